@@ -1,0 +1,168 @@
+#pragma once
+#include <QDate>
+#include <QList>
+#include <QString>
+
+class CategoryTree;
+class QIcon;
+class QToolBar;
+class QWidget;
+namespace data {
+class Connection;
+class DataSet;
+} // namespace data
+namespace report {
+class ReportSystem;
+}
+
+/// The host's framework: the logged-in user, the records and enumerations that modules share, and the host's routines
+/// for the database and for forms.
+
+// Records. The key is -1 when the row was not found; use a record only when its key is greater than 0.
+
+struct TArticolo
+{
+    int id = -1; ///< IDANA_MAGA
+    QString codice;
+    QString descrizione;
+    double sottoscorta = 0;
+    double riordino = 0;
+    int idCategoria = 0; ///< IDCATEGORIA_ANA_MAGA
+    double prezzo = 0;   ///< sale price, EUR
+    double costo = 0;    ///< purchase cost, EUR
+    int idAliquotaIVA = 0;
+    int idUM = 0;
+};
+
+struct TAliquotaIVA
+{
+    int id = -1; ///< IDALIQUOTA_IVA
+    QString codice;
+    QString descrizione;
+    double aliquota = 0; ///< per cent
+};
+
+struct TServizio
+{
+    int id = -1; ///< IDSERVIZIO
+    QString codice;
+    QString descrizione;
+    int idCategoria = 0; ///< IDCATEGORIA_SERVIZI
+    double prezzo = 0;
+    double costo = 0;
+    int idAliquotaIVA = 0;
+    int idUM = 0;
+};
+
+/// What customers, suppliers and carriers have in common.
+struct TAnagrafica
+{
+    int id = -1;
+    QString codice;
+    QString ragioneSociale;
+    QString indirizzo;
+    QString citta;
+    QString cap;
+    QString provincia;
+    QString nazione;
+    QString codiceFiscale;
+    QString partitaIVA;
+    QString telefono1;
+    QString telefono2;
+    QString telefono3;
+    QString fax;
+    QString email;
+    QString web;
+};
+
+struct TCliente : TAnagrafica
+{
+    int idTipoPagamento = -1; ///< -1 for none
+};
+using TFornitore = TCliente;
+struct TVettore : TAnagrafica
+{
+};
+
+/// A row of a small table: its key and its one text.
+struct TCodiceTesto
+{
+    int id = -1;
+    QString testo;
+};
+
+// Enumerations
+
+/// Whom a delivery note is addressed to; the ordinal is stored.
+enum class TTipoAnagrafica
+{
+    Cliente = 0,
+    Fornitore = 1
+};
+
+/// Where a print goes; the ordinal 2 writes a PDF file.
+enum class TKxReportDestination
+{
+    Anteprima = 0,
+    Stampante = 1,
+    FilePDF = 2
+};
+
+/// The host's common tool bars.
+enum class TKxCommonToolBars
+{
+    Documenti = 0,
+    Anagrafiche = 1
+};
+
+struct TKxToolBarProperties
+{
+    TKxCommonToolBars kind = TKxCommonToolBars::Documenti;
+    QToolBar *toolBar = nullptr; ///< the host's bar; null while there is no main window
+};
+
+// Session
+
+QString GetKxCurrentUserName();
+void SetKxCurrentUserName(const QString &userName);
+TKxToolBarProperties GetKxCommonToolBarProperties(TKxCommonToolBars kind);
+
+// Database routines
+
+/// The generator's current value, which is not advanced. Throws data::DatabaseError.
+int GetLastGeneratorValue(const QString &generator, data::Connection &connection);
+void OpenADODsIfClosed(data::DataSet &dataSet);
+/// Year, month and day with hyphens: Firebird refuses the unseparated form as a date literal.
+QString DateToString_YYYYMMDD(QDate date);
+/// `prefix` and `number` padded to six digits: "FOR000012".
+QString GetCustomCodice(int number, const QString &prefix);
+/// `id` and the keys of all its descendants through IDPADRE in `table`, `id` first, each level behind the one above.
+/// Never empty.
+QList<int> GetElencoIdFiglio(const QString &keyColumn, int id, const QString &table, data::Connection &connection);
+
+// Text routines
+
+/// "€ ", as it stands before an amount.
+QString GetCurrencyPrefix();
+/// "Sì" or "No".
+QString BoolToStrIta(bool value);
+
+// Form routines
+
+/// Fills `tree` from a self-referencing table: every row hangs under its parent, each node keeps its key. A row whose
+/// parent is null or missing hangs under the root.
+void FillTreeView(CategoryTree &tree, const QString &keyColumn, const QString &captionColumn,
+                  const QString &parentColumn, const QString &table, const QString &orderClause,
+                  data::Connection &connection);
+/// Gives every node below the root the host's folder images: `closedImage` for a closed, `openImage` for an open one.
+void UpdateTreeNodeImages(CategoryTree &tree, int closedImage, int openImage);
+
+/// Shows `form` as a child window of the host's main window, or brings it to the front. The host hands the window's
+/// close request to the form and destroys nothing that the form does not destroy itself.
+void ShowChildForm(QWidget *form);
+/// The host's main window, owner of its message boxes; null before it exists.
+QWidget *GetMainForm();
+
+/// The host's own print-setup and preview windows for a report system.
+void RaveSystemOverrideSetup(report::ReportSystem &system, int overrideMode, QWidget *form);
+void RaveSystemOverridePreview(report::ReportSystem &system, int overrideMode, QWidget *form);

@@ -1,0 +1,99 @@
+#include "host/IntfPack.h"
+
+#include "host/Corvane3Impl.h"
+#include "platform/core/Error.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+#include <deque>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Libraries register while they load, before main(): the registry must exist at its first use.
+std::deque<PackageEntry> &registry()
+{
+    static std::deque<PackageEntry> entries;
+    return entries;
+}
+
+QMenu *hostMenu(const QMenuBar *menuBar, const QString &name)
+{
+    const QList<QAction *> actions = menuBar->actions();
+    for (const QAction *action : actions) {
+        if (action->menu() && action->menu()->objectName() == name)
+            return action->menu();
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void RegisterPackage(const QString &fileName, const QString &displayName, const PackageClass &moduleClass)
+{
+    if (GetPackageIndex(fileName) < 0)
+        registry().push_back({fileName, displayName, moduleClass, nullptr});
+}
+
+int GetPackageIndex(const QString &fileName)
+{
+    for (size_t i = 0; i < registry().size(); ++i) {
+        if (registry()[i].fileName.compare(fileName, Qt::CaseInsensitive) == 0)
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+int GetPackageCount()
+{
+    return static_cast<int>(registry().size());
+}
+
+PackageEntry &GetPackage(int index)
+{
+    if (index < 0 || index >= GetPackageCount())
+        throw core::Error(u"Modulo non registrato."_s);
+    return registry()[static_cast<size_t>(index)];
+}
+
+QObject *GetPackageInstance(const QString &fileName)
+{
+    const int index = GetPackageIndex(fileName);
+    if (index < 0 || !GetPackage(index).instance)
+        throw core::Error(u"Il modulo \"%1\" non è caricato."_s.arg(fileName));
+    return GetPackage(index).instance;
+}
+
+void MergeAdvMenuItems(QApplication *, const QString &hostItem, QMenu *menu, bool createMissing)
+{
+    auto *window = qobject_cast<QMainWindow *>(GetMainForm());
+    if (!window)
+        return;
+    QMenu *target = hostMenu(window->menuBar(), hostItem);
+    if (!target) {
+        if (!createMissing)
+            return;
+        target = new QMenu(menu->title(), window);
+        target->setObjectName(hostItem);
+        // Before the last top-level menu, which is the help.
+        const QList<QAction *> topLevel = window->menuBar()->actions();
+        window->menuBar()->insertMenu(topLevel.isEmpty() ? nullptr : topLevel.last(), target);
+    }
+    if (!target->isEmpty())
+        target->addSeparator();
+    target->addActions(menu->actions());
+    target->menuAction()->setVisible(true);
+}
+
+void MergeAdvToolBarItems(QApplication *, const TKxToolBarProperties &properties, QToolBar *toolBar)
+{
+    if (!properties.toolBar)
+        return;
+    properties.toolBar->addActions(toolBar->actions());
+    properties.toolBar->setVisible(true);
+}

@@ -1,0 +1,23 @@
+#include "platform/core/Clock.h"
+
+namespace core {
+
+namespace {
+std::function<QDateTime()> &source()
+{
+    static std::function<QDateTime()> current;
+    return current;
+}
+} // namespace
+
+QDateTime now()
+{
+    return source() ? source()() : QDateTime::currentDateTime();
+}
+
+void setClock(std::function<QDateTime()> clock)
+{
+    source() = std::move(clock);
+}
+
+} // namespace core

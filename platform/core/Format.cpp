@@ -1,0 +1,70 @@
+#include "platform/core/Format.h"
+
+#include "platform/core/Decimal.h"
+
+#include <QLocale>
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace core {
+
+namespace {
+const QLocale &italian()
+{
+    static const QLocale locale(QLocale::Italian, QLocale::Italy);
+    return locale;
+}
+} // namespace
+
+QString formatNumber(double value, int places)
+{
+    return italian().toString(roundDecimal(value, places), 'f', places);
+}
+
+QString formatCurrency(double value, int places)
+{
+    const QString digits = formatNumber(value, places);
+    return digits.startsWith(u'-') ? u"-€ "_s + digits.mid(1) : u"€ "_s + digits;
+}
+
+QString formatDate(QDate date)
+{
+    return date.toString(u"dd/MM/yyyy"_s);
+}
+
+std::optional<double> parseNumber(const QString &text)
+{
+    static const QRegularExpression shape(u"^(-?)(?:€\\s*)?(-?)((?:\\d{1,3}(?:\\.\\d{3})+)|\\d*)(?:,(\\d*))?$"_s);
+    const auto match = shape.match(text.trimmed());
+    if (!match.hasMatch())
+        return {};
+    const QString whole = match.captured(3).remove(u'.');
+    const QString decimals = match.captured(4);
+    if ((whole.isEmpty() && decimals.isEmpty()) || (!match.captured(1).isEmpty() && !match.captured(2).isEmpty()))
+        return {};
+    bool ok = false;
+    const double value = (whole + u'.' + decimals + u'0').toDouble(&ok);
+    if (!ok)
+        return {};
+    return match.captured(1).isEmpty() && match.captured(2).isEmpty() ? value : -value;
+}
+
+QString flagText(bool value)
+{
+    return value ? u"True"_s : u"False"_s;
+}
+
+std::optional<bool> parseFlag(const QString &text)
+{
+    const QString trimmed = text.trimmed();
+    if (trimmed.compare(u"true"_s, Qt::CaseInsensitive) == 0)
+        return true;
+    if (trimmed.compare(u"false"_s, Qt::CaseInsensitive) == 0)
+        return false;
+    bool isNumber = false;
+    const double number = trimmed.toDouble(&isNumber);
+    return isNumber ? std::optional(number != 0) : std::nullopt;
+}
+
+} // namespace core

@@ -1,0 +1,246 @@
+#include "platform/data/Connection.h"
+
+#include "platform/core/Log.h"
+#include "platform/data/ConnectionString.h"
+#include "platform/data/DatabaseError.h"
+#include "platform/data/SqlText.h"
+
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlField>
+#include <QSqlRecord>
+
+using namespace Qt::StringLiterals;
+
+namespace data {
+
+namespace {
+
+bool isConnectionLoss(const QSqlError &error)
+{
+    static const QStringList signs = {u"connection lost"_s,
+                                      u"Error writing data to the connection"_s,
+                                      u"Error reading data from the connection"_s,
+                                      u"Unable to complete network request"_s,
+                                      u"connection shutdown"_s,
+                                      u"invalid database handle"_s};
+    const QString text = error.text();
+    return std::any_of(signs.begin(), signs.end(),
+                       [&text](const QString &sign) { return text.contains(sign, Qt::CaseInsensitive); });
+}
+
+// The database's own text; the driver puts its own words behind it.
+QString databaseText(const QSqlError &error)
+{
+    const QString text = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
+    return text.trimmed();
+}
+
+QList<Column> columnsOf(const QSqlRecord &record)
+{
+    QList<Column> columns;
+    columns.reserve(record.count());
+    for (int i = 0; i < record.count(); ++i) {
+        const QSqlField field = record.field(i);
+        const int type = field.metaType().id();
+        columns.append(
+            {.name = field.name().toUpper(),
+             .places = type == QMetaType::Double ? std::max(field.precision(), 0) : 0,
+             .isText = type == QMetaType::QString || type == QMetaType::QByteArray,
+             .isNumber = type == QMetaType::Double || type == QMetaType::Int || type == QMetaType::LongLong});
+    }
+    return columns;
+}
+
+QVariant normalised(const QVariant &value)
+{
+    if (value.isNull())
+        return {};
+    // Text blobs arrive as UTF-8 bytes.
+    if (value.metaType().id() == QMetaType::QByteArray)
+        return QString::fromUtf8(value.toByteArray());
+    return value;
+}
+
+} // namespace
+
+Connection::Connection(QObject *parent)
+    : QObject(parent)
+{
+    static int counter = 0;
+    name_ = u"connection%1"_s.arg(++counter);
+}
+
+Connection::~Connection()
+{
+    close();
+}
+
+void Connection::open()
+{
+    if (isOpen())
+        return;
+    const DriverSettings settings = driverSettings(connectionString_);
+    database_ = QSqlDatabase::addDatabase(settings.driver, name_);
+    database_.setUserName(settings.address.user);
+    database_.setPassword(settings.address.password);
+    if (settings.driver == u"QODBC"_s) {
+        database_.setDatabaseName(settings.dataSourceName);
+    } else {
+        database_.setHostName(settings.address.host);
+        if (settings.address.port > 0)
+            database_.setPort(settings.address.port);
+        database_.setDatabaseName(settings.address.file);
+        database_.setConnectOptions(u"ISC_DPB_LC_CTYPE=UTF8"_s);
+    }
+    if (!database_.open()) {
+        const QSqlError error = database_.lastError();
+        close();
+        throw DatabaseError(databaseText(error), u"CONNECT"_s);
+    }
+    database_.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
+    lost_ = false;
+}
+
+void Connection::close()
+{
+    statements_.clear();
+    inTransaction_ = false;
+    if (!database_.isValid())
+        return;
+    database_.close();
+    database_ = QSqlDatabase();
+    QSqlDatabase::removeDatabase(name_);
+}
+
+void Connection::ensureOpen()
+{
+    if (lost_ && !inTransaction_) {
+        close();
+        open();
+    }
+    if (!isOpen())
+        throw DatabaseError(u"La connessione al database non è aperta."_s, u"CONNECT"_s);
+}
+
+void Connection::fail(const QSqlError &error, const QString &sql)
+{
+    if (isConnectionLoss(error))
+        lost_ = true;
+    throw DatabaseError(databaseText(error), statementKind(sql));
+}
+
+void Connection::begin()
+{
+    ensureOpen();
+    if (inTransaction_)
+        throw DatabaseError(u"Una transazione è già in corso."_s, u"BEGIN"_s);
+    statements_.clear();
+    if (!database_.transaction())
+        fail(database_.lastError(), u"BEGIN"_s);
+    inTransaction_ = true;
+}
+
+void Connection::commit()
+{
+    statements_.clear();
+    if (!database_.commit())
+        fail(database_.lastError(), u"COMMIT"_s);
+    inTransaction_ = false;
+}
+
+void Connection::rollback()
+{
+    statements_.clear();
+    inTransaction_ = false;
+    // A rollback fails only when the connection is gone, and then the server has rolled back by itself.
+    if (!database_.rollback()) {
+        lost_ = true;
+        core::logLine(u"rollback"_s, databaseText(database_.lastError()));
+    }
+}
+
+QSqlQuery &Connection::statement(const QString &sql, QSqlQuery &shortLived)
+{
+    if (inTransaction_) {
+        if (const auto it = statements_.find(sql); it != statements_.end())
+            return it->second;
+    }
+    shortLived.setForwardOnly(true);
+    if (!shortLived.prepare(sql))
+        fail(shortLived.lastError(), sql);
+    if (inTransaction_)
+        return statements_.emplace(sql, std::move(shortLived)).first->second;
+    return shortLived;
+}
+
+Rows Connection::fetch(QSqlQuery &query, const QString &sql)
+{
+    affectedRows_ = query.numRowsAffected();
+    if (!query.isSelect()) {
+        query.finish();
+        return {};
+    }
+    QList<Column> columns = columnsOf(query.record());
+    const qsizetype count = columns.size();
+    QList<QVariantList> values;
+    while (query.next()) {
+        QVariantList row;
+        row.reserve(count);
+        for (int i = 0; i < count; ++i)
+            row.append(normalised(query.value(i)));
+        values.append(std::move(row));
+    }
+    // A query can fail at its first fetch only: next() then just answers false.
+    if (query.lastError().isValid())
+        fail(query.lastError(), sql);
+    query.finish();
+    return {std::move(columns), std::move(values)};
+}
+
+void Connection::execute(const QString &sql)
+{
+    ensureOpen();
+    QSqlQuery query(database_);
+    if (!query.exec(sql))
+        fail(query.lastError(), sql);
+    affectedRows_ = query.numRowsAffected();
+}
+
+Rows Connection::run(const QString &sql, const QVariantList &values)
+{
+    ensureOpen();
+    QSqlQuery shortLived(database_);
+    QSqlQuery &query = statement(sql, shortLived);
+    for (int i = 0; i < values.size(); ++i)
+        query.bindValue(i, values[i]);
+    if (!query.exec())
+        fail(query.lastError(), sql);
+    return fetch(query, sql);
+}
+
+Rows Connection::select(const QString &sql, const Parameters &parameters)
+{
+    ensureOpen();
+    QSqlQuery shortLived(database_);
+    QSqlQuery &query = statement(sql, shortLived);
+    for (auto it = parameters.begin(); it != parameters.end(); ++it)
+        query.bindValue(u':' + it.key(), it.value());
+    if (!query.exec())
+        fail(query.lastError(), sql);
+    return fetch(query, sql);
+}
+
+Transaction::~Transaction()
+{
+    if (open_)
+        connection_.rollback();
+}
+
+void Transaction::commit()
+{
+    connection_.commit();
+    open_ = false;
+}
+
+} // namespace data

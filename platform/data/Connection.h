@@ -1,0 +1,91 @@
+#pragma once
+#include "platform/data/Rows.h"
+
+#include <QObject>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+
+#include <map>
+
+namespace data {
+
+/// Named parameters of a query, without the colon.
+using Parameters = QVariantMap;
+
+/// One database connection with its single transaction. Every statement of the program goes through here; a statement
+/// that the database refuses, also one that fails only while its rows are fetched, throws DatabaseError.
+///
+/// Lock waits have no time limit: no message box, dialog or event loop may run inside a transaction.
+class Connection : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Connection(QObject *parent = nullptr);
+    ~Connection() override;
+
+    /// ADO-style text (see driverSettings()); takes effect at the next open().
+    void setConnectionString(const QString &text) { connectionString_ = text; }
+    QString connectionString() const { return connectionString_; }
+
+    bool isOpen() const { return database_.isOpen(); }
+    /// Opens the database; does nothing when it is open. Throws DatabaseError.
+    void open();
+    void close();
+
+    bool inTransaction() const { return inTransaction_; }
+
+    /// Runs a command text; outside a transaction it commits at once.
+    void execute(const QString &sql);
+    /// The same with positional values; returns the rows that a RETURNING clause or a SELECT gives. A DECIMAL is bound
+    /// as given, so round it first (core::roundDecimal). Inside a transaction the statement stays prepared for its
+    /// repetition.
+    Rows run(const QString &sql, const QVariantList &values = {});
+    /// Runs a query with named parameters (":NAME" in its text) and fetches all its rows.
+    Rows select(const QString &sql, const Parameters &parameters = {});
+
+    /// Rows that the last insert, update or delete touched.
+    int affectedRows() const { return affectedRows_; }
+
+private:
+    friend class Transaction;
+    void begin();
+    void commit();
+    void rollback();
+
+    void ensureOpen();
+    QSqlQuery &statement(const QString &sql, QSqlQuery &shortLived);
+    Rows fetch(QSqlQuery &query, const QString &sql);
+    [[noreturn]] void fail(const QSqlError &error, const QString &sql);
+
+    QString connectionString_;
+    QString name_;
+    QSqlDatabase database_;
+    std::map<QString, QSqlQuery> statements_; // prepared in the running transaction; they do not survive it
+    bool inTransaction_ = false;
+    bool lost_ = false; // the server went away; the next use outside a transaction connects again
+    int affectedRows_ = 0;
+};
+
+/// A transaction as a scope: begun by the constructor (which throws when the connection already has one), rolled back
+/// by the destructor unless committed.
+class Transaction
+{
+public:
+    explicit Transaction(Connection &connection)
+        : connection_(connection)
+    {
+        connection_.begin();
+    }
+    ~Transaction();
+    Transaction(const Transaction &) = delete;
+    Transaction &operator=(const Transaction &) = delete;
+
+    void commit();
+
+private:
+    Connection &connection_;
+    bool open_ = true;
+};
+
+} // namespace data

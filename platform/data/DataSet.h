@@ -1,0 +1,124 @@
+#pragma once
+#include "platform/data/Connection.h"
+
+#include <QDate>
+#include <QPointer>
+#include <QTime>
+
+namespace data {
+
+enum class CursorType
+{
+    Keyset,
+    Static,
+    ForwardOnly
+};
+enum class CursorLocation
+{
+    Client,
+    Server
+};
+
+/// The table that a data set writes to, and its key column. The key is read back after an insert, because a trigger may
+/// replace the value given.
+struct UpdateTarget
+{
+    QString table;
+    QString key;
+};
+
+/// A query with a current row that can be edited, in batch-update mode: changes wait until updateBatch() writes them.
+///
+/// All rows are fetched by open(), since a database cursor dies at the commit. A forward-only data set cannot go back
+/// to its first row once it has left it. Texts are written as given (empty stays empty), an invalid QVariant writes
+/// NULL; numbers are rounded to the column's decimals, halves away from zero.
+class DataSet : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit DataSet(Connection *connection, QObject *parent = nullptr);
+
+    void setConnection(Connection *connection) { connection_ = connection; }
+    Connection *connection() const { return connection_; }
+    void setCommandText(const QString &sql);
+    QString commandText() const { return commandText_; }
+    void setUpdateTarget(UpdateTarget target) { target_ = std::move(target); }
+    void setCursorType(CursorType type) { cursorType_ = type; }
+    CursorType cursorType() const { return cursorType_; }
+    void setCursorLocation(CursorLocation location) { cursorLocation_ = location; }
+    CursorLocation cursorLocation() const { return cursorLocation_; }
+
+    /// Value of the parameter ":name" of the command text, used by the next open().
+    void setParameter(const QString &name, const QVariant &value) { parameters_[name] = value; }
+
+    /// Fetches the rows and stands on the first one. Throws DatabaseError.
+    void open();
+    void close();
+    /// close() and open() again with the same parameters.
+    void requery();
+    bool isOpen() const { return open_; }
+
+    bool isEmpty() const { return rows_.isEmpty(); }
+    bool atEnd() const { return current_ >= rows_.size(); }
+    int recordCount() const { return static_cast<int>(rows_.size()); }
+    void first();
+    void next();
+    /// Stands on the first row whose `column` equals `value` exactly (case and blanks count); false, and the current
+    /// row unchanged, when there is none.
+    bool locate(const QString &column, const QVariant &value);
+    /// Orders the fetched rows by an integer column and stands on the first one.
+    void sortByInteger(const QString &column);
+
+    /// The current row's value, or the one just set; NULL is an invalid QVariant.
+    QVariant value(const QString &column) const;
+    bool isNull(const QString &column) const { return !value(column).isValid(); }
+    QString text(const QString &column) const { return value(column).toString(); }
+    double number(const QString &column) const { return value(column).toDouble(); }
+    /// `nullValue` for NULL.
+    int integer(const QString &column, int nullValue = 0) const;
+    QDate date(const QString &column) const { return value(column).toDate(); }
+    QTime time(const QString &column) const { return value(column).toTime(); }
+
+    /// Starts a new row; its columns are written by setValue() and the rest is left to the database.
+    void append();
+    /// Starts changing the current row; on an empty data set it starts a new one.
+    void edit();
+    void setValue(const QString &column, const QVariant &value);
+    /// Ends the change of the row; it waits for updateBatch().
+    void post();
+    void cancel();
+    /// Writes all pending rows in the order they were posted (a row still being changed is posted first). After an
+    /// insert the row holds the key really given. Throws DatabaseError; also when a row to update is no longer there.
+    void updateBatch();
+
+private:
+    struct Change
+    {
+        qsizetype row = -1;
+        bool insert = false;
+        QVariant oldKey;
+        QList<int> columns; // in the order they were set
+    };
+
+    void requireOpen() const;
+    int columnIndex(const QString &column) const;
+    QVariant forWriting(int column, const QVariant &value) const;
+    void write(const Change &change);
+
+    QPointer<Connection> connection_;
+    QString commandText_;
+    Parameters parameters_;
+    UpdateTarget target_;
+    CursorType cursorType_ = CursorType::Keyset;
+    CursorLocation cursorLocation_ = CursorLocation::Client;
+
+    Rows rows_;
+    qsizetype current_ = 0;
+    bool open_ = false;
+    std::optional<Change> editing_;
+    QVariantList beforeEdit_;
+    QList<Change> pending_;
+};
+
+} // namespace data

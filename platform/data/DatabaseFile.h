@@ -1,0 +1,35 @@
+#pragma once
+#include "platform/data/ConnectionString.h"
+
+namespace data {
+
+/// Why a database cannot be opened.
+enum class OpenFailure
+{
+    None,
+    Missing,
+    InUse,
+    NotADatabase,
+    Refused,
+    Unreachable,
+    Other
+};
+
+struct OpenCheck
+{
+    OpenFailure failure = OpenFailure::None;
+    QString databaseText; ///< the engine's own words, for the log
+};
+
+/// Tries to attach to the database and lets go of it again.
+OpenCheck checkDatabase(const DatabaseAddress &address);
+
+/// Creates an empty database: page size 8192, dialect 3, character set UTF8. Throws DatabaseError, also when the file
+/// exists.
+void createDatabase(const DatabaseAddress &address);
+
+/// Gives the embedded engine a lock folder of the user's own (created when missing); call it before the first connect.
+/// The engine's default in the shared temporary folder belongs to whichever account came first.
+void useLockFolder(const QString &path);
+
+} // namespace data

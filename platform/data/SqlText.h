@@ -1,0 +1,16 @@
+#pragma once
+#include <QString>
+
+namespace data {
+
+/// `text` in single quotes, embedded quotes doubled: a literal for SQL built as text.
+inline QString quoted(const QString &text)
+{
+    QString doubled = text;
+    return QLatin1Char('\'') + doubled.replace(QLatin1Char('\''), QLatin1String("''")) + QLatin1Char('\'');
+}
+
+/// Verb and object of a statement ("DELETE FROM MOVI_MAGA") without any value, for the log.
+QString statementKind(const QString &sql);
+
+} // namespace data
