@@ -5,6 +5,7 @@
 #include "platform/data/DatabaseError.h"
 #include "platform/data/SqlText.h"
 
+#include <QRegularExpression>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -50,6 +51,20 @@ QList<Column> columnsOf(const QSqlRecord &record)
              .isNumber = type == QMetaType::Double || type == QMetaType::Int || type == QMetaType::LongLong});
     }
     return columns;
+}
+
+bool isQuery(const QString &sql)
+{
+    static const QRegularExpression query(u"^\\s*(SELECT|WITH)\\b"_s, QRegularExpression::CaseInsensitiveOption);
+    return query.match(sql).hasMatch();
+}
+
+// The driver counts for plain changes only and warns on its standard error stream about anything else.
+int countOf(const QSqlQuery &query, const QString &sql)
+{
+    static const QRegularExpression change(u"^\\s*(INSERT|UPDATE|DELETE)\\b"_s,
+                                           QRegularExpression::CaseInsensitiveOption);
+    return !query.isSelect() && change.match(sql).hasMatch() ? query.numRowsAffected() : 0;
 }
 
 QVariant normalised(const QVariant &value)
@@ -166,7 +181,8 @@ QSqlQuery &Connection::statement(const QString &sql, QSqlQuery &shortLived)
         if (const auto it = statements_.find(sql); it != statements_.end())
             return it->second;
     }
-    shortLived.setForwardOnly(true);
+    // The single row of a RETURNING clause would come again and again from a forward-only query of this driver.
+    shortLived.setForwardOnly(isQuery(sql));
     if (!shortLived.prepare(sql))
         fail(shortLived.lastError(), sql);
     if (inTransaction_)
@@ -176,7 +192,7 @@ QSqlQuery &Connection::statement(const QString &sql, QSqlQuery &shortLived)
 
 Rows Connection::fetch(QSqlQuery &query, const QString &sql)
 {
-    affectedRows_ = query.numRowsAffected();
+    affectedRows_ = countOf(query, sql);
     if (!query.isSelect()) {
         query.finish();
         return {};
@@ -204,7 +220,7 @@ void Connection::execute(const QString &sql)
     QSqlQuery query(database_);
     if (!query.exec(sql))
         fail(query.lastError(), sql);
-    affectedRows_ = query.numRowsAffected();
+    affectedRows_ = countOf(query, sql);
 }
 
 Rows Connection::run(const QString &sql, const QVariantList &values)
