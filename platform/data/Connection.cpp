@@ -1,5 +1,6 @@
 #include "platform/data/Connection.h"
 
+#include "platform/core/Decimal.h"
 #include "platform/core/Log.h"
 #include "platform/data/ConnectionString.h"
 #include "platform/data/DatabaseError.h"
@@ -67,10 +68,13 @@ int countOf(const QSqlQuery &query, const QString &sql)
     return !query.isSelect() && change.match(sql).hasMatch() ? query.numRowsAffected() : 0;
 }
 
-QVariant normalised(const QVariant &value)
+QVariant normalised(const QVariant &value, const Column &column)
 {
     if (value.isNull())
         return {};
+    // The driver multiplies by 0.01, which can miss the number nearest to the decimal: 3.5500000000000003.
+    if (column.places > 0 && column.places <= 6)
+        return core::roundDecimal(value.toDouble(), column.places);
     // Text blobs arrive as UTF-8 bytes.
     if (value.metaType().id() == QMetaType::QByteArray)
         return QString::fromUtf8(value.toByteArray());
@@ -204,7 +208,7 @@ Rows Connection::fetch(QSqlQuery &query, const QString &sql)
         QVariantList row;
         row.reserve(count);
         for (int i = 0; i < count; ++i)
-            row.append(normalised(query.value(i)));
+            row.append(normalised(query.value(i), columns[i]));
         values.append(std::move(row));
     }
     // A query can fail at its first fetch only: next() then just answers false.
