@@ -1,10 +1,12 @@
 #include "platform/data/Connection.h"
 
+#include "platform/core/Decimal.h"
 #include "platform/core/Log.h"
 #include "platform/data/ConnectionString.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/SqlText.h"
 
+#include <QRegularExpression>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -52,10 +54,27 @@ QList<Column> columnsOf(const QSqlRecord &record)
     return columns;
 }
 
-QVariant normalised(const QVariant &value)
+bool isQuery(const QString &sql)
+{
+    static const QRegularExpression query(u"^\\s*(SELECT|WITH)\\b"_s, QRegularExpression::CaseInsensitiveOption);
+    return query.match(sql).hasMatch();
+}
+
+// The driver counts for plain changes only and warns on its standard error stream about anything else.
+int countOf(const QSqlQuery &query, const QString &sql)
+{
+    static const QRegularExpression change(u"^\\s*(INSERT|UPDATE|DELETE)\\b"_s,
+                                           QRegularExpression::CaseInsensitiveOption);
+    return !query.isSelect() && change.match(sql).hasMatch() ? query.numRowsAffected() : 0;
+}
+
+QVariant normalised(const QVariant &value, const Column &column)
 {
     if (value.isNull())
         return {};
+    // The driver multiplies by 0.01, which can miss the number nearest to the decimal: 3.5500000000000003.
+    if (column.places > 0 && column.places <= 6)
+        return core::roundDecimal(value.toDouble(), column.places);
     // Text blobs arrive as UTF-8 bytes.
     if (value.metaType().id() == QMetaType::QByteArray)
         return QString::fromUtf8(value.toByteArray());
@@ -166,7 +185,8 @@ QSqlQuery &Connection::statement(const QString &sql, QSqlQuery &shortLived)
         if (const auto it = statements_.find(sql); it != statements_.end())
             return it->second;
     }
-    shortLived.setForwardOnly(true);
+    // The single row of a RETURNING clause would come again and again from a forward-only query of this driver.
+    shortLived.setForwardOnly(isQuery(sql));
     if (!shortLived.prepare(sql))
         fail(shortLived.lastError(), sql);
     if (inTransaction_)
@@ -176,7 +196,7 @@ QSqlQuery &Connection::statement(const QString &sql, QSqlQuery &shortLived)
 
 Rows Connection::fetch(QSqlQuery &query, const QString &sql)
 {
-    affectedRows_ = query.numRowsAffected();
+    affectedRows_ = countOf(query, sql);
     if (!query.isSelect()) {
         query.finish();
         return {};
@@ -188,7 +208,7 @@ Rows Connection::fetch(QSqlQuery &query, const QString &sql)
         QVariantList row;
         row.reserve(count);
         for (int i = 0; i < count; ++i)
-            row.append(normalised(query.value(i)));
+            row.append(normalised(query.value(i), columns[i]));
         values.append(std::move(row));
     }
     // A query can fail at its first fetch only: next() then just answers false.
@@ -204,7 +224,7 @@ void Connection::execute(const QString &sql)
     QSqlQuery query(database_);
     if (!query.exec(sql))
         fail(query.lastError(), sql);
-    affectedRows_ = query.numRowsAffected();
+    affectedRows_ = countOf(query, sql);
 }
 
 Rows Connection::run(const QString &sql, const QVariantList &values)
