@@ -258,6 +258,22 @@ private Q_SLOTS:
         schema::eseguiPassi(db->connection(), steps);
     }
 
+    void stepWhoseVersionCannotBeRecordedIsUndone()
+    {
+        start(test::Content::HostSchema);
+        db->connection().execute(u"CREATE EXCEPTION REFUSED 'no'"_s);
+        db->connection().execute(u"CREATE TRIGGER REFUSE FOR TABLE_VERSION BEFORE INSERT AS BEGIN IF (NEW.TABELLA = "
+                                 "'DDT_SCARICO') THEN EXCEPTION REFUSED; END"_s);
+        // One box only: the later steps of the object see that it is still absent.
+        test::ScriptedMessages messages;
+        messages.watch(db->connection());
+        messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
+        AggiornaDatabase();
+        QCOMPARE(messages.verify(), QStringList());
+        QCOMPARE(db->lines(columns.arg(u"'DDT_SCARICO'"_s)), QStringList());
+        QCOMPARE(db->lines(versions).size(), 13);
+    }
+
     void recostingTakesArticleCostsAndRevaluesIssues()
     {
         start();
