@@ -28,8 +28,7 @@ void SetKxCurrentUserName(const QString &userName)
 
 int GetLastGeneratorValue(const QString &generator, data::Connection &connection)
 {
-    const data::Rows rows = connection.select(u"SELECT GEN_ID(%1, 0) AS VALORE FROM RDB$DATABASE"_s.arg(generator));
-    return rows.integer(0, u"VALORE");
+    return connection.lastGeneratorValue(generator);
 }
 
 void OpenADODsIfClosed(data::DataSet &dataSet)
@@ -75,9 +74,4 @@ QString GetCurrencyPrefix()
 QString BoolToStrIta(bool value)
 {
     return value ? u"Sì"_s : u"No"_s;
-}
-
-QObject *GetMainFormObject()
-{
-    return nullptr;
 }

@@ -251,6 +251,11 @@ Rows Connection::select(const QString &sql, const Parameters &parameters)
     return fetch(query, sql);
 }
 
+int Connection::lastGeneratorValue(const QString &generator)
+{
+    return select(u"SELECT GEN_ID(%1, 0) AS VALORE FROM RDB$DATABASE"_s.arg(generator)).integer(0, u"VALORE");
+}
+
 Transaction::~Transaction()
 {
     if (open_)

@@ -44,6 +44,9 @@ public:
     /// Runs a query with named parameters (":NAME" in its text) and fetches all its rows.
     Rows select(const QString &sql, const Parameters &parameters = {});
 
+    /// Current value of a generator, which is not advanced.
+    int lastGeneratorValue(const QString &generator);
+
     /// Rows that the last insert, update or delete touched.
     int affectedRows() const { return affectedRows_; }
 

@@ -6,7 +6,11 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cerrno>
+
 #include <ibase.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -36,38 +40,67 @@ void addText(QByteArray &parameters, char item, const QByteArray &text)
     parameters.append(item).append(static_cast<char>(cut.size())).append(cut);
 }
 
-OpenFailure classify(const ISC_STATUS *status, const DatabaseAddress &address)
+// What an I/O error of the engine means: the vector continues with the operation, the file and the system's number.
+OpenFailure classifyInputOutput(const ISC_STATUS *item, const ISC_STATUS *end)
 {
-    for (const ISC_STATUS *item = status; *item != isc_arg_end && item - status < ISC_STATUS_LENGTH; item += 2) {
-        if (*item != isc_arg_gds) {
-            if (*item == isc_arg_cstring)
-                ++item;
-            continue;
-        }
-        switch (item[1]) {
-        case isc_login:
-        case isc_no_priv:
-            return OpenFailure::Refused;
-        case isc_network_error:
-        case isc_net_connect_err:
-        case isc_lost_db_connection:
-            return OpenFailure::Unreachable;
-        case isc_bad_db_format:
-        case isc_wrong_ods:
-            return OpenFailure::NotADatabase;
-        case isc_already_opened:
-        case isc_lock_timeout:
-        case isc_lock_conflict:
-            return OpenFailure::InUse;
-        case isc_io_error:
-            if (!address.isEmbedded())
-                return OpenFailure::Missing;
-            break;
-        default:
-            break;
-        }
+    if (item[2] == isc_arg_string && qstrcmp(reinterpret_cast<const char *>(item[3]), "read") == 0)
+        return OpenFailure::NotADatabase; // shorter than a database can be
+    for (; item < end && *item != isc_arg_end; item += 2) {
+        if (*item == isc_arg_unix && (item[1] == EACCES || item[1] == EPERM || item[1] == EROFS))
+            return OpenFailure::NoPermission;
+        if (*item == isc_arg_unix && item[1] == ENOENT)
+            return OpenFailure::Missing;
     }
     return OpenFailure::Other;
+}
+
+OpenFailure meaningOf(ISC_STATUS code, bool embedded)
+{
+    switch (code) {
+    case isc_login:
+        return OpenFailure::Refused;
+    case isc_no_priv:
+        return embedded ? OpenFailure::NoPermission : OpenFailure::Refused;
+    case isc_network_error:
+    case isc_net_connect_err:
+    case isc_lost_db_connection:
+        return OpenFailure::Unreachable;
+    case isc_bad_db_format:
+    case isc_wrong_ods:
+        return OpenFailure::NotADatabase;
+    case isc_already_opened:
+    case isc_lock_timeout:
+    case isc_lock_conflict:
+        return OpenFailure::InUse;
+    default:
+        return OpenFailure::None;
+    }
+}
+
+OpenFailure classify(const ISC_STATUS *status, bool embedded)
+{
+    const ISC_STATUS *end = status + ISC_STATUS_LENGTH;
+    OpenFailure ioFailure = OpenFailure::Other;
+    for (const ISC_STATUS *item = status; item < end && *item != isc_arg_end;
+         item += *item == isc_arg_cstring ? 3 : 2) {
+        if (*item != isc_arg_gds)
+            continue;
+        // A later, more precise code wins over the I/O error that it explains.
+        if (const OpenFailure meaning = meaningOf(item[1], embedded); meaning != OpenFailure::None)
+            return meaning;
+        if (item[1] == isc_io_error && ioFailure == OpenFailure::Other)
+            ioFailure = classifyInputOutput(item, end);
+    }
+    return ioFailure;
+}
+
+bool isOwnFolder(const QString &path)
+{
+    // The engine opens its old lock files for writing, so each of them counts.
+    if (!QDir().mkpath(path) || !QFileInfo(path).isWritable())
+        return false;
+    const QFileInfoList files = QDir(path).entryInfoList(QDir::Files);
+    return std::all_of(files.begin(), files.end(), [](const QFileInfo &file) { return file.isWritable(); });
 }
 
 } // namespace
@@ -80,6 +113,8 @@ OpenCheck checkDatabase(const DatabaseAddress &address)
             return {OpenFailure::Missing, {}};
         if (!file.isFile())
             return {OpenFailure::NotADatabase, {}};
+        if (!file.isReadable() || !file.isWritable())
+            return {OpenFailure::NoPermission, {}};
     }
     QByteArray parameters;
     parameters.append(static_cast<char>(isc_dpb_version1));
@@ -94,7 +129,7 @@ OpenCheck checkDatabase(const DatabaseAddress &address)
     isc_attach_database(status, 0, name.constData(), &handle, static_cast<short>(parameters.size()),
                         parameters.constData());
     if (status[0] == isc_arg_gds && status[1] != 0)
-        return {classify(status, address), statusText(status)};
+        return {classify(status, address.isEmbedded()), statusText(status)};
     isc_detach_database(status, &handle);
     return {};
 }
@@ -121,8 +156,14 @@ void createDatabase(const DatabaseAddress &address)
 
 void useLockFolder(const QString &path)
 {
-    QDir().mkpath(path);
-    qputenv("FIREBIRD_LOCK", QFileInfo(path).absoluteFilePath().toUtf8());
+    QString folder = path;
+    if (!isOwnFolder(folder)) {
+        folder += u'-' + QString::number(geteuid());
+        if (!isOwnFolder(folder))
+            folder = QDir::tempPath() + u"/firebird-lock-"_s + QString::number(geteuid());
+        QDir().mkpath(folder);
+    }
+    qputenv("FIREBIRD_LOCK", QFileInfo(folder).absoluteFilePath().toUtf8());
 }
 
 } // namespace data

@@ -12,6 +12,7 @@ enum class OpenFailure
     NotADatabase,
     Refused,
     Unreachable,
+    NoPermission, ///< the account may not read or write the file
     Other
 };
 
@@ -29,7 +30,8 @@ OpenCheck checkDatabase(const DatabaseAddress &address);
 void createDatabase(const DatabaseAddress &address);
 
 /// Gives the embedded engine a lock folder of the user's own (created when missing); call it before the first connect.
-/// The engine's default in the shared temporary folder belongs to whichever account came first.
+/// The engine's default in the shared temporary folder belongs to whichever account came first. When another account,
+/// such as root with this user's home, has taken `path`, a folder beside it named after the user serves instead.
 void useLockFolder(const QString &path);
 
 } // namespace data

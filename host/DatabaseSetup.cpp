@@ -1,0 +1,90 @@
+#include "host/DatabaseSetup.h"
+
+#include "host/schema/DemoData.h"
+#include "host/schema/HostSchema.h"
+#include "platform/core/Log.h"
+#include "platform/data/Connection.h"
+#include "platform/data/DatabaseFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+QString problemText(data::OpenFailure failure, const data::DatabaseAddress &address)
+{
+    const QString name = address.toString();
+    switch (failure) {
+    case data::OpenFailure::None:
+        return {};
+    case data::OpenFailure::Missing:
+        return u"Il database \"%1\" non esiste."_s.arg(name);
+    case data::OpenFailure::InUse:
+        return u"Il database \"%1\" è già in uso da un altro programma. Chiudere l'altro programma e riprovare."_s.arg(
+            name);
+    case data::OpenFailure::NotADatabase:
+        return u"Il file \"%1\" non è un database oppure è danneggiato."_s.arg(name);
+    case data::OpenFailure::Refused:
+        return u"Il server \"%1\" ha rifiutato il nome utente o la password."_s.arg(address.host);
+    case data::OpenFailure::Unreachable:
+        return u"Il server \"%1\" non è raggiungibile. Verificare che sia acceso e collegato alla rete."_s.arg(
+            address.host);
+    case data::OpenFailure::NoPermission:
+        return u"Non si dispone dei permessi di lettura e scrittura sul file \"%1\"."_s.arg(name);
+    case data::OpenFailure::Other:
+        break;
+    }
+    return u"Impossibile aprire il database \"%1\". Il motivo si trova nel registro del programma."_s.arg(name);
+}
+
+void fillDatabase(const data::DatabaseAddress &address, bool demo)
+{
+    data::Connection connection;
+    connection.setConnectionString(data::nativeConnectionString(address));
+    connection.open();
+    createHostSchema(connection);
+    if (demo)
+        insertDemoMasterData(connection);
+}
+
+} // namespace
+
+data::DatabaseAddress defaultDatabase()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QDir().mkpath(folder);
+    data::DatabaseAddress address;
+    address.file = folder + u"/corvane.fdb"_s;
+    return address;
+}
+
+QString openProblem(const data::DatabaseAddress &address)
+{
+    const data::OpenCheck check = data::checkDatabase(address);
+    if (!check.databaseText.isEmpty())
+        core::logLine(u"apertura database"_s, check.databaseText);
+    return problemText(check.failure, address);
+}
+
+void createHostDatabase(const data::DatabaseAddress &address, bool demo)
+{
+    const bool isNewFile = address.isEmbedded() && !QFileInfo::exists(address.file);
+    if (isNewFile)
+        QDir().mkpath(QFileInfo(address.file).absolutePath());
+    try {
+        data::createDatabase(address);
+        fillDatabase(address, demo);
+    } catch (const std::exception &) {
+        if (isNewFile)
+            QFile::remove(address.file);
+        throw;
+    }
+}
+
+} // namespace host

@@ -1,0 +1,69 @@
+#include "host/Corvane3Impl.h"
+
+#include "host/ui/MainWindow.h"
+#include "platform/data/Connection.h"
+#include "platform/ui/CategoryTree.h"
+
+#include <QApplication>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Positions in the suite's shared image list.
+constexpr int closedFolderImage = 77;
+
+QIcon sharedImage(int index)
+{
+    const auto pixmap = index == closedFolderImage ? QStyle::SP_DirClosedIcon : QStyle::SP_DirOpenIcon;
+    return QApplication::style()->standardIcon(pixmap);
+}
+
+} // namespace
+
+QWidget *GetMainForm()
+{
+    return host::MainWindow::instance();
+}
+
+QObject *GetMainFormObject()
+{
+    return host::MainWindow::instance();
+}
+
+TKxToolBarProperties GetKxCommonToolBarProperties(TKxCommonToolBars kind)
+{
+    auto *window = host::MainWindow::instance();
+    return {kind, window ? window->commonToolBar(kind) : nullptr};
+}
+
+void ShowChildForm(QWidget *form)
+{
+    if (auto *window = host::MainWindow::instance())
+        window->showChild(form);
+    else
+        form->show();
+}
+
+void FillTreeView(CategoryTree &tree, const QString &keyColumn, const QString &captionColumn,
+                  const QString &parentColumn, const QString &table, const QString &orderClause,
+                  data::Connection &connection)
+{
+    const data::Rows rows = connection.select(
+        u"SELECT %1, %2, %3 FROM %4 %5"_s.arg(keyColumn, captionColumn, parentColumn, table, orderClause));
+    QList<CategoryTree::Node> nodes;
+    nodes.reserve(rows.size());
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        nodes.append({rows.integer(row, keyColumn), rows.integer(row, parentColumn), rows.text(row, captionColumn)});
+    tree.fill(nodes);
+}
+
+void UpdateTreeNodeImages(CategoryTree &tree, int closedImage, int openImage)
+{
+    tree.setNodeImages(sharedImage(openImage), sharedImage(closedImage));
+}
+
+// The print-setup and preview windows come with printing; until then no report is run, so nothing calls these.
+void RaveSystemOverrideSetup(report::ReportSystem &, int, QWidget *) {}
+void RaveSystemOverridePreview(report::ReportSystem &, int, QWidget *) {}

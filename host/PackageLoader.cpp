@@ -1,0 +1,66 @@
+#include "host/PackageLoader.h"
+
+#include "host/IntfPack.h"
+#include "platform/core/Error.h"
+#include "platform/core/Log.h"
+#include "platform/core/Messages.h"
+
+#include <QDir>
+#include <QLibrary>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+// A module object declares Initialize() and Finalize() as slots; what Initialize() throws passes through the call.
+void call(QObject *module, const char *slot)
+{
+    if (!QMetaObject::invokeMethod(module, slot, Qt::DirectConnection))
+        throw core::Error(u"Il modulo non ha la funzione %1."_s.arg(QLatin1StringView(slot)));
+}
+
+} // namespace
+
+void loadPackages(const QString &folder)
+{
+    const QStringList files = QDir(folder).entryList({u"*.bpl"_s}, QDir::Files, QDir::Name);
+    for (const QString &file : files) {
+        QLibrary library(QDir(folder).filePath(file));
+        // A plug-in stays loaded until the program ends: its objects' code lies in it.
+        if (!library.load()) {
+            core::logLine(u"caricamento di "_s + file, library.errorString());
+            core::showError(nullptr, u"Impossibile caricare il modulo \"%1\"."_s.arg(file));
+        }
+    }
+}
+
+void startPackages(QObject *owner)
+{
+    for (int i = 0; i < GetPackageCount(); ++i) {
+        PackageEntry &entry = GetPackage(i);
+        try {
+            entry.instance = entry.moduleClass.create(owner);
+            call(entry.instance, "Initialize");
+        } catch (const std::exception &error) {
+            core::logError(u"avvio di "_s + entry.fileName, error);
+            delete entry.instance;
+            core::showError(nullptr, u"Impossibile avviare il modulo \"%1\".\n\r%2"_s.arg(entry.displayName,
+                                                                                          core::errorText(error)));
+        }
+    }
+}
+
+void stopPackages()
+{
+    for (int i = GetPackageCount() - 1; i >= 0; --i) {
+        PackageEntry &entry = GetPackage(i);
+        if (!entry.instance)
+            continue;
+        core::guarded(nullptr, [&entry] { call(entry.instance, "Finalize"); });
+        delete entry.instance;
+    }
+}
+
+} // namespace host

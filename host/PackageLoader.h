@@ -1,0 +1,17 @@
+#pragma once
+#include <QStringList>
+
+namespace host {
+
+/// Loads every "*.bpl" of `folder`; each registers itself while it loads. A library that cannot be loaded is reported
+/// in an "Errore" box and left out.
+void loadPackages(const QString &folder);
+
+/// Creates the module object of every registered package and calls its Initialize(). One that fails is reported,
+/// destroyed and left out; the others go on.
+void startPackages(QObject *owner);
+
+/// Calls Finalize() of every live module object and destroys it, the last started first.
+void stopPackages();
+
+} // namespace host

@@ -1,0 +1,240 @@
+#include "host/ui/MainWindow.h"
+
+#include "host/IntfPack.h"
+#include "platform/core/Messages.h"
+#include "platform/ui/ChildForm.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QSettings>
+#include <QStatusBar>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+MainWindow *&current()
+{
+    static MainWindow *window = nullptr;
+    return window;
+}
+
+struct MenuSpec
+{
+    QString name;
+    QString caption;
+};
+
+} // namespace
+
+MainWindow::MainWindow(const QString &settingsFile)
+    : area_(new QMdiArea(this))
+    , userLabel_(new QLabel(this))
+    , databaseLabel_(new QLabel(this))
+    , settingsFile_(settingsFile)
+{
+    current() = this;
+    setObjectName(u"frmMain"_s);
+    setWindowTitle(u"Corvane"_s);
+    setMinimumSize(800, 560);
+    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setBackground(palette().color(QPalette::Mid));
+    setCentralWidget(area_);
+    createMenus();
+    createToolBars();
+    statusBar()->addPermanentWidget(userLabel_);
+    statusBar()->addPermanentWidget(databaseLabel_);
+    connect(area_, &QMdiArea::subWindowActivated, this, &MainWindow::childActivated);
+    restoreLayout();
+}
+
+MainWindow::~MainWindow()
+{
+    // Child windows go first: their menus must leave the menu bar while it still exists.
+    disconnect(area_, nullptr, this, nullptr);
+    delete area_;
+    current() = nullptr;
+}
+
+MainWindow *MainWindow::instance()
+{
+    return current();
+}
+
+void MainWindow::createMenus()
+{
+    QMenu *file = menuBar()->addMenu(u"&File"_s);
+    file->setObjectName(u"mnFile"_s);
+    newMenu_ = file->addMenu(u"&Nuovo"_s);
+    newMenu_->setObjectName(u"mnFileNuovo"_s);
+    newMenu_->menuAction()->setVisible(false);
+    file->addSeparator();
+    QAction *quit = file->addAction(u"&Esci"_s, this, &QWidget::close);
+    quit->setObjectName(u"actEsci"_s);
+    quit->setShortcut(QKeySequence(u"Ctrl+Q"_s));
+
+    // The modules fill these; one that stays empty stays hidden.
+    static const QList<MenuSpec> shared = {{u"mnDocumenti"_s, u"&Documenti"_s},
+                                           {u"mnMagazzino"_s, u"&Magazzino"_s},
+                                           {u"mnAnagrafiche"_s, u"&Anagrafiche"_s},
+                                           {u"mnTabelle"_s, u"&Tabelle"_s}};
+    for (const MenuSpec &spec : shared) {
+        QMenu *menu = menuBar()->addMenu(spec.caption);
+        menu->setObjectName(spec.name);
+        menu->menuAction()->setVisible(false);
+    }
+
+    windowMenu_ = menuBar()->addMenu(u"F&inestre"_s);
+    windowMenu_->setObjectName(u"mnFinestre"_s);
+    connect(windowMenu_, &QMenu::aboutToShow, this, &MainWindow::listWindows);
+
+    QMenu *help = menuBar()->addMenu(u"&?"_s);
+    help->setObjectName(u"mnAiuto"_s);
+    help->addAction(u"&Informazioni su Corvane"_s, this, &MainWindow::about)->setObjectName(u"actInformazioni"_s);
+}
+
+void MainWindow::createToolBars()
+{
+    static const QList<MenuSpec> bars = {{u"tBarDocumenti"_s, u"Documenti"_s},
+                                         {u"tBarAnagrafiche"_s, u"Anagrafiche"_s}};
+    for (const MenuSpec &spec : bars) {
+        QToolBar *bar = addToolBar(spec.caption);
+        bar->setObjectName(spec.name);
+        bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        bar->setIconSize({20, 20});
+        bar->hide();
+        commonToolBars_.append(bar);
+    }
+}
+
+QToolBar *MainWindow::commonToolBar(TKxCommonToolBars kind) const
+{
+    return commonToolBars_.value(static_cast<int>(kind));
+}
+
+void MainWindow::showChild(QWidget *form)
+{
+    auto *window = qobject_cast<QMdiSubWindow *>(form->parentWidget());
+    if (!window) {
+        const QSize wanted = form->sizeHint();
+        window = area_->addSubWindow(form);
+        window->setAttribute(Qt::WA_DeleteOnClose, form->testAttribute(Qt::WA_DeleteOnClose));
+        window->setWindowIcon(windowIcon());
+        // Room for the frame, and never larger than the area that is there.
+        const QSize frame = window->size() - window->contentsRect().size();
+        window->resize((wanted + frame).boundedTo(area_->viewport()->size()));
+    }
+    form->show();
+    window->show();
+    if (window->isMinimized())
+        window->showNormal();
+    area_->setActiveSubWindow(window);
+    window->raise();
+    form->setFocus();
+}
+
+void MainWindow::childActivated(QMdiSubWindow *window)
+{
+    auto *form = window ? qobject_cast<ui::ChildForm *>(window->widget()) : nullptr;
+    QMenu *menu = form ? form->formMenu() : nullptr;
+    if (menu == childMenu_)
+        return;
+    if (childMenu_)
+        menuBar()->removeAction(childMenu_->menuAction());
+    childMenu_ = menu;
+    if (childMenu_) {
+        menuBar()->insertMenu(windowMenu_->menuAction(), childMenu_);
+        connect(childMenu_, &QObject::destroyed, this, [this, menu] {
+            if (childMenu_ == menu)
+                childMenu_ = nullptr;
+        });
+    }
+}
+
+void MainWindow::listWindows()
+{
+    windowMenu_->clear();
+    windowMenu_->addAction(u"&Sovrapponi"_s, area_, &QMdiArea::cascadeSubWindows);
+    windowMenu_->addAction(u"&Affianca"_s, area_, &QMdiArea::tileSubWindows);
+    windowMenu_->addAction(u"&Chiudi tutte"_s, area_, &QMdiArea::closeAllSubWindows);
+    windowMenu_->addSeparator();
+    int number = 0;
+    const QList<QMdiSubWindow *> windows = area_->subWindowList();
+    for (QMdiSubWindow *window : windows) {
+        if (!window->isVisible())
+            continue;
+        QAction *action = windowMenu_->addAction(u"&%1 %2"_s.arg(++number).arg(window->windowTitle()));
+        action->setCheckable(true);
+        action->setChecked(window == area_->activeSubWindow());
+        connect(action, &QAction::triggered, window, [this, window] { area_->setActiveSubWindow(window); });
+    }
+}
+
+void MainWindow::modulesStarted()
+{
+    for (int i = 0; i < GetPackageCount(); ++i) {
+        if (!GetPackage(i).instance)
+            continue;
+        const QList<QAction *> actions = GetPackage(i).instance->findChildren<QAction *>();
+        for (QAction *action : actions) {
+            if (action->property("category").toString() == u"Inserimento"_s && action->isEnabled())
+                newMenu_->addAction(action);
+        }
+    }
+    newMenu_->menuAction()->setVisible(!newMenu_->isEmpty());
+    restoreLayout();
+}
+
+void MainWindow::showSession(const QString &user, const QString &database)
+{
+    userLabel_->setText(u"Utente: %1"_s.arg(user));
+    databaseLabel_->setText(u"Database: %1"_s.arg(database));
+    setWindowTitle(u"Corvane - %1"_s.arg(user));
+}
+
+void MainWindow::restoreLayout()
+{
+    resize(1280, 800);
+    if (settingsFile_.isEmpty())
+        return;
+    const QSettings settings(settingsFile_, QSettings::IniFormat);
+    restoreGeometry(settings.value(u"finestra/geometria"_s).toByteArray());
+    // Tool bars stay where the modules showed them; only their place is remembered.
+    const QList<bool> shown = {commonToolBars_[0]->isHidden(), commonToolBars_[1]->isHidden()};
+    restoreState(settings.value(u"finestra/barre"_s).toByteArray());
+    for (int i = 0; i < commonToolBars_.size(); ++i)
+        commonToolBars_[i]->setHidden(shown[i]);
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    const QList<QMdiSubWindow *> windows = area_->subWindowList(QMdiArea::StackingOrder);
+    for (auto it = windows.rbegin(); it != windows.rend(); ++it) {
+        if ((*it)->isVisible() && !(*it)->close()) {
+            event->ignore(); // a form with unsaved changes was kept open
+            return;
+        }
+    }
+    if (!settingsFile_.isEmpty()) {
+        QSettings settings(settingsFile_, QSettings::IniFormat);
+        settings.setValue(u"finestra/geometria"_s, saveGeometry());
+        settings.setValue(u"finestra/barre"_s, saveState());
+    }
+    event->accept();
+}
+
+void MainWindow::about()
+{
+    QStringList modules;
+    for (int i = 0; i < GetPackageCount(); ++i)
+        modules.append(GetPackage(i).displayName);
+    core::inform(this, u"Corvane, gestione aziendale\n\rModuli caricati: %1"_s.arg(modules.join(u", "_s)));
+}
+
+} // namespace host

@@ -1,0 +1,55 @@
+#pragma once
+#include "host/Corvane3Impl.h"
+
+#include <QMainWindow>
+
+class QLabel;
+class QMdiArea;
+class QMdiSubWindow;
+
+namespace host {
+
+/// The host's main form: its menus and common tool bars, into which the modules merge theirs, and the area of their
+/// child windows. The database connection is a child of this window; modules find it there.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// `settingsFile` keeps the window's geometry; empty keeps nothing.
+    explicit MainWindow(const QString &settingsFile);
+    ~MainWindow() override;
+
+    /// The one main window; null before it was made and after it went.
+    static MainWindow *instance();
+
+    QToolBar *commonToolBar(TKxCommonToolBars kind) const;
+    /// Shows `form` in a child window, or brings its window to the front.
+    void showChild(QWidget *form);
+    /// Called when all modules have started: offers their entry forms under "File" > "Nuovo".
+    void modulesStarted();
+    /// Who is logged in and which database is open, for title and status bar.
+    void showSession(const QString &user, const QString &database);
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void createMenus();
+    void createToolBars();
+    void childActivated(QMdiSubWindow *window);
+    void listWindows();
+    void restoreLayout();
+    void about();
+
+    QMdiArea *area_;
+    QMenu *newMenu_ = nullptr;
+    QMenu *windowMenu_ = nullptr;
+    QMenu *childMenu_ = nullptr; // of the active child window, shown in the menu bar
+    QList<QToolBar *> commonToolBars_;
+    QLabel *userLabel_;
+    QLabel *databaseLabel_;
+    QString settingsFile_;
+};
+
+} // namespace host

@@ -1,0 +1,80 @@
+#include "magazzino/Azioni.h"
+
+#include "magazzino/forms/uMMGInserimentoBolleCarico.h"
+#include "magazzino/forms/uMMGInserimentoDdTScarico.h"
+#include "magazzino/forms/uMMGModSelezionaArticolo.h"
+#include "magazzino/forms/uMMGModSelezionaCausaleMagazzino.h"
+#include "magazzino/forms/uMMGModSelezionaCausaleTrasporto.h"
+#include "magazzino/forms/uMMGModSelezionaCliente.h"
+#include "magazzino/forms/uMMGModSelezionaFornitore.h"
+#include "magazzino/forms/uMMGModSelezionaNotaDocumenti.h"
+#include "magazzino/forms/uMMGModSelezionaServizio.h"
+#include "magazzino/forms/uMMGModSelezionaTipoPagamento.h"
+#include "magazzino/forms/uMMGModSelezionaTipoTrasporto.h"
+#include "magazzino/forms/uMMGModSelezionaUM.h"
+#include "magazzino/forms/uMMGModSelezionaVettore.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <typename Form>
+QWidget *make(QWidget *owner)
+{
+    return new Form(owner);
+}
+
+const QString inserimento = u"Inserimento"_s;
+const QString ricerca = u"Ricerca"_s;
+const QString modali = u"Modali"_s;
+const QString stampe = u"Stampe"_s;
+constexpr auto selection = ActionKind::Selection;
+constexpr auto form = ActionKind::Form;
+
+} // namespace
+
+const QList<ModuleAction> &moduleActions()
+{
+    static const QList<ModuleAction> actions = {
+        {u"actInserimentoCausaliTrasporto"_s, inserimento, u"Inserimento causali di trasporto"_s},
+        {u"actRicercaCausaliTrasporto"_s, ricerca, u"Causali di trasporto"_s},
+        {u"actModSelezionaCausaleTrasporto"_s, modali, u"Seleziona causale di trasporto"_s, selection,
+         make<TMMGModSelezionaCausaleTrasporto>},
+        {u"actInserimentoDdTScarico"_s, inserimento, u"Inserimento D.d.T. di scarico"_s, form,
+         make<TMMGInserimentoDdTScarico>},
+        {u"actModSelezionaArticolo"_s, modali, u"Seleziona un articolo"_s, selection, make<TMMGModSelezionaArticolo>},
+        {u"actModSelezionaServizio"_s, modali, u"Seleziona un servizio"_s, selection, make<TMMGModSelezionaServizio>},
+        {u"actModSelezionaCliente"_s, modali, u"Seleziona un cliente"_s, selection, make<TMMGModSelezionaCliente>},
+        {u"actInserimentoTipiTrasporto"_s, inserimento, u"Inserimento tipi di trasporto"_s},
+        {u"actRicercaTipiTrasporto"_s, ricerca, u"Tipi di trasporto"_s},
+        {u"actModSelezionaTipoTrasporto"_s, modali, u"Seleziona un tipo di trasporto"_s, selection,
+         make<TMMGModSelezionaTipoTrasporto>},
+        {u"actModSelezionaUM"_s, modali, u"Seleziona un'unità di misura"_s, selection, make<TMMGModSelezionaUM>},
+        {u"actRicercaDdTScarico"_s, ricerca, u"D.d.T."_s},
+        {u"actModSelezionaTipoPagamento"_s, modali, u"Seleziona tipo di pagamento"_s, selection,
+         make<TMMGModSelezionaTipoPagamento>},
+        {u"actInserimentoFattureAccompagnatorie"_s, inserimento, u"Inserimento fatture accompagnatorie"_s},
+        {u"actRicercaFattureAccompagnatorie"_s, ricerca, u"Fatt. Acc."_s, form, nullptr,
+         u"Fatture acc. (visualizzazione)"_s},
+        {u"actRicercaMovimentiMagazzino"_s, ricerca, u"Gestione movimenti di magazzino"_s},
+        {u"actStampaInventario"_s, stampe, u"Stampa inventario"_s},
+        {u"actInserimentoMovimentiMagazzino"_s, inserimento, u"Nuovo movimento di magazzino"_s},
+        {u"actModSelezionaCausaleMagazzino"_s, modali, u"Seleziona una causale di magazzino"_s, selection,
+         make<TMMGModSelezionaCausaleMagazzino>},
+        {u"actInserimentoFornitori"_s, inserimento, u"Inserimento fornitori"_s},
+        {u"actRicercaFornitori"_s, ricerca, u"Fornitori"_s},
+        {u"actInserimentoBolleCarico"_s, inserimento, u"Inserimento bolle di carico"_s, form,
+         make<TMMGInserimentoBolleCarico>},
+        {u"actModSelezionaFornitore"_s, modali, u"Seleziona un fornitore"_s, selection,
+         make<TMMGModSelezionaFornitore>},
+        {u"actRicercaBolleCarico"_s, ricerca, u"Bolle di carico"_s},
+        {u"actStampaSottoscortaRiordino"_s, stampe, u"Stampa sottoscorta / riordino"_s, ActionKind::Report},
+        {u"actStampaInventarioValorizzato"_s, stampe, u"Stampa inventario valorizzato"_s},
+        {u"actInserimentoVettori"_s, inserimento, u"Nuovo"_s},
+        {u"actRicercaVettori"_s, ricerca, u"Vettori"_s},
+        {u"actModSelezionaVettore"_s, modali, u"Seleziona un vettore"_s, selection, make<TMMGModSelezionaVettore>},
+        {u"actModSelezionaNotaDocumenti"_s, modali, u"Seleziona nota"_s, selection,
+         make<TMMGModSelezionaNotaDocumenti>},
+    };
+    return actions;
+}

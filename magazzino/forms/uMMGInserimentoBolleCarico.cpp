@@ -1,0 +1,163 @@
+#include "magazzino/forms/uMMGInserimentoBolleCarico.h"
+
+#include "magazzino/MMGUtils.h"
+#include "magazzino/ui/Scelta.h"
+#include "platform/core/Messages.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool deleteReceipt(QWidget *owner, int id)
+{
+    if (CanDeleteBollaCarico(id))
+        return DeleteBollaCarico(id);
+    core::warn(owner, u"Non è possibile eliminare questa bolla di carico,\n\resistono dei dati correlati!"_s);
+    return false;
+}
+
+DocumentSpec spec()
+{
+    return {
+        .form = {.caption = u"Inserimento / Modifica bolle di carico"_s,
+                 .menuCaption = u">Inserimento bolle di carico<"_s,
+                 .key = u"IDBOLLA_CARICO"_s,
+                 .generator = u"GN_IDBOLLA_CARICO"_s},
+        .headerDataSet = u"adsBollaCarico"_s,
+        .rowsDataSet = u"adsBollaCaricoDett"_s,
+        .rowTable = u"BOLLE_CARICO_DETT"_s,
+        .rowKey = u"IDBOLLA_CARICO_DETT"_s,
+        .rowGenerator = u"GN_IDBOLLA_CARICO_DETT"_s,
+        .generalPage = u" Generale "_s,
+        .rowsPage = u" Righe documento "_s,
+        .notesPage = u" Note "_s,
+        .gridName = u"gridRigheDocumento"_s,
+        .columns = {{RowColumn::Codice, u"Codice"_s, 13, true},
+                    {RowColumn::Descrizione, u"Descrizione"_s},
+                    {RowColumn::Costo, u"Costo"_s, 100},
+                    {RowColumn::Quantita, u"Q.tà"_s, 60},
+                    {RowColumn::Importo, u"Importo"_s, 100},
+                    {RowColumn::IVA, u"IVA"_s, 40},
+                    {RowColumn::UM, u"U.M."_s, 50}},
+        .rowCommands = {.articolo = u"Articolo"_s,
+                        .elimina = u"Rimuovi riga"_s,
+                        .su = u"Sposta in alto"_s,
+                        .giu = u"Sposta in basso"_s},
+        .unitPrice = &DocumentRow::costo,
+        .storesCost = true,
+        .showsTotals = true,
+        .documentKind = u"Bolla di carico"_s,
+        .movementKind = u"Carico"_s,
+        .quantitySign = 1,
+        .movementNote = u"Bolla di carico n. "_s,
+        .nextNumber = GetNextNumeroBollaCarico,
+        .numberExists = BollaCaricoExists,
+        .deleteDocument = deleteReceipt,
+    };
+}
+
+} // namespace
+
+TMMGInserimentoBolleCarico::TMMGInserimentoBolleCarico(QWidget *owner)
+    : TMMGInserimentoDocumento(spec(), owner)
+{
+    setObjectName(u"MMGInserimentoBolleCarico"_s);
+    auto *layout = new QVBoxLayout(generalPage());
+    layout->addWidget(createSupplier());
+    layout->addWidget(createTransport());
+    layout->addStretch();
+
+    refuseIf([this] { return supplier_->isEmpty(0); }, u"Non è stato selezionato un fornitore!"_s);
+    refuseIf([this] { return transportType_->key() < 1; }, u"Non è stato selezionato un tipo di trasporto!"_s);
+    refuseIf([this] { return transportReason_->key() < 1; }, u"Non è stata indicata la causale del trasporto!"_s);
+    finishLayout({u"actNuovo"_s, u"actElimina"_s, u"actSalva"_s, {}, u"actChiudi"_s});
+}
+
+QGroupBox *TMMGInserimentoBolleCarico::createSupplier()
+{
+    auto *box = new QGroupBox(u" Fornitore "_s, generalPage());
+    box->setObjectName(u"grpFornitore"_s);
+    auto *layout = new QVBoxLayout(box);
+    supplier_ =
+        declare(new ui::RecordLabels({{u"lblCodice"_s, u"Codice:"_s, u"FOR_CODICE"_s, 0, 0, 1},
+                                      {u"lblRagioneSociale"_s, u"Ragione sociale:"_s, u"FOR_RAGIONESOCIALE"_s, 0, 1, 2},
+                                      {u"lblIndirizzo"_s, u"Indirizzo:"_s, u"FOR_INDIRIZZO"_s, 1, 0, 3},
+                                      {u"lblCitta"_s, u"Città:"_s, u"FOR_CITTA"_s, 2, 0, 1},
+                                      {u"lblCap"_s, u"CAP:"_s, u"FOR_CAP"_s, 2, 1, 1},
+                                      {u"lblProvincia"_s, u"Prov.:"_s, u"FOR_PROVINCIA"_s, 2, 2, 1},
+                                      {u"lblNazione"_s, u"Nazione:"_s, u"FOR_NAZIONE"_s, 3, 0, 1},
+                                      {u"lblCodiceFiscale"_s, u"Codice fiscale:"_s, u"FOR_CODICEFISCALE"_s, 3, 1, 1},
+                                      {u"lblPartitaIVA"_s, u"Partita IVA:"_s, u"FOR_PARTITAIVA"_s, 3, 2, 1}},
+                                     box));
+    QAction *choose = addCommand({.name = u"actSelezionaFornitore"_s,
+                                  .caption = u"Seleziona fornitore..."_s,
+                                  .run = [this] { selezionaFornitore(); },
+                                  .icon = ui::Icon::Choose,
+                                  .shortcut = QKeySequence(u"Ctrl+F"_s)});
+    layout->addWidget(supplier_->widget());
+    layout->addWidget(commandButton(choose, u"cmdSelezionaFornitore"_s, box), 0, Qt::AlignLeft);
+    return box;
+}
+
+QGroupBox *TMMGInserimentoBolleCarico::createTransport()
+{
+    auto *box = new QGroupBox(u" Trasporto "_s, generalPage());
+    box->setObjectName(u"grpTrasporto"_s);
+    transportType_ = declare(new ui::ChoiceField({.name = u"txtTipoTrasporto"_s,
+                                                  .buttonName = u"cmdSelezionaTipoTrasporto"_s,
+                                                  .label = u"Tipo di trasporto"_s,
+                                                  .keyColumn = u"IDTIPO_TRASPORTO"_s,
+                                                  .textColumn = u"TIPO_TRASPORTO"_s,
+                                                  .choose = [] { return scegli(u"actModSelezionaTipoTrasporto"_s); }},
+                                                 box));
+    auto *appearance = declare(new ui::TextField({.name = u"txtAspettoBeni"_s,
+                                                  .label = u"Aspetto esteriore dei beni"_s,
+                                                  .column = u"ASPETTO_BENI"_s,
+                                                  .maxLength = 20},
+                                                 box));
+    transportReason_ =
+        declare(new ui::DropDownField({.name = u"txtCausaleTrasporto"_s,
+                                       .label = u"Causale del trasporto"_s,
+                                       .keyColumn = u"IDCAUSALE_TRASPORTO"_s,
+                                       .textColumn = u"CAUSALE_TRASPORTO"_s,
+                                       .sql = u"SELECT * FROM CAUSALI_TRASPORTO ORDER BY UPPER(CAUSALE_TRASPORTO)"_s},
+                                      u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, box));
+    auto *packages =
+        declare(new ui::IntegerField({.name = u"txtColli"_s, .label = u"Colli"_s, .column = u"COLLI"_s}, box));
+    auto *weight = declare(new ui::DecimalField({.name = u"txtPeso"_s, .label = u"Peso"_s, .column = u"PESO"_s}, box));
+    auto *weightUnit = declare(new ui::DropDownField({.name = u"txtPesoUm"_s,
+                                                      .label = u"U.M."_s,
+                                                      .keyColumn = u"PESO_IDUM"_s,
+                                                      .textColumn = u"PESO_UM"_s,
+                                                      .sql = u"SELECT * FROM UM ORDER BY UPPER(UM)"_s},
+                                                     u"IDUM"_s, u"UM"_s, box));
+    transportReason_->fill(connection());
+    weightUnit->fill(connection());
+
+    auto *grid = new QGridLayout(box);
+    place(grid, transportType_, 0, 0);
+    place(grid, transportReason_, 0, 1, 2);
+    place(grid, appearance, 1, 0);
+    place(grid, packages, 1, 1);
+    place(grid, weight, 2, 0);
+    place(grid, weightUnit, 2, 1);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(5, 1);
+    return box;
+}
+
+void TMMGInserimentoBolleCarico::selezionaFornitore()
+{
+    const auto chosen = scegli(u"actModSelezionaFornitore"_s);
+    if (!chosen)
+        return;
+    const TFornitore supplier = GetFornitore(chosen->key);
+    if (supplier.id <= 0)
+        return;
+    supplier_->setValues(valoriAnagrafica(supplier));
+    DataChanged();
+}

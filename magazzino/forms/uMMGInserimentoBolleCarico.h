@@ -1,0 +1,29 @@
+#pragma once
+#include "magazzino/ui/DocumentForm.h"
+
+namespace ui {
+class ChoiceField;
+class DropDownField;
+class RecordLabels;
+} // namespace ui
+
+/// Goods receipt note: header, rows with unit costs, totals. Each article row loads stock at its cost.
+class TMMGInserimentoBolleCarico : public TMMGInserimentoDocumento
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGInserimentoBolleCarico(QWidget *owner);
+
+protected:
+    double movementValue(const DocumentRow &row) const override { return row.costo.value_or(0); }
+
+private:
+    QGroupBox *createSupplier();
+    QGroupBox *createTransport();
+    void selezionaFornitore();
+
+    ui::RecordLabels *supplier_ = nullptr;
+    ui::ChoiceField *transportType_ = nullptr;
+    ui::DropDownField *transportReason_ = nullptr;
+};

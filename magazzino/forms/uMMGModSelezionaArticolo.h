@@ -1,0 +1,11 @@
+#pragma once
+#include "magazzino/ui/SelectionDialog.h"
+
+/// Selection dialog over the articles.
+class TMMGModSelezionaArticolo : public TMMGModSelezionaBase
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGModSelezionaArticolo(QWidget *owner);
+};

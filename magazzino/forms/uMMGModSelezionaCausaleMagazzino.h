@@ -1,0 +1,11 @@
+#pragma once
+#include "magazzino/ui/SelectionDialog.h"
+
+/// Selection dialog over the stock movement reasons.
+class TMMGModSelezionaCausaleMagazzino : public TMMGModSelezionaBase
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGModSelezionaCausaleMagazzino(QWidget *owner);
+};

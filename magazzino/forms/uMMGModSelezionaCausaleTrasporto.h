@@ -1,0 +1,11 @@
+#pragma once
+#include "magazzino/ui/SelectionDialog.h"
+
+/// Selection dialog over the transport reasons.
+class TMMGModSelezionaCausaleTrasporto : public TMMGModSelezionaBase
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGModSelezionaCausaleTrasporto(QWidget *owner);
+};

@@ -1,0 +1,11 @@
+#pragma once
+#include "magazzino/ui/SelectionDialog.h"
+
+/// Selection dialog over the customers.
+class TMMGModSelezionaCliente : public TMMGModSelezionaBase
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGModSelezionaCliente(QWidget *owner);
+};

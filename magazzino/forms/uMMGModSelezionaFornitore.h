@@ -1,0 +1,11 @@
+#pragma once
+#include "magazzino/ui/SelectionDialog.h"
+
+/// Selection dialog over the suppliers.
+class TMMGModSelezionaFornitore : public TMMGModSelezionaBase
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGModSelezionaFornitore(QWidget *owner);
+};

@@ -1,0 +1,11 @@
+#pragma once
+#include "magazzino/ui/SelectionDialog.h"
+
+/// Selection dialog over the stored document notes.
+class TMMGModSelezionaNotaDocumenti : public TMMGModSelezionaBase
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGModSelezionaNotaDocumenti(QWidget *owner);
+};

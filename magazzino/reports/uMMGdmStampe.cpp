@@ -1,0 +1,97 @@
+#include "magazzino/reports/uMMGdmStampe.h"
+
+#include "platform/core/Error.h"
+#include "platform/data/DataSet.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct PrintQuery
+{
+    QString name;
+    QString connectionName;
+    QString text;
+};
+
+// "P.I.: 01234567890 " or empty text; a null column falls into the ELSE branch as well.
+QString captioned(const QString &column, const QString &caption)
+{
+    return u"CASE WHEN NOT %1 = '' THEN '%2' || %1 || ' ' ELSE '' END AS %1_DESC"_s.arg(column, caption);
+}
+
+QString companyText()
+{
+    return u"SELECT\r\nAZIENDA.*,\r\n"_s +
+           QStringList{captioned(u"PARTITAIVA"_s, u"P.I.: "_s), captioned(u"CODICEFISCALE"_s, u"C.F.: "_s),
+                       captioned(u"TELEFONO"_s, u"Tel. "_s),    captioned(u"FAX"_s, u"Fax. "_s),
+                       captioned(u"EMAIL"_s, u"e-mail: "_s),    captioned(u"WEB"_s, u"web: "_s)}
+               .join(u",\r\n"_s) +
+           u"\r\nFROM AZIENDA"_s;
+}
+
+QString byKey(const QString &table, const QString &key)
+{
+    return u"SELECT\r\n*\r\nFROM %1\r\nWHERE %2=:%2"_s.arg(table, key);
+}
+
+QString sumOf(const QString &column, const QString &alias)
+{
+    return u"(SELECT SUM(MOVI_MAGA.%1) FROM MOVI_MAGA WHERE MOVI_MAGA.CODICE = ANA_MAGA.CODICE) AS %2"_s.arg(column,
+                                                                                                             alias);
+}
+
+const QList<PrintQuery> &printQueries()
+{
+    static const QString stock = sumOf(u"QUANTITA"_s, u"ESISTENZA"_s);
+    static const QString article = u"SELECT ANA_MAGA.CODICE, ANA_MAGA.DESCRIZIONE, "_s;
+    static const QList<PrintQuery> queries = {
+        {u"adsAzienda"_s, u"MMGdsAzienda"_s, companyText()},
+        {u"adsDdTScarico"_s, u"dsDdTScarico"_s, byKey(u"DDT_SCARICO"_s, u"IDDDT_SCARICO"_s)},
+        {u"adsDdTScaricoDett"_s, u"dsDdTScaricoDett"_s, byKey(u"DDT_SCARICO_DETT"_s, u"IDDDT_SCARICO"_s)},
+        {u"adsFattAcc"_s, u"dsFattAcc"_s, byKey(u"FATT_ACC"_s, u"IDFATT_ACC"_s)},
+        {u"adsFattAccDett"_s, u"dsFattAccDett"_s, byKey(u"FATT_ACC_DETT"_s, u"IDFATT_ACC"_s)},
+        {u"adsFattAccIva"_s, u"dsFattAccIva"_s,
+         u"SELECT\r\nSUM(IMPORTO) AS IMPONIBILE,\r\nSUM((IMPORTO * IVA_ALIQUOTA) / 100) AS IMPOSTA,\r\n"
+         "IVA_CODICE,\r\nIVA_DESCRIZIONE,\r\nIVA_ALIQUOTA\r\nFROM FATT_ACC_DETT\r\n"
+         "WHERE IDFATT_ACC = :IDFATT_ACC AND IVA_IDALIQUOTA_IVA IS NOT NULL\r\n"
+         "GROUP BY IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA\r\nORDER BY IVA_CODICE"_s},
+        {u"adsInventario"_s, u"dsInventario"_s, article + stock + u" FROM ANA_MAGA"_s},
+        {u"adsSottoscortaRiordino"_s, u"dsSottoscortaRiordino"_s,
+         article + u"ANA_MAGA.SOTTOSCORTA, ANA_MAGA.RIORDINO, "_s + stock + u" FROM ANA_MAGA"_s},
+        {u"adsInventarioValorizzato"_s, u"dsInventarioValorizzato"_s,
+         article + stock + u", "_s + sumOf(u"VALORE_IMPORTO"_s, u"VALORE"_s) + u" FROM ANA_MAGA"_s},
+    };
+    return queries;
+}
+
+} // namespace
+
+TMMGdmStampe::TMMGdmStampe(data::Connection *connection, QObject *parent)
+    : QObject(parent)
+{
+    setObjectName(u"dmStampe"_s);
+    for (const PrintQuery &spec : printQueries()) {
+        auto *query = new data::DataSet(connection, this);
+        query->setObjectName(spec.name);
+        query->setCommandText(spec.text);
+        query->setCursorType(data::CursorType::Static);
+    }
+}
+
+data::DataSet &TMMGdmStampe::query(const QString &name) const
+{
+    auto *found = findChild<data::DataSet *>(name, Qt::FindDirectChildrenOnly);
+    if (!found)
+        throw core::Error(u"La query di stampa \"%1\" non esiste."_s.arg(name));
+    return *found;
+}
+
+data::DataSet &TMMGdmStampe::dataConnection(const QString &name) const
+{
+    for (const PrintQuery &spec : printQueries()) {
+        if (spec.connectionName == name)
+            return query(spec.name);
+    }
+    throw core::Error(u"La connessione dati \"%1\" non esiste."_s.arg(name));
+}

@@ -1,0 +1,220 @@
+#include "magazzino/uMMGModMagazzino.h"
+
+#include "host/Corvane3Impl.h"
+#include "host/IntfPack.h"
+#include "magazzino/Azioni.h"
+#include "magazzino/MMGUtils.h"
+#include "magazzino/reports/uMMGdmStampe.h"
+#include "magazzino/ui/SelectionDialog.h"
+#include "platform/core/Error.h"
+#include "platform/core/Messages.h"
+#include "platform/data/DataSet.h"
+#include "platform/report/Report.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFileInfo>
+#include <QMenu>
+#include <QToolBar>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct DataSetSpec
+{
+    QString name;
+    QString table;
+    QString parameter; ///< key column in the WHERE clause
+    QString key;       ///< key of the table itself
+    data::CursorType cursor = data::CursorType::Keyset;
+};
+
+const QList<DataSetSpec> &dataSetSpecs()
+{
+    constexpr auto fixed = data::CursorType::Static;
+    static const QList<DataSetSpec> specs = {
+        {u"adsCausaliTrasporto"_s, u"CAUSALI_TRASPORTO"_s, u"IDCAUSALE_TRASPORTO"_s, u"IDCAUSALE_TRASPORTO"_s},
+        {u"adsDdTScarico"_s, u"DDT_SCARICO"_s, u"IDDDT_SCARICO"_s, u"IDDDT_SCARICO"_s},
+        {u"adsDdTScaricoDett"_s, u"DDT_SCARICO_DETT"_s, u"IDDDT_SCARICO"_s, u"IDDDT_SCARICO_DETT"_s},
+        {u"adsTipiTrasporto"_s, u"TIPI_TRASPORTO"_s, u"IDTIPO_TRASPORTO"_s, u"IDTIPO_TRASPORTO"_s},
+        {u"adsFattAcc"_s, u"FATT_ACC"_s, u"IDFATT_ACC"_s, u"IDFATT_ACC"_s},
+        {u"adsFattAccDett"_s, u"FATT_ACC_DETT"_s, u"IDFATT_ACC"_s, u"IDFATT_ACC_DETT"_s},
+        {u"adsMoviMaga"_s, u"MOVI_MAGA"_s, u"IDMOVI_MAGA"_s, u"IDMOVI_MAGA"_s, fixed},
+        {u"adsFornitore"_s, u"FORNITORI"_s, u"IDFORNITORE"_s, u"IDFORNITORE"_s},
+        {u"adsBollaCarico"_s, u"BOLLE_CARICO"_s, u"IDBOLLA_CARICO"_s, u"IDBOLLA_CARICO"_s},
+        {u"adsBollaCaricoDett"_s, u"BOLLE_CARICO_DETT"_s, u"IDBOLLA_CARICO"_s, u"IDBOLLA_CARICO_DETT"_s},
+        {u"adsVettore"_s, u"VETTORI"_s, u"IDVETTORE"_s, u"IDVETTORE"_s, fixed},
+    };
+    return specs;
+}
+
+// Registers the module once while its library loads; a second run of the initialisation changes nothing.
+const bool registered = [] {
+    RegisterPackage(packageName, u"Modulo Magazzino"_s, packageClass<TMMGModMagazzino>());
+    return true;
+}();
+
+} // namespace
+
+TMMGModMagazzino &Modulo()
+{
+    auto *module = qobject_cast<TMMGModMagazzino *>(GetPackageInstance(packageName));
+    if (!module)
+        throw core::Error(u"Il modulo \"%1\" non è caricato."_s.arg(packageName));
+    return *module;
+}
+
+TMMGModMagazzino::TMMGModMagazzino(QObject *owner)
+    : QWidget(qobject_cast<QWidget *>(owner))
+    , ModADOConn(new data::Connection(this))
+    , rSystem(new report::ReportSystem(this))
+    , rProject(new report::ReportProject(this))
+    , rPDF(new report::PdfRenderer(this))
+    , dlgSavePDF{.title = u"Salva come PDF"_s, .filter = u"File PDF (*.pdf)"_s, .defaultExtension = u"pdf"_s}
+{
+    setObjectName(u"MMGModMagazzino"_s);
+    setWindowTitle(u"Modulo magazzino"_s);
+    ModADOConn->setObjectName(u"ModADOConn"_s);
+    ModADOConn->setConnectionString(u"Provider=MSDASQL.1;Persist Security Info=False;Data Source=CORVANE3_LOCAL;"_s);
+    rProject->setProjectFile(u"Magazzino.rav"_s);
+    rSystem->overrideSetup = [this](auto &system, int mode, QWidget *form) {
+        rSystemOverrideSetup(system, mode, form);
+    };
+    rSystem->overridePreview = [this](auto &system, int mode, QWidget *form) {
+        rSystemOverridePreview(system, mode, form);
+    };
+    createDataSets();
+    createActions();
+    createMenus();
+    createToolBars();
+}
+
+TMMGModMagazzino::~TMMGModMagazzino()
+{
+    // The forms live in the host's child windows, but they work on this module's data sets.
+    for (const QPointer<QWidget> &form : std::as_const(forms_))
+        delete form;
+}
+
+void TMMGModMagazzino::createDataSets()
+{
+    for (const DataSetSpec &spec : dataSetSpecs()) {
+        auto *dataSet = new data::DataSet(ModADOConn, this);
+        dataSet->setObjectName(spec.name);
+        dataSet->setCommandText(u"SELECT\r\n*\r\nFROM %1\r\nWHERE %2=:%2"_s.arg(spec.table, spec.parameter));
+        dataSet->setUpdateTarget({spec.table, spec.key});
+        dataSet->setCursorType(spec.cursor);
+    }
+}
+
+data::DataSet &TMMGModMagazzino::dataSet(const QString &name) const
+{
+    auto *found = findChild<data::DataSet *>(name, Qt::FindDirectChildrenOnly);
+    if (!found)
+        throw core::Error(u"Il data set \"%1\" non esiste."_s.arg(name));
+    return *found;
+}
+
+QAction *TMMGModMagazzino::action(const QString &name) const
+{
+    return findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
+}
+
+void TMMGModMagazzino::createActions()
+{
+    for (const ModuleAction &spec : moduleActions()) {
+        auto *action = new QAction(spec.caption, this);
+        action->setObjectName(spec.name);
+        action->setProperty("category", spec.category);
+        action->setEnabled(spec.create != nullptr);
+        connect(action, &QAction::triggered, this, [this, &spec] { core::guarded(this, [&] { execute(spec); }); });
+    }
+}
+
+void TMMGModMagazzino::execute(const ModuleAction &spec)
+{
+    if (!spec.right.isEmpty() && !UserHasAbilitazione(spec.right, GetKxCurrentUserName(), *ModADOConn)) {
+        core::refuseForRights(this);
+        return;
+    }
+    QPointer<QWidget> &form = forms_[spec.name];
+    if (!form)
+        form = spec.create(this);
+    if (spec.kind == ActionKind::Form)
+        ShowChildForm(form);
+}
+
+QWidget *TMMGModMagazzino::openForm(const QString &actionName)
+{
+    action(actionName)->trigger();
+    return forms_.value(actionName);
+}
+
+TMMGModSelezionaBase &TMMGModMagazzino::selectionDialog(const QString &actionName)
+{
+    auto *dialog = qobject_cast<TMMGModSelezionaBase *>(openForm(actionName));
+    if (!dialog)
+        throw core::Error(u"La finestra di selezione non è disponibile."_s);
+    return *dialog;
+}
+
+void TMMGModMagazzino::Initialize()
+{
+    try {
+        for (QMenu *menu : std::as_const(menus_)) {
+            // Only these two of the host's menus are made when the host has none of the name.
+            const bool createMissing = menu->objectName() == u"mnDocumenti"_s || menu->objectName() == u"mnMagazzino"_s;
+            MergeAdvMenuItems(qApp, menu->objectName(), menu, createMissing);
+        }
+        adoptHostConnection();
+        openReports();
+        AggiornaDatabase();
+        dmStampe = new TMMGdmStampe(ModADOConn, this);
+        MergeAdvToolBarItems(qApp, GetKxCommonToolBarProperties(TKxCommonToolBars::Documenti), toolBars_[0]);
+        MergeAdvToolBarItems(qApp, GetKxCommonToolBarProperties(TKxCommonToolBars::Anagrafiche), toolBars_[1]);
+    } catch (const std::exception &error) {
+        throw core::Error(core::errorText(error), core::errorContext(error));
+    }
+}
+
+void TMMGModMagazzino::Finalize() {}
+
+bool TMMGModMagazzino::ExecutePkgAction(const QString &, const QVariantList &, int)
+{
+    return false;
+}
+
+// The first database connection among the main form's components is the suite's.
+void TMMGModMagazzino::adoptHostConnection()
+{
+    const QWidget *mainForm = GetMainForm();
+    auto *connection = mainForm ? mainForm->findChild<data::Connection *>({}, Qt::FindDirectChildrenOnly) : nullptr;
+    if (!connection)
+        return;
+    ModADOConn->close();
+    ModADOConn->setConnectionString(connection->connectionString());
+    ModADOConn->open();
+}
+
+void TMMGModMagazzino::openReports()
+{
+    rProject->close();
+    const QString path = QCoreApplication::applicationDirPath() + u"/Magazzino.rav"_s;
+    if (!QFileInfo::exists(path)) {
+        core::showError(this, u"Impossibile trovare il file delle stampe del modulo Magazzino!"_s);
+        return;
+    }
+    rProject->setProjectFile(path);
+    rProject->open();
+}
+
+void TMMGModMagazzino::rSystemOverrideSetup(report::ReportSystem &system, int overrideMode, QWidget *form)
+{
+    RaveSystemOverrideSetup(system, overrideMode, form);
+}
+
+void TMMGModMagazzino::rSystemOverridePreview(report::ReportSystem &system, int overrideMode, QWidget *form)
+{
+    RaveSystemOverridePreview(system, overrideMode, form);
+}

@@ -1,0 +1,78 @@
+#pragma once
+#include "platform/ui/Dialogs.h"
+
+#include <QHash>
+#include <QPointer>
+#include <QVariant>
+#include <QWidget>
+
+class QAction;
+class QMenu;
+class QToolBar;
+class TMMGdmStampe;
+class TMMGModSelezionaBase;
+struct ModuleAction;
+namespace data {
+class Connection;
+class DataSet;
+} // namespace data
+namespace report {
+class PdfRenderer;
+class ReportProject;
+class ReportSystem;
+} // namespace report
+
+/// The module object: a hidden form of the host that owns the module's connection, data sets, report objects, actions,
+/// menus and tool bars, and knows the forms that are open. The rest of the module reaches it through Modulo().
+class TMMGModMagazzino : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `owner` is the host's; the host destroys the module itself.
+    explicit TMMGModMagazzino(QObject *owner);
+    ~TMMGModMagazzino() override;
+
+    /// Start, called by the host once. Any failure is thrown as a core::Error with the same text.
+    Q_INVOKABLE void Initialize();
+    /// Stop, called by the host before it destroys the module; there is nothing to do.
+    Q_INVOKABLE void Finalize();
+    /// The host's call-in by name. The module is driven by its actions: every name is accepted, nothing is done and the
+    /// answer is always false.
+    Q_INVOKABLE bool ExecutePkgAction(const QString &action, const QVariantList &parameters, int count);
+
+    data::Connection *ModADOConn;
+    report::ReportSystem *rSystem;
+    report::ReportProject *rProject;
+    report::PdfRenderer *rPDF;
+    ui::SaveFileRequest dlgSavePDF;
+    TMMGdmStampe *dmStampe = nullptr;
+
+    /// One of the module's parameterised data sets, by its name ("adsFornitore"). Throws core::Error for another name.
+    data::DataSet &dataSet(const QString &name) const;
+    QAction *action(const QString &name) const;
+
+    /// Runs an action and returns the form it opened; null when it was refused or failed.
+    QWidget *openForm(const QString &actionName);
+    /// Runs a selection action, which makes sure that its dialog exists, and returns the dialog.
+    TMMGModSelezionaBase &selectionDialog(const QString &actionName);
+
+    void rSystemOverrideSetup(report::ReportSystem &system, int overrideMode, QWidget *form);
+    void rSystemOverridePreview(report::ReportSystem &system, int overrideMode, QWidget *form);
+
+private:
+    void createDataSets();
+    void createActions();
+    void createMenus();
+    void createToolBars();
+    void adoptHostConnection();
+    void openReports();
+    void execute(const ModuleAction &action);
+
+    QHash<QString, QPointer<QWidget>> forms_; // by action; a form that was freed clears its pointer by dying
+    QList<QMenu *> menus_;
+    QList<QToolBar *> toolBars_;
+};
+
+/// The live module object, found in the host's registry. Throws core::Error when it is not loaded.
+TMMGModMagazzino &Modulo();

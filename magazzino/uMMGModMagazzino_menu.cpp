@@ -1,0 +1,122 @@
+#include "magazzino/uMMGModMagazzino.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QToolBar>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// An entry of a menu or tool bar; an empty action stands for a separator.
+struct Entry
+{
+    QString action;
+    QString caption; ///< of its own; the action's when empty
+};
+
+struct Container
+{
+    QString name;
+    QString caption;
+    QList<Entry> entries;
+};
+
+// In the order in which they are merged into the host's main menu.
+const QList<Container> &menuSpecs()
+{
+    static const QList<Container> menus = {
+        {u"mnDocumenti"_s,
+         u"Documenti"_s,
+         {{u"actRicercaDdTScarico"_s, u"D.d.T. di scarico"_s},
+          {},
+          {u"actRicercaFattureAccompagnatorie"_s, u"Fatture Accompagnatorie"_s},
+          {}}},
+        {u"mnTabelle"_s, u"Tabelle"_s, {{u"actRicercaCausaliTrasporto"_s, {}}, {u"actRicercaTipiTrasporto"_s, {}}}},
+        {u"mnMagazzino"_s,
+         u"Magazzino"_s,
+         {{u"actRicercaBolleCarico"_s, {}},
+          {},
+          {u"actRicercaMovimentiMagazzino"_s, {}},
+          {u"actStampaInventario"_s, {}},
+          {u"actStampaInventarioValorizzato"_s, {}},
+          {u"actStampaSottoscortaRiordino"_s, {}}}},
+        {u"mnAnagrafiche"_s, u"Anagrafiche"_s, {{u"actRicercaFornitori"_s, {}}, {u"actRicercaVettori"_s, {}}}},
+    };
+    return menus;
+}
+
+const QList<Container> &toolBarSpecs()
+{
+    static const QList<Container> bars = {
+        {u"tBarMMGDocumenti"_s,
+         u"Documenti"_s,
+         {{u"actRicercaFattureAccompagnatorie"_s, {}},
+          {u"actRicercaBolleCarico"_s, {}},
+          {u"actRicercaDdTScarico"_s, {}}}},
+        {u"tBarMMGAnagrafiche"_s, u"Anagrafiche"_s, {{u"actRicercaFornitori"_s, {}}}},
+    };
+    return bars;
+}
+
+struct Hint
+{
+    QString action;
+    QString title;
+    QString text;
+};
+
+const QList<Hint> &hintSpecs()
+{
+    static const QList<Hint> hints = {
+        {u"actRicercaFattureAccompagnatorie"_s, u"Ricerca Fatture Accompagnatorie"_s,
+         u"Apre la maschera di ricerca delle Fatture Immediate Accompagnatorie."_s},
+        {u"actRicercaDdTScarico"_s, u"Ricerca D.d.T. di scarico"_s,
+         u"Apre la maschera di ricerca dei D.d.T. di scarico."_s},
+    };
+    return hints;
+}
+
+// A menu item with a caption of its own runs the action and follows its state.
+QAction *renamed(QAction *action, const QString &caption, QObject *parent)
+{
+    auto *item = new QAction(action->icon(), caption, parent);
+    item->setEnabled(action->isEnabled());
+    QObject::connect(item, &QAction::triggered, action, &QAction::trigger);
+    QObject::connect(action, &QAction::changed, item, [item, action] { item->setEnabled(action->isEnabled()); });
+    return item;
+}
+
+} // namespace
+
+void TMMGModMagazzino::createMenus()
+{
+    for (const Container &spec : menuSpecs()) {
+        auto *menu = new QMenu(spec.caption, this);
+        menu->setObjectName(spec.name);
+        for (const Entry &entry : spec.entries) {
+            if (entry.action.isEmpty())
+                menu->addSeparator();
+            else if (entry.caption.isEmpty())
+                menu->addAction(action(entry.action));
+            else
+                menu->addAction(renamed(action(entry.action), entry.caption, menu));
+        }
+        menus_.append(menu);
+    }
+}
+
+void TMMGModMagazzino::createToolBars()
+{
+    for (const Container &spec : toolBarSpecs()) {
+        auto *bar = new QToolBar(spec.caption, this);
+        bar->setObjectName(spec.name);
+        for (const Entry &entry : spec.entries)
+            bar->addAction(action(entry.action));
+        toolBars_.append(bar);
+    }
+    for (const Hint &hint : hintSpecs()) {
+        action(hint.action)->setToolTip(u"<b>%1</b><br>%2"_s.arg(hint.title, hint.text));
+        action(hint.action)->setStatusTip(hint.text);
+    }
+}

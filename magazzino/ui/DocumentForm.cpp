@@ -1,0 +1,272 @@
+#include "magazzino/ui/DocumentForm.h"
+
+#include "magazzino/MMGUtils.h"
+#include "magazzino/uMMGModMagazzino.h"
+#include "magazzino/ui/Scelta.h"
+#include "platform/core/Clock.h"
+#include "platform/core/Format.h"
+#include "platform/core/Messages.h"
+#include "platform/data/DataSet.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolTip>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWidget *owner)
+    : EntryForm(spec.form, &Modulo().dataSet(spec.headerDataSet), owner)
+    , spec_(spec)
+{
+    setOpeningSize({1060, 620});
+    setMinimumSize(860, 540);
+    mainLayout()->addWidget(newToolBar(u"tBarStandard"_s));
+
+    number_ = declare(new ui::IntegerField(
+        {.name = u"txtNumero"_s, .label = u"N."_s, .column = u"NUMERO"_s, .minimum = 1, .initial = 1}, this));
+    date_ = declare(new ui::DateField(
+        {.name = u"txtData"_s, .label = u"Data"_s, .column = u"DATA"_s, .yearColumn = u"ANNO"_s}, this));
+    auto *heading = new QGridLayout;
+    place(heading, number_, 0, 0);
+    place(heading, date_, 0, 1);
+    heading->setColumnStretch(4, 1);
+    heading->setHorizontalSpacing(8);
+    mainLayout()->addLayout(heading);
+    mainLayout()->addWidget(pages(), 1);
+    generalPage_ = addPage(spec.generalPage);
+
+    refuseIf([this] { return spec_.numberExists(numero(), data().year(), IdRecord()); },
+             u"Esiste già un documento con questo numero!"_s);
+}
+
+void TMMGInserimentoDocumento::finishLayout(const QStringList &commands)
+{
+    createRowsPage();
+    QWidget *notesPage = addPage(spec_.notesPage);
+    auto *notes =
+        declare(new ui::MemoField({.name = u"txtNote"_s, .label = u"Note"_s, .column = u"NOTE"_s}, notesPage));
+    auto *notesLayout = new QVBoxLayout(notesPage);
+    auto *notesLabel = new QLabel(notes->label(), notesPage);
+    notesLabel->setBuddy(notes->widget());
+    notesLayout->addWidget(notesLabel);
+    notesLayout->addWidget(notes->widget());
+    if (spec_.showsTotals)
+        mainLayout()->addWidget(createTotals());
+    placeCommands(findChild<QToolBar *>(u"tBarStandard"_s), commands);
+    NuovoRecord();
+}
+
+void TMMGInserimentoDocumento::createRowsPage()
+{
+    QWidget *page = addPage(spec_.rowsPage);
+    auto *layout = new QVBoxLayout(page);
+    layout->setSpacing(2);
+    QToolBar *bar = newToolBar(u"tBarRighe"_s);
+    createRowCommands(bar);
+    layout->addWidget(bar);
+    grid_ = new DocumentGrid(spec_.columns, page);
+    grid_->setObjectName(spec_.gridName);
+    layout->addWidget(grid_, 1);
+    connect(&grid_->rowsModel(), &DocumentRowsModel::cellEdited, this, &TMMGInserimentoDocumento::cellEdited);
+    // Shown once the editor has closed: a box while it loses the focus would open it again.
+    connect(&grid_->rowsModel(), &DocumentRowsModel::cellRefused, this, &TMMGInserimentoDocumento::cellRefused,
+            Qt::QueuedConnection);
+}
+
+void TMMGInserimentoDocumento::createRowCommands(QToolBar *bar)
+{
+    const RowCommandCaptions &captions = spec_.rowCommands;
+    const QList<ui::Command> commands = {
+        {u"actAggiungiArticolo"_s, captions.articolo, [this] { aggiungiArticolo(); }, ui::Icon::Add,
+         QKeySequence(u"Ctrl+Ins"_s)},
+        {u"actAggiungiServizio"_s, captions.servizio, [this] { aggiungiServizio(); }, ui::Icon::Service},
+        {u"actAggiungiTesto"_s, captions.testo, [this] { aggiungiTesto(); }, ui::Icon::Text},
+        {u"actEliminaRiga"_s, captions.elimina, [this] { eliminaRiga(); }, ui::Icon::Remove,
+         QKeySequence(u"Ctrl+Del"_s)},
+        {u"actSpostaRigaSu"_s, captions.su, [this] { spostaRiga(-1); }, ui::Icon::Up, QKeySequence(u"Ctrl+Up"_s)},
+        {u"actSpostaRigaGiu"_s, captions.giu, [this] { spostaRiga(1); }, ui::Icon::Down, QKeySequence(u"Ctrl+Down"_s)},
+    };
+    for (const ui::Command &command : commands) {
+        if (!command.caption.isEmpty())
+            bar->addAction(addCommand(command));
+    }
+}
+
+QWidget *TMMGInserimentoDocumento::createTotals()
+{
+    auto *box = new QWidget(this);
+    auto *line = new QHBoxLayout(box);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addStretch();
+    const QList<std::pair<QString, QString>> totals = {{u"lblTotaleImponibile"_s, u"Totale imponibile"_s},
+                                                       {u"lblTotaleImposta"_s, u"Totale imposta"_s},
+                                                       {u"lblTotaleDocumento"_s, u"Totale documento"_s}};
+    for (const auto &[name, caption] : totals) {
+        line->addSpacing(12);
+        line->addWidget(new QLabel(caption, box));
+        auto *value = new QLabel(box);
+        value->setObjectName(name);
+        value->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+        value->setMargin(4);
+        value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        value->setMinimumWidth(fontMetrics().horizontalAdvance(u"-€ 99.999.999,99"_s) + 16);
+        QFont bold = value->font();
+        bold.setBold(totalLabels_.size() == 2);
+        value->setFont(bold);
+        line->addWidget(value);
+        totalLabels_.append(value);
+    }
+    return box;
+}
+
+void TMMGInserimentoDocumento::showTotals(double imponibile, double imposta, double documento)
+{
+    if (!spec_.showsTotals)
+        return;
+    totalLabels_[0]->setText(core::formatCurrency(imponibile));
+    totalLabels_[1]->setText(core::formatCurrency(imposta));
+    totalLabels_[2]->setText(core::formatCurrency(documento));
+}
+
+DocumentTotals TMMGInserimentoDocumento::AggiornaTotaliDocumento()
+{
+    const VatRateOf rateOf = [this](int key) -> std::optional<double> {
+        if (!spec_.showsTotals)
+            return {};
+        const TAliquotaIVA rate = GetAliquotaIVA(key);
+        return rate.id > 0 ? std::optional(rate.aliquota) : std::nullopt;
+    };
+    grid_->rowsModel().updateRows(
+        [&](QList<DocumentRow> &rows) { totals_ = recomputeDocument(rows, spec_.unitPrice, rateOf); });
+    showTotals(totals_.imponibile, totals_.imposta, totals_.documento());
+    return totals_;
+}
+
+void TMMGInserimentoDocumento::resetDetails()
+{
+    number_->setValue(spec_.nextNumber(core::today().year()));
+    grid_->rowsModel().setRows({});
+    totals_ = {};
+    showTotals(0, 0, 0);
+}
+
+// Row changes
+
+void TMMGInserimentoDocumento::rowsChanged()
+{
+    SetModified(true);
+    AggiornaTotaliDocumento();
+    grid_->fitRowHeights();
+}
+
+void TMMGInserimentoDocumento::addRow(const DocumentRow &row)
+{
+    finishEditing();
+    DocumentRowsModel &model = grid_->rowsModel();
+    model.append(row);
+    rowsChanged();
+    const RowColumn unit = model.indexOf(RowColumn::Costo) >= 0 ? RowColumn::Costo : RowColumn::Prezzo;
+    grid_->select(model.rowCount() - 1, row.tipo == tipoRiga::testo ? RowColumn::Descrizione : unit);
+    grid_->setFocus();
+}
+
+void TMMGInserimentoDocumento::aggiungiArticolo()
+{
+    const auto chosen = scegli(u"actModSelezionaArticolo"_s);
+    if (!chosen)
+        return;
+    const TArticolo article = GetArticolo(chosen->key);
+    if (article.id <= 0)
+        return;
+    const TAliquotaIVA rate = GetAliquotaIVA(article.idAliquotaIVA);
+    const TCodiceTesto unit = GetUM(article.idUM);
+    addRow({.tipo = tipoRiga::articolo,
+            .codice = article.codice,
+            .descrizione = article.descrizione,
+            .idCategoria = article.idCategoria,
+            .costo = article.costo,
+            .prezzo = article.prezzo,
+            .quantita = 1,
+            .importo = article.prezzo,
+            .idAliquotaIVA = article.idAliquotaIVA,
+            .codiceIVA = rate.codice,
+            .idUM = article.idUM,
+            .um = unit.testo});
+}
+
+void TMMGInserimentoDocumento::aggiungiServizio()
+{
+    const auto chosen = scegli(u"actModSelezionaServizio"_s);
+    if (!chosen)
+        return;
+    const TServizio service = GetServizio(chosen->key);
+    if (service.id <= 0)
+        return;
+    const TAliquotaIVA rate = GetAliquotaIVA(service.idAliquotaIVA);
+    const TCodiceTesto unit = GetUM(service.idUM);
+    addRow({.tipo = tipoRiga::servizio,
+            .codice = service.codice,
+            .descrizione = service.descrizione,
+            .idCategoria = service.idCategoria,
+            .costo = service.costo,
+            .prezzo = service.prezzo,
+            .quantita = 1,
+            .importo = service.prezzo,
+            .idAliquotaIVA = service.idAliquotaIVA,
+            .codiceIVA = rate.codice,
+            .idUM = service.idUM,
+            .um = unit.testo});
+}
+
+void TMMGInserimentoDocumento::aggiungiTesto()
+{
+    addRow({.tipo = tipoRiga::testo});
+    grid_->edit(grid_->currentIndex());
+}
+
+void TMMGInserimentoDocumento::eliminaRiga()
+{
+    finishEditing();
+    const int row = grid_->selectedRow();
+    if (row < 0 || !core::confirm(this, u"Eliminare la riga selezionata?"_s))
+        return;
+    grid_->rowsModel().remove(row);
+    rowsChanged();
+}
+
+void TMMGInserimentoDocumento::spostaRiga(int step)
+{
+    finishEditing();
+    const QModelIndex current = grid_->currentIndex();
+    if (!current.isValid() || !grid_->rowsModel().move(current.row(), step))
+        return;
+    grid_->setCurrentIndex(current.siblingAtRow(current.row() + step));
+    grid_->fitRowHeights();
+    SetModified(true);
+}
+
+void TMMGInserimentoDocumento::cellEdited()
+{
+    SetModified(true);
+    core::guarded(this, [this] {
+        const ui::WaitCursor wait;
+        AggiornaTotaliDocumento();
+    });
+}
+
+void TMMGInserimentoDocumento::cellRefused(const QString &text, bool unreadable)
+{
+    if (unreadable) {
+        core::showError(this, text);
+        return;
+    }
+    const QRect cell = grid_->visualRect(grid_->currentIndex());
+    QToolTip::showText(grid_->viewport()->mapToGlobal(cell.bottomLeft()), text, grid_);
+}
+
+bool TMMGInserimentoDocumento::finishEditing()
+{
+    return grid_->finishEditing();
+}

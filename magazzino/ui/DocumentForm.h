@@ -1,0 +1,112 @@
+#pragma once
+#include "magazzino/ui/DocumentGrid.h"
+#include "platform/ui/EntryForm.h"
+#include "platform/ui/Fields.h"
+
+class QLabel;
+struct TMoviMaga;
+
+/// Captions of the row commands; a command with an empty caption does not exist.
+struct RowCommandCaptions
+{
+    QString articolo;
+    QString servizio;
+    QString testo;
+    QString elimina;
+    QString su;
+    QString giu;
+};
+
+/// Everything in which one kind of document differs from another.
+struct DocumentSpec
+{
+    ui::EntryFormSpec form;
+    QString headerDataSet; ///< of the module
+    QString rowsDataSet;   ///< of the module, by the header's key
+    QString rowTable;
+    QString rowKey;
+    QString rowGenerator;
+    QString generalPage; ///< page captions
+    QString rowsPage;
+    QString notesPage;
+    QString gridName;
+    QList<RowColumnSpec> columns;
+    RowCommandCaptions rowCommands;
+    UnitPrice unitPrice = nullptr; ///< the price that is typed: cost of a receipt, sale price of an issue
+    bool storesCost = false;       ///< rows store the cost (and no price); otherwise the price (and no cost)
+    bool showsTotals = false;      ///< and stores them; otherwise the stored totals are 0
+
+    QString documentKind; ///< RIF_DOC_TIPO of the movements
+    QString movementKind; ///< TIPO_MOVIMENTO
+    int quantitySign = 1; ///< 1 for goods in, -1 for goods out
+    QString movementNote; ///< before the document's number
+
+    std::function<int(int anno)> nextNumber;
+    std::function<bool(int numero, int anno, int idEscluso)> numberExists;
+    std::function<bool(QWidget *owner, int id)> deleteDocument; ///< with its questions; true when it is gone
+};
+
+/// The form of a document that moves stock: number and date, header pages, rows, notes. Saving writes the header,
+/// rewrites all rows and for each article row one stock movement, in one transaction.
+class TMMGInserimentoDocumento : public ui::EntryForm
+{
+    Q_OBJECT
+
+public:
+    TMMGInserimentoDocumento(const DocumentSpec &spec, QWidget *owner);
+
+    /// Recomputes row amounts and the shown totals.
+    DocumentTotals AggiornaTotaliDocumento();
+    DocumentGrid &grid() const { return *grid_; }
+
+protected:
+    /// The header's page, filled by the concrete form between the constructor and finishLayout().
+    QWidget *generalPage() const { return generalPage_; }
+    int numero() const { return number_->value(); }
+    QDate data() const { return date_->date(); }
+
+    /// Adds rows and notes pages and the commands, then starts a new document. `commands` of the form's tool bar and
+    /// menu; an empty name is a separator.
+    void finishLayout(const QStringList &commands);
+
+    void resetDetails() override;
+    void clearDetails() override;
+    void loadDetails() override;
+    bool finishEditing() override;
+    void prepareSave() override;
+    void writeComputed(data::DataSet &record) const override;
+    void writeDetails() override;
+    bool deleteStored(int id) override { return spec_.deleteDocument(this, id); }
+
+    /// Value per unit that an article row's movement is booked at, EUR.
+    virtual double movementValue(const DocumentRow &row) const = 0;
+    /// Costs of stored article rows by row key, for documents whose rows do not store them.
+    virtual QHash<int, double> storedCosts() const { return {}; }
+
+private:
+    void createRowsPage();
+    void createRowCommands(QToolBar *bar);
+    QWidget *createTotals();
+    void addRow(const DocumentRow &row);
+    void aggiungiArticolo();
+    void aggiungiServizio();
+    void aggiungiTesto();
+    void eliminaRiga();
+    void spostaRiga(int step);
+    void cellEdited();
+    void cellRefused(const QString &text, bool unreadable);
+    void rowsChanged();
+    DocumentRow readRow(const data::DataSet &rows, const QHash<int, double> &costs) const;
+    void writeRow(data::DataSet &rows, const DocumentRow &row);
+    void writeArticleOrService(data::DataSet &rows, const DocumentRow &row) const;
+    void writeMovement(const DocumentRow &row, int rowKey);
+    void showTotals(double imponibile, double imposta, double documento);
+
+    DocumentSpec spec_;
+    ui::IntegerField *number_;
+    ui::DateField *date_;
+    QWidget *generalPage_;
+    DocumentGrid *grid_ = nullptr;
+    QList<QLabel *> totalLabels_;
+    DocumentTotals totals_;
+};

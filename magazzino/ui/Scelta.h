@@ -1,0 +1,25 @@
+#pragma once
+#include "platform/ui/ChoiceFields.h"
+
+struct TAnagrafica;
+
+/// Shows the module's selection dialog behind `action` modally; nothing when the user cancels. The text is empty unless
+/// the dialog returns one.
+std::optional<ui::Choice> scegli(const QString &action);
+
+/// The same for dialogs that return a key only; `read` looks up the text, nothing when it finds no record.
+template <typename Reader>
+std::optional<ui::Choice> scegliConLettore(const QString &action, Reader read)
+{
+    const auto choice = scegli(action);
+    if (!choice)
+        return {};
+    const auto found = read(choice->key);
+    if (found.id <= 0)
+        return {};
+    return ui::Choice{found.id, found.testo};
+}
+
+/// The nine texts of a counterpart as documents copy them: code, name, address, town, postcode, province, country, tax
+/// code, VAT number. Carriers take the first seven.
+QStringList valoriAnagrafica(const TAnagrafica &anagrafica);

@@ -1,0 +1,217 @@
+#include "magazzino/ui/SelectionDialog.h"
+
+#include "magazzino/MMGUtils.h"
+#include "platform/core/Messages.h"
+#include "platform/data/Connection.h"
+#include "platform/data/SqlText.h"
+#include "platform/ui/CategoryTree.h"
+#include "platform/ui/Controls.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Places of the category nodes' images in the suite's shared image list.
+constexpr int closedCategoryImage = 77;
+constexpr int openCategoryImage = 76;
+
+QPushButton *pushButton(const QString &name, const QString &caption, QWidget *parent)
+{
+    auto *button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    // Otherwise Enter in a filter would search and then press this button too.
+    button->setAutoDefault(false);
+    return button;
+}
+
+} // namespace
+
+TMMGModSelezionaBase::TMMGModSelezionaBase(const SelectionSpec &spec, QWidget *owner)
+    : QDialog(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                         Qt::MSWindowsFixedSizeDialogHint | Qt::WindowStaysOnTopHint)
+    , spec_(spec)
+{
+    setWindowTitle(spec.caption);
+    setFixedSize(820, 480);
+    auto *layout = new QVBoxLayout(this);
+    layout->setSpacing(6);
+    createFilterBar(layout);
+    grid_ = new ui::ResultGrid(spec.keyField, spec.columns, this);
+    grid_->setObjectName(u"gridRisultati"_s);
+    if (spec.longTexts) {
+        grid_->setWordWrap(true);
+        grid_->verticalHeader()->setDefaultSectionSize(3 * fontMetrics().height());
+    }
+    connect(grid_, &ui::ResultGrid::chosen, this, &QDialog::accept);
+    layout->addWidget(grid_, 1);
+    createLetterBar(layout);
+    createButtons(layout);
+    if (spec.searchCommands)
+        Ripristina();
+}
+
+void TMMGModSelezionaBase::createFilterBar(QVBoxLayout *layout)
+{
+    if (!spec_.searchCommands)
+        return;
+    auto *bar = new QHBoxLayout;
+    for (const TextFilter &filter : std::as_const(spec_.filters)) {
+        auto *edit = new QLineEdit(this);
+        edit->setObjectName(filter.name);
+        edit->setMaxLength(100);
+        connect(edit, &QLineEdit::returnPressed, this, [this] { core::guarded(this, [this] { Cerca(); }); });
+        auto *label = new QLabel(filter.label, this);
+        label->setBuddy(edit);
+        bar->addWidget(label);
+        bar->addWidget(edit, 1);
+        filterEdits_.append(edit);
+    }
+    if (!spec_.category.table.isEmpty()) {
+        category_ = new CategoryTree(this);
+        category_->setObjectName(u"txtCategoria"_s);
+        auto *label = new QLabel(u"Categoria"_s, this);
+        label->setBuddy(category_);
+        bar->addWidget(label);
+        bar->addWidget(category_, 1);
+    }
+    if (filterEdits_.isEmpty())
+        bar->addStretch();
+    QPushButton *search = pushButton(u"actCerca"_s, u"Cerca"_s, this);
+    search->setIcon(ui::icon(ui::Icon::Search));
+    connect(search, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { Cerca(); }); });
+    QPushButton *reset = pushButton(u"actRipristina"_s, u"Ripristina"_s, this);
+    reset->setIcon(ui::icon(ui::Icon::Reset));
+    connect(reset, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { Ripristina(); }); });
+    bar->addWidget(search);
+    bar->addWidget(reset);
+    layout->addLayout(bar);
+}
+
+void TMMGModSelezionaBase::createLetterBar(QVBoxLayout *layout)
+{
+    if (spec_.letterColumn.isEmpty())
+        return;
+    auto *box = new QWidget(this);
+    box->setObjectName(u"BarraRicerca"_s);
+    auto *bar = new QHBoxLayout(box);
+    bar->setContentsMargins(0, 0, 0, 0);
+    bar->setSpacing(1);
+    static const QString alphabet = u"ABCDEFGHIJKLMNOPQRSTUVWXYZ*"_s;
+    for (const QChar letter : alphabet) {
+        auto *button = new QToolButton(box);
+        button->setText(letter);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        // One stop for the whole bar; the arrows walk along it.
+        button->setFocusPolicy(letter == u'A' ? Qt::StrongFocus : Qt::ClickFocus);
+        connect(button, &QToolButton::clicked, this,
+                [this, button] { core::guarded(this, [this, button] { searchLetter(button->text()); }); });
+        bar->addWidget(button);
+    }
+    layout->addWidget(box);
+}
+
+void TMMGModSelezionaBase::createButtons(QVBoxLayout *layout)
+{
+    auto *bar = new QHBoxLayout;
+    bar->addStretch();
+    QPushButton *ok = pushButton(u"cmdOk"_s, u"OK"_s, this);
+    QPushButton *cancel = pushButton(u"cmdAnnulla"_s, u"Annulla"_s, this);
+    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    bar->addWidget(ok);
+    bar->addWidget(cancel);
+    layout->addLayout(bar);
+}
+
+TCodiceTesto TMMGModSelezionaBase::ApriSelezionato() const
+{
+    const int key = grid_->selectedKey();
+    return {key, spec_.returnsText && key != -1 ? grid_->selectedText() : QString()};
+}
+
+void TMMGModSelezionaBase::AggiornaGriglia(const QString &filter)
+{
+    const ui::WaitCursor wait;
+    grid_->rows().setRows(ModuleConnection().select(spec_.selectText + filter + spec_.orderText));
+    if (spec_.longTexts)
+        grid_->resizeRowsToContents();
+}
+
+QString TMMGModSelezionaBase::filterText() const
+{
+    QStringList conditions;
+    for (int i = 0; i < filterEdits_.size(); ++i) {
+        const QString text = filterEdits_[i]->text();
+        if (!text.isEmpty())
+            conditions.append(spec_.filters[i].column + u" CONTAINING "_s + data::quoted(text));
+    }
+    if (category_ && category_->selectedKey() > 0) {
+        const QList<int> keys =
+            GetElencoIdFiglio(spec_.category.key, category_->selectedKey(), spec_.category.table, ModuleConnection());
+        QStringList texts;
+        for (const int key : keys)
+            texts.append(QString::number(key));
+        conditions.append(u' ' + spec_.category.column + u" IN ("_s + texts.join(u", "_s) + u')');
+    }
+    return conditions.isEmpty() ? QString() : u"WHERE "_s + conditions.join(u" AND "_s);
+}
+
+void TMMGModSelezionaBase::Cerca()
+{
+    AggiornaGriglia(filterText());
+}
+
+void TMMGModSelezionaBase::Ripristina()
+{
+    for (QLineEdit *edit : std::as_const(filterEdits_))
+        edit->clear();
+    if (!category_)
+        return;
+    category_->clearTree();
+    FillTreeView(*category_, spec_.category.key, u"CATEGORIA"_s, u"IDPADRE"_s, spec_.category.table,
+                 u"ORDER BY CATEGORIA"_s, ModuleConnection());
+    UpdateTreeNodeImages(*category_, closedCategoryImage, openCategoryImage);
+    category_->selectKey(-1);
+}
+
+void TMMGModSelezionaBase::searchLetter(const QString &caption)
+{
+    if (caption == u"*"_s)
+        AggiornaGriglia({});
+    else
+        AggiornaGriglia(u"WHERE UPPER(%1) LIKE "_s.arg(spec_.letterColumn) + data::quoted(caption.toUpper() + u'%'));
+}
+
+void TMMGModSelezionaBase::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    core::guarded(this, [this] {
+        if (spec_.onShow == OnShow::LoadLetterA)
+            searchLetter(u"A"_s);
+        else if (spec_.onShow == OnShow::LoadAll)
+            AggiornaGriglia({});
+    });
+    if (filterEdits_.isEmpty())
+        grid_->setFocus();
+    else
+        filterEdits_.first()->setFocus();
+}
+
+void TMMGModSelezionaBase::done(int result)
+{
+    if (result == QDialog::Accepted && grid_->selectedKey() < 0) {
+        core::warn(this, u"Nessuna voce selezionata!"_s);
+        return;
+    }
+    QDialog::done(result);
+}

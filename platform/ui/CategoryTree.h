@@ -1,0 +1,34 @@
+#pragma once
+#include <QComboBox>
+
+/// A drop-down that shows a tree of categories, each level indented below its parent. Entry 0 is the root that stands
+/// for all of them.
+class CategoryTree : public QComboBox
+{
+    Q_OBJECT
+
+public:
+    struct Node
+    {
+        int key = 0;
+        int parentKey = 0; ///< 0, or a key that is not in the tree, hangs the node under the root
+        QString caption;
+    };
+
+    explicit CategoryTree(QWidget *parent = nullptr);
+
+    /// Leaves the root "Tutte le categorie" only, and selects it.
+    void clearTree();
+    /// Adds `nodes`; brothers stay in the order given.
+    void fill(const QList<Node> &nodes);
+    /// Folder images of the nodes below the root: one for nodes with children, one for leaves.
+    void setNodeImages(const QIcon &withChildren, const QIcon &leaf);
+
+    /// Key of the selected category, or -1 for the root.
+    int selectedKey() const;
+    /// Selects the category with `key`; the root when there is none.
+    void selectKey(int key);
+
+private:
+    void addChildren(const QMultiMap<int, int> &children, const QList<Node> &nodes, int parentKey, int depth);
+};

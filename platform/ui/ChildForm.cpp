@@ -1,0 +1,93 @@
+#include "platform/ui/ChildForm.h"
+
+#include "platform/core/Messages.h"
+
+#include <QCloseEvent>
+#include <QMdiSubWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+ChildForm::ChildForm(const QString &caption, const QString &menuCaption, QWidget *parent)
+    : QWidget(parent)
+    , menu_(new QMenu(menuCaption, this))
+{
+    setWindowTitle(caption);
+    setAttribute(Qt::WA_DeleteOnClose);
+}
+
+QAction *ChildForm::command(const QString &name) const
+{
+    return findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
+}
+
+void ChildForm::closeForm()
+{
+    if (auto *window = qobject_cast<QMdiSubWindow *>(parentWidget()))
+        window->close();
+    else
+        close();
+}
+
+QAction *ChildForm::addCommand(const Command &command)
+{
+    auto *action = new QAction(icon(command.icon), command.caption, this);
+    action->setObjectName(command.name);
+    action->setShortcut(command.shortcut);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    QString hint = command.hint.isEmpty() ? command.caption : command.hint;
+    if (!command.shortcut.isEmpty())
+        hint += u" (%1)"_s.arg(command.shortcut.toString(QKeySequence::NativeText));
+    action->setToolTip(hint);
+    action->setStatusTip(command.hint);
+    connect(action, &QAction::triggered, this, [this, run = command.run] { core::guarded(this, run); });
+    addAction(action);
+    return action;
+}
+
+void ChildForm::placeCommands(QToolBar *bar, const QStringList &names, bool inMenu)
+{
+    for (const QString &name : names) {
+        if (QAction *action = command(name)) {
+            bar->addAction(action);
+            if (inMenu)
+                menu_->addAction(action);
+        } else {
+            bar->addSeparator();
+            if (inMenu)
+                menu_->addSeparator();
+        }
+    }
+}
+
+QPushButton *ChildForm::commandButton(QAction *action, const QString &name, QWidget *parent)
+{
+    auto *button = new QPushButton(action->icon(), action->text(), parent);
+    button->setObjectName(name);
+    button->setToolTip(action->toolTip());
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, action, &QAction::trigger);
+    connect(action, &QAction::changed, button, [button, action] { button->setEnabled(action->isEnabled()); });
+    return button;
+}
+
+QToolBar *ChildForm::newToolBar(const QString &name)
+{
+    auto *bar = new QToolBar(this);
+    bar->setObjectName(name);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    bar->setIconSize({16, 16});
+    bar->setMovable(false);
+    return bar;
+}
+
+void ChildForm::closeEvent(QCloseEvent *event)
+{
+    bool may = false;
+    // When the question itself fails, the window stays: nothing typed may be lost.
+    core::guarded(this, [this, &may] { may = mayClose(); });
+    event->setAccepted(may);
+}
+
+} // namespace ui

@@ -1,0 +1,59 @@
+#pragma once
+#include "platform/ui/Controls.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QPushButton>
+#include <QToolBar>
+#include <QWidget>
+
+namespace ui {
+
+/// A command of a form: its name, caption, what it runs and how it is reached.
+struct Command
+{
+    QString name; ///< object name of the action, "actSalva"
+    QString caption;
+    std::function<void()> run;
+    Icon icon = Icon::Open;
+    QKeySequence shortcut;
+    QString hint; ///< tool tip; the caption when empty
+};
+
+/// A child window of the host's main window. It brings a menu of its own, which the host shows while the window is the
+/// active one, and is freed when it closes.
+class ChildForm : public QWidget
+{
+    Q_OBJECT
+
+public:
+    ChildForm(const QString &caption, const QString &menuCaption, QWidget *parent);
+
+    QMenu *formMenu() const { return menu_; }
+    QAction *command(const QString &name) const;
+    /// Closes the window as its close button does.
+    void closeForm();
+
+    /// The size at which the form opens, unless the main window is smaller.
+    QSize sizeHint() const override { return openingSize_; }
+
+protected:
+    void setOpeningSize(QSize size) { openingSize_ = size; }
+    /// Makes an action of `command` that is reached by its shortcut inside this form; errors it throws are shown.
+    QAction *addCommand(const Command &command);
+    /// Puts commands into the form's menu and on `bar`; an empty name makes a separator.
+    void placeCommands(QToolBar *bar, const QStringList &names, bool inMenu = true);
+    /// A push button that runs a command from inside the form.
+    static QPushButton *commandButton(QAction *action, const QString &name, QWidget *parent);
+    QToolBar *newToolBar(const QString &name);
+
+    /// May the window close? Asks the user where something would be lost.
+    virtual bool mayClose() { return true; }
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QMenu *menu_;
+    QSize openingSize_ = {900, 560};
+};
+
+} // namespace ui

@@ -1,0 +1,174 @@
+#include "platform/ui/ChoiceFields.h"
+
+#include "platform/core/Messages.h"
+#include "platform/data/DataSet.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+namespace {
+
+// Values that the user cannot type stand on a sunken field of the window's colour.
+ElidedLabel *valueLabel(const QString &name, QWidget *parent)
+{
+    auto *label = new ElidedLabel(parent);
+    label->setObjectName(name);
+    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    label->setMargin(3);
+    return label;
+}
+
+} // namespace
+
+ChoiceField::ChoiceField(const ChoiceSpec &spec, QWidget *parent)
+    : Field(spec.label, parent)
+    , box_(new QWidget(parent))
+    , label_(valueLabel(spec.name, box_))
+    , spec_(spec)
+{
+    auto *line = new QHBoxLayout(box_);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(3);
+    line->addWidget(label_, 1);
+    auto *button = new QToolButton(box_);
+    button->setObjectName(spec.buttonName);
+    button->setIcon(icon(Icon::Choose));
+    button->setToolTip(u"Scegli dall'elenco"_s);
+    button->setFocusPolicy(Qt::StrongFocus);
+    line->addWidget(button);
+    connect(button, &QToolButton::clicked, this, [this] {
+        core::guarded(box_, [this] {
+            if (const auto choice = spec_.choose(); choice && choice->key > 0) {
+                setChoice(*choice);
+                Q_EMIT edited();
+            }
+        });
+    });
+    if (spec.clearable) {
+        auto *clearButton = new QToolButton(box_);
+        clearButton->setObjectName(spec.buttonName + u"Annulla"_s);
+        clearButton->setIcon(icon(Icon::Clear));
+        clearButton->setToolTip(u"Annulla la scelta"_s);
+        clearButton->setFocusPolicy(Qt::StrongFocus);
+        line->addWidget(clearButton);
+        connect(clearButton, &QToolButton::clicked, this, [this] {
+            clear();
+            Q_EMIT edited();
+        });
+    }
+    clear();
+}
+
+void ChoiceField::setChoice(const Choice &choice)
+{
+    choice_ = choice;
+    label_->setText(choice.key > 0 && !choice.text.isEmpty() ? choice.text : nothingChosen);
+}
+
+void ChoiceField::load(const data::DataSet &record)
+{
+    setChoice({record.integer(spec_.keyColumn, -1), record.text(spec_.textColumn)});
+}
+
+void ChoiceField::write(data::DataSet &record) const
+{
+    const bool chosen = choice_.key > 0;
+    record.setValue(spec_.keyColumn, chosen ? QVariant(choice_.key) : QVariant());
+    record.setValue(spec_.textColumn, chosen ? QVariant(choice_.text) : QVariant());
+}
+
+DropDownField::DropDownField(const DropDownSpec &spec, QString tableKey, QString tableText, QWidget *parent)
+    : Field(spec.label, parent)
+    , box_(new QComboBox(parent))
+    , spec_(spec)
+    , tableKey_(std::move(tableKey))
+    , tableText_(std::move(tableText))
+{
+    box_->setObjectName(spec.name);
+    box_->setMaxVisibleItems(20);
+    box_->addItem(QString(), -1);
+    connect(box_, &QComboBox::currentIndexChanged, this, &Field::edited);
+}
+
+int DropDownField::key() const
+{
+    return box_->currentData().toInt();
+}
+
+void DropDownField::fill(data::Connection &connection)
+{
+    const data::Rows rows = connection.select(spec_.sql);
+    box_->clear();
+    box_->addItem(QString(), -1);
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        box_->addItem(rows.text(row, tableText_), rows.integer(row, tableKey_));
+}
+
+void DropDownField::load(const data::DataSet &record)
+{
+    if (record.isNull(spec_.keyColumn)) {
+        clear();
+        return;
+    }
+    const int key = record.integer(spec_.keyColumn);
+    const QString text = record.text(spec_.textColumn);
+    int index = box_->findData(key);
+    if (index < 0 || box_->itemText(index) != text) {
+        box_->addItem(text, key);
+        index = box_->count() - 1;
+    }
+    box_->setCurrentIndex(index);
+}
+
+void DropDownField::write(data::DataSet &record) const
+{
+    const bool chosen = key() > 0;
+    record.setValue(spec_.keyColumn, chosen ? QVariant(key()) : QVariant());
+    record.setValue(spec_.textColumn, chosen ? QVariant(box_->currentText()) : QVariant());
+}
+
+RecordLabels::RecordLabels(const QList<RecordLabel> &labels, QWidget *parent)
+    : Field({}, parent)
+    , box_(new QWidget(parent))
+    , specs_(labels)
+{
+    auto *grid = new QGridLayout(box_);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setVerticalSpacing(4);
+    for (const RecordLabel &spec : labels) {
+        ElidedLabel *label = valueLabel(spec.name, box_);
+        grid->addWidget(new QLabel(spec.caption, box_), spec.row, spec.position * 2);
+        grid->addWidget(label, spec.row, spec.position * 2 + 1, 1, spec.span * 2 - 1);
+        grid->setColumnStretch(spec.position * 2 + 1, 1);
+        labels_.append(label);
+    }
+    clear();
+}
+
+void RecordLabels::setValues(const QStringList &values)
+{
+    for (int i = 0; i < labels_.size(); ++i) {
+        const QString value = values.value(i);
+        labels_[i]->setText(value.isEmpty() ? nothingChosen : value);
+    }
+}
+
+void RecordLabels::load(const data::DataSet &record)
+{
+    QStringList values;
+    for (const RecordLabel &spec : std::as_const(specs_))
+        values.append(record.text(spec.column));
+    setValues(values);
+}
+
+void RecordLabels::write(data::DataSet &record) const
+{
+    for (int i = 0; i < specs_.size(); ++i)
+        record.setValue(specs_[i].column, isEmpty(i) ? QVariant() : QVariant(text(i)));
+}
+
+} // namespace ui

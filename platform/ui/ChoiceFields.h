@@ -1,0 +1,133 @@
+#pragma once
+#include "platform/ui/Controls.h"
+#include "platform/ui/Field.h"
+
+#include <QComboBox>
+#include <QPushButton>
+#include <QToolButton>
+
+#include <functional>
+#include <optional>
+
+namespace data {
+class Connection;
+}
+
+namespace ui {
+
+/// What the user picked: a key and the text that stands for it.
+struct Choice
+{
+    int key = -1;
+    QString text;
+};
+
+struct ChoiceSpec
+{
+    QString name;       ///< of the label that shows the choice
+    QString buttonName; ///< of the button that opens the dialog
+    QString label;
+    QString keyColumn;
+    QString textColumn;
+    std::function<std::optional<Choice>()> choose; ///< nothing when the user cancelled
+    bool clearable = false;                        ///< offers a button that takes the choice back
+};
+
+/// A record picked in a dialog: a label ("..." for none) and a button. Stored as key and text, both NULL for none.
+class ChoiceField : public Field
+{
+    Q_OBJECT
+
+public:
+    ChoiceField(const ChoiceSpec &spec, QWidget *parent);
+
+    /// 0 or less when nothing was chosen.
+    int key() const { return choice_.key; }
+    const QString &text() const { return choice_.text; }
+    void setChoice(const Choice &choice);
+
+    QWidget *widget() const override { return box_; }
+    void clear() override { setChoice({}); }
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    QWidget *box_;
+    ElidedLabel *label_;
+    ChoiceSpec spec_;
+    Choice choice_;
+};
+
+struct DropDownSpec
+{
+    QString name;
+    QString label;
+    QString keyColumn;
+    QString textColumn;
+    QString sql; ///< lists keys and texts under the same column names as the record's
+};
+
+/// A drop-down list over a table. It may be left empty, then key and text are NULL. A stored choice that the table no
+/// longer has, or has under another text, is kept as it was stored.
+class DropDownField : public Field
+{
+    Q_OBJECT
+
+public:
+    /// `tableKey` and `tableText` are the list query's columns.
+    DropDownField(const DropDownSpec &spec, QString tableKey, QString tableText, QWidget *parent);
+
+    int key() const;
+    /// Fills the list from the database; the choice is emptied.
+    void fill(data::Connection &connection);
+
+    QWidget *widget() const override { return box_; }
+    void clear() override { box_->setCurrentIndex(0); }
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    QComboBox *box_;
+    DropDownSpec spec_;
+    QString tableKey_;
+    QString tableText_;
+};
+
+/// One read-only label of a copied record and where it stands in the group.
+struct RecordLabel
+{
+    QString name;
+    QString caption;
+    QString column;
+    int row = 0;
+    int position = 0; ///< from the left, in label-and-value pairs
+    int span = 1;     ///< in such pairs
+};
+
+/// The data of another record copied into this one (a customer into a delivery note). Each label shows "..." while
+/// empty and is then stored as NULL, so a later change of the master record never changes the copy.
+class RecordLabels : public Field
+{
+    Q_OBJECT
+
+public:
+    RecordLabels(const QList<RecordLabel> &labels, QWidget *parent);
+
+    /// Shows `values` in the order of the declaration; empty ones show "...".
+    void setValues(const QStringList &values);
+    /// The label's text, "..." when empty.
+    QString text(int index) const { return labels_[index]->text(); }
+    bool isEmpty(int index) const { return labels_[index]->text() == nothingChosen; }
+
+    QWidget *widget() const override { return box_; }
+    void clear() override { setValues({}); }
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    QWidget *box_;
+    QList<RecordLabel> specs_;
+    QList<ElidedLabel *> labels_;
+};
+
+} // namespace ui

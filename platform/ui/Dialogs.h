@@ -1,0 +1,40 @@
+#pragma once
+#include <QString>
+#include <functional>
+
+class QDialog;
+class QWidget;
+
+/// Fronts of everything that waits for the user besides message boxes; tests and the guided tour replace them.
+namespace ui {
+
+using ModalRunner = std::function<int(QDialog &)>;
+/// Replaces the runner of modal dialogs and returns the one before it; an empty one restores QDialog::exec().
+ModalRunner setModalRunner(ModalRunner runner);
+/// Shows `dialog` modally and returns its result (QDialog::Accepted or Rejected).
+int runModal(QDialog &dialog);
+
+struct SaveFileRequest
+{
+    QString title;
+    QString filter;           ///< "File PDF (*.pdf)"
+    QString defaultExtension; ///< added to a name without one, "pdf"
+    QString proposedName;
+};
+
+using SaveFileChooser = std::function<QString(QWidget *, const SaveFileRequest &)>;
+SaveFileChooser setSaveFileChooser(SaveFileChooser chooser);
+/// Asks for a file to write (with a question before overwriting); empty when the user cancels.
+QString chooseSaveFile(QWidget *owner, const SaveFileRequest &request);
+
+/// The hourglass for as long as the object lives.
+class WaitCursor
+{
+public:
+    WaitCursor();
+    ~WaitCursor();
+    WaitCursor(const WaitCursor &) = delete;
+    WaitCursor &operator=(const WaitCursor &) = delete;
+};
+
+} // namespace ui

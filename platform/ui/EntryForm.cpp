@@ -1,0 +1,269 @@
+#include "platform/ui/EntryForm.h"
+
+#include "platform/core/Log.h"
+#include "platform/core/Messages.h"
+#include "platform/data/DataSet.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+EntryForm::EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *parent)
+    : ChildForm(spec.caption, spec.menuCaption, parent)
+    , spec_(spec)
+    , record_(record)
+    , layout_(new QVBoxLayout(this))
+    , pages_(new QTabWidget(this))
+{
+    layout_->setContentsMargins(6, 4, 6, 6);
+    layout_->setSpacing(4);
+    pages_->setObjectName(u"pages"_s);
+    declareCommands();
+}
+
+void EntryForm::declareCommands()
+{
+    addCommand({.name = u"actNuovo"_s,
+                .caption = u"Nuovo"_s,
+                .run = [this] { NuovoConDomanda(); },
+                .icon = Icon::New,
+                .shortcut = QKeySequence(u"Ctrl+N"_s)});
+    addCommand({.name = u"actElimina"_s,
+                .caption = u"Elimina"_s,
+                .run = [this] { elimina(); },
+                .icon = Icon::Delete,
+                .shortcut = QKeySequence(u"Ctrl+D"_s)});
+    addCommand({.name = u"actSalva"_s,
+                .caption = u"Salva"_s,
+                .run = [this] { SalvaRecord(); },
+                .icon = Icon::Save,
+                .shortcut = QKeySequence(u"Ctrl+S"_s)});
+    addCommand({.name = u"actChiudi"_s, .caption = u"Chiudi"_s, .run = [this] { closeForm(); }, .icon = Icon::Close});
+}
+
+data::Connection &EntryForm::connection() const
+{
+    return *record_->connection();
+}
+
+void EntryForm::SetModified(bool value)
+{
+    modified_ = value;
+    command(u"actSalva"_s)->setEnabled(value);
+}
+
+void EntryForm::addField(Field *field)
+{
+    fields_.append(field);
+    connect(field, &Field::edited, this, &EntryForm::DataChanged);
+}
+
+void EntryForm::refuseIf(std::function<bool()> fails, const QString &text)
+{
+    checks_.append({std::move(fails), text, false});
+}
+
+void EntryForm::askIf(std::function<bool()> doubtful, const QString &text)
+{
+    checks_.append({std::move(doubtful), text, true});
+}
+
+QWidget *EntryForm::addPage(const QString &title)
+{
+    auto *page = new QWidget(pages_);
+    pages_->addTab(page, title);
+    return page;
+}
+
+void EntryForm::place(QGridLayout *grid, Field *field, int row, int position, int span)
+{
+    if (field->label().isEmpty()) {
+        grid->addWidget(field->widget(), row, position * 2, 1, span * 2);
+        return;
+    }
+    auto *label = new QLabel(field->label(), field->widget()->parentWidget());
+    label->setBuddy(field->widget());
+    grid->addWidget(label, row, position * 2);
+    grid->addWidget(field->widget(), row, position * 2 + 1, 1, span * 2 - 1);
+}
+
+void EntryForm::withoutTracking(const std::function<void()> &body)
+{
+    ++untracked_;
+    // The counter must come down even when `body` throws, or no later change would be noticed.
+    const auto restore = qScopeGuard([this] { --untracked_; });
+    body();
+}
+
+void EntryForm::DataChanged()
+{
+    if (untracked_ == 0)
+        SetModified(true);
+}
+
+bool EntryForm::continueWithoutSaving()
+{
+    return !Modified() || core::confirm(this, u"Ci sono delle modifiche non salvate.\n\rContinuare comunque?"_s);
+}
+
+void EntryForm::NuovoRecord()
+{
+    const WaitCursor wait;
+    withoutTracking([this] {
+        pages_->setCurrentIndex(0);
+        for (Field *field : std::as_const(fields_))
+            field->clear();
+        resetDetails();
+    });
+    SetNewRecord(true);
+    SetModified(false);
+    SetIdRecord(-1);
+    keyWithoutRow_ = false;
+}
+
+void EntryForm::NuovoConDomanda()
+{
+    finishEditing();
+    if (continueWithoutSaving())
+        NuovoRecord();
+}
+
+void EntryForm::ApriRecord(int id)
+{
+    if (!continueWithoutSaving())
+        return;
+    const WaitCursor wait;
+    record_->close();
+    record_->setParameter(spec_.key, id);
+    clearDetails();
+    record_->open();
+    if (record_->isEmpty())
+        return;
+    withoutTracking([this] {
+        pages_->setCurrentIndex(0);
+        SetIdRecord(record_->integer(spec_.key));
+        for (Field *field : std::as_const(fields_))
+            field->load(*record_);
+        loadDetails();
+    });
+    SetModified(false);
+    SetNewRecord(false);
+    keyWithoutRow_ = false;
+}
+
+void EntryForm::elimina()
+{
+    if (!finishEditing())
+        return;
+    // A key without a row of ours must never be deleted: it may have become another workstation's record.
+    if (NewRecord() || keyWithoutRow_ || deleteStored(IdRecord()))
+        NuovoRecord();
+}
+
+bool EntryForm::passesChecks()
+{
+    for (const Check &check : std::as_const(checks_)) {
+        if (!check.applies())
+            continue;
+        if (check.question) {
+            if (!core::confirm(this, check.text))
+                return false;
+            continue;
+        }
+        core::warn(this, check.text);
+        return false;
+    }
+    return true;
+}
+
+bool EntryForm::SalvaRecord()
+{
+    bool saved = false;
+    core::guarded(this, [this, &saved] { saved = finishEditing() && passesChecks() && save(); });
+    return saved;
+}
+
+bool EntryForm::save()
+{
+    bool written = false;
+    try {
+        const WaitCursor wait;
+        prepareSave();
+        data::Transaction transaction(connection());
+        writeRecord();
+        writeDetails();
+        transaction.commit();
+        written = true;
+    } catch (const std::exception &error) {
+        // The transaction is rolled back by now: no box may be shown while it holds locks.
+        core::logError(u"salvataggio "_s + QString::fromLatin1(metaObject()->className()), error);
+        keyWithoutRow_ = keyWithoutRow_ || NewRecord();
+        core::showError(this, u"Si è verificato un errore durante il salvataggio dei dati!"_s);
+    }
+    if (written)
+        keyWithoutRow_ = false;
+    if (written || spec_.afterFailedSave == AfterFailedSave::AsAfterSave) {
+        SetModified(false);
+        SetNewRecord(false);
+    }
+    return written;
+}
+
+// The predicted key is the one that the trigger gives as long as nobody else inserts in between; updateBatch() reads
+// back the key really given.
+void EntryForm::takeNewKey()
+{
+    SetIdRecord(connection().lastGeneratorValue(spec_.generator) + 1);
+    record_->close();
+    record_->setParameter(spec_.key, IdRecord());
+    record_->open();
+    record_->append();
+}
+
+void EntryForm::writeRecord()
+{
+    if (NewRecord()) {
+        takeNewKey();
+    } else {
+        record_->close();
+        record_->setParameter(spec_.key, IdRecord());
+        record_->open();
+        // With no row under the key, edit() starts a new one. A row under a key that a failed save had only predicted
+        // belongs to another workstation: leave it alone and take a new key.
+        if (keyWithoutRow_ && !record_->isEmpty())
+            takeNewKey();
+        else
+            record_->edit();
+    }
+    record_->setValue(spec_.key, IdRecord());
+    for (const Field *field : std::as_const(fields_))
+        field->write(*record_);
+    writeComputed(*record_);
+    record_->updateBatch();
+    SetIdRecord(record_->integer(spec_.key));
+}
+
+bool EntryForm::mayClose()
+{
+    finishEditing();
+    if (spec_.closing == ClosingQuestion::ContinueAnyway)
+        return continueWithoutSaving();
+    if (!Modified())
+        return true;
+    const core::Answer answer = core::showMessage({u"Conferma"_s,
+                                                   u"Salvare le modifiche al record corrente\n\rprima di continuare?"_s,
+                                                   core::MessageIcon::Question,
+                                                   {core::Answer::Yes, core::Answer::No, core::Answer::Cancel},
+                                                   this});
+    if (answer == core::Answer::Cancel)
+        return false;
+    // Yes closes whether or not the save succeeded; this is intended.
+    if (answer == core::Answer::Yes)
+        SalvaRecord();
+    return true;
+}
+
+} // namespace ui

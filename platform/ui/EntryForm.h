@@ -1,0 +1,150 @@
+#pragma once
+#include "platform/ui/ChildForm.h"
+#include "platform/ui/Field.h"
+
+#include <QGridLayout>
+#include <QTabWidget>
+
+namespace data {
+class Connection;
+class DataSet;
+} // namespace data
+
+namespace ui {
+
+/// What closing a form with unsaved changes asks.
+enum class ClosingQuestion
+{
+    ContinueAnyway, ///< Yes/No: lose the changes?
+    SaveFirst       ///< Yes/No/Cancel: save them?
+};
+
+/// What the flags say after a save that the database refused.
+enum class AfterFailedSave
+{
+    KeepFlags,  ///< the record stays new and modified
+    AsAfterSave ///< neither new nor modified: the next save takes the edit path
+};
+
+struct EntryFormSpec
+{
+    QString caption;
+    QString menuCaption;
+    QString key;       ///< key column of the record's table
+    QString generator; ///< that fills the key
+    ClosingQuestion closing = ClosingQuestion::ContinueAnyway;
+    AfterFailedSave afterFailedSave = AfterFailedSave::KeepFlags;
+};
+
+/// The form in which one record is entered or changed: fields are declared once, the base clears, loads, validates,
+/// saves and tracks changes. Declaration order is screen, tab and write order.
+///
+/// A save is one transaction. Loading by program never marks the form modified.
+class EntryForm : public ChildForm
+{
+    Q_OBJECT
+
+public:
+    EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *parent);
+
+    /// Key of the record shown; -1 for a new one that was never given a key.
+    int IdRecord() const { return idRecord_; }
+    void SetIdRecord(int id) { idRecord_ = id; }
+    /// True while the record has never been saved.
+    bool NewRecord() const { return newRecord_; }
+    void SetNewRecord(bool value) { newRecord_ = value; }
+    /// True while there are unsaved changes; "Salva" is enabled exactly then.
+    bool Modified() const { return modified_; }
+    void SetModified(bool value);
+
+    /// Empties the form for a new record; asks nothing.
+    void NuovoRecord();
+    /// Loads a record after the question about unsaved changes; without such a record the form stays as it was.
+    void ApriRecord(int id);
+    /// Validates and saves; true when it was saved. Errors are shown, never thrown.
+    bool SalvaRecord();
+    /// The command "Nuovo": asks about unsaved changes first.
+    void NuovoConDomanda();
+
+public Q_SLOTS:
+    /// Every field's change ends here.
+    void DataChanged();
+
+protected:
+    // Declaration
+
+    template <typename SomeField>
+    SomeField *declare(SomeField *field)
+    {
+        addField(field);
+        return field;
+    }
+    void addField(Field *field);
+    /// Refuses a save with "Attenzione" and `text` while `fails()` is true. Checks run in the order of their
+    /// declaration.
+    void refuseIf(std::function<bool()> fails, const QString &text);
+    /// Asks "Conferma" with `text` while `doubtful()` is true; No ends the save.
+    void askIf(std::function<bool()> doubtful, const QString &text);
+
+    QWidget *addPage(const QString &title);
+    QTabWidget *pages() const { return pages_; }
+    QVBoxLayout *mainLayout() const { return layout_; }
+    /// Puts label and control of `field` into `grid`; `position` and `span` count label-and-control pairs.
+    static void place(QGridLayout *grid, Field *field, int row, int position, int span = 1);
+
+    // What a form adds
+
+    /// After the fields were cleared for a new record: proposals, rows.
+    virtual void resetDetails() {}
+    /// Before a record is looked for, so also when it turns out to be missing.
+    virtual void clearDetails() {}
+    /// After the fields were loaded from the record's row.
+    virtual void loadDetails() {}
+    /// Ends what is still being typed in a grid. False stops the save.
+    virtual bool finishEditing() { return true; }
+    /// Before the transaction begins: totals.
+    virtual void prepareSave() {}
+    /// Columns of the record that no field stands for.
+    virtual void writeComputed(data::DataSet &) const {}
+    /// Inside the transaction, with IdRecord() already the key really given.
+    virtual void writeDetails() {}
+    /// Deletes the stored record, with its questions; true when it is gone.
+    virtual bool deleteStored(int id) = 0;
+
+    data::DataSet &record() const { return *record_; }
+    data::Connection &connection() const;
+    /// Runs `body` without its changes marking the form modified.
+    void withoutTracking(const std::function<void()> &body);
+    bool mayClose() override;
+
+private:
+    struct Check
+    {
+        std::function<bool()> applies;
+        QString text;
+        bool question = false;
+    };
+
+    void declareCommands();
+    void elimina();
+    bool continueWithoutSaving();
+    bool passesChecks();
+    bool save();
+    void writeRecord();
+    void takeNewKey();
+
+    EntryFormSpec spec_;
+    data::DataSet *record_;
+    QList<Field *> fields_;
+    QList<Check> checks_;
+    QVBoxLayout *layout_;
+    QTabWidget *pages_;
+    int idRecord_ = -1;
+    bool newRecord_ = true;
+    bool modified_ = false;
+    // The key was taken by a save that failed, so no row of ours stands under it; another workstation's may.
+    bool keyWithoutRow_ = false;
+    int untracked_ = 0;
+};
+
+} // namespace ui

@@ -1,0 +1,39 @@
+#pragma once
+#include <QObject>
+#include <QString>
+
+class QWidget;
+namespace data {
+class DataSet;
+}
+
+namespace ui {
+
+/// One input of an entry form: a control (or a few that belong together) and the columns it stands for. A field knows
+/// how to clear itself, to load from a record, to write into one and to tell that the user changed it.
+class Field : public QObject
+{
+    Q_OBJECT
+
+public:
+    Field(QString label, QObject *parent)
+        : QObject(parent)
+        , label_(std::move(label))
+    {
+    }
+
+    /// Caption beside the control; empty where the control carries its own.
+    const QString &label() const { return label_; }
+    virtual QWidget *widget() const = 0;
+    virtual void clear() = 0;
+    virtual void load(const data::DataSet &record) = 0;
+    virtual void write(data::DataSet &record) const = 0;
+
+Q_SIGNALS:
+    void edited();
+
+private:
+    QString label_;
+};
+
+} // namespace ui

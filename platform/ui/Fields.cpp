@@ -1,0 +1,212 @@
+#include "platform/ui/Fields.h"
+
+#include "platform/core/Clock.h"
+#include "platform/data/DataSet.h"
+
+#include <QHBoxLayout>
+#include <QValidator>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+namespace {
+
+class UpperCase : public QValidator
+{
+public:
+    using QValidator::QValidator;
+    State validate(QString &text, int &) const override
+    {
+        text = text.toUpper();
+        return Acceptable;
+    }
+};
+
+// Wide enough for its limit where that is short, so a two-letter province does not stretch over the form.
+void limitWidth(QLineEdit *edit, int maxLength)
+{
+    constexpr int alwaysShort = 20;
+    if (maxLength <= alwaysShort) {
+        const int width = edit->fontMetrics().horizontalAdvance(QString(maxLength + 2, u'M')) + 12;
+        edit->setMaximumWidth(width);
+    }
+}
+
+} // namespace
+
+TextField::TextField(const TextSpec &spec, QWidget *parent)
+    : Field(spec.label, parent)
+    , edit_(new QLineEdit(parent))
+    , column_(spec.column)
+{
+    edit_->setObjectName(spec.name);
+    edit_->setMaxLength(spec.maxLength);
+    if (spec.upperCase)
+        edit_->setValidator(new UpperCase(edit_));
+    limitWidth(edit_, spec.maxLength);
+    connect(edit_, &QLineEdit::textChanged, this, &Field::edited);
+}
+
+void TextField::load(const data::DataSet &record)
+{
+    edit_->setText(record.text(column_));
+    edit_->setCursorPosition(0);
+}
+
+void TextField::write(data::DataSet &record) const
+{
+    record.setValue(column_, edit_->text());
+}
+
+MemoField::MemoField(const MemoSpec &spec, QWidget *parent)
+    : Field(spec.label, parent)
+    , edit_(new QPlainTextEdit(parent))
+    , column_(spec.column)
+{
+    edit_->setObjectName(spec.name);
+    edit_->setTabChangesFocus(true);
+    connect(edit_, &QPlainTextEdit::textChanged, this, &Field::edited);
+}
+
+void MemoField::load(const data::DataSet &record)
+{
+    edit_->setPlainText(record.text(column_));
+}
+
+void MemoField::write(data::DataSet &record) const
+{
+    record.setValue(column_, edit_->toPlainText());
+}
+
+IntegerField::IntegerField(const IntegerSpec &spec, QWidget *parent)
+    : Field(spec.label, parent)
+    , edit_(new IntegerEdit(parent))
+    , column_(spec.column)
+    , initial_(spec.initial)
+{
+    edit_->setObjectName(spec.name);
+    edit_->setRange(spec.minimum, spec.maximum);
+    edit_->setMaximumWidth(110);
+    connect(edit_, &QSpinBox::textChanged, this, &Field::edited);
+}
+
+void IntegerField::load(const data::DataSet &record)
+{
+    edit_->setValue(record.integer(column_, initial_));
+}
+
+void IntegerField::write(data::DataSet &record) const
+{
+    edit_->interpretText();
+    record.setValue(column_, edit_->value());
+}
+
+DecimalField::DecimalField(const DecimalSpec &spec, QWidget *parent)
+    : Field(spec.label, parent)
+    , edit_(new DecimalEdit(parent))
+    , column_(spec.column)
+    , initial_(spec.initial)
+{
+    edit_->setObjectName(spec.name);
+    edit_->setDecimals(spec.places);
+    edit_->setPrefix(spec.prefix);
+    edit_->setMaximumWidth(150);
+    connect(edit_, &QDoubleSpinBox::textChanged, this, &Field::edited);
+}
+
+void DecimalField::load(const data::DataSet &record)
+{
+    loaded_ = record.isNull(column_) ? initial_ : record.number(column_);
+    edit_->setValue(loaded_);
+    shown_ = edit_->value();
+}
+
+void DecimalField::write(data::DataSet &record) const
+{
+    edit_->interpretText();
+    record.setValue(column_, edit_->value() == shown_ ? loaded_ : edit_->value());
+}
+
+DateField::DateField(const DateSpec &spec, QWidget *parent)
+    : Field(spec.label, parent)
+    , edit_(new DateEdit(parent))
+    , column_(spec.column)
+    , yearColumn_(spec.yearColumn)
+{
+    edit_->setObjectName(spec.name);
+    edit_->setMaximumWidth(130);
+    connect(edit_, &QDateEdit::dateChanged, this, &Field::edited);
+}
+
+void DateField::clear()
+{
+    edit_->setDate(core::today());
+}
+
+void DateField::load(const data::DataSet &record)
+{
+    edit_->setDate(record.date(column_));
+}
+
+void DateField::write(data::DataSet &record) const
+{
+    record.setValue(column_, edit_->date());
+    if (!yearColumn_.isEmpty())
+        record.setValue(yearColumn_, edit_->date().year());
+}
+
+MomentField::MomentField(const MomentSpec &spec, QWidget *parent)
+    : Field({}, parent)
+    , box_(new QWidget(parent))
+    , check_(new QCheckBox(spec.caption, box_))
+    , date_(new DateEdit(box_))
+    , time_(new QTimeEdit(box_))
+    , spec_(spec)
+{
+    check_->setObjectName(spec.checkName);
+    date_->setObjectName(spec.dateName);
+    time_->setObjectName(spec.timeName);
+    time_->setDisplayFormat(u"HH:mm"_s);
+    auto *line = new QHBoxLayout(box_);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(check_);
+    line->addWidget(date_);
+    line->addWidget(time_);
+    line->addStretch();
+    connect(check_, &QCheckBox::toggled, date_, &QWidget::setEnabled);
+    connect(check_, &QCheckBox::toggled, time_, &QWidget::setEnabled);
+    connect(check_, &QCheckBox::toggled, this, &Field::edited);
+    connect(date_, &QDateEdit::dateChanged, this, &Field::edited);
+    connect(time_, &QTimeEdit::timeChanged, this, &Field::edited);
+}
+
+void MomentField::clear()
+{
+    check_->setChecked(false);
+    date_->setEnabled(false);
+    time_->setEnabled(false);
+    date_->setDate(core::today());
+    time_->setTime(core::now().time());
+}
+
+void MomentField::load(const data::DataSet &record)
+{
+    clear();
+    if (record.isNull(spec_.dateColumn) && record.isNull(spec_.timeColumn))
+        return;
+    check_->setChecked(true);
+    if (!record.isNull(spec_.dateColumn))
+        date_->setDate(record.date(spec_.dateColumn));
+    if (!record.isNull(spec_.timeColumn))
+        time_->setTime(record.time(spec_.timeColumn));
+}
+
+void MomentField::write(data::DataSet &record) const
+{
+    const bool given = check_->isChecked();
+    record.setValue(spec_.dateColumn, given ? QVariant(date_->date()) : QVariant());
+    record.setValue(spec_.timeColumn, given ? QVariant(time_->time()) : QVariant());
+}
+
+} // namespace ui

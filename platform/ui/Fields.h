@@ -1,0 +1,199 @@
+#pragma once
+#include "platform/ui/Controls.h"
+#include "platform/ui/Field.h"
+
+#include <QCheckBox>
+#include <QDate>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTimeEdit>
+
+namespace ui {
+
+struct TextSpec
+{
+    QString name; ///< control name
+    QString label;
+    QString column;
+    int maxLength = 100; ///< characters
+    bool upperCase = false;
+};
+
+/// A one-line text; an empty one is stored as empty text.
+class TextField : public Field
+{
+    Q_OBJECT
+
+public:
+    TextField(const TextSpec &spec, QWidget *parent);
+
+    QString text() const { return edit_->text(); }
+    bool isEmpty() const { return edit_->text().isEmpty(); }
+    void setText(const QString &text) { edit_->setText(text); }
+
+    QWidget *widget() const override { return edit_; }
+    void clear() override { edit_->clear(); }
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    QLineEdit *edit_;
+    QString column_;
+};
+
+struct MemoSpec
+{
+    QString name;
+    QString label;
+    QString column;
+};
+
+/// A text of several lines; Tab leaves it.
+class MemoField : public Field
+{
+    Q_OBJECT
+
+public:
+    MemoField(const MemoSpec &spec, QWidget *parent);
+
+    QString text() const { return edit_->toPlainText(); }
+
+    QWidget *widget() const override { return edit_; }
+    void clear() override { edit_->clear(); }
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    QPlainTextEdit *edit_;
+    QString column_;
+};
+
+struct IntegerSpec
+{
+    QString name;
+    QString label;
+    QString column;
+    int minimum = 0;
+    int maximum = 999'999'999;
+    int initial = 0;
+};
+
+/// An integer; NULL loads as the initial value.
+class IntegerField : public Field
+{
+    Q_OBJECT
+
+public:
+    IntegerField(const IntegerSpec &spec, QWidget *parent);
+
+    int value() const { return edit_->value(); }
+    void setValue(int value) { edit_->setValue(value); }
+
+    QWidget *widget() const override { return edit_; }
+    void clear() override { edit_->setValue(initial_); }
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    IntegerEdit *edit_;
+    QString column_;
+    int initial_;
+};
+
+struct DecimalSpec
+{
+    QString name;
+    QString label;
+    QString column;
+    int places = 2;
+    QString prefix; ///< "€ " for money
+    double initial = 0;
+};
+
+/// A decimal number; NULL loads as the initial value.
+class DecimalField : public Field
+{
+    Q_OBJECT
+
+public:
+    DecimalField(const DecimalSpec &spec, QWidget *parent);
+
+    double value() const { return edit_->value(); }
+    void setValue(double value) { edit_->setValue(value); }
+
+    QWidget *widget() const override { return edit_; }
+    void clear() override { edit_->setValue(initial_); }
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    DecimalEdit *edit_;
+    QString column_;
+    double initial_;
+    // What is shown has the field's decimals; an untouched value is written back as it was loaded.
+    double loaded_ = 0;
+    double shown_ = 0;
+};
+
+struct DateSpec
+{
+    QString name;
+    QString label;
+    QString column;
+    QString yearColumn; ///< also takes the year of the date; may be empty
+};
+
+/// A date that is always there; cleared it is today.
+class DateField : public Field
+{
+    Q_OBJECT
+
+public:
+    DateField(const DateSpec &spec, QWidget *parent);
+
+    QDate date() const { return edit_->date(); }
+    void setDate(QDate date) { edit_->setDate(date); }
+
+    QWidget *widget() const override { return edit_; }
+    void clear() override;
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    DateEdit *edit_;
+    QString column_;
+    QString yearColumn_;
+};
+
+struct MomentSpec
+{
+    QString checkName;
+    QString dateName;
+    QString timeName;
+    QString caption; ///< of the check box
+    QString dateColumn;
+    QString timeColumn;
+};
+
+/// A date and a time behind a check box: stored only while it is checked, else both NULL.
+class MomentField : public Field
+{
+    Q_OBJECT
+
+public:
+    MomentField(const MomentSpec &spec, QWidget *parent);
+
+    QWidget *widget() const override { return box_; }
+    void clear() override;
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    QWidget *box_;
+    QCheckBox *check_;
+    DateEdit *date_;
+    QTimeEdit *time_;
+    MomentSpec spec_;
+};
+
+} // namespace ui

@@ -1,0 +1,180 @@
+#include "platform/ui/ResultGrid.h"
+
+#include "platform/core/Format.h"
+
+#include <QDate>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScrollBar>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+RowsModel::RowsModel(QString keyField, QList<ListColumn> columns, QObject *parent)
+    : QAbstractTableModel(parent)
+    , keyField_(std::move(keyField))
+    , columns_(std::move(columns))
+{
+}
+
+void RowsModel::setRows(data::Rows rows)
+{
+    beginResetModel();
+    rows_ = std::move(rows);
+    keyIndex_ = rows_.indexOf(keyField_);
+    fieldIndexes_.clear();
+    for (const ListColumn &column : std::as_const(columns_))
+        fieldIndexes_.append(rows_.indexOf(column.field));
+    endResetModel();
+}
+
+void RowsModel::removeKey(int key)
+{
+    for (int row = 0; row < rowCount(); ++row) {
+        if (keyAt(row) != key)
+            continue;
+        beginRemoveRows({}, row, row);
+        rows_.mutableValues().removeAt(row);
+        endRemoveRows();
+        return;
+    }
+}
+
+int RowsModel::keyAt(int row) const
+{
+    return row >= 0 && row < rowCount() && keyIndex_ >= 0 ? rows_.values(row)[keyIndex_].toInt() : -1;
+}
+
+int RowsModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int RowsModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+QString RowsModel::shown(const QVariant &value, ListColumn::Display display) const
+{
+    if (!value.isValid())
+        return {};
+    switch (display) {
+    case ListColumn::Display::Date:
+        return core::formatDate(value.toDate());
+    case ListColumn::Display::Quantity:
+        return core::formatNumber(value.toDouble());
+    case ListColumn::Display::Currency:
+        return core::formatCurrency(value.toDouble());
+    case ListColumn::Display::Flag:
+        return core::parseFlag(value.toString()).value_or(false) ? u"Sì"_s : u"No"_s;
+    case ListColumn::Display::Text:
+    case ListColumn::Display::Integer:
+        break;
+    }
+    return value.toString();
+}
+
+QVariant RowsModel::data(const QModelIndex &index, int role) const
+{
+    const ListColumn &column = columns_[index.column()];
+    if (role == Qt::DisplayRole) {
+        const int field = fieldIndexes_.value(index.column(), -1);
+        return field < 0 ? QVariant() : shown(rows_.values(index.row())[field], column.display);
+    }
+    if (role == Qt::TextAlignmentRole) {
+        const bool left = column.display == ListColumn::Display::Text || column.display == ListColumn::Display::Flag;
+        return QVariant(Qt::AlignVCenter | (left ? Qt::AlignLeft : Qt::AlignRight));
+    }
+    return {};
+}
+
+QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section >= columns_.size())
+        return {};
+    if (role == Qt::DisplayRole)
+        return columns_[section].header;
+    if (role == Qt::TextAlignmentRole)
+        return data(index(0, section), role);
+    return {};
+}
+
+ResultGrid::ResultGrid(const QString &keyField, const QList<ListColumn> &columns, QWidget *parent)
+    : QTableView(parent)
+    , model_(new RowsModel(keyField, columns, this))
+{
+    setModel(model_);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setAlternatingRowColors(true);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    verticalHeader()->hide();
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    horizontalHeader()->setHighlightSections(false);
+    connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &) { Q_EMIT chosen(); });
+}
+
+int ResultGrid::selectedKey() const
+{
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    return selected.isEmpty() ? -1 : model_->keyAt(selected.first().row());
+}
+
+QString ResultGrid::selectedText() const
+{
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    return selected.isEmpty() ? QString() : selected.first().siblingAtColumn(0).data().toString();
+}
+
+void ResultGrid::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    fitColumns();
+}
+
+void ResultGrid::keyPressEvent(QKeyEvent *event)
+{
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && selectedKey() > 0) {
+        Q_EMIT chosen();
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+// Fixed widths first, per cents of the whole, and what is left to the column that takes the rest. Where that leaves
+// nothing, all columns shrink in proportion: a list never scrolls sideways.
+void ResultGrid::fitColumns()
+{
+    const int available = viewport()->width();
+    const QList<ListColumn> &columns = model_->columns();
+    QList<int> widths;
+    int rest = -1;
+    int used = 0;
+    for (int i = 0; i < columns.size(); ++i) {
+        int width = columns[i].width;
+        if (columns[i].widthKind == ListColumn::Width::Percent)
+            width = qRound(available * columns[i].width / 100.0);
+        if (columns[i].widthKind == ListColumn::Width::Rest) {
+            rest = i;
+            width = 0;
+        }
+        widths.append(width);
+        used += width;
+    }
+    constexpr int leastRest = 120;
+    if (rest >= 0)
+        widths[rest] = std::max(available - used, leastRest);
+    const int total = std::max(1, used + (rest >= 0 ? widths[rest] : 0));
+    for (int i = 0; i < widths.size(); ++i) {
+        const bool shrink = total > available;
+        setColumnWidth(i, shrink ? static_cast<int>(qint64(widths[i]) * available / total) : widths[i]);
+    }
+}
+
+} // namespace ui

@@ -1,0 +1,93 @@
+#pragma once
+#include "platform/data/Rows.h"
+
+#include <QAbstractTableModel>
+#include <QTableView>
+
+namespace ui {
+
+/// One visible column of a list.
+struct ListColumn
+{
+    enum class Width
+    {
+        Pixels,
+        Rest,
+        Percent
+    };
+    enum class Display
+    {
+        Text,
+        Integer,
+        Date,
+        Quantity,
+        Currency,
+        Flag
+    };
+
+    QString header;
+    QString field;
+    int width = 0;
+    Width widthKind = Width::Pixels;
+    Display display = Display::Text;
+};
+
+/// The rows of a query as a read-only table; the key of a row is kept beside it.
+class RowsModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    RowsModel(QString keyField, QList<ListColumn> columns, QObject *parent);
+
+    /// Takes over the rows; an empty result shows the headers only.
+    void setRows(data::Rows rows);
+    void removeKey(int key);
+
+    int keyAt(int row) const;
+    const QList<ListColumn> &columns() const { return columns_; }
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    QString shown(const QVariant &value, ListColumn::Display display) const;
+
+    QString keyField_;
+    QList<ListColumn> columns_;
+    data::Rows rows_;
+    int keyIndex_ = -1;
+    QList<int> fieldIndexes_;
+};
+
+/// A list with whole-row selection whose column widths follow its own width.
+class ResultGrid : public QTableView
+{
+    Q_OBJECT
+
+public:
+    ResultGrid(const QString &keyField, const QList<ListColumn> &columns, QWidget *parent);
+
+    RowsModel &rows() const { return *model_; }
+    /// Key of the selected row, or -1.
+    int selectedKey() const;
+    /// Text of the selected row's first column, empty without one.
+    QString selectedText() const;
+
+Q_SIGNALS:
+    /// A data row was double-clicked, or Enter pressed on it.
+    void chosen();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void fitColumns();
+
+    RowsModel *model_;
+};
+
+} // namespace ui
