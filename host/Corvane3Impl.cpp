@@ -76,3 +76,8 @@ QString BoolToStrIta(bool value)
 {
     return value ? u"Sì"_s : u"No"_s;
 }
+
+QObject *GetMainFormObject()
+{
+    return nullptr;
+}

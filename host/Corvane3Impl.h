@@ -5,6 +5,7 @@
 
 class CategoryTree;
 class QIcon;
+class QObject;
 class QToolBar;
 class QWidget;
 namespace data {
@@ -162,6 +163,8 @@ void UpdateTreeNodeImages(CategoryTree &tree, int closedImage, int openImage);
 void ShowChildForm(QWidget *form);
 /// The host's main window, owner of its message boxes; null before it exists.
 QWidget *GetMainForm();
+/// The same for callers that know no widgets, as the owner of a core::Message.
+QObject *GetMainFormObject();
 
 /// The host's own print-setup and preview windows for a report system.
 void RaveSystemOverrideSetup(report::ReportSystem &system, int overrideMode, QWidget *form);

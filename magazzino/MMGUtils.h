@@ -24,6 +24,9 @@ void AggiornaDatabase();
 bool GetOptionValue(const QString &option, QVariant &value);
 /// Writes an existing option; false when it does not exist or cannot be written. Options are created by the host only.
 bool SetOptionValue(const QString &option, const QVariant &value);
+/// The option NUMERAZIONE_UNICA_FATTURE: accompanying and sales invoices draw their numbers from one sequence. False
+/// when the option does not exist or holds no flag.
+bool NumerazioneUnicaFattura();
 /// True when one of the user's roles grants `right` (compared exactly) or "Controllo completo". The user name is
 /// compared without case. Errors carry "[UserHasAbilitazione]".
 bool UserHasAbilitazione(const QString &right, const QString &userName, data::Connection &connection);

@@ -1,0 +1,204 @@
+#include "magazzino/MMGUtils.h"
+#include "platform/core/Error.h"
+#include "platform/data/Connection.h"
+#include "platform/data/SqlText.h"
+
+#include <variant>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <typename Record>
+struct Field
+{
+    QStringView column;
+    std::variant<int Record::*, double Record::*, QString Record::*> member;
+    int nullInteger = 0; ///< what NULL reads as; texts read as empty and amounts as 0
+};
+
+template <typename Record>
+using Fields = QList<Field<Record>>;
+
+void assign(int &target, const QVariant &value, int nullInteger)
+{
+    target = value.isValid() ? value.toInt() : nullInteger;
+}
+
+void assign(double &target, const QVariant &value, int)
+{
+    target = value.toDouble();
+}
+
+void assign(QString &target, const QVariant &value, int)
+{
+    target = value.toString();
+}
+
+/// The first row of `sql` through `fields`; a record as constructed when there is none.
+template <typename Record>
+Record readRecord(const QString &sql, const Fields<Record> &fields)
+{
+    Record record;
+    const data::Rows rows = ModuleConnection().select(sql);
+    if (rows.isEmpty())
+        return record;
+    for (const Field<Record> &field : fields) {
+        const QVariant &value = rows.at(0, field.column);
+        std::visit([&](auto member) { assign(record.*member, value, field.nullInteger); }, field.member);
+    }
+    return record;
+}
+
+QString byKey(const QString &table, const QString &key, int id)
+{
+    return u"SELECT * FROM %1 WHERE %2="_s.arg(table, key) + QString::number(id);
+}
+
+TCodiceTesto readPair(const QString &table, const QString &key, const QString &text, int id)
+{
+    return readRecord<TCodiceTesto>(byKey(table, key, id), {{key, &TCodiceTesto::id}, {text, &TCodiceTesto::testo}});
+}
+
+template <typename Record>
+Fields<Record> anagraficaFields(QStringView key)
+{
+    return {{key, &Record::id},
+            {u"CODICE", &Record::codice},
+            {u"RAGIONESOCIALE", &Record::ragioneSociale},
+            {u"INDIRIZZO", &Record::indirizzo},
+            {u"CITTA", &Record::citta},
+            {u"CAP", &Record::cap},
+            {u"PROVINCIA", &Record::provincia},
+            {u"NAZIONE", &Record::nazione},
+            {u"CODICEFISCALE", &Record::codiceFiscale},
+            {u"PARTITAIVA", &Record::partitaIVA},
+            {u"TELEFONO1", &Record::telefono1},
+            {u"TELEFONO2", &Record::telefono2},
+            {u"TELEFONO3", &Record::telefono3},
+            {u"FAX", &Record::fax},
+            {u"EMAIL", &Record::email},
+            {u"WEB", &Record::web}};
+}
+
+Fields<TCliente> clienteFields(QStringView key)
+{
+    Fields<TCliente> fields = anagraficaFields<TCliente>(key);
+    fields.append({u"IDTIPO_PAGAMENTO", &TCliente::idTipoPagamento, -1});
+    return fields;
+}
+
+} // namespace
+
+TArticolo GetArticolo(int id)
+{
+    return readRecord<TArticolo>(byKey(u"ANA_MAGA"_s, u"IDANA_MAGA"_s, id),
+                                 {{u"IDANA_MAGA", &TArticolo::id},
+                                  {u"CODICE", &TArticolo::codice},
+                                  {u"DESCRIZIONE", &TArticolo::descrizione},
+                                  {u"SOTTOSCORTA", &TArticolo::sottoscorta},
+                                  {u"RIORDINO", &TArticolo::riordino},
+                                  {u"IDCATEGORIA_ANA_MAGA", &TArticolo::idCategoria},
+                                  {u"PREZZO", &TArticolo::prezzo},
+                                  {u"COSTO", &TArticolo::costo},
+                                  {u"IDALIQUOTA_IVA", &TArticolo::idAliquotaIVA},
+                                  {u"IDUM", &TArticolo::idUM}});
+}
+
+TAliquotaIVA GetAliquotaIVA(int id)
+{
+    return readRecord<TAliquotaIVA>(byKey(u"ALIQUOTE_IVA"_s, u"IDALIQUOTA_IVA"_s, id),
+                                    {{u"IDALIQUOTA_IVA", &TAliquotaIVA::id},
+                                     {u"CODICE", &TAliquotaIVA::codice},
+                                     {u"DESCRIZIONE", &TAliquotaIVA::descrizione},
+                                     {u"ALIQUOTA", &TAliquotaIVA::aliquota}});
+}
+
+TCodiceTesto GetUM(int id)
+{
+    return readPair(u"UM"_s, u"IDUM"_s, u"UM"_s, id);
+}
+
+TServizio GetServizio(int id)
+{
+    return readRecord<TServizio>(byKey(u"SERVIZI"_s, u"IDSERVIZIO"_s, id),
+                                 {{u"IDSERVIZIO", &TServizio::id},
+                                  {u"CODICE", &TServizio::codice},
+                                  {u"DESCRIZIONE", &TServizio::descrizione},
+                                  {u"IDCATEGORIA_SERVIZI", &TServizio::idCategoria},
+                                  {u"PREZZO", &TServizio::prezzo},
+                                  {u"COSTO", &TServizio::costo},
+                                  {u"IDALIQUOTA_IVA", &TServizio::idAliquotaIVA},
+                                  {u"IDUM", &TServizio::idUM}});
+}
+
+TCliente GetCliente(int id)
+{
+    return core::namingErrors(u"GetCliente", [&] {
+        return readRecord(byKey(u"CLIENTI"_s, u"IDCLIENTE"_s, id), clienteFields(u"IDCLIENTE"));
+    });
+}
+
+TCliente GetCliente(const QString &codice)
+{
+    return core::namingErrors(u"GetCliente", [&] {
+        return readRecord(u"SELECT * FROM CLIENTI WHERE CODICE = "_s + data::quoted(codice),
+                          clienteFields(u"IDCLIENTE"));
+    });
+}
+
+TFornitore GetFornitore(int id)
+{
+    return core::namingErrors(u"GetFornitore", [&] {
+        return readRecord(byKey(u"FORNITORI"_s, u"IDFORNITORE"_s, id), clienteFields(u"IDFORNITORE"));
+    });
+}
+
+TCodiceTesto GetTipoPagamento(int id)
+{
+    return readPair(u"TIPI_PAGAMENTO"_s, u"IDTIPO_PAGAMENTO"_s, u"TIPO_PAGAMENTO"_s, id);
+}
+
+TCodiceTesto GetTipoTrasporto(int id)
+{
+    return readPair(u"TIPI_TRASPORTO"_s, u"IDTIPO_TRASPORTO"_s, u"TIPO_TRASPORTO"_s, id);
+}
+
+TCodiceTesto GetCausaleTrasporto(int id)
+{
+    return readPair(u"CAUSALI_TRASPORTO"_s, u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, id);
+}
+
+TCodiceTesto GetCausaleMagazzino(int id)
+{
+    return readPair(u"CAUSALI_MAGA"_s, u"IDCAUSALE_MAGA"_s, u"CAUSALE_MAGA"_s, id);
+}
+
+TCodiceTesto GetCategoriaAnaMaga(int id)
+{
+    return readPair(u"CATEGORIE_ANA_MAGA"_s, u"IDCATEGORIA_ANA_MAGA"_s, u"CATEGORIA"_s, id);
+}
+
+TCodiceTesto GetCategoriaServizio(int id)
+{
+    return core::namingErrors(u"GetCategoriaServizio", [&] {
+        return readPair(u"CATEGORIE_SERVIZI"_s, u"IDCATEGORIA_SERVIZI"_s, u"CATEGORIA"_s, id);
+    });
+}
+
+TVettore GetVettore(int id)
+{
+    return core::namingErrors(u"GetVettore", [&] {
+        return readRecord(u"SELECT * FROM VETTORI WHERE IDVETTORE = "_s + QString::number(id),
+                          anagraficaFields<TVettore>(u"IDVETTORE"));
+    });
+}
+
+QString GetNotaDocumento(int id)
+{
+    return core::namingErrors(u"GetNotaDocumento", [&] {
+        const data::Rows rows = ModuleConnection().select(u"SELECT * FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI = "_s +
+                                                          QString::number(id));
+        return rows.isEmpty() ? QString() : rows.text(0, u"TESTO");
+    });
+}

@@ -1,0 +1,41 @@
+#include "magazzino/MMGUtils.h"
+#include "platform/data/Connection.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString highestNumber(const QString &table, int anno)
+{
+    return u"SELECT MAX(NUMERO) AS NUMERO FROM %1 WHERE ANNO="_s.arg(table) + QString::number(anno);
+}
+
+// One past the highest of all rows; a year without documents gives a null maximum, which reads as 0.
+int nextNumber(const QString &sql)
+{
+    const data::Rows rows = ModuleConnection().select(sql);
+    int highest = 0;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        highest = std::max(highest, rows.integer(row, u"NUMERO"));
+    return highest + 1;
+}
+
+} // namespace
+
+int GetNextNumeroDdTScarico(int anno)
+{
+    return nextNumber(highestNumber(u"DDT_SCARICO"_s, anno));
+}
+
+int GetNextNumeroBollaCarico(int anno)
+{
+    return nextNumber(highestNumber(u"BOLLE_CARICO"_s, anno));
+}
+
+int GetNextNumeroFattAcc(int anno)
+{
+    const QString own = highestNumber(u"FATT_ACC"_s, anno);
+    return nextNumber(NumerazioneUnicaFattura() ? highestNumber(u"FATT_VEND"_s, anno) + u" UNION "_s + own : own);
+}
