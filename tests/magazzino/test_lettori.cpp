@@ -1,0 +1,171 @@
+#include "magazzino/MMGUtils.h"
+#include "tests/support/TestDatabase.h"
+#include "tests/support/TestMain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString textOf(const TAnagrafica &record)
+{
+    return QStringList({record.codice, record.ragioneSociale, record.indirizzo, record.citta, record.cap,
+                        record.provincia, record.nazione, record.codiceFiscale, record.partitaIVA, record.telefono1,
+                        record.telefono2, record.telefono3, record.fax, record.email, record.web})
+        .join(u'|');
+}
+
+// Every text column holds a value of its own, so that exchanged fields show.
+const QVariantMap anagrafica = {{u"CODICE"_s, u"D'A1"_s},    {u"RAGIONESOCIALE"_s, u"Società"_s},
+                                {u"INDIRIZZO"_s, u"via"_s},  {u"CITTA"_s, u"città"_s},
+                                {u"CAP"_s, u"00100"_s},      {u"PROVINCIA"_s, u"RM"_s},
+                                {u"NAZIONE"_s, u"Italia"_s}, {u"CODICEFISCALE"_s, u"CF"_s},
+                                {u"PARTITAIVA"_s, u"PI"_s},  {u"TELEFONO1"_s, u"t1"_s},
+                                {u"TELEFONO2"_s, u"t2"_s},   {u"TELEFONO3"_s, u"t3"_s},
+                                {u"FAX"_s, u"fax"_s},        {u"EMAIL"_s, u"a@b"_s},
+                                {u"WEB"_s, u"www"_s}};
+const QString anagraficaText = u"D'A1|Società|via|città|00100|RM|Italia|CF|PI|t1|t2|t3|fax|a@b|www"_s;
+
+struct PairReader
+{
+    const char *name;
+    TCodiceTesto (*read)(int);
+    QString table;
+    QString column;
+    QString error; ///< what stands before the database's own text
+};
+
+const QList<PairReader> pairReaders = {
+    {"GetUM", GetUM, u"UM"_s, u"UM"_s, {}},
+    {"GetTipoPagamento", GetTipoPagamento, u"TIPI_PAGAMENTO"_s, u"TIPO_PAGAMENTO"_s, {}},
+    {"GetTipoTrasporto", GetTipoTrasporto, u"TIPI_TRASPORTO"_s, u"TIPO_TRASPORTO"_s, {}},
+    {"GetCausaleTrasporto", GetCausaleTrasporto, u"CAUSALI_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, {}},
+    {"GetCausaleMagazzino", GetCausaleMagazzino, u"CAUSALI_MAGA"_s, u"CAUSALE_MAGA"_s, {}},
+    {"GetCategoriaAnaMaga", GetCategoriaAnaMaga, u"CATEGORIE_ANA_MAGA"_s, u"CATEGORIA"_s, {}},
+    {"GetCategoriaServizio", GetCategoriaServizio, u"CATEGORIE_SERVIZI"_s, u"CATEGORIA"_s,
+     u"[GetCategoriaServizio]\n\r"_s}};
+
+} // namespace
+
+class LettoriTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<test::ModuleDatabase> db;
+
+private Q_SLOTS:
+    void init() { db = std::make_unique<test::ModuleDatabase>(); }
+    void cleanup() { db.reset(); }
+
+    void articleIsReadWithNullsAsZero()
+    {
+        const int id = db->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"A1"_s},
+                                                  {u"DESCRIZIONE"_s, u"Vite"_s},
+                                                  {u"SOTTOSCORTA"_s, 1.5},
+                                                  {u"RIORDINO"_s, 2.5},
+                                                  {u"IDCATEGORIA_ANA_MAGA"_s, 3},
+                                                  {u"PREZZO"_s, 4.25},
+                                                  {u"COSTO"_s, QVariant(QMetaType(QMetaType::Double))},
+                                                  {u"IDALIQUOTA_IVA"_s, 5}});
+        const TArticolo found = GetArticolo(id);
+        QCOMPARE(found.id, id);
+        QCOMPARE(found.codice + u'/' + found.descrizione, u"A1/Vite"_s);
+        QCOMPARE(QList<double>({found.sottoscorta, found.riordino, found.prezzo, found.costo}),
+                 QList<double>({1.5, 2.5, 4.25, 0}));
+        QCOMPARE(QList<int>({found.idCategoria, found.idAliquotaIVA, found.idUM}), QList<int>({3, 5, 0}));
+    }
+
+    void rateAndServiceAreRead()
+    {
+        const int rate = db->insert(u"ALIQUOTE_IVA"_s,
+                                    {{u"CODICE"_s, u"22"_s}, {u"DESCRIZIONE"_s, u"Ordinaria"_s}, {u"ALIQUOTA"_s, 22}});
+        QCOMPARE(GetAliquotaIVA(rate).id, rate);
+        QCOMPARE(GetAliquotaIVA(rate).codice + GetAliquotaIVA(rate).descrizione, u"22Ordinaria"_s);
+        QCOMPARE(GetAliquotaIVA(rate).aliquota, 22.0);
+        const int id = db->insert(u"SERVIZI"_s, {{u"CODICE"_s, u"S1"_s},
+                                                 {u"DESCRIZIONE"_s, u"Posa"_s},
+                                                 {u"IDCATEGORIA_SERVIZI"_s, 3},
+                                                 {u"PREZZO"_s, 4.25},
+                                                 {u"COSTO"_s, 1.5},
+                                                 {u"IDALIQUOTA_IVA"_s, 5},
+                                                 {u"IDUM"_s, 6}});
+        const TServizio found = GetServizio(id);
+        QCOMPARE(found.id, id);
+        QCOMPARE(found.codice + u'/' + found.descrizione, u"S1/Posa"_s);
+        QCOMPARE(QList<double>({found.prezzo, found.costo}), QList<double>({4.25, 1.5}));
+        QCOMPARE(QList<int>({found.idCategoria, found.idAliquotaIVA, found.idUM}), QList<int>({3, 5, 6}));
+    }
+
+    void customersSuppliersAndCarriersAreReadAlike()
+    {
+        const int customer = db->insert(u"CLIENTI"_s, anagrafica);
+        QVariantMap withPayment = anagrafica;
+        withPayment.insert(u"IDTIPO_PAGAMENTO"_s, 7);
+        const int supplier = db->insert(u"FORNITORI"_s, withPayment);
+        const int carrier = db->insert(u"VETTORI"_s, anagrafica);
+        for (const TCliente &found : {GetCliente(customer), GetCliente(u"D'A1"_s)}) {
+            QCOMPARE(found.id, customer);
+            QCOMPARE(textOf(found), anagraficaText);
+            QCOMPARE(found.idTipoPagamento, -1);
+        }
+        QCOMPARE(GetCliente(u"d'a1"_s).id, -1);
+        QCOMPARE(GetFornitore(supplier).id, supplier);
+        QCOMPARE(textOf(GetFornitore(supplier)), anagraficaText);
+        QCOMPARE(GetFornitore(supplier).idTipoPagamento, 7);
+        QCOMPARE(GetVettore(carrier).id, carrier);
+        QCOMPARE(textOf(GetVettore(carrier)), anagraficaText);
+    }
+
+    void pairsAreRead_data()
+    {
+        QTest::addColumn<int>("index");
+        for (int i = 0; i < pairReaders.size(); ++i)
+            QTest::newRow(pairReaders[i].name) << i;
+    }
+    void pairsAreRead()
+    {
+        QFETCH(const int, index);
+        const PairReader &reader = pairReaders[index];
+        const int id = db->insert(reader.table, {{reader.column, u"testo"_s}});
+        QCOMPARE(reader.read(id).id, id);
+        QCOMPARE(reader.read(id).testo, u"testo"_s);
+        QCOMPARE(reader.read(id + 1).id, -1);
+        db->connection().close();
+        QCOMPARE(test::errorOf([&reader] { reader.read(1); }),
+                 reader.error + u"La connessione al database non è aperta."_s);
+    }
+
+    void documentNoteIsReadAsText()
+    {
+        const int id = db->insert(u"NOTE_DOCUMENTI"_s, {{u"TESTO"_s, u"Più\nrighe"_s}});
+        QCOMPARE(GetNotaDocumento(id), u"Più\nrighe"_s);
+        QCOMPARE(GetNotaDocumento(0), QString());
+    }
+
+    void unknownKeysGiveMinusOne()
+    {
+        for (const int id : {0, -1, 4711})
+            QCOMPARE(QList<int>({GetArticolo(id).id, GetAliquotaIVA(id).id, GetServizio(id).id, GetCliente(id).id,
+                                 GetFornitore(id).id, GetVettore(id).id}),
+                     QList<int>({-1, -1, -1, -1, -1, -1}));
+    }
+
+    void errorsNameTheRoutineWhereIntended()
+    {
+        db->connection().close();
+        const QString text = u"La connessione al database non è aperta."_s;
+        QCOMPARE(test::errorOf([] { GetArticolo(1); }), text);
+        QCOMPARE(test::errorOf([] { GetAliquotaIVA(1); }), text);
+        QCOMPARE(test::errorOf([] { GetServizio(1); }), text);
+        QCOMPARE(test::errorOf([] { GetCliente(1); }), u"[GetCliente]\n\r"_s + text);
+        QCOMPARE(test::errorOf([] { GetCliente(u"A"_s); }), u"[GetCliente]\n\r"_s + text);
+        QCOMPARE(test::errorOf([] { GetFornitore(1); }), u"[GetFornitore]\n\r"_s + text);
+        QCOMPARE(test::errorOf([] { GetVettore(1); }), u"[GetVettore]\n\r"_s + text);
+        QCOMPARE(test::errorOf([] { GetNotaDocumento(1); }), u"[GetNotaDocumento]\n\r"_s + text);
+    }
+};
+
+namespace {
+const test::Registered<LettoriTest> registered;
+}
+
+#include "test_lettori.moc"

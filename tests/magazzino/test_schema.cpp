@@ -1,0 +1,309 @@
+#include "magazzino/MMGUtils.h"
+#include "magazzino/schema/Catalogo.h"
+#include "magazzino/schema/Motore.h"
+#include "tests/support/ScriptedMessages.h"
+#include "tests/support/TestDatabase.h"
+#include "tests/support/TestMain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString stepFailed = u"Errore durante l'aggiornamento del database!"_s;
+
+const QString versions = u"SELECT TABELLA, VERSIONE FROM TABLE_VERSION ORDER BY TABELLA"_s;
+
+// Every column as "TABLE|COLUMN|TYPE|NOT NULL|DEFAULT ...", in the order of their positions.
+const QString columns = uR"(
+    SELECT TRIM(F.RDB$RELATION_NAME), TRIM(F.RDB$FIELD_NAME),
+        CASE T.RDB$FIELD_TYPE WHEN 8 THEN 'INTEGER' WHEN 12 THEN 'DATE' WHEN 13 THEN 'TIME'
+            WHEN 37 THEN 'VARCHAR(' || T.RDB$CHARACTER_LENGTH || ')'
+            WHEN 16 THEN 'DECIMAL(' || T.RDB$FIELD_PRECISION || ', ' || ABS(T.RDB$FIELD_SCALE) || ')'
+            WHEN 261 THEN 'BLOB SUB_TYPE ' || T.RDB$FIELD_SUB_TYPE END,
+        IIF(F.RDB$NULL_FLAG = 1, 'NOT NULL', ''), CAST(F.RDB$DEFAULT_SOURCE AS VARCHAR(50))
+    FROM RDB$RELATION_FIELDS F JOIN RDB$FIELDS T ON T.RDB$FIELD_NAME = F.RDB$FIELD_SOURCE
+    WHERE F.RDB$RELATION_NAME IN (%1) ORDER BY F.RDB$RELATION_NAME, F.RDB$FIELD_POSITION)"_s;
+
+const QString constraints = uR"(
+    SELECT 'CONSTRAINT ' || TRIM(C.RDB$CONSTRAINT_NAME) || ' ' || TRIM(C.RDB$CONSTRAINT_TYPE) || '(' ||
+        (SELECT LIST(N, ', ') FROM (SELECT TRIM(S.RDB$FIELD_NAME) AS N FROM RDB$INDEX_SEGMENTS S
+            WHERE S.RDB$INDEX_NAME = C.RDB$INDEX_NAME ORDER BY S.RDB$FIELD_POSITION)) || ')'
+    FROM RDB$RELATION_CONSTRAINTS C
+    WHERE C.RDB$RELATION_NAME IN (%1) AND C.RDB$INDEX_NAME IS NOT NULL)"_s;
+
+const QString triggers = uR"(
+    SELECT TRIM(RDB$RELATION_NAME), TRIM(RDB$TRIGGER_NAME), RDB$TRIGGER_TYPE, RDB$TRIGGER_SOURCE FROM RDB$TRIGGERS
+    WHERE RDB$RELATION_NAME IN (%1))"_s;
+
+QString tableNames()
+{
+    QStringList names;
+    for (const schema::Tabella &table : schema::catalogo())
+        names.append(u'\'' + table.nome.toString() + u'\'');
+    return names.join(u", "_s);
+}
+
+// What the catalogue and the later steps together must give.
+QStringList expectedColumns()
+{
+    const QStringList widened = {u"FORNITORI|PARTITAIVA"_s, u"BOLLE_CARICO|FOR_PARTITAIVA"_s,
+                                 u"DDT_SCARICO|CLI_PARTITAIVA"_s, u"FATT_ACC|CLI_PARTITAIVA"_s};
+    const QMultiMap<QString, QString> added = {
+        {u"DDT_SCARICO"_s, u"DDT_SCARICO|TIPO_ANAGRAFICA|INTEGER|NOT NULL|DEFAULT 0"_s},
+        {u"FATT_ACC"_s, u"FATT_ACC|IVA_ESENTE|VARCHAR(5)|NOT NULL|DEFAULT 'False'"_s},
+        {u"FATT_ACC"_s, u"FATT_ACC|NOTIFICATO|VARCHAR(5)|NOT NULL|DEFAULT 'False'"_s}};
+    QMap<QString, QStringList> byTable;
+    for (const schema::Tabella &table : schema::catalogo()) {
+        const QString name = table.nome.toString();
+        for (const schema::Colonna &column : table.colonne) {
+            const QString which = name + u'|' + column.nome.toString();
+            QString type = column.tipo.toString().replace(u",3"_s, u", 3"_s).replace(u",2"_s, u", 2"_s);
+            if (widened.contains(which))
+                type = u"VARCHAR(13)"_s;
+            byTable[name] += which + u'|' + type + (column.obbligatoria ? u"|NOT NULL|"_s : u"||"_s);
+        }
+        byTable[name] += added.values(name);
+    }
+    QStringList all;
+    for (const QStringList &lines : std::as_const(byTable))
+        all += lines;
+    return all;
+}
+
+} // namespace
+
+class SchemaTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<test::ModuleDatabase> db;
+
+    void start(test::Content content = test::Content::ModuleSchema)
+    {
+        db.reset();
+        db = std::make_unique<test::ModuleDatabase>(content);
+    }
+
+    // Of all module tables, in an order that does not depend on the database's.
+    QStringList sorted(const QString &query)
+    {
+        QStringList lines = db->lines(query.arg(tableNames()));
+        lines.sort();
+        return lines;
+    }
+
+    QStringList everything()
+    {
+        QStringList all = db->lines(versions);
+        for (const QString &query : {columns, constraints, triggers})
+            all += sorted(query);
+        return all + db->lines(u"SELECT * FROM CAUSALI_MAGA ORDER BY 1"_s) +
+               db->lines(u"SELECT ABILITAZIONE_UTENTE, MODULO FROM ABILITAZIONI_UTENTE ORDER BY 1"_s);
+    }
+
+private Q_SLOTS:
+    void cleanup() { db.reset(); }
+
+    void definitionTextsAreExact()
+    {
+        const QStringList expected = {
+            u"CREATE TABLE MAGAZZINI(IDMAGAZZINO INTEGER NOT NULL, NUMERO INTEGER NOT NULL, MAGAZZINO VARCHAR(20) NOT "
+            "NULL, DESCRIZIONE VARCHAR(200), CONSTRAINT UK1_MAGAZZINI UNIQUE(NUMERO), CONSTRAINT UK2_MAGAZZINI "
+            "UNIQUE(MAGAZZINO), CONSTRAINT PK_MAGAZZINI PRIMARY KEY(IDMAGAZZINO))"_s,
+            u"CREATE GENERATOR GN_IDMAGAZZINO"_s,
+            u"CREATE TRIGGER TG_BI_MAGAZZINI FOR MAGAZZINI BEFORE INSERT AS BEGIN NEW.IDMAGAZZINO = "
+            "GEN_ID(GN_IDMAGAZZINO, 1); END"_s};
+        QCOMPARE(schema::definizione(schema::catalogo()[10]), expected);
+    }
+
+    void freshDatabaseEndsAsCatalogued()
+    {
+        start();
+        QCOMPARE(db->lines(columns.arg(tableNames())), expectedColumns());
+        QCOMPARE(expectedColumns().size(), 2 + 2 + 2 + 18 + 26 + 17 + 42 + 17 + 53 + 18 + 4 + 17 + 17);
+        QStringList expectedConstraints;
+        QStringList expectedTriggers;
+        for (const schema::Tabella &table : schema::catalogo()) {
+            expectedConstraints += table.vincoli;
+            expectedTriggers +=
+                u"%1|TG_BI_%1|1|AS BEGIN NEW.%2 = GEN_ID(GN_%2, 1); END"_s.arg(table.nome, table.colonne.front().nome);
+        }
+        expectedConstraints.sort();
+        expectedTriggers.sort();
+        QCOMPARE(sorted(constraints), expectedConstraints);
+        QCOMPARE(sorted(triggers), expectedTriggers);
+        const QStringList expectedVersions = {u"BOLLE_CARICO|1.1.0"_s,     u"BOLLE_CARICO_DETT|1.0.0"_s,
+                                              u"CAUSALI_MAGA|1.0.0"_s,     u"CAUSALI_TRASPORTO|1.0.0"_s,
+                                              u"DDT_SCARICO|1.2.0"_s,      u"DDT_SCARICO_DETT|1.0.0"_s,
+                                              u"FATT_ACC|1.4.0"_s,         u"FATT_ACC_DETT|1.0.0"_s,
+                                              u"FORNITORI|1.1.0"_s,        u"MAGAZZINI|1.0.0"_s,
+                                              u"MMG_ABILITAZIONI|1.0.0"_s, u"MOVI_MAGA|1.0.1"_s,
+                                              u"TIPI_TRASPORTO|1.0.0"_s,   u"VETTORI|1.0.0"_s};
+        QCOMPARE(db->lines(versions), expectedVersions);
+    }
+
+    void freshDatabaseHasReasonsAndRights()
+    {
+        start();
+        QCOMPARE(db->lines(u"SELECT * FROM CAUSALI_MAGA ORDER BY 1"_s), QStringList({u"1|Carico"_s, u"2|Scarico"_s}));
+        QCOMPARE(db->lines(u"SELECT ABILITAZIONE_UTENTE, MODULO FROM ABILITAZIONI_UTENTE WHERE MODULO <> 'Corvane' "
+                           "ORDER BY IDABILITAZIONE_UTENTE"_s),
+                 QStringList({u"Fatture acc. (visualizzazione)|Magazzzino"_s, u"Fatture acc. (modifica)|Magazzzino"_s,
+                              u"Fatture acc. (eliminazione)|Magazzzino"_s}));
+    }
+
+    void secondStartChangesNothing()
+    {
+        test::ScriptedMessages messages;
+        start();
+        const QStringList before = everything();
+        AggiornaDatabase();
+        QCOMPARE(everything(), before);
+        QCOMPARE(messages.verify(), QStringList());
+    }
+
+    void stepsFollowTheVersionsInOrder_data()
+    {
+        QTest::addColumn<QStringList>("recorded");
+        QTest::addColumn<QString>("expected");
+        const QStringList created = {u"CAUSALI_TRASPORTO"_s, u"CAUSALI_MAGA"_s,     u"TIPI_TRASPORTO"_s,
+                                     u"BOLLE_CARICO_DETT"_s, u"DDT_SCARICO_DETT"_s, u"FATT_ACC_DETT"_s,
+                                     u"MAGAZZINI"_s,         u"VETTORI"_s,          u"MMG_ABILITAZIONI"_s};
+        QStringList latest = {u"FORNITORI=1.1.0"_s, u"BOLLE_CARICO=1.1.0"_s, u"MOVI_MAGA=1.0.1"_s};
+        for (const QString &name : created)
+            latest += name + u"=1.0.0"_s;
+        const auto with = [&latest](const QStringList &more) { return latest + more; };
+        QTest::newRow("nothing") << QStringList() << u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23"_s;
+        QTest::newRow("latest") << with({u"DDT_SCARICO=1.2.0"_s, u"FATT_ACC=1.4.0"_s}) << QString();
+        QTest::newRow("invoices 1.0.0") << with({u"DDT_SCARICO=1.2.0"_s, u"FATT_ACC=1.0.0"_s}) << u"16,18,22,23"_s;
+        QTest::newRow("invoices 1.1.0") << with({u"DDT_SCARICO=1.2.0"_s, u"FATT_ACC=1.1.0"_s}) << u"18,22,23"_s;
+        QTest::newRow("invoices 1.2.0") << with({u"DDT_SCARICO=1.2.0"_s, u"FATT_ACC=1.2.0"_s}) << u"22,23"_s;
+        QTest::newRow("invoices 1.3.0") << with({u"DDT_SCARICO=1.2.0"_s, u"FATT_ACC=1.3.0"_s}) << u"23"_s;
+        QTest::newRow("notes 1.0.0") << with({u"DDT_SCARICO=1.0.0"_s, u"FATT_ACC=1.4.0"_s}) << u"14,20"_s;
+        QTest::newRow("notes 1.0.1") << with({u"DDT_SCARICO=1.0.1"_s, u"FATT_ACC=1.4.0"_s}) << u"20"_s;
+        QTest::newRow("unknown version") << with({u"DDT_SCARICO=1.00"_s, u"FATT_ACC=2.0.0"_s}) << QString();
+        QTest::newRow("name in lower case") << with({u"ddt_scarico=1.0.0"_s, u"FATT_ACC=1.4.0"_s}) << u"7,14,20"_s;
+    }
+    void stepsFollowTheVersionsInOrder()
+    {
+        QFETCH(const QStringList, recorded);
+        QFETCH(const QString, expected);
+        start(test::Content::HostSchema);
+        for (const QString &entry : recorded)
+            db->insert(u"TABLE_VERSION"_s,
+                       {{u"TABELLA"_s, entry.section(u'=', 0, 0)}, {u"VERSIONE"_s, entry.section(u'=', 1)}});
+        // The real guards and versions with commands that only leave a trace.
+        QStringList trace;
+        QList<schema::Passo> steps = schema::passi();
+        for (qsizetype i = 0; i < steps.size(); ++i) {
+            steps[i].comandi.clear();
+            steps[i].seguenti.clear();
+            steps[i].azione = [&trace, i](data::Connection &) { trace.append(QString::number(i + 1)); };
+        }
+        schema::eseguiPassi(db->connection(), steps);
+        QCOMPARE(trace.join(u','), expected);
+    }
+
+    void interruptedUpgradesEndLikeFreshOnes_data()
+    {
+        QTest::addColumn<int>("done");
+        for (const int done : {5, 13, 17, 21})
+            QTest::addRow("after step %d", done) << done;
+    }
+    void interruptedUpgradesEndLikeFreshOnes()
+    {
+        QFETCH(const int, done);
+        test::ScriptedMessages messages;
+        start();
+        const QStringList fresh = everything();
+        start(test::Content::HostSchema);
+        schema::eseguiPassi(db->connection(), schema::passi().first(done));
+        AggiornaDatabase();
+        QCOMPARE(everything(), fresh);
+    }
+
+    void tableWithoutVersionRowIsReportedAndLeftAlone()
+    {
+        start();
+        db->connection().execute(u"DELETE FROM TABLE_VERSION WHERE TABELLA = 'FATT_ACC'"_s);
+        const QStringList before = everything();
+        test::ScriptedMessages messages;
+        messages.watch(db->connection());
+        messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
+        AggiornaDatabase();
+        QCOMPARE(messages.verify(), QStringList());
+        QCOMPARE(everything(), before);
+    }
+
+    void failingStepLeavesNothingAndLaterOnesRun()
+    {
+        start(test::Content::HostSchema);
+        const QList<schema::Passo> steps = {
+            {u"A"_s, {}, {u"CREATE TABLE A(X INTEGER)"_s, u"CREATE NONSENSE"_s}, u"1.0.0"_s},
+            {u"B"_s, {}, {u"CREATE TABLE B(X INTEGER)"_s}, u"1.0.0"_s, {u"INSERT INTO NOWHERE VALUES(1)"_s}},
+            {u"C"_s, {}, {u"CREATE TABLE C(X INTEGER)"_s}, u"1.0.0"_s, {u"INSERT INTO C VALUES(7)"_s}}};
+        test::ScriptedMessages messages;
+        messages.watch(db->connection());
+        messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
+        messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
+        schema::eseguiPassi(db->connection(), steps);
+        QCOMPARE(messages.verify(), QStringList());
+        QCOMPARE(db->lines(versions), QStringList({u"B|1.0.0"_s, u"C|1.0.0"_s}));
+        QCOMPARE(db->lines(u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$RELATION_NAME IN ('A', 'B', 'C') "
+                           "ORDER BY 1"_s),
+                 QStringList({u"B"_s, u"C"_s}));
+        QCOMPARE(db->lines(u"SELECT * FROM C"_s), QStringList(u"7"_s));
+        // Tried again at the next start, and only this one.
+        messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
+        schema::eseguiPassi(db->connection(), steps);
+    }
+
+    void recostingTakesArticleCostsAndRevaluesIssues()
+    {
+        start();
+        for (const QString &code : {u"A"_s, u"B"_s})
+            db->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, code}, {u"COSTO"_s, 2.5}});
+        const auto movement = [this](const QString &code, const QString &kind, double quantity) {
+            db->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, code}, {u"TIPO_MOVIMENTO"_s, kind}, {u"QUANTITA"_s, quantity}});
+        };
+        movement(u"A"_s, u"Carico"_s, 10);
+        movement(u"B"_s, u"Carico"_s, 4);
+        movement(u"A"_s, u"Scarico"_s, -2);
+        db->connection().execute(u"UPDATE TABLE_VERSION SET VERSIONE = '1.0.0' WHERE TABELLA = 'MOVI_MAGA'"_s);
+        AggiornaDatabase();
+        // The issue sees itself without value: 25 / 8.
+        QCOMPARE(db->lines(u"SELECT CODICE, COSTO, VALORE, VALORE_IMPORTO FROM MOVI_MAGA ORDER BY IDMOVI_MAGA"_s),
+                 QStringList({u"A|2.5|2.5|25"_s, u"B|2.5|2.5|10"_s, u"A|0|3.13|-6.25"_s}));
+    }
+
+    void recostingWithoutArticleIsRolledBackAsAWhole()
+    {
+        start();
+        db->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"A"_s}, {u"COSTO"_s, 2.5}});
+        db->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, u"A"_s}, {u"TIPO_MOVIMENTO"_s, u"Carico"_s}, {u"QUANTITA"_s, 1}});
+        db->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, u"GONE"_s}, {u"TIPO_MOVIMENTO"_s, u"Carico"_s}, {u"QUANTITA"_s, 1}});
+        db->connection().execute(u"UPDATE TABLE_VERSION SET VERSIONE = '1.0.0' WHERE TABELLA = 'MOVI_MAGA'"_s);
+        test::ScriptedMessages messages;
+        messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
+        AggiornaDatabase();
+        QCOMPARE(messages.verify(), QStringList());
+        QCOMPARE(db->lines(u"SELECT SUM(COSTO) FROM MOVI_MAGA"_s), QStringList(u"0"_s));
+        QCOMPARE(db->lines(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'MOVI_MAGA'"_s),
+                 QStringList(u"1.0.0"_s));
+    }
+
+    void missingModuleIsShownOnce()
+    {
+        test::ScriptedMessages messages;
+        messages.expectError(u"[AggiornaDatabase]\n\rIl modulo \"Magazzino.bpl\" non è caricato."_s);
+        start(test::Content::Empty);
+        db.reset();
+        AggiornaDatabase();
+    }
+};
+
+namespace {
+const test::Registered<SchemaTest> registered;
+}
+
+#include "test_schema.moc"

@@ -1,0 +1,156 @@
+#include "tests/support/TestDatabase.h"
+
+#include "host/IntfPack.h"
+#include "host/schema/HostSchema.h"
+#include "magazzino/MMGUtils.h"
+#include "platform/core/Error.h"
+#include "platform/data/DatabaseFile.h"
+
+#include <QFile>
+#include <QMap>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace test {
+
+namespace {
+
+QString folder()
+{
+    static const QTemporaryDir directory;
+    static const bool prepared = [] {
+        data::useLockFolder(directory.filePath(u"lock"_s));
+        return true;
+    }();
+    Q_UNUSED(prepared)
+    return directory.path();
+}
+
+data::DatabaseAddress addressOf(const QString &path)
+{
+    data::DatabaseAddress address;
+    address.file = path;
+    return address;
+}
+
+std::unique_ptr<QObject> makeModule(const data::DatabaseAddress &address)
+{
+    auto module = std::make_unique<QObject>();
+    auto *connection = new data::Connection(module.get());
+    connection->setObjectName(u"ModADOConn"_s);
+    connection->setConnectionString(data::nativeConnectionString(address));
+    connection->open();
+    // A second registration is ignored, so this also works where the real module class has announced itself.
+    RegisterPackage(packageName, u"Modulo Magazzino"_s, {u"TestModule"_s, {}});
+    GetPackage(GetPackageIndex(packageName)).instance = module.get();
+    return module;
+}
+
+void fill(const data::DatabaseAddress &address, Content content)
+{
+    if (content == Content::Empty)
+        return;
+    const std::unique_ptr<QObject> module = makeModule(address);
+    host::createHostSchema(ModuleConnection());
+    if (content == Content::ModuleSchema)
+        AggiornaDatabase();
+}
+
+QString templateFile(Content content)
+{
+    static QMap<Content, QString> made;
+    QString &path = made[content];
+    if (path.isEmpty()) {
+        const QString file = folder() + u"/template%1.fdb"_s.arg(static_cast<int>(content));
+        data::createDatabase(addressOf(file));
+        fill(addressOf(file), content);
+        path = file;
+    }
+    return path;
+}
+
+// A value that any required column of this type takes.
+QVariant fillerFor(int fieldType)
+{
+    constexpr int dateType = 12;
+    constexpr int textType = 37;
+    if (fieldType == dateType)
+        return QDate(2026, 1, 1);
+    return fieldType == textType ? QVariant(u"-"_s) : QVariant(0);
+}
+
+} // namespace
+
+TestDatabase::TestDatabase(Content content)
+{
+    static int counter = 0;
+    path_ = folder() + u"/test%1.fdb"_s.arg(++counter);
+    if (!QFile::copy(templateFile(content), path_))
+        throw core::Error(u"The template database cannot be copied."_s);
+}
+
+TestDatabase::~TestDatabase()
+{
+    QFile::remove(path_);
+}
+
+data::DatabaseAddress TestDatabase::address() const
+{
+    return addressOf(path_);
+}
+
+ModuleDatabase::ModuleDatabase(Content content)
+    : database_(content)
+    , module_(makeModule(database_.address()))
+    , connection_(&ModuleConnection())
+{
+}
+
+ModuleDatabase::~ModuleDatabase() = default;
+
+QStringList ModuleDatabase::lines(const QString &sql)
+{
+    const data::Rows rows = connection_->select(sql);
+    QStringList result;
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        QStringList values;
+        for (const QVariant &value : rows.values(row))
+            values.append(value.toString().trimmed());
+        result.append(values.join(u'|'));
+    }
+    return result;
+}
+
+int ModuleDatabase::insert(const QString &table, const QVariantMap &values)
+{
+    const data::Rows columns = connection_->select(
+        u"SELECT TRIM(F.RDB$FIELD_NAME) AS NAME, COALESCE(F.RDB$NULL_FLAG, 0) AS REQUIRED, T.RDB$FIELD_TYPE AS KIND "
+        "FROM RDB$RELATION_FIELDS F JOIN RDB$FIELDS T ON T.RDB$FIELD_NAME = F.RDB$FIELD_SOURCE "
+        "WHERE F.RDB$RELATION_NAME = :TABLE_NAME ORDER BY F.RDB$FIELD_POSITION"_s,
+        {{u"TABLE_NAME"_s, table}});
+    QVariantMap complete = values;
+    for (qsizetype row = 0; row < columns.size(); ++row) {
+        const QString name = columns.text(row, u"NAME");
+        if (!complete.contains(name) && columns.integer(row, u"REQUIRED") != 0)
+            complete.insert(name, fillerFor(columns.integer(row, u"KIND")));
+    }
+    const QStringList names = complete.keys();
+    const QString marks = QStringList(names.size(), u"?"_s).join(u", "_s);
+    const data::Rows given = connection_->run(u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4"_s.arg(
+                                                  table, names.join(u", "_s), marks, columns.text(0, u"NAME")),
+                                              complete.values());
+    return given.values(0).constFirst().toInt();
+}
+
+QString errorOf(const std::function<void()> &body)
+{
+    try {
+        body();
+    } catch (const std::exception &error) {
+        return core::errorText(error);
+    }
+    return u"no error"_s;
+}
+
+} // namespace test

@@ -1,0 +1,61 @@
+#pragma once
+#include "platform/data/Connection.h"
+#include "platform/data/ConnectionString.h"
+
+#include <QVariantMap>
+
+#include <memory>
+
+namespace test {
+
+/// What a test's database holds at the start.
+enum class Content
+{
+    Empty,
+    HostSchema,
+    ModuleSchema ///< host and module tables, as after the module's first start
+};
+
+/// A database file of the test's own, copied from a template that is made once per program; removed with the object.
+class TestDatabase
+{
+public:
+    explicit TestDatabase(Content content = Content::ModuleSchema);
+    ~TestDatabase();
+    TestDatabase(const TestDatabase &) = delete;
+    TestDatabase &operator=(const TestDatabase &) = delete;
+
+    data::DatabaseAddress address() const;
+    QString connectionString() const { return data::nativeConnectionString(address()); }
+
+private:
+    QString path_;
+};
+
+/// A database with a live module object over it: a plain QObject in the registry, with the open connection
+/// "ModADOConn" that the data services look for. One at a time.
+class ModuleDatabase
+{
+public:
+    explicit ModuleDatabase(Content content = Content::ModuleSchema);
+    ~ModuleDatabase();
+
+    data::Connection &connection() { return *connection_; }
+    const TestDatabase &database() const { return database_; }
+
+    /// Each row of a query as one text, its values separated by "|"; NULL is empty.
+    QStringList lines(const QString &sql);
+    /// Inserts a row; columns of it that are required but not named get 0, "-" or 2026-01-01. Returns the value of its
+    /// first column, the key.
+    int insert(const QString &table, const QVariantMap &values);
+
+private:
+    TestDatabase database_;
+    std::unique_ptr<QObject> module_;
+    data::Connection *connection_ = nullptr;
+};
+
+/// Text of the error that `body` throws, "no error" when it throws none.
+QString errorOf(const std::function<void()> &body);
+
+} // namespace test
