@@ -35,6 +35,7 @@ private Q_SLOTS:
     void decimalsAreRoundedBeforeTheyAreBound();
     void tooLongATextIsRefusedAndNothingStored();
     void errorAtTheFirstFetchIsThrown();
+    void errorAtTheCommitIsThrown();
     void statementsCountTheirRows();
     void preparedReadSeesTheLatestRows();
     void repeatedInsertInATransactionGivesEachKey();
@@ -173,6 +174,18 @@ void TestData::errorAtTheFirstFetchIsThrown()
         test::errorOf([this] { connection_->select(u"SELECT * FROM PROVA WHERE GIORNO = '20260102'"_s); });
     QVERIFY2(error.contains(u"conversion error"_s), qPrintable(error));
     QCOMPARE(connection_->select(u"SELECT * FROM PROVA WHERE GIORNO = '2026-01-02'"_s).size(), qsizetype(1));
+}
+
+void TestData::errorAtTheCommitIsThrown()
+{
+    connection_->execute(u"CREATE TABLE DOPPI(CODICE VARCHAR(5))"_s);
+    connection_->execute(u"INSERT INTO DOPPI VALUES('A')"_s);
+    connection_->execute(u"INSERT INTO DOPPI VALUES('A')"_s);
+    // The index is built when the definition is committed.
+    QVERIFY_EXCEPTION_THROWN(connection_->execute(u"CREATE UNIQUE INDEX IX_DOPPI ON DOPPI(CODICE)"_s),
+                             data::DatabaseError);
+    QVERIFY(!connection_->inTransaction());
+    QCOMPARE(connection_->select(u"SELECT * FROM DOPPI"_s).size(), qsizetype(2));
 }
 
 void TestData::statementsCountTheirRows()
