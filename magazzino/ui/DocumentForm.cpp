@@ -21,7 +21,6 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
     , spec_(spec)
 {
     setOpeningSize({1060, 620});
-    setMinimumSize(860, 540);
     mainLayout()->addWidget(newToolBar(u"tBarStandard"_s));
 
     number_ = declare(new ui::IntegerField(
@@ -58,6 +57,7 @@ void TMMGInserimentoDocumento::finishLayout(const QStringList &commands)
     if (spec_.showsTotals)
         mainLayout()->addWidget(createTotals());
     placeCommands(findChild<QToolBar *>(u"tBarStandard"_s), commands);
+    setMinimumSize(QSize(860, 540).expandedTo(minimumSizeHint()));
     NuovoRecord();
 }
 

@@ -142,6 +142,13 @@ void Connection::ensureOpen()
         throw DatabaseError(u"La connessione al database non è aperta."_s, u"CONNECT"_s);
 }
 
+void Connection::prepareFor(const QString &sql)
+{
+    ensureOpen();
+    if (hook_)
+        hook_(sql);
+}
+
 void Connection::fail(const QSqlError &error, const QString &sql)
 {
     if (isConnectionLoss(error))
@@ -227,7 +234,7 @@ void Connection::execute(const QString &sql)
         transaction.commit();
         return;
     }
-    ensureOpen();
+    prepareFor(sql);
     QSqlQuery query(database_);
     if (!query.exec(sql))
         fail(query.lastError(), sql);
@@ -242,7 +249,7 @@ Rows Connection::run(const QString &sql, const QVariantList &values)
         transaction.commit();
         return rows;
     }
-    ensureOpen();
+    prepareFor(sql);
     QSqlQuery shortLived(database_);
     QSqlQuery &query = statement(sql, shortLived);
     for (int i = 0; i < values.size(); ++i)
@@ -254,7 +261,7 @@ Rows Connection::run(const QString &sql, const QVariantList &values)
 
 Rows Connection::select(const QString &sql, const Parameters &parameters)
 {
-    ensureOpen();
+    prepareFor(sql);
     QSqlQuery shortLived(database_);
     QSqlQuery &query = statement(sql, shortLived);
     for (auto it = parameters.begin(); it != parameters.end(); ++it)

@@ -5,6 +5,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
+#include <functional>
 #include <map>
 
 namespace data {
@@ -47,6 +48,10 @@ public:
     /// Current value of a generator, which is not advanced.
     int lastGeneratorValue(const QString &generator);
 
+    /// Called with the text of every statement before it runs; what it throws is treated as the statement's failure. A
+    /// seam for tests: refused statements, other workstations that write in between.
+    void setStatementHook(std::function<void(const QString &)> hook) { hook_ = std::move(hook); }
+
     /// Rows that the last insert, update or delete touched.
     int affectedRows() const { return affectedRows_; }
 
@@ -56,11 +61,13 @@ private:
     void commit();
     void rollback();
 
+    void prepareFor(const QString &sql);
     void ensureOpen();
     QSqlQuery &statement(const QString &sql, QSqlQuery &shortLived);
     Rows fetch(QSqlQuery &query, const QString &sql);
     [[noreturn]] void fail(const QSqlError &error, const QString &sql);
 
+    std::function<void(const QString &)> hook_;
     QString connectionString_;
     QString name_;
     QSqlDatabase database_;

@@ -27,9 +27,10 @@ public:
 void limitWidth(QLineEdit *edit, int maxLength)
 {
     constexpr int alwaysShort = 20;
+    constexpr int frame = 16;
     if (maxLength <= alwaysShort) {
-        const int width = edit->fontMetrics().horizontalAdvance(QString(maxLength + 2, u'M')) + 12;
-        edit->setMaximumWidth(width);
+        const QChar typical = maxLength <= 5 ? u'0' : u'M';
+        edit->setMaximumWidth(edit->fontMetrics().horizontalAdvance(QString(maxLength + 1, typical)) + frame);
     }
 }
 
@@ -115,11 +116,16 @@ DecimalField::DecimalField(const DecimalSpec &spec, QWidget *parent)
     connect(edit_, &QDoubleSpinBox::textChanged, this, &Field::edited);
 }
 
+void DecimalField::show(double value)
+{
+    loaded_ = value;
+    edit_->setValue(value);
+    shown_ = edit_->value();
+}
+
 void DecimalField::load(const data::DataSet &record)
 {
-    loaded_ = record.isNull(column_) ? initial_ : record.number(column_);
-    edit_->setValue(loaded_);
-    shown_ = edit_->value();
+    show(record.isNull(column_) ? initial_ : record.number(column_));
 }
 
 void DecimalField::write(data::DataSet &record) const

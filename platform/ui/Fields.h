@@ -122,11 +122,13 @@ public:
     void setValue(double value) { edit_->setValue(value); }
 
     QWidget *widget() const override { return edit_; }
-    void clear() override { edit_->setValue(initial_); }
+    void clear() override { show(initial_); }
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
 
 private:
+    void show(double value);
+
     DecimalEdit *edit_;
     QString column_;
     double initial_;
