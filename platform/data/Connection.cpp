@@ -169,6 +169,8 @@ void Connection::begin()
 
 void Connection::commit()
 {
+    if (hook_)
+        hook_(u"COMMIT"_s);
     statements_.clear();
     if (!database_.commit())
         fail(database_.lastError(), u"COMMIT"_s);
