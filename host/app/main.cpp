@@ -1,4 +1,9 @@
-int main()
+#include "host/Application.h"
+
+#include <QApplication>
+
+int main(int argc, char *argv[])
 {
-    return 0;
+    QApplication application(argc, argv);
+    return host::runApplication(application);
 }

@@ -9,6 +9,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QPainter>
 #include <QSettings>
 #include <QStatusBar>
 
@@ -22,6 +23,27 @@ MainWindow *&current()
 {
     static MainWindow *window = nullptr;
     return window;
+}
+
+// A closed carton; drawn here, so that no image file has to be found.
+QIcon programIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 32, 64}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(size / 16.0, size / 16.0);
+        painter.setPen(QPen(QColor(0x7a, 0x4a, 0x16), 0.8));
+        painter.setBrush(QColor(0xd9, 0xa0, 0x5b));
+        painter.drawRect(QRectF(1.5, 5.5, 13, 9));
+        painter.setBrush(QColor(0xec, 0xc0, 0x85));
+        painter.drawPolygon(QPolygonF({{1.5, 5.5}, {4, 1.5}, {12, 1.5}, {14.5, 5.5}}));
+        painter.fillRect(QRectF(6.7, 1.5, 2.6, 7), QColor(0xf7, 0xe3, 0xc0));
+        icon.addPixmap(pixmap);
+    }
+    return icon;
 }
 
 struct MenuSpec
@@ -41,6 +63,7 @@ MainWindow::MainWindow(const QString &settingsFile)
     current() = this;
     setObjectName(u"frmMain"_s);
     setWindowTitle(u"Corvane"_s);
+    setWindowIcon(programIcon());
     setMinimumSize(800, 560);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);

@@ -82,17 +82,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createSupplier()
     auto *box = new QGroupBox(u" Fornitore "_s, generalPage());
     box->setObjectName(u"grpFornitore"_s);
     auto *layout = new QVBoxLayout(box);
-    supplier_ =
-        declare(new ui::RecordLabels({{u"lblCodice"_s, u"Codice:"_s, u"FOR_CODICE"_s, 0, 0, 1},
-                                      {u"lblRagioneSociale"_s, u"Ragione sociale:"_s, u"FOR_RAGIONESOCIALE"_s, 0, 1, 2},
-                                      {u"lblIndirizzo"_s, u"Indirizzo:"_s, u"FOR_INDIRIZZO"_s, 1, 0, 3},
-                                      {u"lblCitta"_s, u"Città:"_s, u"FOR_CITTA"_s, 2, 0, 1},
-                                      {u"lblCap"_s, u"CAP:"_s, u"FOR_CAP"_s, 2, 1, 1},
-                                      {u"lblProvincia"_s, u"Prov.:"_s, u"FOR_PROVINCIA"_s, 2, 2, 1},
-                                      {u"lblNazione"_s, u"Nazione:"_s, u"FOR_NAZIONE"_s, 3, 0, 1},
-                                      {u"lblCodiceFiscale"_s, u"Codice fiscale:"_s, u"FOR_CODICEFISCALE"_s, 3, 1, 1},
-                                      {u"lblPartitaIVA"_s, u"Partita IVA:"_s, u"FOR_PARTITAIVA"_s, 3, 2, 1}},
-                                     box));
+    supplier_ = declare(new ui::RecordLabels(etichetteAnagrafica(u"lbl"_s, u"FOR_"_s), box));
     QAction *choose = addCommand({.name = u"actSelezionaFornitore"_s,
                                   .caption = u"Seleziona fornitore..."_s,
                                   .run = [this] { selezionaFornitore(); },

@@ -104,17 +104,7 @@ QGroupBox *TMMGInserimentoDdTScarico::createAddressee()
 {
     addresseeBox_ = new QGroupBox(generalPage());
     addresseeBox_->setObjectName(u"grpAnagrafica"_s);
-    addressee_ =
-        declare(new ui::RecordLabels({{u"lblCodice"_s, u"Codice:"_s, u"CLI_CODICE"_s, 0, 0, 1},
-                                      {u"lblRagioneSociale"_s, u"Ragione sociale:"_s, u"CLI_RAGIONESOCIALE"_s, 1, 0, 3},
-                                      {u"lblIndirizzo"_s, u"Indirizzo:"_s, u"CLI_INDIRIZZO"_s, 2, 0, 3},
-                                      {u"lblCitta"_s, u"Città:"_s, u"CLI_CITTA"_s, 3, 0, 1},
-                                      {u"lblCap"_s, u"CAP:"_s, u"CLI_CAP"_s, 3, 1, 1},
-                                      {u"lblProvincia"_s, u"Prov.:"_s, u"CLI_PROVINCIA"_s, 3, 2, 1},
-                                      {u"lblNazione"_s, u"Nazione:"_s, u"CLI_NAZIONE"_s, 4, 0, 1},
-                                      {u"lblCodiceFiscale"_s, u"Codice fiscale:"_s, u"CLI_CODICEFISCALE"_s, 5, 0, 1},
-                                      {u"lblPartitaIVA"_s, u"Partita IVA:"_s, u"CLI_PARTITAIVA"_s, 5, 1, 2}},
-                                     addresseeBox_));
+    addressee_ = declare(new ui::RecordLabels(etichetteAnagrafica(u"lbl"_s, u"CLI_"_s), addresseeBox_));
     QAction *customer = addCommand({.name = u"actSelezionaCliente"_s,
                                     .caption = u"Cliente"_s,
                                     .run =
@@ -171,15 +161,7 @@ QGroupBox *TMMGInserimentoDdTScarico::createCarrier()
 {
     auto *box = new QGroupBox(u"Vettore"_s, generalPage());
     box->setObjectName(u"grpVettore"_s);
-    carrier_ = declare(
-        new ui::RecordLabels({{u"lblVettCodice"_s, u"Codice:"_s, u"VETT_CODICE"_s, 0, 0, 1},
-                              {u"lblVettRagioneSociale"_s, u"Ragione sociale:"_s, u"VETT_RAGIONESOCIALE"_s, 1, 0, 3},
-                              {u"lblVettIndirizzo"_s, u"Indirizzo:"_s, u"VETT_INDIRIZZO"_s, 2, 0, 3},
-                              {u"lblVettCitta"_s, u"Città:"_s, u"VETT_CITTA"_s, 3, 0, 1},
-                              {u"lblVettCap"_s, u"CAP:"_s, u"VETT_CAP"_s, 3, 1, 1},
-                              {u"lblVettProvincia"_s, u"Prov.:"_s, u"VETT_PROVINCIA"_s, 3, 2, 1},
-                              {u"lblVettNazione"_s, u"Nazione:"_s, u"VETT_NAZIONE"_s, 4, 0, 1}},
-                             box));
+    carrier_ = declare(new ui::RecordLabels(etichetteAnagrafica(u"lblVett"_s, u"VETT_"_s, false), box));
     QAction *choose = addCommand({.name = u"actSelezionaVettore"_s,
                                   .caption = u"Seleziona vettore..."_s,
                                   .run = [this] { selezionaVettore(); },

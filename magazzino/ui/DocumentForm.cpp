@@ -36,6 +36,9 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
     mainLayout()->addLayout(heading);
     mainLayout()->addWidget(pages(), 1);
     generalPage_ = addPage(spec.generalPage);
+    setTabOrder(number_->widget(), date_->widget());
+    setTabOrder(date_->widget(), pages());
+    setFocusProxy(number_->widget());
 
     refuseIf([this] { return spec_.numberExists(numero(), data().year(), IdRecord()); },
              u"Esiste già un documento con questo numero!"_s);

@@ -9,6 +9,12 @@
 
 using namespace Qt::StringLiterals;
 
+QSize DocumentRowsDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    constexpr int air = 6;
+    return QStyledItemDelegate::sizeHint(option, index) + QSize(0, air);
+}
+
 QWidget *DocumentRowsDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
                                             const QModelIndex &index) const
 {

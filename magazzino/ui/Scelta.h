@@ -23,3 +23,7 @@ std::optional<ui::Choice> scegliConLettore(const QString &action, Reader read)
 /// The nine texts of a counterpart as documents copy them: code, name, address, town, postcode, province, country, tax
 /// code, VAT number. Carriers take the first seven.
 QStringList valoriAnagrafica(const TAnagrafica &anagrafica);
+
+/// The labels that show those texts: control names begin with `namePrefix`, columns with `columnPrefix`.
+QList<ui::RecordLabel> etichetteAnagrafica(const QString &namePrefix, const QString &columnPrefix,
+                                           bool withTaxCodes = true);

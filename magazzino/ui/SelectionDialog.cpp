@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -42,7 +43,6 @@ TMMGModSelezionaBase::TMMGModSelezionaBase(const SelectionSpec &spec, QWidget *o
     , spec_(spec)
 {
     setWindowTitle(spec.caption);
-    setFixedSize(820, 480);
     auto *layout = new QVBoxLayout(this);
     layout->setSpacing(6);
     createFilterBar(layout);
@@ -56,8 +56,24 @@ TMMGModSelezionaBase::TMMGModSelezionaBase(const SelectionSpec &spec, QWidget *o
     layout->addWidget(grid_, 1);
     createLetterBar(layout);
     createButtons(layout);
+    setFixedSize(dialogWidth(), 480);
     if (spec.searchCommands)
         Ripristina();
+}
+
+// As wide as its columns; a column that takes the rest makes up for what the others leave.
+int TMMGModSelezionaBase::dialogWidth() const
+{
+    constexpr int usualColumns = 768;
+    int columns = 0;
+    bool hasRest = false;
+    for (const ui::ListColumn &column : spec_.columns) {
+        columns += column.width;
+        hasRest = hasRest || column.widthKind == ui::ListColumn::Width::Rest;
+    }
+    const QMargins margins = layout()->contentsMargins();
+    return (hasRest ? usualColumns : columns) + 2 * grid_->frameWidth() +
+           grid_->verticalScrollBar()->sizeHint().width() + margins.left() + margins.right();
 }
 
 void TMMGModSelezionaBase::createFilterBar(QVBoxLayout *layout)

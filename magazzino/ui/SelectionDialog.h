@@ -71,6 +71,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    int dialogWidth() const;
     void createFilterBar(QVBoxLayout *layout);
     void createLetterBar(QVBoxLayout *layout);
     void createButtons(QVBoxLayout *layout);

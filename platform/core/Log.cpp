@@ -44,7 +44,8 @@ QString withoutUserValues(const QString &text)
     // Firebird repeats values as 'text', as string "text" and as ("COLUMN" = value); object names stay readable.
     static const QRegularExpression singleQuoted(u"'(?:[^']|'')*'"_s);
     static const QRegularExpression afterString(u"(string|value) \"[^\"]*\""_s);
-    static const QRegularExpression keyValues(u"Problematic key value is \\(.*?\\)(?=\\s|$)"_s,
+    // A key value may hold brackets itself: everything up to the last one goes.
+    static const QRegularExpression keyValues(u"Problematic key value is \\(.*\\)"_s,
                                               QRegularExpression::DotMatchesEverythingOption);
     QString masked = text;
     masked.replace(keyValues, u"Problematic key value is (…)"_s);

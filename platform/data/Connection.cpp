@@ -220,6 +220,13 @@ Rows Connection::fetch(QSqlQuery &query, const QString &sql)
 
 void Connection::execute(const QString &sql)
 {
+    // The driver would commit by itself and keep a failing commit to itself, and definitions fail there.
+    if (!inTransaction_) {
+        Transaction transaction(*this);
+        execute(sql);
+        transaction.commit();
+        return;
+    }
     ensureOpen();
     QSqlQuery query(database_);
     if (!query.exec(sql))
@@ -229,6 +236,12 @@ void Connection::execute(const QString &sql)
 
 Rows Connection::run(const QString &sql, const QVariantList &values)
 {
+    if (!inTransaction_ && !isQuery(sql)) {
+        Transaction transaction(*this);
+        Rows rows = run(sql, values);
+        transaction.commit();
+        return rows;
+    }
     ensureOpen();
     QSqlQuery shortLived(database_);
     QSqlQuery &query = statement(sql, shortLived);

@@ -40,18 +40,23 @@ void addText(QByteArray &parameters, char item, const QByteArray &text)
     parameters.append(item).append(static_cast<char>(cut.size())).append(cut);
 }
 
-// What an I/O error of the engine means: the vector continues with the operation, the file and the system's number.
+// What an I/O error of the engine means: the vector continues with the operation, the file and the system's reason, a
+// number from the embedded engine and a text from a server.
 OpenFailure classifyInputOutput(const ISC_STATUS *item, const ISC_STATUS *end)
 {
-    if (item[2] == isc_arg_string && qstrcmp(reinterpret_cast<const char *>(item[3]), "read") == 0)
+    const auto text = [](ISC_STATUS value) { return QByteArrayView(reinterpret_cast<const char *>(value)); };
+    const QByteArrayView operation = item[2] == isc_arg_string ? text(item[3]) : QByteArrayView();
+    if (operation == "read")
         return OpenFailure::NotADatabase; // shorter than a database can be
     for (; item < end && *item != isc_arg_end; item += 2) {
-        if (*item == isc_arg_unix && (item[1] == EACCES || item[1] == EPERM || item[1] == EROFS))
+        const bool isNumber = *item == isc_arg_unix;
+        const bool isText = *item == isc_arg_string || *item == isc_arg_interpreted;
+        if (isNumber && (item[1] == EACCES || item[1] == EPERM || item[1] == EROFS))
             return OpenFailure::NoPermission;
-        if (*item == isc_arg_unix && item[1] == ENOENT)
-            return OpenFailure::Missing;
+        if (isText && text(item[1]).startsWith("Permission denied"))
+            return OpenFailure::NoPermission;
     }
-    return OpenFailure::Other;
+    return operation == "open" ? OpenFailure::Missing : OpenFailure::Other;
 }
 
 OpenFailure meaningOf(ISC_STATUS code, bool embedded)

@@ -19,7 +19,8 @@ ChildForm::ChildForm(const QString &caption, const QString &menuCaption, QWidget
 
 QAction *ChildForm::command(const QString &name) const
 {
-    return findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
+    // An empty name would find just any action.
+    return name.isEmpty() ? nullptr : findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
 }
 
 void ChildForm::closeForm()

@@ -3,8 +3,8 @@
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 
-#include <QGridLayout>
 #include <QHBoxLayout>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -136,16 +136,30 @@ RecordLabels::RecordLabels(const QList<RecordLabel> &labels, QWidget *parent)
     , box_(new QWidget(parent))
     , specs_(labels)
 {
-    auto *grid = new QGridLayout(box_);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setVerticalSpacing(4);
+    auto *lines = new QVBoxLayout(box_);
+    lines->setContentsMargins(0, 0, 0, 0);
+    lines->setSpacing(4);
+    QHBoxLayout *line = nullptr;
+    QList<QLabel *> firstCaptions;
     for (const RecordLabel &spec : labels) {
+        auto *caption = new QLabel(spec.caption, box_);
+        if (spec.line >= lines->count()) {
+            line = new QHBoxLayout;
+            lines->addLayout(line);
+            firstCaptions.append(caption);
+        }
         ElidedLabel *label = valueLabel(spec.name, box_);
-        grid->addWidget(new QLabel(spec.caption, box_), spec.row, spec.position * 2);
-        grid->addWidget(label, spec.row, spec.position * 2 + 1, 1, spec.span * 2 - 1);
-        grid->setColumnStretch(spec.position * 2 + 1, 1);
+        label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QString(spec.characters, u'0')) + 10);
+        line->addWidget(caption);
+        line->addWidget(label, spec.characters);
         labels_.append(label);
     }
+    // The values of all lines begin at the same place.
+    int widest = 0;
+    for (const QLabel *caption : std::as_const(firstCaptions))
+        widest = std::max(widest, caption->sizeHint().width());
+    for (QLabel *caption : std::as_const(firstCaptions))
+        caption->setFixedWidth(widest);
     clear();
 }
 

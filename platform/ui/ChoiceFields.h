@@ -93,15 +93,15 @@ private:
     QString tableText_;
 };
 
-/// One read-only label of a copied record and where it stands in the group.
+/// One read-only label of a copied record. Labels of the same line stand side by side in the order of their
+/// declaration.
 struct RecordLabel
 {
     QString name;
     QString caption;
     QString column;
-    int row = 0;
-    int position = 0; ///< from the left, in label-and-value pairs
-    int span = 1;     ///< in such pairs
+    int line = 0;
+    int characters = 6; ///< that must stay readable at the smallest size; also its share of the line
 };
 
 /// The data of another record copied into this one (a customer into a delivery note). Each label shows "..." while

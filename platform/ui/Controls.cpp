@@ -27,15 +27,24 @@ QSize ElidedLabel::minimumSizeHint() const
     return {fontMetrics().horizontalAdvance(u"Mmmm…"_s), QLabel::minimumSizeHint().height()};
 }
 
-void ElidedLabel::paintEvent(QPaintEvent *event)
+QRect ElidedLabel::textArea() const
 {
-    drawFrame(nullptr);
-    Q_UNUSED(event)
+    return contentsRect().adjusted(margin(), 0, -margin(), 0);
+}
+
+bool ElidedLabel::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip)
+        setToolTip(fontMetrics().horizontalAdvance(text()) > textArea().width() ? text() : QString());
+    return QLabel::event(event);
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *)
+{
     QPainter painter(this);
-    const QRect area = contentsRect().adjusted(margin(), 0, -margin(), 0);
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, area.width());
-    setToolTip(shown == text() ? QString() : text());
-    style()->drawItemText(&painter, area, static_cast<int>(alignment()), palette(), isEnabled(), shown,
+    drawFrame(&painter);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, textArea().width());
+    style()->drawItemText(&painter, textArea(), static_cast<int>(alignment()), palette(), isEnabled(), shown,
                           foregroundRole());
 }
 

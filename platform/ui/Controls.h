@@ -20,7 +20,11 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    QRect textArea() const;
 };
 
 /// An integer typed into a right-aligned edit without arrows.

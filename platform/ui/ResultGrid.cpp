@@ -11,6 +11,14 @@ using namespace Qt::StringLiterals;
 
 namespace ui {
 
+namespace {
+QVariant alignmentOf(const ListColumn &column)
+{
+    const bool left = column.display == ListColumn::Display::Text || column.display == ListColumn::Display::Flag;
+    return QVariant(Qt::AlignVCenter | (left ? Qt::AlignLeft : Qt::AlignRight));
+}
+} // namespace
+
 RowsModel::RowsModel(QString keyField, QList<ListColumn> columns, QObject *parent)
     : QAbstractTableModel(parent)
     , keyField_(std::move(keyField))
@@ -83,11 +91,7 @@ QVariant RowsModel::data(const QModelIndex &index, int role) const
         const int field = fieldIndexes_.value(index.column(), -1);
         return field < 0 ? QVariant() : shown(rows_.values(index.row())[field], column.display);
     }
-    if (role == Qt::TextAlignmentRole) {
-        const bool left = column.display == ListColumn::Display::Text || column.display == ListColumn::Display::Flag;
-        return QVariant(Qt::AlignVCenter | (left ? Qt::AlignLeft : Qt::AlignRight));
-    }
-    return {};
+    return role == Qt::TextAlignmentRole ? alignmentOf(column) : QVariant();
 }
 
 QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -97,7 +101,7 @@ QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int rol
     if (role == Qt::DisplayRole)
         return columns_[section].header;
     if (role == Qt::TextAlignmentRole)
-        return data(index(0, section), role);
+        return alignmentOf(columns_[section]);
     return {};
 }
 

@@ -1,0 +1,196 @@
+#include "host/Application.h"
+
+#include "host/Corvane3Impl.h"
+#include "host/DatabaseSetup.h"
+#include "host/PackageLoader.h"
+#include "host/schema/DemoData.h"
+#include "host/tour/Tour.h"
+#include "host/ui/MainWindow.h"
+#include "platform/core/Error.h"
+#include "platform/core/Log.h"
+#include "platform/core/Messages.h"
+#include "platform/data/Connection.h"
+#include "platform/data/DatabaseFile.h"
+#include "platform/ui/MessageBoxes.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QLibraryInfo>
+#include <QPointer>
+#include <QStandardPaths>
+#include <QStyleFactory>
+#include <QTranslator>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+QString dataFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+
+bool hasScreen()
+{
+    const QString platform = QGuiApplication::platformName();
+    return platform != u"offscreen"_s && platform != u"minimal"_s;
+}
+
+// Where nobody can answer, a message goes to standard error and the most careful answer is taken.
+void printMessages(int &shown)
+{
+    core::setMessageHandler([&shown](const core::Message &message) {
+        ++shown;
+        const QString text = QString(message.text).replace(u"\n\r"_s, u" "_s);
+        std::fprintf(stderr, "%s: %s\n", qUtf8Printable(message.title), qUtf8Printable(text));
+        return message.answers.last();
+    });
+}
+
+StartOptions parseArguments(const QApplication &application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Corvane, gestione aziendale"_s);
+    const QCommandLineOption database(u"database"_s, u"Apre un altro database: FILE oppure HOST[/PORTA]:FILE."_s,
+                                      u"database"_s);
+    const QCommandLineOption user(u"user"_s, u"Nome dell'utente che lavora."_s, u"nome"_s);
+    const QCommandLineOption empty(u"empty"_s, u"Crea il database, se non esiste, senza dati dimostrativi."_s);
+    const QCommandLineOption upgrade(u"upgrade"_s, u"Aggiorna lo schema del database e termina."_s);
+    const QCommandLineOption tour(u"tour"_s, u"Esegue la visita guidata e ne salva le immagini in CARTELLA."_s,
+                                  u"cartella"_s);
+    parser.addOptions({database, user, empty, upgrade, tour});
+    parser.addHelpOption();
+    parser.process(application);
+    return {.database = parser.value(database),
+            .user = parser.isSet(user) ? parser.value(user) : administrator,
+            .empty = parser.isSet(empty),
+            .upgrade = parser.isSet(upgrade),
+            .tourFolder = parser.value(tour)};
+}
+
+data::DatabaseAddress addressOf(const StartOptions &options)
+{
+    data::DatabaseAddress address =
+        options.database.isEmpty() ? defaultDatabase() : data::DatabaseAddress::parse(options.database);
+    if (address.isEmbedded()) {
+        address.file = QFileInfo(address.file).absoluteFilePath();
+        return address;
+    }
+    // Firebird's own variables; a password never stands on the command line, where others could read it.
+    address.user = qEnvironmentVariable("ISC_USER", address.user);
+    address.password = qEnvironmentVariable("ISC_PASSWORD");
+    return address;
+}
+
+// Creates what may be created: the account's own database, or one asked for with --empty.
+bool mayCreate(const StartOptions &options)
+{
+    return options.database.isEmpty() || options.empty;
+}
+
+bool askPassword(data::DatabaseAddress &address)
+{
+    bool ok = false;
+    address.password = QInputDialog::getText(nullptr, u"Accesso al server"_s,
+                                             u"Password di %1 sul server %2:"_s.arg(address.user, address.host),
+                                             QLineEdit::Password, {}, &ok);
+    return ok;
+}
+
+// Makes sure that the database is there and opens; throws core::Error with the sentence for the user.
+bool provideDatabase(data::DatabaseAddress &address, const StartOptions &options)
+{
+    data::OpenCheck check = data::checkDatabase(address);
+    while (check.failure == data::OpenFailure::Refused && !address.isEmbedded() && hasScreen() && !options.upgrade &&
+           askPassword(address))
+        check = data::checkDatabase(address);
+    bool created = false;
+    if (check.failure == data::OpenFailure::Missing && mayCreate(options)) {
+        createHostDatabase(address, !options.empty);
+        created = true;
+    }
+    if (const QString problem = openProblem(address); !problem.isEmpty())
+        throw core::Error(problem);
+    return created;
+}
+
+int work(const StartOptions &options, const int &printed)
+{
+    data::DatabaseAddress address = addressOf(options);
+    const bool created = provideDatabase(address, options);
+    const QString settings = options.upgrade ? QString() : dataFolder() + u"/corvane.ini"_s;
+    Session session(address, options.user, settings);
+    session.startModules(QCoreApplication::applicationDirPath());
+    if (created && !options.empty)
+        insertDemoWarehouseData(session.connection());
+    if (options.upgrade)
+        return printed == 0 ? 0 : 1;
+    session.window().show();
+    return QApplication::exec();
+}
+
+} // namespace
+
+Session::Session(const data::DatabaseAddress &address, const QString &user, const QString &settingsFile)
+    : window_(std::make_unique<MainWindow>(settingsFile))
+    , connection_(new data::Connection(window_.get()))
+{
+    connection_->setConnectionString(data::nativeConnectionString(address));
+    connection_->open();
+    SetKxCurrentUserName(user);
+    window_->showSession(user, address.toString());
+}
+
+Session::~Session()
+{
+    // Modules go while the main window, which shows their forms, is still there.
+    stopPackages();
+}
+
+void Session::startModules(const QString &folder)
+{
+    loadPackages(folder);
+    startPackages(qApp);
+    window_->modulesStarted();
+}
+
+void prepareProgram(QApplication &application)
+{
+    QCoreApplication::setApplicationName(u"corvane"_s);
+    QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    // Texts of Qt's own dialogs and context menus.
+    auto *translator = new QTranslator(&application);
+    if (translator->load(u"qtbase_it"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(translator);
+    core::setLogFile(dataFolder() + u"/corvane.log"_s);
+    data::useLockFolder(dataFolder() + u"/lock"_s);
+}
+
+int runApplication(QApplication &application)
+{
+    prepareProgram(application);
+    const StartOptions options = parseArguments(application);
+    if (!options.tourFolder.isEmpty())
+        return runTour(options.tourFolder);
+    int printed = 0;
+    if (options.upgrade || !hasScreen())
+        printMessages(printed);
+    else
+        ui::installMessageBoxes();
+    int code = 1;
+    if (!options.upgrade && !hasScreen())
+        core::showError(nullptr, u"Nessuno schermo disponibile: usare --tour CARTELLA oppure --upgrade."_s);
+    else if (core::guarded(nullptr, [&] { code = work(options, printed); }))
+        return code;
+    return 1;
+}
+
+} // namespace host

@@ -1,0 +1,55 @@
+#pragma once
+#include "platform/data/ConnectionString.h"
+
+#include <memory>
+#include <optional>
+
+class QApplication;
+namespace data {
+class Connection;
+}
+
+namespace host {
+
+class MainWindow;
+
+/// What the command line asked for.
+struct StartOptions
+{
+    QString database;     ///< file, or HOST[/PORT]:FILE; empty for the account's own
+    QString user;         ///< who works; empty for the administrator
+    bool empty = false;   ///< a new database gets no demonstration data
+    bool upgrade = false; ///< start, bring the schema up to date, end
+    QString tourFolder;   ///< run the guided tour into this folder
+};
+
+/// A running program without its event loop: database open, main window made, modules started.
+class Session
+{
+public:
+    /// Starts on a database that opens. Throws core::Error.
+    Session(const data::DatabaseAddress &address, const QString &user, const QString &settingsFile);
+    ~Session();
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
+
+    MainWindow &window() const { return *window_; }
+    data::Connection &connection() const { return *connection_; }
+    /// Loads and starts every "*.bpl" of `folder`.
+    void startModules(const QString &folder);
+
+private:
+    std::unique_ptr<MainWindow> window_;
+    data::Connection *connection_ = nullptr; // owned by the window, where modules look for it
+};
+
+/// The user whose session starts when none is named; a new database always has it.
+inline const QString administrator = QStringLiteral("AMMINISTRATORE");
+
+/// Style, language, log and the embedded engine's lock folder; once, before anything else.
+void prepareProgram(QApplication &application);
+
+/// The whole program; returns its exit code, 0 for success.
+int runApplication(QApplication &application);
+
+} // namespace host

@@ -1,0 +1,233 @@
+#include "host/DatabaseSetup.h"
+#include "host/schema/HostSchema.h"
+#include "platform/core/Log.h"
+#include "platform/data/Connection.h"
+#include "platform/data/DatabaseError.h"
+#include "platform/data/DatabaseFile.h"
+#include "tests/support/TestDatabase.h"
+#include "tests/support/TestMain.h"
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+data::DatabaseAddress fileAddress(const QString &path)
+{
+    data::DatabaseAddress address;
+    address.file = path;
+    return address;
+}
+
+bool writeFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+/// Like a full disk: this process cannot write behind `bytes` in any file while the object lives.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+        : oldHandler_(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limited{.rlim_cur = bytes, .rlim_max = before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limited);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, oldHandler_);
+    }
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+private:
+    rlimit before_{};
+    void (*oldHandler_)(int);
+};
+
+} // namespace
+
+class TestDatabaseSetup : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void goodDatabaseHasNoProblem();
+    void everyProblemHasItsSentence_data();
+    void everyProblemHasItsSentence();
+    void databaseOfAnotherProcessIsInUse();
+    void fileOfAnotherAccountIsNamedAsSuch();
+    void unreachableServerIsNamedWithoutThePassword();
+    void newDatabaseIsFilledAsAsked_data();
+    void newDatabaseIsFilledAsAsked();
+    void existingFileIsNeverTouched();
+    void failureHalfWayLeavesNoFile();
+    void defaultDatabaseHasItsFolder();
+    void lockFolderOfAnotherAccountIsAvoided();
+};
+
+void TestDatabaseSetup::goodDatabaseHasNoProblem()
+{
+    const test::TestDatabase database(test::Content::Empty);
+    QCOMPARE(host::openProblem(database.address()), QString());
+}
+
+void TestDatabaseSetup::everyProblemHasItsSentence_data()
+{
+    const test::TestDatabase good(test::Content::Empty);
+    QFile file(good.address().file);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    const QString damaged = u"Il file \"%1\" non è un database oppure è danneggiato."_s;
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("missing") << QByteArray() << u"Il database \"%1\" non esiste."_s;
+    QTest::newRow("no bytes") << QByteArray("") << damaged;
+    QTest::newRow("text") << QByteArray("un testo qualsiasi") << damaged;
+    QTest::newRow("long text") << QByteArray("un testo qualsiasi ").repeated(10000) << damaged;
+    QTest::newRow("cut inside the header") << bytes.left(300) << damaged;
+    QTest::newRow("cut behind the header") << bytes.left(20000) << damaged;
+}
+
+void TestDatabaseSetup::everyProblemHasItsSentence()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, problem);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.fdb"_s);
+    if (!content.isNull())
+        QVERIFY(writeFile(path, content));
+    QCOMPARE(host::openProblem(fileAddress(path)), problem.arg(path));
+    QCOMPARE(host::openProblem(fileAddress(folder.path())),
+             u"Il file \"%1\" non è un database oppure è danneggiato."_s.arg(folder.path()));
+}
+
+void TestDatabaseSetup::databaseOfAnotherProcessIsInUse()
+{
+    const test::TestDatabase database(test::Content::Empty);
+    const QString path = database.address().file;
+    QProcess holder;
+    holder.start(QCoreApplication::applicationDirPath() + u"/hold_database"_s, {path});
+    QVERIFY(holder.waitForReadyRead(20000));
+    QCOMPARE(holder.readAllStandardOutput(), QByteArray("open\n"));
+    QCOMPARE(
+        host::openProblem(database.address()),
+        u"Il database \"%1\" è già in uso da un altro programma. Chiudere l'altro programma e riprovare."_s.arg(path));
+    holder.closeWriteChannel();
+    QVERIFY(holder.waitForFinished(20000));
+    QCOMPARE(host::openProblem(database.address()), QString());
+}
+
+void TestDatabaseSetup::fileOfAnotherAccountIsNamedAsSuch()
+{
+    if (geteuid() == 0)
+        QSKIP("root may read every file");
+    const test::TestDatabase database(test::Content::Empty);
+    const QString path = database.address().file;
+    QVERIFY(QFile::setPermissions(path, {}));
+    QCOMPARE(host::openProblem(database.address()),
+             u"Non si dispone dei permessi di lettura e scrittura sul file \"%1\"."_s.arg(path));
+}
+
+void TestDatabaseSetup::unreachableServerIsNamedWithoutThePassword()
+{
+    const QTemporaryDir folder;
+    core::setLogFile(folder.filePath(u"a.log"_s));
+    data::DatabaseAddress address = fileAddress(u"corvane"_s);
+    address.host = u"127.0.0.1"_s;
+    address.port = 1; // nobody listens there
+    address.password = u"Segreta1"_s;
+    const QString problem = host::openProblem(address);
+    core::setLogFile({});
+    QCOMPARE(problem,
+             u"Il server \"127.0.0.1\" non è raggiungibile. Verificare che sia acceso e collegato alla rete."_s);
+    QFile log(folder.filePath(u"a.log"_s));
+    QVERIFY(log.open(QIODevice::ReadOnly));
+    const QByteArray text = log.readAll();
+    QVERIFY2(text.contains("network request") && !text.contains("Segreta1"), text.constData());
+}
+
+void TestDatabaseSetup::newDatabaseIsFilledAsAsked_data()
+{
+    QTest::addColumn<bool>("demo");
+    QTest::addColumn<bool>("hasCustomers");
+    QTest::newRow("empty") << false << false;
+    QTest::newRow("demonstration") << true << true;
+}
+
+void TestDatabaseSetup::newDatabaseIsFilledAsAsked()
+{
+    QFETCH(bool, demo);
+    QFETCH(bool, hasCustomers);
+    const QTemporaryDir folder;
+    const data::DatabaseAddress address = fileAddress(folder.filePath(u"nuova città/a.fdb"_s));
+    host::createHostDatabase(address, demo);
+    data::Connection connection;
+    connection.setConnectionString(data::nativeConnectionString(address));
+    connection.open();
+    QCOMPARE(!connection.select(u"SELECT FIRST 1 * FROM CLIENTI"_s).isEmpty(), hasCustomers);
+    QCOMPARE(connection.select(u"SELECT * FROM OPZIONI"_s).size(), qsizetype(2));
+}
+
+void TestDatabaseSetup::existingFileIsNeverTouched()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"lettera.txt"_s);
+    QVERIFY(writeFile(path, "Cara mamma"));
+    QVERIFY_EXCEPTION_THROWN(host::createHostDatabase(fileAddress(path), false), data::DatabaseError);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("Cara mamma"));
+}
+
+void TestDatabaseSetup::failureHalfWayLeavesNoFile()
+{
+    const QTemporaryDir folder;
+    const data::DatabaseAddress address = fileAddress(folder.filePath(u"a.fdb"_s));
+    QString error;
+    {
+        // An empty database fits in, the schema does not.
+        const FileSizeLimit limit(2 * 1024 * 1024);
+        error = test::errorOf([&address] { host::createHostDatabase(address, true); });
+    }
+    QVERIFY2(error.contains(u"write"_s), qPrintable(error));
+    QVERIFY(!QFileInfo::exists(address.file));
+}
+
+void TestDatabaseSetup::defaultDatabaseHasItsFolder()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    const data::DatabaseAddress address = host::defaultDatabase();
+    QStandardPaths::setTestModeEnabled(false);
+    QVERIFY(address.isEmbedded());
+    QCOMPARE(QFileInfo(address.file).fileName(), u"corvane.fdb"_s);
+    QVERIFY(QFileInfo(address.file).dir().exists());
+}
+
+void TestDatabaseSetup::lockFolderOfAnotherAccountIsAvoided()
+{
+    const QByteArray before = qgetenv("FIREBIRD_LOCK");
+    const QTemporaryDir folder;
+    // A file in its place stands for any folder that this account cannot use, root included.
+    QVERIFY(writeFile(folder.filePath(u"lock"_s), ""));
+    data::useLockFolder(folder.filePath(u"lock"_s));
+    const QString chosen = qEnvironmentVariable("FIREBIRD_LOCK");
+    qputenv("FIREBIRD_LOCK", before);
+    QCOMPARE(chosen, folder.filePath(u"lock-%1"_s.arg(geteuid())));
+    QVERIFY(QFileInfo(chosen).isDir());
+}
+
+static const test::Registered<TestDatabaseSetup> registered;
+#include "test_database_setup.moc"

@@ -1,0 +1,122 @@
+#include "host/Corvane3Impl.h"
+#include "host/IntfPack.h"
+#include "platform/data/Connection.h"
+#include "platform/data/DataSet.h"
+#include "tests/support/TestDatabase.h"
+#include "tests/support/TestMain.h"
+
+using namespace Qt::StringLiterals;
+
+class TestRegistry : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void packageIsFoundWithoutCase();
+    void secondRegistrationChangesNothing();
+    void instanceIsForgottenWhenItDies();
+    void unknownPackageIsAnError();
+    void generatorValueIsReadWithoutAdvancing();
+    void descendantsComeLevelByLevel();
+    void circleOfCategoriesEnds();
+    void closedDataSetIsOpenedOnce();
+    void textsAreInTheHostsForm();
+};
+
+void TestRegistry::packageIsFoundWithoutCase()
+{
+    QCOMPARE(GetPackageIndex(u"Primo.bpl"_s), -1);
+    RegisterPackage(u"Primo.bpl"_s, u"Primo modulo"_s,
+                    {u"QObject"_s, [](QObject *owner) { return new QObject(owner); }});
+    const int index = GetPackageIndex(u"PRIMO.BPL"_s);
+    QVERIFY(index >= 0);
+    QCOMPARE(GetPackage(index).displayName, u"Primo modulo"_s);
+    QObject owner;
+    QCOMPARE(GetPackage(index).moduleClass.create(&owner)->parent(), &owner);
+}
+
+void TestRegistry::secondRegistrationChangesNothing()
+{
+    RegisterPackage(u"Secondo.bpl"_s, u"Secondo"_s, {});
+    const int count = GetPackageCount();
+    RegisterPackage(u"SECONDO.bpl"_s, u"Altro"_s, {});
+    QCOMPARE(GetPackageCount(), count);
+    QCOMPARE(GetPackage(GetPackageIndex(u"Secondo.bpl"_s)).displayName, u"Secondo"_s);
+}
+
+void TestRegistry::instanceIsForgottenWhenItDies()
+{
+    RegisterPackage(u"Terzo.bpl"_s, u"Terzo"_s, {});
+    auto instance = std::make_unique<QObject>();
+    GetPackage(GetPackageIndex(u"Terzo.bpl"_s)).instance = instance.get();
+    QCOMPARE(GetPackageInstance(u"Terzo.bpl"_s), instance.get());
+    instance.reset();
+    QCOMPARE(test::errorOf([] { GetPackageInstance(u"Terzo.bpl"_s); }), u"Il modulo \"Terzo.bpl\" non è caricato."_s);
+}
+
+void TestRegistry::unknownPackageIsAnError()
+{
+    QCOMPARE(test::errorOf([] { GetPackageInstance(u"Nessuno.bpl"_s); }),
+             u"Il modulo \"Nessuno.bpl\" non è caricato."_s);
+    QCOMPARE(test::errorOf([] { GetPackage(GetPackageCount()); }), u"Modulo non registrato."_s);
+}
+
+void TestRegistry::generatorValueIsReadWithoutAdvancing()
+{
+    test::ModuleDatabase database(test::Content::HostSchema);
+    QCOMPARE(GetLastGeneratorValue(u"GN_IDUM"_s, database.connection()), 0);
+    const int predicted = GetLastGeneratorValue(u"GN_IDUM"_s, database.connection()) + 1;
+    QCOMPARE(database.insert(u"UM"_s, {{u"UM"_s, u"PZ"_s}}), predicted);
+    QCOMPARE(GetLastGeneratorValue(u"GN_IDUM"_s, database.connection()), predicted);
+}
+
+void TestRegistry::descendantsComeLevelByLevel()
+{
+    test::ModuleDatabase database(test::Content::HostSchema);
+    const auto add = [&database](const QVariant &parent) {
+        return database.insert(u"CATEGORIE_ANA_MAGA"_s, {{u"CATEGORIA"_s, u"C"_s}, {u"IDPADRE"_s, parent}});
+    };
+    const int root = add({});
+    const int first = add(root);
+    const int deep = add(first);
+    const int second = add(root);
+    const int other = add({});
+    const auto below = [&database](int id) {
+        return GetElencoIdFiglio(u"IDCATEGORIA_ANA_MAGA"_s, id, u"CATEGORIE_ANA_MAGA"_s, database.connection());
+    };
+    QCOMPARE(below(root), QList<int>({root, first, second, deep}));
+    QCOMPARE(below(other), QList<int>({other}));
+    QCOMPARE(below(999), QList<int>({999})); // never empty: it ends up in an IN list
+}
+
+void TestRegistry::circleOfCategoriesEnds()
+{
+    test::ModuleDatabase database(test::Content::HostSchema);
+    const int first = database.insert(u"CATEGORIE_SERVIZI"_s, {{u"CATEGORIA"_s, u"A"_s}, {u"IDPADRE"_s, 2}});
+    const int second = database.insert(u"CATEGORIE_SERVIZI"_s, {{u"CATEGORIA"_s, u"B"_s}, {u"IDPADRE"_s, first}});
+    QCOMPARE(GetElencoIdFiglio(u"IDCATEGORIA_SERVIZI"_s, second, u"CATEGORIE_SERVIZI"_s, database.connection()),
+             QList<int>({second, first}));
+}
+
+void TestRegistry::closedDataSetIsOpenedOnce()
+{
+    test::ModuleDatabase database(test::Content::HostSchema);
+    data::DataSet set(&database.connection());
+    set.setCommandText(u"SELECT * FROM UM"_s);
+    OpenADODsIfClosed(set);
+    QVERIFY(set.isOpen());
+    database.insert(u"UM"_s, {{u"UM"_s, u"PZ"_s}});
+    OpenADODsIfClosed(set);
+    QCOMPARE(set.recordCount(), 0); // an open one keeps its rows
+}
+
+void TestRegistry::textsAreInTheHostsForm()
+{
+    QCOMPARE(DateToString_YYYYMMDD(QDate(2026, 1, 2)), u"2026-01-02"_s);
+    QCOMPARE(GetCustomCodice(12, u"FOR"_s), u"FOR000012"_s);
+    QCOMPARE(GetCustomCodice(1234567, u"FOR"_s), u"FOR1234567"_s);
+    QCOMPARE(GetCurrencyPrefix() + BoolToStrIta(true) + BoolToStrIta(false), u"€ SìNo"_s);
+}
+
+static const test::Registered<TestRegistry> registered;
+#include "test_registry.moc"

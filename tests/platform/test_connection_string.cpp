@@ -1,0 +1,117 @@
+#include "platform/core/Error.h"
+#include "platform/data/ConnectionString.h"
+#include "platform/data/SqlText.h"
+#include "tests/support/TestDatabase.h"
+#include "tests/support/TestMain.h"
+
+using namespace Qt::StringLiterals;
+
+class TestConnectionString : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void odbcProviderGoesToItsDataSource();
+    void nativeAddressComesBackAsItWas_data();
+    void nativeAddressComesBackAsItWas();
+    void unknownProviderIsRefused();
+    void commandLineAddressIsRead_data();
+    void commandLineAddressIsRead();
+    void logNamesAStatementWithoutItsValues_data();
+    void logNamesAStatementWithoutItsValues();
+};
+
+void TestConnectionString::odbcProviderGoesToItsDataSource()
+{
+    const data::DriverSettings settings =
+        data::driverSettings(u"Provider=MSDASQL.1;Persist Security Info=False;Data Source=CORVANE3_LOCAL;"_s);
+    QCOMPARE(settings.driver, u"QODBC"_s);
+    QCOMPARE(settings.dataSourceName, u"CORVANE3_LOCAL"_s);
+}
+
+void TestConnectionString::nativeAddressComesBackAsItWas_data()
+{
+    QTest::addColumn<QString>("host");
+    QTest::addColumn<int>("port");
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("password");
+    QTest::newRow("embedded") << QString() << 0 << u"/dati/città nuova/a.fdb"_s << QString();
+    QTest::newRow("server") << u"server"_s << 3051 << u"corvane"_s << u"segreta"_s;
+    QTest::newRow("semicolon") << u"server"_s << 0 << u"a;b.fdb"_s << u"a;Provider=x"_s;
+    QTest::newRow("quotes") << u"server"_s << 0 << u"a"_s << u"\"a\"\"b'c"_s;
+    QTest::newRow("blanks at the ends") << u"server"_s << 0 << u"a"_s << u" a "_s;
+    QTest::newRow("equals sign") << u"server"_s << 0 << u"a"_s << u"=a="_s;
+}
+
+void TestConnectionString::nativeAddressComesBackAsItWas()
+{
+    QFETCH(QString, host);
+    QFETCH(int, port);
+    QFETCH(QString, file);
+    QFETCH(QString, password);
+    data::DatabaseAddress address;
+    address.host = host;
+    address.port = port;
+    address.file = file;
+    address.password = password;
+    const data::DriverSettings settings = data::driverSettings(data::nativeConnectionString(address));
+    QCOMPARE(settings.driver, u"QIBASE"_s);
+    QCOMPARE(settings.address.host, host);
+    QCOMPARE(settings.address.port, port);
+    QCOMPARE(settings.address.file, file);
+    QCOMPARE(settings.address.user, u"SYSDBA"_s);
+    QCOMPARE(settings.address.password, password);
+}
+
+void TestConnectionString::unknownProviderIsRefused()
+{
+    QCOMPARE(test::errorOf([] { data::driverSettings(u"Provider=Altro;Password=segreta"_s); }),
+             u"Provider di database sconosciuto: \"Altro\"."_s);
+}
+
+void TestConnectionString::commandLineAddressIsRead_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("host");
+    QTest::addColumn<int>("port");
+    QTest::addColumn<QString>("file");
+    QTest::newRow("file") << u"/dati/a.fdb"_s << QString() << 0 << u"/dati/a.fdb"_s;
+    QTest::newRow("relative file") << u"a.fdb"_s << QString() << 0 << u"a.fdb"_s;
+    QTest::newRow("colon inside a path") << u"/dati/a:b.fdb"_s << QString() << 0 << u"/dati/a:b.fdb"_s;
+    QTest::newRow("server and alias") << u"server:corvane"_s << u"server"_s << 0 << u"corvane"_s;
+    QTest::newRow("server with port") << u"server/3051:/dati/a.fdb"_s << u"server"_s << 3051 << u"/dati/a.fdb"_s;
+    QTest::newRow("no port number") << u"server/x:/dati/a.fdb"_s << QString() << 0 << u"server/x:/dati/a.fdb"_s;
+}
+
+void TestConnectionString::commandLineAddressIsRead()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, host);
+    QFETCH(int, port);
+    QFETCH(QString, file);
+    const data::DatabaseAddress address = data::DatabaseAddress::parse(text);
+    QCOMPARE(address.host, host);
+    QCOMPARE(address.port, port);
+    QCOMPARE(address.file, file);
+    QCOMPARE(address.toString(), text);
+}
+
+void TestConnectionString::logNamesAStatementWithoutItsValues_data()
+{
+    QTest::addColumn<QString>("sql");
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("select") << u"SELECT * FROM CLIENTI WHERE CODICE = 'a FROM b'"_s << u"SELECT FROM CLIENTI"_s;
+    QTest::newRow("insert") << u"insert into  um (UM) values ('x')"_s << u"INSERT INTO UM"_s;
+    QTest::newRow("create") << u"CREATE TABLE UM(IDUM INTEGER)"_s << u"CREATE TABLE UM"_s;
+    QTest::newRow("other") << u"EXECUTE BLOCK AS BEGIN END"_s << u"EXECUTE"_s;
+}
+
+void TestConnectionString::logNamesAStatementWithoutItsValues()
+{
+    QFETCH(QString, sql);
+    QFETCH(QString, kind);
+    QCOMPARE(data::statementKind(sql), kind);
+}
+
+static const test::Registered<TestConnectionString> registered;
+#include "test_connection_string.moc"

@@ -1,0 +1,413 @@
+#include "platform/data/Connection.h"
+#include "platform/data/DataSet.h"
+#include "platform/data/DatabaseError.h"
+#include "tests/support/TestDatabase.h"
+#include "tests/support/TestMain.h"
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString allRows = u"SELECT * FROM PROVA ORDER BY ID"_s;
+
+QStringList texts(const data::Rows &rows, QStringView column)
+{
+    QStringList result;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        result.append(rows.text(row, column));
+    return result;
+}
+
+} // namespace
+
+class TestData : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void valuesComeBackAsWritten_data();
+    void valuesComeBackAsWritten();
+    void decimalsAreRoundedBeforeTheyAreBound();
+    void tooLongATextIsRefusedAndNothingStored();
+    void errorAtTheFirstFetchIsThrown();
+    void errorAtTheCommitIsThrown();
+    void statementsCountTheirRows();
+    void preparedReadSeesTheLatestRows();
+    void repeatedInsertInATransactionGivesEachKey();
+
+    void uncommittedTransactionIsRolledBack();
+    void nestedTransactionIsRefusedAndTheOuterOneLives();
+    void failedStatementLeavesTheTransactionUsable();
+    void destroyedConnectionLeavesNoTransactionBehind();
+
+    void keyIsTheOneTheTriggerGave();
+    void changeOfAVanishedRowIsAnError();
+    void editOfAnEmptyDataSetInserts();
+    void cancelRestoresTheRow();
+    void cancelledInsertLeavesTheOtherRows();
+    void onlyChangedColumnsAreWritten();
+    void locateComparesExactlyAndKeepsTheRowWhenNothingFits();
+    void rowsAreSortedByNumber();
+    void forwardOnlyDataSetCannotGoBack();
+    void parametersServeTheNextOpen();
+    void wrongUseIsAnErrorNotACrash();
+
+private:
+    data::DataSet &openSet(const QString &sql = allRows);
+    QStringList stored(const QString &column)
+    {
+        return texts(connection_->select(u"SELECT %1 FROM PROVA ORDER BY ID"_s.arg(column)), column);
+    }
+
+    std::unique_ptr<test::TestDatabase> database_;
+    std::unique_ptr<data::Connection> connection_;
+    std::unique_ptr<data::DataSet> set_;
+};
+
+void TestData::init()
+{
+    database_ = std::make_unique<test::TestDatabase>(test::Content::Empty);
+    connection_ = std::make_unique<data::Connection>();
+    connection_->setConnectionString(database_->connectionString());
+    connection_->open();
+    for (const QString &sql :
+         {u"CREATE TABLE PROVA(ID INTEGER NOT NULL, TESTO VARCHAR(10), NOTE BLOB SUB_TYPE 1, IMPORTO DECIMAL(13, 2), "
+          "PESO DECIMAL(13,3), GIORNO DATE, ORA TIME, NUMERO INTEGER, CONSTRAINT PK_PROVA PRIMARY KEY(ID))"_s,
+          u"CREATE GENERATOR GN_ID"_s,
+          u"CREATE TRIGGER TG_BI_PROVA FOR PROVA BEFORE INSERT AS BEGIN NEW.ID = GEN_ID(GN_ID, 1); END"_s})
+        connection_->execute(sql);
+}
+
+void TestData::cleanup()
+{
+    set_.reset();
+    connection_.reset();
+    database_.reset();
+}
+
+data::DataSet &TestData::openSet(const QString &sql)
+{
+    set_ = std::make_unique<data::DataSet>(connection_.get());
+    set_->setCommandText(sql);
+    set_->setUpdateTarget({u"PROVA"_s, u"ID"_s});
+    set_->open();
+    return *set_;
+}
+
+void TestData::valuesComeBackAsWritten_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<QVariant>("value");
+    QTest::newRow("text") << u"TESTO"_s << QVariant(u"D'Amico €è"_s);
+    QTest::newRow("full width in accents") << u"TESTO"_s << QVariant(u"àèìòùàèìòù"_s);
+    QTest::newRow("empty text") << u"TESTO"_s << QVariant(u""_s);
+    QTest::newRow("null text") << u"TESTO"_s << QVariant();
+    QTest::newRow("blob") << u"NOTE"_s << QVariant(u"perché\ncittà €\n"_s.repeated(2000));
+    QTest::newRow("empty blob") << u"NOTE"_s << QVariant(u""_s);
+    QTest::newRow("null blob") << u"NOTE"_s << QVariant();
+    QTest::newRow("decimal") << u"IMPORTO"_s << QVariant(12345678901.23);
+    QTest::newRow("decimal that scaling misses") << u"IMPORTO"_s << QVariant(3.55);
+    QTest::newRow("negative") << u"IMPORTO"_s << QVariant(-0.01);
+    QTest::newRow("zero") << u"IMPORTO"_s << QVariant(0.0);
+    QTest::newRow("null decimal") << u"IMPORTO"_s << QVariant();
+    QTest::newRow("weight") << u"PESO"_s << QVariant(0.125);
+    QTest::newRow("date") << u"GIORNO"_s << QVariant(QDate(2024, 2, 29));
+    QTest::newRow("null date") << u"GIORNO"_s << QVariant();
+    QTest::newRow("time") << u"ORA"_s << QVariant(QTime(23, 59, 58));
+    QTest::newRow("midnight") << u"ORA"_s << QVariant(QTime(0, 0));
+    QTest::newRow("null time") << u"ORA"_s << QVariant();
+    QTest::newRow("integer") << u"NUMERO"_s << QVariant(-2147483647);
+}
+
+void TestData::valuesComeBackAsWritten()
+{
+    QFETCH(QString, column);
+    QFETCH(QVariant, value);
+    data::DataSet &set = openSet();
+    set.append();
+    set.setValue(column, value);
+    set.updateBatch();
+    set.requery();
+    QCOMPARE(set.value(column).isValid(), value.isValid());
+    QCOMPARE(set.value(column).toString(), value.toString());
+    if (value.metaType().id() == QMetaType::Double)
+        QVERIFY(set.number(column) == value.toDouble());
+}
+
+void TestData::decimalsAreRoundedBeforeTheyAreBound()
+{
+    data::DataSet &set = openSet();
+    for (const double amount : {1.005, -1.005, -0.005, -0.015, 0.1 + 0.2}) {
+        set.append();
+        set.setValue(u"IMPORTO"_s, amount);
+        set.setValue(u"PESO"_s, amount);
+        set.post();
+    }
+    set.first();
+    QCOMPARE(set.number(u"IMPORTO"_s), 1.01); // shown as it will be stored
+    set.updateBatch();
+    QCOMPARE(stored(u"IMPORTO"_s), QStringList({u"1.01"_s, u"-1.01"_s, u"-0.01"_s, u"-0.02"_s, u"0.3"_s}));
+    QCOMPARE(stored(u"PESO"_s), QStringList({u"1.005"_s, u"-1.005"_s, u"-0.005"_s, u"-0.015"_s, u"0.3"_s}));
+    set.append();
+    QCOMPARE(test::errorOf([&set] { set.setValue(u"IMPORTO"_s, std::nan("")); }),
+             u"Il valore di \"IMPORTO\" non è un numero."_s);
+}
+
+void TestData::tooLongATextIsRefusedAndNothingStored()
+{
+    data::DataSet &set = openSet();
+    set.append();
+    set.setValue(u"TESTO"_s, u"undici lett"_s);
+    QVERIFY_EXCEPTION_THROWN(set.updateBatch(), data::DatabaseError);
+    QCOMPARE(stored(u"TESTO"_s), QStringList());
+}
+
+void TestData::errorAtTheFirstFetchIsThrown()
+{
+    connection_->execute(u"INSERT INTO PROVA(GIORNO) VALUES('2026-01-02')"_s);
+    const QString error =
+        test::errorOf([this] { connection_->select(u"SELECT * FROM PROVA WHERE GIORNO = '20260102'"_s); });
+    QVERIFY2(error.contains(u"conversion error"_s), qPrintable(error));
+    QCOMPARE(connection_->select(u"SELECT * FROM PROVA WHERE GIORNO = '2026-01-02'"_s).size(), qsizetype(1));
+}
+
+void TestData::errorAtTheCommitIsThrown()
+{
+    connection_->execute(u"CREATE TABLE DOPPI(CODICE VARCHAR(5))"_s);
+    connection_->execute(u"INSERT INTO DOPPI VALUES('A')"_s);
+    connection_->execute(u"INSERT INTO DOPPI VALUES('A')"_s);
+    // The index is built when the definition is committed.
+    QVERIFY_EXCEPTION_THROWN(connection_->execute(u"CREATE UNIQUE INDEX IX_DOPPI ON DOPPI(CODICE)"_s),
+                             data::DatabaseError);
+    QVERIFY(!connection_->inTransaction());
+    QCOMPARE(connection_->select(u"SELECT * FROM DOPPI"_s).size(), qsizetype(2));
+}
+
+void TestData::statementsCountTheirRows()
+{
+    connection_->run(u"INSERT INTO PROVA(NUMERO) VALUES(?)"_s, {1});
+    QCOMPARE(connection_->affectedRows(), 1);
+    connection_->run(u"INSERT INTO PROVA(NUMERO) VALUES(?)"_s, {1});
+    connection_->execute(u"UPDATE PROVA SET NUMERO = 2"_s);
+    QCOMPARE(connection_->affectedRows(), 2);
+    connection_->run(u"DELETE FROM PROVA WHERE NUMERO = ?"_s, {7});
+    QCOMPARE(connection_->affectedRows(), 0);
+}
+
+void TestData::preparedReadSeesTheLatestRows()
+{
+    const QString count = u"SELECT COUNT(*) AS NUM FROM PROVA WHERE NUMERO = :NUMERO"_s;
+    const auto number = [this, &count] { return connection_->select(count, {{u"NUMERO"_s, 1}}).integer(0, u"NUM"); };
+    QCOMPARE(number(), 0);
+    {
+        data::Transaction transaction(*connection_);
+        QCOMPARE(number(), 0);
+        connection_->run(u"INSERT INTO PROVA(NUMERO) VALUES(?)"_s, {1});
+        QCOMPARE(number(), 1);
+        transaction.commit();
+    }
+    QCOMPARE(number(), 1);
+    {
+        data::Transaction transaction(*connection_);
+        connection_->run(u"INSERT INTO PROVA(NUMERO) VALUES(?)"_s, {1});
+        QCOMPARE(number(), 2);
+    }
+    QCOMPARE(number(), 1);
+}
+
+void TestData::repeatedInsertInATransactionGivesEachKey()
+{
+    data::Transaction transaction(*connection_);
+    QStringList keys;
+    for (int number = 0; number < 3; ++number)
+        keys.append(connection_->run(u"INSERT INTO PROVA(NUMERO) VALUES(?) RETURNING ID"_s, {number}).text(0, u"ID"));
+    transaction.commit();
+    QCOMPARE(keys, QStringList({u"1"_s, u"2"_s, u"3"_s}));
+    QCOMPARE(stored(u"NUMERO"_s), QStringList({u"0"_s, u"1"_s, u"2"_s}));
+}
+
+void TestData::uncommittedTransactionIsRolledBack()
+{
+    {
+        data::Transaction transaction(*connection_);
+        connection_->execute(u"INSERT INTO PROVA(NUMERO) VALUES(1)"_s);
+        QVERIFY(connection_->inTransaction());
+    }
+    QVERIFY(!connection_->inTransaction());
+    QCOMPARE(stored(u"NUMERO"_s), QStringList());
+}
+
+void TestData::nestedTransactionIsRefusedAndTheOuterOneLives()
+{
+    data::Transaction outer(*connection_);
+    connection_->execute(u"INSERT INTO PROVA(NUMERO) VALUES(1)"_s);
+    QCOMPARE(test::errorOf([this] { const data::Transaction inner(*connection_); }),
+             u"Una transazione è già in corso."_s);
+    QVERIFY(connection_->inTransaction());
+    outer.commit();
+    QCOMPARE(stored(u"NUMERO"_s), QStringList({u"1"_s}));
+}
+
+void TestData::failedStatementLeavesTheTransactionUsable()
+{
+    data::Transaction transaction(*connection_);
+    QVERIFY_EXCEPTION_THROWN(connection_->execute(u"INSERT INTO NESSUNA VALUES(1)"_s), data::DatabaseError);
+    QVERIFY_EXCEPTION_THROWN(connection_->run(u"INSERT INTO PROVA(TESTO) VALUES(?)"_s, {u"undici lett"_s}),
+                             data::DatabaseError);
+    connection_->run(u"INSERT INTO PROVA(TESTO) VALUES(?)"_s, {u"bene"_s});
+    transaction.commit();
+    QCOMPARE(stored(u"TESTO"_s), QStringList({u"bene"_s}));
+}
+
+void TestData::destroyedConnectionLeavesNoTransactionBehind()
+{
+    {
+        data::Transaction transaction(*connection_);
+        connection_->execute(u"INSERT INTO PROVA(NUMERO) VALUES(1)"_s);
+        connection_->close();
+    }
+    connection_->open();
+    QCOMPARE(stored(u"NUMERO"_s), QStringList());
+}
+
+void TestData::keyIsTheOneTheTriggerGave()
+{
+    connection_->execute(u"INSERT INTO PROVA(NUMERO) VALUES(1)"_s);
+    data::DataSet &set = openSet();
+    set.append();
+    set.setValue(u"ID"_s, 99);
+    set.setValue(u"NUMERO"_s, 2);
+    set.updateBatch();
+    QCOMPARE(set.integer(u"ID"_s), 2);
+    set.edit();
+    set.setValue(u"NUMERO"_s, 3);
+    set.updateBatch();
+    QCOMPARE(stored(u"NUMERO"_s), QStringList({u"1"_s, u"3"_s}));
+}
+
+void TestData::changeOfAVanishedRowIsAnError()
+{
+    connection_->execute(u"INSERT INTO PROVA(NUMERO) VALUES(1)"_s);
+    data::DataSet &set = openSet();
+    connection_->execute(u"DELETE FROM PROVA"_s);
+    set.edit();
+    set.setValue(u"NUMERO"_s, 2);
+    QCOMPARE(test::errorOf([&set] { set.updateBatch(); }), u"La riga da modificare non esiste più."_s);
+}
+
+void TestData::editOfAnEmptyDataSetInserts()
+{
+    data::DataSet &set = openSet();
+    QVERIFY(set.isEmpty());
+    set.edit();
+    set.setValue(u"NUMERO"_s, 7);
+    set.updateBatch();
+    QCOMPARE(stored(u"NUMERO"_s), QStringList({u"7"_s}));
+}
+
+void TestData::cancelRestoresTheRow()
+{
+    connection_->execute(u"INSERT INTO PROVA(NUMERO) VALUES(1)"_s);
+    data::DataSet &set = openSet();
+    set.edit();
+    set.setValue(u"NUMERO"_s, 2);
+    set.cancel();
+    QCOMPARE(set.integer(u"NUMERO"_s), 1);
+    set.updateBatch();
+    QCOMPARE(stored(u"NUMERO"_s), QStringList({u"1"_s}));
+}
+
+void TestData::cancelledInsertLeavesTheOtherRows()
+{
+    connection_->execute(u"INSERT INTO PROVA(NUMERO) VALUES(1)"_s);
+    data::DataSet &set = openSet();
+    set.append();
+    set.setValue(u"NUMERO"_s, 2);
+    set.cancel();
+    QCOMPARE(set.recordCount(), 1);
+    QCOMPARE(set.integer(u"NUMERO"_s), 1);
+    set.updateBatch();
+    QCOMPARE(stored(u"NUMERO"_s), QStringList({u"1"_s}));
+}
+
+void TestData::onlyChangedColumnsAreWritten()
+{
+    connection_->execute(u"INSERT INTO PROVA(NUMERO, TESTO) VALUES(1, 'mio')"_s);
+    data::DataSet &set = openSet();
+    connection_->execute(u"UPDATE PROVA SET TESTO = 'altrui'"_s);
+    set.edit();
+    set.setValue(u"NUMERO"_s, 2);
+    set.updateBatch();
+    QCOMPARE(stored(u"TESTO"_s), QStringList({u"altrui"_s}));
+}
+
+void TestData::locateComparesExactlyAndKeepsTheRowWhenNothingFits()
+{
+    for (const QString &text : {u"abc"_s, u"ABC"_s, u"abc "_s, u""_s})
+        connection_->run(u"INSERT INTO PROVA(TESTO) VALUES(?)"_s, {text});
+    connection_->execute(u"INSERT INTO PROVA(NUMERO) VALUES(5)"_s);
+    data::DataSet &set = openSet();
+    QVERIFY(set.locate(u"TESTO"_s, u"abc "_s));
+    QCOMPARE(set.integer(u"ID"_s), 3);
+    QVERIFY(!set.locate(u"TESTO"_s, u"Abc"_s));
+    QCOMPARE(set.integer(u"ID"_s), 3);
+    QVERIFY(set.locate(u"TESTO"_s, QVariant()));
+    QCOMPARE(set.integer(u"ID"_s), 5); // null, not empty
+    QVERIFY(set.locate(u"NUMERO"_s, 5));
+}
+
+void TestData::rowsAreSortedByNumber()
+{
+    for (const int number : {10, 9, 100})
+        connection_->run(u"INSERT INTO PROVA(NUMERO) VALUES(?)"_s, {number});
+    data::DataSet &set = openSet();
+    set.sortByInteger(u"NUMERO"_s);
+    QStringList numbers;
+    for (; !set.atEnd(); set.next())
+        numbers.append(set.text(u"NUMERO"_s));
+    QCOMPARE(numbers, QStringList({u"9"_s, u"10"_s, u"100"_s}));
+}
+
+void TestData::forwardOnlyDataSetCannotGoBack()
+{
+    connection_->execute(u"INSERT INTO PROVA(NUMERO) VALUES(1)"_s);
+    data::DataSet &set = openSet();
+    set.setCursorType(data::CursorType::ForwardOnly);
+    set.first();
+    set.next();
+    QVERIFY(set.atEnd());
+    QCOMPARE(test::errorOf([&set] { set.first(); }), u"Il data set si legge solo in avanti."_s);
+}
+
+void TestData::parametersServeTheNextOpen()
+{
+    for (const int number : {1, 2, 2})
+        connection_->run(u"INSERT INTO PROVA(NUMERO) VALUES(?)"_s, {number});
+    data::DataSet set(connection_.get());
+    set.setCommandText(u"SELECT * FROM PROVA WHERE NUMERO = :NUMERO"_s);
+    for (const int number : {1, 2, 3}) {
+        set.setParameter(u"NUMERO"_s, number);
+        set.open();
+        QCOMPARE(set.recordCount(), number == 3 ? 0 : number);
+    }
+}
+
+void TestData::wrongUseIsAnErrorNotACrash()
+{
+    data::DataSet closed(connection_.get());
+    QCOMPARE(test::errorOf([&closed] { closed.value(u"ID"_s); }), u"Il data set non è aperto."_s);
+    data::DataSet &set = openSet();
+    QVERIFY(!set.value(u"ID"_s).isValid());
+    QCOMPARE(test::errorOf([&set] { set.value(u"NESSUNA"_s); }), u"Il campo \"NESSUNA\" non esiste nel data set."_s);
+    QCOMPARE(test::errorOf([&set] { set.setValue(u"ID"_s, 1); }), u"Il data set non è in modifica."_s);
+    connection_->close();
+    QCOMPARE(test::errorOf([this] { connection_->select(allRows); }), u"La connessione al database non è aperta."_s);
+}
+
+static const test::Registered<TestData> registered;
+#include "test_data.moc"
