@@ -1,6 +1,8 @@
 #pragma once
 #include <QStringList>
 
+class QObject;
+
 namespace host {
 
 /// Loads every "*.bpl" of `folder`; each registers itself while it loads. A library that cannot be loaded is reported
