@@ -48,7 +48,9 @@ private:
     void endAttributes();
 
     using Children = std::function<void(const QString &element)>;
+    void enterElement();
     void children(const Children &child);
+    [[noreturn]] void failForXml();
 
     void readFont();
     void readBlock();
@@ -160,43 +162,49 @@ void Reader::endAttributes()
     }
 }
 
+void Reader::enterElement()
+{
+    lineOfElement_ = static_cast<int>(xml_.lineNumber());
+    attributes_ = xml_.attributes();
+    asked_.clear();
+}
+
+void Reader::failForXml()
+{
+    lineOfElement_ = static_cast<int>(xml_.lineNumber());
+    fail(xmlProblem(xml_));
+}
+
 void Reader::children(const Children &child)
 {
     while (xml_.readNextStartElement()) {
-        lineOfElement_ = static_cast<int>(xml_.lineNumber());
-        attributes_ = xml_.attributes();
-        asked_.clear();
+        enterElement();
         child(xml_.name().toString());
     }
-    if (xml_.hasError()) {
-        lineOfElement_ = static_cast<int>(xml_.lineNumber());
-        fail(xmlProblem(xml_));
-    }
+    if (xml_.hasError())
+        failForXml();
 }
 
 Project Reader::read()
 {
-    int roots = 0;
-    children([&](const QString &element) {
-        if (element != u"project"_s)
-            fail(u"manca l'elemento \"project\""_s);
-        ++roots;
-        if (required(u"version"_s) != u"1"_s)
-            fail(u"versione \"%1\" non riconosciuta"_s.arg(attribute(u"version"_s)));
-        endAttributes();
-        children([this](const QString &child) {
-            if (child == u"font"_s)
-                readFont();
-            else if (child == u"block"_s)
-                readBlock();
-            else if (child == u"report"_s)
-                readReport();
-            else
-                fail(u"elemento \"%1\" non previsto"_s.arg(child));
-        });
-    });
-    if (roots == 0)
+    if (!xml_.readNextStartElement())
+        failForXml();
+    enterElement();
+    if (xml_.name() != u"project"_s)
         fail(u"manca l'elemento \"project\""_s);
+    if (const QString version = required(u"version"_s); version != u"1"_s)
+        fail(u"versione \"%1\" non riconosciuta"_s.arg(version));
+    endAttributes();
+    children([this](const QString &child) {
+        if (child == u"font"_s)
+            readFont();
+        else if (child == u"block"_s)
+            readBlock();
+        else if (child == u"report"_s)
+            readReport();
+        else
+            fail(u"elemento \"%1\" non previsto"_s.arg(child));
+    });
     return project_;
 }
 
