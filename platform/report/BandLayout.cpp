@@ -128,7 +128,7 @@ double BandLayout::neededHeight(const Item &item) const
         row.connection = item.connection;
         const qsizetype count = scope_.data->rows(item.connection).size();
         for (row.row = 0; row.row < count; ++row.row)
-            total += BandLayout(item.children, item.area.height(), row, fonts_).height();
+            total += BandLayout(item.children, item.rowHeight, row, fonts_).height();
         return total;
     }
     const BrokenText broken = breakText(textOf(item, scope_), item.font, item.area.width(), fonts_);
@@ -187,7 +187,7 @@ void BandLayout::placeRows(const Item &item, const QRectF &area, Page &page) con
     double y = area.top();
     const qsizetype count = scope_.data->rows(item.connection).size();
     for (row.row = 0; row.row < count; ++row.row) {
-        const BandLayout line(item.children, item.area.height(), row, fonts_);
+        const BandLayout line(item.children, item.rowHeight, row, fonts_);
         line.place(page, {area.left(), y});
         y += line.height();
     }

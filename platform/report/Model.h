@@ -52,6 +52,7 @@ struct Item
     QImage image;
 
     QString connection;
+    double rowHeight = 0; ///< of Rows; more rows than the area holds make it grow
     std::vector<Item> children;
 };
 

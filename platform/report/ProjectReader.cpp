@@ -353,6 +353,7 @@ void Reader::readItem(const QString &element, std::vector<Item> &items, double w
 Item Reader::readRows(Item item)
 {
     item.connection = required(u"connection"_s);
+    item.rowHeight = requiredLength(u"rowHeight"_s);
     connections_->insert(item.connection);
     endAttributes();
     const double width = item.area.width();

@@ -141,8 +141,8 @@ int insertInto(data::Connection &connection, const QString &table, const QVarian
     const QStringList names = complete.keys();
     const QString marks = QStringList(names.size(), u"?"_s).join(u", "_s);
     const data::Rows given = connection.run(u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4"_s.arg(
-                                                  table, names.join(u", "_s), marks, columns.text(0, u"NAME")),
-                                              complete.values());
+                                                table, names.join(u", "_s), marks, columns.text(0, u"NAME")),
+                                            complete.values());
     return given.values(0).constFirst().toInt();
 }
 

@@ -55,8 +55,8 @@ private:
     data::Connection *connection_ = nullptr;
 };
 
-/// Inserts a row; columns of it that are required but not named get 0, "-" or 2026-01-01. Returns the value of its first
-/// column, the key.
+/// Inserts a row; columns of it that are required but not named get 0, "-" or 2026-01-01. Returns the value of its
+/// first column, the key.
 int insertInto(data::Connection &connection, const QString &table, const QVariantMap &values);
 
 /// Each row of a query as one text, its values separated by "|"; NULL is empty.
