@@ -5,6 +5,7 @@
 #include "host/IntfPack.h"
 #include "host/schema/DemoData.h"
 #include "host/tour/TourDriver.h"
+#include "host/tour/TourPrinting.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
@@ -327,6 +328,7 @@ void Tour::run()
     secondReceipt();
     delivery();
     changes();
+    tourPrinting(driver_, session_.window(), module(), delivery_);
     deletion();
 }
 

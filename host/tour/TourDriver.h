@@ -22,6 +22,8 @@ public:
     TourDriver(const TourDriver &) = delete;
     TourDriver &operator=(const TourDriver &) = delete;
 
+    const QString &folder() const { return folder_; }
+
     /// Says what comes next. After an unexpected message box nothing comes next: throws core::Error.
     void tell(const QString &text);
     /// Counts one comparison and says how it went.
