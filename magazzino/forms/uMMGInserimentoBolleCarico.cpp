@@ -74,7 +74,7 @@ TMMGInserimentoBolleCarico::TMMGInserimentoBolleCarico(QWidget *owner)
     refuseIf([this] { return supplier_->isEmpty(0); }, u"Non è stato selezionato un fornitore!"_s);
     refuseIf([this] { return transportType_->key() < 1; }, u"Non è stato selezionato un tipo di trasporto!"_s);
     refuseIf([this] { return transportReason_->key() < 1; }, u"Non è stata indicata la causale del trasporto!"_s);
-    finishLayout({u"actNuovo"_s, u"actElimina"_s, u"actSalva"_s, {}, u"actChiudi"_s});
+    finishLayout(ui::standardCommands);
 }
 
 QGroupBox *TMMGInserimentoBolleCarico::createSupplier()

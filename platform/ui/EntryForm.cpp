@@ -21,6 +21,9 @@ EntryForm::EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *
     layout_->setContentsMargins(6, 4, 6, 6);
     layout_->setSpacing(4);
     pages_->setObjectName(u"pages"_s);
+    pages_->setTabBarAutoHide(true);
+    bar_ = newToolBar(u"tBarStandard"_s);
+    layout_->addWidget(bar_);
     declareCommands();
 }
 
@@ -42,6 +45,13 @@ void EntryForm::declareCommands()
                 .icon = Icon::Save,
                 .shortcut = QKeySequence(u"Ctrl+S"_s)});
     addCommand({.name = u"actChiudi"_s, .caption = u"Chiudi"_s, .run = [this] { closeForm(); }, .icon = Icon::Close});
+}
+
+void EntryForm::start(const QStringList &commands)
+{
+    placeCommands(bar_, commands);
+    setMinimumSize(minimumSize().expandedTo(minimumSizeHint()));
+    NuovoRecord();
 }
 
 data::Connection &EntryForm::connection() const

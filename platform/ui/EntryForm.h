@@ -36,6 +36,13 @@ struct EntryFormSpec
     AfterFailedSave afterFailedSave = AfterFailedSave::KeepFlags;
 };
 
+/// The commands of a form on one record, in their usual order.
+inline const QStringList standardCommands = {QStringLiteral("actNuovo"),
+                                             QStringLiteral("actElimina"),
+                                             QStringLiteral("actSalva"),
+                                             {},
+                                             QStringLiteral("actChiudi")};
+
 /// The form in which one record is entered or changed: fields are declared once, the base clears, loads, validates,
 /// saves and tracks changes. Declaration order is screen, tab and write order.
 ///
@@ -88,6 +95,9 @@ protected:
 
     QWidget *addPage(const QString &title);
     QTabWidget *pages() const { return pages_; }
+    /// Ends the declaration: puts `commands` on tool bar and menu (an empty name is a separator) and starts a new
+    /// record.
+    void start(const QStringList &commands);
     QVBoxLayout *mainLayout() const { return layout_; }
     /// Puts label and control of `field` into `grid`; `position` and `span` count label-and-control pairs.
     static void place(QGridLayout *grid, Field *field, int row, int position, int span = 1);
@@ -139,6 +149,7 @@ private:
     QList<Check> checks_;
     QVBoxLayout *layout_;
     QTabWidget *pages_;
+    QToolBar *bar_ = nullptr;
     int idRecord_ = -1;
     bool newRecord_ = true;
     bool modified_ = false;
