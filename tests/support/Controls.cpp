@@ -99,6 +99,7 @@ void typeIntoCell(QTableView *grid, int row, const QString &header, const QStrin
         QTest::keyClick(grid, Qt::Key_F2);
     auto *editor = control<QWidget>(grid, u"editorRiga"_s);
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(editor, Qt::Key_Delete);
     type(editor, text);
     const bool memo = qobject_cast<QPlainTextEdit *>(editor) != nullptr;
     QTest::keyClick(editor, Qt::Key_Return, memo ? Qt::ControlModifier : Qt::NoModifier);
