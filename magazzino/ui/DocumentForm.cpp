@@ -39,7 +39,7 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
     setTabOrder(date_->widget(), pages());
     setFocusProxy(number_->widget());
 
-    refuseIf([this] { return spec_.numberExists(numero(), data().year(), IdRecord()); },
+    refuseIf([this] { return spec_.numberExists(numero(), data().year(), storedKey()); },
              u"Esiste già un documento con questo numero!"_s);
 }
 

@@ -169,7 +169,7 @@ void EntryForm::elimina()
     if (!finishEditing())
         return;
     // A key without a row of ours must never be deleted: it may have become another workstation's record.
-    if (NewRecord() || keyWithoutRow_ || deleteStored(IdRecord()))
+    if (storedKey() < 0 || deleteStored(storedKey()))
         NuovoRecord();
 }
 

@@ -121,6 +121,9 @@ protected:
     /// Deletes the stored record, with its questions; true when it is gone.
     virtual bool deleteStored(int id) = 0;
 
+    /// Key of the record's row in the database, -1 while it has none. After a failed first save IdRecord() is only a
+    /// prediction, and another workstation's record may stand under it by now.
+    int storedKey() const { return newRecord_ || keyWithoutRow_ ? -1 : idRecord_; }
     data::DataSet &record() const { return *record_; }
     data::Connection &connection() const;
     /// Runs `body` without its changes marking the form modified.

@@ -1,6 +1,7 @@
 #include "tests/support/TestDatabase.h"
 
 #include "host/IntfPack.h"
+#include "host/schema/DemoData.h"
 #include "host/schema/HostSchema.h"
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Error.h"
@@ -53,8 +54,13 @@ void fill(const data::DatabaseAddress &address, Content content)
         return;
     const std::unique_ptr<QObject> module = makeModule(address);
     host::createHostSchema(ModuleConnection());
-    if (content == Content::ModuleSchema)
-        AggiornaDatabase();
+    if (content == Content::HostSchema)
+        return;
+    AggiornaDatabase();
+    if (content == Content::DemoData) {
+        host::insertDemoMasterData(ModuleConnection());
+        host::insertDemoWarehouseData(ModuleConnection());
+    }
 }
 
 QString templateFile(Content content)
@@ -111,15 +117,7 @@ ModuleDatabase::~ModuleDatabase() = default;
 
 QStringList ModuleDatabase::lines(const QString &sql)
 {
-    const data::Rows rows = connection_->select(sql);
-    QStringList result;
-    for (qsizetype row = 0; row < rows.size(); ++row) {
-        QStringList values;
-        for (const QVariant &value : rows.values(row))
-            values.append(value.toString().trimmed());
-        result.append(values.join(u'|'));
-    }
-    return result;
+    return linesOf(*connection_, sql);
 }
 
 int ModuleDatabase::insert(const QString &table, const QVariantMap &values)
@@ -141,6 +139,19 @@ int ModuleDatabase::insert(const QString &table, const QVariantMap &values)
                                                   table, names.join(u", "_s), marks, columns.text(0, u"NAME")),
                                               complete.values());
     return given.values(0).constFirst().toInt();
+}
+
+QStringList linesOf(data::Connection &connection, const QString &sql)
+{
+    const data::Rows rows = connection.select(sql);
+    QStringList result;
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        QStringList values;
+        for (const QVariant &value : rows.values(row))
+            values.append(value.toString().trimmed());
+        result.append(values.join(u'|'));
+    }
+    return result;
 }
 
 QString errorOf(const std::function<void()> &body)

@@ -13,7 +13,8 @@ enum class Content
 {
     Empty,
     HostSchema,
-    ModuleSchema ///< host and module tables, as after the module's first start
+    ModuleSchema, ///< host and module tables, as after the module's first start
+    DemoData      ///< the same with the demonstration data
 };
 
 /// A database file of the test's own, copied from a template that is made once per program; removed with the object.
@@ -43,7 +44,7 @@ public:
     data::Connection &connection() { return *connection_; }
     const TestDatabase &database() const { return database_; }
 
-    /// Each row of a query as one text, its values separated by "|"; NULL is empty.
+    /// See linesOf().
     QStringList lines(const QString &sql);
     /// Inserts a row; columns of it that are required but not named get 0, "-" or 2026-01-01. Returns the value of its
     /// first column, the key.
@@ -54,6 +55,9 @@ private:
     std::unique_ptr<QObject> module_;
     data::Connection *connection_ = nullptr;
 };
+
+/// Each row of a query as one text, its values separated by "|"; NULL is empty.
+QStringList linesOf(data::Connection &connection, const QString &sql);
 
 /// Text of the error that `body` throws, "no error" when it throws none.
 QString errorOf(const std::function<void()> &body);

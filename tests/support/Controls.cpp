@@ -1,0 +1,109 @@
+#include "tests/support/Controls.h"
+
+#include "platform/core/Error.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <QTableView>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace test {
+
+void settle()
+{
+    QApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QApplication::processEvents();
+}
+
+void missing(const QString &name)
+{
+    throw core::Error(u"There is no \"%1\"."_s.arg(name));
+}
+
+void type(QWidget *control, const QString &text)
+{
+    for (const QChar character : text) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, character);
+        QApplication::sendEvent(control, &press);
+    }
+}
+
+void trigger(const QObject *owner, const QString &action)
+{
+    control<QAction>(owner, action)->trigger();
+    settle();
+}
+
+void press(const QWidget *owner, const QString &button)
+{
+    control<QAbstractButton>(owner, button)->click();
+    settle();
+}
+
+QString shown(const QWidget *owner, const QString &name)
+{
+    auto *found = control<QWidget>(owner, name);
+    for (const char *property : {"currentText", "plainText", "text"}) {
+        if (const QVariant value = found->property(property); value.isValid())
+            return value.toString();
+    }
+    missing(name);
+}
+
+void selectRow(QTableView *grid, const QString &text)
+{
+    for (int row = 0; row < grid->model()->rowCount(); ++row) {
+        for (int column = 0; column < grid->model()->columnCount(); ++column) {
+            if (grid->model()->index(row, column).data().toString() == text) {
+                grid->selectRow(row);
+                return;
+            }
+        }
+    }
+    missing(text);
+}
+
+int columnOf(const QTableView *grid, const QString &header)
+{
+    for (int column = 0; column < grid->model()->columnCount(); ++column) {
+        if (grid->model()->headerData(column, Qt::Horizontal).toString() == header)
+            return column;
+    }
+    missing(header);
+}
+
+QString cellText(const QTableView *grid, int row, const QString &header)
+{
+    return grid->model()->index(row, columnOf(grid, header)).data().toString();
+}
+
+QStringList columnTexts(const QTableView *grid, const QString &header)
+{
+    QStringList texts;
+    for (int row = 0; row < grid->model()->rowCount(); ++row)
+        texts.append(cellText(grid, row, header));
+    return texts;
+}
+
+void typeIntoCell(QTableView *grid, int row, const QString &header, const QString &text)
+{
+    grid->setFocus();
+    grid->setCurrentIndex(grid->model()->index(row, columnOf(grid, header)));
+    if (!grid->findChild<QWidget *>(u"editorRiga"_s))
+        QTest::keyClick(grid, Qt::Key_F2);
+    auto *editor = control<QWidget>(grid, u"editorRiga"_s);
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    type(editor, text);
+    const bool memo = qobject_cast<QPlainTextEdit *>(editor) != nullptr;
+    QTest::keyClick(editor, Qt::Key_Return, memo ? Qt::ControlModifier : Qt::NoModifier);
+    settle();
+}
+
+} // namespace test

@@ -1,0 +1,42 @@
+#pragma once
+#include <QString>
+#include <QWidget>
+
+class QTableView;
+
+/// Working the program's windows as a user does. What is not there throws core::Error.
+namespace test {
+
+/// Lets happen what the event loop would do between two actions of the user.
+void settle();
+
+[[noreturn]] void missing(const QString &name);
+
+template <typename Control>
+Control *control(const QObject *owner, const QString &name)
+{
+    auto *found = owner->findChild<Control *>(name);
+    if (!found)
+        missing(name);
+    return found;
+}
+
+/// Presses the key of each character of `text`, also of those that no plain key stands for.
+void type(QWidget *control, const QString &text);
+
+/// Runs a form's or the module's command; a disabled one does nothing.
+void trigger(const QObject *owner, const QString &action);
+void press(const QWidget *owner, const QString &button);
+/// What a label, an edit or a list control named `name` shows.
+QString shown(const QWidget *owner, const QString &name);
+
+/// Selects the row of a grid that shows `text` in some column.
+void selectRow(QTableView *grid, const QString &text);
+int columnOf(const QTableView *grid, const QString &header);
+QString cellText(const QTableView *grid, int row, const QString &header);
+/// A column's texts from top to bottom.
+QStringList columnTexts(const QTableView *grid, const QString &header);
+/// Opens the cell's editor by the keyboard, types over what stands in it and ends with Enter (Ctrl+Enter in a memo).
+void typeIntoCell(QTableView *grid, int row, const QString &header, const QString &text);
+
+} // namespace test

@@ -1,0 +1,90 @@
+#include "tests/support/Workplace.h"
+
+#include "host/PackageLoader.h"
+#include "host/ui/MainWindow.h"
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Clock.h"
+#include "tests/support/Controls.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTest>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace test {
+
+QDateTime workplaceTime()
+{
+    return {QDate(2026, 3, 16), QTime(10, 30)};
+}
+
+ScriptedDialogs::Use choosing(const QString &text, const QString &letter)
+{
+    return [text, letter](QDialog &dialog) {
+        const QList<QToolButton *> letters = dialog.findChildren<QToolButton *>();
+        for (QToolButton *button : letters) {
+            if (button->text() == letter)
+                button->click();
+        }
+        selectRow(control<QTableView>(&dialog, u"gridRisultati"_s), text);
+        press(&dialog, u"cmdOk"_s);
+    };
+}
+
+ScriptedDialogs::Use choosingArticle(const QString &code)
+{
+    return [code](QDialog &dialog) {
+        auto *filter = control<QLineEdit>(&dialog, u"txtCodice"_s);
+        filter->clear();
+        type(filter, code);
+        QTest::keyClick(filter, Qt::Key_Return);
+        selectRow(control<QTableView>(&dialog, u"gridRisultati"_s), code);
+        press(&dialog, u"cmdOk"_s);
+    };
+}
+
+Workplace::Workplace(Start start)
+    : copy_(std::make_unique<TestDatabase>(Content::DemoData))
+{
+    open(copy_->address());
+    if (start == Start::WithModule)
+        startModule();
+}
+
+Workplace::Workplace(const data::DatabaseAddress &address)
+{
+    open(address);
+    startModule();
+}
+
+void Workplace::open(const data::DatabaseAddress &address)
+{
+    core::setClock(workplaceTime);
+    session_ = std::make_unique<host::Session>(address, host::administrator, QString());
+    window().show();
+    QApplication::setActiveWindow(&window());
+}
+
+Workplace::~Workplace()
+{
+    session_.reset();
+    core::setClock({});
+}
+
+void Workplace::startModule()
+{
+    host::startPackages(qApp);
+    settle();
+    messages.watch(*module().ModADOConn);
+}
+
+TMMGModMagazzino &Workplace::module() const
+{
+    return Modulo();
+}
+
+} // namespace test

@@ -1,0 +1,56 @@
+#pragma once
+#include "host/Application.h"
+#include "tests/support/ScriptedDialogs.h"
+#include "tests/support/ScriptedMessages.h"
+#include "tests/support/TestDatabase.h"
+
+#include <QDateTime>
+
+class TMMGModMagazzino;
+
+namespace test {
+
+/// "Now" of every workplace.
+QDateTime workplaceTime();
+
+/// Chooses the row with `text` of a selection dialog and presses "OK"; a `letter` of its letter bar goes before.
+ScriptedDialogs::Use choosing(const QString &text, const QString &letter = {});
+/// Searches the code by Enter in its filter, then chooses it.
+ScriptedDialogs::Use choosingArticle(const QString &code);
+
+/// The program as a user has it: main window, warehouse module started, message boxes and dialogs scripted, clock
+/// stopped.
+class Workplace
+{
+public:
+    enum class Start
+    {
+        WithModule,
+        WindowOnly ///< until startModule()
+    };
+
+    /// On a copy of the demonstration database.
+    explicit Workplace(Start start = Start::WithModule);
+    /// On a database that is already there, with the module.
+    explicit Workplace(const data::DatabaseAddress &address);
+    ~Workplace();
+
+    void startModule();
+
+    TMMGModMagazzino &module() const;
+    host::MainWindow &window() const { return session_->window(); }
+    /// A connection other than the module's.
+    data::Connection &database() const { return session_->connection(); }
+    QStringList lines(const QString &sql) const { return linesOf(database(), sql); }
+
+    ScriptedMessages messages;
+    ScriptedDialogs dialogs;
+
+private:
+    void open(const data::DatabaseAddress &address);
+
+    std::unique_ptr<TestDatabase> copy_;
+    std::unique_ptr<host::Session> session_;
+};
+
+} // namespace test
