@@ -204,8 +204,11 @@ QString SearchForm::filterText() const
     QStringList conditions;
     for (int i = 0; i < inputs_.size(); ++i) {
         const QString value = valueOf(inputs_[i]);
-        if (!value.isEmpty())
-            conditions.append(spec_.filters[i].condition(value));
+        if (value.isEmpty())
+            continue;
+        // The year, which is always there, leads the clause wherever its input stands.
+        const bool leads = spec_.filters[i].kind == ListFilter::Kind::Year;
+        conditions.insert(leads ? 0 : conditions.size(), spec_.filters[i].condition(value));
     }
     return conditions.isEmpty() ? QString() : u"WHERE "_s + conditions.join(u" AND "_s);
 }
