@@ -119,19 +119,25 @@ bool EntryForm::continueWithoutSaving()
     return !Modified() || core::confirm(this, u"Ci sono delle modifiche non salvate.\n\rContinuare comunque?"_s);
 }
 
-void EntryForm::NuovoRecord()
+void EntryForm::startEmpty()
 {
-    const WaitCursor wait;
     withoutTracking([this] {
         pages_->setCurrentIndex(0);
         for (Field *field : std::as_const(fields_))
             field->clear();
-        resetDetails();
+        clearDetails();
     });
     SetNewRecord(true);
     SetModified(false);
     SetIdRecord(-1);
     keyWithoutRow_ = false;
+}
+
+void EntryForm::NuovoRecord()
+{
+    const WaitCursor wait;
+    startEmpty();
+    withoutTracking([this] { resetDetails(); });
 }
 
 void EntryForm::NuovoConDomanda()
@@ -146,6 +152,17 @@ void EntryForm::ApriRecord(int id)
     if (!continueWithoutSaving())
         return;
     const WaitCursor wait;
+    try {
+        load(id);
+    } catch (...) {
+        // Half of a record must not stay: saving it would take the other half from the database.
+        startEmpty();
+        throw;
+    }
+}
+
+void EntryForm::load(int id)
+{
     record_->close();
     record_->setParameter(spec_.key, id);
     clearDetails();

@@ -66,7 +66,8 @@ public:
 
     /// Empties the form for a new record; asks nothing.
     void NuovoRecord();
-    /// Loads a record after the question about unsaved changes; without such a record the form stays as it was.
+    /// Loads a record after the question about unsaved changes; without such a record the form stays as it was. When
+    /// the database fails the form is left empty, for a new record, and the error is thrown.
     void ApriRecord(int id);
     /// Validates and saves; true when it was saved. Errors are shown, never thrown.
     bool SalvaRecord();
@@ -106,7 +107,7 @@ protected:
 
     /// After the fields were cleared for a new record: proposals, rows.
     virtual void resetDetails() {}
-    /// Before a record is looked for, so also when it turns out to be missing.
+    /// Before the form is emptied, and before a record is looked for, so also when it turns out to be missing.
     virtual void clearDetails() {}
     /// After the fields were loaded from the record's row.
     virtual void loadDetails() {}
@@ -139,6 +140,8 @@ private:
     };
 
     void declareCommands();
+    void startEmpty();
+    void load(int id);
     void elimina();
     bool continueWithoutSaving();
     bool passesChecks();

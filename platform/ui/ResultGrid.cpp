@@ -89,6 +89,9 @@ QString RowsModel::shown(const QVariant &value, ListColumn::Display display) con
 
 QVariant RowsModel::data(const QModelIndex &index, int role) const
 {
+    // The view's own "copy" key asks for the current cell even when there is none.
+    if (!index.isValid())
+        return {};
     const ListColumn &column = columns_[index.column()];
     if (role == Qt::DisplayRole) {
         const int field = fieldIndexes_.value(index.column(), -1);

@@ -30,6 +30,8 @@ private Q_SLOTS:
     void refusedDeletionIsTold_data() { kinds(); }
     void refusedDeletionIsTold();
     void loadedNoteForgetsTheFailedSave();
+    void failedLoadLeavesNothingToSave_data() { kinds(); }
+    void failedLoadLeavesNothingToSave();
 
 private:
     static void kinds();
@@ -235,6 +237,39 @@ void TestFailedSaves::loadedNoteForgetsTheFailedSave()
     workplace_->messages.expectQuestion(u"Confermare l'eliminazione?"_s, core::Answer::Yes);
     note.trigger(u"actElimina"_s);
     QCOMPARE(lines(u"SELECT COUNT(*) FROM DDT_SCARICO"_s), QStringList({u"0"_s}));
+}
+
+void TestFailedSaves::failedLoadLeavesNothingToSave()
+{
+    const test::Document note(*workplace_, names());
+    note.fillHeader();
+    note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    note.save();
+    const int first = note.form().IdRecord();
+    note.trigger(u"actNuovo"_s);
+    note.fillHeader();
+    note.addArticle(u"TRA-0018"_s, u"3"_s, u"5"_s);
+    note.save();
+    const int second = note.form().IdRecord();
+    const QStringList before = note.stored();
+    for (int index = 0;; ++index) {
+        note.form().ApriRecord(second);
+        int count = 0;
+        connection().setStatementHook([&](const QString &) {
+            if (count++ == index)
+                throw core::Error(u"rifiutato"_s);
+        });
+        const QString error = test::errorOf([&] { note.form().ApriRecord(first); });
+        connection().setStatementHook({});
+        if (error == u"no error"_s)
+            break;
+        QCOMPARE(note.flags() + QString::number(note.form().IdRecord()), u"new-1"_s);
+        QCOMPARE(note.grid()->model()->rowCount(), 0);
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+    QCOMPARE(note.form().IdRecord(), first);
+    QCOMPARE(note.grid()->model()->rowCount(), 1);
+    QCOMPARE(note.stored(), before);
 }
 
 static const test::Registered<TestFailedSaves> registered;
