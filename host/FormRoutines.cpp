@@ -1,6 +1,7 @@
 #include "host/Corvane3Impl.h"
 
 #include "host/ui/MainWindow.h"
+#include "host/ui/PreviewWindow.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/CategoryTree.h"
 
@@ -64,6 +65,14 @@ void UpdateTreeNodeImages(CategoryTree &tree, int closedImage, int openImage)
     tree.setNodeImages(sharedImage(openImage), sharedImage(closedImage));
 }
 
-// The print-setup and preview windows come with printing; until then no report is run, so nothing calls these.
-void RaveSystemOverrideSetup(report::ReportSystem &, int, QWidget *) {}
-void RaveSystemOverridePreview(report::ReportSystem &, int, QWidget *) {}
+// A preview that asks is printed as it stands, whatever was run since.
+void RaveSystemOverrideSetup(report::ReportSystem &system, int, QWidget *form)
+{
+    const auto *preview = qobject_cast<host::PreviewWindow *>(form);
+    host::printWithDialog(preview ? preview->document() : *system.document(), form ? form : GetMainForm());
+}
+
+void RaveSystemOverridePreview(report::ReportSystem &system, int, QWidget *form)
+{
+    ShowChildForm(new host::PreviewWindow(system, form));
+}

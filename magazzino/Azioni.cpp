@@ -25,6 +25,9 @@
 #include "magazzino/forms/uMMGRicercaMovimentiMagazzino.h"
 #include "magazzino/forms/uMMGRicercaTipiTrasporto.h"
 #include "magazzino/forms/uMMGRicercaVettori.h"
+#include "magazzino/reports/uMMGModStampaSottoscortaRiordino.h"
+#include "magazzino/reports/uMMGStampaInventario.h"
+#include "magazzino/reports/uMMGStampaInventarioValorizzato.h"
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +43,11 @@ const QString inserimento = u"Inserimento"_s;
 const QString ricerca = u"Ricerca"_s;
 const QString modali = u"Modali"_s;
 const QString stampe = u"Stampe"_s;
+void runReorderReport(QWidget *dialog)
+{
+    StampaSottoscortaRiordino(*qobject_cast<TMMGModStampaSottoscortaRiordino *>(dialog));
+}
+
 constexpr auto selection = ActionKind::Selection;
 constexpr auto form = ActionKind::Form;
 
@@ -72,7 +80,7 @@ const QList<ModuleAction> &moduleActions()
          u"Fatture acc. (visualizzazione)"_s},
         {u"actRicercaMovimentiMagazzino"_s, ricerca, u"Gestione movimenti di magazzino"_s, form,
          make<TMMGRicercaMovimentiMagazzino>},
-        {u"actStampaInventario"_s, stampe, u"Stampa inventario"_s},
+        {u"actStampaInventario"_s, stampe, u"Stampa inventario"_s, form, make<TMMGStampaInventario>},
         {u"actInserimentoMovimentiMagazzino"_s, inserimento, u"Nuovo movimento di magazzino"_s, form,
          make<TMMGInserimentoMovimentiMagazzino>},
         {u"actModSelezionaCausaleMagazzino"_s, modali, u"Seleziona una causale di magazzino"_s, selection,
@@ -84,8 +92,15 @@ const QList<ModuleAction> &moduleActions()
         {u"actModSelezionaFornitore"_s, modali, u"Seleziona un fornitore"_s, selection,
          make<TMMGModSelezionaFornitore>},
         {u"actRicercaBolleCarico"_s, ricerca, u"Bolle di carico"_s, form, make<TMMGRicercaBolleCarico>},
-        {u"actStampaSottoscortaRiordino"_s, stampe, u"Stampa sottoscorta / riordino"_s, ActionKind::Report},
-        {u"actStampaInventarioValorizzato"_s, stampe, u"Stampa inventario valorizzato"_s},
+        {u"actStampaSottoscortaRiordino"_s,
+         stampe,
+         u"Stampa sottoscorta / riordino"_s,
+         ActionKind::Report,
+         make<TMMGModStampaSottoscortaRiordino>,
+         {},
+         runReorderReport},
+        {u"actStampaInventarioValorizzato"_s, stampe, u"Stampa inventario valorizzato"_s, form,
+         make<TMMGStampaInventarioValorizzato>},
         {u"actInserimentoVettori"_s, inserimento, u"Nuovo"_s, form, make<TMMGInserimentoVettori>},
         {u"actRicercaVettori"_s, ricerca, u"Vettori"_s, form, make<TMMGRicercaVettori>},
         {u"actModSelezionaVettore"_s, modali, u"Seleziona un vettore"_s, selection, make<TMMGModSelezionaVettore>},

@@ -21,6 +21,8 @@ struct ModuleAction
     ActionKind kind = ActionKind::Form;
     std::function<QWidget *(QWidget *owner)> create;
     QString right; ///< named right that the user needs; empty for none
+    /// For reports: runs the report once the modal dialog was accepted.
+    std::function<void(QWidget *dialog)> report = {};
 };
 
 /// All actions of the module, in the order of its action list.

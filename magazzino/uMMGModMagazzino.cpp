@@ -9,12 +9,15 @@
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
+#include "platform/report/Output.h"
 #include "platform/report/Report.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QFileInfo>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QToolBar>
 
 using namespace Qt::StringLiterals;
@@ -84,6 +87,8 @@ TMMGModMagazzino::TMMGModMagazzino(QObject *owner)
     rSystem->overridePreview = [this](auto &system, int mode, QWidget *form) {
         rSystemOverridePreview(system, mode, form);
     };
+    rSystem->choosePdfFile = [this](QWidget *form, const QString &name) { return ScegliFilePDF(form, name); };
+    rProject->setDataSource([this](const QString &name) { return dmStampe->dataConnection(name).rows(); });
     createDataSets();
     createActions();
     createMenus();
@@ -143,6 +148,8 @@ void TMMGModMagazzino::execute(const ModuleAction &spec)
         form = spec.create(this);
     if (spec.kind == ActionKind::Form)
         ShowChildForm(form);
+    if (spec.kind == ActionKind::Report && ui::runModal(*qobject_cast<QDialog *>(form)) == QDialog::Accepted)
+        spec.report(form);
 }
 
 QWidget *TMMGModMagazzino::openForm(const QString &actionName)
@@ -168,7 +175,7 @@ void TMMGModMagazzino::Initialize()
             MergeAdvMenuItems(qApp, menu->objectName(), menu, createMissing);
         }
         adoptHostConnection();
-        openReports();
+        ApriStampe(QCoreApplication::applicationDirPath() + u"/Magazzino.rav"_s);
         AggiornaDatabase();
         dmStampe = new TMMGdmStampe(ModADOConn, this);
         MergeAdvToolBarItems(qApp, GetKxCommonToolBarProperties(TKxCommonToolBars::Documenti), toolBars_[0]);
@@ -197,16 +204,31 @@ void TMMGModMagazzino::adoptHostConnection()
     ModADOConn->open();
 }
 
-void TMMGModMagazzino::openReports()
+void TMMGModMagazzino::ApriStampe(const QString &path)
 {
     rProject->close();
-    const QString path = QCoreApplication::applicationDirPath() + u"/Magazzino.rav"_s;
     if (!QFileInfo::exists(path)) {
         core::showError(this, u"Impossibile trovare il file delle stampe del modulo Magazzino!"_s);
         return;
     }
     rProject->setProjectFile(path);
-    rProject->open();
+    // A broken file leaves the module usable as well; the project tells its error again at every print.
+    core::guarded(this, [this] { rProject->open(); });
+}
+
+QString TMMGModMagazzino::ScegliFilePDF(QWidget *form, const QString &proposedName)
+{
+    ui::SaveFileRequest request = dlgSavePDF;
+    // Characters that some file systems refuse.
+    static const QRegularExpression unsuitable(u"[\\\\/:*?\"<>|]"_s);
+    request.proposedName = QString(proposedName).replace(unsuitable, u"-"_s) + u".pdf"_s;
+    const QString chosen = ui::chooseSaveFile(form, request);
+    const QString path = chosen.isEmpty() ? chosen : report::withPdfExtension(chosen);
+    // The dialog asked about the name as it was typed.
+    if (path != chosen && QFileInfo::exists(path) &&
+        !core::confirm(form, u"Il file \"%1\" esiste già.\n\rSovrascriverlo?"_s.arg(path)))
+        return {};
+    return path;
 }
 
 void TMMGModMagazzino::rSystemOverrideSetup(report::ReportSystem &system, int overrideMode, QWidget *form)

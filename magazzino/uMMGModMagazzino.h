@@ -57,6 +57,11 @@ public:
     /// Runs a selection action, which makes sure that its dialog exists, and returns the dialog.
     TMMGModSelezionaBase &selectionDialog(const QString &actionName);
 
+    /// Opens the report project. A missing or broken file is told in a box and leaves every print to fail.
+    void ApriStampe(const QString &path);
+    /// Asks for the PDF file to write, proposing `proposedName`; the result ends in ".pdf", or is empty for none.
+    QString ScegliFilePDF(QWidget *form, const QString &proposedName);
+
     void rSystemOverrideSetup(report::ReportSystem &system, int overrideMode, QWidget *form);
     void rSystemOverridePreview(report::ReportSystem &system, int overrideMode, QWidget *form);
 
@@ -66,7 +71,6 @@ private:
     void createMenus();
     void createToolBars();
     void adoptHostConnection();
-    void openReports();
     void execute(const ModuleAction &action);
 
     QHash<QString, QPointer<QWidget>> forms_; // by action; a form that was freed clears its pointer by dying

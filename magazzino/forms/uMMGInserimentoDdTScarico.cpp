@@ -1,6 +1,7 @@
 #include "magazzino/forms/uMMGInserimentoDdTScarico.h"
 
 #include "magazzino/MMGUtils.h"
+#include "magazzino/reports/MMGStampe.h"
 #include "magazzino/ui/Scelta.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
@@ -92,11 +93,7 @@ TMMGInserimentoDdTScarico::TMMGInserimentoDdTScarico(QWidget *owner)
     askIf([this] { return addressee_->isEmpty(taxCodeLabel) && addressee_->isEmpty(vatNumberLabel); },
           u"Non sono stati indicati nè il codice fiscale, nè la partita IVA,\n\rproseguire comunque?"_s);
 
-    // Printing comes with the report layouts; until then its commands are there but disabled.
-    addCommand({.name = u"actStampa"_s, .caption = u"Stampa"_s, .run = [] {}, .icon = ui::Icon::Print})
-        ->setEnabled(false);
-    addCommand({.name = u"actSalvaPDF"_s, .caption = u"Salva in PDF"_s, .run = [] {}, .icon = ui::Icon::Pdf})
-        ->setEnabled(false);
+    addPrintCommands(StampaDdTScarico);
     finishLayout({u"actNuovo"_s, u"actElimina"_s, u"actSalva"_s, u"actChiudi"_s, {}, u"actStampa"_s, u"actSalvaPDF"_s});
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include "host/Corvane3Impl.h"
 #include "magazzino/ui/DocumentGrid.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Fields.h"
@@ -69,6 +70,10 @@ protected:
     /// menu; an empty name is a separator.
     void finishLayout(const QStringList &commands);
 
+    /// Adds the commands "Stampa" and "Salva in PDF" over the document's print routine (key, PDF file, destination).
+    using PrintRoutine = std::function<void(int id, const QString &file, TKxReportDestination destination)>;
+    void addPrintCommands(const PrintRoutine &print);
+
     void resetDetails() override;
     void clearDetails() override;
     void loadDetails() override;
@@ -100,6 +105,8 @@ private:
     void writeRow(data::DataSet &rows, const DocumentRow &row);
     void writeArticleOrService(data::DataSet &rows, const DocumentRow &row) const;
     void writeMovement(const DocumentRow &row, int rowKey);
+    bool savedForPrinting();
+    QString proposedFileName() const;
     void showTotals(double imponibile, double imposta, double documento);
 
     DocumentSpec spec_;

@@ -62,6 +62,8 @@ public:
     bool isEmpty() const { return rows_.isEmpty(); }
     bool atEnd() const { return current_ >= rows_.size(); }
     int recordCount() const { return static_cast<int>(rows_.size()); }
+    /// All rows as they were fetched and changed since.
+    const Rows &rows() const { return rows_; }
     void first();
     void next();
     /// Stands on the first row whose `column` equals `value` exactly (case and blanks count); false, and the current

@@ -1,12 +1,20 @@
 #pragma once
+#include "platform/data/Rows.h"
+
 #include <QObject>
 #include <QStringList>
+#include <QVariantMap>
+
 #include <functional>
+#include <memory>
 
 class QWidget;
 
 /// The report engine's objects as a module holds them. A project file names the reports that can be run.
 namespace report {
+
+class Document;
+struct Project;
 
 enum class Destination
 {
@@ -15,7 +23,13 @@ enum class Destination
     File
 };
 
-/// How a report is written to a PDF file.
+/// What a window hook is asked to do; there is one request so far.
+enum OverrideMode
+{
+    ShowWindow = 0
+};
+
+/// How a report is written to a PDF file. Fonts are always embedded, as subsets.
 class PdfRenderer : public QObject
 {
     Q_OBJECT
@@ -37,37 +51,63 @@ class ReportSystem : public QObject
 public:
     using QObject::QObject;
     using WindowHook = std::function<void(ReportSystem &, int overrideMode, QWidget *form)>;
+    using FileChooser = std::function<QString(QWidget *owner, const QString &proposedName)>;
 
     Destination defaultDestination = Destination::Preview;
-    bool allowSetup = true;
+    bool allowSetup = true; ///< the print-setup window may be shown
     bool nativeOutput = true;
     QString outputFileName;
-    PdfRenderer *renderer = nullptr;
+    PdfRenderer *renderer = nullptr; ///< used for files only
+    /// Shows the print setup and prints; `form` is the preview that asks, or null.
     WindowHook overrideSetup;
     WindowHook overridePreview;
+    /// Asks for the file when a preview is saved; empty when the user cancels.
+    FileChooser choosePdfFile;
+
+    /// What the last run laid out; null before the first one. The hooks take it from here.
+    std::shared_ptr<const Document> document() const { return document_; }
+    /// Sends `document` to the destination. Throws core::Error.
+    void output(std::shared_ptr<const Document> document);
+
+private:
+    std::shared_ptr<const Document> document_;
 };
 
-/// A report project file: an XML document whose root "project" holds "report" elements with a "name".
+/// A report project: the layouts of named reports, kept in a file that can be edited by hand.
 class ReportProject : public QObject
 {
     Q_OBJECT
 
 public:
     using QObject::QObject;
+    using DataSource = std::function<data::Rows(const QString &connection)>;
 
     /// Takes effect at the next open().
     void setProjectFile(const QString &path) { file_ = path; }
     const QString &projectFile() const { return file_; }
-    /// Reads the project. Throws core::Error that names file and line when it cannot be read.
+    /// Reads the project. Throws core::Error that names the file, and the line when its contents are wrong.
     void open();
     void close();
-    bool isOpen() const { return open_; }
-    const QStringList &reportNames() const { return reports_; }
+    bool isOpen() const { return project_ != nullptr; }
+    QStringList reportNames() const;
+
+    /// Where the rows of a data connection come from.
+    void setDataSource(DataSource source) { source_ = std::move(source); }
+    /// A value that reports read as "param.NAME".
+    void setParameter(const QString &name, const QVariant &value) { parameters_[name] = value; }
+
+    /// Lays a report out over the rows as they are now. Throws core::Error: when the project is not open (with the
+    /// reason why it could not be opened), for an unknown report and for columns that are not there.
+    std::shared_ptr<const Document> layOut(const QString &report) const;
+    /// layOut() and output to the destination of `system`.
+    void execute(const QString &report, ReportSystem &system) const;
 
 private:
     QString file_;
-    QStringList reports_;
-    bool open_ = false;
+    QString problem_; // why the last open() failed
+    std::shared_ptr<const Project> project_;
+    DataSource source_;
+    QVariantMap parameters_;
 };
 
 } // namespace report

@@ -122,7 +122,12 @@ QStringList ModuleDatabase::lines(const QString &sql)
 
 int ModuleDatabase::insert(const QString &table, const QVariantMap &values)
 {
-    const data::Rows columns = connection_->select(
+    return insertInto(*connection_, table, values);
+}
+
+int insertInto(data::Connection &connection, const QString &table, const QVariantMap &values)
+{
+    const data::Rows columns = connection.select(
         u"SELECT TRIM(F.RDB$FIELD_NAME) AS NAME, COALESCE(F.RDB$NULL_FLAG, 0) AS REQUIRED, T.RDB$FIELD_TYPE AS KIND "
         "FROM RDB$RELATION_FIELDS F JOIN RDB$FIELDS T ON T.RDB$FIELD_NAME = F.RDB$FIELD_SOURCE "
         "WHERE F.RDB$RELATION_NAME = :TABLE_NAME ORDER BY F.RDB$FIELD_POSITION"_s,
@@ -135,9 +140,9 @@ int ModuleDatabase::insert(const QString &table, const QVariantMap &values)
     }
     const QStringList names = complete.keys();
     const QString marks = QStringList(names.size(), u"?"_s).join(u", "_s);
-    const data::Rows given = connection_->run(u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4"_s.arg(
-                                                  table, names.join(u", "_s), marks, columns.text(0, u"NAME")),
-                                              complete.values());
+    const data::Rows given = connection.run(u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4"_s.arg(
+                                                table, names.join(u", "_s), marks, columns.text(0, u"NAME")),
+                                            complete.values());
     return given.values(0).constFirst().toInt();
 }
 

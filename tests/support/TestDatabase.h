@@ -46,8 +46,7 @@ public:
 
     /// See linesOf().
     QStringList lines(const QString &sql);
-    /// Inserts a row; columns of it that are required but not named get 0, "-" or 2026-01-01. Returns the value of its
-    /// first column, the key.
+    /// See insertInto().
     int insert(const QString &table, const QVariantMap &values);
 
 private:
@@ -55,6 +54,10 @@ private:
     std::unique_ptr<QObject> module_;
     data::Connection *connection_ = nullptr;
 };
+
+/// Inserts a row; columns of it that are required but not named get 0, "-" or 2026-01-01. Returns the value of its
+/// first column, the key.
+int insertInto(data::Connection &connection, const QString &table, const QVariantMap &values);
 
 /// Each row of a query as one text, its values separated by "|"; NULL is empty.
 QStringList linesOf(data::Connection &connection, const QString &sql);

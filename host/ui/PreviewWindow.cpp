@@ -1,0 +1,304 @@
+#include "host/ui/PreviewWindow.h"
+
+#include "platform/report/Output.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSpinBox>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+constexpr int border = 12; // around the page, pixels
+constexpr double mmPerInch = 25.4;
+const QList<int> zoomSteps = {25, 50, 75, 100, 125, 150, 200, 300, 400};
+
+} // namespace
+
+PageView::PageView(std::shared_ptr<const report::Document> document, QWidget *parent)
+    : QWidget(parent)
+    , document_(std::move(document))
+{
+    showPage(0);
+}
+
+void PageView::showPage(int index)
+{
+    page_ = document_->page(index);
+    update();
+}
+
+void PageView::setDotsPerMm(double dots)
+{
+    dotsPerMm_ = dots;
+    const QSizeF size = document_->pageSize() * dots;
+    setFixedSize(size.toSize() + QSize(2 * border, 2 * border));
+    update();
+}
+
+void PageView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    const QRectF paper(QPointF(border, border), document_->pageSize() * dotsPerMm_);
+    painter.fillRect(paper.translated(3, 3), QColor(0, 0, 0, 60));
+    painter.fillRect(paper, Qt::white);
+    painter.setClipRect(paper);
+    painter.translate(paper.topLeft());
+    report::paintPage(painter, page_, document_->fonts(), dotsPerMm_);
+}
+
+PreviewWindow::PreviewWindow(report::ReportSystem &system, QWidget *parent)
+    : ChildForm(u"Anteprima - %1"_s.arg(system.document()->title()), u">Anteprima<"_s, parent)
+    , system_(&system)
+    , document_(system.document())
+    , view_(new PageView(document_, this))
+    , scroll_(new QScrollArea(this))
+{
+    setObjectName(u"frmAnteprima"_s);
+    setOpeningSize({900, 700});
+    addCommand({.name = u"actStampa"_s,
+                .caption = u"Stampa..."_s,
+                .run = [this] { stampa(); },
+                .icon = ui::Icon::Print,
+                .shortcut = QKeySequence(u"Ctrl+P"_s)});
+    addCommand({.name = u"actSalvaPDF"_s,
+                .caption = u"Salva in PDF..."_s,
+                .run = [this] { salvaPDF(); },
+                .icon = ui::Icon::Pdf,
+                .shortcut = QKeySequence(u"Ctrl+S"_s)});
+    addPageCommands();
+    addZoomCommands();
+    addCommand(
+        {.name = u"actChiudi"_s, .caption = u"Chiudi"_s, .run = [this] { closeForm(); }, .icon = ui::Icon::Close});
+
+    scroll_->setWidget(view_);
+    scroll_->setAlignment(Qt::AlignCenter);
+    scroll_->setBackgroundRole(QPalette::Mid);
+    scroll_->viewport()->installEventFilter(this);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(4, 2, 4, 4);
+    layout->addWidget(createToolBar());
+    layout->addWidget(scroll_, 1);
+    setMinimumSize(480, 320);
+    setFocusProxy(scroll_);
+    goToPage(0);
+    setZoom(Fit::Width);
+}
+
+void PreviewWindow::addPageCommands()
+{
+    struct Step
+    {
+        QString name;
+        QString caption;
+        std::function<int()> target;
+        QKeySequence shortcut;
+    };
+    const QList<Step> steps = {
+        {u"actPrimaPagina"_s, u"Prima pagina"_s, [] { return 0; }, QKeySequence(u"Ctrl+Home"_s)},
+        {u"actPaginaPrecedente"_s, u"Pagina precedente"_s, [this] { return page_ - 1; }, QKeySequence(u"Ctrl+PgUp"_s)},
+        {u"actPaginaSuccessiva"_s, u"Pagina successiva"_s, [this] { return page_ + 1; },
+         QKeySequence(u"Ctrl+PgDown"_s)},
+        {u"actUltimaPagina"_s, u"Ultima pagina"_s, [this] { return document_->pageCount() - 1; },
+         QKeySequence(u"Ctrl+End"_s)},
+    };
+    const QList<ui::Icon> icons = {ui::Icon::Up, ui::Icon::Up, ui::Icon::Down, ui::Icon::Down};
+    for (qsizetype i = 0; i < steps.size(); ++i) {
+        addCommand({.name = steps[i].name,
+                    .caption = steps[i].caption,
+                    .run = [this, target = steps[i].target] { goToPage(target()); },
+                    .icon = icons[i],
+                    .shortcut = steps[i].shortcut});
+    }
+}
+
+void PreviewWindow::addZoomCommands()
+{
+    addCommand({.name = u"actIngrandisci"_s,
+                .caption = u"Ingrandisci"_s,
+                .run = [this] { stepZoom(1); },
+                .icon = ui::Icon::Search,
+                .shortcut = QKeySequence(u"Ctrl++"_s)});
+    addCommand({.name = u"actRiduci"_s,
+                .caption = u"Riduci"_s,
+                .run = [this] { stepZoom(-1); },
+                .icon = ui::Icon::Search,
+                .shortcut = QKeySequence(u"Ctrl+-"_s)});
+    addCommand({.name = u"actAdattaLarghezza"_s,
+                .caption = u"Larghezza pagina"_s,
+                .run = [this] { setZoom(Fit::Width); },
+                .icon = ui::Icon::Text});
+    addCommand({.name = u"actPaginaIntera"_s,
+                .caption = u"Pagina intera"_s,
+                .run = [this] { setZoom(Fit::Page); },
+                .icon = ui::Icon::Text});
+}
+
+QToolBar *PreviewWindow::createToolBar()
+{
+    QToolBar *bar = newToolBar(u"tBarAnteprima"_s);
+    placeCommands(bar, {u"actStampa"_s, u"actSalvaPDF"_s, {}});
+    // The four steps stand as small arrows around the page number; their names are in the menu.
+    const auto addStep = [this, bar](const QString &name, const QString &symbol) {
+        auto *button = new QPushButton(symbol, bar);
+        QAction *action = command(name);
+        button->setObjectName(u"cmd"_s + name.mid(3));
+        button->setToolTip(action->toolTip());
+        button->setFlat(true);
+        button->setAutoDefault(false);
+        button->setFixedWidth(28);
+        connect(button, &QPushButton::clicked, action, &QAction::trigger);
+        connect(action, &QAction::changed, button, [button, action] { button->setEnabled(action->isEnabled()); });
+        bar->addWidget(button);
+        formMenu()->addAction(action);
+    };
+    addStep(u"actPrimaPagina"_s, u"«"_s);
+    addStep(u"actPaginaPrecedente"_s, u"‹"_s);
+    pageEdit_ = new QSpinBox(bar);
+    pageEdit_->setObjectName(u"txtPagina"_s);
+    pageEdit_->setRange(1, document_->pageCount());
+    pageEdit_->setSuffix(u" di %1"_s.arg(document_->pageCount()));
+    pageEdit_->setKeyboardTracking(false);
+    pageEdit_->setToolTip(u"Pagina da mostrare"_s);
+    connect(pageEdit_, &QSpinBox::valueChanged, this, [this](int number) { goToPage(number - 1); });
+    bar->addWidget(pageEdit_);
+    addStep(u"actPaginaSuccessiva"_s, u"›"_s);
+    addStep(u"actUltimaPagina"_s, u"»"_s);
+    bar->addSeparator();
+    formMenu()->addSeparator();
+    placeCommands(bar, {u"actRiduci"_s, u"actIngrandisci"_s, u"actAdattaLarghezza"_s, u"actPaginaIntera"_s});
+    zoomLabel_ = new QLabel(bar);
+    zoomLabel_->setObjectName(u"lblZoom"_s);
+    zoomLabel_->setMinimumWidth(fontMetrics().horizontalAdvance(u" 400% "_s));
+    zoomLabel_->setAlignment(Qt::AlignCenter);
+    bar->addWidget(zoomLabel_);
+    placeCommands(bar, {{}, u"actChiudi"_s});
+    return bar;
+}
+
+void PreviewWindow::goToPage(int index)
+{
+    page_ = std::clamp(index, 0, document_->pageCount() - 1);
+    view_->showPage(page_);
+    scroll_->verticalScrollBar()->setValue(0);
+    const QSignalBlocker quiet(pageEdit_);
+    pageEdit_->setValue(page_ + 1);
+    for (const QString &name : {u"actPrimaPagina"_s, u"actPaginaPrecedente"_s})
+        command(name)->setEnabled(page_ > 0);
+    for (const QString &name : {u"actPaginaSuccessiva"_s, u"actUltimaPagina"_s})
+        command(name)->setEnabled(page_ < document_->pageCount() - 1);
+}
+
+void PreviewWindow::setZoom(Fit fit, int percent)
+{
+    fit_ = fit;
+    percent_ = std::clamp(percent, zoomSteps.first(), zoomSteps.last());
+    applyZoom();
+}
+
+void PreviewWindow::stepZoom(int direction)
+{
+    const auto larger = std::find_if(zoomSteps.begin(), zoomSteps.end(), [this](int step) { return step > percent_; });
+    if (direction > 0) {
+        setZoom(Fit::None, larger == zoomSteps.end() ? zoomSteps.last() : *larger);
+        return;
+    }
+    const auto smaller =
+        std::find_if(zoomSteps.rbegin(), zoomSteps.rend(), [this](int step) { return step < percent_; });
+    setZoom(Fit::None, smaller == zoomSteps.rend() ? zoomSteps.first() : *smaller);
+}
+
+void PreviewWindow::applyZoom()
+{
+    const double dotsAtFullSize = logicalDpiX() / mmPerInch;
+    if (fit_ != Fit::None) {
+        const QSizeF paper = document_->pageSize() * dotsAtFullSize;
+        const QSize room = scroll_->maximumViewportSize() - QSize(2 * border, 2 * border);
+        const int scrollBar = fit_ == Fit::Width ? scroll_->verticalScrollBar()->sizeHint().width() : 0;
+        double factor = (room.width() - scrollBar) / paper.width();
+        if (fit_ == Fit::Page)
+            factor = std::min(factor, room.height() / paper.height());
+        percent_ = std::clamp(static_cast<int>(factor * 100), zoomSteps.first(), zoomSteps.last());
+    }
+    view_->setDotsPerMm(dotsAtFullSize * percent_ / 100);
+    zoomLabel_->setText(u"%1%"_s.arg(percent_));
+}
+
+void PreviewWindow::resizeEvent(QResizeEvent *event)
+{
+    ChildForm::resizeEvent(event);
+    // The area inside gets its new size only after this.
+    QMetaObject::invokeMethod(this, &PreviewWindow::applyZoom, Qt::QueuedConnection);
+}
+
+// The wheel zooms with Ctrl and turns the page at its end.
+bool PreviewWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Wheel)
+        return ChildForm::eventFilter(watched, event);
+    const auto *wheel = static_cast<QWheelEvent *>(event);
+    const int direction = wheel->angleDelta().y() > 0 ? 1 : -1;
+    if (wheel->modifiers() & Qt::ControlModifier) {
+        stepZoom(direction);
+        return true;
+    }
+    QScrollBar *bar = scroll_->verticalScrollBar();
+    if (direction < 0 && bar->value() == bar->maximum() && page_ < document_->pageCount() - 1) {
+        goToPage(page_ + 1);
+        return true;
+    }
+    if (direction > 0 && bar->value() == bar->minimum() && page_ > 0) {
+        goToPage(page_ - 1);
+        bar->setValue(bar->maximum());
+        return true;
+    }
+    return false;
+}
+
+void PreviewWindow::salvaPDF()
+{
+    if (!system_ || !system_->choosePdfFile)
+        return;
+    const QString file = system_->choosePdfFile(this, document_->title());
+    if (file.isEmpty())
+        return;
+    const ui::WaitCursor wait;
+    const report::PdfRenderer standard;
+    report::writePdf(*document_, file, (system_->renderer ? system_->renderer : &standard)->metafileDpi);
+}
+
+void PreviewWindow::stampa()
+{
+    if (system_ && system_->allowSetup && system_->overrideSetup)
+        system_->overrideSetup(*system_, report::ShowWindow, this);
+}
+
+void printWithDialog(const report::Document &document, QWidget *owner)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(document.title());
+    QPrintDialog dialog(&printer, owner);
+    dialog.setWindowTitle(u"Stampa"_s);
+    dialog.setMinMax(1, document.pageCount());
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    if (ui::runModal(dialog) != QDialog::Accepted)
+        return;
+    const ui::WaitCursor wait;
+    report::printDocument(document, printer);
+}
+
+} // namespace host

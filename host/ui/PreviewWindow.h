@@ -1,0 +1,87 @@
+#pragma once
+#include "platform/report/Document.h"
+#include "platform/report/Report.h"
+#include "platform/ui/ChildForm.h"
+
+#include <QPointer>
+
+class QComboBox;
+class QLabel;
+class QScrollArea;
+class QSpinBox;
+
+namespace host {
+
+/// One page of a document, drawn as it will be printed.
+class PageView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PageView(std::shared_ptr<const report::Document> document, QWidget *parent);
+
+    void showPage(int index);
+    void setDotsPerMm(double dots);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    std::shared_ptr<const report::Document> document_;
+    report::Page page_;
+    double dotsPerMm_ = 3;
+};
+
+/// The preview of a report: pages, zoom, printing, saving as PDF. It keeps its own document, so it stays as it is when
+/// other reports are run.
+class PreviewWindow : public ui::ChildForm
+{
+    Q_OBJECT
+
+public:
+    /// `system` asks for the PDF file and shows the print setup.
+    PreviewWindow(report::ReportSystem &system, QWidget *parent);
+
+    const report::Document &document() const { return *document_; }
+    /// The page shown, counted from 0.
+    int currentPage() const { return page_; }
+    void goToPage(int index);
+
+    enum class Fit
+    {
+        Width,
+        Page,
+        None
+    };
+    /// `percent` of the paper's own size counts for Fit::None only.
+    void setZoom(Fit fit, int percent = 100);
+    int zoomPercent() const { return percent_; }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void addPageCommands();
+    void addZoomCommands();
+    QToolBar *createToolBar();
+    void stepZoom(int direction);
+    void applyZoom();
+    void salvaPDF();
+    void stampa();
+
+    QPointer<report::ReportSystem> system_;
+    std::shared_ptr<const report::Document> document_;
+    PageView *view_;
+    QScrollArea *scroll_;
+    QSpinBox *pageEdit_ = nullptr;
+    QLabel *zoomLabel_ = nullptr;
+    int page_ = 0;
+    Fit fit_ = Fit::Width;
+    int percent_ = 100;
+};
+
+/// Asks for printer and pages, and prints. `owner` may be null.
+void printWithDialog(const report::Document &document, QWidget *owner);
+
+} // namespace host

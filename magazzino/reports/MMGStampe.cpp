@@ -1,0 +1,112 @@
+#include "magazzino/reports/MMGStampe.h"
+
+#include "magazzino/MMGUtils.h"
+#include "magazzino/reports/uMMGdmStampe.h"
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Error.h"
+#include "platform/core/Format.h"
+#include "platform/data/DataSet.h"
+#include "platform/report/Report.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+data::DataSet &openByKey(TMMGModMagazzino &module, const QString &query, const QString &key, int id)
+{
+    data::DataSet &rows = module.dmStampe->query(query);
+    rows.close();
+    rows.setParameter(key, id);
+    rows.open();
+    return rows;
+}
+
+// The database returns rows in any order once some were deleted and written again; their keys keep the order in which
+// the user arranged them.
+void openRows(TMMGModMagazzino &module, const QString &query, const QString &key, int id, const QString &rowKey)
+{
+    openByKey(module, query, key, id).sortByInteger(rowKey);
+}
+
+void openCompany(TMMGModMagazzino &module)
+{
+    data::DataSet &company = module.dmStampe->query(u"adsAzienda"_s);
+    company.close();
+    company.open();
+}
+
+void runDocument(TMMGModMagazzino &module, const QString &report, const QString &file, TKxReportDestination destination)
+{
+    report::ReportSystem &system = *module.rSystem;
+    if (destination == TKxReportDestination::FilePDF) {
+        system.renderer = module.rPDF;
+        system.defaultDestination = report::Destination::File;
+        system.allowSetup = false;
+        system.nativeOutput = false;
+        system.outputFileName = file;
+    }
+    module.rProject->execute(report, system);
+    // Not reached after a failed run: the file destination then stays until the next successful print; this is
+    // intended.
+    system.defaultDestination = report::Destination::Preview;
+    system.nativeOutput = true;
+    system.allowSetup = true;
+}
+
+// Without an invoice there is no flag, and the ordinary form comes out empty.
+bool isExempt(const data::DataSet &invoice)
+{
+    if (invoice.isEmpty())
+        return false;
+    const QString text = invoice.text(u"IVA_ESENTE"_s);
+    const std::optional<bool> exempt = core::parseFlag(text);
+    if (!exempt)
+        throw core::Error(u"\"%1\" non è un valore booleano valido."_s.arg(text));
+    return *exempt;
+}
+
+QString exemptionNote()
+{
+    QVariant note;
+    return GetOptionValue(u"FATT_IVA_ESENTE_NOTE"_s, note) ? note.toString() : QString();
+}
+
+} // namespace
+
+void StampaDdTScarico(int id, const QString &file, TKxReportDestination destination)
+{
+    core::namingErrors(u"StampaDdTScarico", [&] {
+        TMMGModMagazzino &module = Modulo();
+        const QString key = u"IDDDT_SCARICO"_s;
+        openCompany(module);
+        openByKey(module, u"adsDdTScarico"_s, key, id);
+        openRows(module, u"adsDdTScaricoDett"_s, key, id, u"IDDDT_SCARICO_DETT"_s);
+        runDocument(module, u"DdTScarico"_s, file, destination);
+    });
+}
+
+void StampaFatturaAccompagnatoria(int id, const QString &file, TKxReportDestination destination)
+{
+    core::namingErrors(u"StampaFatturaAccompagnatoria", [&] {
+        TMMGModMagazzino &module = Modulo();
+        const QString key = u"IDFATT_ACC"_s;
+        openCompany(module);
+        const data::DataSet &invoice = openByKey(module, u"adsFattAcc"_s, key, id);
+        openRows(module, u"adsFattAccDett"_s, key, id, u"IDFATT_ACC_DETT"_s);
+        openByKey(module, u"adsFattAccIva"_s, key, id);
+        QString report = u"FatturaAccompagnatoria"_s;
+        if (isExempt(invoice)) {
+            report = u"FatturaAccompagnatoriaIVAEsente"_s;
+            module.rProject->setParameter(u"Param1"_s, exemptionNote());
+        }
+        runDocument(module, report, file, destination);
+    });
+}
+
+void StampaElenco(const QString &report, const QString &heading)
+{
+    TMMGModMagazzino &module = Modulo();
+    openCompany(module);
+    module.rProject->setParameter(u"stringValue"_s, heading);
+    module.rProject->execute(report, *module.rSystem);
+}

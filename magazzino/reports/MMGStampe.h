@@ -1,0 +1,16 @@
+#pragma once
+#include "host/Corvane3Impl.h"
+
+/// Printing of the two outgoing documents through the module's report project.
+
+/// Prints the delivery note with key `id`; without such a note the form comes out empty. `file` is used only when the
+/// destination is the PDF file; every other destination goes to the preview. Errors carry "[StampaDdTScarico]".
+void StampaDdTScarico(int id, const QString &file, TKxReportDestination destination);
+
+/// The same for the accompanying invoice with key `id`; a VAT-exempt one gets its own layout with the note of the
+/// option FATT_IVA_ESENTE_NOTE. Errors carry "[StampaFatturaAccompagnatoria]".
+void StampaFatturaAccompagnatoria(int id, const QString &file, TKxReportDestination destination);
+
+/// Runs a report of the module's project to the destination that its report system has, normally the preview. `heading`
+/// stands below the report's title.
+void StampaElenco(const QString &report, const QString &heading);

@@ -1,0 +1,103 @@
+#include "magazzino/reports/uMMGModStampaSottoscortaRiordino.h"
+
+#include "magazzino/reports/MMGStampe.h"
+#include "magazzino/reports/uMMGdmStampe.h"
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Messages.h"
+#include "platform/data/DataSet.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QButtonGroup>
+#include <QDialogButtonBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QStringList &choices()
+{
+    static const QStringList texts = {u"Articoli in sottoscorta"_s, u"Articoli in riordino"_s};
+    return texts;
+}
+
+QString statement(int type)
+{
+    const QString stock =
+        u"COALESCE((SELECT SUM(MOVI_MAGA.QUANTITA) FROM MOVI_MAGA WHERE MOVI_MAGA.CODICE=ANA_MAGA.CODICE), 0)"_s;
+    QString sql = u"SELECT ANA_MAGA.CODICE, ANA_MAGA.DESCRIZIONE, ANA_MAGA.SOTTOSCORTA, ANA_MAGA.RIORDINO, "_s + stock +
+                  u" AS ESISTENZA FROM ANA_MAGA "_s;
+    if (type >= 0)
+        sql += u"WHERE "_s + stock + (type == 0 ? u" <= SOTTOSCORTA"_s : u" <= RIORDINO"_s);
+    return sql;
+}
+
+} // namespace
+
+TMMGModStampaSottoscortaRiordino::TMMGModStampaSottoscortaRiordino(QWidget *owner)
+    : QDialog(owner)
+    , type_(new QButtonGroup(this))
+{
+    setObjectName(u"MMGModStampaSottoscortaRiordino"_s);
+    setWindowTitle(u"Stampa articoli sottoscorta / riordino"_s);
+    auto *layout = new QVBoxLayout(this);
+    // The spelling "ugale" is part of the text.
+    auto *text = new QLabel(u"Stampa l'elenco degli articoli che hanno un'esistenza inferiore o ugale al livello di "
+                            "sottoscorta o di riordino."_s,
+                            this);
+    text->setWordWrap(true);
+    layout->addWidget(text);
+
+    auto *box = new QGroupBox(u" Tipo di stampa "_s, this);
+    box->setObjectName(u"grpTipoStampa"_s);
+    auto *items = new QVBoxLayout(box);
+    for (const QString &choice : choices()) {
+        auto *button = new QRadioButton(choice, box);
+        type_->addButton(button, static_cast<int>(type_->buttons().size()));
+        items->addWidget(button);
+    }
+    layout->addWidget(box);
+
+    auto *buttons = new QDialogButtonBox(this);
+    QPushButton *print = buttons->addButton(u"Stampa"_s, QDialogButtonBox::AcceptRole);
+    print->setObjectName(u"cmdStampa"_s);
+    print->setDefault(true);
+    QPushButton *cancel = buttons->addButton(u"Annulla"_s, QDialogButtonBox::RejectRole);
+    cancel->setObjectName(u"cmdAnnulla"_s);
+    cancel->setAutoDefault(false);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    layout->addWidget(buttons);
+    Ripristina();
+}
+
+int TMMGModStampaSottoscortaRiordino::tipoStampa() const
+{
+    return type_->checkedId();
+}
+
+void TMMGModStampaSottoscortaRiordino::Ripristina()
+{
+    type_->button(0)->setChecked(true);
+}
+
+void StampaSottoscortaRiordino(const TMMGModStampaSottoscortaRiordino &dialog)
+{
+    TMMGModMagazzino &module = Modulo();
+    data::DataSet &rows = module.dmStampe->query(u"adsSottoscortaRiordino"_s);
+    {
+        const ui::WaitCursor wait;
+        rows.close();
+        rows.setCommandText(statement(dialog.tipoStampa()));
+        rows.open();
+    }
+    if (rows.isEmpty()) {
+        core::inform(&module, u"Nessun dato da stampare."_s);
+        return;
+    }
+    StampaElenco(u"SottoscortaRiordino"_s, choices().value(dialog.tipoStampa()));
+}

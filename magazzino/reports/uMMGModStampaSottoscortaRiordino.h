@@ -1,0 +1,23 @@
+#pragma once
+#include <QDialog>
+
+class QButtonGroup;
+
+/// Asks which level the stock on hand is compared with. The last choice is kept between uses.
+class TMMGModStampaSottoscortaRiordino : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGModStampaSottoscortaRiordino(QWidget *owner);
+
+    /// 0 for the under-stock level, 1 for the reorder level, -1 for none.
+    int tipoStampa() const;
+    void Ripristina();
+
+private:
+    QButtonGroup *type_;
+};
+
+/// Lists the articles whose stock on hand is at or below the level that `dialog` holds, or tells that there are none.
+void StampaSottoscortaRiordino(const TMMGModStampaSottoscortaRiordino &dialog);

@@ -1,0 +1,194 @@
+#include "magazzino/reports/uMMGStampaInventarioBase.h"
+
+#include "host/Corvane3Impl.h"
+#include "magazzino/MMGUtils.h"
+#include "magazzino/reports/MMGStampe.h"
+#include "magazzino/reports/uMMGdmStampe.h"
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Clock.h"
+#include "platform/core/Format.h"
+#include "platform/core/Messages.h"
+#include "platform/data/DataSet.h"
+#include "platform/data/SqlText.h"
+#include "platform/ui/CategoryTree.h"
+#include "platform/ui/Controls.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QButtonGroup>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int closedFolderImage = 77;
+constexpr int openFolderImage = 76;
+
+// "Zero or above" leaves out articles whose sum is NULL while "zero" takes them in; this is intended.
+QString stockCondition(int choice)
+{
+    static const QStringList conditions = {u" M.ESISTENZA > 0"_s, u" (M.ESISTENZA = 0 OR M.ESISTENZA IS NULL)"_s,
+                                           u" M.ESISTENZA < 0"_s, u" (M.ESISTENZA = 0 OR M.ESISTENZA > 0)"_s};
+    return conditions.value(choice);
+}
+
+QString dateLiteral(QDate date)
+{
+    return data::quoted(DateToString_YYYYMMDD(date));
+}
+
+} // namespace
+
+// The movements are read once and grouped by code. Asking for each article's sums, once to print and once or twice to
+// filter, and for its movements in the period would read them again for every article.
+QString InventarioSQL(const InventarioFilter &filter, bool valued)
+{
+    QString where = u"WHERE M.NEL_PERIODO = 1"_s;
+    if (filter.esistenza >= 0)
+        where += u" AND "_s + stockCondition(filter.esistenza);
+    if (!filter.categorie.isEmpty()) {
+        QStringList keys;
+        for (const int key : filter.categorie)
+            keys.append(QString::number(key));
+        where += u" AND (ANA_MAGA.IDCATEGORIA_ANA_MAGA IN (%1))"_s.arg(keys.join(u','));
+    }
+    return u"SELECT ANA_MAGA.CODICE, ANA_MAGA.DESCRIZIONE, M.ESISTENZA%1 FROM (SELECT CODICE, SUM(QUANTITA) AS "
+           u"ESISTENZA, "
+           "SUM(VALORE_IMPORTO) AS VALORE, MAX(CASE WHEN DATA_MOVIMENTO >= %2 AND DATA_MOVIMENTO <= %3 THEN 1 ELSE 0 "
+           "END) "
+           "AS NEL_PERIODO FROM MOVI_MAGA GROUP BY CODICE) M JOIN ANA_MAGA ON ANA_MAGA.CODICE = M.CODICE %4 "
+           "ORDER BY UPPER(ANA_MAGA.CODICE)"_s.arg(valued ? u", M.VALORE"_s : QString(), dateLiteral(filter.dal),
+                                                   dateLiteral(filter.al), where);
+}
+
+TMMGStampaInventarioBase::TMMGStampaInventarioBase(const InventarioSpec &spec, QWidget *owner)
+    : ChildForm(spec.caption, u">%1<"_s.arg(spec.caption), owner)
+    , spec_(spec)
+{
+    setObjectName(spec.objectName);
+    setOpeningSize({430, 330});
+    auto *layout = new QVBoxLayout(this);
+    QGroupBox *dates = createDates();
+    QGroupBox *stock = createStock();
+    QGroupBox *category = createCategory();
+    layout->addWidget(dates);
+    layout->addWidget(spec.categoryFirst ? category : stock);
+    layout->addWidget(spec.categoryFirst ? stock : category);
+    layout->addStretch();
+
+    addCommand({.name = u"actStampa"_s,
+                .caption = u"Stampa"_s,
+                .run = [this] { stampa(); },
+                .icon = ui::Icon::Print,
+                .shortcut = QKeySequence(u"Ctrl+P"_s)});
+    addCommand(
+        {.name = u"actChiudi"_s, .caption = u"Chiudi"_s, .run = [this] { closeForm(); }, .icon = ui::Icon::Close});
+    addCommand({.name = u"actRipristina"_s,
+                .caption = u"Ripristina"_s,
+                .run = [this] { Ripristina(); },
+                .icon = ui::Icon::Reset});
+    QToolBar *bar = newToolBar(u"tBarStandard"_s);
+    placeCommands(bar, {u"actStampa"_s, u"actChiudi"_s});
+    formMenu()->addAction(command(u"actRipristina"_s));
+    layout->addWidget(bar);
+    setFocusProxy(from_);
+    Ripristina();
+}
+
+QGroupBox *TMMGStampaInventarioBase::createDates()
+{
+    auto *box = new QGroupBox(u" Data "_s, this);
+    box->setObjectName(u"grpData"_s);
+    from_ = new ui::DateEdit(box);
+    from_->setObjectName(u"txtDataDal"_s);
+    to_ = new ui::DateEdit(box);
+    to_->setObjectName(u"txtDataAl"_s);
+    auto *line = new QHBoxLayout(box);
+    for (const auto &[caption, edit] : {std::pair(u"Movimenti dal"_s, from_), std::pair(u"al"_s, to_)}) {
+        auto *label = new QLabel(caption, box);
+        label->setBuddy(edit);
+        line->addWidget(label);
+        line->addWidget(edit);
+    }
+    line->addStretch();
+    return box;
+}
+
+QGroupBox *TMMGStampaInventarioBase::createStock()
+{
+    auto *box = new QGroupBox(u" Esistenza "_s, this);
+    box->setObjectName(u"grpEsistenza"_s);
+    stock_ = new QButtonGroup(box);
+    auto *layout = new QVBoxLayout(box);
+    const QStringList choices = {u"Maggiore di 0"_s, u"Uguale a 0"_s, u"Minore di 0"_s, u"Maggiore o uguale a 0"_s};
+    for (const QString &choice : choices) {
+        auto *button = new QRadioButton(choice, box);
+        stock_->addButton(button, static_cast<int>(stock_->buttons().size()));
+        layout->addWidget(button);
+    }
+    return box;
+}
+
+QGroupBox *TMMGStampaInventarioBase::createCategory()
+{
+    auto *box = new QGroupBox(u" Categoria "_s, this);
+    box->setObjectName(u"grpCategoria"_s);
+    category_ = new CategoryTree(box);
+    category_->setObjectName(u"txtCategoria"_s);
+    auto *label = new QLabel(u"Categoria (incluse le sottocategorie)"_s, box);
+    label->setBuddy(category_);
+    auto *layout = new QVBoxLayout(box);
+    layout->addWidget(label);
+    layout->addWidget(category_);
+    return box;
+}
+
+void TMMGStampaInventarioBase::AggiornaComboCategorie()
+{
+    category_->clearTree();
+    FillTreeView(*category_, u"IDCATEGORIA_ANA_MAGA"_s, u"CATEGORIA"_s, u"IDPADRE"_s, u"CATEGORIE_ANA_MAGA"_s,
+                 u"ORDER BY UPPER(CATEGORIA)"_s, ModuleConnection());
+    UpdateTreeNodeImages(*category_, closedFolderImage, openFolderImage);
+    category_->setCurrentIndex(0);
+}
+
+void TMMGStampaInventarioBase::Ripristina()
+{
+    const int year = core::today().year();
+    from_->setDate({year, 1, 1});
+    to_->setDate({year, 12, 31});
+    stock_->button(0)->setChecked(true);
+    AggiornaComboCategorie();
+}
+
+InventarioFilter TMMGStampaInventarioBase::filter() const
+{
+    InventarioFilter result{.dal = from_->date(), .al = to_->date(), .esistenza = stock_->checkedId()};
+    if (category_->currentIndex() > 0) {
+        result.categorie = GetElencoIdFiglio(u"IDCATEGORIA_ANA_MAGA"_s, category_->selectedKey(),
+                                             u"CATEGORIE_ANA_MAGA"_s, ModuleConnection());
+    }
+    return result;
+}
+
+void TMMGStampaInventarioBase::stampa()
+{
+    data::DataSet &rows = Modulo().dmStampe->query(spec_.query);
+    {
+        const ui::WaitCursor wait;
+        rows.close();
+        rows.setCommandText(InventarioSQL(filter(), spec_.valued));
+        rows.open();
+    }
+    if (rows.isEmpty()) {
+        core::inform(this, u"Nessun dato da stampare per l'intervallo selezionato."_s);
+        return;
+    }
+    StampaElenco(spec_.report,
+                 u"Movimenti dal %1 al %2"_s.arg(core::formatDate(from_->date()), core::formatDate(to_->date())));
+    closeForm();
+}

@@ -1,0 +1,80 @@
+#pragma once
+#include "platform/report/Page.h"
+
+namespace report {
+
+/// A report laid out over its data: how many pages there are and what stands on each of them.
+///
+/// Only the page breaks are kept. The primitives of a page are made when it is asked for, so a document of a thousand
+/// pages needs little more memory than its rows.
+class Document
+{
+public:
+    /// Throws core::Error when a column is missing or a block is higher than a page.
+    Document(std::shared_ptr<const Report> report, const QList<FontSpec> &fonts, RunData data);
+
+    int pageCount() const { return static_cast<int>(pages_.size()); }
+    /// Primitives of a page, counted from 0.
+    Page page(int index) const;
+    const FontSet &fonts() const { return fonts_; }
+    const QString &title() const { return title_; }
+    QSizeF pageSize() const { return {report_->width, report_->height}; } ///< millimetres
+
+private:
+    // What lies between the titles and the end of the rows: rows of the detail, then the lines of a continued text,
+    // then the summary.
+    enum class UnitKind
+    {
+        Row,
+        ContinuedLine,
+        Summary
+    };
+    struct PageSpan
+    {
+        qsizetype first = 0;  ///< unit
+        double firstFrom = 0; ///< mm of it that stand on the page before
+        qsizetype end = 0;    ///< behind the last whole unit
+        double cut = 0;       ///< mm of the unit `end` up to which this page shows it; 0 for none
+        qsizetype rowsBefore = 0;
+        qsizetype rowsThrough = 0;
+    };
+    struct Continuation
+    {
+        const Item *item = nullptr;
+        QStringList lines;
+    };
+
+    Scope scopeOf(const PageSpan &span, int page) const;
+    void findContinuation();
+    void measureUnits();
+    void breakPages();
+    double topHeight(int page) const;
+    double roomForRows(int page) const;
+    qsizetype fillPage(PageSpan &span, double room, double freshRoom) const;
+    double cutPosition(qsizetype unit, double from, double room) const;
+    void countRows();
+
+    UnitKind kindOf(qsizetype unit) const;
+    Page unitPage(qsizetype unit, const Scope &scope, QPointF origin) const;
+    void placeUnits(Page &page, const PageSpan &span, const Scope &scope, double y) const;
+    void placeContinuedLine(Page &page, qsizetype line, QPointF origin) const;
+
+    std::shared_ptr<const Report> report_;
+    FontSet fonts_;
+    RunData data_;
+    QString title_;
+    qsizetype rowCount_ = 0;
+    Continuation continuation_;
+    std::vector<double> heights_;   // of the units, mm
+    std::vector<double> remaining_; // heights of a unit and all behind it, mm
+    double headerHeight_ = 0;
+    double firstPageHeight_ = 0;
+    double titlesHeight_ = 0;
+    double broughtHeight_ = 0;
+    double carryHeight_ = 0;
+    double closingHeight_ = 0;
+    double footerHeight_ = 0;
+    std::vector<PageSpan> pages_;
+};
+
+} // namespace report

@@ -1,0 +1,34 @@
+#pragma once
+#include "platform/report/Expression.h"
+
+namespace report {
+
+/// One node of a parsed expression.
+struct ExpressionNode
+{
+    enum class Kind
+    {
+        Literal,
+        Column,    ///< `name` of `connection`
+        Parameter, ///< `name`
+        Page,
+        Pages,
+        Row,
+        Now,
+        Operator, ///< `name` over one or two arguments
+        Call      ///< function `name`
+    };
+
+    Kind kind = Kind::Literal;
+    QVariant value;
+    QString name;
+    QString connection;
+    std::vector<ExpressionNode> arguments;
+};
+
+QVariant evaluate(const ExpressionNode &node, const Scope &scope);
+bool isTrue(const QVariant &value);
+/// Fewest and most arguments of a function; {0, 0} for an unknown one.
+std::pair<int, int> functionArity(const QString &name);
+
+} // namespace report

@@ -1,0 +1,26 @@
+#pragma once
+#include "tests/support/Workplace.h"
+
+#include <QVariantMap>
+
+/// Documents to print and what came out on paper.
+namespace test {
+
+/// A delivery note with `rows` article rows ("ART-001", 1 piece, ...); `header` replaces columns. Returns its key.
+int insertNote(data::Connection &connection, int rows, const QVariantMap &header = {});
+/// An invoice with `rows` article rows of 10,00 each at 22 %.
+int insertInvoice(data::Connection &connection, int rows, const QVariantMap &header = {});
+int insertNoteRow(data::Connection &connection, int note, const QVariantMap &columns);
+int insertInvoiceRow(data::Connection &connection, int invoice, const QVariantMap &columns);
+
+/// A file that goes with the test program; in the folder MAGAZZINO_TEST_OUTPUT, when that is set, it stays.
+QString outputFile(const QString &name);
+
+/// Texts of a PDF as pdftotext reads them from its pages in layout order, one per page.
+QStringList pdfPages(const QString &file);
+/// All of it with single blanks.
+QString pdfText(const QString &file);
+/// What pdfinfo or pdffonts tell about a PDF.
+QString pdfFacts(const QString &program, const QString &file);
+
+} // namespace test
