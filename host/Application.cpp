@@ -158,7 +158,6 @@ void Session::startModules(const QString &folder)
 {
     loadPackages(folder);
     startPackages(qApp);
-    window_->modulesStarted();
 }
 
 void prepareProgram(QApplication &application)

@@ -59,8 +59,7 @@ QVariant categoryKey(data::Connection &connection, const QString &table, const Q
         return *it;
     const qsizetype slash = path.lastIndexOf(u'/');
     const QVariant parent = categoryKey(connection, table, key, slash < 0 ? QString() : path.left(slash), known);
-    const QVariant id =
-        insertRow(connection, table, key, {{u"IDPADRE"_s, parent}, {u"CATEGORIA"_s, path.mid(slash + 1)}});
+    QVariant id = insertRow(connection, table, key, {{u"IDPADRE"_s, parent}, {u"CATEGORIA"_s, path.mid(slash + 1)}});
     known.insert(path, id);
     return id;
 }
@@ -146,23 +145,23 @@ QString domainLabel(const QString &name)
 /// What customers, suppliers and carriers have in common; `number` is unique over all of them.
 QList<Column> address(const QString &name, const QString &code, int number)
 {
-    const demo::Town &town = demo::towns()[number * 7 % demo::towns().size()];
+    const demo::Town &town = demo::towns()[qsizetype{number} * 7 % demo::towns().size()];
     const QString vat = vatNumber(number, town.vatOffice);
     const QString host = domainLabel(name) + u".example"_s;
-    return {
-        {u"CODICE"_s, code},
-        {u"RAGIONESOCIALE"_s, name},
-        {u"INDIRIZZO"_s, u"%1, %2"_s.arg(demo::streets()[number * 3 % demo::streets().size()]).arg(number % 97 + 1)},
-        {u"CITTA"_s, town.name},
-        {u"CAP"_s, town.postcode},
-        {u"PROVINCIA"_s, town.province},
-        {u"NAZIONE"_s, u"Italia"_s},
-        {u"CODICEFISCALE"_s, vat},
-        {u"PARTITAIVA"_s, vat},
-        {u"TELEFONO1"_s, u"%1 %2"_s.arg(town.areaCode).arg(5550000 + number)},
-        {u"FAX"_s, u"%1 %2"_s.arg(town.areaCode).arg(5559000 + number)},
-        {u"EMAIL"_s, u"info@"_s + host},
-        {u"WEB"_s, u"www."_s + host}};
+    return {{u"CODICE"_s, code},
+            {u"RAGIONESOCIALE"_s, name},
+            {u"INDIRIZZO"_s,
+             u"%1, %2"_s.arg(demo::streets()[qsizetype{number} * 3 % demo::streets().size()]).arg(number % 97 + 1)},
+            {u"CITTA"_s, town.name},
+            {u"CAP"_s, town.postcode},
+            {u"PROVINCIA"_s, town.province},
+            {u"NAZIONE"_s, u"Italia"_s},
+            {u"CODICEFISCALE"_s, vat},
+            {u"PARTITAIVA"_s, vat},
+            {u"TELEFONO1"_s, u"%1 %2"_s.arg(town.areaCode).arg(5550000 + number)},
+            {u"FAX"_s, u"%1 %2"_s.arg(town.areaCode).arg(5559000 + number)},
+            {u"EMAIL"_s, u"info@"_s + host},
+            {u"WEB"_s, u"www."_s + host}};
 }
 
 QString code(const QString &prefix, qsizetype index)

@@ -94,10 +94,6 @@ void MainWindow::createMenus()
 {
     QMenu *file = menuBar()->addMenu(u"&File"_s);
     file->setObjectName(u"mnFile"_s);
-    newMenu_ = file->addMenu(u"&Nuovo"_s);
-    newMenu_->setObjectName(u"mnFileNuovo"_s);
-    newMenu_->menuAction()->setVisible(false);
-    file->addSeparator();
     QAction *quit = file->addAction(u"&Esci"_s, this, &QWidget::close);
     quit->setObjectName(u"actEsci"_s);
     quit->setShortcut(QKeySequence(u"Ctrl+Q"_s));
@@ -197,21 +193,6 @@ void MainWindow::listWindows()
         action->setChecked(window == area_->activeSubWindow());
         connect(action, &QAction::triggered, window, [this, window] { area_->setActiveSubWindow(window); });
     }
-}
-
-void MainWindow::modulesStarted()
-{
-    for (int i = 0; i < GetPackageCount(); ++i) {
-        if (!GetPackage(i).instance)
-            continue;
-        const QList<QAction *> actions = GetPackage(i).instance->findChildren<QAction *>();
-        for (QAction *action : actions) {
-            if (action->property("category").toString() == u"Inserimento"_s && action->isEnabled())
-                newMenu_->addAction(action);
-        }
-    }
-    newMenu_->menuAction()->setVisible(!newMenu_->isEmpty());
-    restoreLayout();
 }
 
 void MainWindow::showSession(const QString &user, const QString &database)

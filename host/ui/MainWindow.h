@@ -26,8 +26,6 @@ public:
     QToolBar *commonToolBar(TKxCommonToolBars kind) const;
     /// Shows `form` in a child window, or brings its window to the front.
     void showChild(QWidget *form);
-    /// Called when all modules have started: offers their entry forms under "File" > "Nuovo".
-    void modulesStarted();
     /// Who is logged in and which database is open, for title and status bar.
     void showSession(const QString &user, const QString &database);
 
@@ -43,7 +41,6 @@ private:
     void about();
 
     QMdiArea *area_;
-    QMenu *newMenu_ = nullptr;
     QMenu *windowMenu_ = nullptr;
     QMenu *childMenu_ = nullptr; // of the active child window, shown in the menu bar
     QList<QToolBar *> commonToolBars_;

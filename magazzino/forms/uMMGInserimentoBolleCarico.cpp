@@ -74,7 +74,7 @@ TMMGInserimentoBolleCarico::TMMGInserimentoBolleCarico(QWidget *owner)
     refuseIf([this] { return supplier_->isEmpty(0); }, u"Non è stato selezionato un fornitore!"_s);
     refuseIf([this] { return transportType_->key() < 1; }, u"Non è stato selezionato un tipo di trasporto!"_s);
     refuseIf([this] { return transportReason_->key() < 1; }, u"Non è stata indicata la causale del trasporto!"_s);
-    finishLayout({u"actNuovo"_s, u"actElimina"_s, u"actSalva"_s, {}, u"actChiudi"_s});
+    finishLayout(ui::standardCommands);
 }
 
 QGroupBox *TMMGInserimentoBolleCarico::createSupplier()
@@ -104,11 +104,6 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
                                                   .textColumn = u"TIPO_TRASPORTO"_s,
                                                   .choose = [] { return scegli(u"actModSelezionaTipoTrasporto"_s); }},
                                                  box));
-    auto *appearance = declare(new ui::TextField({.name = u"txtAspettoBeni"_s,
-                                                  .label = u"Aspetto esteriore dei beni"_s,
-                                                  .column = u"ASPETTO_BENI"_s,
-                                                  .maxLength = 20},
-                                                 box));
     transportReason_ =
         declare(new ui::DropDownField({.name = u"txtCausaleTrasporto"_s,
                                        .label = u"Causale del trasporto"_s,
@@ -116,6 +111,11 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
                                        .textColumn = u"CAUSALE_TRASPORTO"_s,
                                        .sql = u"SELECT * FROM CAUSALI_TRASPORTO ORDER BY UPPER(CAUSALE_TRASPORTO)"_s},
                                       u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, box));
+    auto *appearance = declare(new ui::TextField({.name = u"txtAspettoBeni"_s,
+                                                  .label = u"Aspetto esteriore dei beni"_s,
+                                                  .column = u"ASPETTO_BENI"_s,
+                                                  .maxLength = 20},
+                                                 box));
     auto *packages =
         declare(new ui::IntegerField({.name = u"txtColli"_s, .label = u"Colli"_s, .column = u"COLLI"_s}, box));
     auto *weight = declare(new ui::DecimalField({.name = u"txtPeso"_s, .label = u"Peso"_s, .column = u"PESO"_s}, box));

@@ -21,7 +21,7 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
     , spec_(spec)
 {
     setOpeningSize({1060, 620});
-    mainLayout()->addWidget(newToolBar(u"tBarStandard"_s));
+    setMinimumSize(860, 540);
 
     number_ = declare(new ui::IntegerField(
         {.name = u"txtNumero"_s, .label = u"N."_s, .column = u"NUMERO"_s, .minimum = 1, .initial = 1}, this));
@@ -39,7 +39,7 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
     setTabOrder(date_->widget(), pages());
     setFocusProxy(number_->widget());
 
-    refuseIf([this] { return spec_.numberExists(numero(), data().year(), IdRecord()); },
+    refuseIf([this] { return spec_.numberExists(numero(), data().year(), storedKey()); },
              u"Esiste già un documento con questo numero!"_s);
 }
 
@@ -56,9 +56,7 @@ void TMMGInserimentoDocumento::finishLayout(const QStringList &commands)
     notesLayout->addWidget(notes->widget());
     if (spec_.showsTotals)
         mainLayout()->addWidget(createTotals());
-    placeCommands(findChild<QToolBar *>(u"tBarStandard"_s), commands);
-    setMinimumSize(QSize(860, 540).expandedTo(minimumSizeHint()));
-    NuovoRecord();
+    start(commands);
 }
 
 void TMMGInserimentoDocumento::createRowsPage()

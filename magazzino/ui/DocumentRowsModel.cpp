@@ -147,6 +147,9 @@ QString DocumentRowsModel::shown(const DocumentRow &row, RowColumn column) const
 
 QVariant DocumentRowsModel::data(const QModelIndex &index, int role) const
 {
+    // The view's own "copy" key asks for the current cell even when there is none.
+    if (!index.isValid())
+        return {};
     const DocumentRow &row = rows_[index.row()];
     const RowColumn column = columns_[index.column()].column;
     switch (role) {

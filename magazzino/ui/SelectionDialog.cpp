@@ -7,6 +7,7 @@
 #include "platform/ui/CategoryTree.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/LetterBar.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -15,7 +16,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -117,23 +117,10 @@ void TMMGModSelezionaBase::createLetterBar(QVBoxLayout *layout)
 {
     if (spec_.letterColumn.isEmpty())
         return;
-    auto *box = new QWidget(this);
-    box->setObjectName(u"BarraRicerca"_s);
-    auto *bar = new QHBoxLayout(box);
-    bar->setContentsMargins(0, 0, 0, 0);
-    bar->setSpacing(1);
-    static const QString alphabet = u"ABCDEFGHIJKLMNOPQRSTUVWXYZ*"_s;
-    for (const QChar letter : alphabet) {
-        auto *button = new QToolButton(box);
-        button->setText(letter);
-        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-        // One stop for the whole bar; the arrows walk along it.
-        button->setFocusPolicy(letter == u'A' ? Qt::StrongFocus : Qt::ClickFocus);
-        connect(button, &QToolButton::clicked, this,
-                [this, button] { core::guarded(this, [this, button] { searchLetter(button->text()); }); });
-        bar->addWidget(button);
-    }
-    layout->addWidget(box);
+    auto *letters = new ui::LetterBar(this);
+    connect(letters, &ui::LetterBar::pressed, this,
+            [this](const QString &caption) { core::guarded(this, [this, &caption] { searchLetter(caption); }); });
+    layout->addWidget(letters);
 }
 
 void TMMGModSelezionaBase::createButtons(QVBoxLayout *layout)
@@ -202,10 +189,7 @@ void TMMGModSelezionaBase::Ripristina()
 
 void TMMGModSelezionaBase::searchLetter(const QString &caption)
 {
-    if (caption == u"*"_s)
-        AggiornaGriglia({});
-    else
-        AggiornaGriglia(u"WHERE UPPER(%1) LIKE "_s.arg(spec_.letterColumn) + data::quoted(caption.toUpper() + u'%'));
+    AggiornaGriglia(ui::LetterBar::condition(caption, spec_.letterColumn));
 }
 
 void TMMGModSelezionaBase::showEvent(QShowEvent *event)

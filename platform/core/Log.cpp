@@ -14,7 +14,7 @@ namespace core {
 
 namespace {
 
-constexpr qint64 maxLogBytes = 1024 * 1024;
+constexpr qint64 maxLogBytes = qint64{1024} * 1024;
 
 QString &logPath()
 {

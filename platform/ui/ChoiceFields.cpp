@@ -71,14 +71,16 @@ void ChoiceField::setChoice(const Choice &choice)
 
 void ChoiceField::load(const data::DataSet &record)
 {
-    setChoice({record.integer(spec_.keyColumn, -1), record.text(spec_.textColumn)});
+    const int key = record.integer(spec_.keyColumn, -1);
+    setChoice({key, spec_.textColumn.isEmpty() ? spec_.textOf(key) : record.text(spec_.textColumn)});
 }
 
 void ChoiceField::write(data::DataSet &record) const
 {
     const bool chosen = choice_.key > 0;
     record.setValue(spec_.keyColumn, chosen ? QVariant(choice_.key) : QVariant());
-    record.setValue(spec_.textColumn, chosen ? QVariant(choice_.text) : QVariant());
+    if (!spec_.textColumn.isEmpty())
+        record.setValue(spec_.textColumn, chosen ? QVariant(choice_.text) : QVariant());
 }
 
 DropDownField::DropDownField(const DropDownSpec &spec, QString tableKey, QString tableText, QWidget *parent)

@@ -30,6 +30,7 @@ struct ChoiceSpec
     QString keyColumn;
     QString textColumn;
     std::function<std::optional<Choice>()> choose; ///< nothing when the user cancelled
+    std::function<QString(int)> textOf = {};       ///< looks the text up where no column stores it (empty textColumn)
     bool clearable = false;                        ///< offers a button that takes the choice back
 };
 

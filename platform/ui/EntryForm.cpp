@@ -21,6 +21,9 @@ EntryForm::EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *
     layout_->setContentsMargins(6, 4, 6, 6);
     layout_->setSpacing(4);
     pages_->setObjectName(u"pages"_s);
+    pages_->setTabBarAutoHide(true);
+    bar_ = newToolBar(u"tBarStandard"_s);
+    layout_->addWidget(bar_);
     declareCommands();
 }
 
@@ -42,6 +45,13 @@ void EntryForm::declareCommands()
                 .icon = Icon::Save,
                 .shortcut = QKeySequence(u"Ctrl+S"_s)});
     addCommand({.name = u"actChiudi"_s, .caption = u"Chiudi"_s, .run = [this] { closeForm(); }, .icon = Icon::Close});
+}
+
+void EntryForm::start(const QStringList &commands)
+{
+    placeCommands(bar_, commands);
+    setMinimumSize(minimumSize().expandedTo(minimumSizeHint()));
+    NuovoRecord();
 }
 
 data::Connection &EntryForm::connection() const
@@ -109,19 +119,25 @@ bool EntryForm::continueWithoutSaving()
     return !Modified() || core::confirm(this, u"Ci sono delle modifiche non salvate.\n\rContinuare comunque?"_s);
 }
 
-void EntryForm::NuovoRecord()
+void EntryForm::startEmpty()
 {
-    const WaitCursor wait;
     withoutTracking([this] {
         pages_->setCurrentIndex(0);
         for (Field *field : std::as_const(fields_))
             field->clear();
-        resetDetails();
+        clearDetails();
     });
     SetNewRecord(true);
     SetModified(false);
     SetIdRecord(-1);
     keyWithoutRow_ = false;
+}
+
+void EntryForm::NuovoRecord()
+{
+    const WaitCursor wait;
+    startEmpty();
+    withoutTracking([this] { resetDetails(); });
 }
 
 void EntryForm::NuovoConDomanda()
@@ -136,6 +152,17 @@ void EntryForm::ApriRecord(int id)
     if (!continueWithoutSaving())
         return;
     const WaitCursor wait;
+    try {
+        load(id);
+    } catch (...) {
+        // Half of a record must not stay: saving it would take the other half from the database.
+        startEmpty();
+        throw;
+    }
+}
+
+void EntryForm::load(int id)
+{
     record_->close();
     record_->setParameter(spec_.key, id);
     clearDetails();
@@ -159,7 +186,7 @@ void EntryForm::elimina()
     if (!finishEditing())
         return;
     // A key without a row of ours must never be deleted: it may have become another workstation's record.
-    if (NewRecord() || keyWithoutRow_ || deleteStored(IdRecord()))
+    if (storedKey() < 0 || deleteStored(storedKey()))
         NuovoRecord();
 }
 

@@ -36,6 +36,13 @@ struct EntryFormSpec
     AfterFailedSave afterFailedSave = AfterFailedSave::KeepFlags;
 };
 
+/// The commands of a form on one record, in their usual order.
+inline const QStringList standardCommands = {QStringLiteral("actNuovo"),
+                                             QStringLiteral("actElimina"),
+                                             QStringLiteral("actSalva"),
+                                             {},
+                                             QStringLiteral("actChiudi")};
+
 /// The form in which one record is entered or changed: fields are declared once, the base clears, loads, validates,
 /// saves and tracks changes. Declaration order is screen, tab and write order.
 ///
@@ -59,7 +66,8 @@ public:
 
     /// Empties the form for a new record; asks nothing.
     void NuovoRecord();
-    /// Loads a record after the question about unsaved changes; without such a record the form stays as it was.
+    /// Loads a record after the question about unsaved changes; without such a record the form stays as it was. When
+    /// the database fails the form is left empty, for a new record, and the error is thrown.
     void ApriRecord(int id);
     /// Validates and saves; true when it was saved. Errors are shown, never thrown.
     bool SalvaRecord();
@@ -88,6 +96,9 @@ protected:
 
     QWidget *addPage(const QString &title);
     QTabWidget *pages() const { return pages_; }
+    /// Ends the declaration: puts `commands` on tool bar and menu (an empty name is a separator) and starts a new
+    /// record.
+    void start(const QStringList &commands);
     QVBoxLayout *mainLayout() const { return layout_; }
     /// Puts label and control of `field` into `grid`; `position` and `span` count label-and-control pairs.
     static void place(QGridLayout *grid, Field *field, int row, int position, int span = 1);
@@ -96,7 +107,7 @@ protected:
 
     /// After the fields were cleared for a new record: proposals, rows.
     virtual void resetDetails() {}
-    /// Before a record is looked for, so also when it turns out to be missing.
+    /// Before the form is emptied, and before a record is looked for, so also when it turns out to be missing.
     virtual void clearDetails() {}
     /// After the fields were loaded from the record's row.
     virtual void loadDetails() {}
@@ -111,6 +122,9 @@ protected:
     /// Deletes the stored record, with its questions; true when it is gone.
     virtual bool deleteStored(int id) = 0;
 
+    /// Key of the record's row in the database, -1 while it has none. After a failed first save IdRecord() is only a
+    /// prediction, and another workstation's record may stand under it by now.
+    int storedKey() const { return newRecord_ || keyWithoutRow_ ? -1 : idRecord_; }
     data::DataSet &record() const { return *record_; }
     data::Connection &connection() const;
     /// Runs `body` without its changes marking the form modified.
@@ -126,6 +140,8 @@ private:
     };
 
     void declareCommands();
+    void startEmpty();
+    void load(int id);
     void elimina();
     bool continueWithoutSaving();
     bool passesChecks();
@@ -139,6 +155,7 @@ private:
     QList<Check> checks_;
     QVBoxLayout *layout_;
     QTabWidget *pages_;
+    QToolBar *bar_ = nullptr;
     int idRecord_ = -1;
     bool newRecord_ = true;
     bool modified_ = false;

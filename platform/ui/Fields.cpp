@@ -45,6 +45,7 @@ TextField::TextField(const TextSpec &spec, QWidget *parent)
     edit_->setMaxLength(spec.maxLength);
     if (spec.upperCase)
         edit_->setValidator(new UpperCase(edit_));
+    edit_->setReadOnly(spec.readOnly);
     limitWidth(edit_, spec.maxLength);
     connect(edit_, &QLineEdit::textChanged, this, &Field::edited);
 }
@@ -111,6 +112,8 @@ DecimalField::DecimalField(const DecimalSpec &spec, QWidget *parent)
 {
     edit_->setObjectName(spec.name);
     edit_->setDecimals(spec.places);
+    edit_->setMinimum(spec.minimum);
+    edit_->setReadOnly(spec.readOnly);
     edit_->setPrefix(spec.prefix);
     edit_->setMaximumWidth(150);
     connect(edit_, &QDoubleSpinBox::textChanged, this, &Field::edited);
@@ -213,6 +216,56 @@ void MomentField::write(data::DataSet &record) const
     const bool given = check_->isChecked();
     record.setValue(spec_.dateColumn, given ? QVariant(date_->date()) : QVariant());
     record.setValue(spec_.timeColumn, given ? QVariant(time_->time()) : QVariant());
+}
+
+RadioField::RadioField(const RadioSpec &spec, QWidget *parent)
+    : Field({}, parent)
+    , box_(new QGroupBox(spec.caption, parent))
+    , column_(spec.column)
+{
+    box_->setObjectName(spec.name);
+    auto *line = new QHBoxLayout(box_);
+    for (const QString &item : spec.items) {
+        auto *button = new QRadioButton(item, box_);
+        line->addWidget(button);
+        buttons_.append(button);
+        connect(button, &QRadioButton::toggled, this, &Field::edited);
+    }
+    line->addStretch();
+}
+
+void RadioField::load(const data::DataSet &record)
+{
+    for (QRadioButton *button : std::as_const(buttons_)) {
+        if (button->text() == record.text(column_))
+            button->setChecked(true);
+    }
+}
+
+void RadioField::write(data::DataSet &record) const
+{
+    for (const QRadioButton *button : buttons_) {
+        if (button->isChecked())
+            record.setValue(column_, button->text());
+    }
+}
+
+KeptField::KeptField(QString column, QVariant initial, QObject *parent)
+    : Field({}, parent)
+    , column_(std::move(column))
+    , initial_(std::move(initial))
+    , value_(initial_)
+{
+}
+
+void KeptField::load(const data::DataSet &record)
+{
+    value_ = record.value(column_);
+}
+
+void KeptField::write(data::DataSet &record) const
+{
+    record.setValue(column_, value_);
 }
 
 } // namespace ui

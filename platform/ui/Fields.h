@@ -4,9 +4,12 @@
 
 #include <QCheckBox>
 #include <QDate>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QRadioButton>
 #include <QTimeEdit>
+#include <QVariant>
 
 namespace ui {
 
@@ -17,6 +20,7 @@ struct TextSpec
     QString column;
     int maxLength = 100; ///< characters
     bool upperCase = false;
+    bool readOnly = false; ///< filled by program only
 };
 
 /// A one-line text; an empty one is stored as empty text.
@@ -108,6 +112,8 @@ struct DecimalSpec
     int places = 2;
     QString prefix; ///< "€ " for money
     double initial = 0;
+    double minimum = 0;
+    bool readOnly = false;
 };
 
 /// A decimal number; NULL loads as the initial value.
@@ -196,6 +202,52 @@ private:
     DateEdit *date_;
     QTimeEdit *time_;
     MomentSpec spec_;
+};
+
+struct RadioSpec
+{
+    QString name;
+    QString caption;
+    QString column;
+    QStringList items; ///< as shown and as stored
+};
+
+/// A choice of texts, one button each. A stored text that is none of them leaves the choice as it was.
+class RadioField : public Field
+{
+    Q_OBJECT
+
+public:
+    RadioField(const RadioSpec &spec, QWidget *parent);
+
+    QWidget *widget() const override { return box_; }
+    void clear() override { buttons_.first()->setChecked(true); }
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    QGroupBox *box_;
+    QList<QRadioButton *> buttons_;
+    QString column_;
+};
+
+/// A column without a control: what was loaded is written back, a new record gets `initial`.
+class KeptField : public Field
+{
+    Q_OBJECT
+
+public:
+    KeptField(QString column, QVariant initial, QObject *parent);
+
+    QWidget *widget() const override { return nullptr; }
+    void clear() override { value_ = initial_; }
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    QString column_;
+    QVariant initial_;
+    QVariant value_;
 };
 
 } // namespace ui

@@ -2,10 +2,13 @@
 
 #include "platform/core/Format.h"
 
+#include <QColor>
 #include <QDate>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -86,10 +89,17 @@ QString RowsModel::shown(const QVariant &value, ListColumn::Display display) con
 
 QVariant RowsModel::data(const QModelIndex &index, int role) const
 {
+    // The view's own "copy" key asks for the current cell even when there is none.
+    if (!index.isValid())
+        return {};
     const ListColumn &column = columns_[index.column()];
     if (role == Qt::DisplayRole) {
         const int field = fieldIndexes_.value(index.column(), -1);
         return field < 0 ? QVariant() : shown(rows_.values(index.row())[field], column.display);
+    }
+    if (role == Qt::ForegroundRole && column.redBelowZero) {
+        const int field = fieldIndexes_.value(index.column(), -1);
+        return field >= 0 && rows_.values(index.row())[field].toDouble() < 0 ? QVariant(QColor(Qt::red)) : QVariant();
     }
     return role == Qt::TextAlignmentRole ? alignmentOf(column) : QVariant();
 }
@@ -103,6 +113,32 @@ QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int rol
     if (role == Qt::TextAlignmentRole)
         return alignmentOf(columns_[section]);
     return {};
+}
+
+void RowsModel::sort(int column, Qt::SortOrder order)
+{
+    const int field = fieldIndexes_.value(column, -1);
+    if (field < 0)
+        return;
+    const bool asText = columns_[column].display == ListColumn::Display::Text;
+    const auto before = [field, asText](const QVariantList &left, const QVariantList &right) {
+        const QVariant &a = left[field];
+        const QVariant &b = right[field];
+        if (!a.isValid() || !b.isValid())
+            return !a.isValid() && b.isValid();
+        if (asText)
+            return a.toString().compare(b.toString(), Qt::CaseInsensitive) < 0;
+        return QVariant::compare(a, b) == QPartialOrdering::Less;
+    };
+    QList<QVariantList> &values = rows_.mutableValues();
+    beginResetModel();
+    if (order == Qt::AscendingOrder)
+        std::stable_sort(values.begin(), values.end(), before);
+    else
+        std::stable_sort(values.begin(), values.end(), [&before](const QVariantList &left, const QVariantList &right) {
+            return before(right, left);
+        });
+    endResetModel();
 }
 
 ResultGrid::ResultGrid(const QString &keyField, const QList<ListColumn> &columns, QWidget *parent)
@@ -128,6 +164,36 @@ int ResultGrid::selectedKey() const
 {
     const QModelIndexList selected = selectionModel()->selectedRows();
     return selected.isEmpty() ? -1 : model_->keyAt(selected.first().row());
+}
+
+bool ResultGrid::selectKey(int key)
+{
+    for (int row = 0; row < model_->rowCount(); ++row) {
+        if (model_->keyAt(row) == key) {
+            selectRow(row);
+            return true;
+        }
+    }
+    return false;
+}
+
+void ResultGrid::allowSorting()
+{
+    horizontalHeader()->setSectionsClickable(true);
+    horizontalHeader()->setSortIndicatorShown(false);
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
+        QHeaderView *header = horizontalHeader();
+        // The first click on a column orders it upwards, the next one turns it round.
+        const bool again = header->isSortIndicatorShown() && header->property("sorted").toInt() == section + 1;
+        const auto order =
+            again && header->sortIndicatorOrder() == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+        const int key = selectedKey();
+        header->setProperty("sorted", section + 1);
+        header->setSortIndicatorShown(true);
+        header->setSortIndicator(section, order);
+        model_->sort(section, order);
+        selectKey(key);
+    });
 }
 
 QString ResultGrid::selectedText() const

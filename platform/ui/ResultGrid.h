@@ -30,6 +30,7 @@ struct ListColumn
     int width = 0;
     Width widthKind = Width::Pixels;
     Display display = Display::Text;
+    bool redBelowZero = false;
 };
 
 /// The rows of a query as a read-only table; the key of a row is kept beside it.
@@ -51,6 +52,8 @@ public:
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    /// Numbers are ordered as numbers, dates as dates, texts without case; nulls come first.
+    void sort(int column, Qt::SortOrder order) override;
 
 private:
     QString shown(const QVariant &value, ListColumn::Display display) const;
@@ -73,6 +76,10 @@ public:
     RowsModel &rows() const { return *model_; }
     /// Key of the selected row, or -1.
     int selectedKey() const;
+    /// Selects the row with `key`; false when it is not listed.
+    bool selectKey(int key);
+    /// Lets a click on a header order the rows.
+    void allowSorting();
     /// Text of the selected row's first column, empty without one.
     QString selectedText() const;
 

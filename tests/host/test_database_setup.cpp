@@ -7,9 +7,9 @@
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <csignal>
@@ -208,10 +208,13 @@ void TestDatabaseSetup::failureHalfWayLeavesNoFile()
 
 void TestDatabaseSetup::defaultDatabaseHasItsFolder()
 {
-    QStandardPaths::setTestModeEnabled(true);
+    const QTemporaryDir home;
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", home.path().toUtf8());
     const data::DatabaseAddress address = host::defaultDatabase();
-    QStandardPaths::setTestModeEnabled(false);
+    qputenv("XDG_DATA_HOME", before);
     QVERIFY(address.isEmbedded());
+    QVERIFY(address.file.startsWith(home.path()));
     QCOMPARE(QFileInfo(address.file).fileName(), u"corvane.fdb"_s);
     QVERIFY(QFileInfo(address.file).dir().exists());
 }

@@ -93,12 +93,17 @@ QStringList columnTexts(const QTableView *grid, const QString &header)
 
 void typeIntoCell(QTableView *grid, int row, const QString &header, const QString &text)
 {
-    grid->setFocus();
-    grid->setCurrentIndex(grid->model()->index(row, columnOf(grid, header)));
-    if (!grid->findChild<QWidget *>(u"editorRiga"_s))
+    const QModelIndex cell = grid->model()->index(row, columnOf(grid, header));
+    // A command may have opened the cell already.
+    if (grid->currentIndex() != cell || !grid->findChild<QWidget *>(u"editorRiga"_s)) {
+        grid->setFocus();
+        settle();
+        grid->setCurrentIndex(cell);
         QTest::keyClick(grid, Qt::Key_F2);
+    }
     auto *editor = control<QWidget>(grid, u"editorRiga"_s);
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(editor, Qt::Key_Delete);
     type(editor, text);
     const bool memo = qobject_cast<QPlainTextEdit *>(editor) != nullptr;
     QTest::keyClick(editor, Qt::Key_Return, memo ? Qt::ControlModifier : Qt::NoModifier);

@@ -2,6 +2,7 @@
 
 #include "tests/support/Controls.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QTest>
 
@@ -24,6 +25,7 @@ ScriptedDialogs::~ScriptedDialogs()
 
 int ScriptedDialogs::run(QDialog &dialog)
 {
+    QWidget *before = QApplication::activeWindow();
     dialog.show();
     settle();
     if (script_.isEmpty())
@@ -34,6 +36,8 @@ int ScriptedDialogs::run(QDialog &dialog)
         problems_.append(u"dialog left open: "_s + dialog.windowTitle());
         dialog.reject();
     }
+    // As the desktop does; shortcuts reach the active window only.
+    QApplication::setActiveWindow(before);
     return dialog.result();
 }
 

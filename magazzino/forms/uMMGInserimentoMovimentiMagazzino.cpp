@@ -1,0 +1,167 @@
+#include "magazzino/forms/uMMGInserimentoMovimentiMagazzino.h"
+
+#include "magazzino/MMGUtils.h"
+#include "magazzino/uMMGModMagazzino.h"
+#include "magazzino/ui/CategoriaField.h"
+#include "magazzino/ui/Scelta.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *owner)
+    : EntryForm({.caption = u"Inserimento / Modifica movimenti di magazzino"_s,
+                 .menuCaption = u">Inserimento movimenti di magazzino<"_s,
+                 .key = u"IDMOVI_MAGA"_s,
+                 .generator = u"GN_IDMOVI_MAGA"_s},
+                &Modulo().dataSet(u"adsMoviMaga"_s), owner)
+{
+    setObjectName(u"MMGInserimentoMovimentiMagazzino"_s);
+    setOpeningSize({760, 560});
+    mainLayout()->addWidget(pages(), 1);
+    QWidget *page = addPage(u" Generale "_s);
+    auto *layout = new QVBoxLayout(page);
+    declare(new ui::KeptField(u"IDMAGAZZINO"_s, 0, this));
+    layout->addWidget(createArticle(page));
+    auto *kind = declare(new ui::RadioField({.name = u"grpTipoMovimento"_s,
+                                             .caption = u" Tipo di movimento "_s,
+                                             .column = u"TIPO_MOVIMENTO"_s,
+                                             .items = {u"Carico"_s, u"Scarico"_s}},
+                                            page));
+    layout->addWidget(kind->widget());
+    layout->addWidget(createAmounts(page));
+    layout->addWidget(createReason(page));
+    keepReferences();
+    auto *notes = declare(new ui::MemoField({.name = u"txtNote"_s, .label = u"Note"_s, .column = u"NOTE"_s}, page));
+    auto *caption = new QLabel(notes->label(), page);
+    caption->setBuddy(notes->widget());
+    layout->addWidget(caption);
+    layout->addWidget(notes->widget(), 1);
+
+    refuseIf([this] { return code_->isEmpty(); }, u"Non è stato indicato il codice!"_s);
+    refuseIf([this] { return description_->isEmpty(); }, u"Non è stata indicata la descrizione!"_s);
+    refuseIf([this] { return reason_->key() < 1; }, u"Non è stata indicata la causale di magazzino!"_s);
+    refuseIf([this] { return category_->key() < 1; }, u"Non è stata indicata la categoria!"_s);
+    start(ui::standardCommands);
+}
+
+QWidget *TMMGInserimentoMovimentiMagazzino::createArticle(QWidget *page)
+{
+    auto *box = new QGroupBox(u" Articolo "_s, page);
+    auto *date = declare(new ui::DateField(
+        {.name = u"txtDataMovimento"_s, .label = u"Data movimento"_s, .column = u"DATA_MOVIMENTO"_s}, box));
+    code_ = declare(new ui::TextField(
+        {.name = u"txtCodice"_s, .label = u"Codice"_s, .column = u"CODICE"_s, .maxLength = 20, .readOnly = true}, box));
+    QAction *choose = addCommand({.name = u"actSelezionaArticolo"_s,
+                                  .caption = u"Seleziona articolo..."_s,
+                                  .run = [this] { selezionaArticolo(); },
+                                  .icon = ui::Icon::Choose,
+                                  .shortcut = QKeySequence(u"Ctrl+F"_s)});
+    QPushButton *button = commandButton(choose, u"cmdSelezionaArticolo"_s, box);
+    description_ = declare(new ui::TextField({.name = u"txtDescrizione"_s,
+                                              .label = u"Descrizione"_s,
+                                              .column = u"DESCRIZIONE"_s,
+                                              .maxLength = 100,
+                                              .readOnly = true},
+                                             box));
+    category_ = declare(new CategoriaField(u"txtCategoria"_s, u"Categoria"_s, u"IDCATEGORIA_ANA_MAGA"_s, box));
+    auto *grid = new QGridLayout(box);
+    place(grid, date, 0, 0);
+    place(grid, code_, 1, 0);
+    grid->addWidget(button, 1, 2);
+    place(grid, description_, 2, 0, 2);
+    place(grid, category_, 3, 0);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    setFocusProxy(date->widget());
+    return box;
+}
+
+QWidget *TMMGInserimentoMovimentiMagazzino::createAmounts(QWidget *page)
+{
+    constexpr double lowest = -99'999'999'999.99;
+    const QString euro = GetCurrencyPrefix();
+    auto *box = new QGroupBox(u" Importi "_s, page);
+    price_ = declare(new ui::DecimalField(
+        {.name = u"txtPrezzo"_s, .label = u"Prezzo"_s, .column = u"PREZZO"_s, .prefix = euro}, box));
+    cost_ = declare(
+        new ui::DecimalField({.name = u"txtCosto"_s, .label = u"Costo"_s, .column = u"COSTO"_s, .prefix = euro}, box));
+    auto *quantity = declare(new ui::DecimalField(
+        {.name = u"txtQuantita"_s, .label = u"Quantità"_s, .column = u"QUANTITA"_s, .initial = 1, .minimum = lowest},
+        box));
+    value_ = declare(new ui::DecimalField(
+        {.name = u"txtValore"_s, .label = u"Valore unità"_s, .column = u"VALORE"_s, .prefix = euro}, box));
+    auto *total = declare(new ui::DecimalField({.name = u"txtValoreImporto"_s,
+                                                .label = u"Valore totale"_s,
+                                                .column = u"VALORE_IMPORTO"_s,
+                                                .minimum = lowest,
+                                                .readOnly = true},
+                                               box));
+    auto *grid = new QGridLayout(box);
+    place(grid, price_, 0, 0);
+    place(grid, cost_, 0, 1);
+    place(grid, quantity, 1, 0);
+    place(grid, value_, 1, 1);
+    place(grid, total, 1, 2);
+    auto *hint = new QLabel(
+        u"Uno scarico si indica con una quantità negativa. Il valore totale viene registrato come è mostrato."_s, box);
+    hint->setWordWrap(true);
+    grid->addWidget(hint, 2, 0, 1, 6);
+    grid->setColumnStretch(5, 1);
+    return box;
+}
+
+QWidget *TMMGInserimentoMovimentiMagazzino::createReason(QWidget *page)
+{
+    reasonBox_ = new QGroupBox(u" Causale di magazzino "_s, page);
+    reasonBox_->setObjectName(u"grpCausaleMagazzino"_s);
+    reason_ = declare(new ui::ChoiceField(
+        {.name = u"txtCausaleMagazzino"_s,
+         .buttonName = u"cmdSelezionaCausaleMagazzino"_s,
+         .keyColumn = u"IDCAUSALE_MAGA"_s,
+         .choose = [] { return scegliConLettore(u"actModSelezionaCausaleMagazzino"_s, GetCausaleMagazzino); },
+         .textOf = [](int key) { return GetCausaleMagazzino(key).testo; }},
+        reasonBox_));
+    auto *layout = new QHBoxLayout(reasonBox_);
+    layout->addWidget(reason_->widget());
+    reasonBox_->hide();
+    return reasonBox_;
+}
+
+// The document that made the movement; null for one entered by hand.
+void TMMGInserimentoMovimentiMagazzino::keepReferences()
+{
+    for (const QString &column : {u"RIF_DOC_TIPO"_s, u"RIF_DOC_ID"_s, u"RIF_DOC_IDRIGA"_s})
+        declare(new ui::KeptField(column, {}, this));
+}
+
+void TMMGInserimentoMovimentiMagazzino::showEvent(QShowEvent *event)
+{
+    // A reason is required, so its group cannot stay hidden.
+    reasonBox_->show();
+    EntryForm::showEvent(event);
+}
+
+void TMMGInserimentoMovimentiMagazzino::selezionaArticolo()
+{
+    const auto chosen = scegli(u"actModSelezionaArticolo"_s);
+    if (!chosen)
+        return;
+    const TArticolo article = GetArticolo(chosen->key);
+    if (article.id <= 0)
+        return;
+    code_->setText(article.codice);
+    description_->setText(article.descrizione);
+    category_->selectKey(article.idCategoria);
+    price_->setValue(article.prezzo);
+    cost_->setValue(article.costo);
+    value_->setValue(article.costo);
+    DataChanged();
+}
+
+bool TMMGInserimentoMovimentiMagazzino::deleteStored(int id)
+{
+    return DeleteMovimentoMagazzino(id);
+}

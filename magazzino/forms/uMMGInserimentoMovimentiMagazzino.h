@@ -1,0 +1,36 @@
+#pragma once
+#include "platform/ui/ChoiceFields.h"
+#include "platform/ui/EntryForm.h"
+#include "platform/ui/Fields.h"
+
+class CategoriaField;
+
+/// Entry form of one stock movement outside any document. Quantity and total are stored as shown: the form neither
+/// changes the sign of an issue nor computes the total; this is intended.
+class TMMGInserimentoMovimentiMagazzino : public ui::EntryForm
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGInserimentoMovimentiMagazzino(QWidget *owner);
+
+protected:
+    bool deleteStored(int id) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    QWidget *createArticle(QWidget *page);
+    QWidget *createAmounts(QWidget *page);
+    QWidget *createReason(QWidget *page);
+    void keepReferences();
+    void selezionaArticolo();
+
+    ui::TextField *code_ = nullptr;
+    ui::TextField *description_ = nullptr;
+    CategoriaField *category_ = nullptr;
+    ui::DecimalField *price_ = nullptr;
+    ui::DecimalField *cost_ = nullptr;
+    ui::DecimalField *value_ = nullptr;
+    ui::ChoiceField *reason_ = nullptr;
+    QGroupBox *reasonBox_ = nullptr;
+};

@@ -1,0 +1,15 @@
+#pragma once
+#include "magazzino/ui/RicercaBase.h"
+
+/// List of the stock movements of a period, newest first. Movements are deleted in the entry form only.
+class TMMGRicercaMovimentiMagazzino : public TMMGRicercaBase
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGRicercaMovimentiMagazzino(QWidget *owner);
+
+protected:
+    /// From the first day of the previous month to the last one of the current month.
+    void resetFilters() override;
+};

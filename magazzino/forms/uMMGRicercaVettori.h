@@ -1,0 +1,14 @@
+#pragma once
+#include "magazzino/ui/RicercaBase.h"
+
+/// List of the carriers.
+class TMMGRicercaVettori : public TMMGRicercaBase
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGRicercaVettori(QWidget *owner);
+
+protected:
+    bool deleteRecord(int id) override;
+};

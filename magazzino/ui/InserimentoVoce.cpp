@@ -1,0 +1,21 @@
+#include "magazzino/ui/InserimentoVoce.h"
+
+#include "magazzino/uMMGModMagazzino.h"
+
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+TMMGInserimentoVoce::TMMGInserimentoVoce(const ui::EntryFormSpec &spec, const QString &dataSet,
+                                         const ui::TextSpec &field, QWidget *owner)
+    : EntryForm(spec, &Modulo().dataSet(dataSet), owner)
+{
+    setOpeningSize({560, 180});
+    mainLayout()->addWidget(pages(), 1);
+    QWidget *page = addPage(u" Generale "_s);
+    text_ = declare(new ui::TextField(field, page));
+    auto *grid = new QGridLayout(page);
+    place(grid, text_, 0, 0);
+    grid->setRowStretch(1, 1);
+    setFocusProxy(text_->widget());
+}

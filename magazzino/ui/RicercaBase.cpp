@@ -1,0 +1,60 @@
+#include "magazzino/ui/RicercaBase.h"
+
+#include "magazzino/MMGUtils.h"
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Error.h"
+#include "platform/ui/EntryForm.h"
+
+using namespace Qt::StringLiterals;
+
+TMMGRicercaBase::TMMGRicercaBase(const ui::SearchSpec &spec, const QString &entryAction, QWidget *owner)
+    : SearchForm(spec, ModuleConnection(), owner)
+    , entryAction_(entryAction)
+{
+}
+
+ui::EntryForm &TMMGRicercaBase::entryForm() const
+{
+    auto *form = qobject_cast<ui::EntryForm *>(Modulo().openForm(entryAction_));
+    if (!form)
+        throw core::Error(u"La maschera di inserimento non è disponibile."_s);
+    return *form;
+}
+
+void TMMGRicercaBase::openRecord(int id)
+{
+    entryForm().ApriRecord(id);
+}
+
+void TMMGRicercaBase::newRecord()
+{
+    entryForm().NuovoConDomanda();
+}
+
+QList<ui::ListColumn> colonneAnagrafica()
+{
+    return {{u"Codice"_s, u"CODICE"_s, 100},
+            {u"Ragione sociale"_s, u"RAGIONESOCIALE"_s, 490},
+            {u"Telefono 1"_s, u"TELEFONO1"_s, 90},
+            {u"Telefono 2"_s, u"TELEFONO2"_s, 90}};
+}
+
+QList<ui::ListFilter> filtriAnagrafica()
+{
+    return {{.name = u"txtCodice"_s, .label = u"Codice"_s, .condition = ui::containing(u"CODICE"_s)},
+            {.name = u"txtRagioneSociale"_s,
+             .label = u"Ragione sociale"_s,
+             .condition = ui::containing(u"RAGIONESOCIALE"_s)}};
+}
+
+QList<ui::ListFilter> filtriDocumento(const QString &prefix, const QString &yearCondition)
+{
+    return {{.name = u"txtCodice"_s, .label = u"Codice"_s, .condition = ui::containing(prefix + u"CODICE"_s)},
+            {.name = u"txtRagioneSociale"_s,
+             .label = u"Ragione sociale"_s,
+             .condition = ui::containing(prefix + u"RAGIONESOCIALE"_s)},
+            {.name = u"txtAnno"_s,
+             .label = u"Anno"_s,
+             .kind = ui::ListFilter::Kind::Year,
+             .condition = [yearCondition](const QString &year) { return yearCondition + year; }}};
+}

@@ -1,0 +1,33 @@
+#pragma once
+#include "platform/ui/SearchForm.h"
+
+namespace ui {
+class EntryForm;
+}
+
+/// A search list of the module: opens its entry form through the module's action.
+class TMMGRicercaBase : public ui::SearchForm
+{
+    Q_OBJECT
+
+public:
+    /// `entryAction` opens the entry form of the same kind of record.
+    TMMGRicercaBase(const ui::SearchSpec &spec, const QString &entryAction, QWidget *owner);
+
+protected:
+    void openRecord(int id) override;
+    void newRecord() override;
+
+private:
+    ui::EntryForm &entryForm() const;
+
+    QString entryAction_;
+};
+
+/// Columns of the lists of suppliers and carriers; `nameWidth` of "Ragione sociale".
+QList<ui::ListColumn> colonneAnagrafica();
+/// Their filters "Codice" and "Ragione sociale".
+QList<ui::ListFilter> filtriAnagrafica();
+/// Filters of the document lists: code and name of the counterpart (columns beginning with `prefix`) and the year,
+/// whose condition begins with `yearCondition`.
+QList<ui::ListFilter> filtriDocumento(const QString &prefix, const QString &yearCondition);

@@ -1,0 +1,237 @@
+#include "platform/ui/SearchForm.h"
+
+#include "platform/core/Clock.h"
+#include "platform/core/Messages.h"
+#include "platform/data/Connection.h"
+#include "platform/data/SqlText.h"
+#include "platform/ui/Dialogs.h"
+#include "platform/ui/LetterBar.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+namespace {
+
+// Calls `run` for Enter in a control that has no signal of its own for it.
+class EnterFilter : public QObject
+{
+public:
+    EnterFilter(QWidget *watched, std::function<void()> run)
+        : QObject(watched)
+        , run_(std::move(run))
+    {
+        watched->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() != QEvent::KeyPress)
+            return false;
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key != Qt::Key_Return && key != Qt::Key_Enter)
+            return false;
+        run_();
+        return true;
+    }
+
+private:
+    std::function<void()> run_;
+};
+
+QString valueOf(const QWidget *input)
+{
+    if (const auto *edit = qobject_cast<const QLineEdit *>(input))
+        return edit->text();
+    if (const auto *year = qobject_cast<const QSpinBox *>(input))
+        return QString::number(year->value());
+    return qobject_cast<const QDateEdit *>(input)->date().toString(Qt::ISODate);
+}
+
+} // namespace
+
+std::function<QString(const QString &)> containing(const QString &column)
+{
+    return [column](const QString &value) { return column + u" CONTAINING "_s + data::quoted(value); };
+}
+
+SearchForm::SearchForm(const SearchSpec &spec, data::Connection &connection, QWidget *parent)
+    : ChildForm(spec.caption, spec.menuCaption, parent)
+    , spec_(spec)
+    , connection_(connection)
+    , bar_(newToolBar(u"tBarStandard"_s))
+{
+    setOpeningSize(spec.openingSize);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(6, 4, 6, 6);
+    layout->setSpacing(4);
+    layout->addWidget(bar_);
+    declareCommands();
+    createFilterBar(layout);
+    grid_ = new ResultGrid(spec.keyField, spec.columns, this);
+    grid_->setObjectName(u"GridRisultati"_s);
+    grid_->allowSorting();
+    connect(grid_, &ResultGrid::chosen, command(u"actModifica"_s), &QAction::trigger);
+    layout->addWidget(grid_, 1);
+    createLetterBar(layout);
+    setMinimumSize(700, 360);
+}
+
+void SearchForm::declareCommands()
+{
+    addCommand({.name = u"actNuovo"_s,
+                .caption = u"Nuovo"_s,
+                .run = [this] { newRecord(); },
+                .icon = Icon::New,
+                .shortcut = QKeySequence(u"Ctrl+N"_s),
+                .hint = spec_.newHint});
+    addCommand({.name = u"actModifica"_s,
+                .caption = u"Modifica"_s,
+                .run = [this] { withSelected([this](int id) { openRecord(id); }); },
+                .icon = Icon::Open,
+                .shortcut = QKeySequence(u"Ctrl+O"_s),
+                .hint = spec_.editHint});
+    addCommand({.name = u"actElimina"_s,
+                .caption = u"Elimina"_s,
+                .run =
+                    [this] {
+                        withSelected([this](int id) {
+                            if (deleteRecord(id))
+                                grid_->rows().removeKey(id);
+                        });
+                    },
+                .icon = Icon::Delete,
+                .shortcut = QKeySequence(u"Ctrl+D"_s)});
+    addCommand({.name = u"actChiudi"_s,
+                .caption = u"Chiudi"_s,
+                .run = [this] { closeForm(); },
+                .icon = Icon::Close,
+                .hint = spec_.closeHint});
+    addCommand({.name = u"actCerca"_s,
+                .caption = u"Cerca"_s,
+                .run = [this] { Cerca(); },
+                .icon = Icon::Search,
+                .shortcut = QKeySequence(u"F5"_s)});
+    addCommand(
+        {.name = u"actRipristina"_s, .caption = u"Ripristina"_s, .run = [this] { Ripristina(); }, .icon = Icon::Reset});
+}
+
+void SearchForm::createFilterBar(QVBoxLayout *layout)
+{
+    auto *line = new QHBoxLayout;
+    for (const ListFilter &filter : std::as_const(spec_.filters))
+        addFilter(filter, line);
+    if (std::none_of(spec_.filters.begin(), spec_.filters.end(),
+                     [](const ListFilter &filter) { return filter.kind == ListFilter::Kind::Text; }))
+        line->addStretch();
+    line->addWidget(commandButton(command(u"actCerca"_s), u"cmdCerca"_s, this));
+    line->addWidget(commandButton(command(u"actRipristina"_s), u"cmdRipristina"_s, this));
+    layout->addLayout(line);
+}
+
+void SearchForm::addFilter(const ListFilter &filter, QHBoxLayout *line)
+{
+    QWidget *input = nullptr;
+    int stretch = 0;
+    switch (filter.kind) {
+    case ListFilter::Kind::Text: {
+        auto *edit = new QLineEdit(this);
+        edit->setMaxLength(100);
+        input = edit;
+        stretch = 1;
+        break;
+    }
+    case ListFilter::Kind::Year: {
+        auto *year = new QSpinBox(this);
+        year->setRange(1900, 3000);
+        input = year;
+        break;
+    }
+    case ListFilter::Kind::Date:
+        input = new DateEdit(this);
+        break;
+    }
+    input->setObjectName(filter.name);
+    new EnterFilter(input, [this] { command(u"actCerca"_s)->trigger(); });
+    auto *label = new QLabel(filter.label, this);
+    label->setBuddy(input);
+    line->addWidget(label);
+    line->addWidget(input, stretch);
+    inputs_.append(input);
+}
+
+void SearchForm::createLetterBar(QVBoxLayout *layout)
+{
+    if (spec_.letterColumn.isEmpty())
+        return;
+    auto *letters = new LetterBar(this);
+    connect(letters, &LetterBar::pressed, this, [this](const QString &caption) {
+        core::guarded(this, [this, &caption] {
+            // No blank before LIKE and two behind it: the clause as it has always been sent.
+            AggiornaGriglia(LetterBar::condition(caption, spec_.letterColumn, u"LIKE  "_s));
+        });
+    });
+    layout->addWidget(letters);
+}
+
+void SearchForm::start(const QStringList &commands)
+{
+    placeCommands(bar_, commands);
+    if (!inputs_.isEmpty())
+        setFocusProxy(inputs_.first());
+    Ripristina();
+}
+
+void SearchForm::Ripristina()
+{
+    for (QWidget *input : std::as_const(inputs_)) {
+        if (auto *edit = qobject_cast<QLineEdit *>(input))
+            edit->clear();
+        else if (auto *year = qobject_cast<QSpinBox *>(input))
+            year->setValue(core::today().year());
+    }
+    resetFilters();
+}
+
+QString SearchForm::filterText() const
+{
+    QStringList conditions;
+    for (int i = 0; i < inputs_.size(); ++i) {
+        const QString value = valueOf(inputs_[i]);
+        if (value.isEmpty())
+            continue;
+        // The year, which is always there, leads the clause wherever its input stands.
+        const bool leads = spec_.filters[i].kind == ListFilter::Kind::Year;
+        conditions.insert(leads ? 0 : conditions.size(), spec_.filters[i].condition(value));
+    }
+    return conditions.isEmpty() ? QString() : u"WHERE "_s + conditions.join(u" AND "_s);
+}
+
+void SearchForm::Cerca()
+{
+    AggiornaGriglia(filterText());
+}
+
+void SearchForm::AggiornaGriglia(const QString &filter)
+{
+    const WaitCursor wait;
+    const int key = grid_->selectedKey();
+    const int position = grid_->verticalScrollBar()->value();
+    grid_->rows().setRows(connection_.select(spec_.selectText + filter + spec_.orderText));
+    if (key > 0 && grid_->selectKey(key))
+        grid_->verticalScrollBar()->setValue(position);
+}
+
+void SearchForm::withSelected(const std::function<void(int)> &run)
+{
+    if (const int id = grid_->selectedKey(); id > 0)
+        run(id);
+}
+
+} // namespace ui

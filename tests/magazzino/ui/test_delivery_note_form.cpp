@@ -1,0 +1,542 @@
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Error.h"
+#include "tests/support/Documents.h"
+#include "tests/support/TestMain.h"
+
+#include <QCheckBox>
+#include <QDateEdit>
+#include <QDoubleSpinBox>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+
+using namespace Qt::StringLiterals;
+
+class TestDeliveryNoteForm : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void newDocument();
+    void checksRunInOrder();
+    void missingTaxDataIsAskedFor_data();
+    void missingTaxDataIsAskedFor();
+    void addressee_data();
+    void addressee();
+    void saveWritesTheHeader();
+    void carrier_data();
+    void carrier();
+    void startOfTransport_data();
+    void startOfTransport();
+    void everythingComesBack();
+    void issueIsValuedAtTheAverageCost();
+    void numberIsUsedOncePerYear();
+    void onlyArticlesMoveStock();
+    void costOutlivesOpeningAndSaving();
+    void cancelledDialogsChangeNothing();
+    void vanishedRecordsChangeNothing();
+    void closingQuestion_data();
+    void closingQuestion();
+    void closingAfterAFailedSave();
+    void loadingQuestionKeepsEverything();
+    void deletingKeepsTheMovements();
+
+private:
+    test::Document &note() { return *note_; }
+    QStringList lines(const QString &sql) const { return workplace_->lines(sql); }
+    void setText(const QString &name, const QString &text) const { note_->control<QLineEdit>(name)->setText(text); }
+    void receive(const QString &code, double quantity, double cost) const;
+
+    std::unique_ptr<test::Workplace> workplace_;
+    std::unique_ptr<test::Document> note_;
+};
+
+namespace {
+const QString closing = u"Salvare le modifiche al record corrente\n\rprima di continuare?"_s;
+}
+
+void TestDeliveryNoteForm::init()
+{
+    workplace_ = std::make_unique<test::Workplace>();
+    note_ = std::make_unique<test::Document>(*workplace_, test::deliveryNote());
+}
+
+void TestDeliveryNoteForm::cleanup()
+{
+    note_.reset();
+    workplace_.reset();
+}
+
+void TestDeliveryNoteForm::receive(const QString &code, double quantity, double cost) const
+{
+    workplace_->database().run(u"INSERT INTO MOVI_MAGA(IDMAGAZZINO, DATA_MOVIMENTO, CODICE, DESCRIZIONE, "
+                               u"IDCATEGORIA_ANA_MAGA, TIPO_MOVIMENTO, "
+                               "PREZZO, COSTO, QUANTITA, VALORE, VALORE_IMPORTO, IDCAUSALE_MAGA) "
+                               "VALUES(0, '2026-01-10', ?, '-', 1, 'Carico', 0, ?, ?, ?, ?, 1)"_s,
+                               {code, cost, quantity, cost, cost * quantity});
+}
+
+void TestDeliveryNoteForm::newDocument()
+{
+    QCOMPARE(note().shown(u"txtNumero"_s) + u'|' + note().shown(u"txtData"_s), u"1|16/03/2026"_s);
+    QCOMPARE(note().control<QGroupBox>(u"grpAnagrafica"_s)->title(), u" Cliente "_s);
+    for (const char *label : {"lblCodice", "lblPartitaIVA", "lblVettCodice", "lblVettNazione", "txtTipoTrasporto",
+                              "txtCausaleTrasporto", "txtPesoUM"})
+        QCOMPARE(note().shown(QString::fromLatin1(label)), u"..."_s);
+    QVERIFY(!note().control<QCheckBox>(u"chkInizioTrasporto"_s)->isChecked());
+    QVERIFY(!note().control<QWidget>(u"txtDataInizioTrasporto"_s)->isEnabled());
+    QVERIFY(!note().control<QWidget>(u"txtOraInizioTrasporto"_s)->isEnabled());
+    QCOMPARE(note().shown(u"txtDataInizioTrasporto"_s), u"16/03/2026"_s);
+    QCOMPARE(note().flags(), u"new"_s);
+    QCOMPARE(note().form().IdRecord(), -1);
+}
+
+void TestDeliveryNoteForm::checksRunInOrder()
+{
+    note().fillHeader();
+    note().save();
+    note().trigger(u"actNuovo"_s);
+    const QStringList before = note().stored();
+    const auto refused = [&](const QString &text) {
+        workplace_->messages.expectWarning(text);
+        note().save();
+        QCOMPARE(workplace_->messages.verify(), QStringList());
+        QCOMPARE(note().stored(), before);
+    };
+    note().control<QSpinBox>(u"txtNumero"_s)->setValue(1);
+    refused(u"Esiste già un documento con questo numero!"_s);
+    note().control<QSpinBox>(u"txtNumero"_s)->setValue(2);
+    refused(u"Non è stato selezionato un cliente!"_s);
+    note().choose(u"actSelezionaFornitore"_s, test::choosing(u"Inox Casa S.r.l."_s, u"I"_s));
+    refused(u"Non è stato selezionato un tipo di trasporto!"_s);
+    note().choose(u"cmdSelezionaTipoTrasporto"_s, test::choosing(u"Vettore"_s));
+    refused(u"Non è stato selezionata una causale di trasporto!"_s);
+    note().choose(u"cmdSelezionaCausaleTrasporto"_s, test::choosing(u"Reso"_s));
+    note().save();
+    QCOMPARE(note().flags(), u"stored"_s);
+}
+
+void TestDeliveryNoteForm::missingTaxDataIsAskedFor_data()
+{
+    QTest::addColumn<QString>("customer");
+    QTest::addColumn<bool>("asks");
+    QTest::addColumn<core::Answer>("answer");
+    QTest::addColumn<bool>("saved");
+    QTest::newRow("neither, No") << u"Agostini Lucia"_s << true << core::Answer::No << false;
+    QTest::newRow("neither, Yes") << u"Agostini Lucia"_s << true << core::Answer::Yes << true;
+    QTest::newRow("tax code only") << u"Arredo Bagno Alpi S.r.l."_s << false << core::Answer::No << true;
+    QTest::newRow("VAT number only") << u"Azzurra Casalinghi S.n.c."_s << false << core::Answer::No << true;
+}
+
+void TestDeliveryNoteForm::missingTaxDataIsAskedFor()
+{
+    QFETCH(QString, customer);
+    QFETCH(bool, asks);
+    QFETCH(core::Answer, answer);
+    QFETCH(bool, saved);
+    workplace_->database().execute(u"UPDATE CLIENTI SET PARTITAIVA = '' WHERE RAGIONESOCIALE STARTING WITH 'Arredo'"_s);
+    workplace_->database().execute(
+        u"UPDATE CLIENTI SET CODICEFISCALE = NULL WHERE RAGIONESOCIALE STARTING 'Azzurra'"_s);
+    note().fillHeader();
+    note().choose(u"actSelezionaCliente"_s, test::choosing(customer));
+    const QStringList before = note().stored();
+    if (asks)
+        workplace_->messages.expectQuestion(u"Non sono stati indicati nè il codice fiscale, nè la partita IVA,\n\r"
+                                            "proseguire comunque?"_s,
+                                            answer);
+    note().save();
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QCOMPARE(note().flags(), saved ? u"stored"_s : u"new modified"_s);
+    QCOMPARE(note().stored() == before, !saved);
+}
+
+void TestDeliveryNoteForm::addressee_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("customer") << u"actSelezionaCliente"_s << u"Azzurra Casalinghi S.n.c."_s << u" Cliente "_s
+                              << u"CLIENTI"_s << u"0"_s;
+    QTest::newRow("supplier") << u"actSelezionaFornitore"_s << u"Acciaierie Brentane S.p.A."_s << u" Fornitore "_s
+                              << u"FORNITORI"_s << u"1"_s;
+}
+
+void TestDeliveryNoteForm::addressee()
+{
+    QFETCH(QString, action);
+    QFETCH(QString, name);
+    QFETCH(QString, caption);
+    QFETCH(QString, table);
+    QFETCH(QString, kind);
+    const QString columns = u"CODICE, RAGIONESOCIALE, INDIRIZZO, CITTA, CAP, PROVINCIA, NAZIONE, CODICEFISCALE, "
+                            "PARTITAIVA"_s;
+    const QString master = u"SELECT %1 FROM %2 WHERE RAGIONESOCIALE = '%3'"_s.arg(columns, table, name);
+    const QStringList copied = lines(master);
+    note().fillHeader();
+    note().choose(action, test::choosing(name));
+    QCOMPARE(note().control<QGroupBox>(u"grpAnagrafica"_s)->title(), caption);
+    note().save();
+    const QString stored = u"SELECT CLI_"_s + QString(columns).replace(u", "_s, u", CLI_"_s) + u" FROM DDT_SCARICO"_s;
+    QCOMPARE(lines(stored), copied);
+    QCOMPARE(lines(u"SELECT TIPO_ANAGRAFICA FROM DDT_SCARICO"_s), QStringList({kind}));
+    // Later changes of the master record leave the note as it was.
+    workplace_->database().execute(u"UPDATE %1 SET INDIRIZZO = 'Altrove', CITTA = NULL"_s.arg(table));
+    const int id = note().form().IdRecord();
+    note().trigger(u"actNuovo"_s);
+    QCOMPARE(note().control<QGroupBox>(u"grpAnagrafica"_s)->title(), u" Cliente "_s);
+    note().form().ApriRecord(id);
+    QCOMPARE(note().control<QGroupBox>(u"grpAnagrafica"_s)->title(), caption);
+    note().form().DataChanged();
+    note().save();
+    QCOMPARE(lines(stored), copied);
+    QCOMPARE(lines(u"SELECT TIPO_ANAGRAFICA FROM DDT_SCARICO"_s), QStringList({kind}));
+}
+
+void TestDeliveryNoteForm::saveWritesTheHeader()
+{
+    note().fillHeader();
+    note().control<QSpinBox>(u"txtNumero"_s)->setValue(12);
+    note().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2025, 12, 31));
+    test::type(note().control<QLineEdit>(u"txtDestRagioneSociale"_s), u"Cantiere d'Adda"_s);
+    test::type(note().control<QLineEdit>(u"txtDestCap"_s), u"i-3606199"_s);
+    test::type(note().control<QLineEdit>(u"txtDestProvincia"_s), u"vic"_s);
+    test::type(note().control<QLineEdit>(u"txtDestNazione"_s), u"Italia"_s);
+    test::type(note().control<QLineEdit>(u"txtAspettoBeni"_s), u"Scatole di cartone rigido"_s);
+    note().control<QSpinBox>(u"txtColli"_s)->setValue(2);
+    note().control<QDoubleSpinBox>(u"txtPeso"_s)->setValue(11.25);
+    note().choose(u"cmdSelezionaPesoUM"_s, test::choosing(u"KG"_s));
+    note().control<QPlainTextEdit>(u"txtNote"_s)->setPlainText(u"è urgente"_s);
+    note().addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+    note().save();
+    QCOMPARE(lines(u"SELECT NUMERO, DATA, ANNO, DEST_RAGIONESOCIALE, DEST_INDIRIZZO, DEST_CITTA, DEST_CAP, "
+                   "DEST_PROVINCIA, DEST_NAZIONE, ASPETTO_BENI, TIPO_TRASPORTO, CAUSALE_TRASPORTO, COLLI, PESO, "
+                   "PESO_UM, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTE FROM DDT_SCARICO"_s),
+             QStringList({u"12|2025-12-31|2025|Cantiere d'Adda|||I-360|VI|Italia|Scatole di cartone r|Mittente|Vendita|"
+                          "2|11.25|KG|0|0|0|è urgente"_s}));
+    QCOMPARE(lines(u"SELECT D.NUMERO FROM DDT_SCARICO D JOIN UM ON UM.IDUM = D.PESO_IDUM AND UM.UM = 'KG' "
+                   "JOIN TIPI_TRASPORTO T ON T.IDTIPO_TRASPORTO = D.IDTIPO_TRASPORTO AND T.TIPO_TRASPORTO = 'Mittente' "
+                   "JOIN CAUSALI_TRASPORTO C ON C.IDCAUSALE_TRASPORTO = D.IDCAUSALE_TRASPORTO "
+                   "AND C.CAUSALE_TRASPORTO = 'Vendita'"_s),
+             QStringList({u"12"_s}));
+    // The unit of the weight may be taken back.
+    test::press(&note().form(), u"cmdSelezionaPesoUMAnnulla"_s);
+    note().save();
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM DDT_SCARICO WHERE PESO_IDUM IS NULL AND PESO_UM IS NULL"_s),
+             QStringList({u"1"_s}));
+}
+
+void TestDeliveryNoteForm::carrier_data()
+{
+    QTest::addColumn<QString>("change"); // of the master record
+    QTest::addColumn<bool>("chosen");
+    QTest::addColumn<bool>("takenBack");
+    QTest::addColumn<QString>("stored");
+    const QString missing = u"UPDATE VETTORI SET INDIRIZZO = NULL, CAP = '', PROVINCIA = 'XX'"_s;
+    const QString null = u"NULL|NULL|NULL|NULL|NULL|NULL|NULL"_s;
+    QTest::newRow("none") << missing << false << false << null;
+    QTest::newRow("taken back") << missing << true << true << null;
+    QTest::newRow("incomplete") << missing << true << false
+                                << u"V0002|Brenta Corriere S.r.l.|NULL|Verona|NULL|XX|Italia"_s;
+}
+
+void TestDeliveryNoteForm::carrier()
+{
+    QFETCH(QString, change);
+    QFETCH(bool, chosen);
+    QFETCH(bool, takenBack);
+    QFETCH(QString, stored);
+    workplace_->database().execute(change);
+    workplace_->database().execute(u"UPDATE VETTORI SET CITTA = 'Verona' WHERE CODICE = 'V0002'"_s);
+    note().fillHeader();
+    if (chosen) {
+        note().choose(u"actSelezionaVettore"_s, test::choosing(u"Brenta Corriere S.r.l."_s, u"B"_s));
+        QCOMPARE(note().shown(u"lblVettIndirizzo"_s), u"..."_s);
+    }
+    if (takenBack)
+        test::press(&note().form(), u"cmdAnnullaSelezioneVettore"_s);
+    note().save();
+    QStringList columns;
+    for (const char *name : {"CODICE", "RAGIONESOCIALE", "INDIRIZZO", "CITTA", "CAP", "PROVINCIA", "NAZIONE"})
+        columns.append(u"COALESCE(VETT_%1, 'NULL')"_s.arg(QLatin1StringView(name)));
+    QCOMPARE(lines(u"SELECT %1 FROM DDT_SCARICO"_s.arg(columns.join(u", "_s))), QStringList({stored}));
+}
+
+void TestDeliveryNoteForm::startOfTransport_data()
+{
+    QTest::addColumn<bool>("checked");
+    QTest::addColumn<QString>("stored");
+    QTest::newRow("checked") << true << u"2026-03-20|14:05:00.000"_s;
+    QTest::newRow("unchecked") << false << u"|"_s;
+}
+
+void TestDeliveryNoteForm::startOfTransport()
+{
+    QFETCH(bool, checked);
+    QFETCH(QString, stored);
+    auto *check = note().control<QCheckBox>(u"chkInizioTrasporto"_s);
+    note().fillHeader();
+    check->setChecked(true);
+    QVERIFY(note().control<QWidget>(u"txtOraInizioTrasporto"_s)->isEnabled());
+    note().control<QDateEdit>(u"txtDataInizioTrasporto"_s)->setDate(QDate(2026, 3, 20));
+    note().control<QTimeEdit>(u"txtOraInizioTrasporto"_s)->setTime(QTime(14, 5));
+    check->setChecked(checked);
+    note().save();
+    QCOMPARE(lines(u"SELECT DATA_INIZIO_TRASPORTO, ORA_INIZIO_TRASPORTO FROM DDT_SCARICO"_s), QStringList({stored}));
+    const int id = note().form().IdRecord();
+    note().trigger(u"actNuovo"_s);
+    note().form().ApriRecord(id);
+    QCOMPARE(check->isChecked(), checked);
+    QCOMPARE(note().flags(), u"stored"_s);
+    note().form().DataChanged();
+    note().save();
+    QCOMPARE(lines(u"SELECT DATA_INIZIO_TRASPORTO, ORA_INIZIO_TRASPORTO FROM DDT_SCARICO"_s), QStringList({stored}));
+}
+
+void TestDeliveryNoteForm::everythingComesBack()
+{
+    note().fillHeader();
+    note().choose(u"actSelezionaVettore"_s, test::choosing(u"Brenta Corriere S.r.l."_s, u"B"_s));
+    note().choose(u"cmdSelezionaPesoUM"_s, test::choosing(u"KG"_s));
+    setText(u"txtDestIndirizzo"_s, u"Via Roma 12"_s);
+    setText(u"txtDestCitta"_s, u"Forlì"_s);
+    setText(u"txtAspettoBeni"_s, u"Scatole"_s);
+    note().addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+    note().choose(u"actAggiungiServizio"_s, [](QDialog &dialog) {
+        test::press(&dialog, u"actCerca"_s);
+        test::selectRow(test::control<QTableView>(&dialog, u"gridRisultati"_s), u"CONS-01"_s);
+        test::press(&dialog, u"cmdOk"_s);
+    });
+    note().trigger(u"actAggiungiTesto"_s);
+    test::typeIntoCell(note().grid(), 2, u"Descrizione"_s, u"Citofonare \"D'Amico\""_s);
+    note().save();
+    // Saving what was loaded changes nothing but the keys of rows and movements.
+    const auto everything = [this] {
+        QStringList all = lines(u"SELECT * FROM DDT_SCARICO"_s);
+        for (const char *table : {"DDT_SCARICO_DETT", "MOVI_MAGA"}) {
+            QStringList rows = lines(u"SELECT * FROM %1 ORDER BY 1"_s.arg(QLatin1StringView(table)));
+            for (QString &row : rows)
+                row = row.section(u'|', 1).remove(QRegularExpression(u"\\|\\d+\\|D\\.d\\.T\\. di scarico n\\. "_s));
+            all += rows;
+        }
+        return all;
+    };
+    const QStringList before = everything();
+    const int id = note().form().IdRecord();
+    note().trigger(u"actNuovo"_s);
+    note().form().ApriRecord(id);
+    note().form().DataChanged();
+    note().save();
+    QCOMPARE(everything(), before);
+    QCOMPARE(lines(u"SELECT TIPO_RIGA, CODICE, PREZZO, QUANTITA, IMPORTO, COSTO, UM FROM DDT_SCARICO_DETT ORDER BY "
+                   "IDDDT_SCARICO_DETT"_s),
+             QStringList({u"Articolo|TRA-0018|7.9|5|39.5||PZ"_s, u"Servizio|CONS-01|20|1|20||PZ"_s, u"Testo||||||"_s}));
+}
+
+void TestDeliveryNoteForm::issueIsValuedAtTheAverageCost()
+{
+    receive(u"TRA-0018"_s, 10, 2);
+    receive(u"TRA-0018"_s, 10, 4);
+    note().fillHeader();
+    note().addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+    const QString mine =
+        u"SELECT M.QUANTITA, M.VALORE, M.VALORE_IMPORTO, M.PREZZO, M.COSTO - A.COSTO, M.TIPO_MOVIMENTO, "
+        "M.IDCAUSALE_MAGA, M.DATA_MOVIMENTO, M.NOTE FROM MOVI_MAGA M JOIN ANA_MAGA A ON "
+        "A.CODICE = M.CODICE WHERE M.RIF_DOC_TIPO = 'D.d.T. di scarico' ORDER BY M.IDMOVI_MAGA"_s;
+    const QString stock = u"SELECT SUM(QUANTITA), SUM(VALORE_IMPORTO) FROM MOVI_MAGA"_s;
+    for (int i = 0; i < 3; ++i) {
+        note().form().DataChanged();
+        note().save();
+        QCOMPARE(lines(mine),
+                 QStringList({u"-5|3|-15|7.9|0|Scarico|2|2026-03-16|D.d.T. di scarico n. 1 del 16/03/2026"_s}));
+        QCOMPARE(lines(stock), QStringList({u"15|45"_s}));
+    }
+    QCOMPARE(lines(u"SELECT D.IDDDT_SCARICO FROM MOVI_MAGA M JOIN DDT_SCARICO_DETT D ON "
+                   "D.IDDDT_SCARICO_DETT = M.RIF_DOC_IDRIGA AND D.IDDDT_SCARICO = M.RIF_DOC_ID"_s),
+             QStringList({QString::number(note().form().IdRecord())}));
+    // Before anything was received the average cost is 0.
+    note().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2026, 1, 9));
+    note().save();
+    QCOMPARE(lines(mine), QStringList({u"-5|0|0|7.9|0|Scarico|2|2026-01-09|D.d.T. di scarico n. 1 del 09/01/2026"_s}));
+}
+
+void TestDeliveryNoteForm::numberIsUsedOncePerYear()
+{
+    note().fillHeader();
+    note().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2025, 6, 1));
+    note().save();
+    note().trigger(u"actNuovo"_s);
+    QCOMPARE(note().shown(u"txtNumero"_s), u"1"_s);
+    note().fillHeader();
+    note().save();
+    QCOMPARE(lines(u"SELECT NUMERO, ANNO FROM DDT_SCARICO ORDER BY ANNO"_s), QStringList({u"1|2025"_s, u"1|2026"_s}));
+    note().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2025, 6, 1));
+    workplace_->messages.expectWarning(u"Esiste già un documento con questo numero!"_s);
+    note().save();
+    QCOMPARE(lines(u"SELECT NUMERO, ANNO FROM DDT_SCARICO ORDER BY ANNO"_s), QStringList({u"1|2025"_s, u"1|2026"_s}));
+}
+
+void TestDeliveryNoteForm::onlyArticlesMoveStock()
+{
+    note().fillHeader();
+    note().showPage(1);
+    note().choose(u"actAggiungiServizio"_s, [](QDialog &dialog) {
+        test::press(&dialog, u"actCerca"_s);
+        test::selectRow(test::control<QTableView>(&dialog, u"gridRisultati"_s), u"SPED-01"_s);
+        test::press(&dialog, u"cmdOk"_s);
+    });
+    note().trigger(u"actAggiungiTesto"_s);
+    test::typeIntoCell(note().grid(), 1, u"Descrizione"_s, u"Solo testo"_s);
+    note().save();
+    QCOMPARE(lines(u"SELECT D.TIPO_RIGA, D.DESCRIZIONE, D.CATEGORIA, C.CATEGORIA, D.PREZZO, D.IVA_ALIQUOTA FROM "
+                   "DDT_SCARICO_DETT D LEFT JOIN CATEGORIE_SERVIZI C ON C.IDCATEGORIA_SERVIZI = D.IDCATEGORIA "
+                   "ORDER BY D.IDDDT_SCARICO_DETT"_s),
+             QStringList({u"Servizio|Spese di spedizione con corriere|Spedizioni|Spedizioni|9.9|22"_s,
+                          u"Testo|Solo testo||||"_s}));
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList({u"0"_s}));
+}
+
+void TestDeliveryNoteForm::costOutlivesOpeningAndSaving()
+{
+    workplace_->database().execute(u"UPDATE ANA_MAGA SET COSTO = 1.23 WHERE CODICE = 'TRA-0018'"_s);
+    workplace_->database().execute(u"UPDATE ANA_MAGA SET COSTO = 4.56 WHERE CODICE = 'TRA-0012'"_s);
+    note().fillHeader();
+    note().addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+    note().addArticle(u"TRA-0012"_s, u"8"_s, u"1"_s);
+    note().save();
+    workplace_->database().execute(u"UPDATE ANA_MAGA SET COSTO = 99"_s);
+    const int id = note().form().IdRecord();
+    for (int i = 0; i < 2; ++i) {
+        note().trigger(u"actNuovo"_s);
+        note().form().ApriRecord(id);
+        note().showPage(1);
+        note().grid()->select(0, RowColumn::Prezzo);
+        note().trigger(u"actSpostaRigaGiu"_s);
+        note().save();
+    }
+    QCOMPARE(lines(u"SELECT CODICE, COSTO FROM MOVI_MAGA ORDER BY IDMOVI_MAGA"_s),
+             QStringList({u"TRA-0018|1.23"_s, u"TRA-0012|4.56"_s}));
+}
+
+void TestDeliveryNoteForm::cancelledDialogsChangeNothing()
+{
+    for (const char *command :
+         {"actSelezionaCliente", "actSelezionaFornitore", "actSelezionaVettore", "cmdSelezionaTipoTrasporto",
+          "cmdSelezionaCausaleTrasporto", "cmdSelezionaPesoUM", "actAggiungiArticolo", "actAggiungiServizio"})
+        note().choose(QString::fromLatin1(command), [](QDialog &dialog) { dialog.reject(); });
+    QCOMPARE(workplace_->dialogs.verify(), QStringList());
+    QCOMPARE(note().flags(), u"new"_s);
+    QCOMPARE(note().grid()->model()->rowCount(), 0);
+}
+
+void TestDeliveryNoteForm::vanishedRecordsChangeNothing()
+{
+    // Another workstation deletes the chosen record while the dialog shows it.
+    const auto vanishing = [this](const QString &table) {
+        return [this, table](QDialog &dialog) {
+            if (auto *search = dialog.findChild<QAbstractButton *>(u"actCerca"_s))
+                search->click();
+            test::control<QTableView>(&dialog, u"gridRisultati"_s)->selectRow(0);
+            workplace_->database().execute(u"DELETE FROM "_s + table);
+            test::press(&dialog, u"cmdOk"_s);
+        };
+    };
+    note().choose(u"actSelezionaCliente"_s, vanishing(u"CLIENTI"_s));
+    note().choose(u"actSelezionaFornitore"_s, vanishing(u"FORNITORI"_s));
+    note().choose(u"actSelezionaVettore"_s, vanishing(u"VETTORI"_s));
+    note().choose(u"actAggiungiArticolo"_s, vanishing(u"ANA_MAGA"_s));
+    note().choose(u"actAggiungiServizio"_s, vanishing(u"SERVIZI"_s));
+    note().choose(u"cmdSelezionaCausaleTrasporto"_s, vanishing(u"CAUSALI_TRASPORTO"_s));
+    QCOMPARE(note().flags(), u"new"_s);
+    QCOMPARE(note().grid()->model()->rowCount(), 0);
+}
+
+void TestDeliveryNoteForm::closingQuestion_data()
+{
+    QTest::addColumn<core::Answer>("answer");
+    QTest::addColumn<bool>("complete");
+    QTest::addColumn<bool>("closes");
+    QTest::addColumn<QString>("saved");
+    QTest::newRow("Cancel") << core::Answer::Cancel << true << false << u"0"_s;
+    QTest::newRow("No") << core::Answer::No << true << true << u"0"_s;
+    QTest::newRow("Yes") << core::Answer::Yes << true << true << u"1"_s;
+    // Yes closes whether or not the save succeeded; this is intended.
+    QTest::newRow("Yes, refused") << core::Answer::Yes << false << true << u"0"_s;
+}
+
+void TestDeliveryNoteForm::closingQuestion()
+{
+    QFETCH(core::Answer, answer);
+    QFETCH(bool, complete);
+    QFETCH(bool, closes);
+    QFETCH(QString, saved);
+    if (complete)
+        note().fillHeader();
+    setText(u"txtAspettoBeni"_s, u"Sfuso"_s);
+    const QPointer<QWidget> form = &note().form();
+    workplace_->messages.expectQuestion(closing, answer);
+    if (!complete)
+        workplace_->messages.expectWarning(u"Non è stato selezionato un cliente!"_s);
+    note().trigger(u"actChiudi"_s);
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QCOMPARE(form.isNull(), closes);
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM DDT_SCARICO"_s), QStringList({saved}));
+}
+
+void TestDeliveryNoteForm::closingAfterAFailedSave()
+{
+    note().fillHeader();
+    data::Connection &connection = *workplace_->module().ModADOConn;
+    connection.setStatementHook([](const QString &sql) {
+        if (sql == u"COMMIT"_s)
+            throw core::Error(u"rifiutato"_s);
+    });
+    const QPointer<QWidget> form = &note().form();
+    workplace_->messages.expectError(u"Si è verificato un errore durante il salvataggio dei dati!"_s);
+    note().save();
+    connection.setStatementHook({});
+    // The note counts as saved, so nothing is asked; this is intended.
+    note().trigger(u"actChiudi"_s);
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QVERIFY(form.isNull());
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM DDT_SCARICO"_s), QStringList({u"0"_s}));
+}
+
+void TestDeliveryNoteForm::loadingQuestionKeepsEverything()
+{
+    note().fillHeader();
+    note().save();
+    const int id = note().form().IdRecord();
+    note().trigger(u"actNuovo"_s);
+    setText(u"txtAspettoBeni"_s, u"Sfuso"_s);
+    note().addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+    workplace_->messages.expectQuestion(u"Ci sono delle modifiche non salvate.\n\rContinuare comunque?"_s,
+                                        core::Answer::No);
+    note().form().ApriRecord(id);
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QCOMPARE(note().flags(), u"new modified"_s);
+    QCOMPARE(note().shown(u"txtAspettoBeni"_s), u"Sfuso"_s);
+    QCOMPARE(note().grid()->model()->rowCount(), 1);
+}
+
+void TestDeliveryNoteForm::deletingKeepsTheMovements()
+{
+    note().fillHeader();
+    note().addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+    note().save();
+    workplace_->messages.expectQuestion(u"Confermare l'eliminazione?"_s, core::Answer::Yes);
+    note().trigger(u"actElimina"_s);
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM DDT_SCARICO"_s) + lines(u"SELECT COUNT(*) FROM DDT_SCARICO_DETT"_s),
+             QStringList({u"0"_s, u"0"_s}));
+    QCOMPARE(lines(u"SELECT CODICE FROM MOVI_MAGA"_s), QStringList({u"TRA-0018"_s}));
+    QCOMPARE(note().flags(), u"new"_s);
+}
+
+static const test::Registered<TestDeliveryNoteForm> registered;
+
+#include "test_delivery_note_form.moc"

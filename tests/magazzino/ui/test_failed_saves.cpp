@@ -1,0 +1,277 @@
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Error.h"
+#include "platform/data/Connection.h"
+#include "tests/support/Documents.h"
+#include "tests/support/TestMain.h"
+
+#include <QDateEdit>
+#include <QLineEdit>
+#include <QSpinBox>
+
+using namespace Qt::StringLiterals;
+
+/// What a document does when the database refuses a save, for both kinds of documents.
+class TestFailedSaves : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { workplace_ = std::make_unique<test::Workplace>(); }
+    void cleanup() { workplace_.reset(); }
+
+    void everyStatementMayFail_data();
+    void everyStatementMayFail();
+    void keyTakenMeanwhileIsLeftAlone_data() { kinds(); }
+    void keyTakenMeanwhileIsLeftAlone();
+    void numberTakenMeanwhileIsNoticed_data() { kinds(); }
+    void numberTakenMeanwhileIsNoticed();
+    void deletingAfterAFailedFirstSaveDeletesNothing_data() { kinds(); }
+    void deletingAfterAFailedFirstSaveDeletesNothing();
+    void refusedDeletionIsTold_data() { kinds(); }
+    void refusedDeletionIsTold();
+    void loadedNoteForgetsTheFailedSave();
+    void failedLoadLeavesNothingToSave_data() { kinds(); }
+    void failedLoadLeavesNothingToSave();
+
+private:
+    static void kinds();
+    const test::DocumentNames &names() const;
+    data::Connection &connection() const { return *workplace_->module().ModADOConn; }
+    QStringList lines(const QString &sql) const { return workplace_->lines(sql); }
+    /// The save fails at the statement with number `index` of its transaction; false when it had no such statement.
+    bool saveFailsAt(const test::Document &note, int index);
+    void failFirstSave(const test::Document &note) { QVERIFY(saveFailsAt(note, 1)); }
+    /// Another workstation's document, stored under the key that the trigger gives next.
+    int insertOther(const test::DocumentNames &names, int number) const;
+
+    std::unique_ptr<test::Workplace> workplace_;
+};
+
+namespace {
+const QString saveError = u"Si è verificato un errore durante il salvataggio dei dati!"_s;
+}
+
+void TestFailedSaves::kinds()
+{
+    QTest::addColumn<bool>("isReceipt");
+    QTest::newRow("receipt") << true;
+    QTest::newRow("delivery note") << false;
+}
+
+const test::DocumentNames &TestFailedSaves::names() const
+{
+    return QString::fromLatin1(QTest::currentDataTag()).startsWith(u"receipt") ? test::receipt() : test::deliveryNote();
+}
+
+bool TestFailedSaves::saveFailsAt(const test::Document &note, int index)
+{
+    int count = 0;
+    bool failed = false;
+    connection().setStatementHook([&](const QString &) {
+        if (connection().inTransaction() && count++ == index) {
+            failed = true;
+            throw core::Error(u"rifiutato"_s);
+        }
+    });
+    workplace_->messages.expectError(saveError);
+    note.form().SalvaRecord();
+    connection().setStatementHook({});
+    const QStringList problems = workplace_->messages.verify();
+    return failed && problems.isEmpty();
+}
+
+int TestFailedSaves::insertOther(const test::DocumentNames &names, int number) const
+{
+    const QString prefix = names.table == u"DDT_SCARICO"_s ? u"CLI"_s : u"FOR"_s;
+    const data::Rows key = workplace_->database().run(
+        u"INSERT INTO %1(NUMERO, DATA, ANNO, %2_CODICE, %2_RAGIONESOCIALE, IDTIPO_TRASPORTO, TIPO_TRASPORTO, "
+        "IDCAUSALE_TRASPORTO, CAUSALE_TRASPORTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO%4) "
+        "VALUES(?, '2026-01-01', 2026, 'ALTRO', 'Altra', 1, 'X', 1, 'X', 0, 0, 0%5) RETURNING %3"_s.arg(
+            names.table, prefix, names.key, prefix == u"CLI"_s ? u", TIPO_ANAGRAFICA"_s : QString(),
+            prefix == u"CLI"_s ? u", 0"_s : QString()),
+        {number});
+    return key.integer(0, names.key);
+}
+
+void TestFailedSaves::everyStatementMayFail_data()
+{
+    QTest::addColumn<bool>("stored");
+    QTest::addColumn<QString>("flags");
+    QTest::newRow("receipt, new") << false << u"new modified"_s;
+    QTest::newRow("receipt, stored") << true << u"stored modified"_s;
+    // After a failed save a delivery note counts as saved; this is intended.
+    QTest::newRow("delivery note, new") << false << u"stored"_s;
+    QTest::newRow("delivery note, stored") << true << u"stored"_s;
+}
+
+void TestFailedSaves::everyStatementMayFail()
+{
+    QFETCH(bool, stored);
+    QFETCH(QString, flags);
+    const test::Document note(*workplace_, names());
+    int failures = 0;
+    for (int index = 0;; ++index) {
+        if (index == 0 || !stored) {
+            note.form().NuovoRecord();
+            note.fillHeader();
+            note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+        }
+        if (index == 0 && stored) {
+            note.addArticle(u"TRA-0018"_s, u"3"_s, u"4"_s);
+            note.save();
+        }
+        note.control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Prova %1"_s.arg(index));
+        const QStringList before = note.stored();
+        const QString aspect = note.shown(u"txtAspettoBeni"_s);
+        if (!saveFailsAt(note, index))
+            break;
+        ++failures;
+        QCOMPARE(note.stored(), before);
+        QCOMPARE(note.flags(), flags);
+        QVERIFY(!connection().inTransaction());
+        QVERIFY(!QGuiApplication::overrideCursor());
+        QCOMPARE(note.shown(u"txtAspettoBeni"_s), aspect);
+        QCOMPARE(note.grid()->model()->rowCount(), stored ? 2 : 1);
+        // The first statement of a new document's save is the one that predicts its key.
+        QCOMPARE(note.form().IdRecord() > 0, stored || index > 0);
+        // The next save succeeds and writes the whole document once.
+        note.form().DataChanged();
+        note.save();
+        QCOMPARE(note.flags(), u"stored"_s);
+        const QString count = QString::number(stored ? 1 : index + 1);
+        QCOMPARE(lines(u"SELECT COUNT(*) FROM "_s + names().table), QStringList({count}));
+        const QString mine = u" WHERE %1 = %2"_s.arg(names().key).arg(note.form().IdRecord());
+        QCOMPARE(lines(u"SELECT ASPETTO_BENI FROM "_s + names().table + mine), QStringList({aspect}));
+        const QString rows = QString::number(stored ? 2 : index + 1);
+        QCOMPARE(lines(u"SELECT COUNT(*) FROM "_s + names().rowTable), QStringList({rows}));
+        QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA M JOIN %1 D ON D.%2 = M.RIF_DOC_ID AND "
+                       "D.%2_DETT = M.RIF_DOC_IDRIGA"_s.arg(names().rowTable, names().key)),
+                 QStringList({rows}));
+        QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList({rows}));
+    }
+    // Header, two deletions, a row with its movement and the commit at the least.
+    QVERIFY(failures >= 6);
+}
+
+void TestFailedSaves::keyTakenMeanwhileIsLeftAlone()
+{
+    const test::Document note(*workplace_, names());
+    note.fillHeader();
+    note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    failFirstSave(note);
+    const int taken = insertOther(names(), 50);
+    QCOMPARE(taken, note.form().IdRecord());
+    const QString other = u"SELECT * FROM %1 WHERE %2 = %3"_s.arg(names().table, names().key).arg(taken);
+    const QStringList before = lines(other);
+    note.form().DataChanged();
+    note.save();
+    QCOMPARE(lines(other), before);
+    QCOMPARE(note.form().IdRecord(), taken + 1);
+    QCOMPARE(lines(u"SELECT %1, NUMERO FROM %2 ORDER BY 1"_s.arg(names().key, names().table)),
+             QStringList({u"%1|50"_s.arg(taken), u"%1|1"_s.arg(taken + 1)}));
+    QCOMPARE(lines(u"SELECT %1 FROM %2"_s.arg(names().key, names().rowTable)),
+             QStringList({QString::number(taken + 1)}));
+    QCOMPARE(lines(u"SELECT RIF_DOC_ID FROM MOVI_MAGA"_s), QStringList({QString::number(taken + 1)}));
+}
+
+void TestFailedSaves::numberTakenMeanwhileIsNoticed()
+{
+    const test::Document note(*workplace_, names());
+    note.fillHeader();
+    failFirstSave(note);
+    // The other document stands under the predicted key, which must not hide it from the check.
+    QCOMPARE(insertOther(names(), 1), note.form().IdRecord());
+    note.form().DataChanged();
+    workplace_->messages.expectWarning(u"Esiste già un documento con questo numero!"_s);
+    note.save();
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QCOMPARE(lines(u"SELECT NUMERO FROM "_s + names().table), QStringList({u"1"_s}));
+}
+
+void TestFailedSaves::deletingAfterAFailedFirstSaveDeletesNothing()
+{
+    const test::Document note(*workplace_, names());
+    note.fillHeader();
+    failFirstSave(note);
+    insertOther(names(), 50);
+    const QStringList before = note.stored();
+    note.trigger(u"actElimina"_s);
+    QCOMPARE(note.stored(), before);
+    QCOMPARE(note.flags(), u"new"_s);
+    QCOMPARE(note.form().IdRecord(), -1);
+}
+
+void TestFailedSaves::refusedDeletionIsTold()
+{
+    const test::Document note(*workplace_, names());
+    note.fillHeader();
+    note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    note.save();
+    const QStringList before = note.stored();
+    for (const QString &statement :
+         {u"DELETE FROM "_s + names().rowTable, u"DELETE FROM "_s + names().table, u"COMMIT"_s}) {
+        connection().setStatementHook([&statement](const QString &sql) {
+            if (sql.startsWith(statement))
+                throw core::Error(u"rifiutato"_s);
+        });
+        workplace_->messages.expectQuestion(u"Confermare l'eliminazione?"_s, core::Answer::Yes);
+        workplace_->messages.expectError(
+            u"Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!"_s);
+        note.trigger(u"actElimina"_s);
+        QCOMPARE(workplace_->messages.verify(), QStringList());
+        connection().setStatementHook({});
+        QCOMPARE(note.stored(), before);
+        QCOMPARE(note.flags(), u"stored"_s);
+        QCOMPARE(note.grid()->model()->rowCount(), 1);
+    }
+}
+
+void TestFailedSaves::loadedNoteForgetsTheFailedSave()
+{
+    const test::Document note(*workplace_, test::deliveryNote());
+    const int stored = insertOther(test::deliveryNote(), 50);
+    note.fillHeader();
+    failFirstSave(note);
+    note.form().ApriRecord(stored);
+    QCOMPARE(note.shown(u"lblCodice"_s), u"ALTRO"_s);
+    workplace_->messages.expectQuestion(u"Confermare l'eliminazione?"_s, core::Answer::Yes);
+    note.trigger(u"actElimina"_s);
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM DDT_SCARICO"_s), QStringList({u"0"_s}));
+}
+
+void TestFailedSaves::failedLoadLeavesNothingToSave()
+{
+    const test::Document note(*workplace_, names());
+    note.fillHeader();
+    note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    note.save();
+    const int first = note.form().IdRecord();
+    note.trigger(u"actNuovo"_s);
+    note.fillHeader();
+    note.addArticle(u"TRA-0018"_s, u"3"_s, u"5"_s);
+    note.save();
+    const int second = note.form().IdRecord();
+    const QStringList before = note.stored();
+    for (int index = 0;; ++index) {
+        note.form().ApriRecord(second);
+        int count = 0;
+        connection().setStatementHook([&](const QString &) {
+            if (count++ == index)
+                throw core::Error(u"rifiutato"_s);
+        });
+        const QString error = test::errorOf([&] { note.form().ApriRecord(first); });
+        connection().setStatementHook({});
+        if (error == u"no error"_s)
+            break;
+        QCOMPARE(note.flags() + QString::number(note.form().IdRecord()), u"new-1"_s);
+        QCOMPARE(note.grid()->model()->rowCount(), 0);
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+    QCOMPARE(note.form().IdRecord(), first);
+    QCOMPARE(note.grid()->model()->rowCount(), 1);
+    QCOMPARE(note.stored(), before);
+}
+
+static const test::Registered<TestFailedSaves> registered;
+
+#include "test_failed_saves.moc"

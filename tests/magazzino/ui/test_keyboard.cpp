@@ -1,0 +1,264 @@
+#include "host/ui/MainWindow.h"
+#include "tests/support/Documents.h"
+#include "tests/support/TestMain.h"
+
+#include <QApplication>
+#include <QDoubleSpinBox>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QLocale>
+#include <QScopeGuard>
+#include <QSpinBox>
+
+using namespace Qt::StringLiterals;
+
+class TestKeyboard : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { workplace_ = std::make_unique<test::Workplace>(); }
+    void cleanup() { workplace_.reset(); }
+
+    void focusBeginsAtTheNumber_data() { kinds(); }
+    void focusBeginsAtTheNumber();
+    void tabFollowsTheScreen_data();
+    void tabFollowsTheScreen();
+    void formatsAreItalian_data();
+    void formatsAreItalian();
+    void keypadPointTypesAComma();
+    void shortcutsWorkInsideTheForm();
+    void descriptionTakesSeveralLines();
+    void escapeLeavesTheCellAsItWas();
+    void copyInAnEmptyGridDoesNothing();
+
+private:
+    static void kinds();
+    static const test::DocumentNames &names();
+
+    std::unique_ptr<test::Workplace> workplace_;
+};
+
+namespace {
+
+// `second` stands to the right of `first` on its line, or below it.
+bool follows(const QRect &first, const QRect &second)
+{
+    const bool sameLine = std::min(first.bottom(), second.bottom()) > std::max(first.top(), second.top());
+    return sameLine ? second.left() >= first.left() : second.top() > first.top();
+}
+
+QRect placeIn(const QWidget *form, const QWidget *widget)
+{
+    return {widget->mapTo(form, QPoint(0, 0)), widget->size()};
+}
+
+const QWidget *boxOf(const QWidget *widget)
+{
+    while (widget && !qobject_cast<const QGroupBox *>(widget))
+        widget = widget->parentWidget();
+    return widget;
+}
+
+// Groups are walked one after the other, so what stands in different groups is compared by its group.
+bool followsOnScreen(const QWidget *form, const QWidget *first, const QWidget *second)
+{
+    const QWidget *firstBox = boxOf(first);
+    const QWidget *secondBox = boxOf(second);
+    if (firstBox == secondBox || !firstBox || !secondBox)
+        return follows(placeIn(form, first), placeIn(form, second));
+    return follows(placeIn(form, firstBox), placeIn(form, secondBox));
+}
+
+QString nameOf(const QWidget *widget)
+{
+    return widget->objectName().isEmpty() ? QString::fromLatin1(widget->metaObject()->className())
+                                          : widget->objectName();
+}
+
+} // namespace
+
+void TestKeyboard::kinds()
+{
+    QTest::addColumn<bool>("isReceipt");
+    QTest::newRow("receipt") << true;
+    QTest::newRow("delivery note") << false;
+}
+
+const test::DocumentNames &TestKeyboard::names()
+{
+    return QString::fromLatin1(QTest::currentDataTag()).startsWith(u"receipt") ? test::receipt() : test::deliveryNote();
+}
+
+void TestKeyboard::focusBeginsAtTheNumber()
+{
+    const test::Document note(*workplace_, names());
+    QCOMPARE(QApplication::focusWidget(), note.control<QWidget>(u"txtNumero"_s));
+    test::type(QApplication::focusWidget(), u"77"_s);
+    QVERIFY(note.shown(u"txtNumero"_s).contains(u"77"_s));
+}
+
+void TestKeyboard::tabFollowsTheScreen_data()
+{
+    QTest::addColumn<int>("page");
+    for (int page = 0; page < 3; ++page) {
+        QTest::addRow("receipt, page %d", page) << page;
+        QTest::addRow("delivery note, page %d", page) << page;
+    }
+}
+
+void TestKeyboard::tabFollowsTheScreen()
+{
+    QFETCH(int, page);
+    const test::Document note(*workplace_, names());
+    note.showPage(page);
+    test::settle();
+    QWidget *start = note.control<QWidget>(u"txtNumero"_s);
+    start->setFocus();
+    QList<QWidget *> walked;
+    QStringList wrong;
+    do {
+        QWidget *focused = QApplication::focusWidget();
+        if (!walked.isEmpty() && !followsOnScreen(&note.form(), walked.last(), focused))
+            wrong.append(u"%1 before %2"_s.arg(nameOf(walked.last()), nameOf(focused)));
+        walked.append(focused);
+        QTest::keyClick(focused, Qt::Key_Tab);
+    } while (QApplication::focusWidget() != start && walked.size() < 60);
+    QCOMPARE(wrong.join(u"; "_s), QString());
+    QStringList left;
+    const QList<QWidget *> all = note.form().findChildren<QWidget *>();
+    for (QWidget *widget : all) {
+        const bool stop = widget->isVisible() && widget->isEnabled() && !widget->focusProxy() &&
+                          (widget->focusPolicy() & Qt::TabFocus);
+        if (stop && !walked.contains(widget))
+            left.append(nameOf(widget));
+    }
+    QCOMPARE(left.join(u"; "_s), QString());
+}
+
+void TestKeyboard::formatsAreItalian_data()
+{
+    QTest::addColumn<QLocale>("machine");
+    QTest::newRow("C") << QLocale::c();
+    QTest::newRow("English") << QLocale(QLocale::English, QLocale::UnitedStates);
+    QTest::newRow("Swiss") << QLocale(QLocale::German, QLocale::Switzerland);
+    QTest::newRow("Arabic") << QLocale(QLocale::Arabic, QLocale::Egypt);
+}
+
+void TestKeyboard::formatsAreItalian()
+{
+    QFETCH(QLocale, machine);
+    const QLocale before;
+    const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
+    QLocale::setDefault(machine);
+    const test::Document note(*workplace_, test::receipt());
+    auto *weight = note.control<QDoubleSpinBox>(u"txtPeso"_s);
+    weight->setFocus();
+    weight->selectAll();
+    test::type(weight, u"1234,5"_s);
+    QTest::keyClick(weight, Qt::Key_Tab);
+    QCOMPARE(weight->value(), 1234.5);
+    QCOMPARE(weight->text(), u"1.234,50"_s);
+    QCOMPARE(note.shown(u"txtData"_s), u"16/03/2026"_s);
+    note.addArticle(u"TRA-0018"_s, u"1.234,5"_s, u"2,5"_s);
+    QCOMPARE(test::cellText(note.grid(), 0, u"Importo"_s), u"€ 3.086,25"_s);
+    QCOMPARE(note.shown(u"lblTotaleDocumento"_s), u"€ 3.765,23"_s);
+    note.fillHeader();
+    note.save();
+    QCOMPARE(workplace_->lines(u"SELECT PESO, TOTALE_DOCUMENTO FROM BOLLE_CARICO"_s),
+             QStringList({u"1234.5|3765.23"_s}));
+    QCOMPARE(workplace_->lines(u"SELECT NOTE FROM MOVI_MAGA"_s),
+             QStringList({u"Bolla di carico n. 1 del 16/03/2026"_s}));
+}
+
+void TestKeyboard::keypadPointTypesAComma()
+{
+    const test::Document note(*workplace_, test::receipt());
+    auto *weight = note.control<QDoubleSpinBox>(u"txtPeso"_s);
+    weight->selectAll();
+    test::type(weight, u"7"_s);
+    QTest::keyClick(weight, Qt::Key_Period, Qt::KeypadModifier);
+    test::type(weight, u"5"_s);
+    QCOMPARE(weight->value(), 7.5);
+
+    note.addArticle(u"TRA-0018"_s, u"2"_s, u"1"_s);
+    note.grid()->select(0, RowColumn::Quantita);
+    QTest::keyClick(note.grid(), Qt::Key_3); // the first key opens the editor
+    auto *editor = test::control<QLineEdit>(note.grid(), u"editorRiga"_s);
+    QTest::keyClick(editor, Qt::Key_Period, Qt::KeypadModifier);
+    QTest::keyClick(editor, Qt::Key_5);
+    QTest::keyClick(editor, Qt::Key_Enter, Qt::KeypadModifier);
+    test::settle();
+    QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), u"3,50"_s);
+}
+
+void TestKeyboard::shortcutsWorkInsideTheForm()
+{
+    const test::Document note(*workplace_, test::deliveryNote());
+    workplace_->dialogs.expect(test::choosing(u"Arredo Bagno Alpi S.r.l."_s));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(note.shown(u"lblRagioneSociale"_s), u"Arredo Bagno Alpi S.r.l."_s);
+    note.fillHeader();
+    note.showPage(1);
+    note.grid()->setFocus();
+    workplace_->dialogs.expect(test::choosingArticle(u"TRA-0018"_s));
+    QTest::keyClick(note.grid(), Qt::Key_Insert, Qt::ControlModifier);
+    QCOMPARE(note.grid()->model()->rowCount(), 1);
+    QCOMPARE(note.grid()->currentIndex().column(), test::columnOf(note.grid(), u"Prezzo"_s));
+    // Also while a cell is being typed into.
+    QTest::keyClick(note.grid(), Qt::Key_9);
+    QTest::keyClick(test::control<QLineEdit>(note.grid(), u"editorRiga"_s), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(workplace_->lines(u"SELECT PREZZO FROM DDT_SCARICO_DETT"_s), QStringList({u"9"_s}));
+    workplace_->messages.expectQuestion(u"Eliminare la riga selezionata?"_s, core::Answer::Yes);
+    note.grid()->setFocus();
+    QTest::keyClick(note.grid(), Qt::Key_Delete, Qt::ControlModifier);
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QCOMPARE(note.grid()->model()->rowCount(), 0);
+}
+
+void TestKeyboard::descriptionTakesSeveralLines()
+{
+    const test::Document note(*workplace_, test::deliveryNote());
+    note.fillHeader();
+    note.showPage(1);
+    note.trigger(u"actAggiungiTesto"_s);
+    auto *editor = test::control<QWidget>(note.grid(), u"editorRiga"_s);
+    QCOMPARE(editor->width(), note.grid()->visualRect(note.grid()->currentIndex()).width());
+    const int height = note.grid()->rowHeight(0);
+    test::type(editor, u"prima"_s);
+    QTest::keyClick(editor, Qt::Key_Return);
+    test::type(editor, u"è l'ultima"_s);
+    // Saving ends the edit.
+    note.save();
+    QCOMPARE(workplace_->lines(u"SELECT DESCRIZIONE FROM DDT_SCARICO_DETT"_s), QStringList({u"prima\nè l'ultima"_s}));
+    QVERIFY(note.grid()->rowHeight(0) > height);
+}
+
+void TestKeyboard::escapeLeavesTheCellAsItWas()
+{
+    const test::Document note(*workplace_, test::receipt());
+    note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    note.form().SetModified(false);
+    note.grid()->select(0, RowColumn::Quantita);
+    QTest::keyClick(note.grid(), Qt::Key_7);
+    QTest::keyClick(test::control<QLineEdit>(note.grid(), u"editorRiga"_s), Qt::Key_Escape);
+    test::settle();
+    QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), u"10,00"_s);
+    QVERIFY(!note.form().Modified());
+}
+
+void TestKeyboard::copyInAnEmptyGridDoesNothing()
+{
+    const test::Document note(*workplace_, test::receipt());
+    note.showPage(1);
+    QTest::keyClick(note.grid(), Qt::Key_C, Qt::ControlModifier);
+    note.choose(u"actAggiungiArticolo"_s, [](QDialog &dialog) {
+        QTest::keyClick(test::control<QTableView>(&dialog, u"gridRisultati"_s), Qt::Key_C, Qt::ControlModifier);
+        dialog.reject();
+    });
+    QCOMPARE(note.flags(), u"new"_s);
+}
+
+static const test::Registered<TestKeyboard> registered;
+
+#include "test_keyboard.moc"

@@ -1,0 +1,513 @@
+#include "host/ui/MainWindow.h"
+#include "tests/support/Documents.h"
+#include "tests/support/TestMain.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+
+using namespace Qt::StringLiterals;
+
+class TestReceiptForm : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void newDocument();
+    void checksRunInOrder();
+    void saveWritesTheHeader();
+    void saveWritesRowsAndMovements();
+    void documentWithoutRowsIsSaved();
+    void savingAgainRewritesRowsAndMovements();
+    void cells_data();
+    void cells();
+    void saveTakesWhatIsStillTyped_data();
+    void saveTakesWhatIsStillTyped();
+    void otherRowTypesAreShownEditedAndKept();
+    void rowsComeBackInTheirOrder();
+    void rowCommands();
+    void missingValuesLoadAsEmpty();
+    void storedReasonOutlivesItsTable();
+    void questionBeforeLosingChanges_data();
+    void questionBeforeLosingChanges();
+    void missingDocumentLeavesTheHeader();
+    void deletingANewDocumentEmptiesIt();
+    void deletingKeepsTheMovements();
+    void changedYearIsCheckedForTheNumber();
+
+private:
+    test::Document &note() { return *note_; }
+    QStringList lines(const QString &sql) const { return workplace_->lines(sql); }
+    QString totals() const;
+    /// A stored receipt of another workstation.
+    void insertReceipt(int number, int year) const;
+
+    std::unique_ptr<test::Workplace> workplace_;
+    std::unique_ptr<test::Document> note_;
+};
+
+void TestReceiptForm::init()
+{
+    workplace_ = std::make_unique<test::Workplace>();
+    note_ = std::make_unique<test::Document>(*workplace_, test::receipt());
+}
+
+void TestReceiptForm::cleanup()
+{
+    note_.reset();
+    workplace_.reset();
+}
+
+QString TestReceiptForm::totals() const
+{
+    return note_->shown(u"lblTotaleImponibile"_s) + u'|' + note_->shown(u"lblTotaleImposta"_s) + u'|' +
+           note_->shown(u"lblTotaleDocumento"_s);
+}
+
+void TestReceiptForm::insertReceipt(int number, int year) const
+{
+    workplace_->database().run(
+        u"INSERT INTO BOLLE_CARICO(NUMERO, DATA, ANNO, FOR_CODICE, FOR_RAGIONESOCIALE, IDTIPO_TRASPORTO, "
+        "TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, CAUSALE_TRASPORTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO) "
+        "VALUES(?, ?, ?, 'X', 'X', 1, 'X', 1, 'X', 0, 0, 0)"_s,
+        {number, QDate(year, 1, 1), year});
+}
+
+void TestReceiptForm::newDocument()
+{
+    insertReceipt(7, 2026);
+    insertReceipt(90, 2025);
+    note().trigger(u"actNuovo"_s);
+    QCOMPARE(note().shown(u"txtNumero"_s), u"8"_s);
+    QCOMPARE(note().shown(u"txtData"_s), u"16/03/2026"_s);
+    for (const char *label : {"lblCodice", "lblRagioneSociale", "lblIndirizzo", "lblCitta", "lblCap", "lblProvincia",
+                              "lblNazione", "lblCodiceFiscale", "lblPartitaIVA", "txtTipoTrasporto"})
+        QCOMPARE(note().shown(QString::fromLatin1(label)), u"..."_s);
+    QCOMPARE(note().shown(u"txtCausaleTrasporto"_s) + note().shown(u"txtPesoUm"_s), QString());
+    QCOMPARE(note().shown(u"txtColli"_s) + u'|' + note().shown(u"txtPeso"_s), u"0|0,00"_s);
+    QCOMPARE(totals(), u"€ 0,00|€ 0,00|€ 0,00"_s);
+    QCOMPARE(note().grid()->model()->rowCount(), 0);
+    QCOMPARE(note().flags(), u"new"_s);
+    QCOMPARE(note().form().IdRecord(), -1);
+}
+
+void TestReceiptForm::checksRunInOrder()
+{
+    insertReceipt(1, 2026);
+    const QStringList before = note().stored();
+    test::ScriptedMessages &messages = workplace_->messages;
+    const auto refused = [&](const QString &text) {
+        messages.expectWarning(text);
+        note().save();
+        QCOMPARE(messages.verify(), QStringList());
+        QCOMPARE(note().stored(), before);
+        QCOMPARE(note().flags(), u"new modified"_s);
+    };
+    note().control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Sfuso"_s);
+    refused(u"Esiste già un documento con questo numero!"_s);
+    note().control<QSpinBox>(u"txtNumero"_s)->setValue(2);
+    refused(u"Non è stato selezionato un fornitore!"_s);
+    note().choose(u"actSelezionaFornitore"_s, test::choosing(u"Inox Casa S.r.l."_s, u"I"_s));
+    refused(u"Non è stato selezionato un tipo di trasporto!"_s);
+    note().choose(u"cmdSelezionaTipoTrasporto"_s, test::choosing(u"Vettore"_s));
+    refused(u"Non è stata indicata la causale del trasporto!"_s);
+    note().control<QComboBox>(u"txtCausaleTrasporto"_s)->setCurrentText(u"Reso"_s);
+    note().save();
+    QCOMPARE(note().flags(), u"stored"_s);
+}
+
+void TestReceiptForm::saveWritesTheHeader()
+{
+    note().fillHeader();
+    note().control<QSpinBox>(u"txtNumero"_s)->setValue(12);
+    note().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2025, 12, 31));
+    note().control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Scatole d'avanzo"_s);
+    note().control<QSpinBox>(u"txtColli"_s)->setValue(3);
+    note().control<QDoubleSpinBox>(u"txtPeso"_s)->setValue(24.56);
+    note().control<QComboBox>(u"txtPesoUm"_s)->setCurrentText(u"KG"_s);
+    note().control<QPlainTextEdit>(u"txtNote"_s)->setPlainText(u"perché\ncosì"_s);
+    note().addArticle(u"TRA-0018"_s, u"2,00"_s, u"10"_s);
+    note().save();
+    QCOMPARE(
+        lines(u"SELECT NUMERO, DATA, ANNO, ASPETTO_BENI, TIPO_TRASPORTO, CAUSALE_TRASPORTO, COLLI, PESO, PESO_UM, "
+              "TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTE FROM BOLLE_CARICO"_s),
+        QStringList({u"12|2025-12-31|2025|Scatole d'avanzo|Mittente|Vendita|3|24.56|KG|20|4.4|24.4|perché\ncosì"_s}));
+    QCOMPARE(lines(u"SELECT B.IDBOLLA_CARICO FROM BOLLE_CARICO B JOIN FORNITORI F ON F.CODICE = B.FOR_CODICE "
+                   "AND F.RAGIONESOCIALE = B.FOR_RAGIONESOCIALE AND F.INDIRIZZO = B.FOR_INDIRIZZO "
+                   "AND F.CITTA = B.FOR_CITTA AND F.CAP = B.FOR_CAP AND F.PROVINCIA = B.FOR_PROVINCIA "
+                   "AND F.NAZIONE = B.FOR_NAZIONE AND F.CODICEFISCALE = B.FOR_CODICEFISCALE "
+                   "AND F.PARTITAIVA = B.FOR_PARTITAIVA "
+                   "JOIN TIPI_TRASPORTO T ON T.IDTIPO_TRASPORTO = B.IDTIPO_TRASPORTO AND T.TIPO_TRASPORTO = 'Mittente' "
+                   "JOIN CAUSALI_TRASPORTO C ON C.IDCAUSALE_TRASPORTO = B.IDCAUSALE_TRASPORTO "
+                   "AND C.CAUSALE_TRASPORTO = 'Vendita' JOIN UM ON UM.IDUM = B.PESO_IDUM AND UM.UM = 'KG'"_s),
+             QStringList({QString::number(note().form().IdRecord())}));
+}
+
+void TestReceiptForm::saveWritesRowsAndMovements()
+{
+    note().fillHeader();
+    note().addArticle(u"TRA-0018"_s, u"2,345"_s, u"10"_s);
+    note().addArticle(u"SEM-0500"_s, u"0"_s, u"2,5"_s);
+    note().save();
+    QCOMPARE(lines(u"SELECT D.CODICE, D.DESCRIZIONE, C.CATEGORIA, D.CATEGORIA, D.COSTO, D.PREZZO, D.QUANTITA, "
+                   "D.IMPORTO, A.CODICE, D.IVA_CODICE, D.IVA_DESCRIZIONE, D.IVA_ALIQUOTA, U.UM, D.UM, D.TIPO_RIGA "
+                   "FROM BOLLE_CARICO_DETT D LEFT JOIN CATEGORIE_ANA_MAGA C ON C.IDCATEGORIA_ANA_MAGA = D.IDCATEGORIA "
+                   "LEFT JOIN ALIQUOTE_IVA A ON A.IDALIQUOTA_IVA = D.IVA_IDALIQUOTA_IVA LEFT JOIN UM U ON "
+                   "U.IDUM = D.IDUM ORDER BY D.IDBOLLA_CARICO_DETT"_s),
+             QStringList({u"TRA-0018|Trapano avvitatore 18 V a batteria|Trapani e avvitatori|Trapani e avvitatori|2.35|"
+                          "0|10|23.5|22|22|Aliquota ordinaria 22%|22|PZ|PZ|Articolo"_s,
+                          u"SEM-0500|Semente per prato, busta 500 g|Sementi|Sementi|0|0|2.5|0|10|10|"
+                          "Aliquota ridotta 10%|10|PZ|PZ|Articolo"_s}));
+    QCOMPARE(
+        lines(u"SELECT M.IDMAGAZZINO, M.DATA_MOVIMENTO, M.CODICE, M.DESCRIZIONE, C.CATEGORIA, M.TIPO_MOVIMENTO, "
+              "M.PREZZO, M.COSTO, M.QUANTITA, M.VALORE, M.VALORE_IMPORTO, M.IDCAUSALE_MAGA, M.RIF_DOC_TIPO, "
+              "B.NUMERO, D.CODICE, M.NOTE FROM MOVI_MAGA M "
+              "JOIN CATEGORIE_ANA_MAGA C ON C.IDCATEGORIA_ANA_MAGA = M.IDCATEGORIA_ANA_MAGA "
+              "JOIN BOLLE_CARICO B ON B.IDBOLLA_CARICO = M.RIF_DOC_ID "
+              "JOIN BOLLE_CARICO_DETT D ON D.IDBOLLA_CARICO_DETT = M.RIF_DOC_IDRIGA ORDER BY M.IDMOVI_MAGA"_s),
+        QStringList({u"0|2026-03-16|TRA-0018|Trapano avvitatore 18 V a batteria|Trapani e avvitatori|Carico|0|2.35|"
+                     "10|2.35|23.5|2|Bolla di carico|1|TRA-0018|Bolla di carico n. 1 del 16/03/2026"_s,
+                     u"0|2026-03-16|SEM-0500|Semente per prato, busta 500 g|Sementi|Carico|0|0|2.5|0|0|2|"
+                     "Bolla di carico|1|SEM-0500|Bolla di carico n. 1 del 16/03/2026"_s}));
+}
+
+void TestReceiptForm::documentWithoutRowsIsSaved()
+{
+    note().fillHeader();
+    note().save();
+    QCOMPARE(note().flags(), u"stored"_s);
+    QCOMPARE(lines(u"SELECT TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, COLLI, PESO_IDUM, PESO_UM "
+                   "FROM BOLLE_CARICO"_s),
+             QStringList({u"0|0|0|0||"_s}));
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList({u"0"_s}));
+}
+
+void TestReceiptForm::savingAgainRewritesRowsAndMovements()
+{
+    note().fillHeader();
+    note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    note().addArticle(u"TRA-0018"_s, u"4"_s, u"10"_s);
+    note().save();
+    const QString rowKeys = u"SELECT IDBOLLA_CARICO_DETT FROM BOLLE_CARICO_DETT ORDER BY 1"_s;
+    const QString movements = u"SELECT CODICE, QUANTITA, VALORE, VALORE_IMPORTO FROM MOVI_MAGA ORDER BY IDMOVI_MAGA"_s;
+    const QStringList firstKeys = lines(rowKeys);
+    const QStringList firstMovements = lines(movements);
+    note().form().DataChanged();
+    note().save();
+    QCOMPARE(lines(movements), firstMovements);
+    QCOMPARE(lines(u"SELECT RIF_DOC_IDRIGA FROM MOVI_MAGA ORDER BY 1"_s), lines(rowKeys));
+    QCOMPARE(lines(rowKeys).size(), firstKeys.size());
+    QVERIFY(lines(rowKeys) != firstKeys);
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM BOLLE_CARICO"_s), QStringList({u"1"_s}));
+}
+
+void TestReceiptForm::cells_data()
+{
+    QTest::addColumn<QString>("header");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<bool>("unreadable");
+    const QString cost = u"Costo"_s;
+    const QString quantity = u"Q.tà"_s;
+    QTest::newRow("cost 0") << cost << u"0"_s << u"€ 0,00"_s << false;
+    QTest::newRow("cost with comma") << cost << u"7,5"_s << u"€ 7,50"_s << false;
+    QTest::newRow("cost with thousands") << cost << u"1.234,5"_s << u"€ 1.234,50"_s << false;
+    QTest::newRow("cost with currency") << cost << u"€ 3"_s << u"€ 3,00"_s << false;
+    QTest::newRow("cost half a cent") << cost << u"1,005"_s << u"€ 1,01"_s << false;
+    QTest::newRow("negative cost") << cost << u"-1"_s << u"€ 2,00"_s << false;
+    QTest::newRow("cost too large for its column") << cost << u"100000000000"_s << u"€ 2,00"_s << false;
+    QTest::newRow("text as cost") << cost << u"due"_s << u"€ 2,00"_s << true;
+    QTest::newRow("nothing as cost") << cost << QString() << u"€ 2,00"_s << true;
+    QTest::newRow("ambiguous point") << cost << u"1.5"_s << u"€ 2,00"_s << true;
+    QTest::newRow("quantity") << quantity << u"3,25"_s << u"3,25"_s << false;
+    QTest::newRow("quantity 0") << quantity << u"0"_s << u"10,00"_s << false;
+    QTest::newRow("quantity that rounds to 0") << quantity << u"0,004"_s << u"10,00"_s << false;
+    QTest::newRow("negative quantity") << quantity << u"-3"_s << u"10,00"_s << false;
+    QTest::newRow("text as quantity") << quantity << u"1O"_s << u"10,00"_s << true;
+}
+
+void TestReceiptForm::cells()
+{
+    QFETCH(QString, header);
+    QFETCH(QString, typed);
+    QFETCH(QString, shown);
+    QFETCH(bool, unreadable);
+    note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    const QString before = test::cellText(note().grid(), 0, header);
+    note().form().SetModified(false);
+    if (unreadable)
+        workplace_->messages.expectError(u"\"%1\" non è un numero valido."_s.arg(typed));
+    test::typeIntoCell(note().grid(), 0, header, typed);
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QCOMPARE(test::cellText(note().grid(), 0, header), shown);
+    QCOMPARE(note().form().Modified(), shown != before);
+    QVERIFY(!note().grid()->findChild<QWidget *>(u"editorRiga"_s));
+}
+
+void TestReceiptForm::saveTakesWhatIsStillTyped_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("error");
+    QTest::addColumn<QString>("quantity");
+    QTest::newRow("readable") << u"7"_s << QString() << u"7"_s;
+    QTest::newRow("unreadable") << u"sette"_s << u"\"sette\" non è un numero valido."_s << QString();
+    QTest::newRow("refused") << u"0"_s << QString() << QString();
+}
+
+void TestReceiptForm::saveTakesWhatIsStillTyped()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, error);
+    QFETCH(QString, quantity);
+    note().fillHeader();
+    note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    note().grid()->setCurrentIndex(note().grid()->model()->index(0, test::columnOf(note().grid(), u"Q.tà"_s)));
+    QTest::keyClick(note().grid(), Qt::Key_F2);
+    auto *editor = test::control<QLineEdit>(note().grid(), u"editorRiga"_s);
+    editor->selectAll();
+    test::type(editor, typed);
+    if (!error.isEmpty())
+        workplace_->messages.expectError(error);
+    note().save();
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QCOMPARE(lines(u"SELECT QUANTITA FROM BOLLE_CARICO_DETT"_s).join(u'|'), quantity);
+    QCOMPARE(note().form().Modified(), quantity.isEmpty());
+}
+
+void TestReceiptForm::otherRowTypesAreShownEditedAndKept()
+{
+    note().fillHeader();
+    note().addArticle(u"TRA-0018"_s, u"10"_s, u"1"_s);
+    note().save();
+    const int id = note().form().IdRecord();
+    const auto insert = [&](const QString &type, const QString &text, const QVariant &cost, const QVariant &vat) {
+        workplace_->database().run(
+            u"INSERT INTO BOLLE_CARICO_DETT(IDBOLLA_CARICO, TIPO_RIGA, DESCRIZIONE, CODICE, COSTO, PREZZO, QUANTITA, "
+            "IMPORTO, IVA_IDALIQUOTA_IVA, IVA_CODICE) VALUES(?, ?, ?, 'COD', ?, 0, 2, 0, ?, '99')"_s,
+            {id, type, text, cost, vat});
+    };
+    insert(u"Non imponibile"_s, u"Cauzione"_s, 5.0, QVariant(QMetaType(QMetaType::Int)));
+    insert(u"Servizio"_s, u"Trasporto"_s, 7.0, 9999);
+    insert(u"Testo"_s, u"Solo testo"_s, 3.0, 9999);
+    insert(u"Articolo"_s, u"Senza costo"_s, QVariant(QMetaType(QMetaType::Double)), 9999);
+    note().form().ApriRecord(id);
+    note().showPage(1);
+    // As stored, not recomputed.
+    QCOMPARE(totals(), u"€ 10,00|€ 2,20|€ 12,20"_s);
+    const QTableView *grid = note().grid();
+    QCOMPARE(test::columnTexts(grid, u"Codice"_s),
+             QStringList({u"TRA-0018"_s, QString(), u"COD"_s, QString(), u"COD"_s}));
+    QCOMPARE(test::columnTexts(grid, u"Costo"_s),
+             QStringList({u"€ 10,00"_s, u"€ 5,00"_s, u"€ 7,00"_s, QString(), u"€ 0,00"_s}));
+    QCOMPARE(test::columnTexts(grid, u"Q.tà"_s), QStringList({u"1,00"_s, u"2,00"_s, u"2,00"_s, QString(), u"2,00"_s}));
+    const QModelIndex vat = grid->model()->index(1, test::columnOf(grid, u"IVA"_s));
+    QCOMPARE(vat.data(Qt::BackgroundRole).value<QColor>(), QColor(192, 192, 192));
+    QVERIFY(!vat.siblingAtRow(0).data(Qt::BackgroundRole).isValid());
+    QString editable;
+    for (int row = 0; row < 5; ++row) {
+        for (int column = 0; column < grid->model()->columnCount(); ++column)
+            editable += grid->model()->index(row, column).flags().testFlag(Qt::ItemIsEditable) ? u'x' : u'.';
+        editable += u' ';
+    }
+    QCOMPARE(editable, u"..xx... .xxx... ..xx... .x..... ..xx... "_s);
+
+    test::typeIntoCell(note().grid(), 1, u"Descrizione"_s, u"Cauzione d'uso"_s);
+    test::typeIntoCell(note().grid(), 1, u"Q.tà"_s, u"3"_s);
+    // The unknown rate counts for the base and not for the tax.
+    QCOMPARE(totals(), u"€ 24,00|€ 2,20|€ 41,20"_s);
+    note().save();
+    QCOMPARE(lines(u"SELECT TIPO_RIGA, DESCRIZIONE, CODICE, COSTO, PREZZO, QUANTITA, IMPORTO, IVA_IDALIQUOTA_IVA, "
+                   "IVA_CODICE FROM BOLLE_CARICO_DETT ORDER BY IDBOLLA_CARICO_DETT"_s)
+                 .mid(1),
+             QStringList({u"Non imponibile|Cauzione d'uso||5|0|3|15||"_s, u"Servizio|Trasporto|COD|7|0|2|14||"_s,
+                          u"Testo|Solo testo|||||||"_s, u"Articolo|Senza costo|COD|0|0|2|0||"_s}));
+    QCOMPARE(lines(u"SELECT DESCRIZIONE FROM MOVI_MAGA ORDER BY IDMOVI_MAGA"_s),
+             QStringList({u"Trapano avvitatore 18 V a batteria"_s, u"Senza costo"_s}));
+}
+
+void TestReceiptForm::rowsComeBackInTheirOrder()
+{
+    note().fillHeader();
+    QStringList costs;
+    for (int i = 1; i <= 12; ++i) {
+        note().addArticle(u"TRA-0018"_s, QString::number(i), u"1"_s);
+        costs.append(u"€ %1,00"_s.arg(i));
+    }
+    for (int i = 0; i < 25; ++i) {
+        note().form().DataChanged();
+        note().save();
+    }
+    note().form().ApriRecord(note().form().IdRecord());
+    QCOMPARE(test::columnTexts(note().grid(), u"Costo"_s), costs);
+    QCOMPARE(note().flags(), u"stored"_s);
+}
+
+void TestReceiptForm::rowCommands()
+{
+    for (const QString &cost : {u"1"_s, u"2"_s, u"3"_s})
+        note().addArticle(u"TRA-0018"_s, cost, u"1"_s);
+    const auto costs = [this] { return test::columnTexts(note().grid(), u"Costo"_s).join(u' ').remove(u"€ "_s); };
+    note().grid()->select(2, RowColumn::Costo);
+    note().form().SetModified(false);
+    note().trigger(u"actSpostaRigaGiu"_s); // the last row stays
+    QCOMPARE(note().flags(), u"new"_s);
+    note().trigger(u"actSpostaRigaSu"_s);
+    QCOMPARE(costs(), u"1,00 3,00 2,00"_s);
+    QCOMPARE(note().grid()->selectedRow(), 1);
+    QCOMPARE(note().flags(), u"new modified"_s);
+    note().trigger(u"actSpostaRigaSu"_s);
+    note().trigger(u"actSpostaRigaSu"_s); // the first row stays
+    QCOMPARE(costs(), u"3,00 1,00 2,00"_s);
+
+    workplace_->messages.expectQuestion(u"Eliminare la riga selezionata?"_s, core::Answer::No);
+    note().trigger(u"actEliminaRiga"_s);
+    QCOMPARE(costs(), u"3,00 1,00 2,00"_s);
+    workplace_->messages.expectQuestion(u"Eliminare la riga selezionata?"_s, core::Answer::Yes);
+    note().trigger(u"actEliminaRiga"_s);
+    QCOMPARE(costs(), u"1,00 2,00"_s);
+    QCOMPARE(totals(), u"€ 3,00|€ 0,66|€ 3,66"_s);
+}
+
+void TestReceiptForm::missingValuesLoadAsEmpty()
+{
+    note().fillHeader();
+    note().control<QSpinBox>(u"txtColli"_s)->setValue(3);
+    note().control<QDoubleSpinBox>(u"txtPeso"_s)->setValue(2);
+    note().control<QComboBox>(u"txtPesoUm"_s)->setCurrentText(u"KG"_s);
+    note().save();
+    workplace_->database().execute(u"UPDATE BOLLE_CARICO SET COLLI = NULL, PESO = NULL, PESO_IDUM = NULL, PESO_UM = "
+                                   "NULL, FOR_CITTA = NULL, NOTE = NULL, ASPETTO_BENI = NULL"_s);
+    note().form().ApriRecord(note().form().IdRecord());
+    QCOMPARE(note().shown(u"txtColli"_s) + u'|' + note().shown(u"txtPeso"_s) + u'|' + note().shown(u"txtPesoUm"_s),
+             u"0|0,00|"_s);
+    QCOMPARE(note().shown(u"lblCitta"_s), u"..."_s);
+    QCOMPARE(note().shown(u"txtNote"_s) + note().shown(u"txtAspettoBeni"_s), QString());
+    QCOMPARE(note().flags(), u"stored"_s);
+}
+
+void TestReceiptForm::storedReasonOutlivesItsTable()
+{
+    note().fillHeader();
+    note().save();
+    const int id = note().form().IdRecord();
+    const QStringList stored = lines(u"SELECT IDCAUSALE_TRASPORTO, CAUSALE_TRASPORTO FROM BOLLE_CARICO"_s);
+    note().trigger(u"actChiudi"_s);
+    workplace_->database().execute(u"DELETE FROM CAUSALI_TRASPORTO WHERE CAUSALE_TRASPORTO = 'Vendita'"_s);
+    const test::Document reopened(*workplace_, test::receipt());
+    reopened.form().ApriRecord(id);
+    QCOMPARE(reopened.shown(u"txtCausaleTrasporto"_s), u"Vendita"_s);
+    reopened.form().DataChanged();
+    reopened.save();
+    QCOMPARE(lines(u"SELECT IDCAUSALE_TRASPORTO, CAUSALE_TRASPORTO FROM BOLLE_CARICO"_s), stored);
+}
+
+void TestReceiptForm::questionBeforeLosingChanges_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::newRow("new") << u"actNuovo"_s;
+    QTest::newRow("close") << u"actChiudi"_s;
+    QTest::newRow("quit") << u"actEsci"_s;
+    QTest::newRow("load") << QString();
+}
+
+void TestReceiptForm::questionBeforeLosingChanges()
+{
+    QFETCH(QString, action);
+    insertReceipt(7, 2026);
+    const int other = lines(u"SELECT IDBOLLA_CARICO FROM BOLLE_CARICO"_s).value(0).toInt();
+    note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    note().fillHeader();
+    const QPointer<QWidget> form = &note().form();
+    const auto leave = [&] {
+        if (action.isEmpty())
+            note().form().ApriRecord(other);
+        else if (action == u"actEsci"_s)
+            test::trigger(&workplace_->window(), action);
+        else
+            note().trigger(action);
+    };
+    test::ScriptedMessages &messages = workplace_->messages;
+    const QString question = u"Ci sono delle modifiche non salvate.\n\rContinuare comunque?"_s;
+    messages.expectQuestion(question, core::Answer::No);
+    leave();
+    QCOMPARE(messages.verify(), QStringList());
+    QVERIFY(form && form->isVisible());
+    QCOMPARE(note().flags(), u"new modified"_s);
+    QCOMPARE(note().shown(u"lblRagioneSociale"_s), u"Acciaierie Brentane S.p.A."_s);
+    QCOMPARE(note().grid()->model()->rowCount(), 1);
+    messages.expectQuestion(question, core::Answer::Yes);
+    leave();
+    QCOMPARE(messages.verify(), QStringList());
+    if (form) {
+        QCOMPARE(note().grid()->model()->rowCount(), 0);
+        QCOMPARE(note().flags(), action.isEmpty() ? u"stored"_s : u"new"_s);
+    }
+    QCOMPARE(form.isNull(), action == u"actChiudi"_s || action == u"actEsci"_s);
+}
+
+void TestReceiptForm::missingDocumentLeavesTheHeader()
+{
+    note().fillHeader();
+    note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    note().save();
+    const int id = note().form().IdRecord();
+    note().form().ApriRecord(id + 100);
+    QCOMPARE(note().form().IdRecord(), id);
+    QCOMPARE(note().shown(u"lblRagioneSociale"_s), u"Acciaierie Brentane S.p.A."_s);
+    QCOMPARE(note().grid()->model()->rowCount(), 0);
+}
+
+void TestReceiptForm::deletingANewDocumentEmptiesIt()
+{
+    note().fillHeader();
+    note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    note().trigger(u"actElimina"_s);
+    QCOMPARE(note().flags(), u"new"_s);
+    QCOMPARE(note().shown(u"lblCodice"_s), u"..."_s);
+    QCOMPARE(note().grid()->model()->rowCount(), 0);
+}
+
+void TestReceiptForm::deletingKeepsTheMovements()
+{
+    insertReceipt(7, 2025);
+    note().fillHeader();
+    note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    note().save();
+    const QStringList before = note().stored();
+    const QString question = u"Confermare l'eliminazione?"_s;
+    workplace_->messages.expectQuestion(question, core::Answer::No);
+    note().trigger(u"actElimina"_s);
+    QCOMPARE(note().stored(), before);
+    QCOMPARE(note().flags(), u"stored"_s);
+    workplace_->messages.expectQuestion(question, core::Answer::Yes);
+    note().trigger(u"actElimina"_s);
+    QCOMPARE(lines(u"SELECT NUMERO FROM BOLLE_CARICO"_s), QStringList({u"7"_s}));
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM BOLLE_CARICO_DETT"_s), QStringList({u"0"_s}));
+    QCOMPARE(lines(u"SELECT CODICE FROM MOVI_MAGA"_s), QStringList({u"TRA-0018"_s}));
+    QCOMPARE(note().flags(), u"new"_s);
+}
+
+void TestReceiptForm::changedYearIsCheckedForTheNumber()
+{
+    insertReceipt(1, 2025);
+    note().fillHeader();
+    note().save();
+    note().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2025, 12, 31));
+    workplace_->messages.expectWarning(u"Esiste già un documento con questo numero!"_s);
+    note().save();
+    QCOMPARE(lines(u"SELECT ANNO FROM BOLLE_CARICO ORDER BY ANNO"_s), QStringList({u"2025"_s, u"2026"_s}));
+    note().control<QSpinBox>(u"txtNumero"_s)->setValue(2);
+    note().save();
+    QCOMPARE(lines(u"SELECT NUMERO, DATA, ANNO FROM BOLLE_CARICO ORDER BY NUMERO"_s),
+             QStringList({u"1|2025-01-01|2025"_s, u"2|2025-12-31|2025"_s}));
+}
+
+static const test::Registered<TestReceiptForm> registered;
+
+#include "test_receipt_form.moc"

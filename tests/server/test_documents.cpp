@@ -1,0 +1,192 @@
+#include "host/DatabaseSetup.h"
+#include "host/schema/DemoData.h"
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Error.h"
+#include "tests/support/Documents.h"
+#include "tests/support/FirebirdServer.h"
+#include "tests/support/TestMain.h"
+
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+/// The forms on a database server that other workstations use too, and that may fail.
+class TestServerDocuments : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup() { workplace_.reset(); }
+
+    void anotherWorkstationSavesInBetween();
+    void serverLostDuringTheSave_data();
+    void serverLostDuringTheSave();
+    void serverLostBeforeTheSave();
+
+private:
+    data::Connection &connection() const { return *workplace_->module().ModADOConn; }
+    /// From a connection of its own.
+    QStringList lines(const QString &sql) const;
+    void runElsewhere(const QStringList &statements) const;
+
+    std::unique_ptr<test::FirebirdServer> server_;
+    std::unique_ptr<test::Workplace> workplace_;
+};
+
+void TestServerDocuments::initTestCase()
+{
+    server_ = std::make_unique<test::FirebirdServer>();
+    host::createHostDatabase(server_->address(u"documenti.fdb"_s), true);
+}
+
+void TestServerDocuments::init()
+{
+    workplace_ = std::make_unique<test::Workplace>(server_->address(u"documenti.fdb"_s));
+    host::insertDemoWarehouseData(workplace_->database());
+    for (const char *table : {"DDT_SCARICO_DETT", "DDT_SCARICO", "MOVI_MAGA"})
+        workplace_->database().execute(u"DELETE FROM "_s + QLatin1StringView(table));
+}
+
+QStringList TestServerDocuments::lines(const QString &sql) const
+{
+    data::Connection fresh;
+    fresh.setConnectionString(data::nativeConnectionString(server_->address(u"documenti.fdb"_s)));
+    fresh.open();
+    return test::linesOf(fresh, sql);
+}
+
+void TestServerDocuments::runElsewhere(const QStringList &statements) const
+{
+    const data::DatabaseAddress address = server_->address(u"documenti.fdb"_s);
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"ISC_PASSWORD"_s, address.password);
+    process.setProcessEnvironment(environment);
+    process.start(QCoreApplication::applicationDirPath() + u"/run_sql"_s, QStringList{address.toString()} + statements);
+    if (!process.waitForFinished(20000) || process.exitCode() != 0) {
+        process.kill();
+        throw core::Error(u"run_sql: "_s + QString::fromUtf8(process.readAllStandardError()) + process.errorString());
+    }
+}
+
+void TestServerDocuments::anotherWorkstationSavesInBetween()
+{
+    const QString otherRow = u"INSERT INTO DDT_SCARICO_DETT(IDDDT_SCARICO, TIPO_RIGA, CODICE) SELECT IDDDT_SCARICO, "
+                             "'Articolo', '%1' FROM DDT_SCARICO WHERE NUMERO = 50"_s;
+    const QString otherMovement =
+        u"INSERT INTO MOVI_MAGA(IDMAGAZZINO, DATA_MOVIMENTO, CODICE, DESCRIZIONE, IDCATEGORIA_ANA_MAGA, "
+        "TIPO_MOVIMENTO, PREZZO, COSTO, QUANTITA, VALORE, VALORE_IMPORTO, IDCAUSALE_MAGA, RIF_DOC_TIPO, RIF_DOC_ID, "
+        "RIF_DOC_IDRIGA) SELECT 0, CURRENT_DATE, CODICE, '-', 1, 'Scarico', 0, 0, -1, 0, 0, 2, 'D.d.T. di scarico', "
+        "IDDDT_SCARICO, IDDDT_SCARICO_DETT FROM DDT_SCARICO_DETT WHERE CODICE = '%1'"_s;
+    const test::Document note(*workplace_, test::deliveryNote());
+    note.fillHeader();
+    note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+    note.addArticle(u"SMA-0750"_s, u"8"_s, u"2"_s);
+    int headers = 0;
+    int rows = 0;
+    connection().setStatementHook([&](const QString &sql) {
+        if (sql.startsWith(u"INSERT INTO DDT_SCARICO ") && headers++ == 0)
+            runElsewhere({u"INSERT INTO DDT_SCARICO(NUMERO, DATA, ANNO, TIPO_ANAGRAFICA, CLI_CODICE, "
+                          "CLI_RAGIONESOCIALE, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, "
+                          "CAUSALE_TRASPORTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO) "
+                          "VALUES(50, '2026-03-16', 2026, 0, 'ALTRO', 'Altra', 1, 'X', 1, 'X', 0, 0, 0)"_s,
+                          otherRow.arg(u"ALTRO-1"_s), otherMovement.arg(u"ALTRO-1"_s)});
+        if (sql.startsWith(u"INSERT INTO DDT_SCARICO_DETT ") && rows++ == 0)
+            runElsewhere({otherRow.arg(u"ALTRO-2"_s), otherMovement.arg(u"ALTRO-2"_s)});
+    });
+    const QString documents = u"SELECT D.NUMERO, R.CODICE, M.CODICE, M.QUANTITA FROM DDT_SCARICO D "
+                              "JOIN DDT_SCARICO_DETT R ON R.IDDDT_SCARICO = D.IDDDT_SCARICO "
+                              "LEFT JOIN MOVI_MAGA M ON M.RIF_DOC_ID = D.IDDDT_SCARICO AND "
+                              "M.RIF_DOC_IDRIGA = R.IDDDT_SCARICO_DETT ORDER BY D.NUMERO, R.IDDDT_SCARICO_DETT"_s;
+    const QStringList expected = {u"1|TRA-0018|TRA-0018|-5"_s, u"1|SMA-0750|SMA-0750|-2"_s, u"50|ALTRO-1|ALTRO-1|-1"_s,
+                                  u"50|ALTRO-2|ALTRO-2|-1"_s};
+    note.save();
+    connection().setStatementHook({});
+    QCOMPARE(headers, 1);
+    QCOMPARE(rows, 2);
+    QCOMPARE(note.flags(), u"stored"_s);
+    QCOMPARE(lines(documents), expected);
+    QCOMPARE(lines(u"SELECT IDDDT_SCARICO FROM DDT_SCARICO WHERE NUMERO = 1"_s),
+             QStringList({QString::number(note.form().IdRecord())}));
+    // The form works on the key that it was really given.
+    note.form().DataChanged();
+    note.save();
+    QCOMPARE(lines(documents), expected);
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList({u"4"_s}));
+}
+
+void TestServerDocuments::serverLostDuringTheSave_data()
+{
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<bool>("stored");
+    QTest::newRow("header") << u"INSERT INTO DDT_SCARICO "_s << false;
+    QTest::newRow("row") << u"INSERT INTO DDT_SCARICO_DETT "_s << false;
+    QTest::newRow("commit") << u"COMMIT"_s << false;
+    QTest::newRow("row of a stored note") << u"INSERT INTO DDT_SCARICO_DETT "_s << true;
+    QTest::newRow("commit of a stored note") << u"COMMIT"_s << true;
+}
+
+void TestServerDocuments::serverLostDuringTheSave()
+{
+    QFETCH(QString, statement);
+    QFETCH(bool, stored);
+    const QString rows = u"SELECT D.ASPETTO_BENI, R.CODICE, R.QUANTITA FROM DDT_SCARICO D JOIN DDT_SCARICO_DETT R ON "
+                         "R.IDDDT_SCARICO = D.IDDDT_SCARICO ORDER BY R.IDDDT_SCARICO_DETT"_s;
+    const QString movements = u"SELECT CODICE, QUANTITA FROM MOVI_MAGA"_s;
+    const test::Document note(*workplace_, test::deliveryNote());
+    note.fillHeader();
+    note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+    if (stored)
+        note.save();
+    const QStringList before = lines(rows) + lines(movements);
+    note.control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Sfuso"_s);
+    test::typeIntoCell(note.grid(), 0, u"Q.tà"_s, u"6"_s);
+    bool crashed = false;
+    connection().setStatementHook([&](const QString &sql) {
+        if (!crashed && sql.startsWith(statement)) {
+            crashed = true;
+            server_->crash();
+        }
+    });
+    workplace_->messages.expectError(u"Si è verificato un errore durante il salvataggio dei dati!"_s);
+    note.save();
+    connection().setStatementHook({});
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QVERIFY(crashed);
+    QCOMPARE(note.shown(u"txtAspettoBeni"_s), u"Sfuso"_s);
+    QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), u"6,00"_s);
+    server_->start();
+    QCOMPARE(lines(rows) + lines(movements), before);
+    note.form().DataChanged();
+    note.save();
+    QCOMPARE(note.flags(), u"stored"_s);
+    QCOMPARE(lines(rows) + lines(movements), QStringList({u"Sfuso|TRA-0018|6"_s, u"TRA-0018|-6"_s}));
+}
+
+void TestServerDocuments::serverLostBeforeTheSave()
+{
+    const test::Document note(*workplace_, test::deliveryNote());
+    note.fillHeader();
+    note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+    server_->crash();
+    QStringList shown;
+    const core::MessageHandler scripted = core::setMessageHandler([&shown](const core::Message &message) {
+        shown.append(message.title);
+        return message.answers.last();
+    });
+    note.save();
+    core::setMessageHandler(scripted);
+    // The database's own text, from the check of the number; nothing was tried, so the note is as it was.
+    QCOMPARE(shown, QStringList({u"Errore"_s}));
+    QCOMPARE(note.flags(), u"new modified"_s);
+    server_->start();
+    note.save();
+    QCOMPARE(note.flags(), u"stored"_s);
+    QCOMPARE(lines(u"SELECT CODICE FROM MOVI_MAGA"_s), QStringList({u"TRA-0018"_s}));
+}
+
+static const test::Registered<TestServerDocuments> registered;
+
+#include "test_documents.moc"

@@ -1,0 +1,58 @@
+#pragma once
+#include "magazzino/ui/DocumentForm.h"
+#include "tests/support/Controls.h"
+#include "tests/support/Workplace.h"
+
+namespace test {
+
+/// The names of one kind of stock document.
+struct DocumentNames
+{
+    QString action;
+    QString table;
+    QString rowTable;
+    QString key;
+    QString counterpartAction;
+    QString counterpart; ///< of the demonstration data: with tax data, under the letter A
+    QString priceHeader;
+};
+
+const DocumentNames &receipt();
+const DocumentNames &deliveryNote();
+
+/// A document's form in a running program, worked through its controls.
+class Document
+{
+public:
+    /// Opens the form.
+    Document(Workplace &workplace, const DocumentNames &names);
+
+    TMMGInserimentoDocumento &form() const { return *form_; }
+    DocumentGrid *grid() const { return &form_->grid(); }
+    QString shown(const QString &name) const { return test::shown(form_, name); }
+    template <typename Control>
+    Control *control(const QString &name) const
+    {
+        return test::control<Control>(form_, name);
+    }
+
+    void showPage(int page) const;
+    /// Chooses the counterpart, the transport type and the transport reason.
+    void fillHeader() const;
+    void choose(const QString &commandOrButton, const ScriptedDialogs::Use &use) const;
+    void addArticle(const QString &code, const QString &price, const QString &quantity) const;
+    void trigger(const QString &action) const { test::trigger(form_, action); }
+    void save() const { trigger(QStringLiteral("actSalva")); }
+
+    /// "new modified", "stored" and so on.
+    QString flags() const;
+    /// Everything that any document of any kind left in the database.
+    QStringList stored() const;
+
+private:
+    Workplace &workplace_;
+    const DocumentNames &names_;
+    QPointer<TMMGInserimentoDocumento> form_;
+};
+
+} // namespace test
