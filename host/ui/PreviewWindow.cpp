@@ -152,7 +152,7 @@ QToolBar *PreviewWindow::createToolBar()
 {
     QToolBar *bar = newToolBar(u"tBarAnteprima"_s);
     placeCommands(bar, {u"actStampa"_s, u"actSalvaPDF"_s, {}});
-    // The four steps stand as small arrows around the page number; their names are in the menu.
+    // Steps are small signs around what they change; their names are in the menu.
     const auto addStep = [this, bar](const QString &name, const QString &symbol) {
         auto *button = new QPushButton(symbol, bar);
         QAction *action = command(name);
@@ -180,13 +180,14 @@ QToolBar *PreviewWindow::createToolBar()
     addStep(u"actUltimaPagina"_s, u"»"_s);
     bar->addSeparator();
     formMenu()->addSeparator();
-    placeCommands(bar, {u"actRiduci"_s, u"actIngrandisci"_s, u"actAdattaLarghezza"_s, u"actPaginaIntera"_s});
+    addStep(u"actRiduci"_s, u"−"_s);
     zoomLabel_ = new QLabel(bar);
     zoomLabel_->setObjectName(u"lblZoom"_s);
     zoomLabel_->setMinimumWidth(fontMetrics().horizontalAdvance(u" 400% "_s));
     zoomLabel_->setAlignment(Qt::AlignCenter);
     bar->addWidget(zoomLabel_);
-    placeCommands(bar, {{}, u"actChiudi"_s});
+    addStep(u"actIngrandisci"_s, u"+"_s);
+    placeCommands(bar, {u"actAdattaLarghezza"_s, u"actPaginaIntera"_s, {}, u"actChiudi"_s});
     return bar;
 }
 

@@ -70,7 +70,6 @@ TMMGStampaInventarioBase::TMMGStampaInventarioBase(const InventarioSpec &spec, Q
     , spec_(spec)
 {
     setObjectName(spec.objectName);
-    setOpeningSize({430, 330});
     auto *layout = new QVBoxLayout(this);
     QGroupBox *dates = createDates();
     QGroupBox *stock = createStock();
@@ -95,6 +94,8 @@ TMMGStampaInventarioBase::TMMGStampaInventarioBase(const InventarioSpec &spec, Q
     placeCommands(bar, {u"actStampa"_s, u"actChiudi"_s});
     formMenu()->addAction(command(u"actRipristina"_s));
     layout->addWidget(bar);
+    setMinimumSize(minimumSizeHint());
+    setOpeningSize(minimumSizeHint() + QSize(40, 10));
     setFocusProxy(from_);
     Ripristina();
 }
