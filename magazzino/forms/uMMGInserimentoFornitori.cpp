@@ -28,7 +28,7 @@ TMMGInserimentoFornitori::TMMGInserimentoFornitori(QWidget *owner)
 
     refuseIf([this] { return codice()->isEmpty(); }, u"Non è stato indicato il codice!"_s);
     refuseIf([this] { return ragioneSociale()->isEmpty(); }, u"Non è stata indicata la ragione sociale!"_s);
-    refuseIf([this] { return CodiceFornitoreExists(codice()->text(), IdRecord()); }, u"Codice già utilizzato!"_s);
+    refuseIf([this] { return CodiceFornitoreExists(codice()->text(), storedKey()); }, u"Codice già utilizzato!"_s);
     finish();
 }
 

@@ -19,7 +19,7 @@ TMMGInserimentoTipiTrasporto::TMMGInserimentoTipiTrasporto(QWidget *owner)
 {
     setObjectName(u"MMGInserimentoTipiTrasporto"_s);
     refuseIf([this] { return testo()->isEmpty(); }, u"Non è stato indicato il tipo di trasporto!"_s);
-    refuseIf([this] { return TipoTrasportoExists(testo()->text(), IdRecord()); },
+    refuseIf([this] { return TipoTrasportoExists(testo()->text(), storedKey()); },
              u"Esiste già un tipo di trasporto con questo nome!"_s);
     start(ui::standardCommands);
 }

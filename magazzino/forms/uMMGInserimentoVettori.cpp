@@ -21,7 +21,7 @@ TMMGInserimentoVettori::TMMGInserimentoVettori(QWidget *owner)
     setObjectName(u"MMGInserimentoVettori"_s);
     refuseIf([this] { return codice()->isEmpty() || ragioneSociale()->isEmpty(); },
              u"Codice e ragione sociale sono obbligatori!"_s);
-    refuseIf([this] { return CodiceVettoreExists(codice()->text(), IdRecord()); },
+    refuseIf([this] { return CodiceVettoreExists(codice()->text(), storedKey()); },
              u"Codice già utilizzato da un altro vettore!"_s);
     finish();
 }

@@ -76,6 +76,7 @@ protected:
 
     void resetDetails() override;
     void clearDetails() override;
+    void recordMissing() override;
     void loadDetails() override;
     bool finishEditing() override;
     void prepareSave() override;

@@ -38,6 +38,13 @@ void TMMGInserimentoDocumento::clearDetails()
     grid_->rowsModel().setRows({});
 }
 
+// The header stays as it is, over no rows: it must not be saved over the document that it belonged to.
+void TMMGInserimentoDocumento::recordMissing()
+{
+    SetNewRecord(true);
+    SetIdRecord(-1);
+}
+
 void TMMGInserimentoDocumento::loadDetails()
 {
     data::DataSet &rows = Modulo().dataSet(spec_.rowsDataSet);

@@ -167,8 +167,10 @@ void EntryForm::load(int id)
     record_->setParameter(spec_.key, id);
     clearDetails();
     record_->open();
-    if (record_->isEmpty())
+    if (record_->isEmpty()) {
+        recordMissing();
         return;
+    }
     withoutTracking([this] {
         pages_->setCurrentIndex(0);
         SetIdRecord(record_->integer(spec_.key));

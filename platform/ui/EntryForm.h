@@ -109,6 +109,8 @@ protected:
     virtual void resetDetails() {}
     /// Before the form is emptied, and before a record is looked for, so also when it turns out to be missing.
     virtual void clearDetails() {}
+    /// The record looked for does not exist.
+    virtual void recordMissing() {}
     /// After the fields were loaded from the record's row.
     virtual void loadDetails() {}
     /// Ends what is still being typed in a grid. False stops the save.

@@ -456,11 +456,16 @@ void TestReceiptForm::missingDocumentLeavesTheHeader()
     note().fillHeader();
     note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
     note().save();
-    const int id = note().form().IdRecord();
-    note().form().ApriRecord(id + 100);
-    QCOMPARE(note().form().IdRecord(), id);
+    note().form().ApriRecord(note().form().IdRecord() + 100);
     QCOMPARE(note().shown(u"lblRagioneSociale"_s), u"Acciaierie Brentane S.p.A."_s);
     QCOMPARE(note().grid()->model()->rowCount(), 0);
+    // The header must not be saved, without its rows, over the document that it belonged to.
+    QCOMPARE(note().form().IdRecord(), -1);
+    note().form().SetModified(true);
+    test::ScriptedMessages messages;
+    messages.expectWarning(u"Esiste già un documento con questo numero!"_s);
+    note().trigger(u"actSalva"_s);
+    QCOMPARE(messages.verify(), QStringList());
 }
 
 void TestReceiptForm::deletingANewDocumentEmptiesIt()
