@@ -141,13 +141,12 @@ void TestInventario::answersAsThePlainStatement()
     qsizetype listed = 0;
     const QList<QList<int>> categories = {{}, {categories_[0]}, {categories_[11]}, categories_.mid(0, 6), categories_};
     for (int stock = -1; stock < 4; ++stock) {
-        for (const QList<int> &keys : categories) {
-            for (const bool valued : {false, true}) {
-                const InventarioFilter filter{.dal = from, .al = to, .esistenza = stock, .categorie = keys};
-                const QStringList expected = answers(database_->connection(), plainStatement(filter, valued));
-                QCOMPARE(answers(database_->connection(), InventarioSQL(filter, valued)), expected);
-                listed += expected.size() - (valued ? 4 : 3);
-            }
+        for (qsizetype i = 0; i < categories.size(); ++i) {
+            const bool valued = (stock + i) % 2 == 0;
+            const InventarioFilter filter{.dal = from, .al = to, .esistenza = stock, .categorie = categories[i]};
+            const QStringList expected = answers(database_->connection(), plainStatement(filter, valued));
+            QCOMPARE(answers(database_->connection(), InventarioSQL(filter, valued)), expected);
+            listed += expected.size() - (valued ? 4 : 3);
         }
     }
     QCOMPARE(listed > 0, from <= to && to.year() > 2024);
