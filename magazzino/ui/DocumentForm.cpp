@@ -49,6 +49,7 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
 void TMMGInserimentoDocumento::finishLayout(const QStringList &commands)
 {
     createRowsPage();
+    addFurtherPages();
     QWidget *notesPage = addPage(spec_.notesPage);
     notes_ = declare(new ui::MemoField({.name = u"txtNote"_s, .label = u"Note"_s, .column = u"NOTE"_s}, notesPage));
     auto *notesLayout = new QVBoxLayout(notesPage);

@@ -95,6 +95,8 @@ protected:
     /// Does no VAT arise on the whole document?
     virtual bool isExempt() const { return false; }
     bool mayStartNew() override;
+    /// Pages between the rows and the notes.
+    virtual void addFurtherPages() {}
     ui::MemoField *notes() const { return notes_; }
     ui::IntegerField *numberField() const { return number_; }
     ui::DateField *dateField() const { return date_; }
