@@ -2,6 +2,7 @@
 #include "magazzino/ui/DocumentRow.h"
 
 #include <QAbstractTableModel>
+#include <QPointer>
 #include <QStyledItemDelegate>
 #include <QTableView>
 

@@ -3,6 +3,7 @@
 #include "platform/core/Error.h"
 #include "platform/report/Document.h"
 
+#include <QFileInfo>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
@@ -22,9 +23,22 @@ QPageLayout layoutOf(const Document &document)
     return layout;
 }
 
-[[noreturn]] void failWriting(const QString &path, const QString &reason)
+QString reasonFor(const QSaveFile &file)
 {
-    throw core::Error(u"Impossibile scrivere il file \"%1\": %2"_s.arg(path, reason));
+    const QFileInfo target(file.fileName());
+    const QFileInfo folder(target.absolutePath());
+    if (!folder.isDir())
+        return u"la cartella non esiste"_s;
+    if (target.isDir())
+        return u"esiste una cartella con questo nome"_s;
+    if (!folder.isWritable() || (target.exists() && !target.isWritable()))
+        return u"mancano i permessi di scrittura"_s;
+    return file.errorString();
+}
+
+[[noreturn]] void failWriting(const QSaveFile &file)
+{
+    throw core::Error(u"Impossibile scrivere il file \"%1\": %2."_s.arg(file.fileName(), reasonFor(file)));
 }
 
 } // namespace
@@ -34,7 +48,7 @@ void writePdf(const Document &document, const QString &path, int dpi)
     // The temporary file lies beside the target and takes its name only when everything has been written.
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        failWriting(path, file.errorString());
+        failWriting(file);
     {
         QPdfWriter writer(&file);
         writer.setTitle(document.title());
@@ -43,15 +57,15 @@ void writePdf(const Document &document, const QString &path, int dpi)
         writer.setResolution(dpi);
         QPainter painter;
         if (!painter.begin(&writer))
-            failWriting(path, file.errorString());
+            failWriting(file);
         for (int index = 0; index < document.pageCount(); ++index) {
             if (index > 0 && !writer.newPage())
-                failWriting(path, file.errorString());
+                failWriting(file);
             paintPage(painter, document.page(index), document.fonts(), dpi / 25.4);
         }
     }
     if (!file.commit())
-        failWriting(path, file.errorString());
+        failWriting(file);
 }
 
 void printDocument(const Document &document, QPrinter &printer)

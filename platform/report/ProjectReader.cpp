@@ -148,7 +148,7 @@ Expression Reader::expression(const QString &name)
     const QString text = attribute(name);
     if (text.isEmpty())
         return {};
-    const Expression result = parsed([&] { return Expression::parse(text); });
+    Expression result = parsed([&] { return Expression::parse(text); });
     if (connections_)
         *connections_ += result.connections();
     return result;

@@ -321,7 +321,7 @@ void TestReportForms::unwritablePdfIsReported()
     const ui::EntryForm *form = openNote(test::insertNote(workplace_->database(), 1));
     ui::setSaveFileChooser([&](QWidget *, const ui::SaveFileRequest &) { return path; });
     workplace_->messages.expectError(
-        u"[StampaDdTScarico]\n\rImpossibile scrivere il file \"%1\": No such file or directory"_s.arg(path));
+        u"[StampaDdTScarico]\n\rImpossibile scrivere il file \"%1\": la cartella non esiste."_s.arg(path));
     test::trigger(form, u"actSalvaPDF"_s);
     QCOMPARE(workplace_->messages.verify(), QStringList());
 }
