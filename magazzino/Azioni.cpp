@@ -3,6 +3,7 @@
 #include "magazzino/forms/uMMGInserimentoBolleCarico.h"
 #include "magazzino/forms/uMMGInserimentoCausaliTrasporto.h"
 #include "magazzino/forms/uMMGInserimentoDdTScarico.h"
+#include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
 #include "magazzino/forms/uMMGInserimentoFornitori.h"
 #include "magazzino/forms/uMMGInserimentoMovimentiMagazzino.h"
 #include "magazzino/forms/uMMGInserimentoTipiTrasporto.h"
@@ -21,6 +22,7 @@
 #include "magazzino/forms/uMMGRicercaBolleCarico.h"
 #include "magazzino/forms/uMMGRicercaCausaliTrasporto.h"
 #include "magazzino/forms/uMMGRicercaDdTScarico.h"
+#include "magazzino/forms/uMMGRicercaFattureAccompagnatorie.h"
 #include "magazzino/forms/uMMGRicercaFornitori.h"
 #include "magazzino/forms/uMMGRicercaMovimentiMagazzino.h"
 #include "magazzino/forms/uMMGRicercaTipiTrasporto.h"
@@ -75,8 +77,9 @@ const QList<ModuleAction> &moduleActions()
         {u"actRicercaDdTScarico"_s, ricerca, u"D.d.T."_s, form, make<TMMGRicercaDdTScarico>},
         {u"actModSelezionaTipoPagamento"_s, modali, u"Seleziona tipo di pagamento"_s, selection,
          make<TMMGModSelezionaTipoPagamento>},
-        {u"actInserimentoFattureAccompagnatorie"_s, inserimento, u"Inserimento fatture accompagnatorie"_s},
-        {u"actRicercaFattureAccompagnatorie"_s, ricerca, u"Fatt. Acc."_s, form, nullptr,
+        {u"actInserimentoFattureAccompagnatorie"_s, inserimento, u"Inserimento fatture accompagnatorie"_s, form,
+         make<TMMGInserimentoFattureAccompagnatorie>},
+        {u"actRicercaFattureAccompagnatorie"_s, ricerca, u"Fatt. Acc."_s, form, make<TMMGRicercaFattureAccompagnatorie>,
          u"Fatture acc. (visualizzazione)"_s},
         {u"actRicercaMovimentiMagazzino"_s, ricerca, u"Gestione movimenti di magazzino"_s, form,
          make<TMMGRicercaMovimentiMagazzino>},

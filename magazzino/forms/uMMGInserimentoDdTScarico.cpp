@@ -14,11 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Positions of the copied texts in an addressee's labels.
-constexpr int codeLabel = 0;
-constexpr int taxCodeLabel = 7;
-constexpr int vatNumberLabel = 8;
-
 const QString documentKind = u"D.d.T. di scarico"_s;
 
 DocumentSpec spec()
@@ -54,6 +49,7 @@ DocumentSpec spec()
                         .su = u"Sposta riga in alto"_s,
                         .giu = u"Sposta riga in basso"_s},
         .unitPrice = &DocumentRow::prezzo,
+        .storesPrice = true,
         .documentKind = documentKind,
         .movementKind = u"Scarico"_s,
         .quantitySign = -1,
@@ -64,34 +60,17 @@ DocumentSpec spec()
     };
 }
 
-ui::TextField *destinationField(const QString &name, const QString &label, const QString &column, int maxLength,
-                                bool upperCase, QWidget *parent)
-{
-    return new ui::TextField(
-        {.name = name, .label = label, .column = column, .maxLength = maxLength, .upperCase = upperCase}, parent);
-}
-
 } // namespace
 
 TMMGInserimentoDdTScarico::TMMGInserimentoDdTScarico(QWidget *owner)
-    : TMMGInserimentoDocumento(spec(), owner)
+    : TMMGInserimentoScarico(spec(), owner)
 {
     setObjectName(u"MMGInserimentoDdTScarico"_s);
-    auto *page = new QGridLayout(generalPage());
-    page->addWidget(createAddressee(), 0, 0);
-    page->addWidget(createDestination(), 0, 1);
-    page->addWidget(createCarrier(), 1, 0);
-    page->addWidget(createTransport(), 1, 1);
-    page->setColumnStretch(0, 1);
-    page->setColumnStretch(1, 1);
-    page->setRowStretch(2, 1);
-
-    // The same text when the addressee is a supplier; this is intended.
-    refuseIf([this] { return addressee_->isEmpty(codeLabel); }, u"Non è stato selezionato un cliente!"_s);
-    refuseIf([this] { return transportType_->key() <= 0; }, u"Non è stato selezionato un tipo di trasporto!"_s);
-    refuseIf([this] { return transportReason_->key() <= 0; }, u"Non è stato selezionata una causale di trasporto!"_s);
-    askIf([this] { return addressee_->isEmpty(taxCodeLabel) && addressee_->isEmpty(vatNumberLabel); },
-          u"Non sono stati indicati nè il codice fiscale, nè la partita IVA,\n\rproseguire comunque?"_s);
+    layOutGeneralPage(createAddressee());
+    refuseWithoutCustomer();
+    refuseIf([this] { return transportType()->key() <= 0; }, u"Non è stato selezionato un tipo di trasporto!"_s);
+    refuseIf([this] { return transportReason()->key() <= 0; }, u"Non è stato selezionata una causale di trasporto!"_s);
+    askWithoutTaxData();
 
     addPrintCommands(StampaDdTScarico);
     finishLayout({u"actNuovo"_s, u"actElimina"_s, u"actSalva"_s, u"actChiudi"_s, {}, u"actStampa"_s, u"actSalvaPDF"_s});
@@ -99,18 +78,6 @@ TMMGInserimentoDdTScarico::TMMGInserimentoDdTScarico(QWidget *owner)
 
 QGroupBox *TMMGInserimentoDdTScarico::createAddressee()
 {
-    addresseeBox_ = new QGroupBox(generalPage());
-    addresseeBox_->setObjectName(u"grpAnagrafica"_s);
-    addressee_ = declare(new ui::RecordLabels(etichetteAnagrafica(u"lbl"_s, u"CLI_"_s), addresseeBox_));
-    QAction *customer = addCommand({.name = u"actSelezionaCliente"_s,
-                                    .caption = u"Cliente"_s,
-                                    .run =
-                                        [this] {
-                                            if (const auto chosen = scegli(u"actModSelezionaCliente"_s))
-                                                setAddressee(TTipoAnagrafica::Cliente, GetCliente(chosen->key));
-                                        },
-                                    .icon = ui::Icon::Choose,
-                                    .shortcut = QKeySequence(u"Ctrl+L"_s)});
     QAction *supplier = addCommand({.name = u"actSelezionaFornitore"_s,
                                     .caption = u"Fornitore"_s,
                                     .run =
@@ -120,118 +87,9 @@ QGroupBox *TMMGInserimentoDdTScarico::createAddressee()
                                         },
                                     .icon = ui::Icon::Choose,
                                     .shortcut = QKeySequence(u"Ctrl+F"_s)});
-    auto *layout = new QVBoxLayout(addresseeBox_);
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(commandButton(customer, u"cmdSelezionaCliente"_s, addresseeBox_));
-    buttons->addWidget(commandButton(supplier, u"cmdSelezionaFornitore"_s, addresseeBox_));
-    buttons->addStretch();
-    layout->addLayout(buttons);
-    layout->addWidget(addressee_->widget());
+    addresseeBox_ =
+        createAddresseeBox({{customerCommand(), u"cmdSelezionaCliente"_s}, {supplier, u"cmdSelezionaFornitore"_s}});
     return addresseeBox_;
-}
-
-QGroupBox *TMMGInserimentoDdTScarico::createDestination()
-{
-    auto *box = new QGroupBox(u"Destinazione"_s, generalPage());
-    box->setObjectName(u"grpDestinazione"_s);
-    auto *name = declare(
-        destinationField(u"txtDestRagioneSociale"_s, u"Ragione sociale"_s, u"DEST_RAGIONESOCIALE"_s, 100, false, box));
-    auto *address =
-        declare(destinationField(u"txtDestIndirizzo"_s, u"Indirizzo"_s, u"DEST_INDIRIZZO"_s, 50, false, box));
-    auto *town = declare(destinationField(u"txtDestCitta"_s, u"Città"_s, u"DEST_CITTA"_s, 30, false, box));
-    auto *postcode = declare(destinationField(u"txtDestCap"_s, u"CAP"_s, u"DEST_CAP"_s, 5, true, box));
-    auto *province = declare(destinationField(u"txtDestProvincia"_s, u"Prov."_s, u"DEST_PROVINCIA"_s, 2, true, box));
-    auto *country = declare(destinationField(u"txtDestNazione"_s, u"Nazione"_s, u"DEST_NAZIONE"_s, 30, false, box));
-    auto *grid = new QGridLayout(box);
-    place(grid, name, 0, 0, 3);
-    place(grid, address, 1, 0, 3);
-    place(grid, town, 2, 0);
-    place(grid, postcode, 2, 1);
-    place(grid, province, 2, 2);
-    place(grid, country, 3, 0);
-    grid->setColumnStretch(1, 1);
-    grid->setRowStretch(4, 1);
-    return box;
-}
-
-QGroupBox *TMMGInserimentoDdTScarico::createCarrier()
-{
-    auto *box = new QGroupBox(u"Vettore"_s, generalPage());
-    box->setObjectName(u"grpVettore"_s);
-    carrier_ = declare(new ui::RecordLabels(etichetteAnagrafica(u"lblVett"_s, u"VETT_"_s, false), box));
-    QAction *choose = addCommand({.name = u"actSelezionaVettore"_s,
-                                  .caption = u"Seleziona vettore..."_s,
-                                  .run = [this] { selezionaVettore(); },
-                                  .icon = ui::Icon::Choose});
-    QAction *clear = addCommand({.name = u"actAnnullaSelezioneVettore"_s,
-                                 .caption = u"Annulla selezione"_s,
-                                 .run =
-                                     [this] {
-                                         carrier_->clear();
-                                         DataChanged();
-                                     },
-                                 .icon = ui::Icon::Clear});
-    auto *layout = new QVBoxLayout(box);
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(commandButton(choose, u"cmdSelezionaVettore"_s, box));
-    buttons->addWidget(commandButton(clear, u"cmdAnnullaSelezioneVettore"_s, box));
-    buttons->addStretch();
-    layout->addLayout(buttons);
-    layout->addWidget(carrier_->widget());
-    return box;
-}
-
-QGroupBox *TMMGInserimentoDdTScarico::createTransport()
-{
-    auto *box = new QGroupBox(u"Trasporto"_s, generalPage());
-    box->setObjectName(u"grpTrasporto"_s);
-    transportType_ = declare(new ui::ChoiceField({.name = u"txtTipoTrasporto"_s,
-                                                  .buttonName = u"cmdSelezionaTipoTrasporto"_s,
-                                                  .label = u"Tipo di trasporto"_s,
-                                                  .keyColumn = u"IDTIPO_TRASPORTO"_s,
-                                                  .textColumn = u"TIPO_TRASPORTO"_s,
-                                                  .choose = [] { return scegli(u"actModSelezionaTipoTrasporto"_s); }},
-                                                 box));
-    auto *appearance = declare(new ui::TextField(
-        {.name = u"txtAspettoBeni"_s, .label = u"Aspetto dei beni"_s, .column = u"ASPETTO_BENI"_s, .maxLength = 20},
-        box));
-    transportReason_ = declare(new ui::ChoiceField(
-        {.name = u"txtCausaleTrasporto"_s,
-         .buttonName = u"cmdSelezionaCausaleTrasporto"_s,
-         .label = u"Causale del trasporto"_s,
-         .keyColumn = u"IDCAUSALE_TRASPORTO"_s,
-         .textColumn = u"CAUSALE_TRASPORTO"_s,
-         .choose = [] { return scegliConLettore(u"actModSelezionaCausaleTrasporto"_s, GetCausaleTrasporto); }},
-        box));
-    auto *packages =
-        declare(new ui::IntegerField({.name = u"txtColli"_s, .label = u"Colli"_s, .column = u"COLLI"_s}, box));
-    auto *weight = declare(new ui::DecimalField({.name = u"txtPeso"_s, .label = u"Peso"_s, .column = u"PESO"_s}, box));
-    auto *weightUnit = declare(new ui::ChoiceField({.name = u"txtPesoUM"_s,
-                                                    .buttonName = u"cmdSelezionaPesoUM"_s,
-                                                    .label = u"Unità di misura"_s,
-                                                    .keyColumn = u"PESO_IDUM"_s,
-                                                    .textColumn = u"PESO_UM"_s,
-                                                    .choose = [] { return scegli(u"actModSelezionaUM"_s); },
-                                                    .clearable = true},
-                                                   box));
-    auto *start = declare(new ui::MomentField({.checkName = u"chkInizioTrasporto"_s,
-                                               .dateName = u"txtDataInizioTrasporto"_s,
-                                               .timeName = u"txtOraInizioTrasporto"_s,
-                                               .caption = u"Data e ora di inizio trasporto"_s,
-                                               .dateColumn = u"DATA_INIZIO_TRASPORTO"_s,
-                                               .timeColumn = u"ORA_INIZIO_TRASPORTO"_s},
-                                              box));
-    auto *grid = new QGridLayout(box);
-    place(grid, transportType_, 0, 0, 2);
-    place(grid, appearance, 1, 0, 2);
-    place(grid, transportReason_, 2, 0, 2);
-    place(grid, packages, 3, 0);
-    place(grid, weight, 4, 0);
-    place(grid, weightUnit, 4, 1);
-    place(grid, start, 5, 0, 2);
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(3, 1);
-    return box;
 }
 
 void TMMGInserimentoDdTScarico::SetTipoAnagrafica(TTipoAnagrafica tipo)
@@ -240,48 +98,35 @@ void TMMGInserimentoDdTScarico::SetTipoAnagrafica(TTipoAnagrafica tipo)
     addresseeBox_->setTitle(tipo == TTipoAnagrafica::Cliente ? u" Cliente "_s : u" Fornitore "_s);
 }
 
-void TMMGInserimentoDdTScarico::setAddressee(TTipoAnagrafica tipo, const TCliente &addressee)
+void TMMGInserimentoDdTScarico::setAddressee(TTipoAnagrafica tipo, const TCliente &chosen)
 {
-    if (addressee.id <= 0)
+    if (chosen.id <= 0)
         return;
     SetTipoAnagrafica(tipo);
-    addressee_->setValues(valoriAnagrafica(addressee));
-    DataChanged();
+    showAddressee(chosen);
 }
 
-void TMMGInserimentoDdTScarico::selezionaVettore()
+void TMMGInserimentoDdTScarico::customerChosen(const TCliente &customer)
 {
-    const auto chosen = scegli(u"actModSelezionaVettore"_s);
-    if (!chosen)
-        return;
-    const TVettore carrier = GetVettore(chosen->key);
-    if (carrier.id <= 0)
-        return;
-    carrier_->setValues(valoriAnagrafica(carrier));
-    DataChanged();
+    setAddressee(TTipoAnagrafica::Cliente, customer);
 }
 
 void TMMGInserimentoDdTScarico::resetDetails()
 {
-    TMMGInserimentoDocumento::resetDetails();
+    TMMGInserimentoScarico::resetDetails();
     SetTipoAnagrafica(TTipoAnagrafica::Cliente);
 }
 
 void TMMGInserimentoDdTScarico::loadDetails()
 {
-    TMMGInserimentoDocumento::loadDetails();
+    TMMGInserimentoScarico::loadDetails();
     SetTipoAnagrafica(static_cast<TTipoAnagrafica>(record().integer(u"TIPO_ANAGRAFICA"_s)));
 }
 
 void TMMGInserimentoDdTScarico::writeComputed(data::DataSet &row) const
 {
     row.setValue(u"TIPO_ANAGRAFICA"_s, static_cast<int>(tipoAnagrafica_));
-    TMMGInserimentoDocumento::writeComputed(row);
-}
-
-double TMMGInserimentoDdTScarico::movementValue(const DocumentRow &row) const
-{
-    return GetValoreScaricoCostoMedio(row.codice, data());
+    TMMGInserimentoScarico::writeComputed(row);
 }
 
 // The rows of a delivery note store no cost; each article row's own movement does.

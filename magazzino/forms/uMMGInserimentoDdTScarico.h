@@ -1,16 +1,9 @@
 #pragma once
-#include "host/Corvane3Impl.h"
-#include "magazzino/ui/DocumentForm.h"
-
-class QGroupBox;
-namespace ui {
-class ChoiceField;
-class RecordLabels;
-} // namespace ui
+#include "magazzino/ui/ScaricoForm.h"
 
 /// Delivery note: goods issued to a customer or a supplier. Each article row unloads stock at its average cost at the
 /// note's date. It carries no monetary totals.
-class TMMGInserimentoDdTScarico : public TMMGInserimentoDocumento
+class TMMGInserimentoDdTScarico : public TMMGInserimentoScarico
 {
     Q_OBJECT
 
@@ -25,21 +18,13 @@ protected:
     void resetDetails() override;
     void loadDetails() override;
     void writeComputed(data::DataSet &record) const override;
-    double movementValue(const DocumentRow &row) const override;
+    void customerChosen(const TCliente &customer) override;
     QHash<int, double> storedCosts() const override;
 
 private:
     QGroupBox *createAddressee();
-    QGroupBox *createDestination();
-    QGroupBox *createCarrier();
-    QGroupBox *createTransport();
-    void setAddressee(TTipoAnagrafica tipo, const TCliente &record);
-    void selezionaVettore();
+    void setAddressee(TTipoAnagrafica tipo, const TCliente &chosen);
 
     QGroupBox *addresseeBox_ = nullptr;
-    ui::RecordLabels *addressee_ = nullptr;
-    ui::RecordLabels *carrier_ = nullptr;
-    ui::ChoiceField *transportType_ = nullptr;
-    ui::ChoiceField *transportReason_ = nullptr;
     TTipoAnagrafica tipoAnagrafica_ = TTipoAnagrafica::Cliente;
 };

@@ -1,6 +1,7 @@
 #include "magazzino/forms/uMMGRicercaDdTScarico.h"
 
 #include "magazzino/MMGUtils.h"
+#include "magazzino/reports/MMGStampe.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +23,8 @@ TMMGRicercaDdTScarico::TMMGRicercaDdTScarico(QWidget *owner)
           u"actInserimentoDdTScarico"_s, owner)
 {
     setObjectName(u"MMGRicercaDdTScarico"_s);
-    start({u"actChiudi"_s, u"actModifica"_s, {}, u"actNuovo"_s, u"actElimina"_s});
+    addPrintCommands(StampaDdTScarico, u"D.d.T. di scarico"_s);
+    start(documentListCommands);
 }
 
 bool TMMGRicercaDdTScarico::deleteRecord(int id)

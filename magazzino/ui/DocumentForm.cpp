@@ -39,6 +39,9 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
     setTabOrder(date_->widget(), pages());
     setFocusProxy(number_->widget());
 
+    if (!spec.saveRight.isEmpty())
+        refuseIf([this] { return !holdsSaveRight(); },
+                 u"Non si dispone di diritti sufficienti per eseguire questa operazione."_s);
     refuseIf([this] { return spec_.numberExists(numero(), data().year(), storedKey()); },
              u"Esiste già un documento con questo numero!"_s);
 }
@@ -46,17 +49,30 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
 void TMMGInserimentoDocumento::finishLayout(const QStringList &commands)
 {
     createRowsPage();
+    addFurtherPages();
     QWidget *notesPage = addPage(spec_.notesPage);
-    auto *notes =
-        declare(new ui::MemoField({.name = u"txtNote"_s, .label = u"Note"_s, .column = u"NOTE"_s}, notesPage));
+    notes_ = declare(new ui::MemoField({.name = u"txtNote"_s, .label = u"Note"_s, .column = u"NOTE"_s}, notesPage));
     auto *notesLayout = new QVBoxLayout(notesPage);
-    auto *notesLabel = new QLabel(notes->label(), notesPage);
-    notesLabel->setBuddy(notes->widget());
+    auto *notesLabel = new QLabel(notes_->label(), notesPage);
+    notesLabel->setBuddy(notes_->widget());
     notesLayout->addWidget(notesLabel);
-    notesLayout->addWidget(notes->widget());
+    notesLayout->addWidget(notes_->widget());
     if (spec_.showsTotals)
         mainLayout()->addWidget(createTotals());
     start(commands);
+}
+
+bool TMMGInserimentoDocumento::holdsSaveRight() const
+{
+    return spec_.saveRight.isEmpty() || UserHasAbilitazione(spec_.saveRight, GetKxCurrentUserName(), connection());
+}
+
+bool TMMGInserimentoDocumento::mayStartNew()
+{
+    if (holdsSaveRight())
+        return true;
+    core::refuseForRights(this);
+    return false;
 }
 
 void TMMGInserimentoDocumento::createRowsPage()
@@ -84,6 +100,7 @@ void TMMGInserimentoDocumento::createRowCommands(QToolBar *bar)
          QKeySequence(u"Ctrl+Ins"_s)},
         {u"actAggiungiServizio"_s, captions.servizio, [this] { aggiungiServizio(); }, ui::Icon::Service},
         {u"actAggiungiTesto"_s, captions.testo, [this] { aggiungiTesto(); }, ui::Icon::Text},
+        {u"actAggiungiNonImponibile"_s, captions.nonImponibile, [this] { aggiungiNonImponibile(); }, ui::Icon::Add},
         {u"actEliminaRiga"_s, captions.elimina, [this] { eliminaRiga(); }, ui::Icon::Remove,
          QKeySequence(u"Ctrl+Del"_s)},
         {u"actSpostaRigaSu"_s, captions.su, [this] { spostaRiga(-1); }, ui::Icon::Up, QKeySequence(u"Ctrl+Up"_s)},
@@ -140,7 +157,7 @@ DocumentTotals TMMGInserimentoDocumento::AggiornaTotaliDocumento()
         return rate.id > 0 ? std::optional(rate.aliquota) : std::nullopt;
     };
     grid_->rowsModel().updateRows(
-        [&](QList<DocumentRow> &rows) { totals_ = recomputeDocument(rows, spec_.unitPrice, rateOf); });
+        [&](QList<DocumentRow> &rows) { totals_ = recomputeDocument(rows, spec_.unitPrice, rateOf, isExempt()); });
     showTotals(totals_.imponibile, totals_.imposta, totals_.documento());
     return totals_;
 }
@@ -225,6 +242,11 @@ void TMMGInserimentoDocumento::aggiungiTesto()
 {
     addRow({.tipo = tipoRiga::testo});
     grid_->edit(grid_->currentIndex());
+}
+
+void TMMGInserimentoDocumento::aggiungiNonImponibile()
+{
+    addRow({.tipo = tipoRiga::nonImponibile, .costo = 0, .prezzo = 0, .quantita = 1, .importo = 0});
 }
 
 void TMMGInserimentoDocumento::eliminaRiga()

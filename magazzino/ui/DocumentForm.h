@@ -13,6 +13,7 @@ struct RowCommandCaptions
     QString articolo;
     QString servizio;
     QString testo;
+    QString nonImponibile;
     QString elimina;
     QString su;
     QString giu;
@@ -34,9 +35,12 @@ struct DocumentSpec
     QList<RowColumnSpec> columns;
     RowCommandCaptions rowCommands;
     UnitPrice unitPrice = nullptr; ///< the price that is typed: cost of a receipt, sale price of an issue
-    bool storesCost = false;       ///< rows store the cost (and no price); otherwise the price (and no cost)
+    bool storesCost = false;       ///< rows store the cost
+    bool storesPrice = false;      ///< rows store the sale price; otherwise it is 0
+    bool hasDiscount = false;      ///< rows store a discount
     bool showsTotals = false;      ///< and stores them; otherwise the stored totals are 0
 
+    QString saveRight;    ///< named right that saving and starting a new document need; none while empty
     QString documentKind; ///< RIF_DOC_TIPO of the movements
     QString movementKind; ///< TIPO_MOVIMENTO
     int quantitySign = 1; ///< 1 for goods in, -1 for goods out
@@ -88,6 +92,14 @@ protected:
     virtual double movementValue(const DocumentRow &row) const = 0;
     /// Costs of stored article rows by row key, for documents whose rows do not store them.
     virtual QHash<int, double> storedCosts() const { return {}; }
+    /// Does no VAT arise on the whole document?
+    virtual bool isExempt() const { return false; }
+    bool mayStartNew() override;
+    /// Pages between the rows and the notes.
+    virtual void addFurtherPages() {}
+    ui::MemoField *notes() const { return notes_; }
+    ui::IntegerField *numberField() const { return number_; }
+    ui::DateField *dateField() const { return date_; }
 
 private:
     void createRowsPage();
@@ -97,6 +109,8 @@ private:
     void aggiungiArticolo();
     void aggiungiServizio();
     void aggiungiTesto();
+    void aggiungiNonImponibile();
+    bool holdsSaveRight() const;
     void eliminaRiga();
     void spostaRiga(int step);
     void cellEdited();
@@ -115,6 +129,7 @@ private:
     ui::DateField *date_;
     QWidget *generalPage_;
     DocumentGrid *grid_ = nullptr;
+    ui::MemoField *notes_ = nullptr;
     QList<QLabel *> totalLabels_;
     DocumentTotals totals_;
 };

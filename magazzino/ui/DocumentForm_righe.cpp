@@ -73,6 +73,8 @@ DocumentRow TMMGInserimentoDocumento::readRow(const data::DataSet &rows, const Q
         return row;
     row.costo = spec_.storesCost ? numberOf(rows, u"COSTO"_s) : costs.value(row.idRiga, 0);
     row.prezzo = numberOf(rows, u"PREZZO"_s);
+    if (spec_.hasDiscount)
+        row.sconto = numberOf(rows, u"SCONTO"_s);
     row.quantita = numberOf(rows, u"QUANTITA"_s);
     row.importo = numberOf(rows, u"IMPORTO"_s);
     if (row.tipo == tipoRiga::nonImponibile)
@@ -137,7 +139,9 @@ void TMMGInserimentoDocumento::writeRow(data::DataSet &rows, const DocumentRow &
     if (row.tipo != tipoRiga::testo) {
         if (spec_.storesCost)
             rows.setValue(u"COSTO"_s, row.costo.value_or(0));
-        rows.setValue(u"PREZZO"_s, spec_.storesCost ? 0 : row.prezzo.value_or(0));
+        rows.setValue(u"PREZZO"_s, spec_.storesPrice ? row.prezzo.value_or(0) : 0);
+        if (spec_.hasDiscount)
+            rows.setValue(u"SCONTO"_s, row.sconto.value_or(0));
         rows.setValue(u"QUANTITA"_s, row.quantita.value_or(0));
         rows.setValue(u"IMPORTO"_s, row.importo.value_or(0));
     }
@@ -179,7 +183,7 @@ void TMMGInserimentoDocumento::writeMovement(const DocumentRow &row, int rowKey)
     movement.descrizione = row.descrizione;
     movement.idCategoria = GetCategoriaAnaMaga(row.idCategoria.value_or(0)).id;
     movement.tipoMovimento = spec_.movementKind;
-    movement.prezzo = spec_.storesCost ? 0 : row.prezzo.value_or(0);
+    movement.prezzo = spec_.storesPrice ? row.prezzo.value_or(0) : 0;
     movement.costo = row.costo.value_or(0);
     movement.quantita = row.quantita.value_or(0) * spec_.quantitySign;
     movement.valore = movementValue(row);

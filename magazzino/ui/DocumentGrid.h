@@ -42,6 +42,8 @@ public:
     const QList<DocumentRow> &rows() const { return rows_; }
     const QList<RowColumnSpec> &columns() const { return columns_; }
     int indexOf(RowColumn column) const;
+    /// Text of the hint over a VAT cell, for the key of its rate.
+    void setVatHint(std::function<QString(int)> hint) { vatHint_ = std::move(hint); }
 
     void setRows(QList<DocumentRow> rows);
     void append(const DocumentRow &row);
@@ -69,6 +71,7 @@ private:
 
     QList<RowColumnSpec> columns_;
     QList<DocumentRow> rows_;
+    std::function<QString(int)> vatHint_;
 };
 
 /// Editors of the rows grid: numbers in a line, descriptions in a memo as wide as the column.

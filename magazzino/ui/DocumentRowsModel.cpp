@@ -163,6 +163,8 @@ QVariant DocumentRowsModel::data(const QModelIndex &index, int role) const
         const bool left = column == RowColumn::Codice || column == RowColumn::Descrizione;
         return QVariant(Qt::AlignVCenter | (left ? Qt::AlignLeft : Qt::AlignRight));
     }
+    case Qt::ToolTipRole:
+        return column == RowColumn::IVA && vatHint_ && row.idAliquotaIVA ? vatHint_(*row.idAliquotaIVA) : QString();
     case Qt::BackgroundRole:
         // Outside the VAT base: the cell where a rate would stand is greyed.
         if (column == RowColumn::IVA && row.tipo == tipoRiga::nonImponibile)

@@ -3,6 +3,7 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Error.h"
+#include "platform/ui/Dialogs.h"
 #include "platform/ui/EntryForm.h"
 
 using namespace Qt::StringLiterals;
@@ -29,6 +30,35 @@ void TMMGRicercaBase::openRecord(int id)
 void TMMGRicercaBase::newRecord()
 {
     entryForm().NuovoConDomanda();
+}
+
+void TMMGRicercaBase::addPrintCommands(const PrintRoutine &print, const QString &documentKind)
+{
+    addCommand({.name = u"actStampa"_s,
+                .caption = u"Stampa"_s,
+                .run =
+                    [this, print] {
+                        if (const int id = selectedKey(); id > 0)
+                            print(id, {}, TKxReportDestination::Anteprima);
+                    },
+                .icon = ui::Icon::Print,
+                .shortcut = QKeySequence(u"Ctrl+P"_s)});
+    addCommand({.name = u"actSalvaPDF"_s,
+                .caption = u"Salva in PDF"_s,
+                .run =
+                    [this, print, documentKind] {
+                        const int id = selectedKey();
+                        if (id <= 0)
+                            return;
+                        // The number stands in the list's first column.
+                        const QString name = documentKind + u' ' + grid().selectedText();
+                        const QString file = Modulo().ScegliFilePDF(this, name);
+                        if (file.isEmpty())
+                            return;
+                        const ui::WaitCursor wait;
+                        print(id, file, TKxReportDestination::FilePDF);
+                    },
+                .icon = ui::Icon::Pdf});
 }
 
 QList<ui::ListColumn> colonneAnagrafica()

@@ -1,4 +1,5 @@
 #pragma once
+#include "host/Corvane3Impl.h"
 #include "platform/ui/SearchForm.h"
 
 namespace ui {
@@ -18,11 +19,20 @@ protected:
     void openRecord(int id) override;
     void newRecord() override;
 
+    /// Adds the commands "Stampa" and "Salva in PDF" on the selected document (key, PDF file, destination).
+    using PrintRoutine = std::function<void(int id, const QString &file, TKxReportDestination destination)>;
+    void addPrintCommands(const PrintRoutine &print, const QString &documentKind);
+
 private:
     ui::EntryForm &entryForm() const;
 
     QString entryAction_;
 };
+
+/// Commands of a document list that can be printed.
+inline const QStringList documentListCommands = {QStringLiteral("actChiudi"), QStringLiteral("actModifica"), {},
+                                                 QStringLiteral("actNuovo"),  QStringLiteral("actElimina"),  {},
+                                                 QStringLiteral("actStampa"), QStringLiteral("actSalvaPDF")};
 
 /// Columns of the lists of suppliers and carriers; `nameWidth` of "Ragione sociale".
 QList<ui::ListColumn> colonneAnagrafica();

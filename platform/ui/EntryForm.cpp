@@ -143,7 +143,7 @@ void EntryForm::NuovoRecord()
 void EntryForm::NuovoConDomanda()
 {
     finishEditing();
-    if (continueWithoutSaving())
+    if (mayStartNew() && continueWithoutSaving())
         NuovoRecord();
 }
 

@@ -96,6 +96,7 @@ protected:
 
     QWidget *addPage(const QString &title);
     QTabWidget *pages() const { return pages_; }
+    QToolBar *standardBar() const { return bar_; }
     /// Ends the declaration: puts `commands` on tool bar and menu (an empty name is a separator) and starts a new
     /// record.
     void start(const QStringList &commands);
@@ -121,6 +122,8 @@ protected:
     virtual void writeComputed(data::DataSet &) const {}
     /// Inside the transaction, with IdRecord() already the key really given.
     virtual void writeDetails() {}
+    /// May "Nuovo" start a new record? Tells the user when not.
+    virtual bool mayStartNew() { return true; }
     /// Deletes the stored record, with its questions; true when it is gone.
     virtual bool deleteStored(int id) = 0;
 

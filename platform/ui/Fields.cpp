@@ -1,6 +1,7 @@
 #include "platform/ui/Fields.h"
 
 #include "platform/core/Clock.h"
+#include "platform/core/Format.h"
 #include "platform/data/DataSet.h"
 
 #include <QHBoxLayout>
@@ -69,6 +70,12 @@ MemoField::MemoField(const MemoSpec &spec, QWidget *parent)
     edit_->setObjectName(spec.name);
     edit_->setTabChangesFocus(true);
     connect(edit_, &QPlainTextEdit::textChanged, this, &Field::edited);
+}
+
+void MemoField::append(const QString &text)
+{
+    edit_->moveCursor(QTextCursor::End);
+    edit_->insertPlainText(text);
 }
 
 void MemoField::load(const data::DataSet &record)
@@ -216,6 +223,25 @@ void MomentField::write(data::DataSet &record) const
     const bool given = check_->isChecked();
     record.setValue(spec_.dateColumn, given ? QVariant(date_->date()) : QVariant());
     record.setValue(spec_.timeColumn, given ? QVariant(time_->time()) : QVariant());
+}
+
+FlagField::FlagField(const FlagSpec &spec, QWidget *parent)
+    : Field({}, parent)
+    , check_(new QCheckBox(spec.caption, parent))
+    , column_(spec.column)
+{
+    check_->setObjectName(spec.name);
+    connect(check_, &QCheckBox::toggled, this, &Field::edited);
+}
+
+void FlagField::load(const data::DataSet &record)
+{
+    check_->setChecked(core::parseFlag(record.text(column_)).value_or(false));
+}
+
+void FlagField::write(data::DataSet &record) const
+{
+    record.setValue(column_, core::flagText(check_->isChecked()));
 }
 
 RadioField::RadioField(const RadioSpec &spec, QWidget *parent)

@@ -61,6 +61,8 @@ public:
     MemoField(const MemoSpec &spec, QWidget *parent);
 
     QString text() const { return edit_->toPlainText(); }
+    /// Adds `text` behind what is there.
+    void append(const QString &text);
 
     QWidget *widget() const override { return edit_; }
     void clear() override { edit_->clear(); }
@@ -202,6 +204,34 @@ private:
     DateEdit *date_;
     QTimeEdit *time_;
     MomentSpec spec_;
+};
+
+struct FlagSpec
+{
+    QString name;
+    QString caption;
+    QString column;
+};
+
+/// A check box, stored as 'True' or 'False'.
+class FlagField : public Field
+{
+    Q_OBJECT
+
+public:
+    FlagField(const FlagSpec &spec, QWidget *parent);
+
+    bool isChecked() const { return check_->isChecked(); }
+    void setChecked(bool checked) { check_->setChecked(checked); }
+
+    QWidget *widget() const override { return check_; }
+    void clear() override { check_->setChecked(false); }
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+
+private:
+    QCheckBox *check_;
+    QString column_;
 };
 
 struct RadioSpec

@@ -1,0 +1,204 @@
+#include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
+
+#include "magazzino/MMGUtils.h"
+#include "magazzino/reports/MMGStampe.h"
+#include "magazzino/ui/FatturaCiclica.h"
+#include "magazzino/ui/Scelta.h"
+#include "platform/core/Clock.h"
+#include "platform/core/Format.h"
+#include "platform/core/Messages.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool deleteInvoice(QWidget *owner, int id)
+{
+    if (UserHasAbilitazione(u"Fatture acc. (eliminazione)"_s, GetKxCurrentUserName(), ModuleConnection()))
+        return DeleteFatturaAccompagnatoria(id, true);
+    core::refuseForRights(owner);
+    return false;
+}
+
+DocumentSpec spec()
+{
+    return {
+        .form = {.caption = u"Inserimento / Modifica fatture accompagnatorie"_s,
+                 .menuCaption = u">Inserimento fatture accompagnatorie<"_s,
+                 .key = u"IDFATT_ACC"_s,
+                 .generator = u"GN_IDFATT_ACC"_s,
+                 .closing = ui::ClosingQuestion::SaveFirst,
+                 // After a failed save the invoice counts as saved, so that the next save edits; this is intended.
+                 .afterFailedSave = ui::AfterFailedSave::AsAfterSave},
+        .headerDataSet = u"adsFattAcc"_s,
+        .rowsDataSet = u"adsFattAccDett"_s,
+        .rowTable = u"FATT_ACC_DETT"_s,
+        .rowKey = u"IDFATT_ACC_DETT"_s,
+        .rowGenerator = u"GN_IDFATT_ACC_DETT"_s,
+        .generalPage = u"Generale"_s,
+        .rowsPage = u"Righe documento "_s,
+        .notesPage = u"Note"_s,
+        .gridName = u"gridRigheFattura"_s,
+        .columns = {{RowColumn::Codice, u"Codice"_s, 13, true},
+                    {RowColumn::Descrizione, u"Descrizione"_s},
+                    {RowColumn::Prezzo, u"Prezzo"_s, 100},
+                    {RowColumn::Sconto, u"Sc."_s, 60},
+                    {RowColumn::Quantita, u"Q.tà"_s, 60},
+                    {RowColumn::Importo, u"Importo"_s, 100},
+                    {RowColumn::IVA, u"IVA"_s, 40},
+                    {RowColumn::UM, u"U.M."_s, 50}},
+        .rowCommands = {.articolo = u"Aggiungi articolo"_s,
+                        .servizio = u"Aggiungi servizio"_s,
+                        .testo = u"Aggiungi testo"_s,
+                        .nonImponibile = u"Aggiungi non imponibile"_s,
+                        .elimina = u"Elimina riga"_s,
+                        .su = u"Sposta riga in alto"_s,
+                        .giu = u"Sposta riga in basso"_s},
+        .unitPrice = &DocumentRow::prezzo,
+        .storesCost = true,
+        .storesPrice = true,
+        .hasDiscount = true,
+        .showsTotals = true,
+        .saveRight = u"Fatture acc. (modifica)"_s,
+        .documentKind = u"Fattura accompagnatoria"_s,
+        .movementKind = u"Scarico"_s,
+        .quantitySign = -1,
+        .movementNote = u"Fattura immediata accompagnatoria n. "_s,
+        .nextNumber = GetNextNumeroFattAcc,
+        .numberExists = FattAccExists,
+        .deleteDocument = deleteInvoice,
+    };
+}
+
+// "Codice: ...", "Descrizione: ...", "Aliquota: ... %" of a row's VAT rate, for the hint over its cell.
+QString vatHint(int rateKey)
+{
+    const TAliquotaIVA rate = GetAliquotaIVA(rateKey);
+    if (rate.id <= 0)
+        return {};
+    return u"<b>Aliquota IVA</b><br>Codice: %1<br>Descrizione: %2<br>Aliquota: %3 %"_s.arg(
+        rate.codice.toHtmlEscaped(), rate.descrizione.toHtmlEscaped(), core::formatNumber(rate.aliquota));
+}
+
+} // namespace
+
+TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWidget *owner)
+    : TMMGInserimentoScarico(spec(), owner)
+{
+    setObjectName(u"MMGInserimentoFattureAccompagnatorie"_s);
+    setOpeningSize({1080, 720});
+    QGroupBox *customer = createAddresseeBox({{customerCommand(), u"cmdSelezionaCliente"_s}});
+    layOutGeneralPage(customer, createPayment());
+
+    refuseWithoutCustomer();
+    refuseIf([this] { return payment_->key() <= 0; }, u"Non è stato selezionato un tipo di pagamento!"_s);
+    refuseIf([this] { return transportType()->key() <= 0; }, u"Non è stato selezionato un tipo di trasporto!"_s);
+    // Worded differently from the delivery note's; this is intended.
+    refuseIf([this] { return transportReason()->key() <= 0; }, u"Non è stata indicata la causale del trasporto!"_s);
+    askWithoutTaxData();
+
+    addPrintCommands(StampaFatturaAccompagnatoria);
+    addOtherMenu();
+    finishLayout({u"actNuovo"_s, u"actElimina"_s, u"actSalva"_s, u"actChiudi"_s, {}, u"actStampa"_s, u"actSalvaPDF"_s});
+    grid().rowsModel().setVatHint(vatHint);
+}
+
+void TMMGInserimentoFattureAccompagnatorie::addFurtherPages()
+{
+    QWidget *page = addPage(u"Fatture cicliche"_s);
+    recurrence_ = declare(new FatturaCiclicaField(page));
+    auto *layout = new QVBoxLayout(page);
+    layout->addWidget(recurrence_->widget());
+}
+
+QGroupBox *TMMGInserimentoFattureAccompagnatorie::createPayment()
+{
+    auto *box = new QGroupBox(u"Pagamento"_s, generalPage());
+    box->setObjectName(u"grpPagamento"_s);
+    payment_ = declare(new ui::ChoiceField({.name = u"txtTipoPagamento"_s,
+                                            .buttonName = u"cmdSelezionaTipoPagamento"_s,
+                                            .label = u"Tipo di pagamento"_s,
+                                            .keyColumn = u"IDTIPO_PAGAMENTO"_s,
+                                            .textColumn = u"TIPO_PAGAMENTO"_s,
+                                            .choose = [] { return scegli(u"actModSelezionaTipoPagamento"_s); }},
+                                           box));
+    auto *due = declare(new ui::DateField(
+        {.name = u"txtScadenzaPagamento"_s, .label = u"Scadenza pagamento"_s, .column = u"SCADENZA_PAGAMENTO"_s}, box));
+    auto *paid = declare(new ui::FlagField({u"chkPagato"_s, u"Pagato"_s, u"PAGATO"_s}, box));
+    auto *notified = declare(new ui::FlagField({u"chkNotificato"_s, u"Notificata"_s, u"NOTIFICATO"_s}, box));
+    exempt_ = declare(new ui::FlagField({u"chkIVAEsente"_s, u"Fattura esente IVA"_s, u"IVA_ESENTE"_s}, box));
+    auto *grid = new QGridLayout(box);
+    place(grid, payment_, 0, 0);
+    place(grid, due, 0, 1);
+    grid->addWidget(paid->widget(), 0, 4);
+    grid->addWidget(notified->widget(), 0, 5);
+    grid->addWidget(exempt_->widget(), 0, 6);
+    grid->setColumnStretch(1, 1);
+    return box;
+}
+
+void TMMGInserimentoFattureAccompagnatorie::addOtherMenu()
+{
+    auto *button = new QToolButton(this);
+    button->setObjectName(u"cmdAltro"_s);
+    button->setText(u"Altro"_s);
+    button->setPopupMode(QToolButton::InstantPopup);
+    auto *menu = new QMenu(u"Altro"_s, button);
+    menu->addAction(addCommand({.name = u"actInserisciNotaDocumento"_s,
+                                .caption = u"Inserisci nota documenti..."_s,
+                                .run = [this] { inserisciNotaDocumento(); },
+                                .icon = ui::Icon::Text}));
+    menu->addAction(addCommand({.name = u"actVisualizzaContattiCliente"_s,
+                                .caption = u"Visualizza contatti cliente"_s,
+                                .run = [this] { visualizzaContattiCliente(); },
+                                .icon = ui::Icon::Open}));
+    button->setMenu(menu);
+    standardBar()->addWidget(button);
+    formMenu()->addMenu(menu);
+}
+
+void TMMGInserimentoFattureAccompagnatorie::customerChosen(const TCliente &customer)
+{
+    if (customer.id > 0)
+        showAddressee(customer);
+}
+
+bool TMMGInserimentoFattureAccompagnatorie::isExempt() const
+{
+    return exempt_->isChecked();
+}
+
+// By the code on the form, so that it works for an opened invoice as well.
+void TMMGInserimentoFattureAccompagnatorie::visualizzaContattiCliente()
+{
+    const TCliente customer = GetCliente(addresseeCode());
+    core::inform(this, QStringList{u"Cliente: "_s + customer.ragioneSociale, u"Telefono 1: "_s + customer.telefono1,
+                                   u"Telefono 2: "_s + customer.telefono2, u"Telefono 3: "_s + customer.telefono3,
+                                   u"Fax: "_s + customer.fax, u"e-mail: "_s + customer.email}
+                           .join(u"\n\r"_s));
+}
+
+void TMMGInserimentoFattureAccompagnatorie::inserisciNotaDocumento()
+{
+    const auto chosen = scegli(u"actModSelezionaNotaDocumenti"_s);
+    if (!chosen)
+        return;
+    const QString text = GetNotaDocumento(chosen->key);
+    notes()->append((notes()->text().isEmpty() ? QString() : u"\n"_s) + text);
+}
+
+void TMMGInserimentoFattureAccompagnatorie::ImpostaFatturaCiclica()
+{
+    notes()->append(u"\nFattura ciclica\nRif. Fattura n. %1\ndel %2"_s.arg(numero()).arg(core::formatDate(data())));
+    numberField()->setValue(GetNextNumeroFattAcc(core::today().year()));
+    dateField()->setDate(core::today());
+    recurrence_->disable();
+    SetNewRecord(true);
+    SetModified(true);
+    SetIdRecord(-1);
+}

@@ -1,0 +1,36 @@
+#pragma once
+#include "magazzino/ui/ScaricoForm.h"
+
+class FatturaCiclicaField;
+namespace ui {
+class FlagField;
+}
+
+/// Accompanying invoice: a delivery note with prices, discounts, VAT totals, payment and a reminder for recurring
+/// invoices.
+class TMMGInserimentoFattureAccompagnatorie : public TMMGInserimentoScarico
+{
+    Q_OBJECT
+
+public:
+    explicit TMMGInserimentoFattureAccompagnatorie(QWidget *owner);
+
+    /// Turns the invoice shown into a new, unsaved copy with the next number and today's date; its notes name the old
+    /// one. Offered to callers outside the module.
+    Q_INVOKABLE void ImpostaFatturaCiclica();
+
+protected:
+    void customerChosen(const TCliente &customer) override;
+    bool isExempt() const override;
+    void addFurtherPages() override;
+
+private:
+    QGroupBox *createPayment();
+    void addOtherMenu();
+    void visualizzaContattiCliente();
+    void inserisciNotaDocumento();
+
+    ui::ChoiceField *payment_ = nullptr;
+    ui::FlagField *exempt_ = nullptr;
+    FatturaCiclicaField *recurrence_ = nullptr;
+};

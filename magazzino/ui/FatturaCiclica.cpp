@@ -1,0 +1,174 @@
+#include "magazzino/ui/FatturaCiclica.h"
+
+#include "platform/core/Clock.h"
+#include "platform/core/Format.h"
+#include "platform/data/DataSet.h"
+#include "platform/ui/Controls.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QRadioButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QStringList &units()
+{
+    static const QStringList all = {u"Giorno"_s, u"Settimana"_s, u"Mese"_s, u"Anno"_s};
+    return all;
+}
+
+constexpr int middleOfMonth = 15;
+
+} // namespace
+
+QDate prossimaFatturaCiclica(QDate start, int every, const QString &unit, bool onThe15th, QDate end)
+{
+    QDate next;
+    switch (units().indexOf(unit)) {
+    case 0:
+        next = start.addDays(every);
+        break;
+    case 1:
+        next = start.addDays(7LL * every);
+        break;
+    case 2:
+        next = start.addMonths(every);
+        break;
+    case 3:
+        next = start.addYears(every);
+        break;
+    default:
+        return {};
+    }
+    if (onThe15th)
+        next.setDate(next.year(), next.month(), middleOfMonth);
+    return next > end ? QDate() : next;
+}
+
+FatturaCiclicaField::FatturaCiclicaField(QWidget *page)
+    : Field({}, page)
+    , box_(new QWidget(page))
+    , controls_(nullptr)
+    , enabled_(new QCheckBox(u"Genera promemoria per fatture cicliche"_s, box_))
+    , every_(nullptr)
+    , unit_(nullptr)
+    , day_(new QButtonGroup(this))
+    , start_(nullptr)
+    , end_(nullptr)
+    , next_(nullptr)
+{
+    enabled_->setObjectName(u"chkFattureCicliche"_s);
+    auto *layout = new QVBoxLayout(box_);
+    layout->addWidget(enabled_);
+    createControls();
+    layout->addWidget(controls_);
+    layout->addStretch();
+    const auto changed = [this] {
+        AggiornaStatoControlliFattureCicliche();
+        Q_EMIT edited();
+    };
+    connect(enabled_, &QCheckBox::toggled, this, changed);
+    connect(every_, &QSpinBox::valueChanged, this, changed);
+    connect(unit_, &QComboBox::currentIndexChanged, this, changed);
+    connect(day_, &QButtonGroup::idToggled, this, changed);
+    connect(start_, &QDateEdit::dateChanged, this, changed);
+    connect(end_, &QDateEdit::dateChanged, this, changed);
+}
+
+void FatturaCiclicaField::createControls()
+{
+    controls_ = new QWidget(box_);
+    every_ = new QSpinBox(controls_);
+    every_->setObjectName(u"txtGeneraOgni"_s);
+    every_->setRange(1, 9999);
+    unit_ = new QComboBox(controls_);
+    unit_->setObjectName(u"txtGeneraOgniUM"_s);
+    unit_->addItems(units());
+    auto *onThe15th = new QRadioButton(u"Il giorno 15 del mese"_s, controls_);
+    auto *exact = new QRadioButton(u"Il giorno esatto"_s, controls_);
+    day_->addButton(onThe15th, 0);
+    day_->addButton(exact, 1);
+    start_ = new ui::DateEdit(controls_);
+    start_->setObjectName(u"txtDataInizioCiclica"_s);
+    end_ = new ui::DateEdit(controls_);
+    end_->setObjectName(u"txtDataFineCiclica"_s);
+    next_ = new QLabel(controls_);
+    next_->setObjectName(u"lblDataNuovaFattura"_s);
+    auto *grid = new QGridLayout(controls_);
+    grid->setContentsMargins(20, 0, 0, 0);
+    grid->addWidget(new QLabel(u"Genera ogni"_s, controls_), 0, 0);
+    grid->addWidget(every_, 0, 1);
+    grid->addWidget(unit_, 0, 2);
+    grid->addWidget(onThe15th, 1, 1, 1, 2);
+    grid->addWidget(exact, 2, 1, 1, 2);
+    grid->addWidget(new QLabel(u"Data inizio"_s, controls_), 3, 0);
+    grid->addWidget(start_, 3, 1);
+    grid->addWidget(new QLabel(u"Data fine"_s, controls_), 4, 0);
+    grid->addWidget(end_, 4, 1);
+    grid->addWidget(new QLabel(u"Prossima fattura"_s, controls_), 5, 0);
+    grid->addWidget(next_, 5, 1, 1, 2);
+    grid->setColumnStretch(3, 1);
+}
+
+QDate FatturaCiclicaField::nextDate() const
+{
+    return prossimaFatturaCiclica(start_->date(), every_->value(), unit_->currentText(), day_->checkedId() == 0,
+                                  end_->date());
+}
+
+void FatturaCiclicaField::AggiornaStatoControlliFattureCicliche()
+{
+    controls_->setEnabled(enabled_->isChecked());
+    const QDate next = nextDate();
+    next_->setText(next.isValid() ? core::formatDate(next) : u"nessuna"_s);
+}
+
+void FatturaCiclicaField::disable()
+{
+    enabled_->setChecked(false);
+    AggiornaStatoControlliFattureCicliche();
+}
+
+void FatturaCiclicaField::clear()
+{
+    every_->setValue(1);
+    unit_->setCurrentIndex(0);
+    day_->button(1)->setChecked(true);
+    start_->setDate(core::today());
+    end_->setDate(core::today().addYears(1));
+    disable();
+}
+
+void FatturaCiclicaField::load(const data::DataSet &record)
+{
+    clear();
+    enabled_->setChecked(core::parseFlag(record.text(u"FC_ABILITATO"_s)).value_or(false));
+    if (enabled_->isChecked()) {
+        every_->setValue(record.integer(u"FC_GENERA_OGNI"_s, 1));
+        unit_->setCurrentText(record.text(u"FC_GENERA_OGNI_UM"_s));
+        start_->setDate(record.date(u"FC_DATA_INIZIO"_s));
+        end_->setDate(record.date(u"FC_DATA_FINE"_s));
+        // Which day was meant is not stored; it shows in the date that came out.
+        const QDate stored = QDate::fromString(record.text(u"FC_DATA_NUOVA_FATTURA"_s), Qt::ISODate);
+        day_->button(stored.isValid() && stored != nextDate() ? 0 : 1)->setChecked(true);
+    }
+    AggiornaStatoControlliFattureCicliche();
+}
+
+void FatturaCiclicaField::write(data::DataSet &record) const
+{
+    const bool enabled = enabled_->isChecked();
+    const auto given = [enabled](const QVariant &value) { return enabled ? value : QVariant(); };
+    const QDate next = nextDate();
+    record.setValue(u"FC_ABILITATO"_s, core::flagText(enabled));
+    record.setValue(u"FC_GENERA_OGNI"_s, given(every_->value()));
+    record.setValue(u"FC_GENERA_OGNI_UM"_s, given(unit_->currentText()));
+    record.setValue(u"FC_DATA_INIZIO"_s, given(start_->date()));
+    record.setValue(u"FC_DATA_FINE"_s, given(end_->date()));
+    record.setValue(u"FC_DATA_NUOVA_FATTURA"_s, given(next.isValid() ? next.toString(Qt::ISODate) : u""_s));
+}

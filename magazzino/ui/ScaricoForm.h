@@ -1,0 +1,46 @@
+#pragma once
+#include "host/Corvane3Impl.h"
+#include "magazzino/ui/DocumentForm.h"
+#include "platform/ui/ChoiceFields.h"
+
+class QGroupBox;
+
+/// What delivery notes and accompanying invoices have in common: an addressee, a destination, a carrier and the data of
+/// the transport; each article row unloads stock at its average cost at the document's date.
+class TMMGInserimentoScarico : public TMMGInserimentoDocumento
+{
+    Q_OBJECT
+
+public:
+    using TMMGInserimentoDocumento::TMMGInserimentoDocumento;
+
+protected:
+    /// Puts the groups on the header's page: `addressee` first, `bottom` (may be null) below the others.
+    void layOutGeneralPage(QWidget *addressee, QWidget *bottom = nullptr);
+    void refuseWithoutCustomer();
+    void askWithoutTaxData();
+
+    QAction *customerCommand();
+    virtual void customerChosen(const TCliente &customer) = 0;
+    /// The addressee's group with a button for each command.
+    QGroupBox *createAddresseeBox(const QList<std::pair<QAction *, QString>> &buttons);
+    void showAddressee(const TCliente &addressee);
+    /// Code of the addressee shown, empty for none.
+    QString addresseeCode() const;
+
+    ui::ChoiceField *transportType() const { return transportType_; }
+    ui::ChoiceField *transportReason() const { return transportReason_; }
+
+    double movementValue(const DocumentRow &row) const override;
+
+private:
+    QGroupBox *createDestination();
+    QGroupBox *createCarrier();
+    QGroupBox *createTransport();
+    void selezionaVettore();
+
+    ui::RecordLabels *addressee_ = nullptr;
+    ui::RecordLabels *carrier_ = nullptr;
+    ui::ChoiceField *transportType_ = nullptr;
+    ui::ChoiceField *transportReason_ = nullptr;
+};
