@@ -328,7 +328,7 @@ void Tour::run()
     secondReceipt();
     delivery();
     changes();
-    tourPrinting(driver_, session_.window(), module(), delivery_);
+    tourPrinting(driver_, session_, module(), delivery_);
     deletion();
 }
 
