@@ -36,27 +36,32 @@ root_command() {
 }
 
 # Debian starts a server right after installing it. The tests run a private one, so the packaged one must not start,
-# neither now nor at the next boot.
-install_quietly() {
-    local as_root=$1 policy=/usr/sbin/policy-rc.d made_policy=
+# neither now nor at the next boot. A subshell, so that its trap also cleans up after an interruption: a policy file
+# left behind would keep every later package from starting its service. What apt says is shown only when it fails.
+install_quietly() (
+    as_root=$1 policy=/usr/sbin/policy-rc.d made_policy= result=0
     shift
+    log=$(mktemp)
+    clean() {
+        rm -f "$log"
+        [ -z "$made_policy" ] || $as_root rm -f "$policy"
+    }
+    trap clean EXIT
     if [ ! -e "$policy" ]; then
+        made_policy=yes
         printf '#!/bin/sh\nexit 101\n' | $as_root tee "$policy" >/dev/null
         $as_root chmod +x "$policy"
-        made_policy=yes
     fi
-    local result=0
-    $as_root apt-get update -qq &&
-        $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@" >/dev/null ||
-        result=$?
-    if [ -n "$made_policy" ]; then
-        $as_root rm -f "$policy"
-    fi
+    # A fresh machine may still be updating itself: wait for the package manager rather than fail.
+    { $as_root apt-get update -qq &&
+        $as_root env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 install -y -qq \
+            --no-install-recommends "$@"; } >"$log" 2>&1 || result=$?
+    [ "$result" -eq 0 ] || cat "$log" >&2
     case " $* " in
     *" firebird3.0-server "*) $as_root systemctl disable firebird3.0.service >/dev/null 2>&1 || true ;;
     esac
-    return "$result"
-}
+    exit "$result"
+)
 
 # Installs those of the named packages that are missing; touches nothing when none is.
 need_packages() {
