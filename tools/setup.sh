@@ -58,7 +58,7 @@ install_quietly() (
             --no-install-recommends "$@"; } >"$log" 2>&1 || result=$?
     [ "$result" -eq 0 ] || cat "$log" >&2
     case " $* " in
-    *" firebird3.0-server "*) $as_root systemctl disable firebird3.0.service >/dev/null 2>&1 || true ;;
+    *" firebird3.0-server "*) $as_root update-rc.d firebird3.0 disable >/dev/null 2>&1 || true ;;
     esac
     exit "$result"
 )
