@@ -160,6 +160,12 @@ ResultGrid::ResultGrid(const QString &keyField, const QList<ListColumn> &columns
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &) { Q_EMIT chosen(); });
 }
 
+void ResultGrid::setRows(data::Rows rows)
+{
+    horizontalHeader()->setSortIndicatorShown(false);
+    model_->setRows(std::move(rows));
+}
+
 int ResultGrid::selectedKey() const
 {
     const QModelIndexList selected = selectionModel()->selectedRows();
