@@ -187,19 +187,20 @@ void ResultGrid::allowSorting()
 {
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setSortIndicatorShown(false);
-    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
+    // The header turns its own indicator before it tells of the click, so what was last is kept here.
+    const auto sortBy = [this, last = -1, order = Qt::AscendingOrder](int section) mutable {
         QHeaderView *header = horizontalHeader();
         // The first click on a column orders it upwards, the next one turns it round.
-        const bool again = header->isSortIndicatorShown() && header->property("sorted").toInt() == section + 1;
-        const auto order =
-            again && header->sortIndicatorOrder() == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+        const bool again = header->isSortIndicatorShown() && last == section;
+        order = again && order == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+        last = section;
         const int key = selectedKey();
-        header->setProperty("sorted", section + 1);
         header->setSortIndicatorShown(true);
         header->setSortIndicator(section, order);
         model_->sort(section, order);
         selectKey(key);
-    });
+    };
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, sortBy);
 }
 
 QString ResultGrid::selectedText() const
