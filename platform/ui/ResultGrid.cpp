@@ -225,7 +225,8 @@ void ResultGrid::keyPressEvent(QKeyEvent *event)
 }
 
 // Fixed widths first, per cents of the whole, and what is left to the column that takes the rest. Where that leaves
-// nothing, all columns shrink in proportion: a list never scrolls sideways.
+// nothing, all columns shrink in proportion: a list never scrolls sideways. Without such a column they grow the same
+// way.
 void ResultGrid::fitColumns()
 {
     const int available = viewport()->width();
@@ -249,8 +250,8 @@ void ResultGrid::fitColumns()
         widths[rest] = std::max(available - used, leastRest);
     const int total = std::max(1, used + (rest >= 0 ? widths[rest] : 0));
     for (int i = 0; i < widths.size(); ++i) {
-        const bool shrink = total > available;
-        setColumnWidth(i, shrink ? static_cast<int>(qint64(widths[i]) * available / total) : widths[i]);
+        const bool fits = rest >= 0 && total <= available;
+        setColumnWidth(i, fits ? widths[i] : static_cast<int>(qint64(widths[i]) * available / total));
     }
 }
 
