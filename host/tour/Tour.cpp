@@ -6,6 +6,7 @@
 #include "host/schema/DemoData.h"
 #include "host/tour/TourDriver.h"
 #include "host/tour/TourPrinting.h"
+#include "host/tour/TourRegisters.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
@@ -329,6 +330,7 @@ void Tour::run()
     delivery();
     changes();
     tourPrinting(driver_, session_, module(), delivery_);
+    tourRegisters(driver_, session_.window(), module(), session_.connection());
     deletion();
 }
 

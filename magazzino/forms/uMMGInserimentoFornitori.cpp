@@ -24,7 +24,7 @@ TMMGInserimentoFornitori::TMMGInserimentoFornitori(QWidget *owner)
                                                  .textOf = [](int key) { return GetTipoPagamento(key).testo; },
                                                  .clearable = true},
                                                 generalPage()));
-    place(taxGrid(), payment, 1, 0, 2);
+    place(taxGrid(), payment, 1, 0, 3);
 
     refuseIf([this] { return codice()->isEmpty(); }, u"Non è stato indicato il codice!"_s);
     refuseIf([this] { return ragioneSociale()->isEmpty(); }, u"Non è stata indicata la ragione sociale!"_s);

@@ -19,7 +19,7 @@ TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *ow
                 &Modulo().dataSet(u"adsMoviMaga"_s), owner)
 {
     setObjectName(u"MMGInserimentoMovimentiMagazzino"_s);
-    setOpeningSize({760, 560});
+    setOpeningSize({760, 590});
     mainLayout()->addWidget(pages(), 1);
     QWidget *page = addPage(u" Generale "_s);
     auto *layout = new QVBoxLayout(page);
@@ -45,6 +45,8 @@ TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *ow
     refuseIf([this] { return reason_->key() < 1; }, u"Non è stata indicata la causale di magazzino!"_s);
     refuseIf([this] { return category_->key() < 1; }, u"Non è stata indicata la categoria!"_s);
     start(ui::standardCommands);
+    // Only now, for the form's smallest size must have room for it.
+    reasonBox_->hide();
 }
 
 QWidget *TMMGInserimentoMovimentiMagazzino::createArticle(QWidget *page)
@@ -126,7 +128,6 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createReason(QWidget *page)
         reasonBox_));
     auto *layout = new QHBoxLayout(reasonBox_);
     layout->addWidget(reason_->widget());
-    reasonBox_->hide();
     return reasonBox_;
 }
 

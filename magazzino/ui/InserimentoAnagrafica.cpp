@@ -14,6 +14,8 @@ TMMGInserimentoAnagrafica::TMMGInserimentoAnagrafica(const AnagraficaSpec &spec,
     , spec_(spec)
 {
     setOpeningSize({760, 500});
+    // Codes, postcodes and telephone numbers stay readable.
+    setMinimumSize(640, 0);
     mainLayout()->addWidget(pages(), 1);
     generalPage_ = addPage(u" Generale "_s);
     auto *layout = new QVBoxLayout(generalPage_);
@@ -36,8 +38,10 @@ TMMGInserimentoAnagrafica::TMMGInserimentoAnagrafica(const AnagraficaSpec &spec,
     taxGrid_ = new QGridLayout(tax);
     place(taxGrid_, text(u"txtCodiceFiscale"_s, u"Codice fiscale"_s, u"CODICEFISCALE"_s, 16, true, tax), 0, 0);
     place(taxGrid_, text(u"txtPartitaIVA"_s, u"Partita IVA"_s, u"PARTITAIVA"_s, spec.vatNumberLength, true, tax), 0, 1);
-    taxGrid_->setColumnStretch(1, 1);
-    taxGrid_->setColumnStretch(3, 1);
+    // What the two codes leave goes behind them, not between label and code.
+    taxGrid_->setColumnStretch(1, 100);
+    taxGrid_->setColumnStretch(3, 100);
+    taxGrid_->setColumnStretch(5, 1);
     layout->addWidget(tax);
     setFocusProxy(code_->widget());
 }

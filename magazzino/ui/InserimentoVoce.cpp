@@ -11,6 +11,7 @@ TMMGInserimentoVoce::TMMGInserimentoVoce(const ui::EntryFormSpec &spec, const QS
     : EntryForm(spec, &Modulo().dataSet(dataSet), owner)
 {
     setOpeningSize({560, 180});
+    setMinimumSize(460, 0);
     mainLayout()->addWidget(pages(), 1);
     QWidget *page = addPage(u" Generale "_s);
     text_ = declare(new ui::TextField(field, page));

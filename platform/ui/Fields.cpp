@@ -5,6 +5,7 @@
 #include "platform/data/DataSet.h"
 
 #include <QHBoxLayout>
+#include <QPalette>
 #include <QValidator>
 
 using namespace Qt::StringLiterals;
@@ -35,6 +36,16 @@ void limitWidth(QLineEdit *edit, int maxLength)
     }
 }
 
+// What only the program fills must not look like something to type into.
+template <typename Edit>
+void showReadOnly(Edit *edit)
+{
+    edit->setReadOnly(true);
+    QPalette palette = edit->palette();
+    palette.setColor(QPalette::Base, palette.color(QPalette::Window));
+    edit->setPalette(palette);
+}
+
 } // namespace
 
 TextField::TextField(const TextSpec &spec, QWidget *parent)
@@ -46,7 +57,8 @@ TextField::TextField(const TextSpec &spec, QWidget *parent)
     edit_->setMaxLength(spec.maxLength);
     if (spec.upperCase)
         edit_->setValidator(new UpperCase(edit_));
-    edit_->setReadOnly(spec.readOnly);
+    if (spec.readOnly)
+        showReadOnly(edit_);
     limitWidth(edit_, spec.maxLength);
     connect(edit_, &QLineEdit::textChanged, this, &Field::edited);
 }
@@ -120,7 +132,8 @@ DecimalField::DecimalField(const DecimalSpec &spec, QWidget *parent)
     edit_->setObjectName(spec.name);
     edit_->setDecimals(spec.places);
     edit_->setMinimum(spec.minimum);
-    edit_->setReadOnly(spec.readOnly);
+    if (spec.readOnly)
+        showReadOnly(edit_);
     edit_->setPrefix(spec.prefix);
     edit_->setMaximumWidth(150);
     connect(edit_, &QDoubleSpinBox::textChanged, this, &Field::edited);

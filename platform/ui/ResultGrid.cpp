@@ -160,6 +160,12 @@ ResultGrid::ResultGrid(const QString &keyField, const QList<ListColumn> &columns
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &) { Q_EMIT chosen(); });
 }
 
+void ResultGrid::setRows(data::Rows rows)
+{
+    horizontalHeader()->setSortIndicatorShown(false);
+    model_->setRows(std::move(rows));
+}
+
 int ResultGrid::selectedKey() const
 {
     const QModelIndexList selected = selectionModel()->selectedRows();
@@ -181,19 +187,20 @@ void ResultGrid::allowSorting()
 {
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setSortIndicatorShown(false);
-    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
+    // The header turns its own indicator before it tells of the click, so what was last is kept here.
+    const auto sortBy = [this, last = -1, order = Qt::AscendingOrder](int section) mutable {
         QHeaderView *header = horizontalHeader();
         // The first click on a column orders it upwards, the next one turns it round.
-        const bool again = header->isSortIndicatorShown() && header->property("sorted").toInt() == section + 1;
-        const auto order =
-            again && header->sortIndicatorOrder() == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+        const bool again = header->isSortIndicatorShown() && last == section;
+        order = again && order == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+        last = section;
         const int key = selectedKey();
-        header->setProperty("sorted", section + 1);
         header->setSortIndicatorShown(true);
         header->setSortIndicator(section, order);
         model_->sort(section, order);
         selectKey(key);
-    });
+    };
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, sortBy);
 }
 
 QString ResultGrid::selectedText() const
@@ -218,7 +225,8 @@ void ResultGrid::keyPressEvent(QKeyEvent *event)
 }
 
 // Fixed widths first, per cents of the whole, and what is left to the column that takes the rest. Where that leaves
-// nothing, all columns shrink in proportion: a list never scrolls sideways.
+// nothing, all columns shrink in proportion: a list never scrolls sideways. Without such a column they grow the same
+// way.
 void ResultGrid::fitColumns()
 {
     const int available = viewport()->width();
@@ -242,8 +250,8 @@ void ResultGrid::fitColumns()
         widths[rest] = std::max(available - used, leastRest);
     const int total = std::max(1, used + (rest >= 0 ? widths[rest] : 0));
     for (int i = 0; i < widths.size(); ++i) {
-        const bool shrink = total > available;
-        setColumnWidth(i, shrink ? static_cast<int>(qint64(widths[i]) * available / total) : widths[i]);
+        const bool fits = rest >= 0 && total <= available;
+        setColumnWidth(i, fits ? widths[i] : static_cast<int>(qint64(widths[i]) * available / total));
     }
 }
 

@@ -74,6 +74,8 @@ public:
     ResultGrid(const QString &keyField, const QList<ListColumn> &columns, QWidget *parent);
 
     RowsModel &rows() const { return *model_; }
+    /// Takes over the rows of a new query; they stand in its order, whatever header was clicked before.
+    void setRows(data::Rows rows);
     /// Key of the selected row, or -1.
     int selectedKey() const;
     /// Selects the row with `key`; false when it is not listed.
