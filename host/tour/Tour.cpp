@@ -5,6 +5,7 @@
 #include "host/IntfPack.h"
 #include "host/schema/DemoData.h"
 #include "host/tour/TourDriver.h"
+#include "host/tour/TourInvoices.h"
 #include "host/tour/TourPrinting.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
@@ -330,6 +331,7 @@ void Tour::run()
     changes();
     tourPrinting(driver_, session_.window(), module(), delivery_);
     deletion();
+    tourInvoices(driver_, session_, module());
 }
 
 void makeDemoDatabase(const QString &file)
