@@ -36,6 +36,18 @@ const DocumentNames &deliveryNote()
     return names;
 }
 
+const DocumentNames &accompanyingInvoice()
+{
+    static const DocumentNames names = {u"actInserimentoFattureAccompagnatorie"_s,
+                                        u"FATT_ACC"_s,
+                                        u"FATT_ACC_DETT"_s,
+                                        u"IDFATT_ACC"_s,
+                                        u"actSelezionaCliente"_s,
+                                        u"Arredo Bagno Alpi S.r.l."_s,
+                                        u"Prezzo"_s};
+    return names;
+}
+
 Document::Document(Workplace &workplace, const DocumentNames &names)
     : workplace_(workplace)
     , names_(names)
@@ -69,6 +81,8 @@ void Document::fillHeader() const
         reason->setCurrentText(u"Vendita"_s);
     else
         choose(u"cmdSelezionaCausaleTrasporto"_s, choosing(u"Vendita"_s));
+    if (form_->findChild<QAbstractButton *>(u"cmdSelezionaTipoPagamento"_s))
+        choose(u"cmdSelezionaTipoPagamento"_s, choosing(u"Rimessa diretta"_s));
 }
 
 void Document::addArticle(const QString &code, const QString &price, const QString &quantity) const
@@ -93,7 +107,8 @@ QString Document::flags() const
 QStringList Document::stored() const
 {
     QStringList all;
-    for (const char *table : {"BOLLE_CARICO", "BOLLE_CARICO_DETT", "DDT_SCARICO", "DDT_SCARICO_DETT", "MOVI_MAGA"})
+    for (const char *table : {"BOLLE_CARICO", "BOLLE_CARICO_DETT", "DDT_SCARICO", "DDT_SCARICO_DETT", "FATT_ACC",
+                              "FATT_ACC_DETT", "MOVI_MAGA"})
         all += workplace_.lines(u"SELECT * FROM %1 ORDER BY 1"_s.arg(QLatin1StringView(table)));
     return all;
 }

@@ -19,6 +19,7 @@ struct DocumentNames
 
 const DocumentNames &receipt();
 const DocumentNames &deliveryNote();
+const DocumentNames &accompanyingInvoice();
 
 /// A document's form in a running program, worked through its controls.
 class Document
@@ -37,7 +38,7 @@ public:
     }
 
     void showPage(int page) const;
-    /// Chooses the counterpart, the transport type and the transport reason.
+    /// Chooses the counterpart, the transport type and reason and, where there is one, the payment type.
     void fillHeader() const;
     void choose(const QString &commandOrButton, const ScriptedDialogs::Use &use) const;
     void addArticle(const QString &code, const QString &price, const QString &quantity) const;

@@ -1,0 +1,482 @@
+#include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Error.h"
+#include "tests/support/Documents.h"
+#include "tests/support/TestMain.h"
+
+#include <QCheckBox>
+#include <QDateEdit>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+
+using namespace Qt::StringLiterals;
+
+class TestInvoiceForm : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void totals_data();
+    void totals();
+    void exemptionCountsAtTheNextEvent();
+    void rowKinds();
+    void movements();
+    void saveWritesTheHeader();
+    void checksRunInOrder();
+    void rightsComeFirst();
+    void numberIsSharedWithSalesInvoices();
+    void cells_data();
+    void cells();
+    void everythingComesBack();
+    void contactsOfTheCustomer();
+    void noteIsAppended();
+    void vatHint();
+    void failedSaveLeavesTheDatabase();
+
+private:
+    test::Document &invoice() { return *invoice_; }
+    QStringList lines(const QString &sql) const { return workplace_->lines(sql); }
+    data::Connection &database() const { return workplace_->database(); }
+    void addService(const QString &code) const;
+    void addNonTaxable(const QString &price) const;
+    QString shownTotals() const;
+    QString storedTotals() const;
+
+    std::unique_ptr<test::Workplace> workplace_;
+    std::unique_ptr<test::Document> invoice_;
+};
+
+namespace {
+const QString noRights = u"Non si dispone di diritti sufficienti per eseguire questa operazione."_s;
+const QString saveError = u"Si è verificato un errore durante il salvataggio dei dati!"_s;
+} // namespace
+
+void TestInvoiceForm::init()
+{
+    workplace_ = std::make_unique<test::Workplace>();
+    const int rate =
+        test::insertInto(database(), u"ALIQUOTE_IVA"_s,
+                         {{u"CODICE"_s, u"20"_s}, {u"DESCRIZIONE"_s, u"Aliquota <20%>"_s}, {u"ALIQUOTA"_s, 20.0}});
+    database().run(u"UPDATE ANA_MAGA SET IDALIQUOTA_IVA = ?, COSTO = 1.5 WHERE CODICE = 'TRA-0018'"_s, {rate});
+    invoice_ = std::make_unique<test::Document>(*workplace_, test::accompanyingInvoice());
+}
+
+void TestInvoiceForm::cleanup()
+{
+    invoice_.reset();
+    workplace_.reset();
+}
+
+void TestInvoiceForm::addService(const QString &code) const
+{
+    invoice_->showPage(1);
+    invoice_->choose(u"actAggiungiServizio"_s, [code](QDialog &dialog) {
+        test::press(&dialog, u"actCerca"_s);
+        test::selectRow(test::control<QTableView>(&dialog, u"gridRisultati"_s), code);
+        test::press(&dialog, u"cmdOk"_s);
+    });
+}
+
+void TestInvoiceForm::addNonTaxable(const QString &price) const
+{
+    invoice_->showPage(1);
+    invoice_->trigger(u"actAggiungiNonImponibile"_s);
+    const int row = invoice_->grid()->model()->rowCount() - 1;
+    test::typeIntoCell(invoice_->grid(), row, u"Descrizione"_s, u"Spese anticipate"_s);
+    test::typeIntoCell(invoice_->grid(), row, u"Prezzo"_s, price);
+}
+
+QString TestInvoiceForm::shownTotals() const
+{
+    return invoice_->shown(u"lblTotaleImponibile"_s) + u" + "_s + invoice_->shown(u"lblTotaleImposta"_s) + u" = "_s +
+           invoice_->shown(u"lblTotaleDocumento"_s);
+}
+
+QString TestInvoiceForm::storedTotals() const
+{
+    return lines(u"SELECT TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, IVA_ESENTE FROM FATT_ACC"_s).join(u';');
+}
+
+void TestInvoiceForm::totals_data()
+{
+    QTest::addColumn<bool>("exempt");
+    QTest::addColumn<bool>("nonTaxable");
+    QTest::addColumn<bool>("withoutRate");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("stored");
+    QTest::newRow("one rate") << false << false << false << u"€ 27,00 + € 5,40 = € 32,40"_s << u"27|5.4|32.4|False"_s;
+    QTest::newRow("exempt") << true << false << false << u"€ 0,00 + € 0,00 = € 27,00"_s << u"0|0|27|True"_s;
+    QTest::newRow("non-taxable row") << false << true << false << u"€ 27,00 + € 5,40 = € 39,90"_s
+                                     << u"27|5.4|39.9|False"_s;
+    QTest::newRow("exempt, non-taxable row")
+        << true << true << false << u"€ 0,00 + € 0,00 = € 34,50"_s << u"0|0|34.5|True"_s;
+    // Counts for the base, not for the tax.
+    QTest::newRow("row without a rate") << false << false << true << u"€ 47,00 + € 5,40 = € 52,40"_s
+                                        << u"47|5.4|52.4|False"_s;
+}
+
+void TestInvoiceForm::totals()
+{
+    QFETCH(bool, exempt);
+    QFETCH(bool, nonTaxable);
+    QFETCH(bool, withoutRate);
+    QFETCH(QString, shown);
+    QFETCH(QString, stored);
+    database().execute(u"UPDATE SERVIZI SET IDALIQUOTA_IVA = NULL"_s);
+    invoice().fillHeader();
+    invoice().control<QCheckBox>(u"chkIVAEsente"_s)->setChecked(exempt);
+    if (nonTaxable)
+        addNonTaxable(u"7,5"_s);
+    if (withoutRate)
+        addService(u"CONS-01"_s);
+    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
+    const int row = invoice().grid()->model()->rowCount() - 1;
+    test::typeIntoCell(invoice().grid(), row, u"Sc."_s, u"10"_s);
+    QCOMPARE(test::cellText(invoice().grid(), row, u"Importo"_s), u"€ 27,00"_s);
+    QCOMPARE(shownTotals(), shown);
+    invoice().save();
+    QCOMPARE(storedTotals(), stored);
+    invoice().form().ApriRecord(invoice().form().IdRecord());
+    QCOMPARE(shownTotals(), shown);
+}
+
+void TestInvoiceForm::exemptionCountsAtTheNextEvent()
+{
+    const QString taxed = u"€ 20,00 + € 4,00 = € 24,00"_s;
+    auto *exempt = invoice().control<QCheckBox>(u"chkIVAEsente"_s);
+    invoice().fillHeader();
+    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"2"_s);
+    exempt->setChecked(true);
+    QCOMPARE(shownTotals(), taxed);
+    invoice().save();
+    QCOMPARE(shownTotals(), u"€ 0,00 + € 0,00 = € 20,00"_s);
+    QCOMPARE(storedTotals(), u"0|0|20|True"_s);
+    exempt->setChecked(false);
+    QCOMPARE(shownTotals(), u"€ 0,00 + € 0,00 = € 20,00"_s);
+    test::typeIntoCell(invoice().grid(), 0, u"Q.tà"_s, u"2"_s);
+    QCOMPARE(shownTotals(), taxed);
+    exempt->setChecked(true);
+    workplace_->messages.expectQuestion(u"Eliminare la riga selezionata?"_s, core::Answer::Yes);
+    invoice().trigger(u"actEliminaRiga"_s);
+    QCOMPARE(shownTotals(), u"€ 0,00 + € 0,00 = € 0,00"_s);
+}
+
+void TestInvoiceForm::rowKinds()
+{
+    invoice().fillHeader();
+    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
+    test::typeIntoCell(invoice().grid(), 0, u"Sc."_s, u"12,5"_s);
+    addService(u"CONS-01"_s);
+    invoice().trigger(u"actAggiungiTesto"_s);
+    test::typeIntoCell(invoice().grid(), 2, u"Descrizione"_s, u"Rif. ordine 7"_s);
+    addNonTaxable(u"4"_s);
+    invoice().save();
+    QCOMPARE(lines(u"SELECT TIPO_RIGA, CODICE, CATEGORIA, COSTO, PREZZO, SCONTO, QUANTITA, IMPORTO, IVA_CODICE, "
+                   "IVA_ALIQUOTA, UM FROM FATT_ACC_DETT ORDER BY IDFATT_ACC_DETT"_s)
+                 .replaceInStrings(QRegularExpression(u"^(Articolo\\|[^|]*\\|)[^|]*"_s), u"\\1*"_s),
+             QStringList({u"Articolo|TRA-0018|*|1.5|10|12.5|3|26.25|20|20|PZ"_s,
+                          u"Servizio|CONS-01|Consegne|12|20|0|1|20|22|22|PZ"_s, u"Testo||||||||||"_s,
+                          u"Non imponibile|||0|4|0|1|4|||"_s}));
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM FATT_ACC_DETT WHERE TIPO_RIGA IN ('Testo', 'Non imponibile') AND CODICE IS "
+                   "NULL AND IDCATEGORIA IS NULL AND IVA_IDALIQUOTA_IVA IS NULL AND IDUM IS NULL AND UM IS NULL"_s),
+             QStringList({u"2"_s}));
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM FATT_ACC_DETT WHERE COSTO IS NULL AND PREZZO IS NULL AND SCONTO IS NULL AND "
+                   "QUANTITA IS NULL AND IMPORTO IS NULL AND TIPO_RIGA = 'Testo'"_s),
+             QStringList({u"1"_s}));
+    QCOMPARE(lines(u"SELECT CODICE FROM MOVI_MAGA"_s), QStringList({u"TRA-0018"_s}));
+}
+
+void TestInvoiceForm::movements()
+{
+    test::insertInto(database(), u"MOVI_MAGA"_s,
+                     {{u"DATA_MOVIMENTO"_s, QDate(2026, 1, 10)},
+                      {u"CODICE"_s, u"TRA-0018"_s},
+                      {u"TIPO_MOVIMENTO"_s, u"Carico"_s},
+                      {u"QUANTITA"_s, 10.0},
+                      {u"VALORE"_s, 2.0},
+                      {u"VALORE_IMPORTO"_s, 20.0},
+                      {u"RIF_DOC_TIPO"_s, u"Bolla di carico"_s}});
+    invoice().fillHeader();
+    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(4);
+    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
+    test::typeIntoCell(invoice().grid(), 0, u"Sc."_s, u"50"_s);
+    const QString mine =
+        u"SELECT M.TIPO_MOVIMENTO, M.QUANTITA, M.PREZZO, M.COSTO, M.VALORE, M.VALORE_IMPORTO, M.IDCAUSALE_MAGA, "
+        "M.DATA_MOVIMENTO, M.RIF_DOC_ID - D.IDFATT_ACC, M.NOTE FROM MOVI_MAGA M JOIN FATT_ACC_DETT D ON "
+        "D.IDFATT_ACC_DETT = M.RIF_DOC_IDRIGA WHERE M.RIF_DOC_TIPO = 'Fattura accompagnatoria'"_s;
+    for (int i = 0; i < 2; ++i) {
+        invoice().form().DataChanged();
+        invoice().save();
+        QCOMPARE(lines(mine), QStringList({u"Scarico|-3|10|1.5|2|-6|2|2026-03-16|0|"
+                                           "Fattura immediata accompagnatoria n. 4 del 16/03/2026"_s}));
+        QCOMPARE(lines(u"SELECT SUM(QUANTITA), SUM(VALORE_IMPORTO) FROM MOVI_MAGA"_s), QStringList({u"7|14"_s}));
+    }
+}
+
+void TestInvoiceForm::saveWritesTheHeader()
+{
+    invoice().fillHeader();
+    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(12);
+    invoice().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2025, 12, 31));
+    invoice().control<QDateEdit>(u"txtScadenzaPagamento"_s)->setDate(QDate(2026, 1, 31));
+    invoice().control<QCheckBox>(u"chkPagato"_s)->setChecked(true);
+    invoice().control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Scatole"_s);
+    invoice().control<QSpinBox>(u"txtColli"_s)->setValue(2);
+    invoice().control<QDoubleSpinBox>(u"txtPeso"_s)->setValue(11.25);
+    invoice().choose(u"cmdSelezionaPesoUM"_s, test::choosing(u"KG"_s));
+    invoice().control<QPlainTextEdit>(u"txtNote"_s)->setPlainText(u"è urgente"_s);
+    const QString header =
+        u"SELECT NUMERO, DATA, ANNO, F.CLI_RAGIONESOCIALE, T.TIPO_PAGAMENTO, F.TIPO_PAGAMENTO, SCADENZA_PAGAMENTO, "
+        "PAGATO, NOTIFICATO, TIPO_TRASPORTO, ASPETTO_BENI, CAUSALE_TRASPORTO, COLLI, PESO, PESO_UM, "
+        "DATA_INIZIO_TRASPORTO, FC_ABILITATO, IVA_ESENTE, F.NOTE FROM FATT_ACC F JOIN TIPI_PAGAMENTO T ON "
+        "T.IDTIPO_PAGAMENTO = F.IDTIPO_PAGAMENTO"_s;
+    invoice().save();
+    QCOMPARE(lines(header),
+             QStringList({u"12|2025-12-31|2025|Arredo Bagno Alpi S.r.l.|Rimessa diretta|Rimessa diretta|2026-01-31|"
+                          "True|False|Mittente|Scatole|Vendita|2|11.25|KG||False|False|è urgente"_s}));
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM FATT_ACC F JOIN CLIENTI C ON C.CODICE = F.CLI_CODICE AND C.PARTITAIVA = "
+                   "F.CLI_PARTITAIVA AND C.INDIRIZZO = F.CLI_INDIRIZZO WHERE VETT_CODICE IS NULL AND DEST_CITTA IS "
+                   "NULL OR DEST_CITTA = ''"_s),
+             QStringList({u"1"_s}));
+    // A stored invoice is changed in place.
+    invoice().control<QCheckBox>(u"chkPagato"_s)->setChecked(false);
+    invoice().control<QCheckBox>(u"chkNotificato"_s)->setChecked(true);
+    invoice().save();
+    QCOMPARE(lines(u"SELECT NUMERO, PAGATO, NOTIFICATO FROM FATT_ACC"_s), QStringList({u"12|False|True"_s}));
+}
+
+void TestInvoiceForm::checksRunInOrder()
+{
+    invoice().fillHeader();
+    invoice().save();
+    invoice().trigger(u"actNuovo"_s);
+    const QStringList before = invoice().stored();
+    const auto refused = [&](const QString &text) {
+        workplace_->messages.expectWarning(text);
+        invoice().form().SalvaRecord();
+        QCOMPARE(workplace_->messages.verify(), QStringList());
+        QCOMPARE(invoice().stored(), before);
+    };
+    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(1);
+    refused(u"Esiste già un documento con questo numero!"_s);
+    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(2);
+    refused(u"Non è stato selezionato un cliente!"_s);
+    // Without tax data, which is asked for after all refusals.
+    invoice().choose(u"actSelezionaCliente"_s, test::choosing(u"Agostini Lucia"_s));
+    refused(u"Non è stato selezionato un tipo di pagamento!"_s);
+    invoice().choose(u"cmdSelezionaTipoPagamento"_s, test::choosing(u"Assegno bancario"_s));
+    refused(u"Non è stato selezionato un tipo di trasporto!"_s);
+    invoice().choose(u"cmdSelezionaTipoTrasporto"_s, test::choosing(u"Vettore"_s));
+    refused(u"Non è stata indicata la causale del trasporto!"_s);
+    invoice().choose(u"cmdSelezionaCausaleTrasporto"_s, test::choosing(u"Reso"_s));
+    const QString question = u"Non sono stati indicati nè il codice fiscale, nè la partita IVA,\n\r"
+                             "proseguire comunque?"_s;
+    workplace_->messages.expectQuestion(question, core::Answer::No);
+    invoice().save();
+    QCOMPARE(invoice().stored(), before);
+    workplace_->messages.expectQuestion(question, core::Answer::Yes);
+    invoice().save();
+    QCOMPARE(invoice().flags(), u"stored"_s);
+}
+
+void TestInvoiceForm::rightsComeFirst()
+{
+    invoice().fillHeader();
+    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
+    invoice().save();
+    const QStringList before = invoice().stored();
+    SetKxCurrentUserName(u"MAGAZZINIERE"_s);
+    invoice().form().DataChanged();
+    workplace_->messages.expectWarning(noRights);
+    invoice().save();
+    QCOMPARE(invoice().flags(), u"stored modified"_s);
+    workplace_->messages.expectWarning(noRights);
+    invoice().trigger(u"actElimina"_s);
+    workplace_->messages.expectWarning(noRights);
+    invoice().trigger(u"actNuovo"_s);
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QCOMPARE(invoice().grid()->model()->rowCount(), 1);
+    // The missing right is told before anything that is wrong with the invoice.
+    invoice().form().SetModified(false);
+    invoice().form().NuovoRecord();
+    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(1);
+    workplace_->messages.expectWarning(noRights);
+    invoice().save();
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QCOMPARE(invoice().stored(), before);
+}
+
+void TestInvoiceForm::numberIsSharedWithSalesInvoices()
+{
+    test::insertInto(database(), u"FATT_VEND"_s, {{u"NUMERO"_s, 12}, {u"ANNO"_s, 2026}});
+    invoice().fillHeader();
+    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(9);
+    invoice().save();
+    invoice().trigger(u"actNuovo"_s);
+    QCOMPARE(invoice().shown(u"txtNumero"_s), u"10"_s);
+    database().execute(u"UPDATE OPZIONI SET VALORE = 'True' WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'"_s);
+    invoice().trigger(u"actNuovo"_s);
+    QCOMPARE(invoice().shown(u"txtNumero"_s), u"13"_s);
+    invoice().fillHeader();
+    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(12);
+    workplace_->messages.expectWarning(u"Esiste già un documento con questo numero!"_s);
+    invoice().save();
+    QCOMPARE(lines(u"SELECT NUMERO FROM FATT_ACC"_s), QStringList({u"9"_s}));
+    // Another year's sales invoices do not matter.
+    invoice().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2025, 6, 1));
+    invoice().save();
+    QCOMPARE(invoice().flags(), u"stored"_s);
+}
+
+void TestInvoiceForm::cells_data()
+{
+    QTest::addColumn<QString>("header");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("shown");
+    const QString discount = u"Sc."_s;
+    const QString price = u"Prezzo"_s;
+    QTest::newRow("discount") << discount << u"12,5"_s << u"12,50"_s;
+    QTest::newRow("discount 0") << discount << u"0"_s << u"0,00"_s;
+    QTest::newRow("whole discount") << discount << u"100"_s << u"100,00"_s;
+    QTest::newRow("discount above 100") << discount << u"100,01"_s << u"5,00"_s;
+    QTest::newRow("negative discount") << discount << u"-1"_s << u"5,00"_s;
+    QTest::newRow("price 0") << price << u"0"_s << u"€ 0,00"_s;
+    QTest::newRow("negative price") << price << u"-0,01"_s << u"€ 10,00"_s;
+    QTest::newRow("quantity 0") << u"Q.tà"_s << u"0"_s << u"3,00"_s;
+    QTest::newRow("negative quantity") << u"Q.tà"_s << u"-3"_s << u"3,00"_s;
+}
+
+void TestInvoiceForm::cells()
+{
+    QFETCH(QString, header);
+    QFETCH(QString, typed);
+    QFETCH(QString, shown);
+    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
+    test::typeIntoCell(invoice().grid(), 0, u"Sc."_s, u"5"_s);
+    test::typeIntoCell(invoice().grid(), 0, header, typed);
+    QCOMPARE(test::cellText(invoice().grid(), 0, header), shown);
+}
+
+void TestInvoiceForm::everythingComesBack()
+{
+    invoice().fillHeader();
+    invoice().choose(u"actSelezionaVettore"_s, test::choosing(u"Brenta Corriere S.r.l."_s, u"B"_s));
+    invoice().control<QLineEdit>(u"txtDestCitta"_s)->setText(u"Forlì"_s);
+    invoice().control<QDateEdit>(u"txtScadenzaPagamento"_s)->setDate(QDate(2026, 5, 31));
+    for (const char *box : {"chkPagato", "chkNotificato", "chkInizioTrasporto", "chkFattureCicliche"})
+        invoice().control<QCheckBox>(QString::fromLatin1(box))->setChecked(true);
+    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
+    test::typeIntoCell(invoice().grid(), 0, u"Sc."_s, u"33,33"_s);
+    addService(u"CONS-01"_s);
+    invoice().trigger(u"actAggiungiTesto"_s);
+    test::typeIntoCell(invoice().grid(), 2, u"Descrizione"_s, u"Citofonare \"D'Amico\""_s);
+    addNonTaxable(u"4"_s);
+    invoice().save();
+    // The article's cost and rate may change: the stored row keeps its cost.
+    database().execute(u"UPDATE ANA_MAGA SET COSTO = 99, PREZZO = 99"_s);
+    const auto everything = [this] {
+        QStringList all = lines(u"SELECT * FROM FATT_ACC"_s);
+        for (const char *table : {"FATT_ACC_DETT", "MOVI_MAGA"}) {
+            QStringList rows = lines(u"SELECT * FROM %1 ORDER BY 1"_s.arg(QLatin1StringView(table)));
+            for (QString &row : rows)
+                row = row.section(u'|', 1).remove(QRegularExpression(u"\\|\\d+\\|Fattura immediata"_s));
+            all += rows;
+        }
+        return all;
+    };
+    const QStringList before = everything();
+    QCOMPARE(before.size(), 6);
+    const int id = invoice().form().IdRecord();
+    invoice().trigger(u"actNuovo"_s);
+    QCOMPARE(shownTotals(), u"€ 0,00 + € 0,00 = € 0,00"_s);
+    invoice().form().ApriRecord(id);
+    QCOMPARE(invoice().flags(), u"stored"_s);
+    invoice().form().DataChanged();
+    invoice().save();
+    QCOMPARE(everything(), before);
+}
+
+void TestInvoiceForm::contactsOfTheCustomer()
+{
+    database().execute(u"UPDATE CLIENTI SET TELEFONO1 = '1', TELEFONO2 = '2', TELEFONO3 = NULL, FAX = '4', "
+                       "EMAIL = 'a@example.org' WHERE RAGIONESOCIALE STARTING WITH 'Arredo'"_s);
+    invoice().fillHeader();
+    invoice().save();
+    const int id = invoice().form().IdRecord();
+    invoice().trigger(u"actNuovo"_s);
+    invoice().form().ApriRecord(id);
+    workplace_->messages.expect(u"Informazioni"_s,
+                                u"Cliente: Arredo Bagno Alpi S.r.l.\n\rTelefono 1: 1\n\rTelefono 2: 2\n\r"
+                                "Telefono 3: \n\rFax: 4\n\re-mail: a@example.org"_s,
+                                core::MessageIcon::Information);
+    invoice().trigger(u"actVisualizzaContattiCliente"_s);
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QCOMPARE(invoice().flags(), u"stored"_s);
+}
+
+void TestInvoiceForm::noteIsAppended()
+{
+    const auto chooseNote = [](QDialog &dialog) {
+        if (auto *search = dialog.findChild<QAbstractButton *>(u"actCerca"_s))
+            search->click();
+        test::selectRow(test::control<QTableView>(&dialog, u"gridRisultati"_s), u"Fragile"_s);
+        test::press(&dialog, u"cmdOk"_s);
+    };
+    const QString text = u"Attenzione: merce fragile, non capovolgere e non sovrapporre."_s;
+    invoice().choose(u"actInserisciNotaDocumento"_s, chooseNote);
+    QCOMPARE(invoice().shown(u"txtNote"_s), text);
+    QCOMPARE(invoice().flags(), u"new modified"_s);
+    invoice().choose(u"actInserisciNotaDocumento"_s, chooseNote);
+    QCOMPARE(invoice().shown(u"txtNote"_s), text + u'\n' + text);
+    invoice().choose(u"actInserisciNotaDocumento"_s, [](QDialog &dialog) { dialog.reject(); });
+    QCOMPARE(invoice().shown(u"txtNote"_s), text + u'\n' + text);
+}
+
+void TestInvoiceForm::vatHint()
+{
+    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
+    addNonTaxable(u"4"_s);
+    const auto hint = [this](int row, const QString &header) {
+        const int column = test::columnOf(invoice().grid(), header);
+        return invoice().grid()->model()->index(row, column).data(Qt::ToolTipRole).toString();
+    };
+    QCOMPARE(hint(0, u"IVA"_s),
+             u"<b>Aliquota IVA</b><br>Codice: 20<br>Descrizione: Aliquota &lt;20%&gt;<br>Aliquota: 20,00 %"_s);
+    QCOMPARE(hint(1, u"IVA"_s) + hint(0, u"Prezzo"_s), QString());
+}
+
+void TestInvoiceForm::failedSaveLeavesTheDatabase()
+{
+    data::Connection &connection = *workplace_->module().ModADOConn;
+    invoice().fillHeader();
+    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
+    const QStringList before = invoice().stored();
+    for (const QString &statement :
+         {u"DELETE FROM MOVI_MAGA"_s, u"INSERT INTO FATT_ACC_DETT"_s, u"INSERT INTO MOVI_MAGA"_s, u"COMMIT"_s}) {
+        connection.setStatementHook([&](const QString &sql) {
+            if (connection.inTransaction() && sql.simplified().remove(u'"').startsWith(statement))
+                throw core::Error(u"rifiutato"_s);
+        });
+        invoice().form().DataChanged();
+        workplace_->messages.expectError(saveError);
+        invoice().save();
+        connection.setStatementHook({});
+        QCOMPARE(workplace_->messages.verify(), QStringList());
+        QCOMPARE(invoice().stored(), before);
+        // It counts as saved, like a delivery note, and keeps what was typed; this is intended.
+        QCOMPARE(invoice().flags(), u"stored"_s);
+        QCOMPARE(shownTotals(), u"€ 30,00 + € 6,00 = € 36,00"_s);
+    }
+    invoice().form().DataChanged();
+    invoice().save();
+    QCOMPARE(storedTotals(), u"30|6|36|False"_s);
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList({u"1"_s}));
+}
+
+static const test::Registered<TestInvoiceForm> registered;
+
+#include "test_invoice_form.moc"

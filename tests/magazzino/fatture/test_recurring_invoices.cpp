@@ -1,0 +1,176 @@
+#include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
+#include "magazzino/ui/FatturaCiclica.h"
+#include "tests/support/Documents.h"
+#include "tests/support/TestMain.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QSpinBox>
+
+using namespace Qt::StringLiterals;
+
+/// The reminder for recurring invoices, and the copy that a due one is turned into.
+class TestRecurringInvoices : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nextDate_data();
+    void nextDate();
+    void reminderIsStoredAndComesBack_data();
+    void reminderIsStoredAndComesBack();
+    void controlsFollowTheCheckBox();
+    void copyOfAnInvoice();
+};
+
+namespace {
+
+QRadioButton *dayButton(const QWidget &form, const QString &caption)
+{
+    const QList<QRadioButton *> buttons = form.findChildren<QRadioButton *>();
+    for (QRadioButton *button : buttons) {
+        if (button->text() == caption)
+            return button;
+    }
+    test::missing(caption);
+}
+
+const QString onThe15th = u"Il giorno 15 del mese"_s;
+const QString columns = u"SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
+                        "COALESCE(FC_DATA_NUOVA_FATTURA, 'NULL') FROM FATT_ACC"_s;
+
+} // namespace
+
+void TestRecurringInvoices::nextDate_data()
+{
+    QTest::addColumn<QDate>("start");
+    QTest::addColumn<int>("every");
+    QTest::addColumn<QString>("unit");
+    QTest::addColumn<bool>("on15th");
+    QTest::addColumn<QDate>("next");
+    const QDate start(2026, 1, 31);
+    QTest::newRow("days") << start << 10 << u"Giorno"_s << false << QDate(2026, 2, 10);
+    QTest::newRow("weeks") << start << 2 << u"Settimana"_s << false << QDate(2026, 2, 14);
+    QTest::newRow("month, clipped") << start << 1 << u"Mese"_s << false << QDate(2026, 2, 28);
+    QTest::newRow("months, not clipped") << start << 2 << u"Mese"_s << false << QDate(2026, 3, 31);
+    QTest::newRow("month, into a leap day") << QDate(2028, 1, 31) << 1 << u"Mese"_s << false << QDate(2028, 2, 29);
+    QTest::newRow("year, clipped") << QDate(2028, 2, 29) << 1 << u"Anno"_s << false << QDate(2029, 2, 28);
+    QTest::newRow("the 15th, later") << QDate(2026, 1, 3) << 1 << u"Mese"_s << true << QDate(2026, 2, 15);
+    QTest::newRow("the 15th, earlier") << start << 1 << u"Mese"_s << true << QDate(2026, 2, 15);
+    QTest::newRow("on the last day") << QDate(2029, 12, 30) << 1 << u"Giorno"_s << false << QDate(2029, 12, 31);
+    QTest::newRow("past the end") << QDate(2029, 12, 31) << 1 << u"Giorno"_s << false << QDate();
+    QTest::newRow("the 15th before the end") << QDate(2029, 11, 30) << 1 << u"Mese"_s << true << QDate(2029, 12, 15);
+}
+
+void TestRecurringInvoices::nextDate()
+{
+    QFETCH(QDate, start);
+    QFETCH(int, every);
+    QFETCH(QString, unit);
+    QFETCH(bool, on15th);
+    QFETCH(QDate, next);
+    QCOMPARE(prossimaFatturaCiclica(start, every, unit, on15th, QDate(2029, 12, 31)), next);
+}
+
+void TestRecurringInvoices::reminderIsStoredAndComesBack_data()
+{
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<bool>("on15th");
+    QTest::addColumn<QDate>("end");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("stored");
+    const QString group = u"True|3|Mese|2026-01-31|"_s;
+    QTest::newRow("exact day") << true << false << QDate(2027, 1, 1) << u"30/04/2026"_s
+                               << group + u"2027-01-01|2026-04-30"_s;
+    QTest::newRow("the 15th") << true << true << QDate(2027, 1, 1) << u"15/04/2026"_s
+                              << group + u"2027-01-01|2026-04-15"_s;
+    QTest::newRow("past the end") << true << false << QDate(2026, 4, 29) << u"nessuna"_s << group + u"2026-04-29|"_s;
+    QTest::newRow("unchecked") << false << true << QDate(2027, 1, 1) << u"15/04/2026"_s << u"False|||||NULL"_s;
+}
+
+void TestRecurringInvoices::reminderIsStoredAndComesBack()
+{
+    QFETCH(bool, enabled);
+    QFETCH(bool, on15th);
+    QFETCH(QDate, end);
+    QFETCH(QString, shown);
+    QFETCH(QString, stored);
+    test::Workplace workplace;
+    const test::Document invoice(workplace, test::accompanyingInvoice());
+    auto *check = invoice.control<QCheckBox>(u"chkFattureCicliche"_s);
+    invoice.fillHeader();
+    check->setChecked(true);
+    invoice.control<QSpinBox>(u"txtGeneraOgni"_s)->setValue(3);
+    invoice.control<QComboBox>(u"txtGeneraOgniUM"_s)->setCurrentText(u"Mese"_s);
+    invoice.control<QDateEdit>(u"txtDataInizioCiclica"_s)->setDate(QDate(2026, 1, 31));
+    invoice.control<QDateEdit>(u"txtDataFineCiclica"_s)->setDate(end);
+    if (on15th)
+        dayButton(invoice.form(), onThe15th)->setChecked(true);
+    QCOMPARE(invoice.shown(u"lblDataNuovaFattura"_s), shown);
+    check->setChecked(enabled);
+    invoice.save();
+    QCOMPARE(workplace.lines(columns), QStringList({stored}));
+    const int id = invoice.form().IdRecord();
+    invoice.trigger(u"actNuovo"_s);
+    QVERIFY(!check->isChecked());
+    QCOMPARE(invoice.shown(u"txtGeneraOgni"_s), u"1"_s);
+    QCOMPARE(invoice.shown(u"txtGeneraOgniUM"_s), u"Giorno"_s);
+    invoice.form().ApriRecord(id);
+    QCOMPARE(check->isChecked(), enabled);
+    QCOMPARE(dayButton(invoice.form(), onThe15th)->isChecked(), enabled && on15th);
+    QCOMPARE(invoice.flags(), u"stored"_s);
+    if (enabled)
+        QCOMPARE(invoice.shown(u"lblDataNuovaFattura"_s), shown);
+    invoice.form().DataChanged();
+    invoice.save();
+    QCOMPARE(workplace.lines(columns), QStringList({stored}));
+}
+
+void TestRecurringInvoices::controlsFollowTheCheckBox()
+{
+    test::Workplace workplace;
+    const test::Document invoice(workplace, test::accompanyingInvoice());
+    for (const bool enabled : {false, true, false}) {
+        invoice.control<QCheckBox>(u"chkFattureCicliche"_s)->setChecked(enabled);
+        for (const char *name :
+             {"txtGeneraOgni", "txtGeneraOgniUM", "txtDataInizioCiclica", "txtDataFineCiclica", "lblDataNuovaFattura"})
+            QCOMPARE(invoice.control<QWidget>(QString::fromLatin1(name))->isEnabled(), enabled);
+    }
+}
+
+void TestRecurringInvoices::copyOfAnInvoice()
+{
+    test::Workplace workplace;
+    const test::Document invoice(workplace, test::accompanyingInvoice());
+    invoice.fillHeader();
+    invoice.control<QSpinBox>(u"txtNumero"_s)->setValue(7);
+    invoice.control<QDateEdit>(u"txtData"_s)->setDate(QDate(2026, 2, 1));
+    invoice.control<QCheckBox>(u"chkFattureCicliche"_s)->setChecked(true);
+    invoice.control<QPlainTextEdit>(u"txtNote"_s)->setPlainText(u"Canone"_s);
+    invoice.addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
+    invoice.save();
+    const int original = invoice.form().IdRecord();
+    const QString stored = u"SELECT * FROM FATT_ACC WHERE IDFATT_ACC = %1"_s.arg(original);
+    const QStringList before = workplace.lines(stored);
+    dynamic_cast<TMMGInserimentoFattureAccompagnatorie &>(invoice.form()).ImpostaFatturaCiclica();
+    QCOMPARE(invoice.flags() + QString::number(invoice.form().IdRecord()), u"new modified-1"_s);
+    QCOMPARE(invoice.shown(u"txtNumero"_s) + u'|' + invoice.shown(u"txtData"_s), u"8|16/03/2026"_s);
+    QVERIFY(!invoice.control<QCheckBox>(u"chkFattureCicliche"_s)->isChecked());
+    QVERIFY(!invoice.control<QWidget>(u"txtGeneraOgni"_s)->isEnabled());
+    QCOMPARE(invoice.shown(u"txtNote"_s), u"Canone\nFattura ciclica\nRif. Fattura n. 7\ndel 01/02/2026"_s);
+    invoice.save();
+    QCOMPARE(workplace.lines(stored), before);
+    QCOMPARE(workplace.lines(u"SELECT NUMERO, DATA, FC_ABILITATO FROM FATT_ACC ORDER BY NUMERO"_s),
+             QStringList({u"7|2026-02-01|True"_s, u"8|2026-03-16|False"_s}));
+    // Each has its own row and movement.
+    QCOMPARE(workplace.lines(u"SELECT D.CODICE, D.IMPORTO FROM FATT_ACC_DETT D JOIN MOVI_MAGA M ON M.RIF_DOC_IDRIGA = "
+                             "D.IDFATT_ACC_DETT AND M.RIF_DOC_ID = D.IDFATT_ACC"_s),
+             QStringList({u"TRA-0018|30"_s, u"TRA-0018|30"_s}));
+}
+
+static const test::Registered<TestRecurringInvoices> registered;
+
+#include "test_recurring_invoices.moc"
