@@ -92,7 +92,12 @@ TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWi
 {
     setObjectName(u"MMGInserimentoFattureAccompagnatorie"_s);
     setOpeningSize({1080, 720});
-    QGroupBox *customer = createAddresseeBox({{customerCommand(), u"cmdSelezionaCliente"_s}});
+    QAction *contacts = addCommand({.name = u"actVisualizzaContattiCliente"_s,
+                                    .caption = u"Visualizza contatti cliente"_s,
+                                    .run = [this] { visualizzaContattiCliente(); },
+                                    .icon = ui::Icon::Open});
+    QGroupBox *customer = createAddresseeBox(
+        {{customerCommand(), u"cmdSelezionaCliente"_s}, {contacts, u"cmdVisualizzaContattiCliente"_s}});
     layOutGeneralPage(customer, createPayment());
 
     refuseWithoutCustomer();
@@ -103,8 +108,8 @@ TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWi
     askWithoutTaxData();
 
     addPrintCommands(StampaFatturaAccompagnatoria);
-    addOtherMenu();
     finishLayout({u"actNuovo"_s, u"actElimina"_s, u"actSalva"_s, u"actChiudi"_s, {}, u"actStampa"_s, u"actSalvaPDF"_s});
+    addOtherMenu();
     grid().rowsModel().setVatHint(vatHint);
 }
 
@@ -153,12 +158,13 @@ void TMMGInserimentoFattureAccompagnatorie::addOtherMenu()
                                 .caption = u"Inserisci nota documenti..."_s,
                                 .run = [this] { inserisciNotaDocumento(); },
                                 .icon = ui::Icon::Text}));
-    menu->addAction(addCommand({.name = u"actVisualizzaContattiCliente"_s,
-                                .caption = u"Visualizza contatti cliente"_s,
-                                .run = [this] { visualizzaContattiCliente(); },
-                                .icon = ui::Icon::Open}));
+    menu->addAction(command(u"actVisualizzaContattiCliente"_s));
     button->setMenu(menu);
+    // Some styles draw the menu's arrow over the text.
+    button->setMinimumWidth(button->sizeHint().width() + 12);
+    standardBar()->addSeparator();
     standardBar()->addWidget(button);
+    formMenu()->addSeparator();
     formMenu()->addMenu(menu);
 }
 
@@ -176,6 +182,10 @@ bool TMMGInserimentoFattureAccompagnatorie::isExempt() const
 // By the code on the form, so that it works for an opened invoice as well.
 void TMMGInserimentoFattureAccompagnatorie::visualizzaContattiCliente()
 {
+    if (addresseeCode().isEmpty()) {
+        core::warn(this, u"Non è stato selezionato un cliente!"_s);
+        return;
+    }
     const TCliente customer = GetCliente(addresseeCode());
     core::inform(this, QStringList{u"Cliente: "_s + customer.ragioneSociale, u"Telefono 1: "_s + customer.telefono1,
                                    u"Telefono 2: "_s + customer.telefono2, u"Telefono 3: "_s + customer.telefono3,

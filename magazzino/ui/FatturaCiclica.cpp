@@ -153,9 +153,11 @@ void FatturaCiclicaField::load(const data::DataSet &record)
         unit_->setCurrentText(record.text(u"FC_GENERA_OGNI_UM"_s));
         start_->setDate(record.date(u"FC_DATA_INIZIO"_s));
         end_->setDate(record.date(u"FC_DATA_FINE"_s));
-        // Which day was meant is not stored; it shows in the date that came out.
-        const QDate stored = QDate::fromString(record.text(u"FC_DATA_NUOVA_FATTURA"_s), Qt::ISODate);
-        day_->button(stored.isValid() && stored != nextDate() ? 0 : 1)->setChecked(true);
+        // Which day was meant is not stored; it shows in the date that came out, or in that none came out.
+        const QString text = record.text(u"FC_DATA_NUOVA_FATTURA"_s);
+        const QDate stored = QDate::fromString(text, Qt::ISODate);
+        const bool readable = stored.isValid() || (text.isEmpty() && !record.isNull(u"FC_DATA_NUOVA_FATTURA"_s));
+        day_->button(readable && stored != nextDate() ? 0 : 1)->setChecked(true);
     }
     AggiornaStatoControlliFattureCicliche();
 }

@@ -404,6 +404,9 @@ void TestInvoiceForm::contactsOfTheCustomer()
 {
     database().execute(u"UPDATE CLIENTI SET TELEFONO1 = '1', TELEFONO2 = '2', TELEFONO3 = NULL, FAX = '4', "
                        "EMAIL = 'a@example.org' WHERE RAGIONESOCIALE STARTING WITH 'Arredo'"_s);
+    workplace_->messages.expectWarning(u"Non è stato selezionato un cliente!"_s);
+    invoice().trigger(u"actVisualizzaContattiCliente"_s);
+    QCOMPARE(workplace_->messages.verify(), QStringList());
     invoice().fillHeader();
     invoice().save();
     const int id = invoice().form().IdRecord();
@@ -413,7 +416,7 @@ void TestInvoiceForm::contactsOfTheCustomer()
                                 u"Cliente: Arredo Bagno Alpi S.r.l.\n\rTelefono 1: 1\n\rTelefono 2: 2\n\r"
                                 "Telefono 3: \n\rFax: 4\n\re-mail: a@example.org"_s,
                                 core::MessageIcon::Information);
-    invoice().trigger(u"actVisualizzaContattiCliente"_s);
+    test::press(&invoice().form(), u"cmdVisualizzaContattiCliente"_s);
     QCOMPARE(workplace_->messages.verify(), QStringList());
     QCOMPARE(invoice().flags(), u"stored"_s);
 }
