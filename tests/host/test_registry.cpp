@@ -1,7 +1,6 @@
 #include "host/Corvane3Impl.h"
 #include "host/IntfPack.h"
 #include "platform/data/Connection.h"
-#include "platform/data/DataSet.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
@@ -13,14 +12,11 @@ class TestRegistry : public QObject
 
 private Q_SLOTS:
     void packageIsFoundWithoutCase();
-    void secondRegistrationChangesNothing();
     void instanceIsForgottenWhenItDies();
     void unknownPackageIsAnError();
     void generatorValueIsReadWithoutAdvancing();
     void descendantsComeLevelByLevel();
     void circleOfCategoriesEnds();
-    void closedDataSetIsOpenedOnce();
-    void textsAreInTheHostsForm();
 };
 
 void TestRegistry::packageIsFoundWithoutCase()
@@ -31,17 +27,10 @@ void TestRegistry::packageIsFoundWithoutCase()
     const int index = GetPackageIndex(u"PRIMO.BPL"_s);
     QVERIFY(index >= 0);
     QCOMPARE(GetPackage(index).displayName, u"Primo modulo"_s);
+    RegisterPackage(u"PRIMO.bpl"_s, u"Altro"_s, {}); // a second time changes nothing
+    QCOMPARE(GetPackage(GetPackageIndex(u"Primo.bpl"_s)).displayName, u"Primo modulo"_s);
     QObject owner;
     QCOMPARE(GetPackage(index).moduleClass.create(&owner)->parent(), &owner);
-}
-
-void TestRegistry::secondRegistrationChangesNothing()
-{
-    RegisterPackage(u"Secondo.bpl"_s, u"Secondo"_s, {});
-    const int count = GetPackageCount();
-    RegisterPackage(u"SECONDO.bpl"_s, u"Altro"_s, {});
-    QCOMPARE(GetPackageCount(), count);
-    QCOMPARE(GetPackage(GetPackageIndex(u"Secondo.bpl"_s)).displayName, u"Secondo"_s);
 }
 
 void TestRegistry::instanceIsForgottenWhenItDies()
@@ -96,26 +85,6 @@ void TestRegistry::circleOfCategoriesEnds()
     const int second = database.insert(u"CATEGORIE_SERVIZI"_s, {{u"CATEGORIA"_s, u"B"_s}, {u"IDPADRE"_s, first}});
     QCOMPARE(GetElencoIdFiglio(u"IDCATEGORIA_SERVIZI"_s, second, u"CATEGORIE_SERVIZI"_s, database.connection()),
              QList<int>({second, first}));
-}
-
-void TestRegistry::closedDataSetIsOpenedOnce()
-{
-    test::ModuleDatabase database(test::Content::HostSchema);
-    data::DataSet set(&database.connection());
-    set.setCommandText(u"SELECT * FROM UM"_s);
-    OpenADODsIfClosed(set);
-    QVERIFY(set.isOpen());
-    database.insert(u"UM"_s, {{u"UM"_s, u"PZ"_s}});
-    OpenADODsIfClosed(set);
-    QCOMPARE(set.recordCount(), 0); // an open one keeps its rows
-}
-
-void TestRegistry::textsAreInTheHostsForm()
-{
-    QCOMPARE(DateToString_YYYYMMDD(QDate(2026, 1, 2)), u"2026-01-02"_s);
-    QCOMPARE(GetCustomCodice(12, u"FOR"_s), u"FOR000012"_s);
-    QCOMPARE(GetCustomCodice(1234567, u"FOR"_s), u"FOR1234567"_s);
-    QCOMPARE(GetCurrencyPrefix() + BoolToStrIta(true) + BoolToStrIta(false), u"€ SìNo"_s);
 }
 
 static const test::Registered<TestRegistry> registered;

@@ -74,27 +74,6 @@ private Q_SLOTS:
         QCOMPARE(QList<int>({found.idCategoria, found.idAliquotaIVA, found.idUM}), QList<int>({3, 5, 0}));
     }
 
-    void rateAndServiceAreRead()
-    {
-        const int rate = db->insert(u"ALIQUOTE_IVA"_s,
-                                    {{u"CODICE"_s, u"22"_s}, {u"DESCRIZIONE"_s, u"Ordinaria"_s}, {u"ALIQUOTA"_s, 22}});
-        QCOMPARE(GetAliquotaIVA(rate).id, rate);
-        QCOMPARE(GetAliquotaIVA(rate).codice + GetAliquotaIVA(rate).descrizione, u"22Ordinaria"_s);
-        QCOMPARE(GetAliquotaIVA(rate).aliquota, 22.0);
-        const int id = db->insert(u"SERVIZI"_s, {{u"CODICE"_s, u"S1"_s},
-                                                 {u"DESCRIZIONE"_s, u"Posa"_s},
-                                                 {u"IDCATEGORIA_SERVIZI"_s, 3},
-                                                 {u"PREZZO"_s, 4.25},
-                                                 {u"COSTO"_s, 1.5},
-                                                 {u"IDALIQUOTA_IVA"_s, 5},
-                                                 {u"IDUM"_s, 6}});
-        const TServizio found = GetServizio(id);
-        QCOMPARE(found.id, id);
-        QCOMPARE(found.codice + u'/' + found.descrizione, u"S1/Posa"_s);
-        QCOMPARE(QList<double>({found.prezzo, found.costo}), QList<double>({4.25, 1.5}));
-        QCOMPARE(QList<int>({found.idCategoria, found.idAliquotaIVA, found.idUM}), QList<int>({3, 5, 6}));
-    }
-
     void customersSuppliersAndCarriersAreReadAlike()
     {
         const int customer = db->insert(u"CLIENTI"_s, anagrafica);
@@ -134,33 +113,12 @@ private Q_SLOTS:
                  reader.error + u"La connessione al database non è aperta."_s);
     }
 
-    void documentNoteIsReadAsText()
-    {
-        const int id = db->insert(u"NOTE_DOCUMENTI"_s, {{u"TESTO"_s, u"Più\nrighe"_s}});
-        QCOMPARE(GetNotaDocumento(id), u"Più\nrighe"_s);
-        QCOMPARE(GetNotaDocumento(0), QString());
-    }
-
     void unknownKeysGiveMinusOne()
     {
         for (const int id : {0, -1, 4711})
             QCOMPARE(QList<int>({GetArticolo(id).id, GetAliquotaIVA(id).id, GetServizio(id).id, GetCliente(id).id,
                                  GetFornitore(id).id, GetVettore(id).id}),
                      QList<int>({-1, -1, -1, -1, -1, -1}));
-    }
-
-    void errorsNameTheRoutineWhereIntended()
-    {
-        db->connection().close();
-        const QString text = u"La connessione al database non è aperta."_s;
-        QCOMPARE(test::errorOf([] { GetArticolo(1); }), text);
-        QCOMPARE(test::errorOf([] { GetAliquotaIVA(1); }), text);
-        QCOMPARE(test::errorOf([] { GetServizio(1); }), text);
-        QCOMPARE(test::errorOf([] { GetCliente(1); }), u"[GetCliente]\n\r"_s + text);
-        QCOMPARE(test::errorOf([] { GetCliente(u"A"_s); }), u"[GetCliente]\n\r"_s + text);
-        QCOMPARE(test::errorOf([] { GetFornitore(1); }), u"[GetFornitore]\n\r"_s + text);
-        QCOMPARE(test::errorOf([] { GetVettore(1); }), u"[GetVettore]\n\r"_s + text);
-        QCOMPARE(test::errorOf([] { GetNotaDocumento(1); }), u"[GetNotaDocumento]\n\r"_s + text);
     }
 };
 

@@ -4,13 +4,13 @@
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
-#include <QDateEdit>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QSpinBox>
 
 using namespace Qt::StringLiterals;
 
-/// What a document does when the database refuses a save, for both kinds of documents.
+/// What a document does when a check or the database refuses a save, for both kinds of documents.
 class TestFailedSaves : public QObject
 {
     Q_OBJECT
@@ -19,6 +19,8 @@ private Q_SLOTS:
     void init() { workplace_ = std::make_unique<test::Workplace>(); }
     void cleanup() { workplace_.reset(); }
 
+    void checksRunInOrder_data() { kinds(); }
+    void checksRunInOrder();
     void everyStatementMayFail_data();
     void everyStatementMayFail();
     void keyTakenMeanwhileIsLeftAlone_data() { kinds(); }
@@ -91,6 +93,37 @@ int TestFailedSaves::insertOther(const test::DocumentNames &names, int number) c
             prefix == u"CLI"_s ? u", 0"_s : QString()),
         {number});
     return key.integer(0, names.key);
+}
+
+void TestFailedSaves::checksRunInOrder()
+{
+    QFETCH(bool, isReceipt);
+    insertOther(names(), 1);
+    const test::Document note(*workplace_, names());
+    const QStringList before = note.stored();
+    const auto refused = [&](const QString &text) {
+        workplace_->messages.expectWarning(text);
+        note.save();
+        QCOMPARE(workplace_->messages.verify().join(u"; "_s), QString());
+        QCOMPARE(note.stored(), before);
+        QCOMPARE(note.flags(), u"new modified"_s);
+    };
+    note.control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Sfuso"_s);
+    note.control<QSpinBox>(u"txtNumero"_s)->setValue(1);
+    refused(u"Esiste già un documento con questo numero!"_s);
+    note.control<QSpinBox>(u"txtNumero"_s)->setValue(2);
+    refused(isReceipt ? u"Non è stato selezionato un fornitore!"_s : u"Non è stato selezionato un cliente!"_s);
+    note.choose(u"actSelezionaFornitore"_s, test::choosing(u"Inox Casa S.r.l."_s, u"I"_s));
+    refused(u"Non è stato selezionato un tipo di trasporto!"_s);
+    note.choose(u"cmdSelezionaTipoTrasporto"_s, test::choosing(u"Vettore"_s));
+    refused(isReceipt ? u"Non è stata indicata la causale del trasporto!"_s
+                      : u"Non è stato selezionata una causale di trasporto!"_s);
+    if (isReceipt)
+        note.control<QComboBox>(u"txtCausaleTrasporto"_s)->setCurrentText(u"Reso"_s);
+    else
+        note.choose(u"cmdSelezionaCausaleTrasporto"_s, test::choosing(u"Reso"_s));
+    note.save();
+    QCOMPARE(note.flags(), u"stored"_s);
 }
 
 void TestFailedSaves::everyStatementMayFail_data()
