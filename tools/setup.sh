@@ -10,6 +10,12 @@ say() {
     printf '%s\n' "$*" >&2
 }
 
+# The database engine takes file names in the locale's character set: without UTF-8 it refuses accented letters in them.
+# Remote logins, containers and scheduled jobs often have no locale at all.
+use_utf8() {
+    [ "$(locale charmap 2>/dev/null)" = UTF-8 ] || export LC_ALL=C.UTF-8
+}
+
 # An account without a home of its own still needs a place for the compiler cache.
 prepare_environment() {
     if [ ! -w "${HOME:-/nonexistent}" ] && [ -z "${CCACHE_DIR:-}" ]; then
