@@ -7,6 +7,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QLineEdit>
+#include <QSpinBox>
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +22,7 @@ private Q_SLOTS:
     void cleanup() { workplace_.reset(); }
 
     void anotherWorkstationSavesInBetween();
+    void sameNumberAtTheSameMomentIsStoredOnce();
     void serverLostDuringTheSave_data();
     void serverLostDuringTheSave();
     void serverLostBeforeTheSave();
@@ -45,7 +47,7 @@ void TestServerDocuments::init()
 {
     workplace_ = std::make_unique<test::Workplace>(server_->address(u"documenti.fdb"_s));
     host::insertDemoWarehouseData(workplace_->database());
-    for (const char *table : {"DDT_SCARICO_DETT", "DDT_SCARICO", "MOVI_MAGA"})
+    for (const char *table : {"DDT_SCARICO_DETT", "DDT_SCARICO", "FATT_ACC_DETT", "FATT_ACC", "MOVI_MAGA"})
         workplace_->database().execute(u"DELETE FROM "_s + QLatin1StringView(table));
 }
 
@@ -115,6 +117,34 @@ void TestServerDocuments::anotherWorkstationSavesInBetween()
     note.save();
     QCOMPARE(lines(documents), expected);
     QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList({u"4"_s}));
+}
+
+void TestServerDocuments::sameNumberAtTheSameMomentIsStoredOnce()
+{
+    const test::Document invoice(*workplace_, test::accompanyingInvoice());
+    invoice.fillHeader();
+    invoice.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+    connection().setStatementHook([&](const QString &sql) {
+        if (sql.startsWith(u"INSERT INTO FATT_ACC "))
+            runElsewhere({u"INSERT INTO FATT_ACC(NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, "
+                          "TIPO_PAGAMENTO, PAGATO, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, "
+                          "CAUSALE_TRASPORTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, FC_ABILITATO) "
+                          "VALUES(1, '2026-03-16', 2026, 'ALTRO', 'Altra', 1, 'X', 'False', 1, 'X', 1, 'X', 0, 0, 0, "
+                          "'False')"_s});
+    });
+    workplace_->messages.expectError(u"Si è verificato un errore durante il salvataggio dei dati!"_s);
+    invoice.save();
+    connection().setStatementHook({});
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QCOMPARE(lines(u"SELECT NUMERO, CLI_CODICE FROM FATT_ACC"_s), QStringList({u"1|ALTRO"_s}));
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM FATT_ACC_DETT"_s) + lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s),
+             QStringList({u"0"_s, u"0"_s}));
+    QCOMPARE(invoice.grid()->model()->rowCount(), 1);
+    // With another number the loser stores what was typed.
+    invoice.control<QSpinBox>(u"txtNumero"_s)->setValue(2);
+    invoice.save();
+    QCOMPARE(lines(u"SELECT NUMERO FROM FATT_ACC ORDER BY NUMERO"_s), QStringList({u"1"_s, u"2"_s}));
+    QCOMPARE(lines(u"SELECT CODICE, QUANTITA FROM MOVI_MAGA"_s), QStringList({u"TRA-0018|-5"_s}));
 }
 
 void TestServerDocuments::serverLostDuringTheSave_data()
