@@ -145,7 +145,8 @@ TCodiceTesto TMMGModSelezionaBase::ApriSelezionato() const
 void TMMGModSelezionaBase::AggiornaGriglia(const QString &filter)
 {
     const ui::WaitCursor wait;
-    grid_->rows().setRows(ModuleConnection().select(spec_.selectText + filter + spec_.orderText));
+    grid_->rows().setRows(
+        ModuleConnection().select(spec_.selectText + filter + spec_.orderText, {}, grid_->rows().fields()));
     if (spec_.longTexts)
         grid_->resizeRowsToContents();
 }

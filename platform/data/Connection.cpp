@@ -203,7 +203,7 @@ QSqlQuery &Connection::statement(const QString &sql, QSqlQuery &shortLived)
     return shortLived;
 }
 
-Rows Connection::fetch(QSqlQuery &query, const QString &sql)
+Rows Connection::fetch(QSqlQuery &query, const QString &sql, const QStringList &onlyColumns)
 {
     affectedRows_ = countOf(query, sql);
     if (!query.isSelect()) {
@@ -211,20 +211,27 @@ Rows Connection::fetch(QSqlQuery &query, const QString &sql)
         return {};
     }
     QList<Column> columns = columnsOf(query.record());
-    const qsizetype count = columns.size();
+    QList<int> positions;
+    for (int i = 0; i < columns.size(); ++i) {
+        if (onlyColumns.isEmpty() || onlyColumns.contains(columns[i].name, Qt::CaseInsensitive))
+            positions.append(i);
+    }
     QList<QVariantList> values;
     while (query.next()) {
         QVariantList row;
-        row.reserve(count);
-        for (int i = 0; i < count; ++i)
-            row.append(normalised(query.value(i), columns[i]));
+        row.reserve(positions.size());
+        for (const int position : std::as_const(positions))
+            row.append(normalised(query.value(position), columns[position]));
         values.append(std::move(row));
     }
     // A query can fail at its first fetch only: next() then just answers false.
     if (query.lastError().isValid())
         fail(query.lastError(), sql);
     query.finish();
-    return {std::move(columns), std::move(values)};
+    QList<Column> kept;
+    for (const int position : std::as_const(positions))
+        kept.append(columns[position]);
+    return {std::move(kept), std::move(values)};
 }
 
 void Connection::execute(const QString &sql)
@@ -261,7 +268,7 @@ Rows Connection::run(const QString &sql, const QVariantList &values)
     return fetch(query, sql);
 }
 
-Rows Connection::select(const QString &sql, const Parameters &parameters)
+Rows Connection::select(const QString &sql, const Parameters &parameters, const QStringList &onlyColumns)
 {
     prepareFor(sql);
     QSqlQuery shortLived(database_);
@@ -270,7 +277,7 @@ Rows Connection::select(const QString &sql, const Parameters &parameters)
         query.bindValue(u':' + it.key(), it.value());
     if (!query.exec())
         fail(query.lastError(), sql);
-    return fetch(query, sql);
+    return fetch(query, sql, onlyColumns);
 }
 
 int Connection::lastGeneratorValue(const QString &generator)

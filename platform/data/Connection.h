@@ -42,8 +42,9 @@ public:
     /// as given, so round it first (core::roundDecimal). Inside a transaction the statement stays prepared for its
     /// repetition.
     Rows run(const QString &sql, const QVariantList &values = {});
-    /// Runs a query with named parameters (":NAME" in its text) and fetches all its rows.
-    Rows select(const QString &sql, const Parameters &parameters = {});
+    /// Runs a query with named parameters (":NAME" in its text) and fetches all its rows; of their columns only
+    /// `onlyColumns` when it names any.
+    Rows select(const QString &sql, const Parameters &parameters = {}, const QStringList &onlyColumns = {});
 
     /// Current value of a generator, which is not advanced.
     int lastGeneratorValue(const QString &generator);
@@ -64,7 +65,7 @@ private:
     void prepareFor(const QString &sql);
     void ensureOpen();
     QSqlQuery &statement(const QString &sql, QSqlQuery &shortLived);
-    Rows fetch(QSqlQuery &query, const QString &sql);
+    Rows fetch(QSqlQuery &query, const QString &sql, const QStringList &onlyColumns = {});
     [[noreturn]] void fail(const QSqlError &error, const QString &sql);
 
     std::function<void(const QString &)> hook_;

@@ -52,6 +52,14 @@ void RowsModel::removeKey(int key)
     }
 }
 
+QStringList RowsModel::fields() const
+{
+    QStringList fields = {keyField_};
+    for (const ListColumn &column : columns_)
+        fields.append(column.field);
+    return fields;
+}
+
 int RowsModel::keyAt(int row) const
 {
     return row >= 0 && row < rowCount() && keyIndex_ >= 0 ? rows_.values(row)[keyIndex_].toInt() : -1;

@@ -45,6 +45,8 @@ public:
     void setRows(data::Rows rows);
     void removeKey(int key);
 
+    /// The columns of a query that the list needs: the key and what it shows.
+    QStringList fields() const;
     int keyAt(int row) const;
     const QList<ListColumn> &columns() const { return columns_; }
 

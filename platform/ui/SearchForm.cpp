@@ -223,7 +223,7 @@ void SearchForm::AggiornaGriglia(const QString &filter)
     const WaitCursor wait;
     const int key = grid_->selectedKey();
     const int position = grid_->verticalScrollBar()->value();
-    grid_->setRows(connection_.select(spec_.selectText + filter + spec_.orderText));
+    grid_->setRows(connection_.select(spec_.selectText + filter + spec_.orderText, {}, grid_->rows().fields()));
     if (key > 0 && grid_->selectKey(key))
         grid_->verticalScrollBar()->setValue(position);
 }
