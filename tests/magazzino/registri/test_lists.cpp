@@ -52,7 +52,6 @@ private:
     void search(const ui::SearchForm *list, const QString &filters) const;
     void insertDocument(const QString &table, int number, const QDate &date, const QString &code, const QString &name,
                         double total = 0) const;
-    void insertMovement(const QDate &date, const QString &code, double quantity) const;
     void insertSupplier(const QString &code, const QString &name) const;
 
     std::unique_ptr<test::Workplace> workplace_;
@@ -76,16 +75,6 @@ void TestLists::insertDocument(const QString &table, int number, const QDate &da
                       {prefix + u"CODICE"_s, code},
                       {prefix + u"RAGIONESOCIALE"_s, name},
                       {u"TOTALE_DOCUMENTO"_s, total}});
-}
-
-void TestLists::insertMovement(const QDate &date, const QString &code, double quantity) const
-{
-    test::insertInto(place().database(), u"MOVI_MAGA"_s,
-                     {{u"DATA_MOVIMENTO"_s, date},
-                      {u"CODICE"_s, code},
-                      {u"DESCRIZIONE"_s, u"Articolo "_s + code},
-                      {u"IDCATEGORIA_ANA_MAGA"_s, 1},
-                      {u"QUANTITA"_s, quantity}});
 }
 
 void TestLists::insertSupplier(const QString &code, const QString &name) const
@@ -215,7 +204,9 @@ void TestLists::movementPeriod()
 void TestLists::movementsOfThePeriod()
 {
     for (int day = 9; day <= 13; ++day)
-        insertMovement(QDate(2026, 2, day), u"G%1"_s.arg(day), day - 11);
+        test::insertInto(
+            place().database(), u"MOVI_MAGA"_s,
+            {{u"DATA_MOVIMENTO"_s, QDate(2026, 2, day)}, {u"CODICE"_s, u"G%1"_s.arg(day)}, {u"QUANTITA"_s, day - 11}});
     const ui::SearchForm *list = this->list(movements);
     test::control<QDateEdit>(list, u"txtDataDal"_s)->setDate(QDate(2026, 2, 10));
     test::control<QDateEdit>(list, u"txtDataAl"_s)->setDate(QDate(2026, 2, 12));
