@@ -2,7 +2,6 @@
 
 #include "magazzino/uMMGModMagazzino.h"
 
-#include <QLineEdit>
 #include <QTableView>
 #include <QTest>
 

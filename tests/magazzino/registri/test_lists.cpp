@@ -4,9 +4,7 @@
 
 #include <QDateEdit>
 #include <QHeaderView>
-#include <QLineEdit>
 #include <QScrollBar>
-#include <QSpinBox>
 #include <QTableView>
 
 using namespace Qt::StringLiterals;

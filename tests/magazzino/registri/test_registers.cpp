@@ -1,7 +1,6 @@
 #include "tests/magazzino/registri/Registri.h"
 #include "tests/support/TestMain.h"
 
-#include <QLineEdit>
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
