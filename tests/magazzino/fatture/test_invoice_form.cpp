@@ -7,7 +7,6 @@
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QSpinBox>
 
 using namespace Qt::StringLiterals;
@@ -22,19 +21,10 @@ private Q_SLOTS:
 
     void totals_data();
     void totals();
-    void exemptionCountsAtTheNextEvent();
-    void rowKinds();
     void movements();
-    void saveWritesTheHeader();
-    void checksRunInOrder();
     void rightsComeFirst();
     void numberIsSharedWithSalesInvoices();
-    void cells_data();
-    void cells();
     void everythingComesBack();
-    void contactsOfTheCustomer();
-    void noteIsAppended();
-    void vatHint();
     void failedSaveLeavesTheDatabase();
 
 private:
@@ -142,52 +132,11 @@ void TestInvoiceForm::totals()
     QCOMPARE(storedTotals(), stored);
     invoice().form().ApriRecord(invoice().form().IdRecord());
     QCOMPARE(shownTotals(), shown);
-}
-
-void TestInvoiceForm::exemptionCountsAtTheNextEvent()
-{
-    const QString taxed = u"€ 20,00 + € 4,00 = € 24,00"_s;
-    auto *exempt = invoice().control<QCheckBox>(u"chkIVAEsente"_s);
-    invoice().fillHeader();
-    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"2"_s);
-    exempt->setChecked(true);
-    QCOMPARE(shownTotals(), taxed);
+    // A change of the exemption counts at the next event, here the save.
+    invoice().control<QCheckBox>(u"chkIVAEsente"_s)->setChecked(!exempt);
+    QCOMPARE(shownTotals(), shown);
     invoice().save();
-    QCOMPARE(shownTotals(), u"€ 0,00 + € 0,00 = € 20,00"_s);
-    QCOMPARE(storedTotals(), u"0|0|20|True"_s);
-    exempt->setChecked(false);
-    QCOMPARE(shownTotals(), u"€ 0,00 + € 0,00 = € 20,00"_s);
-    test::typeIntoCell(invoice().grid(), 0, u"Q.tà"_s, u"2"_s);
-    QCOMPARE(shownTotals(), taxed);
-    exempt->setChecked(true);
-    workplace_->messages.expectQuestion(u"Eliminare la riga selezionata?"_s, core::Answer::Yes);
-    invoice().trigger(u"actEliminaRiga"_s);
-    QCOMPARE(shownTotals(), u"€ 0,00 + € 0,00 = € 0,00"_s);
-}
-
-void TestInvoiceForm::rowKinds()
-{
-    invoice().fillHeader();
-    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
-    test::typeIntoCell(invoice().grid(), 0, u"Sc."_s, u"12,5"_s);
-    addService(u"CONS-01"_s);
-    invoice().trigger(u"actAggiungiTesto"_s);
-    test::typeIntoCell(invoice().grid(), 2, u"Descrizione"_s, u"Rif. ordine 7"_s);
-    addNonTaxable(u"4"_s);
-    invoice().save();
-    QCOMPARE(lines(u"SELECT TIPO_RIGA, CODICE, CATEGORIA, COSTO, PREZZO, SCONTO, QUANTITA, IMPORTO, IVA_CODICE, "
-                   "IVA_ALIQUOTA, UM FROM FATT_ACC_DETT ORDER BY IDFATT_ACC_DETT"_s)
-                 .replaceInStrings(QRegularExpression(u"^(Articolo\\|[^|]*\\|)[^|]*"_s), u"\\1*"_s),
-             QStringList({u"Articolo|TRA-0018|*|1.5|10|12.5|3|26.25|20|20|PZ"_s,
-                          u"Servizio|CONS-01|Consegne|12|20|0|1|20|22|22|PZ"_s, u"Testo||||||||||"_s,
-                          u"Non imponibile|||0|4|0|1|4|||"_s}));
-    QCOMPARE(lines(u"SELECT COUNT(*) FROM FATT_ACC_DETT WHERE TIPO_RIGA IN ('Testo', 'Non imponibile') AND CODICE IS "
-                   "NULL AND IDCATEGORIA IS NULL AND IVA_IDALIQUOTA_IVA IS NULL AND IDUM IS NULL AND UM IS NULL"_s),
-             QStringList({u"2"_s}));
-    QCOMPARE(lines(u"SELECT COUNT(*) FROM FATT_ACC_DETT WHERE COSTO IS NULL AND PREZZO IS NULL AND SCONTO IS NULL AND "
-                   "QUANTITA IS NULL AND IMPORTO IS NULL AND TIPO_RIGA = 'Testo'"_s),
-             QStringList({u"1"_s}));
-    QCOMPARE(lines(u"SELECT CODICE FROM MOVI_MAGA"_s), QStringList({u"TRA-0018"_s}));
+    QVERIFY(shownTotals() != shown);
 }
 
 void TestInvoiceForm::movements()
@@ -217,72 +166,6 @@ void TestInvoiceForm::movements()
     }
 }
 
-void TestInvoiceForm::saveWritesTheHeader()
-{
-    invoice().fillHeader();
-    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(12);
-    invoice().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2025, 12, 31));
-    invoice().control<QDateEdit>(u"txtScadenzaPagamento"_s)->setDate(QDate(2026, 1, 31));
-    invoice().control<QCheckBox>(u"chkPagato"_s)->setChecked(true);
-    invoice().control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Scatole"_s);
-    invoice().control<QSpinBox>(u"txtColli"_s)->setValue(2);
-    invoice().control<QDoubleSpinBox>(u"txtPeso"_s)->setValue(11.25);
-    invoice().choose(u"cmdSelezionaPesoUM"_s, test::choosing(u"KG"_s));
-    invoice().control<QPlainTextEdit>(u"txtNote"_s)->setPlainText(u"è urgente"_s);
-    const QString header =
-        u"SELECT NUMERO, DATA, ANNO, F.CLI_RAGIONESOCIALE, T.TIPO_PAGAMENTO, F.TIPO_PAGAMENTO, SCADENZA_PAGAMENTO, "
-        "PAGATO, NOTIFICATO, TIPO_TRASPORTO, ASPETTO_BENI, CAUSALE_TRASPORTO, COLLI, PESO, PESO_UM, "
-        "DATA_INIZIO_TRASPORTO, FC_ABILITATO, IVA_ESENTE, F.NOTE FROM FATT_ACC F JOIN TIPI_PAGAMENTO T ON "
-        "T.IDTIPO_PAGAMENTO = F.IDTIPO_PAGAMENTO"_s;
-    invoice().save();
-    QCOMPARE(lines(header),
-             QStringList({u"12|2025-12-31|2025|Arredo Bagno Alpi S.r.l.|Rimessa diretta|Rimessa diretta|2026-01-31|"
-                          "True|False|Mittente|Scatole|Vendita|2|11.25|KG||False|False|è urgente"_s}));
-    QCOMPARE(lines(u"SELECT COUNT(*) FROM FATT_ACC F JOIN CLIENTI C ON C.CODICE = F.CLI_CODICE AND C.PARTITAIVA = "
-                   "F.CLI_PARTITAIVA AND C.INDIRIZZO = F.CLI_INDIRIZZO WHERE VETT_CODICE IS NULL AND DEST_CITTA IS "
-                   "NULL OR DEST_CITTA = ''"_s),
-             QStringList({u"1"_s}));
-    // A stored invoice is changed in place.
-    invoice().control<QCheckBox>(u"chkPagato"_s)->setChecked(false);
-    invoice().control<QCheckBox>(u"chkNotificato"_s)->setChecked(true);
-    invoice().save();
-    QCOMPARE(lines(u"SELECT NUMERO, PAGATO, NOTIFICATO FROM FATT_ACC"_s), QStringList({u"12|False|True"_s}));
-}
-
-void TestInvoiceForm::checksRunInOrder()
-{
-    invoice().fillHeader();
-    invoice().save();
-    invoice().trigger(u"actNuovo"_s);
-    const QStringList before = invoice().stored();
-    const auto refused = [&](const QString &text) {
-        workplace_->messages.expectWarning(text);
-        invoice().form().SalvaRecord();
-        QCOMPARE(workplace_->messages.verify(), QStringList());
-        QCOMPARE(invoice().stored(), before);
-    };
-    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(1);
-    refused(u"Esiste già un documento con questo numero!"_s);
-    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(2);
-    refused(u"Non è stato selezionato un cliente!"_s);
-    // Without tax data, which is asked for after all refusals.
-    invoice().choose(u"actSelezionaCliente"_s, test::choosing(u"Agostini Lucia"_s));
-    refused(u"Non è stato selezionato un tipo di pagamento!"_s);
-    invoice().choose(u"cmdSelezionaTipoPagamento"_s, test::choosing(u"Assegno bancario"_s));
-    refused(u"Non è stato selezionato un tipo di trasporto!"_s);
-    invoice().choose(u"cmdSelezionaTipoTrasporto"_s, test::choosing(u"Vettore"_s));
-    refused(u"Non è stata indicata la causale del trasporto!"_s);
-    invoice().choose(u"cmdSelezionaCausaleTrasporto"_s, test::choosing(u"Reso"_s));
-    const QString question = u"Non sono stati indicati nè il codice fiscale, nè la partita IVA,\n\r"
-                             "proseguire comunque?"_s;
-    workplace_->messages.expectQuestion(question, core::Answer::No);
-    invoice().save();
-    QCOMPARE(invoice().stored(), before);
-    workplace_->messages.expectQuestion(question, core::Answer::Yes);
-    invoice().save();
-    QCOMPARE(invoice().flags(), u"stored"_s);
-}
-
 void TestInvoiceForm::rightsComeFirst()
 {
     invoice().fillHeader();
@@ -294,12 +177,11 @@ void TestInvoiceForm::rightsComeFirst()
     workplace_->messages.expectWarning(noRights);
     invoice().save();
     QCOMPARE(invoice().flags(), u"stored modified"_s);
-    workplace_->messages.expectWarning(noRights);
-    invoice().trigger(u"actElimina"_s);
-    workplace_->messages.expectWarning(noRights);
-    invoice().trigger(u"actNuovo"_s);
+    for (const char *command : {"actElimina", "actNuovo"}) {
+        workplace_->messages.expectWarning(noRights);
+        invoice().trigger(QString::fromLatin1(command));
+    }
     QCOMPARE(workplace_->messages.verify(), QStringList());
-    QCOMPARE(invoice().grid()->model()->rowCount(), 1);
     // The missing right is told before anything that is wrong with the invoice.
     invoice().form().SetModified(false);
     invoice().form().NuovoRecord();
@@ -332,35 +214,6 @@ void TestInvoiceForm::numberIsSharedWithSalesInvoices()
     QCOMPARE(invoice().flags(), u"stored"_s);
 }
 
-void TestInvoiceForm::cells_data()
-{
-    QTest::addColumn<QString>("header");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("shown");
-    const QString discount = u"Sc."_s;
-    const QString price = u"Prezzo"_s;
-    QTest::newRow("discount") << discount << u"12,5"_s << u"12,50"_s;
-    QTest::newRow("discount 0") << discount << u"0"_s << u"0,00"_s;
-    QTest::newRow("whole discount") << discount << u"100"_s << u"100,00"_s;
-    QTest::newRow("discount above 100") << discount << u"100,01"_s << u"5,00"_s;
-    QTest::newRow("negative discount") << discount << u"-1"_s << u"5,00"_s;
-    QTest::newRow("price 0") << price << u"0"_s << u"€ 0,00"_s;
-    QTest::newRow("negative price") << price << u"-0,01"_s << u"€ 10,00"_s;
-    QTest::newRow("quantity 0") << u"Q.tà"_s << u"0"_s << u"3,00"_s;
-    QTest::newRow("negative quantity") << u"Q.tà"_s << u"-3"_s << u"3,00"_s;
-}
-
-void TestInvoiceForm::cells()
-{
-    QFETCH(QString, header);
-    QFETCH(QString, typed);
-    QFETCH(QString, shown);
-    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
-    test::typeIntoCell(invoice().grid(), 0, u"Sc."_s, u"5"_s);
-    test::typeIntoCell(invoice().grid(), 0, header, typed);
-    QCOMPARE(test::cellText(invoice().grid(), 0, header), shown);
-}
-
 void TestInvoiceForm::everythingComesBack()
 {
     invoice().fillHeader();
@@ -370,12 +223,20 @@ void TestInvoiceForm::everythingComesBack()
     for (const char *box : {"chkPagato", "chkNotificato", "chkInizioTrasporto", "chkFattureCicliche"})
         invoice().control<QCheckBox>(QString::fromLatin1(box))->setChecked(true);
     invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
-    test::typeIntoCell(invoice().grid(), 0, u"Sc."_s, u"33,33"_s);
+    test::typeIntoCell(invoice().grid(), 0, u"Sc."_s, u"12,5"_s);
     addService(u"CONS-01"_s);
     invoice().trigger(u"actAggiungiTesto"_s);
     test::typeIntoCell(invoice().grid(), 2, u"Descrizione"_s, u"Citofonare \"D'Amico\""_s);
     addNonTaxable(u"4"_s);
     invoice().save();
+    QCOMPARE(lines(u"SELECT CLI_RAGIONESOCIALE, DEST_CITTA, TIPO_PAGAMENTO, SCADENZA_PAGAMENTO, PAGATO, NOTIFICATO, "
+                   "FC_ABILITATO FROM FATT_ACC"_s),
+             QStringList({u"Arredo Bagno Alpi S.r.l.|Forlì|Rimessa diretta|2026-05-31|True|True|True"_s}));
+    QCOMPARE(
+        lines(u"SELECT TIPO_RIGA, CODICE, COSTO, PREZZO, SCONTO, QUANTITA, IMPORTO, IVA_CODICE, IVA_ALIQUOTA, UM "
+              "FROM FATT_ACC_DETT ORDER BY IDFATT_ACC_DETT"_s),
+        QStringList({u"Articolo|TRA-0018|1.5|10|12.5|3|26.25|20|20|PZ"_s, u"Servizio|CONS-01|12|20|0|1|20|22|22|PZ"_s,
+                     u"Testo|||||||||"_s, u"Non imponibile||0|4|0|1|4|||"_s}));
     // The article's cost and rate may change: the stored row keeps its cost.
     database().execute(u"UPDATE ANA_MAGA SET COSTO = 99, PREZZO = 99"_s);
     const auto everything = [this] {
@@ -398,58 +259,6 @@ void TestInvoiceForm::everythingComesBack()
     invoice().form().DataChanged();
     invoice().save();
     QCOMPARE(everything(), before);
-}
-
-void TestInvoiceForm::contactsOfTheCustomer()
-{
-    database().execute(u"UPDATE CLIENTI SET TELEFONO1 = '1', TELEFONO2 = '2', TELEFONO3 = NULL, FAX = '4', "
-                       "EMAIL = 'a@example.org' WHERE RAGIONESOCIALE STARTING WITH 'Arredo'"_s);
-    workplace_->messages.expectWarning(u"Non è stato selezionato un cliente!"_s);
-    invoice().trigger(u"actVisualizzaContattiCliente"_s);
-    QCOMPARE(workplace_->messages.verify(), QStringList());
-    invoice().fillHeader();
-    invoice().save();
-    const int id = invoice().form().IdRecord();
-    invoice().trigger(u"actNuovo"_s);
-    invoice().form().ApriRecord(id);
-    workplace_->messages.expect(u"Informazioni"_s,
-                                u"Cliente: Arredo Bagno Alpi S.r.l.\n\rTelefono 1: 1\n\rTelefono 2: 2\n\r"
-                                "Telefono 3: \n\rFax: 4\n\re-mail: a@example.org"_s,
-                                core::MessageIcon::Information);
-    test::press(&invoice().form(), u"cmdVisualizzaContattiCliente"_s);
-    QCOMPARE(workplace_->messages.verify(), QStringList());
-    QCOMPARE(invoice().flags(), u"stored"_s);
-}
-
-void TestInvoiceForm::noteIsAppended()
-{
-    const auto chooseNote = [](QDialog &dialog) {
-        if (auto *search = dialog.findChild<QAbstractButton *>(u"actCerca"_s))
-            search->click();
-        test::selectRow(test::control<QTableView>(&dialog, u"gridRisultati"_s), u"Fragile"_s);
-        test::press(&dialog, u"cmdOk"_s);
-    };
-    const QString text = u"Attenzione: merce fragile, non capovolgere e non sovrapporre."_s;
-    invoice().choose(u"actInserisciNotaDocumento"_s, chooseNote);
-    QCOMPARE(invoice().shown(u"txtNote"_s), text);
-    QCOMPARE(invoice().flags(), u"new modified"_s);
-    invoice().choose(u"actInserisciNotaDocumento"_s, chooseNote);
-    QCOMPARE(invoice().shown(u"txtNote"_s), text + u'\n' + text);
-    invoice().choose(u"actInserisciNotaDocumento"_s, [](QDialog &dialog) { dialog.reject(); });
-    QCOMPARE(invoice().shown(u"txtNote"_s), text + u'\n' + text);
-}
-
-void TestInvoiceForm::vatHint()
-{
-    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
-    addNonTaxable(u"4"_s);
-    const auto hint = [this](int row, const QString &header) {
-        const int column = test::columnOf(invoice().grid(), header);
-        return invoice().grid()->model()->index(row, column).data(Qt::ToolTipRole).toString();
-    };
-    QCOMPARE(hint(0, u"IVA"_s),
-             u"<b>Aliquota IVA</b><br>Codice: 20<br>Descrizione: Aliquota &lt;20%&gt;<br>Aliquota: 20,00 %"_s);
-    QCOMPARE(hint(1, u"IVA"_s) + hint(0, u"Prezzo"_s), QString());
 }
 
 void TestInvoiceForm::failedSaveLeavesTheDatabase()

@@ -2,8 +2,6 @@
 
 #include "magazzino/uMMGModMagazzino.h"
 
-#include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QTableView>
 #include <QTest>
 
@@ -13,24 +11,11 @@ namespace test {
 
 namespace {
 
-QList<RegisterField> firmFields(int address, int vatNumber)
-{
-    return {{.control = u"txtCodice"_s, .column = u"CODICE"_s, .limit = 20},
-            {.control = u"txtRagioneSociale"_s, .column = u"RAGIONESOCIALE"_s, .limit = 100},
-            {.control = u"txtIndirizzo"_s, .column = u"INDIRIZZO"_s, .limit = address, .stored = 50},
-            {.control = u"txtCitta"_s, .column = u"CITTA"_s, .limit = 30},
-            {.control = u"txtCap"_s, .column = u"CAP"_s, .limit = 5, .upper = true},
-            {.control = u"txtProvincia"_s, .column = u"PROVINCIA"_s, .limit = 2, .upper = true},
-            {.control = u"txtNazione"_s, .column = u"NAZIONE"_s, .limit = 30},
-            {.control = u"txtCodiceFiscale"_s, .column = u"CODICEFISCALE"_s, .limit = 16, .upper = true},
-            {.control = u"txtPartitaIVA"_s, .column = u"PARTITAIVA"_s, .limit = vatNumber, .upper = true},
-            {.control = u"txtTelefono1"_s, .column = u"TELEFONO1"_s, .limit = 20},
-            {.control = u"txtTelefono2"_s, .column = u"TELEFONO2"_s, .limit = 20},
-            {.control = u"txtTelefono3"_s, .column = u"TELEFONO3"_s, .limit = 20},
-            {.control = u"txtFax"_s, .column = u"FAX"_s, .limit = 20},
-            {.control = u"txtEmail"_s, .column = u"EMAIL"_s, .limit = 100},
-            {.control = u"txtWeb"_s, .column = u"WEB"_s, .limit = 100}};
-}
+const QString firmControls =
+    u"txtCodice txtRagioneSociale txtIndirizzo txtCitta txtCap txtProvincia txtNazione txtCodiceFiscale "
+    "txtPartitaIVA txtTelefono1 txtTelefono2 txtTelefono3 txtFax txtEmail txtWeb"_s;
+const QString firmColumns = u"CODICE, RAGIONESOCIALE, INDIRIZZO, CITTA, CAP, PROVINCIA, NAZIONE, CODICEFISCALE, "
+                            "PARTITAIVA, TELEFONO1, TELEFONO2, TELEFONO3, FAX, EMAIL, WEB"_s;
 
 } // namespace
 
@@ -38,49 +23,47 @@ const QList<Register> &registers()
 {
     static const QString related = u"Impossibile eliminare, esistono dei dati correlati!"_s;
     static const QList<Register> all = {
-        {.entryAction = u"actInserimentoFornitori"_s,
-         .listAction = u"actRicercaFornitori"_s,
+        {.name = u"Fornitori"_s,
          .table = u"FORNITORI"_s,
          .key = u"IDFORNITORE"_s,
          .prefix = u"FOR"_s,
-         .fields = firmFields(50, 13),
+         .controls = firmControls,
+         .columns = firmColumns,
          .duplicate = u"Codice già utilizzato!"_s,
          .entryRefusal = u"Non è possibile eliminare questo fornitore,\n\resistono dei dati correlati!"_s,
          .listRefusal = u"Non è possibile eliminare questo fornitore,\n\resistono dei dati correlati!"_s,
          .referrer = u"BOLLE_CARICO"_s,
          .reference = u"FOR_CODICE"_s},
-        {.entryAction = u"actInserimentoVettori"_s,
-         .listAction = u"actRicercaVettori"_s,
+        {.name = u"Vettori"_s,
          .table = u"VETTORI"_s,
          .key = u"IDVETTORE"_s,
          .prefix = u"VET"_s,
-         .fields = firmFields(100, 11),
+         .controls = firmControls,
+         .columns = firmColumns,
          .duplicate = u"Codice già utilizzato da un altro vettore!"_s,
          .entryRefusal = related,
          .listRefusal = related,
          .referrer = u"FATT_ACC"_s,
          .reference = u"VETT_CODICE"_s},
-        {.entryAction = u"actInserimentoTipiTrasporto"_s,
-         .listAction = u"actRicercaTipiTrasporto"_s,
+        {.name = u"TipiTrasporto"_s,
          .table = u"TIPI_TRASPORTO"_s,
          .key = u"IDTIPO_TRASPORTO"_s,
-         .fields = {{.control = u"txtTipoTrasporto"_s, .column = u"TIPO_TRASPORTO"_s, .limit = 50}},
+         .controls = u"txtTipoTrasporto"_s,
+         .columns = u"TIPO_TRASPORTO"_s,
          .duplicate = u"Esiste già un tipo di trasporto con questo nome!"_s,
          .entryRefusal = u"Non è possibile eliminare questa tipologia,\n\resistono dei dati correlati!"_s,
          .listRefusal = related,
          .referrer = u"DDT_SCARICO"_s,
-         .reference = u"IDTIPO_TRASPORTO"_s,
-         .referenceIsKey = true},
-        {.entryAction = u"actInserimentoCausaliTrasporto"_s,
-         .listAction = u"actRicercaCausaliTrasporto"_s,
+         .reference = u"IDTIPO_TRASPORTO"_s},
+        {.name = u"CausaliTrasporto"_s,
          .table = u"CAUSALI_TRASPORTO"_s,
          .key = u"IDCAUSALE_TRASPORTO"_s,
-         .fields = {{.control = u"txtCausaleTrasporto"_s, .column = u"CAUSALE_TRASPORTO"_s, .limit = 30, .stored = 20}},
+         .controls = u"txtCausaleTrasporto"_s,
+         .columns = u"CAUSALE_TRASPORTO"_s,
          .entryRefusal = u"Non è possibile eliminare questa causale,\n\resistono dei dati correlati!"_s,
          .listRefusal = related,
          .referrer = u"BOLLE_CARICO"_s,
-         .reference = u"IDCAUSALE_TRASPORTO"_s,
-         .referenceIsKey = true}};
+         .reference = u"IDCAUSALE_TRASPORTO"_s}};
     return all;
 }
 
@@ -95,16 +78,16 @@ const Register &registerOf(const QString &table)
 
 ui::EntryForm *openEntry(const Workplace &workplace, const QString &action)
 {
-    auto *form = qobject_cast<ui::EntryForm *>(workplace.module().openForm(action));
+    QWidget *form = workplace.module().openForm(action);
     settle();
-    return form ? form : (missing(action), nullptr);
+    return qobject_cast<ui::EntryForm *>(form);
 }
 
 ui::SearchForm *openList(const Workplace &workplace, const QString &action)
 {
-    auto *form = qobject_cast<ui::SearchForm *>(workplace.module().openForm(action));
+    QWidget *form = workplace.module().openForm(action);
     settle();
-    return form ? form : (missing(action), nullptr);
+    return qobject_cast<ui::SearchForm *>(form);
 }
 
 QTableView *gridOf(const ui::SearchForm *list)
@@ -126,19 +109,18 @@ QString flagsOf(const ui::EntryForm *form)
     QString text = form->NewRecord() ? u"new"_s : u"stored"_s;
     if (form->Modified())
         text += u" modified"_s;
-    if (form->command(u"actSalva"_s)->isEnabled() != form->Modified())
-        text += u" (\"Salva\" differs)"_s;
     return text;
 }
 
 void refer(const Workplace &workplace, const Register &names, int id)
 {
-    const QString text = workplace
-                             .lines(u"SELECT %1 FROM %2 WHERE %3 = %4"_s.arg(names.fields.first().column, names.table,
-                                                                             names.key, QString::number(id)))
-                             .value(0);
+    const QString text =
+        workplace
+            .lines(u"SELECT %1 FROM %2 WHERE %3 = %4"_s.arg(names.columns.section(u',', 0, 0), names.table, names.key)
+                       .arg(id))
+            .value(0);
     insertInto(workplace.database(), names.referrer,
-               {{names.reference, names.referenceIsKey ? QVariant(id) : QVariant(text)}});
+               {{names.reference, names.reference == names.key ? QVariant(id) : QVariant(text)}});
 }
 
 } // namespace test

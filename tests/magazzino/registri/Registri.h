@@ -8,31 +8,20 @@ class QTableView;
 
 namespace test {
 
-/// One text input of a register.
-struct RegisterField
-{
-    QString control;
-    QString column;
-    int limit = 0;  ///< characters that can be typed
-    int stored = 0; ///< characters that the column takes; as many as can be typed when 0
-    bool upper = false;
-};
-
 /// The names of one register and what it says.
 struct Register
 {
-    QString entryAction;
-    QString listAction;
+    QString name; ///< in the names of its actions
     QString table;
     QString key;
-    QString prefix;              ///< of a proposed code
-    QList<RegisterField> fields; ///< the one that identifies the record comes first
+    QString prefix;   ///< of a proposed code
+    QString controls; ///< text inputs; the one that identifies the record comes first
+    QString columns;  ///< those of the inputs, in their order
     QString duplicate;
     QString entryRefusal;
     QString listRefusal;
-    QString referrer; ///< table whose `reference` refers to the record
-    QString reference;
-    bool referenceIsKey = false; ///< else the first field's text
+    QString referrer;  ///< table whose `reference` refers to the record
+    QString reference; ///< holds the key if it is named like it, else the main text
 };
 
 /// Suppliers, carriers, transport types, transport reasons.
