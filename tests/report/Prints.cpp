@@ -120,9 +120,4 @@ QString pdfText(const QString &file)
     return outputOf(u"pdftotext"_s, {u"-layout"_s, file, u"-"_s}).simplified();
 }
 
-QString pdfFacts(const QString &program, const QString &file)
-{
-    return outputOf(program, {file}).simplified();
-}
-
 } // namespace test

@@ -24,7 +24,6 @@ private Q_SLOTS:
     void everyRowStandsOnceInOrder_data();
     void everyRowStandsOnceInOrder();
     void rowsAreNeverSplitAndNeverReachTheClosingBlock();
-    void carriedAmountsMeetAtThePageBreaks();
     void failedRunKeepsTheOldFile();
 
 private:
@@ -233,15 +232,6 @@ void TestEngine::rowsAreNeverSplitAndNeverReachTheClosingBlock()
                      qPrintable(textsOf(document->page(page)).join(u'|')));
         QVERIFY(spans.last().second <= 90.01);
     }
-}
-
-void TestEngine::carriedAmountsMeetAtThePageBreaks()
-{
-    const QList<QStringList> pages = pagesOf(*layOut(titles + detail + closing + carried, numbered(15)));
-    QCOMPARE(pages.size(), 3);
-    QCOMPARE(pages[0].filter(u"port"_s), QStringList{u"A riportare 9"_s});
-    QCOMPARE(pages[1].filter(u"port"_s), QStringList({u"Riporto 9"_s, u"A riportare 18"_s}));
-    QCOMPARE(pages[2].filter(u"port"_s), QStringList{u"Riporto 18"_s});
 }
 
 // The pages are made while they are written, so a fault can come late.

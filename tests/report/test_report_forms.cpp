@@ -9,7 +9,6 @@
 #include "tests/support/Controls.h"
 #include "tests/support/TestMain.h"
 
-#include <QFile>
 #include <QPlainTextEdit>
 #include <QPrintDialog>
 #include <QPrinter>

@@ -6,9 +6,6 @@
 #include <QDoubleSpinBox>
 #include <QGroupBox>
 #include <QLineEdit>
-#include <QLocale>
-#include <QScopeGuard>
-#include <QSpinBox>
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +19,6 @@ private Q_SLOTS:
 
     void tabFollowsTheScreen_data();
     void tabFollowsTheScreen();
-    void formatsAreItalian();
     void keypadPointTypesAComma();
 
 private:
@@ -112,21 +108,6 @@ void TestKeyboard::tabFollowsTheScreen()
             left.append(nameOf(widget));
     }
     QCOMPARE(left.join(u"; "_s), QString());
-}
-
-void TestKeyboard::formatsAreItalian()
-{
-    const QLocale before;
-    const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
-    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
-    const test::Document note(*workplace_, test::receipt());
-    QCOMPARE(note.shown(u"txtData"_s), u"16/03/2026"_s);
-    note.addArticle(u"TRA-0018"_s, u"1.234,5"_s, u"2,5"_s);
-    QCOMPARE(note.shown(u"lblTotaleDocumento"_s), u"€ 3.765,23"_s);
-    note.fillHeader();
-    note.save();
-    QCOMPARE(workplace_->lines(u"SELECT NOTE FROM MOVI_MAGA"_s),
-             QStringList({u"Bolla di carico n. 1 del 16/03/2026"_s}));
 }
 
 void TestKeyboard::keypadPointTypesAComma()

@@ -10,7 +10,6 @@
 
 #include <QFile>
 #include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QScopeGuard>
 

@@ -20,8 +20,6 @@ private Q_SLOTS:
     void init() { workplace_ = std::make_unique<test::Workplace>(); }
     void cleanup() { workplace_.reset(); }
 
-    void dialogs_data();
-    void dialogs();
     void articleFilters_data();
     void articleFilters();
     void categoryIncludesThoseBelow_data();
@@ -39,37 +37,6 @@ private:
 
     std::unique_ptr<test::Workplace> workplace_;
 };
-
-void TestSelectionDialogs::dialogs_data()
-{
-    QTest::addColumn<QString>("onShow"); // column and condition of what is loaded; empty for nothing
-    QTest::addColumn<bool>("returnsText");
-    QTest::newRow("Servizio") << QString() << false;
-    QTest::newRow("Cliente") << u"CODICE FROM CLIENTI WHERE UPPER(RAGIONESOCIALE) LIKE 'A%' ORDER BY "
-                                "UPPER(RAGIONESOCIALE)"_s
-                             << false;
-    QTest::newRow("NotaDocumenti") << u"TITOLO FROM NOTE_DOCUMENTI ORDER BY UPPER(TITOLO)"_s << false;
-    QTest::newRow("TipoPagamento") << u"TIPO_PAGAMENTO FROM TIPI_PAGAMENTO ORDER BY UPPER(TIPO_PAGAMENTO)"_s << true;
-}
-
-void TestSelectionDialogs::dialogs()
-{
-    QFETCH(QString, onShow);
-    QFETCH(bool, returnsText);
-    TMMGModSelezionaBase &dialog = this->dialog(QString::fromLatin1(QTest::currentDataTag()));
-    QCOMPARE(dialog.ApriSelezionato().id, -1);
-    dialog.show();
-    const QAbstractItemModel &model = *grid(dialog)->model();
-    QCOMPARE(test::columnTexts(grid(dialog), model.headerData(0, Qt::Horizontal).toString()),
-             onShow.isEmpty() ? QStringList() : workplace_->lines(u"SELECT "_s + onShow));
-    if (onShow.isEmpty())
-        test::press(&dialog, u"actCerca"_s);
-    QVERIFY(model.rowCount() > 0);
-    grid(dialog)->selectRow(0);
-    QVERIFY(dialog.ApriSelezionato().id > 0);
-    QCOMPARE(dialog.ApriSelezionato().testo, returnsText ? model.index(0, 0).data().toString() : QString());
-    test::press(&dialog, u"cmdAnnulla"_s);
-}
 
 void TestSelectionDialogs::articleFilters_data()
 {
