@@ -25,35 +25,18 @@ QString outputOf(const QString &program, const QStringList &arguments)
 
 QVariantMap documentHeader(const QVariantMap &changes)
 {
-    QVariantMap header = {{u"NUMERO"_s, 12},
-                          {u"ANNO"_s, 2026},
-                          {u"DATA"_s, QDate(2026, 3, 16)},
-                          {u"CLI_CODICE"_s, u"CLI000007"_s},
-                          {u"CLI_RAGIONESOCIALE"_s, u"Officine D'Amico & Figli"_s},
-                          {u"CLI_INDIRIZZO"_s, u"Via Garibaldi 8"_s},
-                          {u"CLI_CITTA"_s, u"Forlì"_s},
-                          {u"CLI_CAP"_s, u"47121"_s},
-                          {u"CLI_PROVINCIA"_s, u"FC"_s},
-                          {u"CLI_NAZIONE"_s, u"Italia"_s},
-                          {u"CLI_CODICEFISCALE"_s, u"DMCMRA70A01D704X"_s},
-                          {u"CLI_PARTITAIVA"_s, u"01234567890"_s},
-                          {u"DEST_RAGIONESOCIALE"_s, u"Cantiere nord"_s},
-                          {u"DEST_INDIRIZZO"_s, u"Via Roma 12"_s},
-                          {u"DEST_CITTA"_s, u"Cesena"_s},
-                          {u"DEST_CAP"_s, u"47521"_s},
-                          {u"VETT_CODICE"_s, u"VET000003"_s},
-                          {u"VETT_RAGIONESOCIALE"_s, u"Trasporti Veloci S.r.l."_s},
-                          {u"VETT_INDIRIZZO"_s, u"Viale dei Trasporti 5"_s},
-                          {u"VETT_CITTA"_s, u"Padova"_s},
-                          {u"TIPO_TRASPORTO"_s, u"A mezzo vettore"_s},
-                          {u"ASPETTO_BENI"_s, u"Scatole di cartone"_s},
-                          {u"CAUSALE_TRASPORTO"_s, u"Conto lavorazione"_s},
-                          {u"COLLI"_s, 14},
-                          {u"PESO"_s, 1234.5},
-                          {u"PESO_UM"_s, u"KG"_s},
-                          {u"DATA_INIZIO_TRASPORTO"_s, QDate(2026, 3, 17)},
-                          {u"ORA_INIZIO_TRASPORTO"_s, QTime(8, 45)},
-                          {u"NOTE"_s, u"Consegnare entro venerdì"_s}};
+    const QString columns =
+        u"NUMERO=12|ANNO=2026|DATA=2026-03-16|CLI_CODICE=CLI000007|CLI_RAGIONESOCIALE=Officine D'Amico & Figli|"
+        "CLI_INDIRIZZO=Via Garibaldi 8|CLI_CITTA=Forlì|CLI_CAP=47121|CLI_PROVINCIA=FC|CLI_NAZIONE=Italia|"
+        "CLI_CODICEFISCALE=DMCMRA70A01D704X|CLI_PARTITAIVA=01234567890|DEST_RAGIONESOCIALE=Cantiere nord|"
+        "DEST_INDIRIZZO=Via Roma 12|DEST_CITTA=Cesena|DEST_CAP=47521|VETT_CODICE=VET000003|"
+        "VETT_RAGIONESOCIALE=Trasporti Veloci S.r.l.|VETT_INDIRIZZO=Viale dei Trasporti 5|VETT_CITTA=Padova|"
+        "TIPO_TRASPORTO=A mezzo vettore|ASPETTO_BENI=Scatole di cartone|CAUSALE_TRASPORTO=Conto lavorazione|"
+        "COLLI=14|PESO=1234.5|PESO_UM=KG|DATA_INIZIO_TRASPORTO=2026-03-17|ORA_INIZIO_TRASPORTO=08:45:00|"
+        "NOTE=Consegnare entro venerdì"_s;
+    QVariantMap header;
+    for (const QString &column : columns.split(u'|'))
+        header.insert(column.section(u'=', 0, 0), column.section(u'=', 1));
     header.insert(changes);
     return header;
 }
@@ -135,11 +118,6 @@ QStringList pdfPages(const QString &file)
 QString pdfText(const QString &file)
 {
     return outputOf(u"pdftotext"_s, {u"-layout"_s, file, u"-"_s}).simplified();
-}
-
-QString pdfFacts(const QString &program, const QString &file)
-{
-    return outputOf(program, {file}).simplified();
 }
 
 } // namespace test

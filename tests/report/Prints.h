@@ -20,7 +20,5 @@ QString outputFile(const QString &name);
 QStringList pdfPages(const QString &file);
 /// All of it with single blanks.
 QString pdfText(const QString &file);
-/// What pdfinfo or pdffonts tell about a PDF.
-QString pdfFacts(const QString &program, const QString &file);
 
 } // namespace test

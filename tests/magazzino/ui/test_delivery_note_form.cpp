@@ -1,9 +1,6 @@
-#include "magazzino/uMMGModMagazzino.h"
-#include "platform/core/Error.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
-#include <QCheckBox>
 #include <QDateEdit>
 #include <QDoubleSpinBox>
 #include <QGroupBox>
@@ -23,19 +20,14 @@ private Q_SLOTS:
 
     void missingTaxDataIsAskedFor_data();
     void missingTaxDataIsAskedFor();
-    void addressee_data();
-    void addressee();
+    void supplierOutlivesChangesOfItsMasterRecord();
     void saveWritesTheHeader();
-    void carrier();
-    void startOfTransport();
     void everythingComesBack();
     void issueIsValuedAtTheAverageCost();
     void costOutlivesOpeningAndSaving();
-    void cancelledDialogsChangeNothing();
     void vanishedRecordsChangeNothing();
     void closingQuestion_data();
     void closingQuestion();
-    void closingAfterAFailedSave();
 
 private:
     test::Document &note() { return *note_; }
@@ -81,7 +73,6 @@ void TestDeliveryNoteForm::missingTaxDataIsAskedFor_data()
     QTest::newRow("neither, No") << u"Agostini Lucia"_s << true << core::Answer::No << false;
     QTest::newRow("neither, Yes") << u"Agostini Lucia"_s << true << core::Answer::Yes << true;
     QTest::newRow("tax code only") << u"Arredo Bagno Alpi S.r.l."_s << false << core::Answer::No << true;
-    QTest::newRow("VAT number only") << u"Azzurra Casalinghi S.n.c."_s << false << core::Answer::No << true;
 }
 
 void TestDeliveryNoteForm::missingTaxDataIsAskedFor()
@@ -91,8 +82,6 @@ void TestDeliveryNoteForm::missingTaxDataIsAskedFor()
     QFETCH(core::Answer, answer);
     QFETCH(bool, saved);
     workplace_->database().execute(u"UPDATE CLIENTI SET PARTITAIVA = '' WHERE RAGIONESOCIALE STARTING WITH 'Arredo'"_s);
-    workplace_->database().execute(
-        u"UPDATE CLIENTI SET CODICEFISCALE = NULL WHERE RAGIONESOCIALE STARTING 'Azzurra'"_s);
     note().fillHeader();
     note().choose(u"actSelezionaCliente"_s, test::choosing(customer));
     const QStringList before = note().stored();
@@ -106,48 +95,27 @@ void TestDeliveryNoteForm::missingTaxDataIsAskedFor()
     QCOMPARE(note().stored() == before, !saved);
 }
 
-void TestDeliveryNoteForm::addressee_data()
+void TestDeliveryNoteForm::supplierOutlivesChangesOfItsMasterRecord()
 {
-    QTest::addColumn<QString>("action");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<QString>("table");
-    QTest::addColumn<QString>("kind");
-    QTest::newRow("customer") << u"actSelezionaCliente"_s << u"Azzurra Casalinghi S.n.c."_s << u" Cliente "_s
-                              << u"CLIENTI"_s << u"0"_s;
-    QTest::newRow("supplier") << u"actSelezionaFornitore"_s << u"Acciaierie Brentane S.p.A."_s << u" Fornitore "_s
-                              << u"FORNITORI"_s << u"1"_s;
-}
-
-void TestDeliveryNoteForm::addressee()
-{
-    QFETCH(QString, action);
-    QFETCH(QString, name);
-    QFETCH(QString, caption);
-    QFETCH(QString, table);
-    QFETCH(QString, kind);
     const QString columns = u"CODICE, RAGIONESOCIALE, INDIRIZZO, CITTA, CAP, PROVINCIA, NAZIONE, CODICEFISCALE, "
                             "PARTITAIVA"_s;
-    const QString master = u"SELECT %1 FROM %2 WHERE RAGIONESOCIALE = '%3'"_s.arg(columns, table, name);
-    const QStringList copied = lines(master);
+    const QString name = u"Acciaierie Brentane S.p.A."_s;
+    const QStringList copied = lines(u"SELECT %1, 1 FROM FORNITORI WHERE RAGIONESOCIALE = '%2'"_s.arg(columns, name));
+    const QString stored =
+        u"SELECT CLI_"_s + QString(columns).replace(u", "_s, u", CLI_"_s) + u", TIPO_ANAGRAFICA FROM DDT_SCARICO"_s;
     note().fillHeader();
-    note().choose(action, test::choosing(name));
-    QCOMPARE(note().control<QGroupBox>(u"grpAnagrafica"_s)->title(), caption);
+    note().choose(u"actSelezionaFornitore"_s, test::choosing(name));
     note().save();
-    const QString stored = u"SELECT CLI_"_s + QString(columns).replace(u", "_s, u", CLI_"_s) + u" FROM DDT_SCARICO"_s;
     QCOMPARE(lines(stored), copied);
-    QCOMPARE(lines(u"SELECT TIPO_ANAGRAFICA FROM DDT_SCARICO"_s), QStringList({kind}));
-    // Later changes of the master record leave the note as it was.
-    workplace_->database().execute(u"UPDATE %1 SET INDIRIZZO = 'Altrove', CITTA = NULL"_s.arg(table));
+    workplace_->database().execute(u"UPDATE FORNITORI SET INDIRIZZO = 'Altrove', CITTA = NULL"_s);
     const int id = note().form().IdRecord();
     note().trigger(u"actNuovo"_s);
     QCOMPARE(note().control<QGroupBox>(u"grpAnagrafica"_s)->title(), u" Cliente "_s);
     note().form().ApriRecord(id);
-    QCOMPARE(note().control<QGroupBox>(u"grpAnagrafica"_s)->title(), caption);
+    QCOMPARE(note().control<QGroupBox>(u"grpAnagrafica"_s)->title(), u" Fornitore "_s);
     note().form().DataChanged();
     note().save();
     QCOMPARE(lines(stored), copied);
-    QCOMPARE(lines(u"SELECT TIPO_ANAGRAFICA FROM DDT_SCARICO"_s), QStringList({kind}));
 }
 
 void TestDeliveryNoteForm::saveWritesTheHeader()
@@ -176,57 +144,6 @@ void TestDeliveryNoteForm::saveWritesTheHeader()
                    "JOIN CAUSALI_TRASPORTO C ON C.IDCAUSALE_TRASPORTO = D.IDCAUSALE_TRASPORTO "
                    "AND C.CAUSALE_TRASPORTO = 'Vendita'"_s),
              QStringList({u"1"_s}));
-    // The unit of the weight may be taken back.
-    test::press(&note().form(), u"cmdSelezionaPesoUMAnnulla"_s);
-    note().save();
-    QCOMPARE(lines(u"SELECT COUNT(*) FROM DDT_SCARICO WHERE PESO_IDUM IS NULL AND PESO_UM IS NULL"_s),
-             QStringList({u"1"_s}));
-}
-
-void TestDeliveryNoteForm::carrier()
-{
-    workplace_->database().execute(
-        u"UPDATE VETTORI SET INDIRIZZO = NULL, CAP = '', PROVINCIA = 'XX', CITTA = 'Verona'"_s);
-    const auto stored = [this] {
-        return lines(u"SELECT VETT_CODICE, VETT_RAGIONESOCIALE, COALESCE(VETT_INDIRIZZO, 'NULL'), VETT_CITTA, "
-                     "COALESCE(VETT_CAP, 'NULL'), VETT_PROVINCIA, VETT_NAZIONE FROM DDT_SCARICO"_s)
-            .join(u' ');
-    };
-    const QString none = u"||NULL||NULL||"_s;
-    note().fillHeader();
-    note().save();
-    QCOMPARE(stored(), none);
-    note().choose(u"actSelezionaVettore"_s, test::choosing(u"Brenta Corriere S.r.l."_s, u"B"_s));
-    note().save();
-    QCOMPARE(stored(), u"V0002|Brenta Corriere S.r.l.|NULL|Verona|NULL|XX|Italia"_s);
-    test::press(&note().form(), u"cmdAnnullaSelezioneVettore"_s);
-    note().save();
-    QCOMPARE(stored(), none);
-}
-
-void TestDeliveryNoteForm::startOfTransport()
-{
-    auto *check = note().control<QCheckBox>(u"chkInizioTrasporto"_s);
-    auto *time = note().control<QTimeEdit>(u"txtOraInizioTrasporto"_s);
-    QVERIFY(!check->isChecked() && !time->isEnabled());
-    note().fillHeader();
-    check->setChecked(true);
-    QVERIFY(time->isEnabled());
-    note().control<QDateEdit>(u"txtDataInizioTrasporto"_s)->setDate(QDate(2026, 3, 20));
-    time->setTime(QTime(14, 5));
-    for (const bool checked : {true, false}) {
-        check->setChecked(checked);
-        note().save();
-        const int id = note().form().IdRecord();
-        note().trigger(u"actNuovo"_s);
-        note().form().ApriRecord(id);
-        QCOMPARE(check->isChecked(), checked);
-        QCOMPARE(note().flags(), u"stored"_s);
-        note().form().DataChanged();
-        note().save();
-        QCOMPARE(lines(u"SELECT DATA_INIZIO_TRASPORTO, ORA_INIZIO_TRASPORTO FROM DDT_SCARICO"_s),
-                 QStringList({checked ? u"2026-03-20|14:05:00.000"_s : u"|"_s}));
-    }
 }
 
 void TestDeliveryNoteForm::everythingComesBack()
@@ -319,17 +236,6 @@ void TestDeliveryNoteForm::costOutlivesOpeningAndSaving()
              QStringList({u"TRA-0018|1.23"_s, u"TRA-0012|4.56"_s}));
 }
 
-void TestDeliveryNoteForm::cancelledDialogsChangeNothing()
-{
-    for (const char *command :
-         {"actSelezionaCliente", "actSelezionaFornitore", "actSelezionaVettore", "cmdSelezionaTipoTrasporto",
-          "cmdSelezionaCausaleTrasporto", "cmdSelezionaPesoUM", "actAggiungiArticolo", "actAggiungiServizio"})
-        note().choose(QString::fromLatin1(command), [](QDialog &dialog) { dialog.reject(); });
-    QCOMPARE(workplace_->dialogs.verify(), QStringList());
-    QCOMPARE(note().flags(), u"new"_s);
-    QCOMPARE(note().grid()->model()->rowCount(), 0);
-}
-
 void TestDeliveryNoteForm::vanishedRecordsChangeNothing()
 {
     // Another workstation deletes the chosen record while the dialog shows it.
@@ -382,25 +288,6 @@ void TestDeliveryNoteForm::closingQuestion()
     QCOMPARE(workplace_->messages.verify(), QStringList());
     QCOMPARE(form.isNull(), closes);
     QCOMPARE(lines(u"SELECT COUNT(*) FROM DDT_SCARICO"_s), QStringList({saved}));
-}
-
-void TestDeliveryNoteForm::closingAfterAFailedSave()
-{
-    note().fillHeader();
-    data::Connection &connection = *workplace_->module().ModADOConn;
-    connection.setStatementHook([](const QString &sql) {
-        if (sql == u"COMMIT"_s)
-            throw core::Error(u"rifiutato"_s);
-    });
-    const QPointer<QWidget> form = &note().form();
-    workplace_->messages.expectError(u"Si è verificato un errore durante il salvataggio dei dati!"_s);
-    note().save();
-    connection.setStatementHook({});
-    // The note counts as saved, so nothing is asked; this is intended.
-    note().trigger(u"actChiudi"_s);
-    QCOMPARE(workplace_->messages.verify(), QStringList());
-    QVERIFY(form.isNull());
-    QCOMPARE(lines(u"SELECT COUNT(*) FROM DDT_SCARICO"_s), QStringList({u"0"_s}));
 }
 
 static const test::Registered<TestDeliveryNoteForm> registered;

@@ -6,9 +6,6 @@
 #include <QDoubleSpinBox>
 #include <QGroupBox>
 #include <QLineEdit>
-#include <QLocale>
-#include <QScopeGuard>
-#include <QSpinBox>
 
 using namespace Qt::StringLiterals;
 
@@ -22,12 +19,7 @@ private Q_SLOTS:
 
     void tabFollowsTheScreen_data();
     void tabFollowsTheScreen();
-    void formatsAreItalian();
     void keypadPointTypesAComma();
-    void shortcutsWorkInsideTheForm();
-    void descriptionTakesSeveralLines();
-    void escapeLeavesTheCellAsItWas();
-    void copyInAnEmptyGridDoesNothing();
 
 private:
     static const test::DocumentNames &names();
@@ -118,31 +110,6 @@ void TestKeyboard::tabFollowsTheScreen()
     QCOMPARE(left.join(u"; "_s), QString());
 }
 
-void TestKeyboard::formatsAreItalian()
-{
-    const QLocale before;
-    const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
-    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
-    const test::Document note(*workplace_, test::receipt());
-    auto *weight = note.control<QDoubleSpinBox>(u"txtPeso"_s);
-    weight->setFocus();
-    weight->selectAll();
-    test::type(weight, u"1234,5"_s);
-    QTest::keyClick(weight, Qt::Key_Tab);
-    QCOMPARE(weight->value(), 1234.5);
-    QCOMPARE(weight->text(), u"1.234,50"_s);
-    QCOMPARE(note.shown(u"txtData"_s), u"16/03/2026"_s);
-    note.addArticle(u"TRA-0018"_s, u"1.234,5"_s, u"2,5"_s);
-    QCOMPARE(test::cellText(note.grid(), 0, u"Importo"_s), u"€ 3.086,25"_s);
-    QCOMPARE(note.shown(u"lblTotaleDocumento"_s), u"€ 3.765,23"_s);
-    note.fillHeader();
-    note.save();
-    QCOMPARE(workplace_->lines(u"SELECT PESO, TOTALE_DOCUMENTO FROM BOLLE_CARICO"_s),
-             QStringList({u"1234.5|3765.23"_s}));
-    QCOMPARE(workplace_->lines(u"SELECT NOTE FROM MOVI_MAGA"_s),
-             QStringList({u"Bolla di carico n. 1 del 16/03/2026"_s}));
-}
-
 void TestKeyboard::keypadPointTypesAComma()
 {
     const test::Document note(*workplace_, test::receipt());
@@ -162,73 +129,6 @@ void TestKeyboard::keypadPointTypesAComma()
     QTest::keyClick(editor, Qt::Key_Enter, Qt::KeypadModifier);
     test::settle();
     QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), u"3,50"_s);
-}
-
-void TestKeyboard::shortcutsWorkInsideTheForm()
-{
-    const test::Document note(*workplace_, test::deliveryNote());
-    workplace_->dialogs.expect(test::choosing(u"Arredo Bagno Alpi S.r.l."_s));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_L, Qt::ControlModifier);
-    QCOMPARE(note.shown(u"lblRagioneSociale"_s), u"Arredo Bagno Alpi S.r.l."_s);
-    note.fillHeader();
-    note.showPage(1);
-    note.grid()->setFocus();
-    workplace_->dialogs.expect(test::choosingArticle(u"TRA-0018"_s));
-    QTest::keyClick(note.grid(), Qt::Key_Insert, Qt::ControlModifier);
-    QCOMPARE(note.grid()->model()->rowCount(), 1);
-    QCOMPARE(note.grid()->currentIndex().column(), test::columnOf(note.grid(), u"Prezzo"_s));
-    // Also while a cell is being typed into.
-    QTest::keyClick(note.grid(), Qt::Key_9);
-    QTest::keyClick(test::control<QLineEdit>(note.grid(), u"editorRiga"_s), Qt::Key_S, Qt::ControlModifier);
-    QCOMPARE(workplace_->lines(u"SELECT PREZZO FROM DDT_SCARICO_DETT"_s), QStringList({u"9"_s}));
-    workplace_->messages.expectQuestion(u"Eliminare la riga selezionata?"_s, core::Answer::Yes);
-    note.grid()->setFocus();
-    QTest::keyClick(note.grid(), Qt::Key_Delete, Qt::ControlModifier);
-    QCOMPARE(workplace_->messages.verify(), QStringList());
-    QCOMPARE(note.grid()->model()->rowCount(), 0);
-}
-
-void TestKeyboard::descriptionTakesSeveralLines()
-{
-    const test::Document note(*workplace_, test::deliveryNote());
-    note.fillHeader();
-    note.showPage(1);
-    note.trigger(u"actAggiungiTesto"_s);
-    auto *editor = test::control<QWidget>(note.grid(), u"editorRiga"_s);
-    QCOMPARE(editor->width(), note.grid()->visualRect(note.grid()->currentIndex()).width());
-    const int height = note.grid()->rowHeight(0);
-    test::type(editor, u"prima"_s);
-    QTest::keyClick(editor, Qt::Key_Return);
-    test::type(editor, u"è l'ultima"_s);
-    // Saving ends the edit.
-    note.save();
-    QCOMPARE(workplace_->lines(u"SELECT DESCRIZIONE FROM DDT_SCARICO_DETT"_s), QStringList({u"prima\nè l'ultima"_s}));
-    QVERIFY(note.grid()->rowHeight(0) > height);
-}
-
-void TestKeyboard::escapeLeavesTheCellAsItWas()
-{
-    const test::Document note(*workplace_, test::receipt());
-    note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
-    note.form().SetModified(false);
-    note.grid()->select(0, RowColumn::Quantita);
-    QTest::keyClick(note.grid(), Qt::Key_7);
-    QTest::keyClick(test::control<QLineEdit>(note.grid(), u"editorRiga"_s), Qt::Key_Escape);
-    test::settle();
-    QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), u"10,00"_s);
-    QVERIFY(!note.form().Modified());
-}
-
-void TestKeyboard::copyInAnEmptyGridDoesNothing()
-{
-    const test::Document note(*workplace_, test::receipt());
-    note.showPage(1);
-    QTest::keyClick(note.grid(), Qt::Key_C, Qt::ControlModifier);
-    note.choose(u"actAggiungiArticolo"_s, [](QDialog &dialog) {
-        QTest::keyClick(test::control<QTableView>(&dialog, u"gridRisultati"_s), Qt::Key_C, Qt::ControlModifier);
-        dialog.reject();
-    });
-    QCOMPARE(note.flags(), u"new"_s);
 }
 
 static const test::Registered<TestKeyboard> registered;

@@ -2,11 +2,8 @@
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
-#include <QComboBox>
 #include <QDateEdit>
-#include <QDoubleSpinBox>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QSpinBox>
 
 using namespace Qt::StringLiterals;
@@ -19,18 +16,14 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void newDocument();
-    void saveWritesTheHeader();
     void saveWritesRowsAndMovements();
     void cells_data();
     void cells();
     void saveTakesWhatIsStillTyped_data();
     void saveTakesWhatIsStillTyped();
-    void otherRowTypesAreShownEditedAndKept();
+    void otherRowTypesAreEditedAndKept();
     void rowsComeBackInTheirOrder();
     void rowCommands();
-    void missingValuesLoadAsEmpty();
-    void storedReasonOutlivesItsTable();
     void questionBeforeLosingChanges_data();
     void questionBeforeLosingChanges();
     void missingDocumentLeavesTheHeader();
@@ -75,42 +68,6 @@ void TestReceiptForm::insertReceipt(int number, int year) const
         {number, QDate(year, 1, 1), year});
 }
 
-void TestReceiptForm::newDocument()
-{
-    insertReceipt(7, 2026);
-    insertReceipt(90, 2025);
-    note().trigger(u"actNuovo"_s);
-    QCOMPARE(note().shown(u"txtNumero"_s), u"8"_s);
-    QCOMPARE(note().shown(u"txtData"_s), u"16/03/2026"_s);
-    QCOMPARE(totals(), u"€ 0,00|€ 0,00|€ 0,00"_s);
-    QCOMPARE(note().grid()->model()->rowCount(), 0);
-    QCOMPARE(note().flags(), u"new"_s);
-    QCOMPARE(note().form().IdRecord(), -1);
-}
-
-void TestReceiptForm::saveWritesTheHeader()
-{
-    note().fillHeader();
-    note().control<QSpinBox>(u"txtNumero"_s)->setValue(12);
-    note().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2025, 12, 31));
-    note().control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Scatole d'avanzo"_s);
-    note().control<QSpinBox>(u"txtColli"_s)->setValue(3);
-    note().control<QDoubleSpinBox>(u"txtPeso"_s)->setValue(24.56);
-    note().control<QComboBox>(u"txtPesoUm"_s)->setCurrentText(u"KG"_s);
-    note().control<QPlainTextEdit>(u"txtNote"_s)->setPlainText(u"perché\ncosì"_s);
-    note().addArticle(u"TRA-0018"_s, u"2,00"_s, u"10"_s);
-    note().save();
-    QCOMPARE(
-        lines(u"SELECT NUMERO, DATA, ANNO, ASPETTO_BENI, TIPO_TRASPORTO, CAUSALE_TRASPORTO, COLLI, PESO, PESO_UM, "
-              "TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTE FROM BOLLE_CARICO"_s),
-        QStringList({u"12|2025-12-31|2025|Scatole d'avanzo|Mittente|Vendita|3|24.56|KG|20|4.4|24.4|perché\ncosì"_s}));
-    QCOMPARE(lines(u"SELECT COUNT(*) FROM BOLLE_CARICO B JOIN UM ON UM.IDUM = B.PESO_IDUM AND UM.UM = 'KG' "
-                   "JOIN TIPI_TRASPORTO T ON T.IDTIPO_TRASPORTO = B.IDTIPO_TRASPORTO AND T.TIPO_TRASPORTO = 'Mittente' "
-                   "JOIN CAUSALI_TRASPORTO C ON C.IDCAUSALE_TRASPORTO = B.IDCAUSALE_TRASPORTO "
-                   "AND C.CAUSALE_TRASPORTO = 'Vendita' JOIN FORNITORI F ON F.CODICE = B.FOR_CODICE"_s),
-             QStringList({u"1"_s}));
-}
-
 void TestReceiptForm::saveWritesRowsAndMovements()
 {
     note().fillHeader();
@@ -147,15 +104,12 @@ void TestReceiptForm::cells_data()
     QTest::addColumn<bool>("unreadable");
     const QString cost = u"Costo"_s;
     const QString quantity = u"Q.tà"_s;
-    QTest::newRow("cost with comma") << cost << u"7,5"_s << u"€ 7,50"_s << false;
     QTest::newRow("cost with thousands") << cost << u"1.234,5"_s << u"€ 1.234,50"_s << false;
     QTest::newRow("cost half a cent") << cost << u"1,005"_s << u"€ 1,01"_s << false;
-    QTest::newRow("negative cost") << cost << u"-1"_s << u"€ 2,00"_s << false;
     QTest::newRow("cost too large for its column") << cost << u"100000000000"_s << u"€ 2,00"_s << false;
     QTest::newRow("text as cost") << cost << u"due"_s << u"€ 2,00"_s << true;
     QTest::newRow("quantity") << quantity << u"3,25"_s << u"3,25"_s << false;
     QTest::newRow("quantity 0") << quantity << u"0"_s << u"10,00"_s << false;
-    QTest::newRow("quantity that rounds to 0") << quantity << u"0,004"_s << u"10,00"_s << false;
     QTest::newRow("negative quantity") << quantity << u"-3"_s << u"10,00"_s << false;
 }
 
@@ -184,7 +138,6 @@ void TestReceiptForm::saveTakesWhatIsStillTyped_data()
     QTest::addColumn<QString>("quantity");
     QTest::newRow("readable") << u"7"_s << QString() << u"7"_s;
     QTest::newRow("unreadable") << u"sette"_s << u"\"sette\" non è un numero valido."_s << QString();
-    QTest::newRow("refused") << u"0"_s << QString() << QString();
 }
 
 void TestReceiptForm::saveTakesWhatIsStillTyped()
@@ -207,7 +160,7 @@ void TestReceiptForm::saveTakesWhatIsStillTyped()
     QCOMPARE(note().form().Modified(), quantity.isEmpty());
 }
 
-void TestReceiptForm::otherRowTypesAreShownEditedAndKept()
+void TestReceiptForm::otherRowTypesAreEditedAndKept()
 {
     note().fillHeader();
     note().addArticle(u"TRA-0018"_s, u"10"_s, u"1"_s);
@@ -227,20 +180,8 @@ void TestReceiptForm::otherRowTypesAreShownEditedAndKept()
     note().showPage(1);
     // As stored, not recomputed.
     QCOMPARE(totals(), u"€ 10,00|€ 2,20|€ 12,20"_s);
-    const QTableView *grid = note().grid();
-    QCOMPARE(test::columnTexts(grid, u"Codice"_s),
-             QStringList({u"TRA-0018"_s, QString(), u"COD"_s, QString(), u"COD"_s}));
-    QCOMPARE(test::columnTexts(grid, u"Costo"_s),
+    QCOMPARE(test::columnTexts(note().grid(), u"Costo"_s),
              QStringList({u"€ 10,00"_s, u"€ 5,00"_s, u"€ 7,00"_s, QString(), u"€ 0,00"_s}));
-    QCOMPARE(test::columnTexts(grid, u"Q.tà"_s), QStringList({u"1,00"_s, u"2,00"_s, u"2,00"_s, QString(), u"2,00"_s}));
-    QString editable;
-    for (int row = 0; row < 5; ++row) {
-        for (int column = 0; column < grid->model()->columnCount(); ++column)
-            editable += grid->model()->index(row, column).flags().testFlag(Qt::ItemIsEditable) ? u'x' : u'.';
-        editable += u' ';
-    }
-    QCOMPARE(editable, u"..xx... .xxx... ..xx... .x..... ..xx... "_s);
-
     test::typeIntoCell(note().grid(), 1, u"Descrizione"_s, u"Cauzione d'uso"_s);
     test::typeIntoCell(note().grid(), 1, u"Q.tà"_s, u"3"_s);
     // The unknown rate counts for the base and not for the tax.
@@ -298,60 +239,21 @@ void TestReceiptForm::rowCommands()
     QCOMPARE(totals(), u"€ 3,00|€ 0,66|€ 3,66"_s);
 }
 
-void TestReceiptForm::missingValuesLoadAsEmpty()
-{
-    note().fillHeader();
-    note().control<QSpinBox>(u"txtColli"_s)->setValue(3);
-    note().control<QDoubleSpinBox>(u"txtPeso"_s)->setValue(2);
-    note().control<QComboBox>(u"txtPesoUm"_s)->setCurrentText(u"KG"_s);
-    note().save();
-    workplace_->database().execute(u"UPDATE BOLLE_CARICO SET COLLI = NULL, PESO = NULL, PESO_IDUM = NULL, PESO_UM = "
-                                   "NULL, FOR_CITTA = NULL, NOTE = NULL, ASPETTO_BENI = NULL"_s);
-    note().form().ApriRecord(note().form().IdRecord());
-    QCOMPARE(note().shown(u"txtColli"_s) + u'|' + note().shown(u"txtPeso"_s) + u'|' + note().shown(u"txtPesoUm"_s),
-             u"0|0,00|"_s);
-    QCOMPARE(note().shown(u"lblCitta"_s), u"..."_s);
-    QCOMPARE(note().shown(u"txtNote"_s) + note().shown(u"txtAspettoBeni"_s), QString());
-    QCOMPARE(note().flags(), u"stored"_s);
-}
-
-void TestReceiptForm::storedReasonOutlivesItsTable()
-{
-    note().fillHeader();
-    note().save();
-    const int id = note().form().IdRecord();
-    const QStringList stored = lines(u"SELECT IDCAUSALE_TRASPORTO, CAUSALE_TRASPORTO FROM BOLLE_CARICO"_s);
-    note().trigger(u"actChiudi"_s);
-    workplace_->database().execute(u"DELETE FROM CAUSALI_TRASPORTO WHERE CAUSALE_TRASPORTO = 'Vendita'"_s);
-    const test::Document reopened(*workplace_, test::receipt());
-    reopened.form().ApriRecord(id);
-    QCOMPARE(reopened.shown(u"txtCausaleTrasporto"_s), u"Vendita"_s);
-    reopened.form().DataChanged();
-    reopened.save();
-    QCOMPARE(lines(u"SELECT IDCAUSALE_TRASPORTO, CAUSALE_TRASPORTO FROM BOLLE_CARICO"_s), stored);
-}
-
 void TestReceiptForm::questionBeforeLosingChanges_data()
 {
     QTest::addColumn<QString>("action");
     QTest::newRow("new") << u"actNuovo"_s;
-    QTest::newRow("close") << u"actChiudi"_s;
     QTest::newRow("quit") << u"actEsci"_s;
-    QTest::newRow("load") << QString();
 }
 
 void TestReceiptForm::questionBeforeLosingChanges()
 {
     QFETCH(QString, action);
-    insertReceipt(7, 2026);
-    const int other = lines(u"SELECT IDBOLLA_CARICO FROM BOLLE_CARICO"_s).value(0).toInt();
     note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
     note().fillHeader();
     const QPointer<QWidget> form = &note().form();
     const auto leave = [&] {
-        if (action.isEmpty())
-            note().form().ApriRecord(other);
-        else if (action == u"actEsci"_s)
+        if (action == u"actEsci"_s)
             test::trigger(&workplace_->window(), action);
         else
             note().trigger(action);
@@ -370,9 +272,9 @@ void TestReceiptForm::questionBeforeLosingChanges()
     QCOMPARE(messages.verify(), QStringList());
     if (form) {
         QCOMPARE(note().grid()->model()->rowCount(), 0);
-        QCOMPARE(note().flags(), action.isEmpty() ? u"stored"_s : u"new"_s);
+        QCOMPARE(note().flags(), u"new"_s);
     }
-    QCOMPARE(form.isNull(), action == u"actChiudi"_s || action == u"actEsci"_s);
+    QCOMPARE(form.isNull(), action == u"actEsci"_s);
 }
 
 void TestReceiptForm::missingDocumentLeavesTheHeader()

@@ -9,7 +9,6 @@
 
 #include <QLineEdit>
 #include <QTableView>
-#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -21,19 +20,11 @@ private Q_SLOTS:
     void init() { workplace_ = std::make_unique<test::Workplace>(); }
     void cleanup() { workplace_.reset(); }
 
-    void dialogs_data();
-    void dialogs();
-    void letterBar();
     void articleFilters_data();
     void articleFilters();
     void categoryIncludesThoseBelow_data();
     void categoryIncludesThoseBelow();
     void okWithoutARowWarnsAndStaysOpen();
-    void doubleClickChoosesARowOnly();
-    void cancelClosesWithoutAsking();
-    void filtersAndRowsStayBetweenUses();
-    void listsLoadedOnShowAreCurrent();
-    void resetEmptiesTheFiltersOnly();
     void failedSearchIsShown();
 
 private:
@@ -43,82 +34,15 @@ private:
     }
     QTableView *grid(const QWidget &dialog) const { return test::control<QTableView>(&dialog, u"gridRisultati"_s); }
     QStringList codes(const QWidget &dialog) const { return test::columnTexts(grid(dialog), u"Codice"_s); }
-    void clickLetter(const QWidget &dialog, const QString &letter) const;
 
     std::unique_ptr<test::Workplace> workplace_;
 };
-
-void TestSelectionDialogs::clickLetter(const QWidget &dialog, const QString &letter) const
-{
-    const QList<QToolButton *> buttons =
-        test::control<QWidget>(&dialog, u"BarraRicerca"_s)->findChildren<QToolButton *>();
-    for (QToolButton *button : buttons) {
-        if (button->text() == letter)
-            button->click();
-    }
-}
-
-void TestSelectionDialogs::dialogs_data()
-{
-    QTest::addColumn<QString>("onShow"); // column and condition of what is loaded; empty for nothing
-    QTest::addColumn<bool>("returnsText");
-    const QString letterA = u" WHERE UPPER(RAGIONESOCIALE) LIKE 'A%' ORDER BY UPPER(RAGIONESOCIALE)"_s;
-    QTest::newRow("Articolo") << QString() << false;
-    QTest::newRow("Servizio") << QString() << false;
-    QTest::newRow("Cliente") << u"CODICE FROM CLIENTI"_s + letterA << false;
-    QTest::newRow("Fornitore") << u"CODICE FROM FORNITORI"_s + letterA << false;
-    QTest::newRow("Vettore") << QString() << false;
-    QTest::newRow("NotaDocumenti") << u"TITOLO FROM NOTE_DOCUMENTI ORDER BY UPPER(TITOLO)"_s << false;
-    const auto pairs = [](const char *name, const QString &table, const QString &column, bool returnsText) {
-        QTest::newRow(name) << u"%1 FROM %2 ORDER BY UPPER(%1)"_s.arg(column, table) << returnsText;
-    };
-    pairs("CausaleMagazzino", u"CAUSALI_MAGA"_s, u"CAUSALE_MAGA"_s, false);
-    pairs("CausaleTrasporto", u"CAUSALI_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, false);
-    pairs("TipoPagamento", u"TIPI_PAGAMENTO"_s, u"TIPO_PAGAMENTO"_s, true);
-    pairs("TipoTrasporto", u"TIPI_TRASPORTO"_s, u"TIPO_TRASPORTO"_s, true);
-    pairs("UM", u"UM"_s, u"UM"_s, true);
-}
-
-void TestSelectionDialogs::dialogs()
-{
-    QFETCH(QString, onShow);
-    QFETCH(bool, returnsText);
-    TMMGModSelezionaBase &dialog = this->dialog(QString::fromLatin1(QTest::currentDataTag()));
-    QCOMPARE(dialog.ApriSelezionato().id, -1);
-    dialog.show();
-    const QAbstractItemModel &model = *grid(dialog)->model();
-    QCOMPARE(test::columnTexts(grid(dialog), model.headerData(0, Qt::Horizontal).toString()),
-             onShow.isEmpty() ? QStringList() : workplace_->lines(u"SELECT "_s + onShow));
-    if (onShow.isEmpty())
-        test::press(&dialog, u"actCerca"_s);
-    QVERIFY(model.rowCount() > 0);
-    grid(dialog)->selectRow(0);
-    QVERIFY(dialog.ApriSelezionato().id > 0);
-    QCOMPARE(dialog.ApriSelezionato().testo, returnsText ? model.index(0, 0).data().toString() : QString());
-    test::press(&dialog, u"cmdAnnulla"_s);
-}
-
-void TestSelectionDialogs::letterBar()
-{
-    workplace_->database().execute(
-        u"INSERT INTO VETTORI(CODICE, RAGIONESOCIALE) VALUES('ZZ-20-CARATTERI-ABCD', 'brìc à brac')"_s);
-    const QString all = u"SELECT CODICE FROM VETTORI %1 ORDER BY UPPER(RAGIONESOCIALE)"_s;
-    TMMGModSelezionaBase &dialog = this->dialog(u"Vettore"_s);
-    dialog.show();
-    clickLetter(dialog, u"B"_s);
-    QCOMPARE(codes(dialog), workplace_->lines(all.arg(u"WHERE UPPER(RAGIONESOCIALE) STARTING WITH 'B'"_s)));
-    QVERIFY(codes(dialog).contains(u"ZZ-20-CARATTERI-ABCD"_s));
-    clickLetter(dialog, u"*"_s);
-    QCOMPARE(codes(dialog), workplace_->lines(all.arg(QString())));
-    dialog.reject();
-}
 
 void TestSelectionDialogs::articleFilters_data()
 {
     QTest::addColumn<QString>("code");
     QTest::addColumn<QString>("description");
     QTest::addColumn<QString>("found");
-    QTest::newRow("code, other case, in the middle") << u"ra-001"_s << QString() << u"TRA-0012|TRA-0018"_s;
     QTest::newRow("both") << u"tra"_s << u"18 V"_s << u"TRA-0018"_s;
     QTest::newRow("apostrophe") << QString() << u"l'acqua \"x"_s << u"ZZ'1"_s;
     QTest::newRow("per cent is no wildcard") << QString() << u"100%"_s << u"ZZ%2"_s;
@@ -152,7 +76,6 @@ void TestSelectionDialogs::categoryIncludesThoseBelow_data()
     QTest::addColumn<QString>("category");
     QTest::addColumn<QString>("code");
     QTest::addColumn<int>("count");
-    QTest::newRow("root") << u"Articolo"_s << u"Tutte le categorie"_s << QString() << 155;
     QTest::newRow("three levels") << u"Articolo"_s << u"Ferramenta"_s << QString() << 50;
     QTest::newRow("with a code") << u"Articolo"_s << u"Ferramenta"_s << u"vit"_s << 5;
     QTest::newRow("services") << u"Servizio"_s << u"Trasporto"_s << QString() << 5;
@@ -191,87 +114,6 @@ void TestSelectionDialogs::okWithoutARowWarnsAndStaysOpen()
     test::press(&dialog, u"cmdOk"_s);
     QVERIFY(!dialog.isVisible());
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
-}
-
-void TestSelectionDialogs::doubleClickChoosesARowOnly()
-{
-    TMMGModSelezionaBase &dialog = this->dialog(u"TipoTrasporto"_s);
-    dialog.show();
-    test::settle();
-    QTableView *rows = grid(dialog);
-    const QPoint beside = rows->viewport()->rect().bottomRight() - QPoint(5, 5);
-    QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, beside);
-    QTest::mouseDClick(rows->viewport(), Qt::LeftButton, {}, beside);
-    QVERIFY(dialog.isVisible());
-    const QPoint lastRow = rows->visualRect(rows->model()->index(2, 0)).center();
-    QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, lastRow);
-    QTest::mouseDClick(rows->viewport(), Qt::LeftButton, {}, lastRow);
-    QVERIFY(!dialog.isVisible());
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QCOMPARE(dialog.ApriSelezionato().testo, u"Vettore"_s);
-}
-
-void TestSelectionDialogs::cancelClosesWithoutAsking()
-{
-    TMMGModSelezionaBase &dialog = this->dialog(u"Cliente"_s);
-    for (const bool byKey : {true, false}) {
-        dialog.show();
-        if (byKey)
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        else
-            test::press(&dialog, u"cmdAnnulla"_s);
-        QVERIFY(!dialog.isVisible());
-        QCOMPARE(dialog.result(), int(QDialog::Rejected));
-    }
-}
-
-void TestSelectionDialogs::filtersAndRowsStayBetweenUses()
-{
-    TMMGModSelezionaBase &dialog = this->dialog(u"Articolo"_s);
-    dialog.show();
-    auto *filter = test::control<QLineEdit>(&dialog, u"txtCodice"_s);
-    test::type(filter, u"tra-00"_s);
-    QTest::keyClick(filter, Qt::Key_Return); // searches and leaves the dialog open
-    QVERIFY(dialog.isVisible());
-    grid(dialog)->selectRow(1);
-    test::press(&dialog, u"cmdAnnulla"_s);
-    const int key = dialog.ApriSelezionato().id;
-    dialog.show();
-    QCOMPARE(filter->text(), u"tra-00"_s);
-    QCOMPARE(codes(dialog).size(), 4);
-    QCOMPARE(dialog.ApriSelezionato().id, key);
-    dialog.reject();
-}
-
-void TestSelectionDialogs::listsLoadedOnShowAreCurrent()
-{
-    TMMGModSelezionaBase &dialog = this->dialog(u"UM"_s);
-    dialog.show();
-    dialog.reject();
-    workplace_->database().execute(u"INSERT INTO UM(UM) VALUES('AAA')"_s);
-    dialog.show();
-    QCOMPARE(test::cellText(grid(dialog), 0, u"Unità di misura"_s), u"AAA"_s);
-    QCOMPARE(dialog.ApriSelezionato().id, -1);
-    dialog.reject();
-}
-
-void TestSelectionDialogs::resetEmptiesTheFiltersOnly()
-{
-    TMMGModSelezionaBase &dialog = this->dialog(u"Articolo"_s);
-    dialog.show();
-    test::control<QLineEdit>(&dialog, u"txtCodice"_s)->setText(u"tra"_s);
-    test::control<QLineEdit>(&dialog, u"txtDescrizione"_s)->setText(u"18 V"_s);
-    auto *tree = test::control<CategoryTree>(&dialog, u"txtCategoria"_s);
-    test::press(&dialog, u"actCerca"_s);
-    tree->setCurrentIndex(1);
-    workplace_->database().execute(u"INSERT INTO CATEGORIE_ANA_MAGA(CATEGORIA) VALUES('Abbigliamento')"_s);
-    test::press(&dialog, u"actRipristina"_s);
-    QCOMPARE(test::shown(&dialog, u"txtCodice"_s), QString());
-    QCOMPARE(test::shown(&dialog, u"txtDescrizione"_s), QString());
-    QCOMPARE(test::shown(&dialog, u"txtCategoria"_s).trimmed(), u"Tutte le categorie"_s);
-    QCOMPARE(tree->itemText(1).trimmed(), u"Abbigliamento"_s);
-    QCOMPARE(codes(dialog), QStringList({u"TRA-0018"_s}));
-    dialog.reject();
 }
 
 void TestSelectionDialogs::failedSearchIsShown()
