@@ -27,8 +27,11 @@ private Q_SLOTS:
     void keyTakenMeanwhileIsLeftAlone();
     void numberTakenMeanwhileIsNoticed_data() { kinds(); }
     void numberTakenMeanwhileIsNoticed();
+    void deletingAfterAFailedFirstSaveDeletesNothing_data() { kinds(); }
+    void deletingAfterAFailedFirstSaveDeletesNothing();
     void refusedDeletionIsTold_data() { kinds(); }
     void refusedDeletionIsTold();
+    void loadedNoteForgetsTheFailedSave();
     void failedLoadLeavesNothingToSave_data() { kinds(); }
     void failedLoadLeavesNothingToSave();
 
@@ -218,6 +221,19 @@ void TestFailedSaves::numberTakenMeanwhileIsNoticed()
     QCOMPARE(lines(u"SELECT NUMERO FROM "_s + names().table), QStringList({u"1"_s}));
 }
 
+void TestFailedSaves::deletingAfterAFailedFirstSaveDeletesNothing()
+{
+    const test::Document note(*workplace_, names());
+    note.fillHeader();
+    failFirstSave(note);
+    insertOther(names(), 50);
+    const QStringList before = note.stored();
+    note.trigger(u"actElimina"_s);
+    QCOMPARE(note.stored(), before);
+    QCOMPARE(note.flags(), u"new"_s);
+    QCOMPARE(note.form().IdRecord(), -1);
+}
+
 void TestFailedSaves::refusedDeletionIsTold()
 {
     const test::Document note(*workplace_, names());
@@ -241,6 +257,19 @@ void TestFailedSaves::refusedDeletionIsTold()
         QCOMPARE(note.flags(), u"stored"_s);
         QCOMPARE(note.grid()->model()->rowCount(), 1);
     }
+}
+
+void TestFailedSaves::loadedNoteForgetsTheFailedSave()
+{
+    const test::Document note(*workplace_, test::deliveryNote());
+    const int stored = insertOther(test::deliveryNote(), 50);
+    note.fillHeader();
+    failFirstSave(note);
+    note.form().ApriRecord(stored);
+    QCOMPARE(note.shown(u"lblCodice"_s), u"ALTRO"_s);
+    workplace_->messages.expectQuestion(u"Confermare l'eliminazione?"_s, core::Answer::Yes);
+    note.trigger(u"actElimina"_s);
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM DDT_SCARICO"_s), QStringList({u"0"_s}));
 }
 
 void TestFailedSaves::failedLoadLeavesNothingToSave()

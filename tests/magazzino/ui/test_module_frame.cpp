@@ -4,14 +4,17 @@
 #include "host/ui/MainWindow.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Error.h"
+#include "platform/report/Report.h"
 #include "tests/support/Controls.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/Workplace.h"
 
 #include <QFile>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QScopeGuard>
+#include <QToolBar>
 
 using namespace Qt::StringLiterals;
 
@@ -40,7 +43,11 @@ class TestModuleFrame : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void itemsAreMergedInTheirOrder();
+    void missingHostMenus();
+    void connectionComesFromTheFirstOfTheMainForm();
     void startWithoutHostConnectionIsReported();
+    void startWithoutReportFileGoesOn();
     void actionTwiceGivesOneWindow();
     void failedFormIsMadeAtTheNextRun();
     void brokenLibraryIsReportedOnce();
@@ -54,12 +61,57 @@ QMenu *hostMenu(const test::Workplace &workplace, const QString &name)
     return workplace.window().menuBar()->findChild<QMenu *>(name);
 }
 
+QStringList captions(const QList<QAction *> &actions)
+{
+    QStringList texts;
+    for (const QAction *action : actions)
+        texts.append(action->isSeparator() ? u"-"_s : action->text());
+    return texts;
+}
+
 int openWindows(const test::Workplace &workplace)
 {
     return static_cast<int>(workplace.window().findChild<QMdiArea *>()->subWindowList().size());
 }
 
 } // namespace
+
+void TestModuleFrame::itemsAreMergedInTheirOrder()
+{
+    const test::Workplace workplace;
+    QCOMPARE(captions(hostMenu(workplace, u"mnDocumenti"_s)->actions()).join(u'|'),
+             u"D.d.T. di scarico|-|Fatture Accompagnatorie|-"_s);
+    const QToolBar *documents = workplace.window().commonToolBar(TKxCommonToolBars::Documenti);
+    QCOMPARE(captions(documents->actions()), QStringList({u"Fatt. Acc."_s, u"Bolle di carico"_s, u"D.d.T."_s}));
+    QVERIFY(documents->isVisible());
+}
+
+void TestModuleFrame::missingHostMenus()
+{
+    // Only the menus that the module cannot do without are made anew.
+    for (const auto &[menu, created] : {std::pair(u"mnDocumenti"_s, u"Documenti"_s), {u"mnTabelle"_s, QString()}}) {
+        test::Workplace workplace(test::Workplace::Start::WindowOnly);
+        delete hostMenu(workplace, menu);
+        workplace.startModule();
+        QString title;
+        const QList<QAction *> topLevel = workplace.window().menuBar()->actions();
+        for (const QAction *action : topLevel) {
+            if (action->menu() && action->menu()->objectName() == menu)
+                title += action->menu()->title();
+        }
+        QCOMPARE(title, created);
+    }
+}
+
+void TestModuleFrame::connectionComesFromTheFirstOfTheMainForm()
+{
+    test::Workplace workplace(test::Workplace::Start::WindowOnly);
+    auto *second = new data::Connection(&workplace.window());
+    second->setConnectionString(u"Database=/none;"_s);
+    workplace.startModule();
+    QCOMPARE(workplace.module().ModADOConn->connectionString(), workplace.database().connectionString());
+    QVERIFY(workplace.module().ModADOConn->isOpen());
+}
 
 void TestModuleFrame::startWithoutHostConnectionIsReported()
 {
@@ -71,6 +123,21 @@ void TestModuleFrame::startWithoutHostConnectionIsReported()
     QCOMPARE(workplace.module().ModADOConn->connectionString(),
              u"Provider=MSDASQL.1;Persist Security Info=False;Data Source=CORVANE3_LOCAL;"_s);
     QVERIFY(!hostMenu(workplace, u"mnMagazzino"_s)->isEmpty());
+}
+
+void TestModuleFrame::startWithoutReportFileGoesOn()
+{
+    const QString path = QCoreApplication::applicationDirPath() + u"/Magazzino.rav"_s;
+    const QString away = path + u".via"_s;
+    QVERIFY(QFile::rename(path, away));
+    const auto back = qScopeGuard([&] { QFile::rename(away, path); });
+    test::Workplace workplace(test::Workplace::Start::WindowOnly);
+    workplace.messages.expectError(u"Impossibile trovare il file delle stampe del modulo Magazzino!"_s);
+    workplace.startModule();
+    QCOMPARE(workplace.messages.verify(), QStringList());
+    QVERIFY(!workplace.module().rProject->isOpen());
+    QVERIFY(workplace.module().dmStampe);
+    QVERIFY(workplace.module().openForm(u"actInserimentoBolleCarico"_s));
 }
 
 void TestModuleFrame::actionTwiceGivesOneWindow()
