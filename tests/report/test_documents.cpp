@@ -75,14 +75,14 @@ void TestDocuments::cleanup()
 
 QString TestDocuments::print(int note) const
 {
-    const QString file = test::outputFile(u"ddt.pdf"_s);
+    QString file = test::outputFile(u"ddt.pdf"_s);
     StampaDdTScarico(note, file, toPdf);
     return file;
 }
 
 QString TestDocuments::printInvoice(int invoice) const
 {
-    const QString file = test::outputFile(u"fattura.pdf"_s);
+    QString file = test::outputFile(u"fattura.pdf"_s);
     StampaFatturaAccompagnatoria(invoice, file, toPdf);
     return file;
 }

@@ -83,7 +83,7 @@ QList<QStringList> pagesOf(const report::Document &document)
 
 QString TestEngine::projectFile(const QString &contents)
 {
-    const QString path = folder_.filePath(u"stampe%1.rav"_s.arg(++files_));
+    QString path = folder_.filePath(u"stampe%1.rav"_s.arg(++files_));
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         qFatal("no temporary file");

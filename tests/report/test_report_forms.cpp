@@ -9,6 +9,7 @@
 #include "tests/support/Controls.h"
 #include "tests/support/TestMain.h"
 
+#include <QDialog>
 #include <QPlainTextEdit>
 #include <QPrintDialog>
 #include <QPrinter>

@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QDateEdit>
+#include <QDialog>
 #include <QLineEdit>
 #include <QSpinBox>
 

@@ -2,6 +2,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QDateEdit>
+#include <QDialog>
 #include <QDoubleSpinBox>
 #include <QGroupBox>
 #include <QLineEdit>
