@@ -192,50 +192,33 @@ void TMMGInserimentoDocumento::addRow(const DocumentRow &row)
 
 void TMMGInserimentoDocumento::aggiungiArticolo()
 {
-    const auto chosen = scegli(u"actModSelezionaArticolo"_s);
-    if (!chosen)
-        return;
-    const TArticolo article = GetArticolo(chosen->key);
-    if (article.id <= 0)
-        return;
-    const TAliquotaIVA rate = GetAliquotaIVA(article.idAliquotaIVA);
-    const TCodiceTesto unit = GetUM(article.idUM);
-    addRow({.tipo = tipoRiga::articolo,
-            .codice = article.codice,
-            .descrizione = article.descrizione,
-            .idCategoria = article.idCategoria,
-            .costo = article.costo,
-            .prezzo = article.prezzo,
-            .quantita = 1,
-            .importo = article.prezzo,
-            .idAliquotaIVA = article.idAliquotaIVA,
-            .codiceIVA = rate.codice,
-            .idUM = article.idUM,
-            .um = unit.testo});
+    if (const auto chosen = scegli(u"actModSelezionaArticolo"_s))
+        addChosen(tipoRiga::articolo, GetArticolo(chosen->key));
 }
 
 void TMMGInserimentoDocumento::aggiungiServizio()
 {
-    const auto chosen = scegli(u"actModSelezionaServizio"_s);
-    if (!chosen)
+    if (const auto chosen = scegli(u"actModSelezionaServizio"_s))
+        addChosen(tipoRiga::servizio, GetServizio(chosen->key));
+}
+
+template <typename Voce>
+void TMMGInserimentoDocumento::addChosen(const QString &tipo, const Voce &voce)
+{
+    if (voce.id <= 0)
         return;
-    const TServizio service = GetServizio(chosen->key);
-    if (service.id <= 0)
-        return;
-    const TAliquotaIVA rate = GetAliquotaIVA(service.idAliquotaIVA);
-    const TCodiceTesto unit = GetUM(service.idUM);
-    addRow({.tipo = tipoRiga::servizio,
-            .codice = service.codice,
-            .descrizione = service.descrizione,
-            .idCategoria = service.idCategoria,
-            .costo = service.costo,
-            .prezzo = service.prezzo,
+    addRow({.tipo = tipo,
+            .codice = voce.codice,
+            .descrizione = voce.descrizione,
+            .idCategoria = voce.idCategoria,
+            .costo = voce.costo,
+            .prezzo = voce.prezzo,
             .quantita = 1,
-            .importo = service.prezzo,
-            .idAliquotaIVA = service.idAliquotaIVA,
-            .codiceIVA = rate.codice,
-            .idUM = service.idUM,
-            .um = unit.testo});
+            .importo = voce.prezzo,
+            .idAliquotaIVA = voce.idAliquotaIVA,
+            .codiceIVA = GetAliquotaIVA(voce.idAliquotaIVA).codice,
+            .idUM = voce.idUM,
+            .um = GetUM(voce.idUM).testo});
 }
 
 void TMMGInserimentoDocumento::aggiungiTesto()

@@ -106,6 +106,9 @@ private:
     void createRowCommands(QToolBar *bar);
     QWidget *createTotals();
     void addRow(const DocumentRow &row);
+    /// Appends a row for an article or a service; nothing when it was not found.
+    template <typename Voce>
+    void addChosen(const QString &tipo, const Voce &voce);
     void aggiungiArticolo();
     void aggiungiServizio();
     void aggiungiTesto();
