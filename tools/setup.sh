@@ -2,9 +2,9 @@
 
 # What building and running needs on Debian 12.
 RUN_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev firebird-dev firebird3.0-server-core
-    libqt6sql6-ibase libqt6sql6-odbc fonts-dejavu-core fonts-liberation2)
+    firebird3.0-utils libqt6sql6-ibase libqt6sql6-odbc libxlsxwriter-dev fonts-dejavu-core fonts-liberation2)
 # What the tests need besides.
-TEST_PACKAGES=(git python3 clang-format clang-tidy poppler-utils firebird3.0-server firebird3.0-utils)
+TEST_PACKAGES=(git python3 clang-format clang-tidy poppler-utils firebird3.0-server)
 
 say() {
     printf '%s\n' "$*" >&2
