@@ -2,6 +2,7 @@
 
 #include "host/Corvane3Impl.h"
 #include "host/DatabaseSetup.h"
+#include "host/HostCommands.h"
 #include "host/PackageLoader.h"
 #include "host/schema/DemoData.h"
 #include "host/tour/Tour.h"
@@ -146,12 +147,14 @@ Session::Session(const data::DatabaseAddress &address, const QString &user, cons
     connection_->open();
     SetKxCurrentUserName(user);
     window_->showSession(user, address.toString());
+    commands_ = new HostCommands(*window_, *connection_);
 }
 
 Session::~Session()
 {
     // Modules go while the main window, which shows their forms, is still there.
     stopPackages();
+    delete commands_;
 }
 
 void Session::startModules(const QString &folder)

@@ -11,6 +11,7 @@ class Connection;
 
 namespace host {
 
+class HostCommands;
 class MainWindow;
 
 /// What the command line asked for.
@@ -35,12 +36,14 @@ public:
 
     MainWindow &window() const { return *window_; }
     data::Connection &connection() const { return *connection_; }
+    HostCommands &commands() const { return *commands_; }
     /// Loads and starts every "*.bpl" of `folder`.
     void startModules(const QString &folder);
 
 private:
     std::unique_ptr<MainWindow> window_;
     data::Connection *connection_ = nullptr; // owned by the window, where modules look for it
+    HostCommands *commands_ = nullptr;       // owned by the window, too, but gone before it
 };
 
 /// The user whose session starts when none is named; a new database always has it.

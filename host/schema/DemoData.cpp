@@ -2,6 +2,7 @@
 
 #include "host/schema/DemoTables.h"
 #include "platform/core/Decimal.h"
+#include "platform/core/TaxCodes.h"
 #include "platform/data/Connection.h"
 
 #include <QHash>
@@ -117,17 +118,11 @@ Keys insertVatRates(data::Connection &connection)
     return keys;
 }
 
-/// Eleven digits: seven from `number`, three of the tax office and the check digit (digits in even places count twice,
-/// less 9 above 9; the sum of all is a multiple of 10).
+/// Eleven digits: seven from `number`, three of the tax office and the check digit.
 QString vatNumber(int number, const QString &office)
 {
     const QString digits = QString::number(1000000 + number * 104729 % 8999999) + office;
-    int sum = 0;
-    for (qsizetype i = 0; i < digits.size(); ++i) {
-        const int digit = digits[i].digitValue() * (i % 2 == 1 ? 2 : 1);
-        sum += digit > 9 ? digit - 9 : digit;
-    }
-    return digits + QString::number((10 - sum % 10) % 10);
+    return digits + core::vatCheckDigit(digits);
 }
 
 /// The letters of a name as an Internet name has them: "D'Amico S.n.c." gives "damicosnc".

@@ -5,6 +5,7 @@
 #include "host/IntfPack.h"
 #include "host/schema/DemoData.h"
 #include "host/tour/TourDriver.h"
+#include "host/tour/TourHost.h"
 #include "host/tour/TourInvoices.h"
 #include "host/tour/TourPrinting.h"
 #include "host/tour/TourRegisters.h"
@@ -333,6 +334,7 @@ void Tour::run()
     tourPrinting(driver_, session_, module(), delivery_);
     tourRegisters(driver_, session_.window(), module(), session_.connection());
     deletion();
+    tourHost(driver_, session_);
     tourInvoices(driver_, session_, module());
 }
 

@@ -102,7 +102,8 @@ void MainWindow::createMenus()
     static const QList<MenuSpec> shared = {{u"mnDocumenti"_s, u"&Documenti"_s},
                                            {u"mnMagazzino"_s, u"&Magazzino"_s},
                                            {u"mnAnagrafiche"_s, u"&Anagrafiche"_s},
-                                           {u"mnTabelle"_s, u"&Tabelle"_s}};
+                                           {u"mnTabelle"_s, u"&Tabelle"_s},
+                                           {u"mnStrumenti"_s, u"&Strumenti"_s}};
     for (const MenuSpec &spec : shared) {
         QMenu *menu = menuBar()->addMenu(spec.caption);
         menu->setObjectName(spec.name);
@@ -200,6 +201,13 @@ void MainWindow::showSession(const QString &user, const QString &database)
     userLabel_->setText(u"Utente: %1"_s.arg(user));
     databaseLabel_->setText(u"Database: %1"_s.arg(database));
     setWindowTitle(u"Corvane - %1"_s.arg(user));
+}
+
+void MainWindow::switchTo(const data::DatabaseAddress &database)
+{
+    next_ = database;
+    if (!close())
+        next_.reset();
 }
 
 void MainWindow::restoreLayout()

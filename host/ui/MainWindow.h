@@ -1,7 +1,11 @@
 #pragma once
 #include "host/Corvane3Impl.h"
 
+#include "platform/data/ConnectionString.h"
+
 #include <QMainWindow>
+
+#include <optional>
 
 class QLabel;
 class QMdiArea;
@@ -29,6 +33,12 @@ public:
     /// Who is logged in and which database is open, for title and status bar.
     void showSession(const QString &user, const QString &database);
 
+    /// Ends the session so that another database is opened; the user may keep the window, and the session, because of
+    /// unsaved changes.
+    void switchTo(const data::DatabaseAddress &database);
+    /// The database to open once the window is closed; nothing when the program ends with it.
+    const std::optional<data::DatabaseAddress> &nextDatabase() const { return next_; }
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 
@@ -47,6 +57,7 @@ private:
     QLabel *userLabel_;
     QLabel *databaseLabel_;
     QString settingsFile_;
+    std::optional<data::DatabaseAddress> next_;
 };
 
 } // namespace host

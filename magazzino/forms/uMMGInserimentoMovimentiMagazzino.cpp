@@ -1,8 +1,8 @@
 #include "magazzino/forms/uMMGInserimentoMovimentiMagazzino.h"
 
+#include "host/ui/CategoryField.h"
 #include "magazzino/MMGUtils.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/CategoriaField.h"
 #include "magazzino/ui/Scelta.h"
 
 #include <QGroupBox>
@@ -68,7 +68,9 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createArticle(QWidget *page)
                                               .maxLength = 100,
                                               .readOnly = true},
                                              box));
-    category_ = declare(new CategoriaField(u"txtCategoria"_s, u"Categoria"_s, u"IDCATEGORIA_ANA_MAGA"_s, box));
+    category_ = declare(new host::CategoryField(
+        {.name = u"txtCategoria"_s, .label = u"Categoria"_s, .column = u"IDCATEGORIA_ANA_MAGA"_s, .none = -1},
+        ModuleConnection(), box));
     auto *grid = new QGridLayout(box);
     place(grid, date, 0, 0);
     place(grid, code_, 1, 0);

@@ -3,7 +3,9 @@
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Fields.h"
 
-class CategoriaField;
+namespace host {
+class CategoryField;
+}
 
 /// Entry form of one stock movement outside any document. Quantity and total are stored as shown: the form neither
 /// changes the sign of an issue nor computes the total; this is intended.
@@ -27,7 +29,7 @@ private:
 
     ui::TextField *code_ = nullptr;
     ui::TextField *description_ = nullptr;
-    CategoriaField *category_ = nullptr;
+    host::CategoryField *category_ = nullptr;
     ui::DecimalField *price_ = nullptr;
     ui::DecimalField *cost_ = nullptr;
     ui::DecimalField *value_ = nullptr;

@@ -104,10 +104,12 @@ int DropDownField::key() const
 void DropDownField::fill(data::Connection &connection)
 {
     const data::Rows rows = connection.select(spec_.sql);
+    const int chosen = key();
     box_->clear();
     box_->addItem(QString(), -1);
     for (qsizetype row = 0; row < rows.size(); ++row)
         box_->addItem(rows.text(row, tableText_), rows.integer(row, tableKey_));
+    box_->setCurrentIndex(std::max(0, box_->findData(chosen)));
 }
 
 void DropDownField::load(const data::DataSet &record)
@@ -117,8 +119,8 @@ void DropDownField::load(const data::DataSet &record)
         return;
     }
     const int key = record.integer(spec_.keyColumn);
-    const QString text = record.text(spec_.textColumn);
     int index = box_->findData(key);
+    const QString text = spec_.textColumn.isEmpty() ? box_->itemText(index) : record.text(spec_.textColumn);
     if (index < 0 || box_->itemText(index) != text) {
         box_->addItem(text, key);
         index = box_->count() - 1;
@@ -130,7 +132,8 @@ void DropDownField::write(data::DataSet &record) const
 {
     const bool chosen = key() > 0;
     record.setValue(spec_.keyColumn, chosen ? QVariant(key()) : QVariant());
-    record.setValue(spec_.textColumn, chosen ? QVariant(box_->currentText()) : QVariant());
+    if (!spec_.textColumn.isEmpty())
+        record.setValue(spec_.textColumn, chosen ? QVariant(box_->currentText()) : QVariant());
 }
 
 RecordLabels::RecordLabels(const QList<RecordLabel> &labels, QWidget *parent)

@@ -64,8 +64,8 @@ struct DropDownSpec
     QString name;
     QString label;
     QString keyColumn;
-    QString textColumn;
-    QString sql; ///< lists keys and texts under the same column names as the record's
+    QString textColumn = {}; ///< none while the record stores the key alone
+    QString sql;             ///< lists keys and texts under the same column names as the record's
 };
 
 /// A drop-down list over a table. It may be left empty, then key and text are NULL. A stored choice that the table no
@@ -79,7 +79,7 @@ public:
     DropDownField(const DropDownSpec &spec, QString tableKey, QString tableText, QWidget *parent);
 
     int key() const;
-    /// Fills the list from the database; the choice is emptied.
+    /// Fills the list from the database; a choice that is still in it stays.
     void fill(data::Connection &connection);
 
     QWidget *widget() const override { return box_; }

@@ -1,0 +1,259 @@
+#include "host/registers/CategoryEditor.h"
+
+#include "host/Corvane3Impl.h"
+#include "host/registers/RegisterUses.h"
+#include "platform/core/Messages.h"
+#include "platform/data/Connection.h"
+#include "platform/ui/CategoryTree.h"
+#include "platform/ui/Dialogs.h"
+#include "platform/ui/FormDialog.h"
+#include "platform/ui/TextPrompt.h"
+
+#include <QApplication>
+#include <QHash>
+#include <QStyle>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+constexpr int nameLength = 50;
+
+CategoryEditorSpec articleEditor()
+{
+    CategoryEditorSpec spec{u"CategorieArticoli"_s, u"Categorie degli articoli"_s, articleCategories, {}};
+    spec.uses = {{u"sottocategorie"_s, u"CATEGORIE_ANA_MAGA"_s, u"IDPADRE = :ID"_s},
+                 {u"articoli"_s, u"ANA_MAGA"_s, u"IDCATEGORIA_ANA_MAGA = :ID"_s},
+                 {u"movimenti di magazzino"_s, u"MOVI_MAGA"_s, u"IDCATEGORIA_ANA_MAGA = :ID"_s}};
+    return spec;
+}
+
+CategoryEditorSpec serviceEditor()
+{
+    CategoryEditorSpec spec{u"CategorieServizi"_s, u"Categorie dei servizi"_s, serviceCategories, {}};
+    spec.uses = {{u"sottocategorie"_s, u"CATEGORIE_SERVIZI"_s, u"IDPADRE = :ID"_s},
+                 {u"servizi"_s, u"SERVIZI"_s, u"IDCATEGORIA_SERVIZI = :ID"_s}};
+    return spec;
+}
+
+// NULL for the top level.
+QVariant parentValue(int parent)
+{
+    return parent > 0 ? QVariant(parent) : QVariant(QMetaType(QMetaType::Int));
+}
+
+} // namespace
+
+const CategoryEditorSpec &articleCategoryEditor()
+{
+    static const CategoryEditorSpec spec = articleEditor();
+    return spec;
+}
+
+const CategoryEditorSpec &serviceCategoryEditor()
+{
+    static const CategoryEditorSpec spec = serviceEditor();
+    return spec;
+}
+
+CategoryEditor::CategoryEditor(const CategoryEditorSpec &spec, data::Connection &connection, QWidget *owner)
+    : ChildForm(spec.caption, u">%1<"_s.arg(spec.caption), owner)
+    , spec_(spec)
+    , connection_(connection)
+    , tree_(new QTreeWidget(this))
+{
+    setObjectName(spec.name);
+    setOpeningSize({560, 480});
+    setMinimumSize(520, 240);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(6, 4, 6, 6);
+    QToolBar *bar = newToolBar(u"tBarStandard"_s);
+    layout->addWidget(bar);
+    tree_->setObjectName(u"treeCategorie"_s);
+    tree_->setHeaderHidden(true);
+    tree_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    layout->addWidget(tree_);
+    setFocusProxy(tree_);
+    declareCommands();
+    placeCommands(bar, {u"actNuovo"_s,
+                        u"actNuovaSottocategoria"_s,
+                        u"actRinomina"_s,
+                        u"actSposta"_s,
+                        u"actElimina"_s,
+                        {},
+                        u"actChiudi"_s});
+    reload(-1);
+}
+
+void CategoryEditor::declareCommands()
+{
+    addCommand({.name = u"actNuovo"_s,
+                .caption = u"Nuova"_s,
+                .run = [this] { add(parentOf(selectedKey())); },
+                .icon = ui::Icon::New,
+                .shortcut = QKeySequence(u"Ctrl+N"_s),
+                .hint = u"Aggiunge una categoria accanto a quella selezionata."_s});
+    addCommand({.name = u"actNuovaSottocategoria"_s,
+                .caption = u"Sottocategoria"_s,
+                .run =
+                    [this] {
+                        if (selectedKey() > 0)
+                            add(selectedKey());
+                    },
+                .icon = ui::Icon::Add,
+                .shortcut = QKeySequence(Qt::Key_Insert),
+                .hint = u"Aggiunge una categoria sotto quella selezionata."_s});
+    addCommand({.name = u"actRinomina"_s,
+                .caption = u"Rinomina"_s,
+                .run = [this] { rename(); },
+                .icon = ui::Icon::Text,
+                .shortcut = QKeySequence(Qt::Key_F2)});
+    addCommand({.name = u"actSposta"_s,
+                .caption = u"Sposta"_s,
+                .run = [this] { move(); },
+                .icon = ui::Icon::Choose,
+                .shortcut = QKeySequence(u"Ctrl+M"_s),
+                .hint = u"Sposta la categoria, con tutto ciò che contiene, sotto un'altra."_s});
+    addCommand({.name = u"actElimina"_s,
+                .caption = u"Elimina"_s,
+                .run = [this] { remove(); },
+                .icon = ui::Icon::Delete,
+                .shortcut = QKeySequence(u"Ctrl+D"_s)});
+    addCommand(
+        {.name = u"actChiudi"_s, .caption = u"Chiudi"_s, .run = [this] { closeForm(); }, .icon = ui::Icon::Close});
+    connect(tree_, &QTreeWidget::itemDoubleClicked, command(u"actRinomina"_s), &QAction::trigger);
+}
+
+int CategoryEditor::selectedKey() const
+{
+    const QTreeWidgetItem *item = tree_->currentItem();
+    return item ? item->data(0, Qt::UserRole).toInt() : -1;
+}
+
+QString CategoryEditor::selectedName() const
+{
+    return tree_->currentItem()->text(0);
+}
+
+int CategoryEditor::parentOf(int key) const
+{
+    const data::Rows rows = connection_.select(
+        u"SELECT IDPADRE FROM %1 WHERE %2 = :ID"_s.arg(spec_.categories.table, spec_.categories.key), {{u"ID"_s, key}});
+    return rows.isEmpty() ? 0 : rows.integer(0, u"IDPADRE");
+}
+
+bool CategoryEditor::isTaken(const QString &name, int parent, int except)
+{
+    const data::Rows rows = connection_.select(
+        u"SELECT 1 AS NUM FROM %1 WHERE UPPER(CATEGORIA) = :NOME AND COALESCE(IDPADRE, 0) = :PADRE AND %2 <> :ID"_s.arg(
+            spec_.categories.table, spec_.categories.key),
+        {{u"NOME"_s, name.toUpper()}, {u"PADRE"_s, std::max(parent, 0)}, {u"ID"_s, except}});
+    if (!rows.isEmpty())
+        core::warn(this, u"Esiste già una categoria con questo nome!"_s);
+    return !rows.isEmpty();
+}
+
+// The same order and the same treatment of orphans as in every list of categories.
+void CategoryEditor::reload(int selected)
+{
+    const ui::WaitCursor wait;
+    tree_->clear();
+    const data::Rows rows = connection_.select(u"SELECT %1, CATEGORIA, IDPADRE FROM %2 ORDER BY CATEGORIA"_s.arg(
+        spec_.categories.key, spec_.categories.table));
+    QHash<int, QTreeWidgetItem *> items;
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        auto *item = new QTreeWidgetItem({rows.text(row, u"CATEGORIA")});
+        item->setIcon(0, QApplication::style()->standardIcon(QStyle::SP_DirClosedIcon));
+        item->setData(0, Qt::UserRole, rows.integer(row, spec_.categories.key));
+        items.insert(rows.integer(row, spec_.categories.key), item);
+    }
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        QTreeWidgetItem *item = items.value(rows.integer(row, spec_.categories.key));
+        QTreeWidgetItem *parent = items.value(rows.integer(row, u"IDPADRE"));
+        if (parent && parent != item)
+            parent->addChild(item);
+        else
+            tree_->addTopLevelItem(item);
+    }
+    tree_->expandAll();
+    tree_->setCurrentItem(items.value(selected, tree_->topLevelItem(0)));
+}
+
+void CategoryEditor::add(int parent)
+{
+    const auto name =
+        ui::askText(this, {.title = u"Nuova categoria"_s, .label = u"Nome della categoria"_s, .maxLength = nameLength});
+    if (!name || isTaken(*name, parent, -1))
+        return;
+    const int key = connection_
+                        .run(u"INSERT INTO %1(IDPADRE, CATEGORIA) VALUES(?, ?) RETURNING %2"_s.arg(
+                                 spec_.categories.table, spec_.categories.key),
+                             {parentValue(parent), *name})
+                        .integer(0, spec_.categories.key);
+    reload(key);
+}
+
+void CategoryEditor::rename()
+{
+    const int key = selectedKey();
+    if (key < 1)
+        return;
+    const auto name = ui::askText(this, {.title = u"Rinomina categoria"_s,
+                                         .label = u"Nome della categoria"_s,
+                                         .initial = selectedName(),
+                                         .maxLength = nameLength});
+    if (!name || isTaken(*name, parentOf(key), key))
+        return;
+    connection_.run(u"UPDATE %1 SET CATEGORIA = ? WHERE %2 = ?"_s.arg(spec_.categories.table, spec_.categories.key),
+                    {*name, key});
+    reload(key);
+}
+
+void CategoryEditor::move()
+{
+    const int key = selectedKey();
+    if (key < 1)
+        return;
+    ui::FormDialog dialog(u"Sposta categoria"_s, this);
+    auto *target = new CategoryTree(&dialog);
+    target->setObjectName(u"txtDestinazione"_s);
+    FillTreeView(*target, spec_.categories.key, u"CATEGORIA"_s, u"IDPADRE"_s, spec_.categories.table,
+                 u"ORDER BY CATEGORIA"_s, connection_);
+    target->setItemText(0, u"(primo livello)"_s);
+    target->selectKey(parentOf(key));
+    dialog.addRow(u"Sposta \"%1\" sotto"_s.arg(selectedName()), target);
+    // A category inside itself would fall out of the tree.
+    dialog.setCheck([&] {
+        const QList<int> inside = GetElencoIdFiglio(spec_.categories.key, key, spec_.categories.table, connection_);
+        if (inside.contains(target->selectedKey())) {
+            core::warn(&dialog, u"Una categoria non può stare sotto sé stessa."_s);
+            return false;
+        }
+        return !isTaken(selectedName(), target->selectedKey(), key);
+    });
+    if (ui::runModal(dialog) != QDialog::Accepted)
+        return;
+    connection_.run(u"UPDATE %1 SET IDPADRE = ? WHERE %2 = ?"_s.arg(spec_.categories.table, spec_.categories.key),
+                    {parentValue(target->selectedKey()), key});
+    reload(key);
+}
+
+void CategoryEditor::remove()
+{
+    const int key = selectedKey();
+    if (key < 1)
+        return;
+    const RegisterSpec category{.oneRecord = u"questa categoria"_s,
+                                .table = spec_.categories.table,
+                                .key = spec_.categories.key,
+                                .uses = spec_.uses};
+    const int parent = parentOf(key);
+    if (deleteRegisterRecord(category, key, connection_, this))
+        reload(parent);
+}
+
+} // namespace host

@@ -1,0 +1,50 @@
+#pragma once
+#include "host/registers/RegisterSpec.h"
+#include "platform/ui/ChildForm.h"
+
+#include <QList>
+
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace host {
+
+/// One kind of categories: their table and the records that are sorted into them.
+struct CategoryEditorSpec
+{
+    QString name; ///< object name of the form
+    QString caption;
+    CategoryTable categories;
+    QList<RegisterUse> uses;
+};
+
+const CategoryEditorSpec &articleCategoryEditor();
+const CategoryEditorSpec &serviceCategoryEditor();
+
+/// The categories as a tree: add, rename, move, delete. Every command is written at once.
+class CategoryEditor : public ui::ChildForm
+{
+    Q_OBJECT
+
+public:
+    CategoryEditor(const CategoryEditorSpec &spec, data::Connection &connection, QWidget *owner);
+
+private:
+    void declareCommands();
+    void reload(int selected);
+    void add(int parent);
+    void rename();
+    void move();
+    void remove();
+    int selectedKey() const;
+    QString selectedName() const;
+    /// Tells the user when it is.
+    bool isTaken(const QString &name, int parent, int except);
+    int parentOf(int key) const;
+
+    CategoryEditorSpec spec_;
+    data::Connection &connection_;
+    QTreeWidget *tree_;
+};
+
+} // namespace host

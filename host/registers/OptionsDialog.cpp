@@ -1,0 +1,82 @@
+#include "host/registers/OptionsDialog.h"
+
+#include "platform/core/Format.h"
+#include "platform/core/Messages.h"
+#include "platform/data/Connection.h"
+#include "platform/ui/Dialogs.h"
+#include "platform/ui/FormDialog.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+/// A row of OPZIONI and its input.
+struct Option
+{
+    QString option;
+    QString label;
+    bool isFlag = false;
+};
+
+const QList<Option> &options()
+{
+    static const QList<Option> all = {
+        {u"NUMERAZIONE_UNICA_FATTURE"_s, u"Numerazione unica per fatture di vendita e accompagnatorie"_s, true},
+        {u"FATT_IVA_ESENTE_NOTE"_s, u"Nota delle fatture esenti da IVA"_s}};
+    return all;
+}
+
+QString storedValue(const QString &option, data::Connection &connection)
+{
+    const data::Rows rows =
+        connection.select(u"SELECT VALORE FROM OPZIONI WHERE OPZIONE = :OPZIONE"_s, {{u"OPZIONE"_s, option}});
+    return rows.isEmpty() ? QString() : rows.text(0, u"VALORE");
+}
+
+QWidget *addInput(ui::FormDialog &dialog, const Option &option, const QString &value)
+{
+    if (option.isFlag) {
+        auto *check = new QCheckBox(option.label, &dialog);
+        check->setChecked(core::parseFlag(value).value_or(false));
+        dialog.addRow({}, check);
+        return check;
+    }
+    auto *edit = new QLineEdit(value, &dialog);
+    edit->setMaxLength(255);
+    edit->setMinimumWidth(420);
+    edit->setCursorPosition(0);
+    dialog.addRow(option.label, edit);
+    return edit;
+}
+
+QString valueOf(const QWidget *input)
+{
+    const auto *check = qobject_cast<const QCheckBox *>(input);
+    return check ? core::flagText(check->isChecked()) : qobject_cast<const QLineEdit *>(input)->text();
+}
+
+} // namespace
+
+void editOptions(QWidget *owner, data::Connection &connection)
+{
+    ui::FormDialog dialog(u"Opzioni"_s, owner);
+    QList<QWidget *> inputs;
+    for (const Option &option : options()) {
+        inputs.append(addInput(dialog, option, storedValue(option.option, connection)));
+        inputs.last()->setObjectName(option.option);
+    }
+    if (ui::runModal(dialog) != QDialog::Accepted)
+        return;
+    data::Transaction transaction(connection);
+    for (int i = 0; i < inputs.size(); ++i)
+        connection.run(u"UPDATE OR INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES(?, ?) MATCHING(OPZIONE)"_s,
+                       {options()[i].option, valueOf(inputs[i])});
+    transaction.commit();
+}
+
+} // namespace host

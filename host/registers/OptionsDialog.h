@@ -1,0 +1,13 @@
+#pragma once
+
+class QWidget;
+namespace data {
+class Connection;
+}
+
+namespace host {
+
+/// Shows the program's options (table OPZIONI) in a modal dialog and stores what was changed.
+void editOptions(QWidget *owner, data::Connection &connection);
+
+} // namespace host

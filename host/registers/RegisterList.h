@@ -1,0 +1,31 @@
+#pragma once
+#include "host/registers/RegisterSpec.h"
+
+namespace ui {
+class EntryForm;
+}
+
+namespace host {
+
+/// The list of a register, made from its declaration.
+class RegisterList : public ui::SearchForm
+{
+    Q_OBJECT
+
+public:
+    /// `entryForm` shows the register's entry form and returns it.
+    RegisterList(const RegisterSpec &spec, data::Connection &connection, std::function<ui::EntryForm &()> entryForm,
+                 QWidget *owner);
+
+protected:
+    void openRecord(int id) override;
+    void newRecord() override;
+    bool deleteRecord(int id) override;
+
+private:
+    RegisterSpec register_;
+    data::Connection &database_;
+    std::function<ui::EntryForm &()> entryForm_;
+};
+
+} // namespace host

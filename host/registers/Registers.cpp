@@ -1,0 +1,417 @@
+#include "host/registers/RegisterSpec.h"
+
+#include "platform/core/TaxCodes.h"
+
+using namespace Qt::StringLiterals;
+
+// What the host's registers are. The entry form shows the fields in the order of their declaration, which is also the
+// order of the Tab key.
+namespace host {
+
+namespace {
+
+using Kind = RegisterField::Kind;
+using Display = ui::ListColumn::Display;
+using Width = ui::ListColumn::Width;
+
+const QString general = u"Generale"_s;
+
+RegisterField text(const QString &name, const QString &label, const QString &column, int maxLength, int row,
+                   int position = 0, int span = 1)
+{
+    return {.name = name,
+            .label = label,
+            .column = column,
+            .row = row,
+            .position = position,
+            .span = span,
+            .maxLength = maxLength};
+}
+
+RegisterField upperText(const QString &name, const QString &label, const QString &column, int maxLength, int row,
+                        int position = 0)
+{
+    RegisterField field = text(name, label, column, maxLength, row, position);
+    field.upperCase = true;
+    return field;
+}
+
+RegisterField number(Kind kind, const QString &name, const QString &label, const QString &column, int row,
+                     int position = 0)
+{
+    return {.name = name, .label = label, .column = column, .kind = kind, .row = row, .position = position};
+}
+
+RegisterField vatLookup(int row, int position)
+{
+    return {.name = u"txtAliquotaIVA"_s,
+            .label = u"Aliquota IVA"_s,
+            .column = u"IDALIQUOTA_IVA"_s,
+            .kind = Kind::Lookup,
+            .row = row,
+            .position = position,
+            .lookupSql = u"SELECT IDALIQUOTA_IVA, CODICE || ' - ' || DESCRIZIONE AS TESTO FROM ALIQUOTE_IVA ORDER BY "
+                         "ALIQUOTA DESC, CODICE"_s};
+}
+
+RegisterField unitLookup(int row, int position)
+{
+    return {.name = u"txtUM"_s,
+            .label = u"Unità di misura"_s,
+            .column = u"IDUM"_s,
+            .kind = Kind::Lookup,
+            .row = row,
+            .position = position,
+            .lookupSql = u"SELECT IDUM, UM AS TESTO FROM UM ORDER BY UPPER(UM)"_s};
+}
+
+RegisterField category(const CategoryTable &table, int row)
+{
+    return {.name = u"txtCategoria"_s,
+            .label = u"Categoria"_s,
+            .column = table.key,
+            .kind = Kind::Category,
+            .row = row,
+            .categories = table};
+}
+
+RegisterGroup notes()
+{
+    return {u"Note"_s, {}, {{.name = u"txtNote"_s, .label = {}, .column = u"NOTE"_s, .kind = Kind::Memo}}};
+}
+
+ui::ListFilter filter(const QString &name, const QString &label, const QString &column)
+{
+    return {.name = name, .label = label, .condition = ui::containing(column)};
+}
+
+/// Rows of the three kinds of documents that meet `condition`.
+QList<RegisterUse> documentRows(const QString &condition)
+{
+    return {{u"righe di bolle di carico"_s, u"BOLLE_CARICO_DETT"_s, condition},
+            {u"righe di D.d.T. di scarico"_s, u"DDT_SCARICO_DETT"_s, condition},
+            {u"righe di fatture accompagnatorie"_s, u"FATT_ACC_DETT"_s, condition}};
+}
+
+const QString codeIsMissing = u"Non è stato indicato il codice!"_s;
+const QString descriptionIsMissing = u"Non è stata indicata la descrizione!"_s;
+const QString nameIsMissing = u"Non è stata indicata la ragione sociale!"_s;
+const QString codeIsTaken = u"Codice già utilizzato!"_s;
+
+/// Address, tax data and contacts of a firm. The company itself keeps one telephone number.
+RegisterGroup address(int firstRow)
+{
+    return {general,
+            u"Anagrafica"_s,
+            {text(u"txtRagioneSociale"_s, u"Ragione sociale"_s, u"RAGIONESOCIALE"_s, 100, firstRow, 0, 3),
+             text(u"txtIndirizzo"_s, u"Indirizzo"_s, u"INDIRIZZO"_s, 50, firstRow + 1, 0, 3),
+             text(u"txtCitta"_s, u"Città"_s, u"CITTA"_s, 30, firstRow + 2),
+             upperText(u"txtCap"_s, u"CAP"_s, u"CAP"_s, 5, firstRow + 2, 1),
+             upperText(u"txtProvincia"_s, u"Prov."_s, u"PROVINCIA"_s, 2, firstRow + 2, 2),
+             text(u"txtNazione"_s, u"Nazione"_s, u"NAZIONE"_s, 30, firstRow + 3)}};
+}
+
+RegisterGroup taxData()
+{
+    RegisterField taxCode = upperText(u"txtCodiceFiscale"_s, u"Codice fiscale"_s, u"CODICEFISCALE"_s, 16, 0);
+    taxCode.isRight = core::isTaxCode;
+    RegisterField vatNumber = upperText(u"txtPartitaIVA"_s, u"Partita IVA"_s, u"PARTITAIVA"_s, 13, 0, 1);
+    vatNumber.isRight = core::isVatNumber;
+    return {general, u"Dati fiscali"_s, {taxCode, vatNumber}};
+}
+
+RegisterSpec makeArticles()
+{
+    const QString ofArticle = u"UPPER(CODICE) = (SELECT UPPER(CODICE) FROM ANA_MAGA WHERE IDANA_MAGA = :ID)"_s;
+    QList<RegisterUse> uses = documentRows(ofArticle + u" AND TIPO_RIGA = 'Articolo'"_s);
+    uses.append({u"movimenti di magazzino"_s, u"MOVI_MAGA"_s, ofArticle});
+    return {
+        .name = u"Articoli"_s,
+        .caption = u"Articoli"_s,
+        .oneRecord = u"questo articolo"_s,
+        .table = u"ANA_MAGA"_s,
+        .key = u"IDANA_MAGA"_s,
+        .groups = {{general,
+                    u"Articolo"_s,
+                    {text(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 20, 0),
+                     text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 100, 1, 0, 2),
+                     category(articleCategories, 2), unitLookup(2, 1)}},
+                   {general,
+                    u"Prezzi"_s,
+                    {number(Kind::Amount, u"txtPrezzo"_s, u"Prezzo di vendita"_s, u"PREZZO"_s, 0),
+                     number(Kind::Amount, u"txtCosto"_s, u"Costo di acquisto"_s, u"COSTO"_s, 0, 1), vatLookup(1, 0)}},
+                   {general,
+                    u"Scorte"_s,
+                    {number(Kind::Quantity, u"txtSottoscorta"_s, u"Livello di sottoscorta"_s, u"SOTTOSCORTA"_s, 0),
+                     number(Kind::Quantity, u"txtRiordino"_s, u"Livello di riordino"_s, u"RIORDINO"_s, 0, 1)}},
+                   notes()},
+        .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
+        .uniqueColumn = u"CODICE"_s,
+        .duplicateText = codeIsTaken,
+        .uses = uses,
+        .namedByText = true,
+        .openingSize = {760, 400},
+        .listSql = u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA, UM.UM FROM ANA_MAGA "
+                   "LEFT JOIN CATEGORIE_ANA_MAGA ON CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA = "
+                   "ANA_MAGA.IDCATEGORIA_ANA_MAGA LEFT JOIN UM ON UM.IDUM = ANA_MAGA.IDUM "_s,
+        .listColumns = {{u"Codice"_s, u"CODICE"_s, 130},
+                        {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
+                        {u"Categoria"_s, u"CATEGORIA"_s, 170},
+                        {u"U.M."_s, u"UM"_s, 50},
+                        {u"Prezzo"_s, u"PREZZO"_s, 90, Width::Pixels, Display::Currency},
+                        {u"Costo"_s, u"COSTO"_s, 90, Width::Pixels, Display::Currency}},
+        .listFilters = {filter(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
+                        filter(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+        .orderText = u" ORDER BY UPPER(CODICE)"_s,
+        .letterColumn = u"DESCRIZIONE"_s};
+}
+
+RegisterSpec makeServices()
+{
+    return {.name = u"Servizi"_s,
+            .caption = u"Servizi"_s,
+            .oneRecord = u"questo servizio"_s,
+            .table = u"SERVIZI"_s,
+            .key = u"IDSERVIZIO"_s,
+            .groups = {{general,
+                        u"Servizio"_s,
+                        {text(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 20, 0),
+                         text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 100, 1, 0, 2),
+                         category(serviceCategories, 2), unitLookup(2, 1)}},
+                       {general,
+                        u"Prezzi"_s,
+                        {number(Kind::Amount, u"txtPrezzo"_s, u"Prezzo di vendita"_s, u"PREZZO"_s, 0),
+                         number(Kind::Amount, u"txtCosto"_s, u"Costo"_s, u"COSTO"_s, 0, 1), vatLookup(1, 0)}},
+                       notes()},
+            .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
+            .uniqueColumn = u"CODICE"_s,
+            .duplicateText = codeIsTaken,
+            .uses = documentRows(u"UPPER(CODICE) = (SELECT UPPER(CODICE) FROM SERVIZI WHERE IDSERVIZIO = :ID) AND "
+                                 "TIPO_RIGA = 'Servizio'"_s),
+            .namedByText = true,
+            .openingSize = {760, 340},
+            .listSql = u"SELECT SERVIZI.*, CATEGORIE_SERVIZI.CATEGORIA FROM SERVIZI LEFT JOIN CATEGORIE_SERVIZI ON "
+                       "CATEGORIE_SERVIZI.IDCATEGORIA_SERVIZI = SERVIZI.IDCATEGORIA_SERVIZI "_s,
+            .listColumns = {{u"Codice"_s, u"CODICE"_s, 130},
+                            {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
+                            {u"Categoria"_s, u"CATEGORIA"_s, 170},
+                            {u"Prezzo"_s, u"PREZZO"_s, 90, Width::Pixels, Display::Currency}},
+            .listFilters = {filter(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
+                            filter(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+            .orderText = u" ORDER BY UPPER(CODICE)"_s,
+            .letterColumn = u"DESCRIZIONE"_s};
+}
+
+RegisterSpec makeCustomers()
+{
+    const QString ofCustomer = u"UPPER(CLI_CODICE) = (SELECT UPPER(CODICE) FROM CLIENTI WHERE IDCLIENTE = :ID)"_s;
+    RegisterGroup firm = address(1);
+    firm.fields.prepend(text(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 20, 0));
+    RegisterGroup tax = taxData();
+    tax.fields.append(
+        {.name = u"txtTipoPagamento"_s,
+         .label = u"Tipo di pagamento"_s,
+         .column = u"IDTIPO_PAGAMENTO"_s,
+         .kind = Kind::Lookup,
+         .row = 1,
+         .lookupSql = u"SELECT IDTIPO_PAGAMENTO, TIPO_PAGAMENTO AS TESTO FROM TIPI_PAGAMENTO ORDER BY 2"_s});
+    return {.name = u"Clienti"_s,
+            .caption = u"Clienti"_s,
+            .oneRecord = u"questo cliente"_s,
+            .table = u"CLIENTI"_s,
+            .key = u"IDCLIENTE"_s,
+            .groups = {firm,
+                       tax,
+                       {general,
+                        u"Contatti"_s,
+                        {text(u"txtTelefono1"_s, u"Telefono 1"_s, u"TELEFONO1"_s, 20, 0),
+                         text(u"txtTelefono2"_s, u"Telefono 2"_s, u"TELEFONO2"_s, 20, 0, 1),
+                         text(u"txtTelefono3"_s, u"Telefono 3"_s, u"TELEFONO3"_s, 20, 1),
+                         text(u"txtFax"_s, u"Fax"_s, u"FAX"_s, 20, 1, 1),
+                         text(u"txtEmail"_s, u"e-mail"_s, u"EMAIL"_s, 100, 2),
+                         text(u"txtWeb"_s, u"web"_s, u"WEB"_s, 100, 2, 1)}},
+                       notes()},
+            .required = {{u"CODICE"_s, codeIsMissing}, {u"RAGIONESOCIALE"_s, nameIsMissing}},
+            .uniqueColumn = u"CODICE"_s,
+            .duplicateText = codeIsTaken,
+            .codePrefix = u"CLI"_s,
+            .uses = {{u"D.d.T. di scarico"_s, u"DDT_SCARICO"_s, ofCustomer},
+                     {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, ofCustomer},
+                     {u"fatture di vendita"_s, u"FATT_VEND"_s, ofCustomer}},
+            .namedByText = true,
+            .openingSize = {760, 500},
+            .listColumns = {{u"Codice"_s, u"CODICE"_s, 100},
+                            {u"Ragione sociale"_s, u"RAGIONESOCIALE"_s, 0, Width::Rest},
+                            {u"Città"_s, u"CITTA"_s, 150},
+                            {u"Partita IVA"_s, u"PARTITAIVA"_s, 110},
+                            {u"Telefono 1"_s, u"TELEFONO1"_s, 110}},
+            .listFilters = {filter(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
+                            filter(u"txtRagioneSociale"_s, u"Ragione sociale"_s, u"RAGIONESOCIALE"_s),
+                            filter(u"txtCitta"_s, u"Città"_s, u"CITTA"_s)},
+            .orderText = u" ORDER BY UPPER(RAGIONESOCIALE)"_s,
+            .letterColumn = u"RAGIONESOCIALE"_s};
+}
+
+RegisterSpec makeVatRates()
+{
+    QList<RegisterUse> uses = {{u"articoli"_s, u"ANA_MAGA"_s, u"IDALIQUOTA_IVA = :ID"_s},
+                               {u"servizi"_s, u"SERVIZI"_s, u"IDALIQUOTA_IVA = :ID"_s}};
+    uses += documentRows(u"IVA_IDALIQUOTA_IVA = :ID"_s);
+    return {.name = u"AliquoteIVA"_s,
+            .caption = u"Aliquote IVA"_s,
+            .oneRecord = u"questa aliquota IVA"_s,
+            .table = u"ALIQUOTE_IVA"_s,
+            .key = u"IDALIQUOTA_IVA"_s,
+            .groups = {{general,
+                        {},
+                        {upperText(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 2, 0),
+                         text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 30, 1),
+                         number(Kind::Quantity, u"txtAliquota"_s, u"Aliquota %"_s, u"ALIQUOTA"_s, 2)}}},
+            .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
+            .uniqueColumn = u"CODICE"_s,
+            .duplicateText = codeIsTaken,
+            .uses = uses,
+            .openingSize = {560, 220},
+            .listColumns = {{u"Codice"_s, u"CODICE"_s, 80},
+                            {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
+                            {u"Aliquota %"_s, u"ALIQUOTA"_s, 100, Width::Pixels, Display::Quantity}},
+            .listFilters = {filter(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+            .orderText = u" ORDER BY UPPER(CODICE)"_s};
+}
+
+RegisterSpec makeUnits()
+{
+    QList<RegisterUse> uses = {{u"articoli"_s, u"ANA_MAGA"_s, u"IDUM = :ID"_s},
+                               {u"servizi"_s, u"SERVIZI"_s, u"IDUM = :ID"_s}};
+    uses += documentRows(u"IDUM = :ID"_s);
+    uses += {{u"bolle di carico"_s, u"BOLLE_CARICO"_s, u"PESO_IDUM = :ID"_s},
+             {u"D.d.T. di scarico"_s, u"DDT_SCARICO"_s, u"PESO_IDUM = :ID"_s},
+             {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, u"PESO_IDUM = :ID"_s}};
+    return {.name = u"UnitaMisura"_s,
+            .caption = u"Unità di misura"_s,
+            .oneRecord = u"questa unità di misura"_s,
+            .table = u"UM"_s,
+            .key = u"IDUM"_s,
+            .groups = {{general, {}, {upperText(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s, 5, 0)}}},
+            .required = {{u"UM"_s, u"Non è stata indicata l'unità di misura!"_s}},
+            .uniqueColumn = u"UM"_s,
+            .duplicateText = u"Esiste già un'unità di misura con questo nome!"_s,
+            .uses = uses,
+            .openingSize = {460, 160},
+            .listColumns = {{u"Unità di misura"_s, u"UM"_s, 0, Width::Rest}},
+            .listFilters = {filter(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s)},
+            .orderText = u" ORDER BY UPPER(UM)"_s};
+}
+
+RegisterSpec makePaymentTypes()
+{
+    const QString ofType = u"IDTIPO_PAGAMENTO = :ID"_s;
+    return {
+        .name = u"TipiPagamento"_s,
+        .caption = u"Tipi di pagamento"_s,
+        .oneRecord = u"questo tipo di pagamento"_s,
+        .table = u"TIPI_PAGAMENTO"_s,
+        .key = u"IDTIPO_PAGAMENTO"_s,
+        .groups = {{general, {}, {text(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 30, 0)}}},
+        .required = {{u"TIPO_PAGAMENTO"_s, u"Non è stato indicato il tipo di pagamento!"_s}},
+        .uniqueColumn = u"TIPO_PAGAMENTO"_s,
+        .duplicateText = u"Esiste già un tipo di pagamento con questo nome!"_s,
+        .uses = {{u"clienti"_s, u"CLIENTI"_s, ofType},
+                 {u"fornitori"_s, u"FORNITORI"_s, ofType},
+                 {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, ofType}},
+        .openingSize = {520, 160},
+        .listColumns = {{u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 0, Width::Rest}},
+        .listFilters = {filter(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s)},
+        .orderText = u" ORDER BY UPPER(TIPO_PAGAMENTO)"_s};
+}
+
+// Documents copy a note's text, so nothing refers to one.
+RegisterSpec makeDocumentNotes()
+{
+    return {.name = u"NoteDocumenti"_s,
+            .caption = u"Note per i documenti"_s,
+            .oneRecord = u"questa nota"_s,
+            .table = u"NOTE_DOCUMENTI"_s,
+            .key = u"IDNOTA_DOCUMENTI"_s,
+            .groups =
+                {{general,
+                  {},
+                  {text(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s, 100, 0),
+                   {.name = u"txtTesto"_s, .label = u"Testo"_s, .column = u"TESTO"_s, .kind = Kind::Memo, .row = 1}}}},
+            .required = {{u"TITOLO"_s, u"Non è stato indicato il titolo!"_s}},
+            .openingSize = {640, 340},
+            .listColumns = {{u"Titolo"_s, u"TITOLO"_s, 0, Width::Rest}},
+            .listFilters = {filter(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s)},
+            .orderText = u" ORDER BY UPPER(TITOLO)"_s};
+}
+
+RegisterSpec makeCompany()
+{
+    return {.name = u"Azienda"_s,
+            .caption = u"Dati dell'azienda"_s,
+            .oneRecord = u"questa azienda"_s,
+            .table = u"AZIENDA"_s,
+            .key = u"IDAZIENDA"_s,
+            .groups = {address(0),
+                       taxData(),
+                       {general,
+                        u"Contatti"_s,
+                        {text(u"txtTelefono"_s, u"Telefono"_s, u"TELEFONO"_s, 20, 0),
+                         text(u"txtFax"_s, u"Fax"_s, u"FAX"_s, 20, 0, 1),
+                         text(u"txtEmail"_s, u"e-mail"_s, u"EMAIL"_s, 100, 1),
+                         text(u"txtWeb"_s, u"web"_s, u"WEB"_s, 100, 1, 1)}}},
+            .required = {{u"RAGIONESOCIALE"_s, nameIsMissing}},
+            .openingSize = {760, 400}};
+}
+
+} // namespace
+
+const RegisterSpec &articles()
+{
+    static const RegisterSpec spec = makeArticles();
+    return spec;
+}
+
+const RegisterSpec &services()
+{
+    static const RegisterSpec spec = makeServices();
+    return spec;
+}
+
+const RegisterSpec &customers()
+{
+    static const RegisterSpec spec = makeCustomers();
+    return spec;
+}
+
+const RegisterSpec &vatRates()
+{
+    static const RegisterSpec spec = makeVatRates();
+    return spec;
+}
+
+const RegisterSpec &units()
+{
+    static const RegisterSpec spec = makeUnits();
+    return spec;
+}
+
+const RegisterSpec &paymentTypes()
+{
+    static const RegisterSpec spec = makePaymentTypes();
+    return spec;
+}
+
+const RegisterSpec &documentNotes()
+{
+    static const RegisterSpec spec = makeDocumentNotes();
+    return spec;
+}
+
+const RegisterSpec &company()
+{
+    static const RegisterSpec spec = makeCompany();
+    return spec;
+}
+
+} // namespace host

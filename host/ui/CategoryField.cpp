@@ -1,0 +1,57 @@
+#include "host/ui/CategoryField.h"
+
+#include "host/Corvane3Impl.h"
+#include "platform/data/DataSet.h"
+#include "platform/ui/CategoryTree.h"
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+CategoryField::CategoryField(const CategorySpec &spec, data::Connection &connection, QWidget *parent)
+    : Field(spec.label, parent)
+    , spec_(spec)
+    , connection_(connection)
+    , tree_(new CategoryTree(parent))
+{
+    tree_->setObjectName(spec.name);
+    connect(tree_, &QComboBox::currentIndexChanged, this, &Field::edited);
+}
+
+QWidget *CategoryField::widget() const
+{
+    return tree_;
+}
+
+int CategoryField::key() const
+{
+    return tree_->selectedKey();
+}
+
+void CategoryField::selectKey(int key)
+{
+    tree_->selectKey(key);
+}
+
+void CategoryField::clear()
+{
+    tree_->clearTree();
+    // Here the first entry stands for no choice, not for all of them.
+    tree_->setItemText(0, {});
+    FillTreeView(*tree_, spec_.categories.key, u"CATEGORIA"_s, u"IDPADRE"_s, spec_.categories.table,
+                 u"ORDER BY CATEGORIA"_s, connection_);
+    UpdateTreeNodeImages(*tree_, 77, 76);
+    tree_->selectKey(-1);
+}
+
+void CategoryField::load(const data::DataSet &record)
+{
+    tree_->selectKey(record.integer(spec_.column, -1));
+}
+
+void CategoryField::write(data::DataSet &record) const
+{
+    record.setValue(spec_.column, key() > 0 ? QVariant(key()) : spec_.none);
+}
+
+} // namespace host

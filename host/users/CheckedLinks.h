@@ -1,0 +1,42 @@
+#pragma once
+#include <QListWidget>
+
+namespace data {
+class Connection;
+}
+
+namespace host {
+
+/// What a check list shows and where its checks are stored: one row of `linkTable` for each checked item.
+struct CheckedLinksSpec
+{
+    QString itemsSql; ///< gives ID and TESTO
+    QString linkTable;
+    QString ownerColumn;
+    QString itemColumn;
+};
+
+/// A list of items to check, for records that are linked to many others.
+class CheckedLinks : public QListWidget
+{
+    Q_OBJECT
+
+public:
+    CheckedLinks(const CheckedLinksSpec &spec, QWidget *parent);
+
+    /// Lists the items as they are in the database now, none checked.
+    void fill(data::Connection &connection);
+    /// Checks what is stored for `owner` (compared without case when it is a text).
+    void load(const QVariant &owner, data::Connection &connection);
+    /// Stores what is checked for `owner`; inside the caller's transaction.
+    void write(const QVariant &owner, data::Connection &connection) const;
+    QList<int> checkedKeys() const;
+
+Q_SIGNALS:
+    void edited();
+
+private:
+    CheckedLinksSpec spec_;
+};
+
+} // namespace host

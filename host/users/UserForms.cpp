@@ -1,0 +1,253 @@
+#include "host/users/UserForms.h"
+
+#include "host/Corvane3Impl.h"
+#include "host/users/CheckedLinks.h"
+#include "host/users/Password.h"
+#include "host/users/PasswordDialogs.h"
+#include "host/users/Users.h"
+#include "platform/core/Error.h"
+#include "platform/core/Messages.h"
+#include "platform/data/DataSet.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+using Width = ui::ListColumn::Width;
+
+const QString general = u"Generale"_s;
+const QString lastAdministrator = u"Almeno un utente attivo deve avere il diritto \"Controllo completo\":\n\rnessun "
+                                  u"altro potrebbe più gestire utenti e "
+                                  "ruoli."_s;
+
+QString nameOfUser(int id, data::Connection &connection)
+{
+    const data::Rows rows = connection.select(u"SELECT USER_NAME FROM UTENTI WHERE IDUTENTE = :ID"_s, {{u"ID"_s, id}});
+    return rows.isEmpty() ? QString() : rows.text(0, u"USER_NAME");
+}
+
+bool isCurrentUser(const QString &name)
+{
+    return name.compare(GetKxCurrentUserName(), Qt::CaseInsensitive) == 0;
+}
+
+QString refuseUserDeletion(int id, data::Connection &connection)
+{
+    const QString name = nameOfUser(id, connection);
+    if (isCurrentUser(name))
+        return u"Non è possibile eliminare l'utente che sta lavorando."_s;
+    return administratorsExcept(name, 0, connection) == 0 ? lastAdministrator : QString();
+}
+
+QString refuseRoleDeletion(int id, data::Connection &connection)
+{
+    return administratorsExcept({}, id, connection) == 0 ? lastAdministrator : QString();
+}
+
+// The check list of a form in a box on its page.
+CheckedLinks *addLinks(const CheckedLinksSpec &spec, const QString &title, QWidget *page)
+{
+    auto *box = new QGroupBox(u' ' + title + u' ', page);
+    auto *list = new CheckedLinks(spec, box);
+    auto *layout = new QVBoxLayout(box);
+    layout->addWidget(list);
+    qobject_cast<QVBoxLayout *>(page->layout())->addWidget(box, 1);
+    return list;
+}
+
+RegisterSpec makeUsers()
+{
+    return {.name = u"Utenti"_s,
+            .caption = u"Utenti"_s,
+            .oneRecord = u"questo utente"_s,
+            .table = u"UTENTI"_s,
+            .key = u"IDUTENTE"_s,
+            .groups = {{general,
+                        {},
+                        {{.name = u"txtNomeUtente"_s,
+                          .label = u"Nome utente"_s,
+                          .column = u"USER_NAME"_s,
+                          .maxLength = 50,
+                          .upperCase = true},
+                         {.name = u"txtNome"_s, .label = u"Nome e cognome"_s, .column = u"NOME"_s, .row = 1},
+                         {.name = u"chkAttivo"_s,
+                          .column = u"ATTIVO"_s,
+                          .kind = RegisterField::Kind::Flag,
+                          .row = 2,
+                          .flagCaption = u"Attivo: può accedere al programma"_s}}}},
+            .required = {{u"USER_NAME"_s, u"Non è stato indicato il nome utente!"_s}},
+            .uniqueColumn = u"USER_NAME"_s,
+            .duplicateText = u"Esiste già un utente con questo nome!"_s,
+            .refuseDeletion = refuseUserDeletion,
+            .deletedWith = {u"DELETE FROM UTENTI_RUOLI WHERE UPPER(USER_NAME) = (SELECT UPPER(USER_NAME) FROM UTENTI "
+                            "WHERE IDUTENTE = ?)"_s},
+            .openingSize = {560, 400},
+            .listColumns = {{u"Nome utente"_s, u"USER_NAME"_s, 200},
+                            {u"Nome e cognome"_s, u"NOME"_s, 0, Width::Rest},
+                            {u"Attivo"_s, u"ATTIVO"_s, 80, Width::Pixels, ui::ListColumn::Display::Flag}},
+            .listFilters = {{.name = u"txtNomeUtente"_s,
+                             .label = u"Nome utente"_s,
+                             .condition = ui::containing(u"USER_NAME"_s)}},
+            .orderText = u" ORDER BY UPPER(USER_NAME)"_s};
+}
+
+RegisterSpec makeRoles()
+{
+    return {.name = u"Ruoli"_s,
+            .caption = u"Ruoli"_s,
+            .oneRecord = u"questo ruolo"_s,
+            .table = u"RUOLI_UTENTE"_s,
+            .key = u"IDRUOLO_UTENTE"_s,
+            .groups = {{general,
+                        {},
+                        {{.name = u"txtRuolo"_s, .label = u"Ruolo"_s, .column = u"RUOLO"_s, .maxLength = 50}}}},
+            .required = {{u"RUOLO"_s, u"Non è stato indicato il ruolo!"_s}},
+            .uniqueColumn = u"RUOLO"_s,
+            .duplicateText = u"Esiste già un ruolo con questo nome!"_s,
+            .uses = {{u"utenti"_s, u"UTENTI_RUOLI"_s, u"IDRUOLO_UTENTE = :ID"_s}},
+            .refuseDeletion = refuseRoleDeletion,
+            .deletedWith = {u"DELETE FROM ABILITAZIONI_RUOLI WHERE IDRUOLO_UTENTE = ?"_s},
+            .openingSize = {560, 360},
+            .listColumns = {{u"Ruolo"_s, u"RUOLO"_s, 0, Width::Rest}},
+            .listFilters = {{.name = u"txtRuolo"_s, .label = u"Ruolo"_s, .condition = ui::containing(u"RUOLO"_s)}},
+            .orderText = u" ORDER BY UPPER(RUOLO)"_s};
+}
+
+} // namespace
+
+const RegisterSpec &users()
+{
+    static const RegisterSpec spec = makeUsers();
+    return spec;
+}
+
+const RegisterSpec &roles()
+{
+    static const RegisterSpec spec = makeRoles();
+    return spec;
+}
+
+UserEntry::UserEntry(data::Connection &connection, QWidget *owner)
+    : RegisterEntry(users(), connection, owner)
+{
+    password_ = new QPushButton(u"Imposta la password..."_s, page(general));
+    password_->setObjectName(u"cmdPassword"_s);
+    password_->setAutoDefault(false);
+    connect(password_, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { choosePassword(); }); });
+    page(general)->layout()->addWidget(password_);
+    page(general)->layout()->setAlignment(password_, Qt::AlignLeft);
+    roles_ = addLinks({u"SELECT IDRUOLO_UTENTE AS ID, RUOLO AS TESTO FROM RUOLI_UTENTE ORDER BY UPPER(RUOLO)"_s,
+                       u"UTENTI_RUOLI"_s, u"USER_NAME"_s, u"IDRUOLO_UTENTE"_s},
+                      u"Ruoli"_s, page(general));
+    connect(roles_, &CheckedLinks::edited, this, &UserEntry::DataChanged);
+    refuseIf([this] { return storedKey() < 0 && newHash_.isEmpty(); }, u"Non è stata impostata la password!"_s);
+    refuseIf([this] { return isCurrentUser(storedText()) && !isCurrentUser(textOf(u"USER_NAME"_s)); },
+             u"Non è possibile cambiare il nome dell'utente che sta lavorando."_s);
+    refuseIf([this] { return leavesNobodyInControl(); }, lastAdministrator);
+    finish();
+}
+
+void UserEntry::choosePassword()
+{
+    const auto password = askNewPassword(this);
+    if (!password)
+        return;
+    const ui::WaitCursor wait;
+    newHash_ = passwordHash(*password);
+    DataChanged();
+}
+
+bool UserEntry::leavesNobodyInControl() const
+{
+    if (administratorsExcept(storedText(), 0, connection()) > 0)
+        return false;
+    const bool active = findChild<QCheckBox *>(u"chkAttivo"_s)->isChecked();
+    return !active || !rolesGrantFullControl(roles_->checkedKeys(), connection());
+}
+
+void UserEntry::resetDetails()
+{
+    RegisterEntry::resetDetails();
+    newHash_.clear();
+    roles_->fill(connection());
+    findChild<QCheckBox *>(u"chkAttivo"_s)->setChecked(true);
+}
+
+void UserEntry::loadDetails()
+{
+    RegisterEntry::loadDetails();
+    newHash_.clear();
+    roles_->load(storedText(), connection());
+}
+
+void UserEntry::writeComputed(data::DataSet &record) const
+{
+    if (!newHash_.isEmpty())
+        record.setValue(u"PASSWORD_HASH"_s, newHash_);
+}
+
+// Roles hang on the name, so those of the former name go first.
+void UserEntry::writeDetails()
+{
+    if (!storedText().isEmpty())
+        connection().run(u"DELETE FROM UTENTI_RUOLI WHERE UPPER(USER_NAME) = ?"_s, {storedText().toUpper()});
+    roles_->write(textOf(u"USER_NAME"_s), connection());
+    // Another workstation may have taken the right away from the others in the meantime.
+    if (administratorsExcept({}, 0, connection()) == 0)
+        throw core::Error(lastAdministrator);
+}
+
+RoleEntry::RoleEntry(data::Connection &connection, QWidget *owner)
+    : RegisterEntry(roles(), connection, owner)
+{
+    rights_ =
+        addLinks({u"SELECT IDABILITAZIONE_UTENTE AS ID, ABILITAZIONE_UTENTE || COALESCE(' (' || MODULO || ')', '') "
+                  "AS TESTO FROM ABILITAZIONI_UTENTE ORDER BY IDABILITAZIONE_UTENTE"_s,
+                  u"ABILITAZIONI_RUOLI"_s, u"IDRUOLO_UTENTE"_s, u"IDABILITAZIONE_UTENTE"_s},
+                 u"Diritti"_s, page(general));
+    connect(rights_, &CheckedLinks::edited, this, &RoleEntry::DataChanged);
+    refuseIf([this] { return leavesNobodyInControl(); }, lastAdministrator);
+    finish();
+}
+
+bool RoleEntry::grantsFullControl() const
+{
+    const data::Rows rows = connection().select(
+        u"SELECT IDABILITAZIONE_UTENTE AS ID FROM ABILITAZIONI_UTENTE WHERE ABILITAZIONE_UTENTE = :COMPLETO"_s,
+        {{u"COMPLETO"_s, fullControl}});
+    return !rows.isEmpty() && rights_->checkedKeys().contains(rows.integer(0, u"ID"));
+}
+
+bool RoleEntry::leavesNobodyInControl() const
+{
+    return !grantsFullControl() && administratorsExcept({}, storedKey(), connection()) == 0;
+}
+
+void RoleEntry::resetDetails()
+{
+    RegisterEntry::resetDetails();
+    rights_->fill(connection());
+}
+
+void RoleEntry::loadDetails()
+{
+    RegisterEntry::loadDetails();
+    rights_->load(IdRecord(), connection());
+}
+
+void RoleEntry::writeDetails()
+{
+    rights_->write(IdRecord(), connection());
+    if (administratorsExcept({}, 0, connection()) == 0)
+        throw core::Error(lastAdministrator);
+}
+
+} // namespace host

@@ -1,0 +1,56 @@
+#pragma once
+#include "host/registers/RegisterEntry.h"
+
+class QPushButton;
+
+namespace host {
+
+class CheckedLinks;
+
+const RegisterSpec &users();
+const RegisterSpec &roles();
+
+/// The entry form of a user: name, whether active, password, roles.
+class UserEntry : public RegisterEntry
+{
+    Q_OBJECT
+
+public:
+    UserEntry(data::Connection &connection, QWidget *owner);
+
+protected:
+    void resetDetails() override;
+    void loadDetails() override;
+    void writeComputed(data::DataSet &record) const override;
+    void writeDetails() override;
+
+private:
+    void choosePassword();
+    bool leavesNobodyInControl() const;
+
+    CheckedLinks *roles_;
+    QPushButton *password_;
+    QString newHash_; // of a password that waits for the save
+};
+
+/// The entry form of a role: name and rights.
+class RoleEntry : public RegisterEntry
+{
+    Q_OBJECT
+
+public:
+    RoleEntry(data::Connection &connection, QWidget *owner);
+
+protected:
+    void resetDetails() override;
+    void loadDetails() override;
+    void writeDetails() override;
+
+private:
+    bool leavesNobodyInControl() const;
+    bool grantsFullControl() const;
+
+    CheckedLinks *rights_;
+};
+
+} // namespace host

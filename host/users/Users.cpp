@@ -1,0 +1,88 @@
+#include "host/users/Users.h"
+
+#include "host/users/Password.h"
+#include "platform/core/Format.h"
+#include "platform/data/Connection.h"
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+data::Rows userRow(const QString &userName, data::Connection &connection)
+{
+    return connection.select(u"SELECT * FROM UTENTI WHERE UPPER(USER_NAME) = :NOME"_s,
+                             {{u"NOME"_s, userName.trimmed().toUpper()}});
+}
+
+} // namespace
+
+QStringList activeUsers(data::Connection &connection)
+{
+    const data::Rows rows =
+        connection.select(u"SELECT USER_NAME FROM UTENTI WHERE ATTIVO = 'True' ORDER BY UPPER(USER_NAME)"_s);
+    QStringList names;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        names.append(rows.text(row, u"USER_NAME"));
+    return names;
+}
+
+bool hasPassword(const QString &userName, data::Connection &connection)
+{
+    const data::Rows rows = userRow(userName, connection);
+    return !rows.isEmpty() && !rows.text(0, u"PASSWORD_HASH").isEmpty();
+}
+
+QString authenticate(const QString &userName, const QString &password, data::Connection &connection)
+{
+    const data::Rows rows = userRow(userName, connection);
+    if (rows.isEmpty() || !core::parseFlag(rows.text(0, u"ATTIVO")).value_or(false))
+        return {};
+    const QString hash = rows.text(0, u"PASSWORD_HASH");
+    const bool right = hash.isEmpty() ? password.isEmpty() : passwordMatches(password, hash);
+    return right ? rows.text(0, u"USER_NAME") : QString();
+}
+
+void setPassword(const QString &userName, const QString &password, data::Connection &connection)
+{
+    connection.run(u"UPDATE UTENTI SET PASSWORD_HASH = ? WHERE UPPER(USER_NAME) = ?"_s,
+                   {passwordHash(password), userName.toUpper()});
+}
+
+bool userHasRight(const QString &userName, const QString &right, data::Connection &connection)
+{
+    return !connection
+                .select(u"SELECT FIRST 1 1 AS NUM FROM UTENTI_RUOLI UR JOIN ABILITAZIONI_RUOLI AR ON "
+                        "AR.IDRUOLO_UTENTE = UR.IDRUOLO_UTENTE JOIN ABILITAZIONI_UTENTE A ON "
+                        "A.IDABILITAZIONE_UTENTE = AR.IDABILITAZIONE_UTENTE WHERE UPPER(UR.USER_NAME) = :UTENTE AND "
+                        "A.ABILITAZIONE_UTENTE IN (:DIRITTO, :COMPLETO)"_s,
+                        {{u"UTENTE"_s, userName.toUpper()}, {u"DIRITTO"_s, right}, {u"COMPLETO"_s, fullControl}})
+                .isEmpty();
+}
+
+int administratorsExcept(const QString &exceptUser, int exceptRole, data::Connection &connection)
+{
+    return connection
+        .select(u"SELECT COUNT(DISTINCT U.IDUTENTE) AS NUM FROM UTENTI U JOIN UTENTI_RUOLI UR ON "
+                "UPPER(UR.USER_NAME) = UPPER(U.USER_NAME) JOIN ABILITAZIONI_RUOLI AR ON AR.IDRUOLO_UTENTE = "
+                "UR.IDRUOLO_UTENTE JOIN ABILITAZIONI_UTENTE A ON A.IDABILITAZIONE_UTENTE = AR.IDABILITAZIONE_UTENTE "
+                "WHERE A.ABILITAZIONE_UTENTE = :COMPLETO AND U.ATTIVO = 'True' AND UPPER(U.USER_NAME) <> :UTENTE AND "
+                "UR.IDRUOLO_UTENTE <> :RUOLO"_s,
+                {{u"COMPLETO"_s, fullControl}, {u"UTENTE"_s, exceptUser.toUpper()}, {u"RUOLO"_s, exceptRole}})
+        .integer(0, u"NUM");
+}
+
+bool rolesGrantFullControl(const QList<int> &roles, data::Connection &connection)
+{
+    return std::any_of(roles.begin(), roles.end(), [&connection](int role) {
+        return !connection
+                    .select(u"SELECT FIRST 1 1 AS NUM FROM ABILITAZIONI_RUOLI AR JOIN ABILITAZIONI_UTENTE A ON "
+                            "A.IDABILITAZIONE_UTENTE = AR.IDABILITAZIONE_UTENTE WHERE AR.IDRUOLO_UTENTE = :RUOLO AND "
+                            "A.ABILITAZIONE_UTENTE = :COMPLETO"_s,
+                            {{u"RUOLO"_s, role}, {u"COMPLETO"_s, fullControl}})
+                    .isEmpty();
+    });
+}
+
+} // namespace host

@@ -1,0 +1,37 @@
+#pragma once
+#include <QStringList>
+
+namespace data {
+class Connection;
+}
+
+/// Users, their roles and the rights of the roles, from the tables UTENTI, RUOLI_UTENTE and ABILITAZIONI_*. Everything
+/// here throws data::DatabaseError.
+namespace host {
+
+/// The right that includes all others.
+inline const QString fullControl = QStringLiteral("Controllo completo");
+
+/// Names of the users who may log in, in alphabetical order.
+QStringList activeUsers(data::Connection &connection);
+
+/// True when the user, found without regard to case, has a password at all. Users of the demonstration data have none.
+bool hasPassword(const QString &userName, data::Connection &connection);
+
+/// The user's name as it is stored when name and password are right and the user is active; empty otherwise. A user
+/// without a password logs in with an empty one.
+QString authenticate(const QString &userName, const QString &password, data::Connection &connection);
+
+void setPassword(const QString &userName, const QString &password, data::Connection &connection);
+
+/// True when the user has `right` or full control through one of the roles.
+bool userHasRight(const QString &userName, const QString &right, data::Connection &connection);
+
+/// How many active users have full control, those aside who are named `exceptUser` and what comes from `exceptRole`
+/// (empty and 0 leave nobody aside).
+int administratorsExcept(const QString &exceptUser, int exceptRole, data::Connection &connection);
+
+/// True when one of the roles grants full control.
+bool rolesGrantFullControl(const QList<int> &roles, data::Connection &connection);
+
+} // namespace host

@@ -1,0 +1,34 @@
+#pragma once
+#include <QDialog>
+#include <QFormLayout>
+
+#include <functional>
+
+class QPushButton;
+
+namespace ui {
+
+/// A modal dialog of labelled inputs with "OK" (cmdOk) and "Annulla" (cmdAnnulla). Enter in an input accepts.
+class FormDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    FormDialog(const QString &title, QWidget *owner);
+
+    void addRow(const QString &label, QWidget *input) { rows_->addRow(label, input); }
+    /// A paragraph over the whole width.
+    void addText(const QString &text);
+    QPushButton *okButton() const { return ok_; }
+    /// Runs when the user accepts; the dialog stays open when it returns false or fails, and errors are shown.
+    void setCheck(std::function<bool()> check) { check_ = std::move(check); }
+
+    void accept() override;
+
+private:
+    QFormLayout *rows_;
+    QPushButton *ok_ = nullptr;
+    std::function<bool()> check_;
+};
+
+} // namespace ui
