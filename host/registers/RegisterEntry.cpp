@@ -75,6 +75,9 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
     for (const RegisterField &spec : group.fields) {
         ui::Field *field = createField(spec, box);
         place(grid, field, spec.row, spec.position, spec.span);
+        // A control with a limited width stays beside its label.
+        if (field->widget()->maximumWidth() < QWIDGETSIZE_MAX)
+            grid->setAlignment(field->widget(), Qt::AlignLeft | Qt::AlignVCenter);
         if (spec.kind == RegisterField::Kind::Memo)
             grid->setRowStretch(spec.row, 1);
         if (!focusProxy())

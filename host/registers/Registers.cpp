@@ -50,6 +50,7 @@ RegisterField vatLookup(int row, int position)
             .kind = Kind::Lookup,
             .row = row,
             .position = position,
+            .span = 2,
             .lookupSql = u"SELECT IDALIQUOTA_IVA, CODICE || ' - ' || DESCRIZIONE AS TESTO FROM ALIQUOTE_IVA ORDER BY "
                          "ALIQUOTA DESC, CODICE"_s};
 }

@@ -1,0 +1,43 @@
+#pragma once
+#include "platform/data/ConnectionString.h"
+
+#include <QList>
+#include <optional>
+
+namespace host {
+
+/// What the program remembers between two starts: the database opened last, those before it, the user who logged in
+/// last, and the passwords of servers.
+///
+/// Passwords lie in a file of their own that only its owner may read. They are not encrypted: who can read the file
+/// could read a key beside it as well.
+class DatabaseMemory
+{
+public:
+    /// Keeps everything in `folder`: "corvane.ini" and "accessi.ini".
+    explicit DatabaseMemory(const QString &folder);
+
+    QString settingsFile() const;
+
+    /// The database opened last, with its user and password as far as known; nothing before the first one.
+    std::optional<data::DatabaseAddress> last() const;
+    /// Databases opened before, the latest first, `last()` included.
+    QList<data::DatabaseAddress> recent() const;
+    /// Puts `database` in front. Its password is kept only with `keepPassword`; without it a kept one is forgotten.
+    /// Throws core::Error when the password cannot be kept from other accounts' eyes.
+    void remember(const data::DatabaseAddress &database, bool keepPassword);
+    void forget(const data::DatabaseAddress &database);
+    /// True when the password of `database` is kept.
+    bool keepsPassword(const data::DatabaseAddress &database) const;
+
+    QString lastUser() const;
+    void rememberUser(const QString &userName);
+
+private:
+    QString passwordFile() const;
+    data::DatabaseAddress withPassword(const QString &entry) const;
+
+    QString folder_;
+};
+
+} // namespace host
