@@ -1,6 +1,7 @@
 #include "magazzino/ui/DocumentGrid.h"
 
 #include "platform/ui/Controls.h"
+#include "platform/ui/ListExport.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -117,6 +118,7 @@ DocumentGrid::DocumentGrid(const QList<RowColumnSpec> &columns, QWidget *parent)
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
+    new ui::ListExport(this);
     connect(model_, &DocumentRowsModel::cellEdited, this, [this](int row) { resizeRowToContents(row); });
 }
 

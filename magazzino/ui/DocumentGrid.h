@@ -68,6 +68,7 @@ Q_SIGNALS:
 
 private:
     QString shown(const DocumentRow &row, RowColumn column) const;
+    QVariant exported(const DocumentRow &row, RowColumn column) const;
 
     QList<RowColumnSpec> columns_;
     QList<DocumentRow> rows_;

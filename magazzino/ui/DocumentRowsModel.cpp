@@ -2,6 +2,7 @@
 
 #include "platform/core/Decimal.h"
 #include "platform/core/Format.h"
+#include "platform/ui/ListExport.h"
 
 #include <QColor>
 
@@ -145,6 +146,14 @@ QString DocumentRowsModel::shown(const DocumentRow &row, RowColumn column) const
     }
 }
 
+QVariant DocumentRowsModel::exported(const DocumentRow &row, RowColumn column) const
+{
+    const NumberColumn *number = numberColumn(column);
+    if (!number)
+        return shown(row, column);
+    return row.tipo == tipoRiga::testo ? QVariant() : (row.*number->value).value_or(0);
+}
+
 QVariant DocumentRowsModel::data(const QModelIndex &index, int role) const
 {
     // The view's own "copy" key asks for the current cell even when there is none.
@@ -159,6 +168,8 @@ QVariant DocumentRowsModel::data(const QModelIndex &index, int role) const
         if (const NumberColumn *number = numberColumn(column))
             return (row.*number->value) ? plainNumber(*(row.*number->value)) : QString();
         return shown(row, column);
+    case ui::ExportValue:
+        return exported(row, column);
     case Qt::TextAlignmentRole: {
         const bool left = column == RowColumn::Codice || column == RowColumn::Descrizione;
         return QVariant(Qt::AlignVCenter | (left ? Qt::AlignLeft : Qt::AlignRight));
@@ -181,6 +192,12 @@ QVariant DocumentRowsModel::headerData(int section, Qt::Orientation orientation,
         return {};
     if (role == Qt::DisplayRole)
         return columns_[section].header;
+    if (role == ui::ExportPlaces)
+        return 2;
+    if (role == ui::ExportCurrency) {
+        const NumberColumn *number = numberColumn(columns_[section].column);
+        return number && number->currency;
+    }
     if (role == Qt::TextAlignmentRole) {
         const RowColumn column = columns_[section].column;
         const bool left = column == RowColumn::Codice || column == RowColumn::Descrizione;

@@ -1,9 +1,9 @@
 #include "platform/report/Output.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/SaveFile.h"
 #include "platform/report/Document.h"
 
-#include <QFileInfo>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
@@ -23,24 +23,6 @@ QPageLayout layoutOf(const Document &document)
     return layout;
 }
 
-QString reasonFor(const QSaveFile &file)
-{
-    const QFileInfo target(file.fileName());
-    const QFileInfo folder(target.absolutePath());
-    if (!folder.isDir())
-        return u"la cartella non esiste"_s;
-    if (target.isDir())
-        return u"esiste una cartella con questo nome"_s;
-    if (!folder.isWritable() || (target.exists() && !target.isWritable()))
-        return u"mancano i permessi di scrittura"_s;
-    return file.errorString();
-}
-
-[[noreturn]] void failWriting(const QSaveFile &file)
-{
-    throw core::Error(u"Impossibile scrivere il file \"%1\": %2."_s.arg(file.fileName(), reasonFor(file)));
-}
-
 } // namespace
 
 void writePdf(const Document &document, const QString &path, int dpi)
@@ -48,7 +30,7 @@ void writePdf(const Document &document, const QString &path, int dpi)
     // The temporary file lies beside the target and takes its name only when everything has been written.
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        failWriting(file);
+        core::failWriting(file);
     {
         QPdfWriter writer(&file);
         writer.setTitle(document.title());
@@ -57,15 +39,15 @@ void writePdf(const Document &document, const QString &path, int dpi)
         writer.setResolution(dpi);
         QPainter painter;
         if (!painter.begin(&writer))
-            failWriting(file);
+            core::failWriting(file);
         for (int index = 0; index < document.pageCount(); ++index) {
             if (index > 0 && !writer.newPage())
-                failWriting(file);
+                core::failWriting(file);
             paintPage(painter, document.page(index), document.fonts(), dpi / 25.4);
         }
     }
     if (!file.commit())
-        failWriting(file);
+        core::failWriting(file);
 }
 
 void printDocument(const Document &document, QPrinter &printer)

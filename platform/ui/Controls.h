@@ -80,7 +80,8 @@ enum class Icon
     Text,
     Choose,
     Clear,
-    Service
+    Service,
+    Export
 };
 QIcon icon(Icon which);
 

@@ -1,6 +1,7 @@
 #include "platform/ui/ResultGrid.h"
 
 #include "platform/core/Format.h"
+#include "platform/ui/ListExport.h"
 
 #include <QColor>
 #include <QDate>
@@ -95,6 +96,24 @@ QString RowsModel::shown(const QVariant &value, ListColumn::Display display) con
     return value.toString();
 }
 
+QVariant RowsModel::exported(const QVariant &value, ListColumn::Display display) const
+{
+    if (value.isValid() && display == ListColumn::Display::Flag)
+        return core::parseFlag(value.toString()).value_or(false);
+    return value;
+}
+
+// As many decimals as are shown.
+int RowsModel::places(int column) const
+{
+    using Display = ListColumn::Display;
+    const Display display = columns_[column].display;
+    if (display == Display::Quantity || display == Display::Currency)
+        return 2;
+    const int field = fieldIndexes_.value(column, -1);
+    return field < 0 ? 0 : rows_.columns()[field].places;
+}
+
 QVariant RowsModel::data(const QModelIndex &index, int role) const
 {
     // The view's own "copy" key asks for the current cell even when there is none.
@@ -104,6 +123,10 @@ QVariant RowsModel::data(const QModelIndex &index, int role) const
     if (role == Qt::DisplayRole) {
         const int field = fieldIndexes_.value(index.column(), -1);
         return field < 0 ? QVariant() : shown(rows_.values(index.row())[field], column.display);
+    }
+    if (role == ExportValue) {
+        const int field = fieldIndexes_.value(index.column(), -1);
+        return field < 0 ? QVariant() : exported(rows_.values(index.row())[field], column.display);
     }
     if (role == Qt::ForegroundRole && column.redBelowZero) {
         const int field = fieldIndexes_.value(index.column(), -1);
@@ -120,6 +143,10 @@ QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int rol
         return columns_[section].header;
     if (role == Qt::TextAlignmentRole)
         return alignmentOf(columns_[section]);
+    if (role == ExportPlaces)
+        return places(section);
+    if (role == ExportCurrency)
+        return columns_[section].display == ListColumn::Display::Currency;
     return {};
 }
 
@@ -152,6 +179,7 @@ void RowsModel::sort(int column, Qt::SortOrder order)
 ResultGrid::ResultGrid(const QString &keyField, const QList<ListColumn> &columns, QWidget *parent)
     : QTableView(parent)
     , model_(new RowsModel(keyField, columns, this))
+    , export_(new ListExport(this))
 {
     setModel(model_);
     setSelectionBehavior(QAbstractItemView::SelectRows);

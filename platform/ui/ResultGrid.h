@@ -6,6 +6,8 @@
 
 namespace ui {
 
+class ListExport;
+
 /// One visible column of a list.
 struct ListColumn
 {
@@ -59,6 +61,8 @@ public:
 
 private:
     QString shown(const QVariant &value, ListColumn::Display display) const;
+    QVariant exported(const QVariant &value, ListColumn::Display display) const;
+    int places(int column) const;
 
     QString keyField_;
     QList<ListColumn> columns_;
@@ -86,6 +90,8 @@ public:
     void allowSorting();
     /// Text of the selected row's first column, empty without one.
     QString selectedText() const;
+    /// The commands that export the rows; the context menu has them, too.
+    ListExport &listExport() const { return *export_; }
 
 Q_SIGNALS:
     /// A data row was double-clicked, or Enter pressed on it.
@@ -99,6 +105,7 @@ private:
     void fitColumns();
 
     RowsModel *model_;
+    ListExport *export_;
 };
 
 } // namespace ui

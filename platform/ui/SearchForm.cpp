@@ -6,11 +6,13 @@
 #include "platform/data/SqlText.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/LetterBar.h"
+#include "platform/ui/ListExport.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -180,9 +182,24 @@ void SearchForm::createLetterBar(QVBoxLayout *layout)
     layout->addWidget(letters);
 }
 
+void SearchForm::placeExport()
+{
+    auto *menu = new QMenu(u"Esporta"_s, this);
+    menu->addActions(grid_->listExport().commands());
+    QAction *action = menu->menuAction();
+    action->setObjectName(u"actEsporta"_s);
+    action->setIcon(icon(Icon::Export));
+    action->setToolTip(u"Salva l'elenco in un file o lo copia"_s);
+    placeCommands(bar_, QStringList{QString()});
+    formMenu()->addAction(action);
+    bar_->addAction(action);
+    qobject_cast<QToolButton *>(bar_->widgetForAction(action))->setPopupMode(QToolButton::InstantPopup);
+}
+
 void SearchForm::start(const QStringList &commands)
 {
     placeCommands(bar_, commands);
+    placeExport();
     if (!inputs_.isEmpty())
         setFocusProxy(inputs_.first());
     Ripristina();

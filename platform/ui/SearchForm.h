@@ -83,6 +83,7 @@ protected:
 
 private:
     void declareCommands();
+    void placeExport();
     void createFilterBar(QVBoxLayout *layout);
     void addFilter(const ListFilter &filter, QHBoxLayout *line);
     void createLetterBar(QVBoxLayout *layout);

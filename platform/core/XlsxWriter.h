@@ -1,0 +1,11 @@
+#pragma once
+#include "platform/core/Table.h"
+
+namespace core {
+
+/// The table as an Excel workbook with one sheet: bold captions in a first row that stays in sight, columns as wide as
+/// on screen, numbers and dates as such, texts always as texts. Throws core::Error when it has more rows or a longer
+/// text than a sheet can hold, or when the temporary folder is full.
+QByteArray xlsxFile(const Table &table);
+
+} // namespace core

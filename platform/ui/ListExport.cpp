@@ -1,0 +1,183 @@
+#include "platform/ui/ListExport.h"
+
+#include "platform/core/CsvWriter.h"
+#include "platform/core/Messages.h"
+#include "platform/core/SaveFile.h"
+#include "platform/core/XlsxWriter.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QRegularExpression>
+#include <QTableView>
+
+#include <set>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+namespace {
+
+// The model's columns from left to right as they stand on screen.
+QList<int> visibleColumns(const QTableView &view)
+{
+    QList<int> columns;
+    const QHeaderView *header = view.horizontalHeader();
+    for (int place = 0; place < header->count(); ++place) {
+        if (const int column = header->logicalIndex(place); !header->isSectionHidden(column))
+            columns.append(column);
+    }
+    return columns;
+}
+
+// A list that exports values says so for each column; an invalid value is an empty cell then.
+int roleOf(const QTableView &view, int column)
+{
+    const bool typed = view.model()->headerData(column, Qt::Horizontal, ExportPlaces).isValid();
+    return typed ? static_cast<int>(ExportValue) : Qt::DisplayRole;
+}
+
+template <typename RowNumbers>
+core::Table tableOf(const QTableView &view, const QList<int> &columns, const RowNumbers &rows)
+{
+    core::Table table;
+    QList<int> roles;
+    const QAbstractItemModel &model = *view.model();
+    for (const int column : columns) {
+        table.columns.append({.header = model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(),
+                              .places = model.headerData(column, Qt::Horizontal, ExportPlaces).toInt(),
+                              .currency = model.headerData(column, Qt::Horizontal, ExportCurrency).toBool(),
+                              .width = view.columnWidth(column)});
+        roles.append(roleOf(view, column));
+    }
+    table.rows.reserve(rows.size());
+    for (const int row : rows) {
+        QVariantList values;
+        values.reserve(columns.size());
+        for (qsizetype i = 0; i < columns.size(); ++i)
+            values.append(model.index(row, columns[i]).data(roles[i]));
+        table.rows.append(std::move(values));
+    }
+    return table;
+}
+
+} // namespace
+
+core::Table tableOf(const QTableView &view)
+{
+    QList<int> rows;
+    for (int row = 0; row < view.model()->rowCount(); ++row) {
+        if (!view.isRowHidden(row))
+            rows.append(row);
+    }
+    return tableOf(view, visibleColumns(view), rows);
+}
+
+core::Table selectionOf(const QTableView &view)
+{
+    std::set<int> rows;
+    std::set<int> selectedColumns;
+    const QModelIndexList selected = view.selectionModel()->selectedIndexes();
+    for (const QModelIndex &index : selected) {
+        rows.insert(index.row());
+        selectedColumns.insert(index.column());
+    }
+    QList<int> columns = visibleColumns(view);
+    columns.removeIf([&selectedColumns](int column) { return !selectedColumns.contains(column); });
+    return tableOf(view, columns, rows);
+}
+
+ListExport::ListExport(QTableView *view)
+    : QObject(view)
+    , view_(view)
+{
+    QAction *copy = addCommand(u"actCopiaSelezione"_s, u"Copia"_s, &ListExport::copySelection);
+    copy->setShortcut(QKeySequence::Copy);
+    // Not in the editor of a cell, which copies its own text.
+    copy->setShortcutContext(Qt::WidgetShortcut);
+    auto *separator = new QAction(view);
+    separator->setSeparator(true);
+    view->addAction(separator);
+    commands_ = {addCommand(u"actEsportaCSV"_s, u"Esporta in CSV…"_s, &ListExport::saveCsv),
+                 addCommand(u"actEsportaXLSX"_s, u"Esporta in Excel (XLSX)…"_s, &ListExport::saveXlsx),
+                 addCommand(u"actCopiaElenco"_s, u"Copia negli Appunti"_s, &ListExport::copyList)};
+    view->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+QAction *ListExport::addCommand(const QString &name, const QString &caption, void (ListExport::*run)())
+{
+    auto *action = new QAction(caption, view_);
+    action->setObjectName(name);
+    connect(action, &QAction::triggered, this, [this, run] { core::guarded(view_, [this, run] { (this->*run)(); }); });
+    view_->addAction(action);
+    return action;
+}
+
+void ListExport::saveCsv()
+{
+    save(u"File CSV (*.csv)"_s, u"csv"_s, core::csvText);
+}
+
+void ListExport::saveXlsx()
+{
+    save(u"Cartella di lavoro Excel (*.xlsx)"_s, u"xlsx"_s, core::xlsxFile);
+}
+
+void ListExport::save(const QString &filter, const QString &extension, QByteArray (*write)(const core::Table &))
+{
+    if (!hasRows())
+        return;
+    static const QRegularExpression forbidden(u"\\s*[/\\\\:*?\"<>|]\\s*"_s);
+    const QString name = title().replace(forbidden, u" - "_s);
+    const QString path = chooseSaveFile(view_, {.title = u"Esporta l'elenco"_s,
+                                                .filter = filter,
+                                                .defaultExtension = extension,
+                                                .proposedName = name + u'.' + extension});
+    if (path.isEmpty())
+        return;
+    const WaitCursor wait;
+    core::Table table = tableOf(*view_);
+    table.title = title();
+    core::saveFile(path, write(table));
+}
+
+void ListExport::copyList()
+{
+    if (!hasRows())
+        return;
+    const WaitCursor wait;
+    QGuiApplication::clipboard()->setText(core::clipboardText(tableOf(*view_), true));
+}
+
+void ListExport::copySelection()
+{
+    const core::Table table = selectionOf(*view_);
+    if (table.rows.isEmpty())
+        return;
+    QString text = core::clipboardText(table, false);
+    text.chop(1); // a single line is pasted into other inputs, too
+    QGuiApplication::clipboard()->setText(text);
+}
+
+bool ListExport::hasRows() const
+{
+    if (view_->model()->rowCount() > 0)
+        return true;
+    core::warn(view_, u"L'elenco è vuoto: non c'è nulla da esportare."_s);
+    return false;
+}
+
+// The caption of the form or dialog around the list.
+QString ListExport::title() const
+{
+    for (const QWidget *widget = view_; widget; widget = widget->parentWidget()) {
+        if (!widget->windowTitle().isEmpty())
+            return widget->windowTitle();
+    }
+    return u"Elenco"_s;
+}
+
+} // namespace ui

@@ -1,0 +1,52 @@
+#pragma once
+#include "platform/core/Table.h"
+
+#include <QObject>
+
+class QAction;
+class QTableView;
+
+namespace ui {
+
+/// What a model tells about itself so that its lists can leave the program as values. A model without them is exported
+/// with the texts that it shows.
+enum ExportRole
+{
+    ExportValue = Qt::UserRole + 100, ///< data(): the cell's typed value, see core::Table
+    ExportPlaces,                     ///< headerData(): decimals of the column's numbers
+    ExportCurrency                    ///< headerData(): true for amounts in EUR
+};
+
+/// The rows of a list in the order and with the columns that are on screen.
+core::Table tableOf(const QTableView &view);
+/// The same of what is selected: whole rows, or single cells where the list selects cells.
+core::Table selectionOf(const QTableView &view);
+
+/// The commands by which any list leaves the program: a CSV file, an Excel file, the clipboard. They are the list's
+/// context menu, and Ctrl+C in it copies what is selected. The form's caption proposes the file's name.
+class ListExport : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Serves `view` and lives as long as it.
+    explicit ListExport(QTableView *view);
+
+    /// "Esporta in CSV…", "Esporta in Excel (XLSX)…" and "Copia negli Appunti", for a form's menu.
+    const QList<QAction *> &commands() const { return commands_; }
+
+private:
+    QAction *addCommand(const QString &name, const QString &caption, void (ListExport::*run)());
+    void saveCsv();
+    void saveXlsx();
+    void copyList();
+    void copySelection();
+    void save(const QString &filter, const QString &extension, QByteArray (*write)(const core::Table &));
+    bool hasRows() const;
+    QString title() const;
+
+    QTableView *view_;
+    QList<QAction *> commands_;
+};
+
+} // namespace ui

@@ -1,0 +1,246 @@
+#include "magazzino/uMMGModMagazzino.h"
+#include "magazzino/ui/DocumentGrid.h"
+#include "platform/core/SaveFile.h"
+#include "platform/ui/Dialogs.h"
+#include "platform/ui/ListExport.h"
+#include "platform/ui/SearchForm.h"
+#include "tests/support/Controls.h"
+#include "tests/support/TestMain.h"
+#include "tests/support/Workplace.h"
+
+#include <QClipboard>
+#include <QFile>
+#include <QHeaderView>
+#include <QProcess>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+using ui::ListColumn;
+
+namespace {
+
+// Prints every cell of the sheet: type (n, s or f for a formula), value, number format.
+const QString readSheet = uR"(
+import sys, zipfile, xml.etree.ElementTree as tree
+book = zipfile.ZipFile(sys.argv[1])
+part = lambda name: tree.fromstring(book.read('xl/' + name))
+q = lambda tag: '{http://schemas.openxmlformats.org/spreadsheetml/2006/main}' + tag
+texts = [''.join(t.text or '' for t in s.iter(q('t'))) for s in part('sharedStrings.xml')]
+styles = part('styles.xml')
+codes = {f.get('numFmtId'): f.get('formatCode') for f in styles.iter(q('numFmt'))}
+formats = [codes.get(x.get('numFmtId'), x.get('numFmtId')) for x in styles.find(q('cellXfs'))]
+sheet = part('worksheets/sheet1.xml')
+print('frozen', sheet.find('.//' + q('pane')).get('ySplit'))
+for row in sheet.iter(q('row')):
+    cells = []
+    for cell in row:
+        kind = 'f' if cell.find(q('f')) is not None else cell.get('t', 'n')
+        value = cell.findtext(q('v'))
+        cells.append(' '.join([cell.get('r'), kind, texts[int(value)] if kind == 's' else value,
+                               formats[int(cell.get('s', 0))]]))
+    print('|'.join(cells))
+)"_s;
+
+QStringList sheetLines(const QString &path)
+{
+    QProcess python;
+    python.start(u"python3"_s, {u"-X"_s, u"utf8"_s, u"-c"_s, readSheet, path});
+    python.waitForFinished();
+    const QByteArray errors = python.readAllStandardError();
+    return QString::fromUtf8(python.readAllStandardOutput() + errors).trimmed().split(u'\n');
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
+}
+
+void fill(ui::ResultGrid &grid)
+{
+    const QList<data::Column> columns = {{u"ID"_s},
+                                         {u"CODICE"_s, 0, true},
+                                         {u"NOME"_s, 0, true},
+                                         {u"DATA"_s},
+                                         {u"PREZZO"_s, 2, false, true},
+                                         {u"PESO"_s, 3, false, true},
+                                         {u"ATTIVO"_s, 0, true}};
+    grid.setRows({columns,
+                  {{1, u"0012"_s, u"Müller \"è\"; figli\nMilano"_s, QDate(2026, 3, 9), -1234.5, 0.125, u"True"_s},
+                   {2, u"=1+1"_s, u"@x"_s, {}, 1234567.89, {}, u"False"_s},
+                   {3, u"+39"_s, {}, QDate(1899, 12, 31), 0.1 + 0.2, 2.0, {}}}});
+}
+
+} // namespace
+
+class TestExport : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void csvShowsWhatIsOnScreen();
+    void workbookHasNumbersDatesAndTexts();
+    void clipboardTakesListOrSelection();
+    void failureIsToldAndLeavesTheOldFile();
+    void listsHaveTheCommand();
+    void documentRowsExport();
+
+private:
+    QString path(const QString &name) const { return folder_.filePath(name); }
+
+    const QTemporaryDir folder_;
+    ui::SaveFileChooser previous_;
+    ui::SaveFileRequest asked_;
+    QString answer_;
+    std::unique_ptr<QWidget> form_;
+    ui::ResultGrid *grid_ = nullptr;
+};
+
+void TestExport::initTestCase()
+{
+    previous_ = ui::setSaveFileChooser([this](QWidget *, const ui::SaveFileRequest &request) {
+        asked_ = request;
+        return answer_;
+    });
+}
+
+void TestExport::init()
+{
+    form_ = std::make_unique<QWidget>();
+    form_->setWindowTitle(u"Elenco: prove / uno"_s);
+    grid_ =
+        new ui::ResultGrid(u"ID"_s,
+                           {{u"Codice"_s, u"CODICE"_s, 80},
+                            {u"Nome"_s, u"NOME"_s, 0, ListColumn::Width::Rest},
+                            {u"Data"_s, u"DATA"_s, 80, ListColumn::Width::Pixels, ListColumn::Display::Date},
+                            {u"Prezzo"_s, u"PREZZO"_s, 80, ListColumn::Width::Pixels, ListColumn::Display::Currency},
+                            {u"Peso"_s, u"PESO"_s, 80},
+                            {u"Attivo"_s, u"ATTIVO"_s, 80, ListColumn::Width::Pixels, ListColumn::Display::Flag}},
+                           form_.get());
+    fill(*grid_);
+}
+
+void TestExport::cleanup()
+{
+    form_.reset();
+}
+
+void TestExport::csvShowsWhatIsOnScreen()
+{
+    grid_->horizontalHeader()->moveSection(3, 0);
+    grid_->setColumnHidden(5, true);
+    grid_->rows().sort(4, Qt::DescendingOrder);
+    answer_ = path(u"a.csv"_s);
+    test::trigger(grid_, u"actEsportaCSV"_s);
+    QCOMPARE(asked_.proposedName, u"Elenco - prove - uno.csv"_s);
+    const QByteArray expected = "\xEF\xBB\xBF"
+                                "Prezzo;Codice;Nome;Data;Peso\r\n"
+                                "0,30;'+39;;31/12/1899;2,000\r\n"
+                                "-1234,50;0012;\"Müller \"\"è\"\"; figli\nMilano\";09/03/2026;0,125\r\n"
+                                "1234567,89;'=1+1;'@x;;\r\n";
+    QCOMPARE(contentOf(answer_), expected);
+}
+
+void TestExport::workbookHasNumbersDatesAndTexts()
+{
+    answer_ = path(u"a.xlsx"_s);
+    test::trigger(grid_, u"actEsportaXLSX"_s);
+    const QString euro = u"\"€ \"#,##0.00;-\"€ \"#,##0.00"_s;
+    const QStringList lines =
+        sheetLines(answer_).join(u'\n').replace(u"figli\nMilano"_s, u"figli Milano"_s).split(u'\n');
+    QCOMPARE(lines.value(0), u"frozen 1"_s);
+    QCOMPARE(lines.value(1), u"A1 s Codice 0|B1 s Nome 0|C1 s Data 0|D1 s Prezzo 0|E1 s Peso 0|F1 s Attivo 0"_s);
+    QCOMPARE(lines.value(2), u"A2 s 0012 0|B2 s Müller \"è\"; figli Milano 0|C2 n 46090 dd/mm/yyyy|D2 n -1234.5 %1|"
+                             "E2 n 0.125 #,##0.000|F2 s Sì 0"_s.arg(euro));
+    QCOMPARE(lines.value(3), u"A3 s =1+1 0|B3 s @x 0|D3 n 1234567.89 %1|F3 s No 0"_s.arg(euro));
+    QCOMPARE(lines.value(4), u"A4 s +39 0|C4 s 31/12/1899 0|D4 n 0.3 %1|E4 n 2 #,##0.000"_s.arg(euro));
+}
+
+void TestExport::clipboardTakesListOrSelection()
+{
+    test::trigger(grid_, u"actCopiaElenco"_s);
+    QCOMPARE(QGuiApplication::clipboard()->text(),
+             u"Codice\tNome\tData\tPrezzo\tPeso\tAttivo\n"
+             "0012\tMüller \"è\"; figli Milano\t09/03/2026\t-1234,50\t0,125\tSì\n"
+             "'=1+1\t'@x\t\t1234567,89\t\tNo\n'+39\t\t31/12/1899\t0,30\t2,000\t\n"_s);
+    grid_->selectRow(1);
+    form_->show();
+    QApplication::setActiveWindow(form_.get());
+    grid_->setFocus();
+    test::settle();
+    QTest::keyClick(grid_, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"'=1+1\t'@x\t\t1234567,89\t\tNo"_s);
+}
+
+void TestExport::failureIsToldAndLeavesTheOldFile()
+{
+    test::ScriptedMessages messages;
+    answer_ = path(u"manca/a.csv"_s);
+    messages.expectError(u"Impossibile scrivere il file \"%1\": la cartella non esiste."_s.arg(answer_));
+    test::trigger(grid_, u"actEsportaCSV"_s);
+
+    answer_ = path(u"vecchio.xlsx"_s);
+    core::saveFile(answer_, "vecchio");
+    grid_->setRows({{{u"ID"_s}, {u"CODICE"_s, 0, true}, {u"NOME"_s, 0, true}}, {{1, u"A"_s, QString(40000, u'x')}}});
+    messages.expectError(u"Il testo della riga 1, colonna \"Nome\", supera i 32.767 caratteri ammessi da Excel. "
+                         "Esportare in CSV."_s);
+    test::trigger(grid_, u"actEsportaXLSX"_s);
+    QCOMPARE(contentOf(answer_), "vecchio");
+
+    grid_->setRows({});
+    messages.expectWarning(u"L'elenco è vuoto: non c'è nulla da esportare."_s);
+    test::trigger(grid_, u"actCopiaElenco"_s);
+}
+
+void TestExport::listsHaveTheCommand()
+{
+    test::Workplace workplace;
+    const auto open = [&workplace](const QString &action) {
+        return qobject_cast<ui::SearchForm *>(workplace.module().openForm(action));
+    };
+    ui::SearchForm *suppliers = open(u"actRicercaFornitori"_s);
+    suppliers->AggiornaGriglia({});
+    answer_ = path(u"fornitori.csv"_s);
+    test::trigger(suppliers, u"actEsportaCSV"_s);
+    const qsizetype rows = test::control<QTableView>(suppliers, u"GridRisultati"_s)->model()->rowCount();
+    QVERIFY(rows > 0);
+    QCOMPARE(contentOf(answer_).count("\r\n"), rows + 1);
+
+    // The list with the most commands, as narrow as it gets.
+    ui::SearchForm *invoices = open(u"actRicercaFattureAccompagnatorie"_s);
+    invoices->parentWidget()->resize(invoices->parentWidget()->minimumSizeHint());
+    test::settle();
+    auto *bar = test::control<QToolBar>(invoices, u"tBarStandard"_s);
+    const QWidget *button = bar->widgetForAction(test::control<QAction>(invoices, u"actEsporta"_s));
+    QVERIFY(button->isVisible() && bar->rect().contains(button->geometry()));
+    QVERIFY(invoices->formMenu()->actions().contains(test::control<QAction>(invoices, u"actEsporta"_s)));
+}
+
+void TestExport::documentRowsExport()
+{
+    DocumentGrid grid({{RowColumn::Codice, u"Codice"_s, 80},
+                       {RowColumn::Descrizione, u"Descrizione"_s},
+                       {RowColumn::Prezzo, u"Prezzo"_s, 80},
+                       {RowColumn::Quantita, u"Quantità"_s, 80}},
+                      nullptr);
+    grid.rowsModel().append({.codice = u"A1"_s, .descrizione = u"-10 cm"_s, .prezzo = 1.5, .quantita = 3});
+    grid.rowsModel().append({.tipo = tipoRiga::testo, .descrizione = u"Nota"_s});
+    const core::Table table = ui::tableOf(grid);
+    QCOMPARE(table.rows, (QList<QVariantList>{{u"A1"_s, u"-10 cm"_s, 1.5, 3.0}, {QString(), u"Nota"_s, {}, {}}}));
+    QVERIFY(table.columns[2].currency && !table.columns[3].currency);
+}
+
+namespace {
+const test::Registered<TestExport> registered;
+}
+
+int main(int argc, char **argv)
+{
+    return test::runAll(argc, argv);
+}
+
+#include "test_export.moc"
