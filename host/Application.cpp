@@ -1,10 +1,9 @@
 #include "host/Application.h"
 
 #include "host/Corvane3Impl.h"
-#include "host/DatabaseSetup.h"
 #include "host/HostCommands.h"
 #include "host/PackageLoader.h"
-#include "host/schema/DemoData.h"
+#include "host/start/Startup.h"
 #include "host/tour/Tour.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
@@ -16,11 +15,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QDir>
-#include <QFileInfo>
-#include <QInputDialog>
 #include <QLibraryInfo>
-#include <QPointer>
 #include <QStandardPaths>
 #include <QStyleFactory>
 #include <QTranslator>
@@ -61,7 +56,7 @@ StartOptions parseArguments(const QApplication &application)
     parser.setApplicationDescription(u"Corvane, gestione aziendale"_s);
     const QCommandLineOption database(u"database"_s, u"Apre un altro database: FILE oppure HOST[/PORTA]:FILE."_s,
                                       u"database"_s);
-    const QCommandLineOption user(u"user"_s, u"Nome dell'utente che lavora."_s, u"nome"_s);
+    const QCommandLineOption user(u"user"_s, u"Nome proposto per l'accesso."_s, u"nome"_s);
     const QCommandLineOption empty(u"empty"_s, u"Crea il database, se non esiste, senza dati dimostrativi."_s);
     const QCommandLineOption upgrade(u"upgrade"_s, u"Aggiorna lo schema del database e termina."_s);
     const QCommandLineOption tour(u"tour"_s, u"Esegue la visita guidata e ne salva le immagini in CARTELLA."_s,
@@ -70,71 +65,18 @@ StartOptions parseArguments(const QApplication &application)
     parser.addHelpOption();
     parser.process(application);
     return {.database = parser.value(database),
-            .user = parser.isSet(user) ? parser.value(user) : administrator,
+            .user = parser.value(user),
             .empty = parser.isSet(empty),
             .upgrade = parser.isSet(upgrade),
             .tourFolder = parser.value(tour)};
 }
 
-data::DatabaseAddress addressOf(const StartOptions &options)
-{
-    data::DatabaseAddress address =
-        options.database.isEmpty() ? defaultDatabase() : data::DatabaseAddress::parse(options.database);
-    if (address.isEmbedded()) {
-        address.file = QFileInfo(address.file).absoluteFilePath();
-        return address;
-    }
-    // Firebird's own variables; a password never stands on the command line, where others could read it.
-    address.user = qEnvironmentVariable("ISC_USER", address.user);
-    address.password = qEnvironmentVariable("ISC_PASSWORD");
-    return address;
-}
-
-// Creates what may be created: the account's own database, or one asked for with --empty.
-bool mayCreate(const StartOptions &options)
-{
-    return options.database.isEmpty() || options.empty;
-}
-
-bool askPassword(data::DatabaseAddress &address)
-{
-    bool ok = false;
-    address.password = QInputDialog::getText(nullptr, u"Accesso al server"_s,
-                                             u"Password di %1 sul server %2:"_s.arg(address.user, address.host),
-                                             QLineEdit::Password, {}, &ok);
-    return ok;
-}
-
-// Makes sure that the database is there and opens; throws core::Error with the sentence for the user.
-bool provideDatabase(data::DatabaseAddress &address, const StartOptions &options)
-{
-    data::OpenCheck check = data::checkDatabase(address);
-    while (check.failure == data::OpenFailure::Refused && !address.isEmbedded() && hasScreen() && !options.upgrade &&
-           askPassword(address))
-        check = data::checkDatabase(address);
-    bool created = false;
-    if (check.failure == data::OpenFailure::Missing && mayCreate(options)) {
-        createHostDatabase(address, !options.empty);
-        created = true;
-    }
-    if (const QString problem = openProblem(address); !problem.isEmpty())
-        throw core::Error(problem);
-    return created;
-}
-
 int work(const StartOptions &options, const int &printed)
 {
-    data::DatabaseAddress address = addressOf(options);
-    const bool created = provideDatabase(address, options);
-    const QString settings = options.upgrade ? QString() : dataFolder() + u"/corvane.ini"_s;
-    Session session(address, options.user, settings);
-    session.startModules(QCoreApplication::applicationDirPath());
-    if (created && !options.empty)
-        insertDemoWarehouseData(session.connection());
-    if (options.upgrade)
-        return printed == 0 ? 0 : 1;
-    session.window().show();
-    return QApplication::exec();
+    if (!options.upgrade)
+        return runSessions(options);
+    upgradeDatabase(options);
+    return printed == 0 ? 0 : 1;
 }
 
 } // namespace

@@ -18,7 +18,7 @@ class MainWindow;
 struct StartOptions
 {
     QString database;     ///< file, or HOST[/PORT]:FILE; empty for the account's own
-    QString user;         ///< who works; empty for the administrator
+    QString user;         ///< proposed at the login; empty for the one of the last time
     bool empty = false;   ///< a new database gets no demonstration data
     bool upgrade = false; ///< start, bring the schema up to date, end
     QString tourFolder;   ///< run the guided tour into this folder

@@ -43,14 +43,14 @@ QString problemText(data::OpenFailure failure, const data::DatabaseAddress &addr
     return u"Impossibile aprire il database \"%1\". Il motivo si trova nel registro del programma."_s.arg(name);
 }
 
-void fillDatabase(const data::DatabaseAddress &address, bool demo)
+// The failure that made the database useless is the one to be told.
+void dropQuietly(const data::DatabaseAddress &address)
 {
-    data::Connection connection;
-    connection.setConnectionString(data::nativeConnectionString(address));
-    connection.open();
-    createHostSchema(connection);
-    if (demo)
-        insertDemoMasterData(connection);
+    try {
+        data::dropDatabase(address);
+    } catch (const std::exception &error) {
+        core::logError(u"eliminazione database"_s, error);
+    }
 }
 
 } // namespace
@@ -72,19 +72,35 @@ QString openProblem(const data::DatabaseAddress &address)
     return problemText(check.failure, address);
 }
 
-void createHostDatabase(const data::DatabaseAddress &address, bool demo)
+void createHostDatabase(const data::DatabaseAddress &address, const std::function<void(data::Connection &)> &fill)
 {
-    const bool isNewFile = address.isEmbedded() && !QFileInfo::exists(address.file);
-    if (isNewFile)
+    if (address.isEmbedded())
         QDir().mkpath(QFileInfo(address.file).absolutePath());
+    const bool wasThere = address.isEmbedded() && QFileInfo::exists(address.file);
+    bool created = false;
     try {
         data::createDatabase(address);
-        fillDatabase(address, demo);
+        created = true;
+        data::Connection connection;
+        connection.setConnectionString(data::nativeConnectionString(address));
+        connection.open();
+        createHostSchema(connection);
+        fill(connection);
     } catch (const std::exception &) {
-        if (isNewFile)
+        if (address.isEmbedded() && !wasThere)
             QFile::remove(address.file);
+        else if (created)
+            dropQuietly(address);
         throw;
     }
+}
+
+void createHostDatabase(const data::DatabaseAddress &address, bool demo)
+{
+    createHostDatabase(address, [demo](data::Connection &connection) {
+        if (demo)
+            insertDemoMasterData(connection);
+    });
 }
 
 } // namespace host

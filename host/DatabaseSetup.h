@@ -1,6 +1,12 @@
 #pragma once
 #include "platform/data/ConnectionString.h"
 
+#include <functional>
+
+namespace data {
+class Connection;
+}
+
 /// Where the program's database is, why it cannot be opened, and the making of a new one.
 namespace host {
 
@@ -11,8 +17,11 @@ data::DatabaseAddress defaultDatabase();
 /// log; neither holds a password.
 QString openProblem(const data::DatabaseAddress &address);
 
-/// Creates the database with the host's schema and, with `demo`, its demonstration data. A failure half-way removes an
-/// embedded file again, but never one that was there before. Throws data::DatabaseError, also when the file exists.
+/// Creates the database with the host's schema and lets `fill` put the first rows into it. A failure half-way removes
+/// the database again, but never one that was there before. Throws what failed, data::DatabaseError also when the file
+/// exists.
+void createHostDatabase(const data::DatabaseAddress &address, const std::function<void(data::Connection &)> &fill);
+/// The same with the demonstration data, or with nothing.
 void createHostDatabase(const data::DatabaseAddress &address, bool demo);
 
 } // namespace host

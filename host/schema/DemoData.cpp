@@ -231,6 +231,34 @@ void insertCarriers(data::Connection &connection)
         insertRow(connection, u"VETTORI"_s, {}, address(names[i], code(u"V"_s, i), static_cast<int>(i) + 301));
 }
 
+void insertTransportTables(data::Connection &connection)
+{
+    if (isEmptyTable(connection, u"TIPI_TRASPORTO"_s))
+        insertTexts(connection, u"TIPI_TRASPORTO"_s, {}, u"TIPO_TRASPORTO"_s, demo::transportTypes());
+    if (isEmptyTable(connection, u"CAUSALI_TRASPORTO"_s))
+        insertTexts(connection, u"CAUSALI_TRASPORTO"_s, {}, u"CAUSALE_TRASPORTO"_s, demo::transportReasons());
+}
+
+/// Keys of what every firm starts with, by text.
+struct TableKeys
+{
+    Keys vatRates;
+    Keys units;
+    Keys paymentTypes;
+};
+
+TableKeys insertTables(data::Connection &connection)
+{
+    TableKeys keys;
+    keys.vatRates = insertVatRates(connection);
+    keys.units = insertTexts(connection, u"UM"_s, u"IDUM"_s, u"UM"_s, demo::units());
+    keys.paymentTypes =
+        insertTexts(connection, u"TIPI_PAGAMENTO"_s, u"IDTIPO_PAGAMENTO"_s, u"TIPO_PAGAMENTO"_s, demo::paymentTypes());
+    for (const demo::Note &note : demo::documentNotes())
+        insertRow(connection, u"NOTE_DOCUMENTI"_s, {}, {{u"TITOLO"_s, note.title}, {u"TESTO"_s, note.text}});
+    return keys;
+}
+
 void grantInvoiceView(data::Connection &connection)
 {
     connection.run(u"INSERT INTO ABILITAZIONI_RUOLI(IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE) "
@@ -242,18 +270,27 @@ void grantInvoiceView(data::Connection &connection)
 
 } // namespace
 
+void insertCommonTables(data::Connection &connection)
+{
+    data::Transaction transaction(connection);
+    insertTables(connection);
+    transaction.commit();
+}
+
+void insertCommonWarehouseTables(data::Connection &connection)
+{
+    data::Transaction transaction(connection);
+    insertTransportTables(connection);
+    transaction.commit();
+}
+
 void insertDemoMasterData(data::Connection &connection)
 {
     data::Transaction transaction(connection);
-    const Keys vat = insertVatRates(connection);
-    const Keys units = insertTexts(connection, u"UM"_s, u"IDUM"_s, u"UM"_s, demo::units());
-    const Keys payments =
-        insertTexts(connection, u"TIPI_PAGAMENTO"_s, u"IDTIPO_PAGAMENTO"_s, u"TIPO_PAGAMENTO"_s, demo::paymentTypes());
+    const auto [vat, units, payments] = insertTables(connection);
     QVariantList paymentKeys;
     for (const QString &type : demo::paymentTypes())
         paymentKeys.append(payments.value(type));
-    for (const demo::Note &note : demo::documentNotes())
-        insertRow(connection, u"NOTE_DOCUMENTI"_s, {}, {{u"TITOLO"_s, note.title}, {u"TESTO"_s, note.text}});
     insertArticlesAndServices(connection, vat, units);
     insertCustomers(connection, paymentKeys);
     insertCompany(connection);
@@ -269,10 +306,7 @@ void insertDemoWarehouseData(data::Connection &connection)
         insertSuppliers(connection);
     if (isEmptyTable(connection, u"VETTORI"_s))
         insertCarriers(connection);
-    if (isEmptyTable(connection, u"TIPI_TRASPORTO"_s))
-        insertTexts(connection, u"TIPI_TRASPORTO"_s, {}, u"TIPO_TRASPORTO"_s, demo::transportTypes());
-    if (isEmptyTable(connection, u"CAUSALI_TRASPORTO"_s))
-        insertTexts(connection, u"CAUSALI_TRASPORTO"_s, {}, u"CAUSALE_TRASPORTO"_s, demo::transportReasons());
+    insertTransportTables(connection);
     grantInvoiceView(connection);
     transaction.commit();
 }

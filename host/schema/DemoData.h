@@ -16,4 +16,12 @@ void insertDemoMasterData(data::Connection &connection);
 /// its tables. Throws data::DatabaseError.
 void insertDemoWarehouseData(data::Connection &connection);
 
+/// What a firm of its own starts with besides: VAT rates, units, payment types, notes for documents. For empty tables;
+/// throws data::DatabaseError.
+void insertCommonTables(data::Connection &connection);
+
+/// The same for the warehouse module's tables, once it has made them: transport types and reasons, where there are
+/// none.
+void insertCommonWarehouseTables(data::Connection &connection);
+
 } // namespace host

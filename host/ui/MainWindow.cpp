@@ -203,7 +203,7 @@ void MainWindow::showSession(const QString &user, const QString &database)
     setWindowTitle(u"Corvane - %1"_s.arg(user));
 }
 
-void MainWindow::switchTo(const data::DatabaseAddress &database)
+void MainWindow::switchTo(const Opening &database)
 {
     next_ = database;
     if (!close())

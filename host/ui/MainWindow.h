@@ -1,7 +1,7 @@
 #pragma once
 #include "host/Corvane3Impl.h"
 
-#include "platform/data/ConnectionString.h"
+#include "host/start/Opening.h"
 
 #include <QMainWindow>
 
@@ -35,9 +35,9 @@ public:
 
     /// Ends the session so that another database is opened; the user may keep the window, and the session, because of
     /// unsaved changes.
-    void switchTo(const data::DatabaseAddress &database);
+    void switchTo(const Opening &database);
     /// The database to open once the window is closed; nothing when the program ends with it.
-    const std::optional<data::DatabaseAddress> &nextDatabase() const { return next_; }
+    const std::optional<Opening> &nextDatabase() const { return next_; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -57,7 +57,7 @@ private:
     QLabel *userLabel_;
     QLabel *databaseLabel_;
     QString settingsFile_;
-    std::optional<data::DatabaseAddress> next_;
+    std::optional<Opening> next_;
 };
 
 } // namespace host

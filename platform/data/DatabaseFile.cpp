@@ -99,6 +99,20 @@ OpenFailure classify(const ISC_STATUS *status, bool embedded)
     return ioFailure;
 }
 
+bool attach(const DatabaseAddress &address, ISC_STATUS *status, isc_db_handle &handle)
+{
+    QByteArray parameters;
+    parameters.append(static_cast<char>(isc_dpb_version1));
+    addText(parameters, static_cast<char>(isc_dpb_user_name), address.user.toUtf8());
+    if (!address.password.isEmpty())
+        addText(parameters, static_cast<char>(isc_dpb_password), address.password.toUtf8());
+    addText(parameters, static_cast<char>(isc_dpb_lc_ctype), "UTF8");
+    const QByteArray name = attachString(address).toUtf8();
+    isc_attach_database(status, 0, name.constData(), &handle, static_cast<short>(parameters.size()),
+                        parameters.constData());
+    return status[0] != isc_arg_gds || status[1] == 0;
+}
+
 bool isOwnFolder(const QString &path)
 {
     // The engine opens its old lock files for writing, so each of them counts.
@@ -121,19 +135,9 @@ OpenCheck checkDatabase(const DatabaseAddress &address)
         if (!file.isReadable() || !file.isWritable())
             return {OpenFailure::NoPermission, {}};
     }
-    QByteArray parameters;
-    parameters.append(static_cast<char>(isc_dpb_version1));
-    addText(parameters, static_cast<char>(isc_dpb_user_name), address.user.toUtf8());
-    if (!address.password.isEmpty())
-        addText(parameters, static_cast<char>(isc_dpb_password), address.password.toUtf8());
-    addText(parameters, static_cast<char>(isc_dpb_lc_ctype), "UTF8");
-
     ISC_STATUS_ARRAY status{};
     isc_db_handle handle = 0;
-    const QByteArray name = attachString(address).toUtf8();
-    isc_attach_database(status, 0, name.constData(), &handle, static_cast<short>(parameters.size()),
-                        parameters.constData());
-    if (status[0] == isc_arg_gds && status[1] != 0)
+    if (!attach(address, status, handle))
         return {classify(status, address.isEmbedded()), statusText(status)};
     isc_detach_database(status, &handle);
     return {};
@@ -157,6 +161,16 @@ void createDatabase(const DatabaseAddress &address)
     if (status[0] == isc_arg_gds && status[1] != 0)
         throw DatabaseError(statusText(status), u"CREATE DATABASE"_s);
     isc_detach_database(status, &handle);
+}
+
+void dropDatabase(const DatabaseAddress &address)
+{
+    ISC_STATUS_ARRAY status{};
+    isc_db_handle handle = 0;
+    if (attach(address, status, handle))
+        isc_drop_database(status, &handle);
+    if (status[0] == isc_arg_gds && status[1] != 0)
+        throw DatabaseError(statusText(status), u"DROP DATABASE"_s);
 }
 
 void useLockFolder(const QString &path)

@@ -1,0 +1,162 @@
+#include "host/start/DatabasePlace.h"
+
+#include "platform/core/Messages.h"
+#include "platform/ui/Controls.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QCheckBox>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+constexpr int firebirdPort = 3050;
+const QString databaseFilter = u"Database Firebird (*.fdb);;Tutti i file (*)"_s;
+
+} // namespace
+
+DatabasePlace::DatabasePlace(Purpose purpose, QWidget *parent)
+    : QWidget(parent)
+    , purpose_(purpose)
+    , local_(new QRadioButton(u"Su questo computer"_s, this))
+    , server_(new QRadioButton(u"Su un server Firebird, per più postazioni"_s, this))
+    , localBox_(new QWidget(this))
+    , serverBox_(new QWidget(this))
+{
+    local_->setObjectName(u"optComputer"_s);
+    server_->setObjectName(u"optServer"_s);
+    local_->setChecked(true);
+    createLocal();
+    createServer();
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (QWidget *part : {static_cast<QWidget *>(local_), localBox_, static_cast<QWidget *>(server_), serverBox_})
+        layout->addWidget(part);
+    serverBox_->setEnabled(false);
+    connect(local_, &QRadioButton::toggled, this, [this](bool local) {
+        localBox_->setEnabled(local);
+        serverBox_->setEnabled(!local);
+    });
+}
+
+void DatabasePlace::createLocal()
+{
+    file_ = new QLineEdit(localBox_);
+    file_->setObjectName(u"txtFile"_s);
+    auto *button = new QToolButton(localBox_);
+    button->setObjectName(u"cmdSfoglia"_s);
+    button->setIcon(ui::icon(ui::Icon::Choose));
+    button->setToolTip(u"Scegli il file"_s);
+    button->setFocusPolicy(Qt::StrongFocus);
+    connect(button, &QToolButton::clicked, this, [this] { core::guarded(this, [this] { browse(); }); });
+    auto *line = new QHBoxLayout;
+    line->addWidget(file_);
+    line->addWidget(button);
+    auto *rows = new QFormLayout(localBox_);
+    rows->setContentsMargins(20, 0, 0, 6);
+    rows->addRow(u"File"_s, line);
+}
+
+void DatabasePlace::createServer()
+{
+    const auto edit = [this](const QString &name, const QString &initial = {}) {
+        auto *line = new QLineEdit(initial, serverBox_);
+        line->setObjectName(name);
+        return line;
+    };
+    host_ = edit(u"txtServer"_s);
+    host_->setPlaceholderText(u"nome o indirizzo, per esempio 192.168.1.10"_s);
+    port_ = new ui::IntegerEdit(serverBox_);
+    port_->setObjectName(u"txtPorta"_s);
+    port_->setRange(1, 65535);
+    port_->setValue(firebirdPort);
+    port_->setMaximumWidth(80);
+    serverFile_ = edit(u"txtFileServer"_s);
+    serverFile_->setPlaceholderText(u"come lo vede il server, per esempio /srv/firebird/azienda.fdb"_s);
+    user_ = edit(u"txtUtenteServer"_s, u"SYSDBA"_s);
+    password_ = edit(u"txtPasswordServer"_s);
+    password_->setEchoMode(QLineEdit::Password);
+    keep_ = new QCheckBox(u"Ricorda la password su questo computer"_s, serverBox_);
+    keep_->setObjectName(u"chkRicorda"_s);
+    keep_->setChecked(true);
+    auto *rows = new QFormLayout(serverBox_);
+    rows->setContentsMargins(20, 0, 0, 0);
+    rows->addRow(u"Server"_s, host_);
+    rows->addRow(u"Porta"_s, port_);
+    rows->addRow(u"File sul server"_s, serverFile_);
+    rows->addRow(u"Utente Firebird"_s, user_);
+    rows->addRow(u"Password"_s, password_);
+    rows->addRow({}, keep_);
+}
+
+void DatabasePlace::browse()
+{
+    const QString folder = QFileInfo(file_->text()).absolutePath();
+    const QString chosen =
+        purpose_ == Purpose::Open
+            ? ui::chooseOpenFile(this, {.title = u"Apri database"_s, .filter = databaseFilter, .folder = folder})
+            : ui::chooseSaveFile(this, {.title = u"Nuovo database"_s,
+                                        .filter = databaseFilter,
+                                        .defaultExtension = u"fdb"_s,
+                                        .proposedName = file_->text()});
+    if (!chosen.isEmpty())
+        file_->setText(chosen);
+}
+
+bool DatabasePlace::isLocal() const
+{
+    return local_->isChecked();
+}
+
+data::DatabaseAddress DatabasePlace::address() const
+{
+    data::DatabaseAddress address;
+    if (isLocal()) {
+        address.file = QFileInfo(file_->text().trimmed()).absoluteFilePath();
+        return address;
+    }
+    address.host = host_->text().trimmed();
+    address.port = port_->value();
+    address.file = serverFile_->text().trimmed();
+    address.user = user_->text().trimmed();
+    address.password = password_->text();
+    return address;
+}
+
+bool DatabasePlace::keepPassword() const
+{
+    return !isLocal() && keep_->isChecked();
+}
+
+QString DatabasePlace::problem() const
+{
+    if (isLocal())
+        return file_->text().trimmed().isEmpty() ? u"Non è stato indicato il file!"_s : QString();
+    if (host_->text().trimmed().isEmpty())
+        return u"Non è stato indicato il server!"_s;
+    if (host_->text().contains(u':') || host_->text().contains(u'/'))
+        return u"Il nome del server non può contenere i caratteri \":\" e \"/\"."_s;
+    return serverFile_->text().trimmed().isEmpty() ? u"Non è stato indicato il file sul server!"_s : QString();
+}
+
+void DatabasePlace::setFile(const QString &path)
+{
+    proposed_ = path;
+    file_->setText(path);
+}
+
+bool DatabasePlace::hasProposedFile() const
+{
+    return file_->text() == proposed_;
+}
+
+} // namespace host

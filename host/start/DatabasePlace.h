@@ -1,0 +1,56 @@
+#pragma once
+#include "platform/data/ConnectionString.h"
+
+#include <QWidget>
+
+class QCheckBox;
+class QLineEdit;
+class QRadioButton;
+class QSpinBox;
+
+namespace host {
+
+/// Inputs for where a database is: a file on this computer, or one on a Firebird server.
+class DatabasePlace : public QWidget
+{
+    Q_OBJECT
+
+public:
+    enum class Purpose
+    {
+        Open,
+        Create
+    };
+
+    DatabasePlace(Purpose purpose, QWidget *parent);
+
+    data::DatabaseAddress address() const;
+    bool keepPassword() const;
+    /// What is missing, in a sentence; empty when nothing is.
+    QString problem() const;
+    void setFile(const QString &path);
+    /// True while the file is still the one proposed by setFile().
+    bool hasProposedFile() const;
+
+private:
+    void createLocal();
+    void createServer();
+    void browse();
+    bool isLocal() const;
+
+    Purpose purpose_;
+    QRadioButton *local_;
+    QRadioButton *server_;
+    QWidget *localBox_;
+    QWidget *serverBox_;
+    QLineEdit *file_ = nullptr;
+    QLineEdit *host_ = nullptr;
+    QSpinBox *port_ = nullptr;
+    QLineEdit *serverFile_ = nullptr;
+    QLineEdit *user_ = nullptr;
+    QLineEdit *password_ = nullptr;
+    QCheckBox *keep_ = nullptr;
+    QString proposed_;
+};
+
+} // namespace host

@@ -1,0 +1,213 @@
+#include "host/start/StartDialogs.h"
+
+#include "host/DatabaseSetup.h"
+#include "host/start/DatabasePlace.h"
+#include "host/users/PasswordDialogs.h"
+#include "platform/core/Messages.h"
+#include "platform/core/TaxCodes.h"
+#include "platform/ui/Dialogs.h"
+#include "platform/ui/FormDialog.h"
+
+#include <QCheckBox>
+#include <QCommandLinkButton>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+struct StartButton
+{
+    QString name;
+    QString caption;
+    QString explanation;
+    FirstStart choice;
+};
+
+const QList<StartButton> &startButtons()
+{
+    static const QList<StartButton> all = {
+        {u"cmdDemo"_s, u"Provare con l'azienda dimostrativa"_s,
+         u"Dati inventati, per imparare senza timore di sbagliare."_s, FirstStart::Demo},
+        {u"cmdNuovaAzienda"_s, u"Creare la propria azienda"_s,
+         u"Un nuovo archivio, su questo computer oppure su un server."_s, FirstStart::NewFirm},
+        {u"cmdApri"_s, u"Aprire un archivio esistente"_s,
+         u"Un file di questo computer oppure il database di un server Firebird già in uso."_s, FirstStart::Open}};
+    return all;
+}
+
+/// The inputs of a new firm, in the order of the Tab key.
+class NewFirmDialog : public ui::FormDialog
+{
+public:
+    NewFirmDialog(const QString &folder, QWidget *owner)
+        : FormDialog(u"Nuova azienda"_s, owner)
+        , folder_(folder)
+    {
+        setObjectName(u"frmNuovaAzienda"_s);
+        name_ = edit(u"txtRagioneSociale"_s, u"Ragione sociale"_s, 100);
+        address_ = edit(u"txtIndirizzo"_s, u"Indirizzo"_s, 50);
+        postcode_ = edit(u"txtCap"_s, u"CAP"_s, 5);
+        town_ = edit(u"txtCitta"_s, u"Città"_s, 30);
+        province_ = edit(u"txtProvincia"_s, u"Provincia"_s, 2);
+        vatNumber_ = edit(u"txtPartitaIVA"_s, u"Partita IVA"_s, 13);
+        addText(u"<b>Primo utente</b>: potrà fare tutto, anche creare gli altri utenti."_s);
+        user_ = edit(u"txtNomeUtente"_s, u"Nome utente"_s, 50);
+        password_ = edit(u"txtPassword"_s, u"Password"_s, 100);
+        repeated_ = edit(u"txtRipeti"_s, u"Ripeti la password"_s, 100);
+        password_->setEchoMode(QLineEdit::Password);
+        repeated_->setEchoMode(QLineEdit::Password);
+        addText(u"<b>Archivio</b>"_s);
+        place_ = new DatabasePlace(DatabasePlace::Purpose::Create, this);
+        addRow({}, place_);
+        tables_ = new QCheckBox(u"Inserisci aliquote IVA, unità di misura, pagamenti e causali di uso comune"_s, this);
+        tables_->setObjectName(u"chkTabelle"_s);
+        tables_->setChecked(true);
+        addRow({}, tables_);
+        proposeFile();
+        connect(name_, &QLineEdit::textChanged, this, [this] {
+            if (place_->hasProposedFile())
+                proposeFile();
+        });
+        setCheck([this] { return create(); });
+        setMinimumWidth(600);
+    }
+
+    NewFirm firm() const
+    {
+        return {.database = place_->address(),
+                .keepPassword = place_->keepPassword(),
+                .name = name_->text().trimmed(),
+                .address = address_->text().trimmed(),
+                .postcode = postcode_->text().trimmed(),
+                .town = town_->text().trimmed(),
+                .province = province_->text().trimmed().toUpper(),
+                .vatNumber = vatNumber_->text().trimmed().toUpper(),
+                .userName = user_->text().trimmed().toUpper(),
+                .password = password_->text(),
+                .commonTables = tables_->isChecked()};
+    }
+
+private:
+    QLineEdit *edit(const QString &name, const QString &label, int maxLength)
+    {
+        auto *line = new QLineEdit(this);
+        line->setObjectName(name);
+        line->setMaxLength(maxLength);
+        if (maxLength <= 20)
+            line->setMaximumWidth(line->fontMetrics().horizontalAdvance(QString(maxLength + 2, u'M')) + 16);
+        addRow(label, line);
+        return line;
+    }
+
+    void proposeFile() { place_->setFile(folder_ + u'/' + proposedFileName(name_->text())); }
+
+    QString problem() const
+    {
+        const NewFirm made = firm();
+        if (made.name.isEmpty())
+            return u"Non è stata indicata la ragione sociale!"_s;
+        if (made.userName.isEmpty())
+            return u"Non è stato indicato il nome utente!"_s;
+        if (const QString wrong = passwordProblem(password_->text(), repeated_->text()); !wrong.isEmpty())
+            return wrong;
+        if (const QString missing = place_->problem(); !missing.isEmpty())
+            return missing;
+        return made.database.isEmbedded() && QFileInfo::exists(made.database.file)
+                   ? u"Il file \"%1\" esiste già: scegliere un altro nome."_s.arg(made.database.file)
+                   : QString();
+    }
+
+    bool create()
+    {
+        if (const QString wrong = problem(); !wrong.isEmpty()) {
+            core::warn(this, wrong);
+            return false;
+        }
+        const QString vat = firm().vatNumber;
+        if (!vat.isEmpty() && !core::isVatNumber(vat) &&
+            !core::confirm(this, u"Partita IVA: il carattere di controllo non corrisponde.\n\rContinuare comunque?"_s))
+            return false;
+        const ui::WaitCursor wait;
+        createFirm(firm());
+        return true;
+    }
+
+    QString folder_;
+    QLineEdit *name_;
+    QLineEdit *address_;
+    QLineEdit *postcode_;
+    QLineEdit *town_;
+    QLineEdit *province_;
+    QLineEdit *vatNumber_;
+    QLineEdit *user_;
+    QLineEdit *password_;
+    QLineEdit *repeated_;
+    DatabasePlace *place_;
+    QCheckBox *tables_;
+};
+
+} // namespace
+
+FirstStart askFirstStart()
+{
+    QDialog dialog;
+    dialog.setObjectName(u"frmPrimoAvvio"_s);
+    dialog.setWindowTitle(u"Benvenuti in Corvane"_s);
+    auto *layout = new QVBoxLayout(&dialog);
+    layout->setContentsMargins(20, 16, 20, 20);
+    auto *title = new QLabel(u"<big><b>Come si vuole cominciare?</b></big>"_s, &dialog);
+    layout->addWidget(title);
+    FirstStart choice = FirstStart::GiveUp;
+    for (const StartButton &spec : startButtons()) {
+        auto *button = new QCommandLinkButton(spec.caption, spec.explanation, &dialog);
+        button->setObjectName(spec.name);
+        layout->addWidget(button);
+        QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, &choice, picked = spec.choice] {
+            choice = picked;
+            dialog.accept();
+        });
+    }
+    dialog.setMinimumWidth(520);
+    ui::runModal(dialog);
+    return choice;
+}
+
+std::optional<NewFirm> askNewFirm(QWidget *owner, const QString &folder)
+{
+    NewFirmDialog dialog(folder, owner);
+    if (ui::runModal(dialog) != QDialog::Accepted)
+        return {};
+    return dialog.firm();
+}
+
+std::optional<ChosenDatabase> askDatabase(QWidget *owner, const QString &folder)
+{
+    ui::FormDialog dialog(u"Apri archivio"_s, owner);
+    dialog.setObjectName(u"frmApriArchivio"_s);
+    auto *place = new DatabasePlace(DatabasePlace::Purpose::Open, &dialog);
+    place->setFile(folder + u'/');
+    dialog.addRow({}, place);
+    dialog.setMinimumWidth(560);
+    dialog.setCheck([&] {
+        QString problem = place->problem();
+        if (problem.isEmpty()) {
+            const ui::WaitCursor wait;
+            problem = openProblem(place->address());
+        }
+        if (!problem.isEmpty())
+            core::warn(&dialog, problem);
+        return problem.isEmpty();
+    });
+    if (ui::runModal(dialog) != QDialog::Accepted)
+        return {};
+    return ChosenDatabase{place->address(), place->keepPassword()};
+}
+
+} // namespace host

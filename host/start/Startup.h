@@ -1,0 +1,13 @@
+#pragma once
+#include "host/Application.h"
+
+namespace host {
+
+/// Opens databases and runs sessions one after another, as the user switches between them, until the program ends.
+/// Returns the program's exit code. Throws core::Error for a database named on the command line that does not open.
+int runSessions(const StartOptions &options);
+
+/// Starts the modules on the database, so that its schema is brought up to date, without a window. Throws core::Error.
+void upgradeDatabase(const StartOptions &options);
+
+} // namespace host
