@@ -20,6 +20,12 @@ SaveFileChooser &saveFileChooser()
     return current;
 }
 
+OpenFileChooser &openFileChooser()
+{
+    static OpenFileChooser current;
+    return current;
+}
+
 } // namespace
 
 ModalRunner setModalRunner(ModalRunner runner)
@@ -47,6 +53,18 @@ QString chooseSaveFile(QWidget *owner, const SaveFileRequest &request)
     dialog.setDefaultSuffix(request.defaultExtension);
     dialog.selectFile(request.proposedName);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+OpenFileChooser setOpenFileChooser(OpenFileChooser chooser)
+{
+    return std::exchange(openFileChooser(), std::move(chooser));
+}
+
+QString chooseOpenFile(QWidget *owner, const OpenFileRequest &request)
+{
+    if (openFileChooser())
+        return openFileChooser()(owner, request);
+    return QFileDialog::getOpenFileName(owner, request.title, request.folder, request.filter);
 }
 
 WaitCursor::WaitCursor()

@@ -27,6 +27,18 @@ SaveFileChooser setSaveFileChooser(SaveFileChooser chooser);
 /// Asks for a file to write (with a question before overwriting); empty when the user cancels.
 QString chooseSaveFile(QWidget *owner, const SaveFileRequest &request);
 
+struct OpenFileRequest
+{
+    QString title;
+    QString filter; ///< "File CSV (*.csv);;Tutti i file (*)"
+    QString folder; ///< where the user starts looking; empty for the last one
+};
+
+using OpenFileChooser = std::function<QString(QWidget *, const OpenFileRequest &)>;
+OpenFileChooser setOpenFileChooser(OpenFileChooser chooser);
+/// Asks for a file to read, which exists; empty when the user cancels.
+QString chooseOpenFile(QWidget *owner, const OpenFileRequest &request);
+
 /// The hourglass for as long as the object lives.
 class WaitCursor
 {
