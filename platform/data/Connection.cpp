@@ -12,6 +12,8 @@
 #include <QSqlField>
 #include <QSqlRecord>
 
+#include <atomic>
+
 using namespace Qt::StringLiterals;
 
 namespace data {
@@ -86,7 +88,8 @@ QVariant normalised(const QVariant &value, const Column &column)
 Connection::Connection(QObject *parent)
     : QObject(parent)
 {
-    static int counter = 0;
+    // Works in the background make connections in threads of their own.
+    static std::atomic<int> counter = 0;
     name_ = u"connection%1"_s.arg(++counter);
 }
 

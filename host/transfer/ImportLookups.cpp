@@ -1,0 +1,119 @@
+#include "host/transfer/ImportLookups.h"
+
+#include "platform/core/Format.h"
+#include "platform/data/Connection.h"
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+constexpr int several = -1;
+
+// "22", "22,00" and "22%" are the same number.
+QString numberName(double number)
+{
+    return u'#' + core::formatNumber(number, 4);
+}
+
+std::optional<double> percent(QString text)
+{
+    text = text.trimmed();
+    if (text.endsWith(u'%'))
+        text = text.chopped(1).trimmed();
+    return core::parseNumber(text);
+}
+
+void add(QHash<QString, int> &keys, const QString &name, int key)
+{
+    const auto it = keys.constFind(name);
+    keys.insert(name, it == keys.constEnd() || *it == key ? key : several);
+}
+
+// The names of a row's ancestors and its own, "A/B"; a chain that comes back to itself ends there.
+QString pathOf(int key, const QHash<int, std::pair<QString, int>> &tree)
+{
+    QString path;
+    for (int depth = 0; depth < 100 && tree.contains(key); ++depth) {
+        const auto &[name, parent] = tree[key];
+        path = path.isEmpty() ? name : name + u'/' + path;
+        key = parent;
+    }
+    return path;
+}
+
+} // namespace
+
+ImportLookups::Keys ImportLookups::keysOf(data::Connection &connection, const ImportLookup &lookup)
+{
+    QStringList columns = {lookup.key + u" AS CHIAVE"_s, lookup.column + u" AS NOME"_s};
+    if (!lookup.number.isEmpty())
+        columns.append(lookup.number + u" AS NUMERO"_s);
+    if (!lookup.parent.isEmpty())
+        columns.append(lookup.parent + u" AS PADRE"_s);
+    const data::Rows rows = connection.select(u"SELECT %1 FROM %2"_s.arg(columns.join(u", "_s), lookup.table));
+    Keys keys;
+    QHash<int, std::pair<QString, int>> tree;
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        const int key = rows.integer(row, u"CHIAVE");
+        const QString name = rows.text(row, u"NOME").trimmed().toUpper();
+        add(keys, name, key);
+        if (!lookup.number.isEmpty())
+            add(keys, numberName(rows.number(row, u"NUMERO")), key);
+        if (!lookup.parent.isEmpty())
+            tree.insert(key, {name, rows.integer(row, u"PADRE")});
+    }
+    // Whole paths win over names: a category at the top is found although its name stands elsewhere, too.
+    QHash<QString, int> paths;
+    for (auto it = tree.keyBegin(); it != tree.keyEnd(); ++it)
+        add(paths, pathOf(*it, tree), *it);
+    keys.insert(paths);
+    return keys;
+}
+
+ImportLookups::ImportLookups(data::Connection &connection, const ImportTarget &target)
+{
+    records_ =
+        keysOf(connection, {.table = target.table, .key = target.key, .column = target.fields.constFirst().column});
+    for (const ImportField &field : target.fields)
+        fields_.append(field.lookup.table.isEmpty() ? Keys() : keysOf(connection, field.lookup));
+}
+
+std::optional<int> ImportLookups::record(const QString &code) const
+{
+    const auto it = records_.constFind(code.toUpper());
+    return it == records_.constEnd() ? std::nullopt : std::optional(*it);
+}
+
+std::optional<int> ImportLookups::find(qsizetype field, const QString &text) const
+{
+    const Keys &keys = fields_[field];
+    auto it = keys.constFind(text.toUpper());
+    if (it == keys.constEnd()) {
+        QStringList parts = text.toUpper().split(u'/');
+        for (QString &part : parts)
+            part = part.trimmed();
+        it = keys.constFind(parts.join(u'/'));
+    }
+    if (it == keys.constEnd()) {
+        if (const std::optional<double> number = percent(text))
+            it = keys.constFind(numberName(*number));
+    }
+    return it == keys.constEnd() || *it == several ? std::nullopt : std::optional(*it);
+}
+
+QList<ImportTarget> availableTargets(data::Connection &connection)
+{
+    QList<ImportTarget> available;
+    for (const ImportTarget &target : importTargets()) {
+        const data::Rows found =
+            connection.select(u"SELECT COUNT(*) AS TABELLE FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = :NOME"_s,
+                              {{u"NOME"_s, target.table}});
+        if (found.integer(0, u"TABELLE") > 0)
+            available.append(target);
+    }
+    return available;
+}
+
+} // namespace host

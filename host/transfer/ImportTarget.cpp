@@ -1,0 +1,120 @@
+#include "host/transfer/ImportTarget.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+using Kind = ImportField::Kind;
+
+QList<ImportField> articleFields()
+{
+    const ImportLookup category = {.table = u"CATEGORIE_ANA_MAGA"_s,
+                                   .key = u"IDCATEGORIA_ANA_MAGA"_s,
+                                   .column = u"CATEGORIA"_s,
+                                   .parent = u"IDPADRE"_s};
+    const ImportLookup vat = {
+        .table = u"ALIQUOTE_IVA"_s, .key = u"IDALIQUOTA_IVA"_s, .column = u"CODICE"_s, .number = u"ALIQUOTA"_s};
+    const ImportLookup unit = {.table = u"UM"_s, .key = u"IDUM"_s, .column = u"UM"_s};
+    return {
+        {u"CODICE"_s, u"Codice"_s, {u"Codice articolo"_s, u"Cod."_s, u"Articolo"_s, u"SKU"_s}, Kind::Text, 20, true},
+        {u"DESCRIZIONE"_s, u"Descrizione"_s, {u"Descrizione articolo"_s, u"Nome"_s}, Kind::Text, 100, true},
+        {u"IDCATEGORIA_ANA_MAGA"_s, u"Categoria"_s, {u"Gruppo"_s}, Kind::Lookup, 0, false, category},
+        {u"PREZZO"_s, u"Prezzo"_s, {u"Prezzo di vendita"_s, u"Prezzo vendita"_s, u"Listino"_s}, Kind::Amount},
+        {u"COSTO"_s, u"Costo"_s, {u"Prezzo di acquisto"_s, u"Prezzo acquisto"_s}, Kind::Amount},
+        {u"IDALIQUOTA_IVA"_s,
+         u"Aliquota IVA"_s,
+         {u"IVA"_s, u"Codice IVA"_s, u"Cod. IVA"_s},
+         Kind::Lookup,
+         0,
+         false,
+         vat},
+        {u"IDUM"_s, u"Unità di misura"_s, {u"UM"_s, u"Unità"_s}, Kind::Lookup, 0, false, unit},
+        {u"SOTTOSCORTA"_s, u"Sottoscorta"_s, {u"Scorta minima"_s}, Kind::Amount},
+        {u"RIORDINO"_s, u"Riordino"_s, {u"Quantità di riordino"_s, u"Livello di riordino"_s}, Kind::Amount},
+        {u"NOTE"_s, u"Note"_s, {u"Annotazioni"_s}, Kind::Memo},
+    };
+}
+
+/// `vatLength` characters of the VAT number: the warehouse's own table holds it without the country.
+QList<ImportField> firmFields(const QString &kind, int vatLength)
+{
+    const ImportLookup payment = {
+        .table = u"TIPI_PAGAMENTO"_s, .key = u"IDTIPO_PAGAMENTO"_s, .column = u"TIPO_PAGAMENTO"_s};
+    return {
+        {u"CODICE"_s, u"Codice"_s, {u"Codice "_s + kind, u"Cod."_s}, Kind::Text, 20, true},
+        {u"RAGIONESOCIALE"_s, u"Ragione sociale"_s, {u"Denominazione"_s, u"Nome"_s, kind}, Kind::Text, 100, true},
+        {u"INDIRIZZO"_s, u"Indirizzo"_s, {u"Via"_s}, Kind::Text, 50},
+        {u"CITTA"_s, u"Città"_s, {u"Comune"_s, u"Località"_s}, Kind::Text, 30},
+        {u"CAP"_s, u"CAP"_s, {u"Codice postale"_s}, Kind::Text, 5},
+        {u"PROVINCIA"_s, u"Provincia"_s, {u"Prov."_s, u"PR"_s}, Kind::UpperText, 2},
+        {u"NAZIONE"_s, u"Nazione"_s, {u"Paese"_s, u"Stato"_s}, Kind::Text, 30},
+        {u"CODICEFISCALE"_s, u"Codice fiscale"_s, {u"Cod. fiscale"_s, u"C.F."_s}, Kind::UpperText, 16},
+        {u"PARTITAIVA"_s, u"Partita IVA"_s, {u"P. IVA"_s, u"Part. IVA"_s}, Kind::UpperText, vatLength},
+        {u"IDTIPO_PAGAMENTO"_s, u"Tipo di pagamento"_s, {u"Pagamento"_s}, Kind::Lookup, 0, false, payment},
+        {u"TELEFONO1"_s, u"Telefono 1"_s, {u"Telefono"_s, u"Tel."_s}, Kind::Text, 20},
+        {u"TELEFONO2"_s, u"Telefono 2"_s, {u"Cellulare"_s}, Kind::Text, 20},
+        {u"TELEFONO3"_s, u"Telefono 3"_s, {}, Kind::Text, 20},
+        {u"FAX"_s, u"Fax"_s, {}, Kind::Text, 20},
+        {u"EMAIL"_s, u"E-mail"_s, {u"Posta elettronica"_s, u"Mail"_s}, Kind::Text, 100},
+        {u"WEB"_s, u"Sito web"_s, {u"Sito"_s, u"Sito Internet"_s}, Kind::Text, 100},
+        {u"NOTE"_s, u"Note"_s, {u"Annotazioni"_s}, Kind::Memo},
+    };
+}
+
+// Letters and digits alone, without accents and case.
+QString comparable(const QString &name)
+{
+    QString letters;
+    for (const QChar c : name.normalized(QString::NormalizationForm_D)) {
+        if (c.isLetterOrNumber())
+            letters += c.toLower();
+    }
+    return letters;
+}
+
+QStringList namesOf(const ImportField &field)
+{
+    QStringList names = {comparable(field.caption), comparable(field.column)};
+    for (const QString &name : field.otherNames)
+        names.append(comparable(name));
+    return names;
+}
+
+} // namespace
+
+const QList<ImportTarget> &importTargets()
+{
+    static const QList<ImportTarget> targets = {
+        {u"Articoli"_s, u"ANA_MAGA"_s, u"IDANA_MAGA"_s, articleFields()},
+        {u"Clienti"_s, u"CLIENTI"_s, u"IDCLIENTE"_s, firmFields(u"cliente"_s, 13)},
+        {u"Fornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s, firmFields(u"fornitore"_s, 11)},
+    };
+    return targets;
+}
+
+QList<int> mapColumns(const ImportTarget &target, const QStringList &headers)
+{
+    QStringList open;
+    for (const QString &header : headers)
+        open.append(comparable(header));
+    QList<int> columns(target.fields.size(), -1);
+    // The more exact name first, for all fields: "Prezzo" must not go to a field that also knows it by another name.
+    constexpr int mostNames = 6;
+    for (int rank = 0; rank < mostNames; ++rank) {
+        for (qsizetype i = 0; i < columns.size(); ++i) {
+            const QString name = namesOf(target.fields[i]).value(rank);
+            const qsizetype column = name.isEmpty() || columns[i] >= 0 ? -1 : open.indexOf(name);
+            if (column < 0)
+                continue;
+            columns[i] = static_cast<int>(column);
+            open[column].clear();
+        }
+    }
+    return columns;
+}
+
+} // namespace host

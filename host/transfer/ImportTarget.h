@@ -1,0 +1,55 @@
+#pragma once
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+/// What can be imported from CSV files, as data.
+namespace host {
+
+/// The table in which a field's text is looked up; what is stored is the key of the row found.
+struct ImportLookup
+{
+    QString table;
+    QString key;
+    QString column;      ///< compared without case
+    QString number = {}; ///< a number that finds the row where the text does not, unless two rows have it
+    QString parent = {}; ///< of a tree: a row is found by its path "A/B" or by a name that is there only once
+};
+
+struct ImportField
+{
+    enum class Kind
+    {
+        Text,
+        UpperText,
+        Memo,   ///< keeps its line breaks
+        Amount, ///< 0 to 99.999.999.999,99 with two decimals
+        Lookup
+    };
+
+    QString column;
+    QString caption;
+    QStringList otherNames; ///< headers that files use for it
+    Kind kind = Kind::Text;
+    int maxLength = 0;     ///< characters; 0 for no limit
+    bool required = false; ///< of a new record
+    ImportLookup lookup = {};
+};
+
+/// A table that can be filled. The first field is the code, by which records are told apart without case.
+struct ImportTarget
+{
+    QString caption; ///< plural
+    QString table;
+    QString key;
+    QList<ImportField> fields;
+};
+
+/// Articles, customers, suppliers. A module's table may be missing in a database.
+const QList<ImportTarget> &importTargets();
+
+/// The CSV column (from 0) for each field of `target`, -1 where no header names it: by caption, column name or another
+/// usual name, without case, accents, blanks and signs. No column is used twice.
+QList<int> mapColumns(const ImportTarget &target, const QStringList &headers);
+
+} // namespace host

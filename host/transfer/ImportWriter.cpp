@@ -1,0 +1,116 @@
+#include "host/transfer/ImportPlan.h"
+#include "platform/core/Log.h"
+#include "platform/core/Progress.h"
+#include "platform/data/Connection.h"
+#include "platform/data/DatabaseError.h"
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+using Kind = ImportField::Kind;
+
+QVariant whenEmpty(Kind kind)
+{
+    switch (kind) {
+    case Kind::Amount:
+        return 0.0;
+    case Kind::Lookup:
+        return QVariant(QMetaType::fromType<int>());
+    case Kind::Text:
+    case Kind::UpperText:
+    case Kind::Memo:
+        break;
+    }
+    return u""_s;
+}
+
+/// Statements of the same text stay prepared in the transaction, so records are written with as few texts as possible.
+class RecordWriter
+{
+public:
+    RecordWriter(data::Connection &connection, const ImportTarget &target, const ImportPlan &plan)
+        : connection_(connection)
+        , target_(target)
+        , plan_(plan)
+    {
+        QStringList columns;
+        for (const qsizetype field : plan.fields)
+            columns.append(target.fields[field].column);
+        insert_ = u"INSERT INTO %1(%2) VALUES(%3)"_s.arg(target.table, columns.join(u", "_s),
+                                                         QStringList(columns.size(), u"?"_s).join(u", "_s));
+    }
+
+    void write(const PlannedRecord &record)
+    {
+        if (record.key < 0)
+            insert(record);
+        else
+            update(record);
+    }
+
+private:
+    const ImportField &field(qsizetype index) const { return target_.fields[plan_.fields[index]]; }
+
+    void insert(const PlannedRecord &record)
+    {
+        QVariantList values = record.values;
+        for (qsizetype i = 0; i < values.size(); ++i) {
+            if (!values[i].isValid())
+                values[i] = whenEmpty(field(i).kind);
+        }
+        connection_.run(insert_, values);
+    }
+
+    // The code stays as it is written in the database.
+    void update(const PlannedRecord &record)
+    {
+        QStringList columns;
+        QVariantList values;
+        for (qsizetype i = 0; i < record.values.size(); ++i) {
+            if (plan_.fields[i] == 0 || !record.values[i].isValid())
+                continue;
+            columns.append(field(i).column + u" = ?"_s);
+            values.append(record.values[i]);
+        }
+        if (columns.isEmpty())
+            return;
+        values.append(record.key);
+        connection_.run(u"UPDATE %1 SET %2 WHERE %3 = ?"_s.arg(target_.table, columns.join(u", "_s), target_.key),
+                        values);
+        if (connection_.affectedRows() != 1)
+            throw data::DatabaseError(u"record not found"_s, u"UPDATE "_s + target_.table);
+    }
+
+    data::Connection &connection_;
+    const ImportTarget &target_;
+    const ImportPlan &plan_;
+    QString insert_;
+};
+
+} // namespace
+
+void writeImport(data::Connection &connection, const ImportTarget &target, const ImportPlan &plan,
+                 core::Progress &progress)
+{
+    progress.setText(u"Scrittura dei record…"_s);
+    progress.setTotal(static_cast<int>(plan.records.size()));
+    data::Transaction transaction(connection);
+    RecordWriter writer(connection, target, plan);
+    int done = 0;
+    for (const PlannedRecord &record : plan.records) {
+        try {
+            writer.write(record);
+        } catch (const data::DatabaseError &error) {
+            core::logError(u"importazione"_s, error);
+            throw core::Error(u"Riga %1: il database ha rifiutato il record; forse un'altra postazione lo ha appena "
+                              "inserito o eliminato.\n\rNulla è stato importato."_s.arg(record.line));
+        }
+        progress.step(++done);
+    }
+    transaction.commit();
+}
+
+} // namespace host

@@ -1,0 +1,60 @@
+#pragma once
+#include <QMutex>
+#include <QString>
+
+#include <atomic>
+#include <exception>
+
+namespace core {
+
+/// Thrown by Progress::step() when the user has asked to stop; whoever works lets it pass and so undoes what it began.
+class Cancelled : public std::exception
+{
+public:
+    const char *what() const noexcept override { return "cancelled"; }
+};
+
+/// How far a long work has come and whether it is still wanted. One thread works, another one shows and cancels.
+class Progress
+{
+public:
+    /// What is being done now, for the user.
+    void setText(const QString &text)
+    {
+        const QMutexLocker lock(&mutex_);
+        text_ = text;
+    }
+    QString text() const
+    {
+        const QMutexLocker lock(&mutex_);
+        return text_;
+    }
+
+    /// Steps in all; 0 while nobody knows.
+    void setTotal(int steps) { total_ = steps; }
+    int total() const { return total_; }
+    int done() const { return done_; }
+    /// `steps` are done. Throws Cancelled once cancel() was called.
+    void step(int steps)
+    {
+        done_ = steps;
+        check();
+    }
+    void check() const
+    {
+        if (cancelled_)
+            throw Cancelled();
+    }
+
+    void cancel() { cancelled_ = true; }
+    bool isCancelled() const { return cancelled_; }
+
+private:
+    mutable QMutex mutex_;
+    QString text_;
+    std::atomic<int> total_ = 0;
+    std::atomic<int> done_ = 0;
+    std::atomic<bool> cancelled_ = false;
+};
+
+} // namespace core

@@ -1,0 +1,82 @@
+#include "platform/ui/ProgressDialog.h"
+
+#include "platform/ui/Controls.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QHBoxLayout>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QThread>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+ProgressDialog::ProgressDialog(const QString &title, core::Progress &progress, QWidget *owner)
+    : QDialog(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint)
+    , progress_(progress)
+    , text_(new ElidedLabel(this))
+    , bar_(new QProgressBar(this))
+    , cancel_(new QPushButton(u"Annulla"_s, this))
+{
+    setWindowTitle(title);
+    text_->setObjectName(u"lblAvanzamento"_s);
+    cancel_->setObjectName(u"cmdAnnulla"_s);
+    connect(cancel_, &QPushButton::clicked, this, &ProgressDialog::reject);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(text_);
+    layout->addWidget(bar_);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cancel_);
+    layout->addLayout(buttons);
+    setMinimumWidth(420);
+    connect(&timer_, &QTimer::timeout, this, &ProgressDialog::refresh);
+    constexpr int refreshMilliseconds = 100;
+    timer_.start(refreshMilliseconds);
+    refresh();
+}
+
+void ProgressDialog::refresh()
+{
+    text_->setText(progress_.isCancelled() ? u"Annullamento in corso…"_s : progress_.text());
+    bar_->setRange(0, progress_.total());
+    bar_->setValue(std::min(progress_.done(), progress_.total()));
+}
+
+void ProgressDialog::reject()
+{
+    progress_.cancel();
+    cancel_->setEnabled(false);
+    refresh();
+}
+
+bool runWithProgress(QWidget *owner, const QString &title, const Work &work)
+{
+    core::Progress progress;
+    std::exception_ptr failure;
+    bool cancelled = false;
+    const std::unique_ptr<QThread> thread(QThread::create([&] {
+        try {
+            work(progress);
+        } catch (const core::Cancelled &) {
+            cancelled = true;
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }));
+    ProgressDialog dialog(title, progress, owner);
+    QObject::connect(thread.get(), &QThread::finished, &dialog, &QDialog::accept);
+    thread->start();
+    runModal(dialog);
+    // Whatever ended the dialog, nothing below may outlive what the thread refers to.
+    if (!thread->isFinished())
+        progress.cancel();
+    thread->wait();
+    if (failure)
+        std::rethrow_exception(failure);
+    return !cancelled;
+}
+
+} // namespace ui

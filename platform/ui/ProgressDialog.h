@@ -1,0 +1,44 @@
+#pragma once
+#include "platform/core/Progress.h"
+
+#include <QDialog>
+#include <QTimer>
+
+#include <functional>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace ui {
+
+class ElidedLabel;
+
+using Work = std::function<void(core::Progress &)>;
+
+/// Runs `work` in a thread of its own behind a modal dialog with a bar and "Annulla", so that the windows stay alive.
+/// Returns false when the user cancelled it; throws what `work` throws. A database connection that `work` needs has to
+/// be made inside it, since a connection belongs to its thread; this thread writes nothing meanwhile.
+bool runWithProgress(QWidget *owner, const QString &title, const Work &work);
+
+/// The dialog of runWithProgress(). Closing it asks the work to stop; it goes away when the work has ended.
+class ProgressDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    ProgressDialog(const QString &title, core::Progress &progress, QWidget *owner);
+
+    void reject() override;
+
+private:
+    void refresh();
+
+    core::Progress &progress_;
+    ElidedLabel *text_;
+    QProgressBar *bar_;
+    QPushButton *cancel_;
+    QTimer timer_;
+};
+
+} // namespace ui

@@ -1,0 +1,288 @@
+#include "host/transfer/ImportDialog.h"
+#include "host/transfer/NumberReader.h"
+#include "platform/core/Progress.h"
+#include "platform/core/SaveFile.h"
+#include "platform/ui/Dialogs.h"
+#include "tests/support/Controls.h"
+#include "tests/support/ScriptedDialogs.h"
+#include "tests/support/ScriptedMessages.h"
+#include "tests/support/TestDatabase.h"
+#include "tests/support/TestMain.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+using host::CsvEncoding;
+
+namespace {
+
+QByteArray articles(int count, const QByteArray &lastPrice = "1,50")
+{
+    QByteArray text = "Codice;Descrizione;Prezzo;IVA;UM;Categoria\r\n";
+    for (int i = 1; i <= count; ++i)
+        text += "X" + QByteArray::number(i) + ";\"Vite; testa \"\"piana\"\"\";" +
+                (i == count ? lastPrice : "1.234,50") + ";22;;\r\n";
+    return text;
+}
+
+} // namespace
+
+class TestImport : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void filesAreRecognised_data();
+    void filesAreRecognised();
+    void decimalMarkIsThatOfTheColumn_data();
+    void decimalMarkIsThatOfTheColumn();
+    void everyProblemNamesLineAndColumn();
+    void codesUpdateWhereAsked();
+    void allArticlesOrNone();
+    void dialogWritesOnlyWithoutErrors();
+    void cancelledDialogWritesNothing();
+
+private:
+    QList<host::CsvRecord> rows(const QByteArray &content) const
+    {
+        return host::readCsv(QString::fromUtf8(content), u';');
+    }
+    host::ImportPlan plan(const host::ImportTarget &target, const QByteArray &content, bool update = false);
+    int count(const QString &table) { return database_->lines(u"SELECT COUNT(*) FROM "_s + table).value(0).toInt(); }
+    void openIn(QDialog &dialog, const QByteArray &content);
+
+    const host::ImportTarget articles_ = host::importTargets()[0];
+    const host::ImportTarget suppliers_ = host::importTargets()[2];
+    const QTemporaryDir folder_;
+    std::unique_ptr<test::ModuleDatabase> database_;
+};
+
+void TestImport::init()
+{
+    database_ = std::make_unique<test::ModuleDatabase>(test::Content::DemoData);
+}
+
+void TestImport::cleanup()
+{
+    ui::setOpenFileChooser({});
+    database_.reset();
+}
+
+void TestImport::filesAreRecognised_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QChar>("separator");
+    QTest::addColumn<int>("encoding");
+    QTest::addColumn<QString>("cells"); // "line:cell¦cell" joined by " / "
+
+    const auto row = [](const char *name, const QByteArray &content, char separator, CsvEncoding encoding,
+                        const QString &cells) {
+        QTest::newRow(name) << content << QChar::fromLatin1(separator) << static_cast<int>(encoding) << cells;
+    };
+    row("decimal commas do not separate", "a;b\n1,5;2,5\n3,0;4\n", ';', CsvEncoding::Utf8,
+        u"1:a¦b / 2:1,5¦2,5 / 3:3,0¦4"_s);
+    row("commas", "a,b,c\r\n\"x;y\",,z\r\n", ',', CsvEncoding::Utf8, u"1:a¦b¦c / 2:x;y¦¦z"_s);
+    row("tabs, old line ends, no last one", "a\tb\r1\t2", '\t', CsvEncoding::Utf8, u"1:a¦b / 2:1¦2"_s);
+    row("quoted line breaks count as lines", "a|b\n\"1\r\n2 \"\"x\"\"\"|y\n\nz 1/2\"|w\n", '|', CsvEncoding::Utf8,
+        u"1:a¦b / 2:1\n2 \"x\"¦y / 5:z 1/2\"¦w"_s);
+    row("byte order mark", "\xEF\xBB\xBF\"\xC3\xA8\";b\n", ';', CsvEncoding::Utf8, u"1:è¦b"_s);
+    row("Windows", "citt\xE0;\x80\n", ';', CsvEncoding::Windows1252, u"1:città¦€"_s);
+    row("UTF-16",
+        QByteArray("\xFF\xFE"
+                   "\xE8\0;\0b\0\n\0",
+                   10),
+        ';', CsvEncoding::Utf16, u"1:è¦b"_s);
+    row("named separator", "sep=,\na;b,c\n", ',', CsvEncoding::Utf8, u"2:a;b¦c"_s);
+}
+
+void TestImport::filesAreRecognised()
+{
+    QFETCH(QByteArray, content);
+    const host::CsvFormat format = host::detectCsvFormat(content);
+    QTEST(format.separator, "separator");
+    QTEST(static_cast<int>(format.encoding), "encoding");
+    QStringList cells;
+    for (const host::CsvRecord &record : host::readCsv(host::decodeCsv(content, format.encoding), format.separator))
+        cells.append(QString::number(record.line) + u':' + record.cells.join(u'¦'));
+    QTEST(cells.join(u" / "_s), "cells");
+}
+
+void TestImport::decimalMarkIsThatOfTheColumn_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<QString>("numbers");
+
+    QTest::newRow("Italian") << u"1.234 € 1.234,50 -3,5 7"_s << u"1234 ? 1234.5 -3.5 7"_s;
+    QTest::newRow("points") << u"1.234 1234.50 1,234.5 .5 0.125"_s << u"1.234 1234.5 1234.5 0.5 0.125"_s;
+    QTest::newRow("both") << u"1.234 12,50 12.50 1.234,50 8"_s << u"? 12.5 12.5 1234.5 8"_s;
+    QTest::newRow("nonsense") << u"1.2.3 12a 1,2,3 --1"_s << u"? ? ? ?"_s;
+}
+
+void TestImport::decimalMarkIsThatOfTheColumn()
+{
+    QFETCH(QString, column);
+    const QStringList texts = column.split(u' ');
+    const host::NumberReader reader(texts);
+    QStringList numbers;
+    for (const QString &text : texts) {
+        const std::optional<double> number = reader.read(text);
+        numbers.append(number ? QString::number(*number) : u"?"_s);
+    }
+    QTEST(numbers.join(u' '), "numbers");
+}
+
+host::ImportPlan TestImport::plan(const host::ImportTarget &target, const QByteArray &content, bool update)
+{
+    QList<host::CsvRecord> records = rows(content);
+    const QStringList headers = records.takeFirst().cells;
+    const host::ImportLookups lookups(database_->connection(), target);
+    return host::planImport(
+        target, lookups, records,
+        {.columns = host::mapColumns(target, headers), .headers = headers, .updateExisting = update});
+}
+
+void TestImport::everyProblemNamesLineAndColumn()
+{
+    database_->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"Vecchio"_s}});
+    const host::ImportPlan found = plan(articles_, "Cod.;Descrizione;Listino;IVA;Categoria;UM\n"
+                                                   "vecchio;a;1;22;;\n"
+                                                   "N1;;x;22%;Non c'è;\n"
+                                                   "n1;b;-1;99;;\n"
+                                                   "N2;b;1,255;;;PZ;troppo\n" +
+                                                       QByteArray(21, 'c') + ";b;;;;\n");
+    QStringList told;
+    for (const host::ImportProblem &problem : found.problems)
+        told.append(QString::number(problem.line) + u' ' + problem.column + u": "_s + problem.message);
+    const QStringList expected = {u"2 Cod.: Il codice \"vecchio\" esiste già."_s,
+                                  u"3 Categoria: \"Non c'è\" non si trova, o non è unico."_s,
+                                  u"3 Listino: \"x\" non è un numero valido."_s,
+                                  u"3 Descrizione: Manca il valore."_s,
+                                  u"4 Cod.: Il codice \"n1\" si trova già alla riga 3."_s,
+                                  u"4 Listino: \"-1\" non è compreso tra 0 e 99.999.999.999,99."_s,
+                                  u"4 IVA: \"99\" non si trova, o non è unico."_s,
+                                  u"5 : La riga ha 7 colonne invece di 6."_s,
+                                  u"5 Listino: \"1,255\" ha più di due decimali."_s,
+                                  u"6 Cod.: Il testo ha 21 caratteri, al massimo ne sono ammessi 20."_s};
+    QCOMPARE(told, expected);
+}
+
+void TestImport::codesUpdateWhereAsked()
+{
+    database_->insert(u"FORNITORI"_s,
+                      {{u"CODICE"_s, u"Abc"_s}, {u"RAGIONESOCIALE"_s, u"Vecchia"_s}, {u"CITTA"_s, u"Asti"_s}});
+    const QByteArray file = "Codice;Ragione sociale;Città;Partita IVA;Pagamento;Telefono;Note\n"
+                            "ABC;Nuova;;it01234567890;;'+39 02;\"a\nb\"\nZZ9;Altra;Roma;;;;\n";
+    const host::ImportPlan planned = plan(suppliers_, file, true);
+    QVERIFY(planned.problems.isEmpty());
+    QCOMPARE(planned.updates, 1);
+    core::Progress progress;
+    host::writeImport(database_->connection(), suppliers_, planned, progress);
+    QCOMPARE(database_->lines(u"SELECT CODICE, RAGIONESOCIALE, CITTA, PARTITAIVA, TELEFONO1, NOTE FROM FORNITORI "
+                              "WHERE CODICE IN ('Abc', 'ZZ9') ORDER BY 1"_s),
+             (QStringList{u"Abc|Nuova|Asti|01234567890|+39 02|a\nb"_s, u"ZZ9|Altra|Roma|||"_s}));
+}
+
+void TestImport::allArticlesOrNone()
+{
+    constexpr int many = 20000;
+    const int before = count(u"ANA_MAGA"_s);
+    const host::ImportPlan planned = plan(articles_, articles(many));
+    data::Connection other;
+    other.setConnectionString(database_->database().connectionString());
+    other.open();
+    core::Progress progress;
+    int inserts = 0;
+    std::function<void()> trouble;
+    other.setStatementHook([&](const QString &sql) {
+        if (sql.startsWith(u"INSERT") && ++inserts == many / 2 && trouble)
+            trouble();
+    });
+    trouble = [&progress] { progress.cancel(); };
+    QVERIFY_THROWS_EXCEPTION(core::Cancelled, host::writeImport(other, articles_, planned, progress));
+    QCOMPARE(count(u"ANA_MAGA"_s), before);
+
+    core::Progress second;
+    inserts = 0;
+    trouble = [this] { database_->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"X%1"_s.arg(many)}}); };
+    QVERIFY(test::errorOf([&] { host::writeImport(other, articles_, planned, second); }).startsWith(u"Riga 20001: "));
+    QCOMPARE(count(u"ANA_MAGA"_s), before + 1);
+
+    core::Progress third;
+    trouble = {};
+    database_->connection().run(u"DELETE FROM ANA_MAGA WHERE CODICE = 'X20000'"_s);
+    host::writeImport(other, articles_, planned, third);
+    QCOMPARE(count(u"ANA_MAGA"_s), before + many);
+    QCOMPARE(third.done(), many);
+    QCOMPARE(database_->lines(u"SELECT A.DESCRIZIONE, A.PREZZO, A.COSTO, I.CODICE FROM ANA_MAGA A JOIN ALIQUOTE_IVA I "
+                              "ON I.IDALIQUOTA_IVA = A.IDALIQUOTA_IVA WHERE A.CODICE = 'X1'"_s),
+             QStringList{u"Vite; testa \"piana\"|1234.5|0|22"_s});
+}
+
+void TestImport::openIn(QDialog &dialog, const QByteArray &content)
+{
+    const QString path = folder_.filePath(u"listino.csv"_s);
+    core::saveFile(path, content);
+    ui::setOpenFileChooser([path](QWidget *, const ui::OpenFileRequest &) { return path; });
+    test::press(&dialog, u"cmdSfoglia"_s);
+}
+
+void TestImport::dialogWritesOnlyWithoutErrors()
+{
+    test::ScriptedMessages messages;
+    test::ScriptedDialogs dialogs;
+    const int before = count(u"ANA_MAGA"_s);
+    dialogs.expect([this, &dialogs](QDialog &dialog) {
+        auto *import = test::control<QPushButton>(&dialog, u"cmdImporta"_s);
+        openIn(dialog, articles(30, "x"));
+        QVERIFY(!import->isEnabled());
+        auto *errors = test::control<QTableView>(&dialog, u"gridErrori"_s);
+        QCOMPARE(test::columnTexts(errors, u"Riga"_s), QStringList{u"31"_s});
+        QCOMPARE(test::control<QTableView>(&dialog, u"gridAnteprima"_s)->model()->rowCount(), 20);
+
+        openIn(dialog, articles(30));
+        QCOMPARE(test::control<QLabel>(&dialog, u"lblStato"_s)->text(), u"30 record nuovi, 0 da aggiornare."_s);
+        dialogs.expect([](QDialog &progress) { QTRY_VERIFY(!progress.isVisible()); });
+        import->click();
+    });
+    messages.expect(u"Informazioni"_s, u"Importazione completata: 30 record nuovi, 0 aggiornati."_s,
+                    core::MessageIcon::Information);
+    host::importFromCsv(nullptr, database_->connection());
+    QCOMPARE(count(u"ANA_MAGA"_s), before + 30);
+}
+
+void TestImport::cancelledDialogWritesNothing()
+{
+    test::ScriptedMessages messages;
+    test::ScriptedDialogs dialogs;
+    const int before = count(u"ANA_MAGA"_s);
+    dialogs.expect([this, &dialogs](QDialog &dialog) {
+        openIn(dialog, articles(30));
+        // The first record waits for this transaction, so the button is pressed in the middle of the work.
+        auto block = std::make_unique<data::Transaction>(database_->connection());
+        database_->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"X1"_s}});
+        dialogs.expect([&block](QDialog &progress) {
+            test::press(&progress, u"cmdAnnulla"_s);
+            block.reset();
+            QTRY_VERIFY(!progress.isVisible());
+        });
+        test::press(&dialog, u"cmdImporta"_s);
+        dialog.reject();
+    });
+    messages.expect(u"Informazioni"_s, u"Importazione annullata: nulla è stato scritto."_s,
+                    core::MessageIcon::Information);
+    host::importFromCsv(nullptr, database_->connection());
+    QCOMPARE(count(u"ANA_MAGA"_s), before);
+}
+
+namespace {
+const test::Registered<TestImport> registered;
+}
+
+#include "test_import.moc"
