@@ -5,6 +5,7 @@
 #include "host/registers/OptionsDialog.h"
 #include "host/registers/RegisterEntry.h"
 #include "host/registers/RegisterList.h"
+#include "host/transfer/ImportDialog.h"
 #include "host/ui/MainWindow.h"
 #include "host/users/PasswordDialogs.h"
 #include "host/users/UserForms.h"
@@ -120,6 +121,11 @@ void HostCommands::addSettings()
          .menu = {},
          .create = [this] { return new RoleEntry(connection_, &window_); },
          .administratorsOnly = true});
+    add({.name = u"actImporta"_s,
+         .caption = u"Importa da CSV..."_s,
+         .menu = toolsMenu,
+         .create = {},
+         .run = [this] { importFromCsv(&window_, connection_); }});
     add({.name = u"actCambiaPassword"_s,
          .caption = u"Cambia password..."_s,
          .menu = toolsMenu,
