@@ -108,6 +108,25 @@ bool isOwnFolder(const QString &path)
     return std::all_of(files.begin(), files.end(), [](const QFileInfo &file) { return file.isWritable(); });
 }
 
+bool failed(const ISC_STATUS *status)
+{
+    return status[0] == isc_arg_gds && status[1] != 0;
+}
+
+bool attach(const DatabaseAddress &address, ISC_STATUS *status, isc_db_handle &handle)
+{
+    QByteArray parameters;
+    parameters.append(static_cast<char>(isc_dpb_version1));
+    addText(parameters, static_cast<char>(isc_dpb_user_name), address.user.toUtf8());
+    if (!address.password.isEmpty())
+        addText(parameters, static_cast<char>(isc_dpb_password), address.password.toUtf8());
+    addText(parameters, static_cast<char>(isc_dpb_lc_ctype), "UTF8");
+    const QByteArray name = attachString(address).toUtf8();
+    isc_attach_database(status, 0, name.constData(), &handle, static_cast<short>(parameters.size()),
+                        parameters.constData());
+    return !failed(status);
+}
+
 } // namespace
 
 OpenCheck checkDatabase(const DatabaseAddress &address)
@@ -121,19 +140,9 @@ OpenCheck checkDatabase(const DatabaseAddress &address)
         if (!file.isReadable() || !file.isWritable())
             return {OpenFailure::NoPermission, {}};
     }
-    QByteArray parameters;
-    parameters.append(static_cast<char>(isc_dpb_version1));
-    addText(parameters, static_cast<char>(isc_dpb_user_name), address.user.toUtf8());
-    if (!address.password.isEmpty())
-        addText(parameters, static_cast<char>(isc_dpb_password), address.password.toUtf8());
-    addText(parameters, static_cast<char>(isc_dpb_lc_ctype), "UTF8");
-
     ISC_STATUS_ARRAY status{};
     isc_db_handle handle = 0;
-    const QByteArray name = attachString(address).toUtf8();
-    isc_attach_database(status, 0, name.constData(), &handle, static_cast<short>(parameters.size()),
-                        parameters.constData());
-    if (status[0] == isc_arg_gds && status[1] != 0)
+    if (!attach(address, status, handle))
         return {classify(status, address.isEmbedded()), statusText(status)};
     isc_detach_database(status, &handle);
     return {};
@@ -154,9 +163,23 @@ void createDatabase(const DatabaseAddress &address)
     isc_tr_handle transaction = 0;
     const QByteArray text = sql.toUtf8();
     isc_dsql_execute_immediate(status, &handle, &transaction, 0, text.constData(), SQL_DIALECT_V6, nullptr);
-    if (status[0] == isc_arg_gds && status[1] != 0)
+    if (failed(status))
         throw DatabaseError(statusText(status), u"CREATE DATABASE"_s);
     isc_detach_database(status, &handle);
+}
+
+void dropDatabase(const DatabaseAddress &address)
+{
+    ISC_STATUS_ARRAY status{};
+    isc_db_handle handle = 0;
+    if (!attach(address, status, handle))
+        return;
+    isc_drop_database(status, &handle);
+    if (!failed(status))
+        return;
+    const QString text = statusText(status);
+    isc_detach_database(status, &handle);
+    throw DatabaseError(text, u"DROP DATABASE"_s);
 }
 
 void useLockFolder(const QString &path)

@@ -29,6 +29,9 @@ OpenCheck checkDatabase(const DatabaseAddress &address);
 /// exists.
 void createDatabase(const DatabaseAddress &address);
 
+/// Removes a database with its file; does nothing when it cannot be opened. Throws DatabaseError when it is in use.
+void dropDatabase(const DatabaseAddress &address);
+
 /// Gives the embedded engine a lock folder of the user's own (created when missing); call it before the first connect.
 /// The engine's default in the shared temporary folder belongs to whichever account came first. When another account,
 /// such as root with this user's home, has taken `path`, a folder beside it named after the user serves instead.
