@@ -75,15 +75,15 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
     for (const RegisterField &spec : group.fields) {
         ui::Field *field = createField(spec, box);
         place(grid, field, spec.row, spec.position, spec.span);
-        // A control with a limited width stays beside its label.
+        // A control with a limited width stays beside its label, the others share what is left.
         if (field->widget()->maximumWidth() < QWIDGETSIZE_MAX)
             grid->setAlignment(field->widget(), Qt::AlignLeft | Qt::AlignVCenter);
+        else
+            grid->setColumnStretch(spec.position * 2 + 1, 1);
         if (spec.kind == RegisterField::Kind::Memo)
             grid->setRowStretch(spec.row, 1);
         if (!focusProxy())
             setFocusProxy(field->widget());
-        // What is left goes to the controls, those with a limit stay behind their label.
-        grid->setColumnStretch(spec.position * 2 + 1, 1);
     }
 }
 
@@ -193,6 +193,12 @@ void RegisterEntry::clearDetails()
 }
 
 void RegisterEntry::loadDetails()
+{
+    if (!spec_.uniqueColumn.isEmpty())
+        loadedText_ = texts_.value(spec_.uniqueColumn)->text();
+}
+
+void RegisterEntry::recordSaved()
 {
     if (!spec_.uniqueColumn.isEmpty())
         loadedText_ = texts_.value(spec_.uniqueColumn)->text();

@@ -30,6 +30,7 @@ protected:
     void resetDetails() override;
     void clearDetails() override;
     void loadDetails() override;
+    void recordSaved() override;
     void recordMissing() override;
     bool deleteStored(int id) override;
 

@@ -168,13 +168,14 @@ FirstStart askFirstStart()
     for (const StartButton &spec : startButtons()) {
         auto *button = new QCommandLinkButton(spec.caption, spec.explanation, &dialog);
         button->setObjectName(spec.name);
+        button->setAutoDefault(false);
         layout->addWidget(button);
         QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, &choice, picked = spec.choice] {
             choice = picked;
             dialog.accept();
         });
     }
-    dialog.setMinimumWidth(520);
+    dialog.setMinimumWidth(600);
     ui::runModal(dialog);
     return choice;
 }

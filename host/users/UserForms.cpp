@@ -188,6 +188,12 @@ void UserEntry::loadDetails()
     roles_->load(storedText(), connection());
 }
 
+void UserEntry::recordSaved()
+{
+    RegisterEntry::recordSaved();
+    newHash_.clear();
+}
+
 void UserEntry::writeComputed(data::DataSet &record) const
 {
     if (!newHash_.isEmpty())

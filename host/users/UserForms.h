@@ -21,6 +21,7 @@ public:
 protected:
     void resetDetails() override;
     void loadDetails() override;
+    void recordSaved() override;
     void writeComputed(data::DataSet &record) const override;
     void writeDetails() override;
 

@@ -50,7 +50,8 @@ QChar vatCheckDigit(const QString &digits)
 bool isVatNumber(const QString &text)
 {
     QString number = text.trimmed().toUpper();
-    if (matches(number, u"[A-Z]{2}.+"_s)) {
+    // The longest ones of other countries have twelve characters behind the two letters.
+    if (matches(number, u"[A-Z]{2}.{1,12}"_s)) {
         if (!number.startsWith(u"IT"))
             return true;
         number.remove(0, 2);

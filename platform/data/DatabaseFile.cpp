@@ -99,6 +99,20 @@ OpenFailure classify(const ISC_STATUS *status, bool embedded)
     return ioFailure;
 }
 
+bool isOwnFolder(const QString &path)
+{
+    // The engine opens its old lock files for writing, so each of them counts.
+    if (!QDir().mkpath(path) || !QFileInfo(path).isWritable())
+        return false;
+    const QFileInfoList files = QDir(path).entryInfoList(QDir::Files);
+    return std::all_of(files.begin(), files.end(), [](const QFileInfo &file) { return file.isWritable(); });
+}
+
+bool failed(const ISC_STATUS *status)
+{
+    return status[0] == isc_arg_gds && status[1] != 0;
+}
+
 bool attach(const DatabaseAddress &address, ISC_STATUS *status, isc_db_handle &handle)
 {
     QByteArray parameters;
@@ -110,16 +124,7 @@ bool attach(const DatabaseAddress &address, ISC_STATUS *status, isc_db_handle &h
     const QByteArray name = attachString(address).toUtf8();
     isc_attach_database(status, 0, name.constData(), &handle, static_cast<short>(parameters.size()),
                         parameters.constData());
-    return status[0] != isc_arg_gds || status[1] == 0;
-}
-
-bool isOwnFolder(const QString &path)
-{
-    // The engine opens its old lock files for writing, so each of them counts.
-    if (!QDir().mkpath(path) || !QFileInfo(path).isWritable())
-        return false;
-    const QFileInfoList files = QDir(path).entryInfoList(QDir::Files);
-    return std::all_of(files.begin(), files.end(), [](const QFileInfo &file) { return file.isWritable(); });
+    return !failed(status);
 }
 
 } // namespace
@@ -158,7 +163,7 @@ void createDatabase(const DatabaseAddress &address)
     isc_tr_handle transaction = 0;
     const QByteArray text = sql.toUtf8();
     isc_dsql_execute_immediate(status, &handle, &transaction, 0, text.constData(), SQL_DIALECT_V6, nullptr);
-    if (status[0] == isc_arg_gds && status[1] != 0)
+    if (failed(status))
         throw DatabaseError(statusText(status), u"CREATE DATABASE"_s);
     isc_detach_database(status, &handle);
 }
@@ -167,10 +172,14 @@ void dropDatabase(const DatabaseAddress &address)
 {
     ISC_STATUS_ARRAY status{};
     isc_db_handle handle = 0;
-    if (attach(address, status, handle))
-        isc_drop_database(status, &handle);
-    if (status[0] == isc_arg_gds && status[1] != 0)
-        throw DatabaseError(statusText(status), u"DROP DATABASE"_s);
+    if (!attach(address, status, handle))
+        return;
+    isc_drop_database(status, &handle);
+    if (!failed(status))
+        return;
+    const QString text = statusText(status);
+    isc_detach_database(status, &handle);
+    throw DatabaseError(text, u"DROP DATABASE"_s);
 }
 
 void useLockFolder(const QString &path)

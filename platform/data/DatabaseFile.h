@@ -29,7 +29,7 @@ OpenCheck checkDatabase(const DatabaseAddress &address);
 /// exists.
 void createDatabase(const DatabaseAddress &address);
 
-/// Deletes a database, wherever it is, to take back a createDatabase(). Throws DatabaseError.
+/// Removes a database with its file; does nothing when it cannot be opened. Throws DatabaseError when it is in use.
 void dropDatabase(const DatabaseAddress &address);
 
 /// Gives the embedded engine a lock folder of the user's own (created when missing); call it before the first connect.

@@ -232,8 +232,10 @@ bool EntryForm::save()
         keyWithoutRow_ = keyWithoutRow_ || NewRecord();
         core::showError(this, u"Si è verificato un errore durante il salvataggio dei dati!"_s);
     }
-    if (written)
+    if (written) {
         keyWithoutRow_ = false;
+        recordSaved();
+    }
     if (written || spec_.afterFailedSave == AfterFailedSave::AsAfterSave) {
         SetModified(false);
         SetNewRecord(false);

@@ -122,6 +122,8 @@ protected:
     virtual void writeComputed(data::DataSet &) const {}
     /// Inside the transaction, with IdRecord() already the key really given.
     virtual void writeDetails() {}
+    /// After the commit.
+    virtual void recordSaved() {}
     /// May "Nuovo" start a new record? Tells the user when not.
     virtual bool mayStartNew() { return true; }
     /// Deletes the stored record, with its questions; true when it is gone.

@@ -16,7 +16,7 @@ FormDialog::FormDialog(const QString &title, QWidget *owner)
     , rows_(new QFormLayout)
 {
     setWindowTitle(title);
-    rows_->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    rows_->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(rows_);
     layout->addStretch();
@@ -24,9 +24,9 @@ FormDialog::FormDialog(const QString &title, QWidget *owner)
     ok_ = buttons->addButton(u"OK"_s, QDialogButtonBox::AcceptRole);
     ok_->setObjectName(u"cmdOk"_s);
     ok_->setDefault(true);
-    QPushButton *cancel = buttons->addButton(u"Annulla"_s, QDialogButtonBox::RejectRole);
-    cancel->setObjectName(u"cmdAnnulla"_s);
-    cancel->setAutoDefault(false);
+    cancel_ = buttons->addButton(u"Annulla"_s, QDialogButtonBox::RejectRole);
+    cancel_->setObjectName(u"cmdAnnulla"_s);
+    cancel_->setAutoDefault(false);
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -38,6 +38,22 @@ void FormDialog::addText(const QString &text)
     auto *label = new QLabel(text, this);
     label->setWordWrap(true);
     rows_->addRow(label);
+}
+
+// The buttons are there before the inputs, but Tab reaches them last, and typing begins in the first input.
+void FormDialog::showEvent(QShowEvent *event)
+{
+    QList<QWidget *> chain;
+    for (QWidget *next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
+        if (next != ok_ && next != cancel_ && (next->focusPolicy() & Qt::TabFocus))
+            chain.append(next);
+    }
+    chain += {ok_, cancel_};
+    for (qsizetype i = 1; i < chain.size(); ++i)
+        setTabOrder(chain[i - 1], chain[i]);
+    if (!focusWidget() || focusWidget() == ok_ || focusWidget() == cancel_)
+        chain.first()->setFocus();
+    QDialog::showEvent(event);
 }
 
 void FormDialog::accept()

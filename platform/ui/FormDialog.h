@@ -25,9 +25,13 @@ public:
 
     void accept() override;
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     QFormLayout *rows_;
     QPushButton *ok_ = nullptr;
+    QPushButton *cancel_ = nullptr;
     std::function<bool()> check_;
 };
 

@@ -39,6 +39,7 @@ public:
 
     TMMGModMagazzino &module() const;
     host::MainWindow &window() const { return session_->window(); }
+    host::HostCommands &commands() const { return session_->commands(); }
     /// A connection other than the module's.
     data::Connection &database() const { return session_->connection(); }
     QStringList lines(const QString &sql) const { return linesOf(database(), sql); }

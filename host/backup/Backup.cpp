@@ -1,0 +1,277 @@
+#include "host/backup/Backup.h"
+
+#include "host/backup/Gbak.h"
+#include "platform/core/Clock.h"
+#include "platform/core/Error.h"
+#include "platform/core/Log.h"
+#include "platform/core/Progress.h"
+#include "platform/data/Connection.h"
+#include "platform/data/DatabaseFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMap>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+/// Rows of each table.
+using Counts = QMap<QString, int>;
+
+// A folder beside `file` that goes away with all it holds.
+class WorkFolder
+{
+public:
+    explicit WorkFolder(const QString &file)
+        : folder_(QFileInfo(file).absolutePath() + u"/.corvane-XXXXXX"_s)
+    {
+        const QString parent = QFileInfo(file).absolutePath();
+        if (!QFileInfo(parent).isDir())
+            throw core::Error(u"La cartella \"%1\" non esiste."_s.arg(parent));
+        if (!folder_.isValid())
+            throw core::Error(u"Nella cartella \"%1\" non si può scrivere."_s.arg(parent), folder_.errorString());
+    }
+
+    QString file(const QString &name) const { return folder_.filePath(name); }
+
+private:
+    QTemporaryDir folder_;
+};
+
+data::DatabaseAddress embedded(const QString &file)
+{
+    data::DatabaseAddress address;
+    address.file = file;
+    return address;
+}
+
+QString gbakName(const data::DatabaseAddress &database)
+{
+    return database.isEmbedded() ? QFileInfo(database.file).absoluteFilePath() : database.toString();
+}
+
+// Counts the tables' rows as the program tells them and shows where it is.
+class Follower
+{
+public:
+    /// `verb`: what is done with a table, for the user; `known`: tables expected, 0 when they are announced first.
+    Follower(core::Progress &progress, const QString &verb, int firstStep)
+        : progress_(progress)
+        , verb_(verb)
+        , step_(firstStep)
+    {
+    }
+
+    void operator()(const QString &line)
+    {
+        static const QRegularExpression announced(u"^writing table (\\S.*)$"_s);
+        static const QRegularExpression table(u"^(?:writing|restoring) data for table (\\S.*)$"_s);
+        static const QRegularExpression rows(u"^(\\d+) records (?:written|restored)$"_s);
+        if (announced.match(line).hasMatch()) {
+            ++announced_;
+        } else if (const auto found = table.match(line); found.hasMatch()) {
+            current_ = found.captured(1);
+            counts_[current_] = 0;
+            // Each table is written and, in the check, read back.
+            if (announced_ > 0)
+                progress_.setTotal(2 * announced_);
+            progress_.setText(verb_.arg(current_));
+            progress_.step(++step_);
+        } else if (const auto count = rows.match(line); count.hasMatch()) {
+            counts_[current_] = count.captured(1).toInt();
+        }
+    }
+
+    const Counts &counts() const { return counts_; }
+
+private:
+    core::Progress &progress_;
+    QString verb_;
+    int step_;
+    int announced_ = 0;
+    QString current_;
+    Counts counts_;
+};
+
+Counts countRows(const data::DatabaseAddress &database)
+{
+    data::Connection connection;
+    connection.setConnectionString(data::nativeConnectionString(database));
+    connection.open();
+    const data::Rows tables = connection.select(
+        u"SELECT TRIM(RDB$RELATION_NAME) AS TABELLA FROM RDB$RELATIONS "
+        "WHERE COALESCE(RDB$SYSTEM_FLAG, 0) = 0 AND RDB$VIEW_BLR IS NULL AND COALESCE(RDB$RELATION_TYPE, 0) = 0"_s);
+    Counts counts;
+    for (qsizetype row = 0; row < tables.size(); ++row) {
+        const QString table = tables.text(row, u"TABELLA");
+        counts[table] = connection.select(u"SELECT COUNT(*) AS RIGHE FROM \"%1\""_s.arg(table)).integer(0, u"RIGHE");
+    }
+    return counts;
+}
+
+// Restores `file` into the database `target`; the rows that the program says it has restored.
+Counts restore(const QString &file, const data::DatabaseAddress &target, const QString &verb, int firstStep,
+               core::Progress &progress)
+{
+    Follower follower(progress, verb, firstStep);
+    runGbak(target, {u"-c"_s, u"-v"_s, QFileInfo(file).absoluteFilePath(), gbakName(target)}, progress,
+            [&follower](const QString &line) { follower(line); });
+    return follower.counts();
+}
+
+// On the disk, not in the system's memory only.
+void flush(const QString &path)
+{
+    const int handle = ::open(QFile::encodeName(path).constData(), O_RDONLY);
+    const bool done = handle >= 0 && ::fsync(handle) == 0;
+    if (handle >= 0)
+        ::close(handle);
+    if (!done)
+        throw core::Error(u"Impossibile scrivere sul disco."_s, path);
+}
+
+// Gives a finished file its name, in the place of an older one.
+void moveInto(const QString &from, const QString &to)
+{
+    flush(from);
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        throw core::Error(u"Impossibile scrivere il file \"%1\"."_s.arg(to), qt_error_string());
+}
+
+QString keptName(const QString &file)
+{
+    const QFileInfo info(file);
+    const QString name = info.absolutePath() + u'/' + info.completeBaseName() + u".prima-del-ripristino-"_s +
+                         core::now().toString(u"yyyyMMdd-HHmmss"_s);
+    QString path = name + u".fdb"_s;
+    for (int number = 2; QFileInfo::exists(path); ++number)
+        path = name + u"-%1.fdb"_s.arg(number);
+    return path;
+}
+
+// The old file gets a second name first, so that there is a database under its own name at every moment.
+QString replaceKeepingOld(const QString &newFile, const QString &target)
+{
+    if (!QFileInfo::exists(target)) {
+        moveInto(newFile, target);
+        return {};
+    }
+    const QString kept = keptName(target);
+    const QByteArray oldName = QFile::encodeName(target);
+    // File systems without second names: a moment without the database, which a failure ends again.
+    const bool linked = ::link(oldName.constData(), QFile::encodeName(kept).constData()) == 0;
+    if (!linked && !QFile::rename(target, kept))
+        throw core::Error(u"Impossibile conservare il database attuale come \"%1\"."_s.arg(kept), qt_error_string());
+    try {
+        moveInto(newFile, target);
+    } catch (const std::exception &) {
+        if (linked)
+            QFile::remove(kept);
+        else
+            QFile::rename(kept, target);
+        throw;
+    }
+    return kept;
+}
+
+void requireOwnDatabase(const Counts &tables)
+{
+    // Every database of this program has these from its first moment.
+    for (const QString &table : {u"TABLE_VERSION"_s, u"OPZIONI"_s, u"UTENTI"_s}) {
+        if (!tables.contains(table))
+            throw core::Error(u"La copia non contiene un database di questo programma."_s, table);
+    }
+}
+
+QString restoreEmbedded(const QString &file, const QString &target, core::Progress &progress)
+{
+    const WorkFolder work(target);
+    const QString restored = work.file(u"ripristino.fdb"_s);
+    const Counts told = restore(file, embedded(restored), u"Ripristino della tabella %1…"_s, 0, progress);
+    progress.setText(u"Verifica del database ripristinato…"_s);
+    const Counts found = countRows(embedded(restored));
+    requireOwnDatabase(found);
+    for (auto it = told.begin(); it != told.end(); ++it) {
+        if (found.value(it.key(), -1) != it.value())
+            throw core::Error(u"Il database ripristinato non è completo (tabella %1)."_s.arg(it.key()));
+    }
+    progress.check();
+    // Nobody may work on in the old file under its new name.
+    if (data::checkDatabase(embedded(target)).failure == data::OpenFailure::InUse)
+        throw core::Error(u"Il database \"%1\" è in uso: chiudere gli altri programmi che lo usano."_s.arg(target));
+    return replaceKeepingOld(restored, target);
+}
+
+void dropUnfinished(const data::DatabaseAddress &database)
+{
+    try {
+        data::dropDatabase(database);
+    } catch (const std::exception &error) {
+        // What stopped the restore matters to the user; that the server keeps a rest of it is for its administrator.
+        core::logError(u"ripristino"_s, error);
+    }
+}
+
+void restoreOnServer(const QString &file, const data::DatabaseAddress &target, core::Progress &progress)
+{
+    if (data::checkDatabase(target).failure == data::OpenFailure::None)
+        throw core::Error(u"Sul server esiste già il database \"%1\": indicare un nome nuovo."_s.arg(target.file));
+    bool begun = false;
+    try {
+        Follower follower(progress, u"Ripristino della tabella %1…"_s, 0);
+        runGbak(target, {u"-c"_s, u"-v"_s, QFileInfo(file).absoluteFilePath(), gbakName(target)}, progress,
+                [&](const QString &line) {
+                    begun = begun || line.startsWith(u"created database");
+                    follower(line);
+                });
+        requireOwnDatabase(countRows(target));
+    } catch (const std::exception &) {
+        // Only what this run has created.
+        if (begun)
+            dropUnfinished(target);
+        throw;
+    }
+}
+
+} // namespace
+
+void backupDatabase(const data::DatabaseAddress &database, const QString &file, core::Progress &progress)
+{
+    if (database.isEmbedded() && !QFileInfo::exists(database.file))
+        throw core::Error(u"Il database \"%1\" non esiste."_s.arg(database.file));
+    const WorkFolder work(file);
+    const QString backup = work.file(u"copia.fbk"_s);
+    Follower follower(progress, u"Copia della tabella %1…"_s, 0);
+    runGbak(database, {u"-b"_s, u"-v"_s, gbakName(database), backup}, progress,
+            [&follower](const QString &line) { follower(line); });
+    const Counts &written = follower.counts();
+    const data::DatabaseAddress copy = embedded(work.file(u"verifica.fdb"_s));
+    restore(backup, copy, u"Verifica della tabella %1…"_s, static_cast<int>(written.size()), progress);
+    if (written.isEmpty() || countRows(copy) != written)
+        throw core::Error(u"La copia non corrisponde al database e non è stata conservata."_s);
+    progress.check();
+    moveInto(backup, file);
+}
+
+QString restoreDatabase(const QString &file, const data::DatabaseAddress &target, core::Progress &progress)
+{
+    if (!QFileInfo(file).isFile())
+        throw core::Error(u"Il file \"%1\" non esiste."_s.arg(file));
+    if (target.isEmbedded())
+        return restoreEmbedded(file, QFileInfo(target.file).absoluteFilePath(), progress);
+    restoreOnServer(file, target, progress);
+    return {};
+}
+
+} // namespace host

@@ -1,0 +1,58 @@
+#include "host/backup/Backup.h"
+#include "platform/core/Error.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+constexpr qsizetype keptBackups = 10;
+
+// The file's name without its date.
+QString stem(const QString &folder, const data::DatabaseAddress &database)
+{
+    const QFileInfo file(database.file);
+    if (file.absolutePath() == QFileInfo(QDir::cleanPath(folder)).absolutePath())
+        return file.completeBaseName();
+    const QByteArray path = file.absoluteFilePath().toUtf8();
+    constexpr qsizetype markLength = 6;
+    return file.completeBaseName() + u'-' +
+           QString::fromLatin1(QCryptographicHash::hash(path, QCryptographicHash::Sha256).toHex().left(markLength));
+}
+
+void removeOld(const QString &folder, const QString &stem)
+{
+    const QRegularExpression name(u"^%1-\\d{4}-\\d\\d-\\d\\d\\.fbk$"_s.arg(QRegularExpression::escape(stem)));
+    // Sorted by name they are sorted by date.
+    const QStringList backups = QDir(folder).entryList(QDir::Files, QDir::Name).filter(name);
+    for (qsizetype i = 0; i < backups.size() - keptBackups; ++i)
+        QFile::remove(folder + u'/' + backups[i]);
+}
+
+} // namespace
+
+QString dailyBackupFile(const QString &folder, const data::DatabaseAddress &database, QDate day)
+{
+    return folder + u'/' + stem(folder, database) + u'-' + day.toString(Qt::ISODate) + u".fbk"_s;
+}
+
+bool dailyBackupDue(const QString &folder, const data::DatabaseAddress &database, QDate today)
+{
+    return database.isEmbedded() && !QFileInfo::exists(dailyBackupFile(folder, database, today));
+}
+
+void runDailyBackup(const QString &folder, const data::DatabaseAddress &database, QDate today, core::Progress &progress)
+{
+    if (!QDir().mkpath(folder))
+        throw core::Error(u"La cartella \"%1\" non si può creare."_s.arg(folder));
+    backupDatabase(database, dailyBackupFile(folder, database, today), progress);
+    removeOld(folder, stem(folder, database));
+}
+
+} // namespace host

@@ -1,0 +1,145 @@
+#include "host/backup/Gbak.h"
+
+#include "platform/core/Error.h"
+#include "platform/core/Progress.h"
+
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <csignal>
+#include <sys/prctl.h>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+struct Meaning
+{
+    QString words; ///< of the program
+    QString text;
+};
+
+const QList<Meaning> &meanings()
+{
+    static const QString full = u"Il disco è pieno."_s;
+    static const QString damaged = u"Il file non è una copia di sicurezza, oppure è danneggiato o incompleto."_s;
+    static const QString refused = u"Il server ha rifiutato il nome utente o la password."_s;
+    static const QString unreachable = u"Il server non è raggiungibile."_s;
+    static const QString forbidden = u"Mancano i permessi per leggere o scrivere il file."_s;
+    // The first one that fits counts.
+    static const QList<Meaning> all = {
+        {u"No space left"_s, full},
+        {u"Disk quota exceeded"_s, full},
+        {u"already opened"_s, u"Il database è in uso: chiudere gli altri programmi che lo usano e riprovare."_s},
+        {u"already exists"_s, u"Esiste già un database con questo nome."_s},
+        {u"user name and password"_s, refused},
+        {u"no permission"_s, u"L'utente del database non può eseguire questa operazione."_s},
+        {u"network request"_s, unreachable},
+        {u"connection lost"_s, u"Il collegamento con il server è caduto."_s},
+        {u"from the connection"_s, u"Il collegamento con il server è caduto."_s},
+        {u"to the connection"_s, u"Il collegamento con il server è caduto."_s},
+        {u"Permission denied"_s, forbidden},
+        {u"cannot open backup file"_s, u"Il file della copia non si può aprire."_s},
+        {u"No such file"_s, u"Il file o la cartella non esiste."_s},
+        {u"expected"_s, damaged},
+        {u"not a valid"_s, damaged},
+        {u"end of file"_s, damaged},
+    };
+    return all;
+}
+
+QString meaningOf(const QString &words)
+{
+    for (const Meaning &meaning : meanings()) {
+        if (words.contains(meaning.words))
+            return meaning.text;
+    }
+    return u"Il programma di copia di Firebird non è riuscito; il motivo si trova nel registro del programma."_s;
+}
+
+QProcessEnvironment environmentFor(const data::DatabaseAddress &login)
+{
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    variables.insert(u"ISC_USER"_s, login.user);
+    variables.remove(u"ISC_PASSWORD"_s);
+    if (!login.password.isEmpty())
+        variables.insert(u"ISC_PASSWORD"_s, login.password);
+    // Paths with accented letters need it.
+    variables.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+    return variables;
+}
+
+/// The running program, which is ended with the object.
+class Run
+{
+public:
+    Run(const data::DatabaseAddress &login, const QStringList &arguments)
+        : isBackup_(arguments.contains(u"-b"_s))
+    {
+        const QString program = QStandardPaths::findExecutable(u"gbak"_s);
+        if (program.isEmpty())
+            throw core::Error(u"Manca il programma gbak di Firebird: installare il pacchetto firebird3.0-utils."_s);
+        process_.setProcessEnvironment(environmentFor(login));
+        process_.setProcessChannelMode(QProcess::MergedChannels);
+        // On a full disk, or after a file cut short, it would ask for another volume and wait.
+        process_.setStandardInputFile(QProcess::nullDevice());
+        process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
+        process_.start(program, arguments);
+        if (!process_.waitForStarted())
+            throw core::Error(u"Il programma gbak di Firebird non si avvia."_s, process_.errorString());
+    }
+
+    ~Run()
+    {
+        if (process_.state() == QProcess::NotRunning)
+            return;
+        process_.kill();
+        process_.waitForFinished();
+    }
+
+    Run(const Run &) = delete;
+    Run &operator=(const Run &) = delete;
+
+    void follow(const core::Progress &progress, const std::function<void(const QString &)> &line)
+    {
+        constexpr int patience = 100; // milliseconds between two looks at "cancelled"
+        while (process_.state() != QProcess::NotRunning) {
+            progress.check();
+            process_.waitForReadyRead(patience);
+            takeLines(line);
+        }
+        takeLines(line);
+        if (process_.exitStatus() != QProcess::NormalExit || process_.exitCode() != 0)
+            throw core::Error(meaningOf(errors_), u"gbak: "_s + errors_.trimmed());
+    }
+
+private:
+    void takeLines(const std::function<void(const QString &)> &line)
+    {
+        while (process_.canReadLine()) {
+            const QString text = QString::fromUtf8(process_.readLine()).trimmed();
+            if (text.startsWith(u"Done with volume"))
+                errors_ += isBackup_ ? u"No space left on device\n"_s : u"unexpected end of file\n"_s;
+            else if (text.contains(u"ERROR:"))
+                errors_ += text.section(u"ERROR:"_s, 1).simplified() + u'\n';
+            else
+                line(text.section(u':', 1).trimmed());
+        }
+    }
+
+    bool isBackup_;
+    QProcess process_;
+    QString errors_;
+};
+
+} // namespace
+
+void runGbak(const data::DatabaseAddress &login, const QStringList &arguments, core::Progress &progress,
+             const std::function<void(const QString &)> &line)
+{
+    Run(login, arguments).follow(progress, line);
+}
+
+} // namespace host

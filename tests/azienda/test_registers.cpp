@@ -1,0 +1,201 @@
+#include "host/HostCommands.h"
+#include "host/registers/RegisterEntry.h"
+#include "host/registers/RegisterUses.h"
+#include "platform/core/TaxCodes.h"
+#include "tests/support/Controls.h"
+#include "tests/support/Documents.h"
+#include "tests/support/TestMain.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTreeWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QList<const host::RegisterSpec *> &registers()
+{
+    static const QList<const host::RegisterSpec *> all = {
+        &host::articles(), &host::services(),     &host::customers(),    &host::vatRates(),
+        &host::units(),    &host::paymentTypes(), &host::documentNotes()};
+    return all;
+}
+
+// Something different in every input, as long as the column allows.
+void fillIn(QWidget *form, const host::RegisterSpec &spec)
+{
+    for (const host::RegisterGroup &group : spec.groups) {
+        for (const host::RegisterField &field : group.fields) {
+            if (field.isRight)
+                continue;
+            if (auto *edit = form->findChild<QLineEdit *>(field.name))
+                edit->setText((u"È'\"<&%;"_s + field.name + QString(100, u'x')).left(field.maxLength));
+            if (auto *memo = form->findChild<QPlainTextEdit *>(field.name))
+                memo->setPlainText(u"Prima riga\nseconda riga"_s);
+            if (auto *box = form->findChild<QComboBox *>(field.name))
+                box->setCurrentIndex(box->count() - 1);
+            if (auto *number = form->findChild<QDoubleSpinBox *>(field.name))
+                number->setValue(1234567.89);
+        }
+    }
+}
+
+QStringList contents(QWidget *form, const host::RegisterSpec &spec)
+{
+    QStringList texts;
+    for (const host::RegisterGroup &group : spec.groups) {
+        for (const host::RegisterField &field : group.fields)
+            texts.append(test::shown(form, field.name));
+    }
+    return texts;
+}
+
+} // namespace
+
+class TestRegisters : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyRegisterKeepsWhatWasTyped_data();
+    void everyRegisterKeepsWhatWasTyped();
+    void whatIsUsedStaysAndSaysWhere();
+    void doubtfulTaxCodesAreAskedAbout();
+    void taxCodes_data();
+    void taxCodes();
+    void categoryNeverMovesIntoItself();
+};
+
+void TestRegisters::everyRegisterKeepsWhatWasTyped_data()
+{
+    QTest::addColumn<int>("index");
+    for (int i = 0; i < registers().size(); ++i)
+        QTest::newRow(qPrintable(registers()[i]->name)) << i;
+}
+
+void TestRegisters::everyRegisterKeepsWhatWasTyped()
+{
+    QFETCH(int, index);
+    const host::RegisterSpec &spec = *registers()[index];
+    test::Workplace workplace;
+    auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(u"actInserimento"_s + spec.name));
+    QVERIFY(!form->Modified());
+    fillIn(form, spec);
+    const QStringList typed = contents(form, spec);
+    QVERIFY(form->SalvaRecord());
+    const int key = form->IdRecord();
+    form->NuovoRecord();
+    QVERIFY(contents(form, spec) != typed);
+    form->ApriRecord(key);
+    QVERIFY(!form->Modified());
+    QCOMPARE(contents(form, spec), typed);
+    // The same once more: the text is taken, or, where nothing is unique, the required one is missing.
+    form->NuovoRecord();
+    fillIn(form, spec);
+    if (spec.uniqueColumn.isEmpty())
+        test::control<QLineEdit>(form, spec.groups.first().fields.first().name)->clear();
+    workplace.messages.expectWarning(spec.uniqueColumn.isEmpty() ? spec.required.first().second : spec.duplicateText);
+    QVERIFY(!form->SalvaRecord());
+    form->SetModified(false);
+    // Nothing uses it yet, so it may go.
+    workplace.messages.expectQuestion(u"Confermare l'eliminazione?"_s, core::Answer::Yes);
+    QVERIFY(host::deleteRegisterRecord(spec, key, workplace.database(), nullptr));
+    workplace.messages.expectWarning(u"Il record non esiste più: un'altra postazione l'ha eliminato."_s);
+    form->ApriRecord(key);
+}
+
+void TestRegisters::whatIsUsedStaysAndSaysWhere()
+{
+    test::Workplace workplace;
+    const test::Document note(workplace, test::deliveryNote());
+    note.fillHeader();
+    note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+    note.save();
+    const auto refuses = [&workplace](const host::RegisterSpec &spec, const QString &condition, const QString &lines) {
+        const int key =
+            workplace.lines(u"SELECT %1 FROM %2 WHERE "_s.arg(spec.key, spec.table) + condition).value(0).toInt();
+        workplace.messages.expectWarning(
+            u"Non è possibile eliminare %1,\n\resistono dei dati correlati:\n\r"_s.arg(spec.oneRecord) + lines);
+        return !host::deleteRegisterRecord(spec, key, workplace.database(), nullptr);
+    };
+    QVERIFY(refuses(host::articles(), u"CODICE = 'TRA-0018'"_s,
+                    u"righe di D.d.T. di scarico: 1\n\rmovimenti di magazzino: 1"_s));
+    const QString customer = workplace.lines(u"SELECT CLI_CODICE FROM DDT_SCARICO"_s).value(0);
+    QVERIFY(refuses(host::customers(), u"CODICE = '%1'"_s.arg(customer), u"D.d.T. di scarico: 1"_s));
+    workplace.database().execute(u"DELETE FROM SERVIZI"_s);
+    workplace.database().execute(u"UPDATE ANA_MAGA SET IDALIQUOTA_IVA = NULL"_s);
+    const QString rate = workplace.lines(u"SELECT IVA_CODICE FROM DDT_SCARICO_DETT"_s).value(0);
+    QVERIFY(refuses(host::vatRates(), u"CODICE = '%1'"_s.arg(rate), u"righe di D.d.T. di scarico: 1"_s));
+    // Movements name the article by its code, so that must not change either.
+    auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(u"actInserimentoArticoli"_s));
+    form->ApriRecord(workplace.lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = 'TRA-0018'"_s).value(0).toInt());
+    test::control<QLineEdit>(form, u"txtDescrizione"_s)->setText(u"Un altro testo"_s);
+    QVERIFY(form->SalvaRecord());
+    test::control<QLineEdit>(form, u"txtCodice"_s)->setText(u"ALTRO"_s);
+    workplace.messages.expectWarning(
+        u"Il codice non si può cambiare: documenti o movimenti di magazzino\n\rlo riportano già."_s);
+    QVERIFY(!form->SalvaRecord());
+    form->SetModified(false);
+}
+
+void TestRegisters::doubtfulTaxCodesAreAskedAbout()
+{
+    test::Workplace workplace;
+    auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(u"actInserimentoClienti"_s));
+    test::control<QLineEdit>(form, u"txtRagioneSociale"_s)->setText(u"Rossi"_s);
+    test::control<QLineEdit>(form, u"txtPartitaIVA"_s)->setText(u"01234567890"_s);
+    const QString question = u"Partita IVA: il carattere di controllo non corrisponde.\n\rSalvare comunque?"_s;
+    workplace.messages.expectQuestion(question, core::Answer::No);
+    QVERIFY(!form->SalvaRecord());
+    workplace.messages.expectQuestion(question, core::Answer::Yes);
+    QVERIFY(form->SalvaRecord());
+    test::control<QLineEdit>(form, u"txtPartitaIVA"_s)->setText(u"01234567897"_s);
+    QVERIFY(form->SalvaRecord());
+}
+
+void TestRegisters::taxCodes_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("vatNumber");
+    QTest::addColumn<bool>("taxCode");
+    QTest::newRow("firm") << u"00743110157"_s << true << true;
+    QTest::newRow("wrong check digit") << u"00743110158"_s << false << false;
+    QTest::newRow("with the country") << u"it00743110157"_s << true << false;
+    QTest::newRow("another country") << u"DE123456788"_s << true << true;
+    QTest::newRow("too short") << u"0074311015"_s << false << false;
+    QTest::newRow("person") << u"RSSMRA85T10A562S"_s << false << true;
+    QTest::newRow("person, letters for digits") << u"RSSMRA85T10A56NH"_s << false << true;
+    QTest::newRow("wrong check character") << u"RSSMRA85T10A562T"_s << false << false;
+    QTest::newRow("not a code at all") << u"0123456789012345"_s << false << false;
+}
+
+void TestRegisters::taxCodes()
+{
+    QFETCH(QString, text);
+    QTEST(core::isVatNumber(text), "vatNumber");
+    QTEST(core::isTaxCode(text), "taxCode");
+}
+
+void TestRegisters::categoryNeverMovesIntoItself()
+{
+    test::Workplace workplace;
+    QWidget *form = workplace.commands().openForm(u"actCategorieArticoli"_s);
+    auto *tree = test::control<QTreeWidget>(form, u"treeCategorie"_s);
+    QTreeWidgetItem *top = tree->topLevelItem(0);
+    const QString child = top->child(0)->text(0);
+    tree->setCurrentItem(top);
+    workplace.messages.expectWarning(u"Una categoria non può stare sotto sé stessa."_s);
+    workplace.dialogs.expect([&child](QDialog &dialog) {
+        auto *target = test::control<QComboBox>(&dialog, u"txtDestinazione"_s);
+        target->setCurrentIndex(target->findText(child));
+        test::press(&dialog, u"cmdOk"_s);
+        test::press(&dialog, u"cmdAnnulla"_s);
+    });
+    test::trigger(form, u"actSposta"_s);
+    QCOMPARE(tree->currentItem()->child(0)->text(0), child);
+}
+
+static const test::Registered<TestRegisters> registered;
+#include "test_registers.moc"

@@ -1,0 +1,175 @@
+#include "host/start/DatabaseMemory.h"
+#include "host/start/StartDialogs.h"
+#include "host/users/Users.h"
+#include "platform/data/Connection.h"
+#include "platform/data/DatabaseError.h"
+#include "tests/support/Controls.h"
+#include "tests/support/ScriptedDialogs.h"
+#include "tests/support/ScriptedMessages.h"
+#include "tests/support/TestDatabase.h"
+#include "tests/support/TestMain.h"
+
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+data::DatabaseAddress serverDatabase(const QString &host, const QString &password)
+{
+    data::DatabaseAddress address;
+    address.host = host;
+    address.port = 3050;
+    address.file = u"/srv/firebird/azienda.fdb"_s;
+    address.user = u"CORVANE"_s;
+    address.password = password;
+    return address;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestStart : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void databasesAreRememberedLatestFirst();
+    void serverPasswordsAreTheOwnersAlone();
+    void newFirmIsReadyToLogIn();
+    void failedNewFirmLeavesNothing();
+    void onlyADatabaseThatOpensIsAccepted();
+};
+
+void TestStart::databasesAreRememberedLatestFirst()
+{
+    const QTemporaryDir folder;
+    host::DatabaseMemory memory(folder.path());
+    QVERIFY(!memory.last());
+    for (int i = 0; i < 10; ++i) {
+        data::DatabaseAddress address;
+        address.file = u"/dati/città, %1.fdb"_s.arg(i);
+        memory.remember(address, false);
+    }
+    data::DatabaseAddress again;
+    again.file = u"/dati/città, 5.fdb"_s;
+    memory.remember(again, false);
+    const host::DatabaseMemory later(folder.path());
+    QCOMPARE(later.last()->file, again.file);
+    QStringList files;
+    for (const data::DatabaseAddress &address : later.recent())
+        files.append(address.file.section(u' ', 1).left(1));
+    QCOMPARE(files.join(QString()), u"59876432"_s);
+}
+
+void TestStart::serverPasswordsAreTheOwnersAlone()
+{
+    const QTemporaryDir folder;
+    host::DatabaseMemory memory(folder.path());
+    const QString secret = u"Segr%eta;1=\"è"_s;
+    memory.remember(serverDatabase(u"server1"_s, secret), true);
+    memory.remember(serverDatabase(u"server2"_s, u"NonTenuta1"_s), false);
+    const host::DatabaseMemory later(folder.path());
+    QCOMPARE(later.recent()[1].password, secret);
+    QCOMPARE(later.recent()[1].user, u"CORVANE"_s);
+    QCOMPARE(later.recent()[1].host, u"server1"_s);
+    QCOMPARE(later.last()->password, QString());
+    const QString file = folder.filePath(u"accessi.ini"_s);
+    const auto others =
+        QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ReadOther | QFileDevice::WriteOther;
+    QVERIFY(!(QFileInfo(file).permissions() & others));
+    QVERIFY(!contentOf(file).contains("NonTenuta1"));
+    QVERIFY(!contentOf(memory.settingsFile()).contains("Segr"));
+    // Opened again without keeping it: forgotten.
+    memory.remember(serverDatabase(u"server1"_s, secret), false);
+    QVERIFY(!memory.keepsPassword(serverDatabase(u"server1"_s, {})));
+    QVERIFY(!contentOf(file).contains("Segr"));
+}
+
+void TestStart::newFirmIsReadyToLogIn()
+{
+    const QTemporaryDir folder;
+    test::ScriptedMessages messages;
+    test::ScriptedDialogs dialogs;
+    messages.expectWarning(u"Non è stata indicata la ragione sociale!"_s);
+    messages.expectWarning(u"Le due password non coincidono."_s);
+    messages.expectQuestion(u"Partita IVA: il carattere di controllo non corrisponde.\n\rContinuare comunque?"_s,
+                            core::Answer::Yes);
+    dialogs.expect([](QDialog &dialog) {
+        const auto type = [&dialog](const QString &name, const QString &text) {
+            test::control<QLineEdit>(&dialog, name)->setText(text);
+        };
+        test::press(&dialog, u"cmdOk"_s);
+        type(u"txtRagioneSociale"_s, u"Caffè & \"D'Amico\" S.r.l."_s);
+        type(u"txtPartitaIVA"_s, u"1"_s);
+        type(u"txtNomeUtente"_s, u"lucia"_s);
+        type(u"txtPassword"_s, u"segreta1"_s);
+        test::press(&dialog, u"cmdOk"_s);
+        type(u"txtRipeti"_s, u"segreta1"_s);
+        test::press(&dialog, u"cmdOk"_s);
+    });
+    const auto firm = host::askNewFirm(nullptr, folder.path());
+    QVERIFY(firm);
+    QCOMPARE(firm->database.file, folder.filePath(u"caffe-d-amico-s-r-l.fdb"_s));
+    data::Connection connection;
+    connection.setConnectionString(data::nativeConnectionString(firm->database));
+    connection.open();
+    QCOMPARE(host::activeUsers(connection), QStringList(u"LUCIA"_s));
+    QCOMPARE(host::authenticate(u"Lucia"_s, u"segreta1"_s, connection), u"LUCIA"_s);
+    QCOMPARE(host::administratorsExcept({}, 0, connection), 1);
+    QCOMPARE(test::linesOf(connection, u"SELECT RAGIONESOCIALE FROM AZIENDA"_s),
+             QStringList(u"Caffè & \"D'Amico\" S.r.l."_s));
+    QVERIFY(!test::linesOf(connection, u"SELECT * FROM ALIQUOTE_IVA"_s).isEmpty());
+}
+
+void TestStart::failedNewFirmLeavesNothing()
+{
+    const QTemporaryDir folder;
+    host::NewFirm firm;
+    firm.database.file = folder.filePath(u"a.fdb"_s);
+    firm.name = QString(101, u'x'); // one character more than the column takes
+    firm.userName = u"LUCIA"_s;
+    firm.password = u"segreta1"_s;
+    QVERIFY_EXCEPTION_THROWN(host::createFirm(firm), data::DatabaseError);
+    QVERIFY(!QFileInfo::exists(firm.database.file));
+}
+
+void TestStart::onlyADatabaseThatOpensIsAccepted()
+{
+    const test::TestDatabase database(test::Content::HostSchema);
+    test::ScriptedMessages messages;
+    test::ScriptedDialogs dialogs;
+    messages.expectWarning(u"Il database \"/nessuno.fdb\" non esiste."_s);
+    messages.expectWarning(u"Non è stato indicato il server!"_s);
+    messages.expectWarning(
+        u"Il server \"127.0.0.1\" non è raggiungibile. Verificare che sia acceso e collegato alla rete."_s);
+    dialogs.expect([&database](QDialog &dialog) {
+        auto *file = test::control<QLineEdit>(&dialog, u"txtFile"_s);
+        file->setText(u"/nessuno.fdb"_s);
+        test::press(&dialog, u"cmdOk"_s);
+        test::control<QRadioButton>(&dialog, u"optServer"_s)->setChecked(true);
+        test::press(&dialog, u"cmdOk"_s);
+        test::control<QLineEdit>(&dialog, u"txtServer"_s)->setText(u"127.0.0.1"_s);
+        test::control<QSpinBox>(&dialog, u"txtPorta"_s)->setValue(1);
+        test::control<QLineEdit>(&dialog, u"txtFileServer"_s)->setText(u"/srv/a.fdb"_s);
+        test::press(&dialog, u"cmdOk"_s);
+        test::control<QRadioButton>(&dialog, u"optComputer"_s)->setChecked(true);
+        file->setText(database.address().file);
+        test::press(&dialog, u"cmdOk"_s);
+    });
+    const auto chosen = host::askDatabase(nullptr, u"/tmp"_s);
+    QVERIFY(chosen);
+    QCOMPARE(chosen->address.file, database.address().file);
+}
+
+static const test::Registered<TestStart> registered;
+#include "test_start.moc"

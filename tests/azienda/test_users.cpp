@@ -1,0 +1,165 @@
+#include "host/HostCommands.h"
+#include "host/registers/RegisterUses.h"
+#include "host/ui/MainWindow.h"
+#include "host/users/Password.h"
+#include "host/users/PasswordDialogs.h"
+#include "host/users/UserForms.h"
+#include "host/users/Users.h"
+#include "tests/support/Controls.h"
+#include "tests/support/TestMain.h"
+#include "tests/support/Workplace.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString lastAdministrator = u"Almeno un utente attivo deve avere il diritto \"Controllo completo\":\n\rnessun "
+                                  u"altro potrebbe più gestire utenti e "
+                                  "ruoli."_s;
+
+test::ScriptedDialogs::Use loggingIn(const QString &user, const QStringList &passwords)
+{
+    return [user, passwords](QDialog &dialog) {
+        test::control<QComboBox>(&dialog, u"txtNomeUtente"_s)->setCurrentText(user);
+        for (const QString &password : passwords) {
+            test::control<QLineEdit>(&dialog, u"txtPassword"_s)->setText(password);
+            test::press(&dialog, u"cmdOk"_s);
+        }
+    };
+}
+
+test::ScriptedDialogs::Use choosingPassword(const QString &password)
+{
+    return [password](QDialog &dialog) {
+        for (const QString &name : {u"txtPassword"_s, u"txtRipeti"_s})
+            test::control<QLineEdit>(&dialog, name)->setText(password);
+        test::press(&dialog, u"cmdOk"_s);
+    };
+}
+
+} // namespace
+
+class TestUsers : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void passwordsAreSaltedAndChecked();
+    void loginRules();
+    void threeWrongPasswordsEnd();
+    void newUserWorksWithRoleAndPassword();
+    void lastAdministratorStays();
+    void adminCommandsNeedTheRight();
+};
+
+void TestUsers::passwordsAreSaltedAndChecked()
+{
+    const QString first = host::passwordHash(u"Città-7"_s);
+    QVERIFY(first != host::passwordHash(u"Città-7"_s));
+    QVERIFY2(first.section(u'$', 1, 1).toInt() >= 200'000, qPrintable(first));
+    // The accent as a character of its own, as another keyboard types it.
+    QVERIFY(host::passwordMatches(u"Citta\u0300-7"_s, first));
+    QVERIFY(!host::passwordMatches(u"Città-8"_s, first));
+    for (const QString &damaged : {QString(), u"Città-7"_s, first.left(first.size() - 4), u"md5$1$AA==$AA=="_s})
+        QVERIFY(!host::passwordMatches(u"Città-7"_s, damaged));
+}
+
+void TestUsers::loginRules()
+{
+    const test::Workplace workplace;
+    data::Connection &database = workplace.database();
+    // Demonstration users have no password: an empty one, and no other, lets them in.
+    QCOMPARE(host::authenticate(u" ufficio "_s, {}, database), u"UFFICIO"_s);
+    QCOMPARE(host::authenticate(u"ufficio"_s, u"x"_s, database), QString());
+    host::setPassword(u"Ufficio"_s, u"di corsa"_s, database);
+    QCOMPARE(host::authenticate(u"UFFICIO"_s, u"di corsa"_s, database), u"UFFICIO"_s);
+    QCOMPARE(host::authenticate(u"UFFICIO"_s, {}, database), QString());
+    QCOMPARE(host::authenticate(u"x' OR '1'='1"_s, {}, database), QString());
+    database.execute(u"UPDATE UTENTI SET ATTIVO = 'False' WHERE USER_NAME = 'UFFICIO'"_s);
+    QCOMPARE(host::authenticate(u"UFFICIO"_s, u"di corsa"_s, database), QString());
+    QCOMPARE(host::activeUsers(database), QStringList({u"AMMINISTRATORE"_s, u"MAGAZZINIERE"_s}));
+}
+
+void TestUsers::threeWrongPasswordsEnd()
+{
+    test::Workplace workplace;
+    host::setPassword(u"UFFICIO"_s, u"giusta"_s, workplace.database());
+    const QString wrong = u"Nome utente o password non corretti."_s;
+    workplace.messages.expectWarning(wrong);
+    workplace.dialogs.expect(loggingIn(u"ufficio"_s, {u"sbagliata"_s, u"giusta"_s}));
+    QCOMPARE(host::logIn(nullptr, u"UFFICIO"_s, workplace.database()), u"UFFICIO"_s);
+    workplace.messages.expectWarning(wrong);
+    workplace.messages.expectWarning(wrong);
+    workplace.messages.expectWarning(
+        u"Nome utente o password non corretti per tre volte:\n\ril programma viene chiuso."_s);
+    workplace.dialogs.expect(loggingIn(u"UFFICIO"_s, {u"a"_s, u"b"_s, u"c"_s}));
+    QCOMPARE(host::logIn(nullptr, u"UFFICIO"_s, workplace.database()), QString());
+}
+
+void TestUsers::newUserWorksWithRoleAndPassword()
+{
+    test::Workplace workplace;
+    QWidget *form = workplace.commands().openForm(u"actInserimentoUtenti"_s);
+    test::control<QLineEdit>(form, u"txtNomeUtente"_s)->setText(u"d'angelo"_s);
+    workplace.messages.expectWarning(u"Non è stata impostata la password!"_s);
+    test::trigger(form, u"actSalva"_s);
+    workplace.dialogs.expect(choosingPassword(u"sei sei"_s));
+    test::press(form, u"cmdPassword"_s);
+    test::control<QListWidget>(form, u"list"_s)->item(2)->setCheckState(Qt::Checked);
+    test::trigger(form, u"actSalva"_s);
+    QCOMPARE(host::authenticate(u"D'ANGELO"_s, u"sei sei"_s, workplace.database()), u"D'ANGELO"_s);
+    QVERIFY(host::userHasRight(u"D'Angelo"_s, u"Fatture acc. (visualizzazione)"_s, workplace.database()));
+    // Roles hang on the name and follow it.
+    test::control<QLineEdit>(form, u"txtNomeUtente"_s)->setText(u"DANGELO"_s);
+    test::trigger(form, u"actSalva"_s);
+    QCOMPARE(workplace.lines(u"SELECT USER_NAME FROM UTENTI_RUOLI WHERE USER_NAME CONTAINING 'ANGELO'"_s),
+             QStringList(u"DANGELO"_s));
+    QCOMPARE(host::authenticate(u"DANGELO"_s, u"sei sei"_s, workplace.database()), u"DANGELO"_s);
+}
+
+void TestUsers::lastAdministratorStays()
+{
+    test::Workplace workplace;
+    auto *user = qobject_cast<host::UserEntry *>(workplace.commands().openForm(u"actInserimentoUtenti"_s));
+    user->ApriRecord(1);
+    QCOMPARE(test::shown(user, u"txtNomeUtente"_s), host::administrator);
+    test::control<QCheckBox>(user, u"chkAttivo"_s)->setChecked(false);
+    workplace.messages.expectWarning(lastAdministrator);
+    test::trigger(user, u"actSalva"_s);
+    auto *role = qobject_cast<host::RoleEntry *>(workplace.commands().openForm(u"actInserimentoRuoli"_s));
+    role->ApriRecord(1);
+    test::control<QListWidget>(role, u"list"_s)->item(0)->setCheckState(Qt::Unchecked);
+    workplace.messages.expectWarning(lastAdministrator);
+    test::trigger(role, u"actSalva"_s);
+    workplace.messages.expectWarning(u"Non è possibile eliminare l'utente che sta lavorando."_s);
+    QVERIFY(!host::deleteRegisterRecord(host::users(), 1, workplace.database(), nullptr));
+    SetKxCurrentUserName(u"UFFICIO"_s);
+    workplace.messages.expectWarning(lastAdministrator);
+    QVERIFY(!host::deleteRegisterRecord(host::users(), 1, workplace.database(), nullptr));
+    SetKxCurrentUserName(host::administrator);
+    // With a second administrator the first one may go, with its roles.
+    workplace.database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
+    test::trigger(user, u"actSalva"_s);
+    QCOMPARE(workplace.messages.verify(), QStringList());
+    QCOMPARE(workplace.lines(u"SELECT ATTIVO FROM UTENTI WHERE IDUTENTE = 1"_s), QStringList(u"False"_s));
+}
+
+void TestUsers::adminCommandsNeedTheRight()
+{
+    test::Workplace workplace;
+    SetKxCurrentUserName(u"MAGAZZINIERE"_s);
+    for (const QString &name : {u"actRicercaUtenti"_s, u"actInserimentoRuoli"_s, u"actAzienda"_s, u"actOpzioni"_s}) {
+        workplace.messages.expectWarning(u"Non si dispone di diritti sufficienti per eseguire questa operazione."_s);
+        QVERIFY(!workplace.commands().openForm(name));
+    }
+    QVERIFY(workplace.commands().openForm(u"actRicercaArticoli"_s));
+}
+
+static const test::Registered<TestUsers> registered;
+#include "test_users.moc"
