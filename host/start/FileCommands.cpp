@@ -1,9 +1,14 @@
 #include "host/start/FileCommands.h"
 
+#include "host/backup/BackupCommands.h"
+#include "host/start/ClosedConnections.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/StartDialogs.h"
 #include "host/ui/MainWindow.h"
+#include "host/users/Users.h"
 #include "platform/core/Messages.h"
+#include "platform/data/Connection.h"
+#include "platform/ui/TextPrompt.h"
 
 #include <QAction>
 #include <QMenu>
@@ -22,9 +27,11 @@ QAction *firstAction(const QMenu &menu)
 
 } // namespace
 
-FileCommands::FileCommands(MainWindow &window, DatabaseMemory &memory, const QString &folder)
+FileCommands::FileCommands(MainWindow &window, const data::DatabaseAddress &database, DatabaseMemory &memory,
+                           const QString &folder)
     : QObject(&window)
     , window_(window)
+    , database_(database)
     , memory_(memory)
     , folder_(folder)
     , recent_(new QMenu(u"Apri &recente"_s, &window))
@@ -35,6 +42,10 @@ FileCommands::FileCommands(MainWindow &window, DatabaseMemory &memory, const QSt
     QAction *open = add(u"actApriArchivio"_s, u"&Apri archivio..."_s, &FileCommands::openDatabase);
     file->insertActions(before, {create, open});
     file->insertMenu(before, recent_);
+    file->insertSeparator(before);
+    QAction *backup = add(u"actCopiaSicurezza"_s, u"&Copia di sicurezza..."_s, &FileCommands::backUp);
+    QAction *restored = add(u"actRipristina"_s, u"Ripri&stina una copia..."_s, &FileCommands::restore);
+    file->insertActions(before, {backup, restored});
     file->insertSeparator(before);
     connect(recent_, &QMenu::aboutToShow, this, &FileCommands::listRecent);
     recent_->setObjectName(u"mnRecenti"_s);
@@ -77,6 +88,49 @@ void FileCommands::listRecent()
         connect(action, &QAction::triggered, this, [this, database] { window_.switchTo({database}); });
     }
     recent_->setToolTipsVisible(true);
+}
+
+// The backup program opens the file itself, which an embedded database allows to one process at a time.
+void FileCommands::backUp()
+{
+    const QString file = chooseBackupFile(&window_, database_);
+    if (file.isEmpty())
+        return;
+    if (!database_.isEmbedded()) {
+        makeBackup(&window_, database_, file);
+        return;
+    }
+    ClosedConnections closed(window_);
+    makeBackup(&window_, database_, file);
+    closed.reopen();
+}
+
+// On a server no database is replaced: other workstations may be working on it.
+void FileCommands::restore()
+{
+    if (!userHasRight(GetKxCurrentUserName(), fullControl, *window_.findChild<data::Connection *>())) {
+        core::refuseForRights(&window_);
+        return;
+    }
+    const QString file = chooseRestoreFile(&window_);
+    if (file.isEmpty())
+        return;
+    Opening opening{.database = database_, .restoreFrom = file};
+    if (database_.isEmbedded()) {
+        if (!core::confirm(&window_,
+                           u"I dati attuali verranno sostituiti da quelli della copia;\n\rl'archivio attuale resta "
+                           "accanto al nuovo, con un altro nome.\n\rContinuare?"_s))
+            return;
+    } else {
+        const auto name = ui::askText(&window_, {.title = u"Ripristina sul server"_s,
+                                                 .label = u"File del nuovo database sul server"_s,
+                                                 .initial = database_.file,
+                                                 .maxLength = 255});
+        if (!name)
+            return;
+        opening.database.file = *name;
+    }
+    window_.switchTo(opening);
 }
 
 } // namespace host

@@ -16,6 +16,7 @@ struct Opening
 {
     data::DatabaseAddress database;
     FirstRows firstRows = FirstRows::None;
+    QString restoreFrom = {}; ///< a backup to be restored as this database before it is opened
 };
 
 } // namespace host

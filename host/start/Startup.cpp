@@ -1,6 +1,7 @@
 #include "host/start/Startup.h"
 
 #include "host/DatabaseSetup.h"
+#include "host/backup/BackupCommands.h"
 #include "host/schema/DemoData.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/FileCommands.h"
@@ -90,10 +91,12 @@ private:
     bool askServerPassword(data::DatabaseAddress &address);
     QString login(const data::DatabaseAddress &address);
     std::optional<Opening> work(const Opening &opening);
+    std::optional<Opening> workAndBackUp(const Opening &opening);
 
     StartOptions options_;
     QString folder_;
     DatabaseMemory memory_;
+    bool worked_ = false; // somebody logged in and may have changed something
 };
 
 std::optional<Opening> Startup::first()
@@ -192,10 +195,23 @@ std::optional<Opening> Startup::work(const Opening &opening)
     insertFirstRows(opening.firstRows, session.connection());
     if (options_.database.isEmpty())
         memory_.remember(address, memory_.keepsPassword(address));
-    new FileCommands(session.window(), memory_, folder_);
+    new FileCommands(session.window(), address, memory_, folder_);
     session.window().show();
+    worked_ = true;
     QApplication::exec();
     return session.window().nextDatabase();
+}
+
+// A session from the restored backup, if there is one, to the backup of the day.
+std::optional<Opening> Startup::workAndBackUp(const Opening &opening)
+{
+    if (!opening.restoreFrom.isEmpty() && !restoreBackup(nullptr, opening.restoreFrom, opening.database))
+        // On a server the new database was not made: back to the one before.
+        return memory_.last() ? work({*memory_.last()}) : std::nullopt;
+    const std::optional<Opening> next = work(opening);
+    if (!next && worked_)
+        backupAtExit(nullptr, folder_ + u"/backup"_s, opening.database);
+    return next;
 }
 
 void Startup::run()
@@ -206,8 +222,8 @@ void Startup::run()
         next.reset();
         // A database of the command line that fails ends the program; any other leaves the choice of another one.
         if (!options_.database.isEmpty())
-            next = work(current);
-        else if (!core::guarded(nullptr, [&] { next = work(current); }))
+            next = workAndBackUp(current);
+        else if (!core::guarded(nullptr, [&] { next = workAndBackUp(current); }))
             next = ask();
         options_.database.clear();
         options_.empty = false;

@@ -1,8 +1,11 @@
 #include "platform/ui/Dialogs.h"
 
 #include <QDialog>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
+#include <QStandardPaths>
 
 namespace ui {
 
@@ -24,6 +27,16 @@ OpenFileChooser &openFileChooser()
 {
     static OpenFileChooser current;
     return current;
+}
+
+// Where the last file was; the user's documents at first, or the home folder of an account without such a folder.
+QString &lastFolder()
+{
+    static QString folder = [] {
+        const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        return QFileInfo::exists(documents) ? documents : QDir::homePath();
+    }();
+    return folder;
 }
 
 } // namespace
@@ -51,8 +64,12 @@ QString chooseSaveFile(QWidget *owner, const SaveFileRequest &request)
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilter(request.filter);
     dialog.setDefaultSuffix(request.defaultExtension);
+    dialog.setDirectory(lastFolder());
     dialog.selectFile(request.proposedName);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    lastFolder() = dialog.directory().absolutePath();
+    return dialog.selectedFiles().value(0);
 }
 
 OpenFileChooser setOpenFileChooser(OpenFileChooser chooser)
@@ -64,7 +81,11 @@ QString chooseOpenFile(QWidget *owner, const OpenFileRequest &request)
 {
     if (openFileChooser())
         return openFileChooser()(owner, request);
-    return QFileDialog::getOpenFileName(owner, request.title, request.folder, request.filter);
+    const QString folder = request.folder.isEmpty() ? lastFolder() : request.folder;
+    const QString chosen = QFileDialog::getOpenFileName(owner, request.title, folder, request.filter);
+    if (!chosen.isEmpty())
+        lastFolder() = QFileInfo(chosen).absolutePath();
+    return chosen;
 }
 
 WaitCursor::WaitCursor()

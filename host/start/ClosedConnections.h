@@ -1,0 +1,26 @@
+#pragma once
+#include <QList>
+#include <QPointer>
+
+class QWidget;
+namespace data {
+class Connection;
+}
+
+namespace host {
+
+/// Closes every open database connection of the main window and of the modules, so that another program can open an
+/// embedded database. Forms stay as they are; nothing may be read or written until reopen().
+class ClosedConnections
+{
+public:
+    explicit ClosedConnections(const QWidget &mainWindow);
+
+    /// Opens them all again. Throws data::DatabaseError.
+    void reopen();
+
+private:
+    QList<QPointer<data::Connection>> connections_;
+};
+
+} // namespace host
