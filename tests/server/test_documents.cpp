@@ -1,5 +1,6 @@
 #include "host/DatabaseSetup.h"
 #include "host/schema/DemoData.h"
+#include "magazzino/reports/uMMGStampaInventarioBase.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Error.h"
 #include "tests/support/Documents.h"
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void serverLostDuringTheSave_data();
     void serverLostDuringTheSave();
     void serverLostBeforeTheSave();
+    void twoWorkstationsAtOnce();
 
 private:
     data::Connection &connection() const { return *workplace_->module().ModADOConn; }
@@ -215,6 +217,41 @@ void TestServerDocuments::serverLostBeforeTheSave()
     note.save();
     QCOMPARE(note.flags(), u"stored"_s);
     QCOMPARE(lines(u"SELECT CODICE FROM MOVI_MAGA"_s), QStringList({u"TRA-0018"_s}));
+}
+
+void TestServerDocuments::twoWorkstationsAtOnce()
+{
+    constexpr int rounds = 4;
+    const data::DatabaseAddress address = server_->address(u"documenti.fdb"_s);
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (const QString &name : {u"NORD"_s, u"SUD"_s}) {
+        processes.push_back(std::make_unique<QProcess>());
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"ISC_PASSWORD"_s, address.password);
+        processes.back()->setProcessEnvironment(environment);
+        processes.back()->start(QCoreApplication::applicationDirPath() + u"/workstation"_s,
+                                {address.toString(), name, QString::number(rounds)});
+    }
+    for (const auto &process : processes) {
+        QVERIFY(process->waitForFinished(120'000));
+        QVERIFY2(process->exitCode() == 0, process->readAllStandardError().constData());
+    }
+    // Every document once, with a number of its own, one row and the movement of that row.
+    const QString complete =
+        u"SELECT COUNT(*), COUNT(DISTINCT D.NUMERO), COUNT(DISTINCT M.IDMOVI_MAGA), SUM(M.QUANTITA) FROM %1 D JOIN "
+        "%1_DETT R ON R.ID%2 = D.ID%2 JOIN MOVI_MAGA M ON M.RIF_DOC_ID = D.ID%2 AND M.RIF_DOC_IDRIGA = R.ID%2_DETT AND "
+        "M.QUANTITA %3 0"_s;
+    QCOMPARE(lines(complete.arg(u"BOLLE_CARICO"_s, u"BOLLA_CARICO"_s, u">"_s)), QStringList(u"8|8|8|80"_s));
+    QCOMPARE(lines(complete.arg(u"DDT_SCARICO"_s, u"DDT_SCARICO"_s, u"<"_s)), QStringList(u"8|8|8|-24"_s));
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList(u"16"_s));
+    QCOMPARE(lines(u"SELECT COUNT(*) FROM ANA_MAGA WHERE CODICE STARTING 'NORD-' OR CODICE STARTING 'SUD-'"_s),
+             QStringList(u"8"_s));
+    // Everything came in at 2,00, so whatever the order it went out at that, and the valued inventory says so.
+    InventarioFilter filter;
+    filter.dal = filter.al = test::workplaceTime().date();
+    QCOMPARE(lines(InventarioSQL(filter, true)),
+             QStringList(
+                 u"TRA-0018|%1|56|112"_s.arg(lines(u"SELECT DESCRIZIONE FROM ANA_MAGA WHERE CODICE='TRA-0018'"_s)[0])));
 }
 
 static const test::Registered<TestServerDocuments> registered;

@@ -1,0 +1,85 @@
+// A workstation in a process of its own: enters articles, goods receipts and delivery notes through the program's
+// forms, on a database server that others use at the same time.
+//
+// usage: workstation DATABASE NAME ROUNDS; the password comes in ISC_PASSWORD
+#include "host/HostCommands.h"
+#include "host/registers/RegisterEntry.h"
+#include "platform/core/Error.h"
+#include "tests/support/Documents.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QSpinBox>
+
+#include <cstdio>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Another workstation may take the proposed number first: then the next one, as a user would.
+void saveWithFreeNumber(const test::Document &document)
+{
+    constexpr int attempts = 50;
+    for (int i = 0; i < attempts; ++i) {
+        document.save();
+        if (document.flags() == u"stored"_s)
+            return;
+        auto *number = document.control<QSpinBox>(u"txtNumero"_s);
+        number->setValue(number->value() + 1);
+    }
+    throw core::Error(u"Nessun numero libero."_s);
+}
+
+void enter(test::Workplace &workplace, const test::DocumentNames &names, const QString &price, const QString &quantity)
+{
+    const test::Document document(workplace, names);
+    document.form().NuovoRecord();
+    document.fillHeader();
+    document.addArticle(u"TRA-0018"_s, price, quantity);
+    saveWithFreeNumber(document);
+}
+
+void enterArticle(test::Workplace &workplace, const QString &code)
+{
+    auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(u"actInserimentoArticoli"_s));
+    form->NuovoRecord();
+    test::control<QLineEdit>(form, u"txtCodice"_s)->setText(code);
+    test::control<QLineEdit>(form, u"txtDescrizione"_s)->setText(u"Articolo di "_s + code);
+    if (!form->SalvaRecord())
+        throw core::Error(u"Articolo non salvato: "_s + code);
+}
+
+void work(const QStringList &arguments)
+{
+    data::DatabaseAddress address = data::DatabaseAddress::parse(arguments.value(1));
+    address.password = qEnvironmentVariable("ISC_PASSWORD");
+    test::Workplace workplace(address);
+    // A box about a taken number is part of the game; the careful answer leaves the document unsaved.
+    core::setMessageHandler([](const core::Message &message) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(message.text));
+        return message.answers.last();
+    });
+    for (int i = 1; i <= arguments.value(3).toInt(); ++i) {
+        enterArticle(workplace, u"%1-%2"_s.arg(arguments.value(2)).arg(i));
+        enter(workplace, test::receipt(), u"2"_s, u"10"_s);
+        enter(workplace, test::deliveryNote(), u"7,90"_s, u"3"_s);
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    constexpr unsigned timeLimit = 120; // seconds
+    alarm(timeLimit);
+    const QApplication application(argc, argv);
+    try {
+        work(QCoreApplication::arguments());
+        return 0;
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(core::errorText(error)));
+        return 1;
+    }
+}
