@@ -167,7 +167,7 @@ QString replaceKeepingOld(const QString &newFile, const QString &target)
         moveInto(newFile, target);
         return {};
     }
-    const QString kept = keptName(target);
+    QString kept = keptName(target);
     const QByteArray oldName = QFile::encodeName(target);
     // File systems without second names: a moment without the database, which a failure ends again.
     const bool linked = ::link(oldName.constData(), QFile::encodeName(kept).constData()) == 0;

@@ -227,7 +227,11 @@ void ImportDialog::openFile(const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         throw core::Error(u"Impossibile leggere il file \"%1\"."_s.arg(path), file.errorString());
     const ui::WaitCursor wait;
-    content_ = file.readAll();
+    const QByteArray content = file.readAll();
+    if (content.startsWith("PK\x03\x04"))
+        throw core::Error(
+            u"Il file \"%1\" è una cartella di lavoro di un foglio di calcolo: salvarla prima come CSV."_s.arg(path));
+    content_ = content;
     fileName_->setText(path);
     const CsvFormat format = detectCsvFormat(content_);
     const auto place = static_cast<int>(csvSeparators.indexOf(format.separator));

@@ -4,6 +4,10 @@
 #include "platform/core/CsvWriter.h"
 #include "platform/core/Decimal.h"
 
+#include <QHash>
+#include <QRegularExpression>
+#include <QSet>
+
 using namespace Qt::StringLiterals;
 
 namespace host {
@@ -12,10 +16,12 @@ namespace {
 
 using Kind = ImportField::Kind;
 
-// The number without its country, where only that fits.
+// A VAT number without its country, where only that fits.
 QString shortVatNumber(const QString &text, int length)
 {
-    return text.size() == length + 2 && text.startsWith(u"IT") ? text.mid(2) : text;
+    static const QRegularExpression withCountry(u"^IT(\\d+)$"_s);
+    const auto match = withCountry.match(text);
+    return match.hasMatch() && text.size() == length + 2 ? match.captured(1) : text;
 }
 
 /// One pass over a file.
