@@ -5,6 +5,7 @@
 #include "host/IntfPack.h"
 #include "host/schema/DemoData.h"
 #include "host/tour/TourDriver.h"
+#include "host/tour/TourFirm.h"
 #include "host/tour/TourHost.h"
 #include "host/tour/TourInvoices.h"
 #include "host/tour/TourPrinting.h"
@@ -355,6 +356,7 @@ int runTour(const QString &folder)
         try {
             if (!QDir().mkpath(folder))
                 throw core::Error(u"Impossibile creare la cartella \"%1\"."_s.arg(folder));
+            tourFirm(driver);
             data::DatabaseAddress address;
             address.file = QDir(folder).absoluteFilePath(u"demo.fdb"_s);
             driver.tell(u"Nuovo database dimostrativo \"%1\""_s.arg(address.file));

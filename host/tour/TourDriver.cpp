@@ -120,6 +120,15 @@ int TourDriver::run(QDialog &dialog)
     return dialog.result();
 }
 
+void TourDriver::expectProgress()
+{
+    constexpr int interval = 50; // milliseconds
+    expectDialog([](QDialog &dialog) {
+        while (dialog.isVisible())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, interval);
+    });
+}
+
 void TourDriver::missing(const QString &name)
 {
     throw core::Error(u"Manca \"%1\"."_s.arg(name));

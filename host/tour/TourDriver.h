@@ -36,6 +36,8 @@ public:
     void expectMessage(const QString &title, const QString &text, core::Answer answer);
     /// The next modal dialog is worked by `use`, which must close it.
     void expectDialog(const std::function<void(QDialog &)> &use);
+    /// The next modal dialog shows the progress of some work and goes away by itself.
+    void expectProgress();
 
     /// Runs a form's or module's command.
     void trigger(QObject *owner, const QString &action);
