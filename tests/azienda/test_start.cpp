@@ -4,6 +4,7 @@
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
 #include "tests/support/Controls.h"
+#include "tests/support/FirebirdServer.h"
 #include "tests/support/ScriptedDialogs.h"
 #include "tests/support/ScriptedMessages.h"
 #include "tests/support/TestDatabase.h"
@@ -47,6 +48,7 @@ private Q_SLOTS:
     void serverPasswordsAreTheOwnersAlone();
     void newFirmIsReadyToLogIn();
     void failedNewFirmLeavesNothing();
+    void newFirmOnAServer();
     void onlyADatabaseThatOpensIsAccepted();
 };
 
@@ -141,6 +143,24 @@ void TestStart::failedNewFirmLeavesNothing()
     firm.password = u"segreta1"_s;
     QVERIFY_EXCEPTION_THROWN(host::createFirm(firm), data::DatabaseError);
     QVERIFY(!QFileInfo::exists(firm.database.file));
+}
+
+void TestStart::newFirmOnAServer()
+{
+    const test::FirebirdServer server;
+    host::NewFirm firm;
+    firm.database = server.address(u"azienda.fdb"_s);
+    firm.name = QString(101, u'x');
+    firm.userName = u"LUCIA"_s;
+    firm.password = u"segreta1"_s;
+    QVERIFY_EXCEPTION_THROWN(host::createFirm(firm), data::DatabaseError);
+    // The failed one is gone, so the same name is free.
+    firm.name = u"Rossi"_s;
+    host::createFirm(firm);
+    data::Connection connection;
+    connection.setConnectionString(data::nativeConnectionString(firm.database));
+    connection.open();
+    QCOMPARE(host::authenticate(u"lucia"_s, u"segreta1"_s, connection), u"LUCIA"_s);
 }
 
 void TestStart::onlyADatabaseThatOpensIsAccepted()
