@@ -65,7 +65,7 @@ QString gbakName(const data::DatabaseAddress &database)
 class Follower
 {
 public:
-    /// `verb`: what is done with a table, for the user; `known`: tables expected, 0 when they are announced first.
+    /// `verb` is what is done with a table (%1), for the user; the steps go on from `firstStep`.
     Follower(core::Progress &progress, const QString &verb, int firstStep)
         : progress_(progress)
         , verb_(verb)
