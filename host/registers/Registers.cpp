@@ -1,4 +1,4 @@
-#include "host/registers/RegisterSpec.h"
+#include "host/registers/RegisterParts.h"
 
 #include "platform/core/TaxCodes.h"
 
@@ -8,39 +8,13 @@ using namespace Qt::StringLiterals;
 // order of the Tab key.
 namespace host {
 
+using namespace parts;
+
 namespace {
 
 using Kind = RegisterField::Kind;
 using Display = ui::ListColumn::Display;
 using Width = ui::ListColumn::Width;
-
-const QString general = u"Generale"_s;
-
-RegisterField text(const QString &name, const QString &label, const QString &column, int maxLength, int row,
-                   int position = 0, int span = 1)
-{
-    return {.name = name,
-            .label = label,
-            .column = column,
-            .row = row,
-            .position = position,
-            .span = span,
-            .maxLength = maxLength};
-}
-
-RegisterField upperText(const QString &name, const QString &label, const QString &column, int maxLength, int row,
-                        int position = 0)
-{
-    RegisterField field = text(name, label, column, maxLength, row, position);
-    field.upperCase = true;
-    return field;
-}
-
-RegisterField number(Kind kind, const QString &name, const QString &label, const QString &column, int row,
-                     int position = 0)
-{
-    return {.name = name, .label = label, .column = column, .kind = kind, .row = row, .position = position};
-}
 
 RegisterField vatLookup(int row, int position)
 {
@@ -80,24 +54,6 @@ RegisterGroup notes()
 {
     return {u"Note"_s, {}, {{.name = u"txtNote"_s, .label = {}, .column = u"NOTE"_s, .kind = Kind::Memo}}};
 }
-
-ui::ListFilter filter(const QString &name, const QString &label, const QString &column)
-{
-    return {.name = name, .label = label, .condition = ui::containing(column)};
-}
-
-/// Rows of the three kinds of documents that meet `condition`.
-QList<RegisterUse> documentRows(const QString &condition)
-{
-    return {{u"righe di bolle di carico"_s, u"BOLLE_CARICO_DETT"_s, condition},
-            {u"righe di D.d.T. di scarico"_s, u"DDT_SCARICO_DETT"_s, condition},
-            {u"righe di fatture accompagnatorie"_s, u"FATT_ACC_DETT"_s, condition}};
-}
-
-const QString codeIsMissing = u"Non è stato indicato il codice!"_s;
-const QString descriptionIsMissing = u"Non è stata indicata la descrizione!"_s;
-const QString nameIsMissing = u"Non è stata indicata la ragione sociale!"_s;
-const QString codeIsTaken = u"Codice già utilizzato!"_s;
 
 /// Address, tax data and contacts of a firm. The company itself keeps one telephone number.
 RegisterGroup address(int firstRow)
@@ -253,99 +209,6 @@ RegisterSpec makeCustomers()
             .letterColumn = u"RAGIONESOCIALE"_s};
 }
 
-RegisterSpec makeVatRates()
-{
-    QList<RegisterUse> uses = {{u"articoli"_s, u"ANA_MAGA"_s, u"IDALIQUOTA_IVA = :ID"_s},
-                               {u"servizi"_s, u"SERVIZI"_s, u"IDALIQUOTA_IVA = :ID"_s}};
-    uses += documentRows(u"IVA_IDALIQUOTA_IVA = :ID"_s);
-    return {.name = u"AliquoteIVA"_s,
-            .caption = u"Aliquote IVA"_s,
-            .oneRecord = u"questa aliquota IVA"_s,
-            .table = u"ALIQUOTE_IVA"_s,
-            .key = u"IDALIQUOTA_IVA"_s,
-            .groups = {{general,
-                        {},
-                        {upperText(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 2, 0),
-                         text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 30, 1),
-                         number(Kind::Quantity, u"txtAliquota"_s, u"Aliquota %"_s, u"ALIQUOTA"_s, 2)}}},
-            .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
-            .uniqueColumn = u"CODICE"_s,
-            .duplicateText = codeIsTaken,
-            .uses = uses,
-            .openingSize = {560, 220},
-            .listColumns = {{u"Codice"_s, u"CODICE"_s, 80},
-                            {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
-                            {u"Aliquota %"_s, u"ALIQUOTA"_s, 100, Width::Pixels, Display::Quantity}},
-            .listFilters = {filter(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
-            .orderText = u" ORDER BY UPPER(CODICE)"_s};
-}
-
-RegisterSpec makeUnits()
-{
-    QList<RegisterUse> uses = {{u"articoli"_s, u"ANA_MAGA"_s, u"IDUM = :ID"_s},
-                               {u"servizi"_s, u"SERVIZI"_s, u"IDUM = :ID"_s}};
-    uses += documentRows(u"IDUM = :ID"_s);
-    uses += {{u"bolle di carico"_s, u"BOLLE_CARICO"_s, u"PESO_IDUM = :ID"_s},
-             {u"D.d.T. di scarico"_s, u"DDT_SCARICO"_s, u"PESO_IDUM = :ID"_s},
-             {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, u"PESO_IDUM = :ID"_s}};
-    return {.name = u"UnitaMisura"_s,
-            .caption = u"Unità di misura"_s,
-            .oneRecord = u"questa unità di misura"_s,
-            .table = u"UM"_s,
-            .key = u"IDUM"_s,
-            .groups = {{general, {}, {upperText(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s, 5, 0)}}},
-            .required = {{u"UM"_s, u"Non è stata indicata l'unità di misura!"_s}},
-            .uniqueColumn = u"UM"_s,
-            .duplicateText = u"Esiste già un'unità di misura con questo nome!"_s,
-            .uses = uses,
-            .openingSize = {460, 160},
-            .listColumns = {{u"Unità di misura"_s, u"UM"_s, 0, Width::Rest}},
-            .listFilters = {filter(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s)},
-            .orderText = u" ORDER BY UPPER(UM)"_s};
-}
-
-RegisterSpec makePaymentTypes()
-{
-    const QString ofType = u"IDTIPO_PAGAMENTO = :ID"_s;
-    return {
-        .name = u"TipiPagamento"_s,
-        .caption = u"Tipi di pagamento"_s,
-        .oneRecord = u"questo tipo di pagamento"_s,
-        .table = u"TIPI_PAGAMENTO"_s,
-        .key = u"IDTIPO_PAGAMENTO"_s,
-        .groups = {{general, {}, {text(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 30, 0)}}},
-        .required = {{u"TIPO_PAGAMENTO"_s, u"Non è stato indicato il tipo di pagamento!"_s}},
-        .uniqueColumn = u"TIPO_PAGAMENTO"_s,
-        .duplicateText = u"Esiste già un tipo di pagamento con questo nome!"_s,
-        .uses = {{u"clienti"_s, u"CLIENTI"_s, ofType},
-                 {u"fornitori"_s, u"FORNITORI"_s, ofType},
-                 {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, ofType}},
-        .openingSize = {520, 160},
-        .listColumns = {{u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 0, Width::Rest}},
-        .listFilters = {filter(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s)},
-        .orderText = u" ORDER BY UPPER(TIPO_PAGAMENTO)"_s};
-}
-
-// Documents copy a note's text, so nothing refers to one.
-RegisterSpec makeDocumentNotes()
-{
-    return {.name = u"NoteDocumenti"_s,
-            .caption = u"Note per i documenti"_s,
-            .oneRecord = u"questa nota"_s,
-            .table = u"NOTE_DOCUMENTI"_s,
-            .key = u"IDNOTA_DOCUMENTI"_s,
-            .groups =
-                {{general,
-                  {},
-                  {text(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s, 100, 0),
-                   {.name = u"txtTesto"_s, .label = u"Testo"_s, .column = u"TESTO"_s, .kind = Kind::Memo, .row = 1}}}},
-            .required = {{u"TITOLO"_s, u"Non è stato indicato il titolo!"_s}},
-            .openingSize = {640, 340},
-            .listColumns = {{u"Titolo"_s, u"TITOLO"_s, 0, Width::Rest}},
-            .listFilters = {filter(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s)},
-            .orderText = u" ORDER BY UPPER(TITOLO)"_s};
-}
-
 RegisterSpec makeCompany()
 {
     return {.name = u"Azienda"_s,
@@ -382,30 +245,6 @@ const RegisterSpec &services()
 const RegisterSpec &customers()
 {
     static const RegisterSpec spec = makeCustomers();
-    return spec;
-}
-
-const RegisterSpec &vatRates()
-{
-    static const RegisterSpec spec = makeVatRates();
-    return spec;
-}
-
-const RegisterSpec &units()
-{
-    static const RegisterSpec spec = makeUnits();
-    return spec;
-}
-
-const RegisterSpec &paymentTypes()
-{
-    static const RegisterSpec spec = makePaymentTypes();
-    return spec;
-}
-
-const RegisterSpec &documentNotes()
-{
-    static const RegisterSpec spec = makeDocumentNotes();
     return spec;
 }
 

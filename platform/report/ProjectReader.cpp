@@ -1,12 +1,10 @@
 #include "platform/core/Error.h"
+#include "platform/report/ElementReader.h"
 #include "platform/report/Model.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QXmlStreamReader>
-
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -14,44 +12,15 @@ namespace report {
 
 namespace {
 
-QString xmlProblem(const QXmlStreamReader &reader)
-{
-    switch (reader.error()) {
-    case QXmlStreamReader::PrematureEndOfDocumentError:
-        return u"il file finisce prima che tutti gli elementi siano chiusi"_s;
-    case QXmlStreamReader::NotWellFormedError:
-        return u"il file non è XML ben formato"_s;
-    default:
-        return reader.errorString();
-    }
-}
-
-class Reader
+class Reader : public ElementReader
 {
 public:
-    Reader(QIODevice *device, QString file)
-        : xml_(device)
-        , file_(std::move(file))
-    {
-    }
+    using ElementReader::ElementReader;
 
     Project read();
 
 private:
-    // Attributes of the current element. Each is asked for once; one that nobody asked for is an error.
-    QString attribute(const QString &name, const QString &missing = {});
-    QString required(const QString &name);
-    double length(const QString &name, double missing);
-    double requiredLength(const QString &name);
-    bool flag(const QString &name);
     Expression expression(const QString &name);
-    void endAttributes();
-
-    using Children = std::function<void(const QString &element)>;
-    void enterElement();
-    void children(const Children &child);
-    [[noreturn]] void failForXml();
-
     void readFont();
     void readBlock();
     void readReport();
@@ -64,17 +33,7 @@ private:
     void readCell(Item item, std::vector<Item> &items);
     void readImage(Item &item);
     int fontIndex(const QString &attributeName, const QString &missing);
-    Qt::Alignment alignment(const QString &missing);
-    QColor color(const QString &name);
-    template <typename Parse>
-    auto parsed(Parse parse);
 
-    [[noreturn]] void fail(const QString &text) const;
-
-    QXmlStreamReader xml_;
-    QString file_;
-    QXmlStreamAttributes attributes_;
-    QStringList asked_;
     // Items that several bands share; each place that uses them gets a copy.
     struct Block
     {
@@ -86,62 +45,7 @@ private:
     QHash<QString, Block> blocks_;
     QSet<QString> *connections_ = nullptr; // named by the report or block being read
     double contentWidth_ = 0;
-    int lineOfElement_ = 0;
 };
-
-void Reader::fail(const QString &text) const
-{
-    throw core::Error(u"File delle stampe \"%1\", riga %2: %3."_s.arg(file_).arg(lineOfElement_).arg(text));
-}
-
-template <typename Parse>
-auto Reader::parsed(Parse parse)
-{
-    try {
-        return parse();
-    } catch (const core::Error &error) {
-        fail(error.text());
-    }
-}
-
-QString Reader::attribute(const QString &name, const QString &missing)
-{
-    asked_.append(name);
-    return attributes_.hasAttribute(name) ? attributes_.value(name).toString() : missing;
-}
-
-QString Reader::required(const QString &name)
-{
-    if (!attributes_.hasAttribute(name))
-        fail(u"manca l'attributo \"%1\" di \"%2\""_s.arg(name, xml_.name()));
-    return attribute(name);
-}
-
-double Reader::length(const QString &name, double missing)
-{
-    const QString text = attribute(name);
-    if (text.isEmpty())
-        return missing;
-    bool ok = false;
-    const double value = text.toDouble(&ok);
-    if (!ok || value < 0 || value > 2000)
-        fail(u"\"%1\" non è una misura valida per \"%2\""_s.arg(text, name));
-    return value;
-}
-
-double Reader::requiredLength(const QString &name)
-{
-    required(name);
-    return length(name, 0);
-}
-
-bool Reader::flag(const QString &name)
-{
-    const QString text = attribute(name, u"false"_s);
-    if (text != u"true"_s && text != u"false"_s)
-        fail(u"\"%1\" deve essere \"true\" o \"false\""_s.arg(name));
-    return text == u"true"_s;
-}
 
 Expression Reader::expression(const QString &name)
 {
@@ -154,43 +58,9 @@ Expression Reader::expression(const QString &name)
     return result;
 }
 
-void Reader::endAttributes()
-{
-    for (const QXmlStreamAttribute &given : std::as_const(attributes_)) {
-        if (!asked_.contains(given.name().toString()))
-            fail(u"attributo \"%1\" non previsto in \"%2\""_s.arg(given.name(), xml_.name()));
-    }
-}
-
-void Reader::enterElement()
-{
-    lineOfElement_ = static_cast<int>(xml_.lineNumber());
-    attributes_ = xml_.attributes();
-    asked_.clear();
-}
-
-void Reader::failForXml()
-{
-    lineOfElement_ = static_cast<int>(xml_.lineNumber());
-    fail(xmlProblem(xml_));
-}
-
-void Reader::children(const Children &child)
-{
-    while (xml_.readNextStartElement()) {
-        enterElement();
-        child(xml_.name().toString());
-    }
-    if (xml_.hasError())
-        failForXml();
-}
-
 Project Reader::read()
 {
-    if (!xml_.readNextStartElement())
-        failForXml();
-    enterElement();
-    if (xml_.name() != u"project"_s)
+    if (enterRoot() != u"project"_s)
         fail(u"manca l'elemento \"project\""_s);
     if (const QString version = required(u"version"_s); version != u"1"_s)
         fail(u"versione \"%1\" non riconosciuta"_s.arg(version));
@@ -293,7 +163,7 @@ void Reader::readReport()
 
 void Reader::readBand(Band &band)
 {
-    band.line = lineOfElement_;
+    band.line = line();
     band.height = requiredLength(u"height"_s);
     band.connection = attribute(u"connection"_s);
     band.when = expression(u"when"_s);
@@ -322,7 +192,7 @@ void Reader::readItem(const QString &element, std::vector<Item> &items, double w
     const auto kind = kinds.constFind(element);
     if (kind == kinds.constEnd())
         fail(u"elemento \"%1\" non previsto"_s.arg(element));
-    Item item{.kind = *kind, .line = lineOfElement_};
+    Item item{.kind = *kind, .line = line()};
     const double x = requiredLength(u"x"_s);
     const double y = requiredLength(u"y"_s);
     item.area = QRectF(x, y, requiredLength(u"width"_s), requiredLength(u"height"_s));
@@ -395,7 +265,7 @@ void Reader::readCell(Item item, std::vector<Item> &items)
 
     Item value{.kind = ItemKind::Text, .when = item.when, .line = item.line};
     value.area = item.area.adjusted(inset, captionHeight + 0.5, -inset, -0.5);
-    if (attributes_.hasAttribute(u"value"_s))
+    if (hasAttribute(u"value"_s))
         readText(u"expr"_s, value);
 
     item.lineWidth = length(u"line"_s, 0.2);
@@ -409,7 +279,7 @@ void Reader::readCell(Item item, std::vector<Item> &items)
 
 void Reader::readImage(Item &item)
 {
-    const QString path = QFileInfo(file_).dir().absoluteFilePath(required(u"file"_s));
+    const QString path = QFileInfo(file()).dir().absoluteFilePath(required(u"file"_s));
     if (!item.image.load(path))
         fail(u"l'immagine \"%1\" non si può leggere"_s.arg(path));
 }
@@ -422,28 +292,6 @@ int Reader::fontIndex(const QString &attributeName, const QString &missing)
             return static_cast<int>(i);
     }
     fail(name.isEmpty() ? u"nessun carattere definito"_s : u"il carattere \"%1\" non è definito"_s.arg(name));
-}
-
-Qt::Alignment Reader::alignment(const QString &missing)
-{
-    static const QHash<QString, Qt::Alignment> horizontal = {
-        {u"left"_s, Qt::AlignLeft}, {u"center"_s, Qt::AlignHCenter}, {u"right"_s, Qt::AlignRight}};
-    static const QHash<QString, Qt::Alignment> vertical = {
-        {u"top"_s, Qt::AlignTop}, {u"middle"_s, Qt::AlignVCenter}, {u"bottom"_s, Qt::AlignBottom}};
-    const QString across = attribute(u"align"_s, u"left"_s);
-    const QString down = attribute(u"valign"_s, missing);
-    if (!horizontal.contains(across) || !vertical.contains(down))
-        fail(u"allineamento \"%1\" non valido"_s.arg(horizontal.contains(across) ? down : across));
-    return horizontal[across] | vertical[down];
-}
-
-QColor Reader::color(const QString &name)
-{
-    const QString text = attribute(name);
-    const QColor result(text);
-    if (!text.isEmpty() && !result.isValid())
-        fail(u"\"%1\" non è un colore"_s.arg(text));
-    return result;
 }
 
 } // namespace

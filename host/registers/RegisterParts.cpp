@@ -1,0 +1,45 @@
+#include "host/registers/RegisterParts.h"
+
+using namespace Qt::StringLiterals;
+
+namespace host::parts {
+
+RegisterField text(const QString &name, const QString &label, const QString &column, int maxLength, int row,
+                   int position, int span)
+{
+    return {.name = name,
+            .label = label,
+            .column = column,
+            .row = row,
+            .position = position,
+            .span = span,
+            .maxLength = maxLength};
+}
+
+RegisterField upperText(const QString &name, const QString &label, const QString &column, int maxLength, int row,
+                        int position)
+{
+    RegisterField field = text(name, label, column, maxLength, row, position);
+    field.upperCase = true;
+    return field;
+}
+
+RegisterField number(RegisterField::Kind kind, const QString &name, const QString &label, const QString &column,
+                     int row, int position)
+{
+    return {.name = name, .label = label, .column = column, .kind = kind, .row = row, .position = position};
+}
+
+ui::ListFilter filter(const QString &name, const QString &label, const QString &column)
+{
+    return {.name = name, .label = label, .condition = ui::containing(column)};
+}
+
+QList<RegisterUse> documentRows(const QString &condition)
+{
+    return {{u"righe di bolle di carico"_s, u"BOLLE_CARICO_DETT"_s, condition},
+            {u"righe di D.d.T. di scarico"_s, u"DDT_SCARICO_DETT"_s, condition},
+            {u"righe di fatture accompagnatorie"_s, u"FATT_ACC_DETT"_s, condition}};
+}
+
+} // namespace host::parts

@@ -1,0 +1,24 @@
+#pragma once
+#include "host/registers/RegisterSpec.h"
+
+/// What the declarations of the registers are made of.
+namespace host::parts {
+
+inline const QString general = QStringLiteral("Generale");
+inline const QString codeIsMissing = QStringLiteral("Non è stato indicato il codice!");
+inline const QString descriptionIsMissing = QStringLiteral("Non è stata indicata la descrizione!");
+inline const QString nameIsMissing = QStringLiteral("Non è stata indicata la ragione sociale!");
+inline const QString codeIsTaken = QStringLiteral("Codice già utilizzato!");
+
+RegisterField text(const QString &name, const QString &label, const QString &column, int maxLength, int row,
+                   int position = 0, int span = 1);
+RegisterField upperText(const QString &name, const QString &label, const QString &column, int maxLength, int row,
+                        int position = 0);
+RegisterField number(RegisterField::Kind kind, const QString &name, const QString &label, const QString &column,
+                     int row, int position = 0);
+/// A filter of a list: the text anywhere in `column`.
+ui::ListFilter filter(const QString &name, const QString &label, const QString &column);
+/// Rows of the three kinds of documents that meet `condition`.
+QList<RegisterUse> documentRows(const QString &condition);
+
+} // namespace host::parts

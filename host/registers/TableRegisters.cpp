@@ -1,0 +1,135 @@
+#include "host/registers/RegisterParts.h"
+
+using namespace Qt::StringLiterals;
+
+// The small tables that other records refer to.
+namespace host {
+
+using namespace parts;
+
+namespace {
+
+using Kind = RegisterField::Kind;
+using Display = ui::ListColumn::Display;
+using Width = ui::ListColumn::Width;
+
+RegisterSpec makeVatRates()
+{
+    QList<RegisterUse> uses = {{u"articoli"_s, u"ANA_MAGA"_s, u"IDALIQUOTA_IVA = :ID"_s},
+                               {u"servizi"_s, u"SERVIZI"_s, u"IDALIQUOTA_IVA = :ID"_s}};
+    uses += documentRows(u"IVA_IDALIQUOTA_IVA = :ID"_s);
+    return {.name = u"AliquoteIVA"_s,
+            .caption = u"Aliquote IVA"_s,
+            .oneRecord = u"questa aliquota IVA"_s,
+            .table = u"ALIQUOTE_IVA"_s,
+            .key = u"IDALIQUOTA_IVA"_s,
+            .groups = {{general,
+                        {},
+                        {upperText(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 2, 0),
+                         text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 30, 1),
+                         number(Kind::Quantity, u"txtAliquota"_s, u"Aliquota %"_s, u"ALIQUOTA"_s, 2)}}},
+            .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
+            .uniqueColumn = u"CODICE"_s,
+            .duplicateText = codeIsTaken,
+            .uses = uses,
+            .openingSize = {560, 220},
+            .listColumns = {{u"Codice"_s, u"CODICE"_s, 80},
+                            {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
+                            {u"Aliquota %"_s, u"ALIQUOTA"_s, 100, Width::Pixels, Display::Quantity}},
+            .listFilters = {filter(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+            .orderText = u" ORDER BY UPPER(CODICE)"_s};
+}
+
+RegisterSpec makeUnits()
+{
+    QList<RegisterUse> uses = {{u"articoli"_s, u"ANA_MAGA"_s, u"IDUM = :ID"_s},
+                               {u"servizi"_s, u"SERVIZI"_s, u"IDUM = :ID"_s}};
+    uses += documentRows(u"IDUM = :ID"_s);
+    uses += {{u"bolle di carico"_s, u"BOLLE_CARICO"_s, u"PESO_IDUM = :ID"_s},
+             {u"D.d.T. di scarico"_s, u"DDT_SCARICO"_s, u"PESO_IDUM = :ID"_s},
+             {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, u"PESO_IDUM = :ID"_s}};
+    return {.name = u"UnitaMisura"_s,
+            .caption = u"Unità di misura"_s,
+            .oneRecord = u"questa unità di misura"_s,
+            .table = u"UM"_s,
+            .key = u"IDUM"_s,
+            .groups = {{general, {}, {upperText(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s, 5, 0)}}},
+            .required = {{u"UM"_s, u"Non è stata indicata l'unità di misura!"_s}},
+            .uniqueColumn = u"UM"_s,
+            .duplicateText = u"Esiste già un'unità di misura con questo nome!"_s,
+            .uses = uses,
+            .openingSize = {460, 160},
+            .listColumns = {{u"Unità di misura"_s, u"UM"_s, 0, Width::Rest}},
+            .listFilters = {filter(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s)},
+            .orderText = u" ORDER BY UPPER(UM)"_s};
+}
+
+RegisterSpec makePaymentTypes()
+{
+    const QString ofType = u"IDTIPO_PAGAMENTO = :ID"_s;
+    return {
+        .name = u"TipiPagamento"_s,
+        .caption = u"Tipi di pagamento"_s,
+        .oneRecord = u"questo tipo di pagamento"_s,
+        .table = u"TIPI_PAGAMENTO"_s,
+        .key = u"IDTIPO_PAGAMENTO"_s,
+        .groups = {{general, {}, {text(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 30, 0)}}},
+        .required = {{u"TIPO_PAGAMENTO"_s, u"Non è stato indicato il tipo di pagamento!"_s}},
+        .uniqueColumn = u"TIPO_PAGAMENTO"_s,
+        .duplicateText = u"Esiste già un tipo di pagamento con questo nome!"_s,
+        .uses = {{u"clienti"_s, u"CLIENTI"_s, ofType},
+                 {u"fornitori"_s, u"FORNITORI"_s, ofType},
+                 {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, ofType}},
+        .openingSize = {520, 160},
+        .listColumns = {{u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 0, Width::Rest}},
+        .listFilters = {filter(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s)},
+        .orderText = u" ORDER BY UPPER(TIPO_PAGAMENTO)"_s};
+}
+
+// Documents copy a note's text, so nothing refers to one.
+RegisterSpec makeDocumentNotes()
+{
+    return {.name = u"NoteDocumenti"_s,
+            .caption = u"Note per i documenti"_s,
+            .oneRecord = u"questa nota"_s,
+            .table = u"NOTE_DOCUMENTI"_s,
+            .key = u"IDNOTA_DOCUMENTI"_s,
+            .groups =
+                {{general,
+                  {},
+                  {text(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s, 100, 0),
+                   {.name = u"txtTesto"_s, .label = u"Testo"_s, .column = u"TESTO"_s, .kind = Kind::Memo, .row = 1}}}},
+            .required = {{u"TITOLO"_s, u"Non è stato indicato il titolo!"_s}},
+            .openingSize = {640, 340},
+            .listColumns = {{u"Titolo"_s, u"TITOLO"_s, 0, Width::Rest}},
+            .listFilters = {filter(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s)},
+            .orderText = u" ORDER BY UPPER(TITOLO)"_s};
+}
+
+} // namespace
+
+const RegisterSpec &vatRates()
+{
+    static const RegisterSpec spec = makeVatRates();
+    return spec;
+}
+
+const RegisterSpec &units()
+{
+    static const RegisterSpec spec = makeUnits();
+    return spec;
+}
+
+const RegisterSpec &paymentTypes()
+{
+    static const RegisterSpec spec = makePaymentTypes();
+    return spec;
+}
+
+const RegisterSpec &documentNotes()
+{
+    static const RegisterSpec spec = makeDocumentNotes();
+    return spec;
+}
+
+} // namespace host
