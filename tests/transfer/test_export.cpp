@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -84,6 +85,7 @@ private Q_SLOTS:
 
     void csvShowsWhatIsOnScreen();
     void workbookHasNumbersDatesAndTexts();
+    void spreadsheetProgramReadsTheSame();
     void clipboardTakesListOrSelection();
     void failureIsToldAndLeavesTheOldFile();
     void listsHaveTheCommand();
@@ -158,6 +160,29 @@ void TestExport::workbookHasNumbersDatesAndTexts()
                              "E2 n 0.125 #,##0.000|F2 s Sì 0"_s.arg(euro));
     QCOMPARE(lines.value(3), u"A3 s =1+1 0|B3 s @x 0|D3 n 1234567.89 %1|F3 s No 0"_s.arg(euro));
     QCOMPARE(lines.value(4), u"A4 s +39 0|C4 s 31/12/1899 0|D4 n 0.3 %1|E4 n 2 #,##0.000"_s.arg(euro));
+}
+
+void TestExport::spreadsheetProgramReadsTheSame()
+{
+    const QString program = QStandardPaths::findExecutable(u"soffice"_s);
+    if (program.isEmpty())
+        QSKIP("no spreadsheet program on this machine");
+    answer_ = path(u"b.xlsx"_s);
+    test::trigger(grid_, u"actEsportaXLSX"_s);
+    QProcess converter;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+    converter.setProcessEnvironment(environment);
+    // Semicolons, UTF-8, values as the cells show them.
+    converter.start(program, {u"-env:UserInstallation=file://"_s + path(u"profilo"_s), u"--headless"_s,
+                              u"--convert-to"_s, u"csv:Text - txt - csv (StarCalc):59,34,76,1,,1040,false,true"_s,
+                              u"--outdir"_s, folder_.path(), answer_});
+    QVERIFY(converter.waitForFinished(120'000));
+    QCOMPARE(QString::fromUtf8(contentOf(path(u"b.csv"_s))),
+             u"Codice;Nome;Data;Prezzo;Peso;Attivo\n"
+             "0012;\"Müller \"\"è\"\"; figli\nMilano\";09/03/2026;-€ 1,234.50;0.125;Sì\n"
+             "=1+1;@x;;€ 1,234,567.89;;No\n"
+             "+39;;31/12/1899;€ 0.30;2.000;\n"_s);
 }
 
 void TestExport::clipboardTakesListOrSelection()
