@@ -24,9 +24,10 @@ const QString databaseFilter = u"Database Firebird (*.fdb);;Tutti i file (*)"_s;
 
 } // namespace
 
-DatabasePlace::DatabasePlace(Purpose purpose, QWidget *parent)
+DatabasePlace::DatabasePlace(Purpose purpose, QString folder, QWidget *parent)
     : QWidget(parent)
     , purpose_(purpose)
+    , folder_(std::move(folder))
     , local_(new QRadioButton(u"Su questo computer"_s, this))
     , server_(new QRadioButton(u"Su un server Firebird, per più postazioni"_s, this))
     , localBox_(new QWidget(this))
@@ -52,6 +53,8 @@ void DatabasePlace::createLocal()
 {
     file_ = new QLineEdit(localBox_);
     file_->setObjectName(u"txtFile"_s);
+    file_->setPlaceholderText(u"percorso del file .fdb"_s);
+    setFocusProxy(file_);
     auto *button = new QToolButton(localBox_);
     button->setObjectName(u"cmdSfoglia"_s);
     button->setIcon(ui::icon(ui::Icon::Choose));
@@ -100,7 +103,7 @@ void DatabasePlace::createServer()
 
 void DatabasePlace::browse()
 {
-    const QString folder = QFileInfo(file_->text()).absolutePath();
+    const QString folder = file_->text().isEmpty() ? folder_ : QFileInfo(file_->text()).absolutePath();
     const QString chosen =
         purpose_ == Purpose::Open
             ? ui::chooseOpenFile(this, {.title = u"Apri database"_s, .filter = databaseFilter, .folder = folder})

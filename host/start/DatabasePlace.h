@@ -22,7 +22,8 @@ public:
         Create
     };
 
-    DatabasePlace(Purpose purpose, QWidget *parent);
+    /// `folder` is where files are looked for at first.
+    DatabasePlace(Purpose purpose, QString folder, QWidget *parent);
 
     data::DatabaseAddress address() const;
     bool keepPassword() const;
@@ -39,6 +40,7 @@ private:
     bool isLocal() const;
 
     Purpose purpose_;
+    QString folder_;
     QRadioButton *local_;
     QRadioButton *server_;
     QWidget *localBox_;

@@ -64,7 +64,7 @@ public:
         password_->setEchoMode(QLineEdit::Password);
         repeated_->setEchoMode(QLineEdit::Password);
         addText(u"<b>Archivio</b>"_s);
-        place_ = new DatabasePlace(DatabasePlace::Purpose::Create, this);
+        place_ = new DatabasePlace(DatabasePlace::Purpose::Create, folder, this);
         addRow({}, place_);
         tables_ = new QCheckBox(u"Inserisci aliquote IVA, unità di misura, pagamenti e causali di uso comune"_s, this);
         tables_->setObjectName(u"chkTabelle"_s);
@@ -192,9 +192,9 @@ std::optional<ChosenDatabase> askDatabase(QWidget *owner, const QString &folder)
 {
     ui::FormDialog dialog(u"Apri archivio"_s, owner);
     dialog.setObjectName(u"frmApriArchivio"_s);
-    auto *place = new DatabasePlace(DatabasePlace::Purpose::Open, &dialog);
-    place->setFile(folder + u'/');
+    auto *place = new DatabasePlace(DatabasePlace::Purpose::Open, folder, &dialog);
     dialog.addRow({}, place);
+    place->setFocus();
     dialog.setMinimumWidth(560);
     dialog.setCheck([&] {
         QString problem = place->problem();
