@@ -23,8 +23,7 @@ void saveWithFreeNumber(const test::Document &document)
 {
     constexpr int attempts = 50;
     for (int i = 0; i < attempts; ++i) {
-        document.save();
-        if (document.flags() == u"stored"_s)
+        if (document.form().SalvaRecord())
             return;
         auto *number = document.control<QSpinBox>(u"txtNumero"_s);
         number->setValue(number->value() + 1);
