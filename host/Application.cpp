@@ -73,9 +73,11 @@ StartOptions parseArguments(const QApplication &application)
 
 int work(const StartOptions &options, const int &printed)
 {
-    if (!options.upgrade)
-        return runSessions(options);
-    upgradeDatabase(options);
+    if (!options.upgrade) {
+        runSessions(options, dataFolder());
+        return 0;
+    }
+    upgradeDatabase(options, dataFolder());
     return printed == 0 ? 0 : 1;
 }
 

@@ -2,14 +2,15 @@
 
 #include "host/schema/DemoData.h"
 #include "host/schema/HostSchema.h"
+#include "platform/core/Error.h"
 #include "platform/core/Log.h"
+#include "platform/data/Catalogue.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -55,15 +56,6 @@ void dropQuietly(const data::DatabaseAddress &address)
 
 } // namespace
 
-data::DatabaseAddress defaultDatabase()
-{
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    QDir().mkpath(folder);
-    data::DatabaseAddress address;
-    address.file = folder + u"/corvane.fdb"_s;
-    return address;
-}
-
 QString openProblem(const data::DatabaseAddress &address)
 {
     const data::OpenCheck check = data::checkDatabase(address);
@@ -72,7 +64,28 @@ QString openProblem(const data::DatabaseAddress &address)
     return problemText(check.failure, address);
 }
 
-void createHostDatabase(const data::DatabaseAddress &address, const std::function<void(data::Connection &)> &fill)
+QString databaseProblem(const data::DatabaseAddress &address)
+{
+    if (QString problem = openProblem(address); !problem.isEmpty())
+        return problem;
+    data::Connection connection;
+    connection.setConnectionString(data::nativeConnectionString(address));
+    connection.open();
+    // Every database of this program has these from its first moment.
+    for (const QString &table : {u"TABLE_VERSION"_s, u"OPZIONI"_s, u"UTENTI"_s}) {
+        if (!data::hasTable(connection, table))
+            return u"Il database \"%1\" non è un archivio di questo programma."_s.arg(address.toString());
+    }
+    return {};
+}
+
+void requireDatabase(const data::DatabaseAddress &address)
+{
+    if (const QString problem = databaseProblem(address); !problem.isEmpty())
+        throw core::Error(problem);
+}
+
+void createFilledDatabase(const data::DatabaseAddress &address, const std::function<void(data::Connection &)> &fill)
 {
     if (address.isEmbedded())
         QDir().mkpath(QFileInfo(address.file).absolutePath());
@@ -97,7 +110,7 @@ void createHostDatabase(const data::DatabaseAddress &address, const std::functio
 
 void createHostDatabase(const data::DatabaseAddress &address, bool demo)
 {
-    createHostDatabase(address, [demo](data::Connection &connection) {
+    createFilledDatabase(address, [demo](data::Connection &connection) {
         if (demo)
             insertDemoMasterData(connection);
     });

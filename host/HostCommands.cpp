@@ -121,11 +121,9 @@ void HostCommands::addSettings()
          .menu = {},
          .create = [this] { return new RoleEntry(connection_, &window_); },
          .administratorsOnly = true});
-    add({.name = u"actImporta"_s,
-         .caption = u"Importa da CSV..."_s,
-         .menu = toolsMenu,
-         .create = {},
-         .run = [this] { importFromCsv(&window_, connection_); }});
+    add({.name = u"actImporta"_s, .caption = u"Importa da CSV..."_s, .menu = toolsMenu, .create = {}, .run = [this] {
+             importFromCsv(&window_, connection_);
+         }});
     add({.name = u"actCambiaPassword"_s,
          .caption = u"Cambia password..."_s,
          .menu = toolsMenu,

@@ -261,6 +261,8 @@ void backupDatabase(const data::DatabaseAddress &database, const QString &file, 
     if (written.isEmpty() || countRows(copy) != written)
         throw core::Error(u"La copia non corrisponde al database e non è stata conservata."_s);
     progress.check();
+    // It holds all that the database holds, which is its owner's alone as well.
+    QFile::setPermissions(backup, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     moveInto(backup, file);
 }
 

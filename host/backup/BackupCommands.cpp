@@ -9,6 +9,7 @@
 #include "platform/ui/ProgressDialog.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -23,12 +24,16 @@ QString chooseBackupFile(QWidget *owner, const data::DatabaseAddress &database)
                                       .proposedName = u"%1-%2.fbk"_s.arg(name, core::today().toString(Qt::ISODate))});
 }
 
-bool makeBackup(QWidget *owner, const data::DatabaseAddress &database, const QString &file)
+bool makeBackup(QWidget *owner, const data::DatabaseAddress &database, const QString &file,
+                const std::function<void()> &ended)
 {
     bool done = false;
     core::guarded(owner, [&] {
-        done = ui::runWithProgress(owner, u"Copia di sicurezza"_s,
-                                   [&](core::Progress &progress) { backupDatabase(database, file, progress); });
+        {
+            const auto end = qScopeGuard(ended);
+            done = ui::runWithProgress(owner, u"Copia di sicurezza"_s,
+                                       [&](core::Progress &progress) { backupDatabase(database, file, progress); });
+        }
         if (done)
             core::inform(owner, u"La copia di sicurezza è stata fatta e verificata:\n\r%1"_s.arg(file));
     });

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class QWidget;
 
 /// What the menu "File" offers on backups: questions, progress and the news of how it went. Errors are shown here.
@@ -11,8 +13,9 @@ namespace host {
 
 /// Asks where the backup of `database` goes; empty when the user cancels.
 QString chooseBackupFile(QWidget *owner, const data::DatabaseAddress &database);
-/// Makes and verifies it; true when it is there.
-bool makeBackup(QWidget *owner, const data::DatabaseAddress &database, const QString &file);
+/// Makes and verifies it, then calls `ended`, whatever came of it, before the user is told; true when it is there.
+bool makeBackup(QWidget *owner, const data::DatabaseAddress &database, const QString &file,
+                const std::function<void()> &ended);
 
 /// Asks which backup is to be restored; empty when the user cancels.
 QString chooseRestoreFile(QWidget *owner);

@@ -185,16 +185,20 @@ void CategoryEditor::reload(int selected)
 
 void CategoryEditor::add(int parent)
 {
-    const auto name =
-        ui::askText(this, {.title = u"Nuova categoria"_s, .label = u"Nome della categoria"_s, .maxLength = nameLength});
-    if (!name || isTaken(*name, parent, -1))
-        return;
-    const int key = connection_
-                        .run(u"INSERT INTO %1(IDPADRE, CATEGORIA) VALUES(?, ?) RETURNING %2"_s.arg(
-                                 spec_.categories.table, spec_.categories.key),
-                             {parentValue(parent), *name})
-                        .integer(0, spec_.categories.key);
-    reload(key);
+    const QString insert = u"INSERT INTO %1(IDPADRE, CATEGORIA) VALUES(?, ?) RETURNING %2"_s.arg(spec_.categories.table,
+                                                                                                 spec_.categories.key);
+    int key = -1;
+    const auto store = [&](const QString &name) {
+        if (isTaken(name, parent, -1))
+            return false;
+        key = connection_.run(insert, {parentValue(parent), name}).integer(0, spec_.categories.key);
+        return true;
+    };
+    if (ui::askText(this, {.title = u"Nuova categoria"_s,
+                           .label = u"Nome della categoria"_s,
+                           .maxLength = nameLength,
+                           .accept = store}))
+        reload(key);
 }
 
 void CategoryEditor::rename()
@@ -202,15 +206,20 @@ void CategoryEditor::rename()
     const int key = selectedKey();
     if (key < 1)
         return;
-    const auto name = ui::askText(this, {.title = u"Rinomina categoria"_s,
-                                         .label = u"Nome della categoria"_s,
-                                         .initial = selectedName(),
-                                         .maxLength = nameLength});
-    if (!name || isTaken(*name, parentOf(key), key))
-        return;
-    connection_.run(u"UPDATE %1 SET CATEGORIA = ? WHERE %2 = ?"_s.arg(spec_.categories.table, spec_.categories.key),
-                    {*name, key});
-    reload(key);
+    const QString update =
+        u"UPDATE %1 SET CATEGORIA = ? WHERE %2 = ?"_s.arg(spec_.categories.table, spec_.categories.key);
+    const auto store = [&](const QString &name) {
+        if (isTaken(name, parentOf(key), key))
+            return false;
+        connection_.run(update, {name, key});
+        return true;
+    };
+    if (ui::askText(this, {.title = u"Rinomina categoria"_s,
+                           .label = u"Nome della categoria"_s,
+                           .initial = selectedName(),
+                           .maxLength = nameLength,
+                           .accept = store}))
+        reload(key);
 }
 
 void CategoryEditor::move()

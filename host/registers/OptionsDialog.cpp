@@ -70,13 +70,15 @@ void editOptions(QWidget *owner, data::Connection &connection)
         inputs.append(addInput(dialog, option, storedValue(option.option, connection)));
         inputs.last()->setObjectName(option.option);
     }
-    if (ui::runModal(dialog) != QDialog::Accepted)
-        return;
-    data::Transaction transaction(connection);
-    for (int i = 0; i < inputs.size(); ++i)
-        connection.run(u"UPDATE OR INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES(?, ?) MATCHING(OPZIONE)"_s,
-                       {options()[i].option, valueOf(inputs[i])});
-    transaction.commit();
+    dialog.setCheck([&] {
+        data::Transaction transaction(connection);
+        for (int i = 0; i < inputs.size(); ++i)
+            connection.run(u"UPDATE OR INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES(?, ?) MATCHING(OPZIONE)"_s,
+                           {options()[i].option, valueOf(inputs[i])});
+        transaction.commit();
+        return true;
+    });
+    ui::runModal(dialog);
 }
 
 } // namespace host

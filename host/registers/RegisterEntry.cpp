@@ -165,13 +165,13 @@ bool RegisterEntry::isDuplicate() const
     return !connection()
                 .select(u"SELECT FIRST 1 1 AS NUM FROM %1 WHERE UPPER(%2) = :TESTO AND %3 <> :ID"_s.arg(
                             spec_.table, spec_.uniqueColumn, spec_.key),
-                        {{u"TESTO"_s, texts_.value(spec_.uniqueColumn)->text().toUpper()}, {u"ID"_s, storedKey()}})
+                        {{u"TESTO"_s, textOf(spec_.uniqueColumn).toUpper()}, {u"ID"_s, storedKey()}})
                 .isEmpty();
 }
 
 bool RegisterEntry::renamesUsedRecord() const
 {
-    return storedKey() > 0 && texts_.value(spec_.uniqueColumn)->text() != loadedText_ &&
+    return storedKey() > 0 && textOf(spec_.uniqueColumn) != loadedText_ &&
            !usesOf(spec_.uses, storedKey(), connection()).isEmpty();
 }
 
@@ -201,7 +201,14 @@ void RegisterEntry::loadDetails()
 void RegisterEntry::recordSaved()
 {
     if (!spec_.uniqueColumn.isEmpty())
-        loadedText_ = texts_.value(spec_.uniqueColumn)->text();
+        loadedText_ = textOf(spec_.uniqueColumn);
+}
+
+// Blanks around a code cannot be seen, and others look for it without them.
+void RegisterEntry::writeComputed(data::DataSet &record) const
+{
+    if (!spec_.uniqueColumn.isEmpty())
+        record.setValue(spec_.uniqueColumn, textOf(spec_.uniqueColumn));
 }
 
 void RegisterEntry::recordMissing()

@@ -31,6 +31,7 @@ protected:
     void clearDetails() override;
     void loadDetails() override;
     void recordSaved() override;
+    void writeComputed(data::DataSet &record) const override;
     void recordMissing() override;
     bool deleteStored(int id) override;
 

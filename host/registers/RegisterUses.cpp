@@ -1,29 +1,18 @@
 #include "host/registers/RegisterUses.h"
 
 #include "platform/core/Messages.h"
+#include "platform/data/Catalogue.h"
 #include "platform/data/Connection.h"
 
 using namespace Qt::StringLiterals;
 
 namespace host {
 
-namespace {
-
-bool tableExists(const QString &table, data::Connection &connection)
-{
-    return !connection
-                .select(u"SELECT 1 AS NUM FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = :TABELLA"_s,
-                        {{u"TABELLA"_s, table}})
-                .isEmpty();
-}
-
-} // namespace
-
 QStringList usesOf(const QList<RegisterUse> &uses, int id, data::Connection &connection)
 {
     QStringList lines;
     for (const RegisterUse &use : uses) {
-        if (!tableExists(use.table, connection))
+        if (!data::hasTable(connection, use.table))
             continue;
         const int count =
             connection
@@ -43,16 +32,16 @@ bool deleteRegisterRecord(const RegisterSpec &spec, int id, data::Connection &co
                               spec.oneRecord, lines.join(u"\n\r"_s)));
         return false;
     }
-    if (const QString refusal = spec.refuseDeletion ? spec.refuseDeletion(id, connection) : QString();
-        !refusal.isEmpty()) {
-        core::warn(owner, refusal);
+    const auto refusal = [&] { return spec.refuseDeletion ? spec.refuseDeletion(id, connection) : QString(); };
+    if (const QString text = refusal(); !text.isEmpty()) {
+        core::warn(owner, text);
         return false;
     }
     if (!core::confirm(owner, u"Confermare l'eliminazione?"_s))
         return false;
     data::Transaction transaction(connection);
     // Another workstation may have used the record while the question stood on the screen.
-    const bool unused = usesOf(spec.uses, id, connection).isEmpty();
+    const bool unused = usesOf(spec.uses, id, connection).isEmpty() && refusal().isEmpty();
     if (unused) {
         for (const QString &statement : spec.deletedWith)
             connection.run(statement, {id});
@@ -60,7 +49,9 @@ bool deleteRegisterRecord(const RegisterSpec &spec, int id, data::Connection &co
     }
     transaction.commit();
     if (!unused)
-        core::warn(owner, u"Nel frattempo un'altra postazione ha utilizzato %1."_s.arg(spec.oneRecord));
+        core::warn(owner,
+                   u"Non è più possibile eliminare %1:\n\rnel frattempo un'altra postazione ha cambiato i dati."_s.arg(
+                       spec.oneRecord));
     return unused;
 }
 

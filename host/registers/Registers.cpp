@@ -192,7 +192,7 @@ RegisterSpec makeCustomers()
             .uniqueColumn = u"CODICE"_s,
             .duplicateText = codeIsTaken,
             .codePrefix = u"CLI"_s,
-            .uses = {{u"D.d.T. di scarico"_s, u"DDT_SCARICO"_s, ofCustomer},
+            .uses = {{u"D.d.T. di scarico"_s, u"DDT_SCARICO"_s, ofCustomer + u" AND TIPO_ANAGRAFICA = 0"_s},
                      {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, ofCustomer},
                      {u"fatture di vendita"_s, u"FATT_VEND"_s, ofCustomer}},
             .namedByText = true,

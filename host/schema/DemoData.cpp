@@ -3,6 +3,7 @@
 #include "host/schema/DemoTables.h"
 #include "platform/core/Decimal.h"
 #include "platform/core/TaxCodes.h"
+#include "platform/data/Catalogue.h"
 #include "platform/data/Connection.h"
 
 #include <QHash>
@@ -207,9 +208,7 @@ void insertUser(data::Connection &connection, const QString &userName, const QSt
 
 bool isEmptyTable(data::Connection &connection, const QString &table)
 {
-    const data::Rows found =
-        connection.run(u"SELECT COUNT(*) AS NUM FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = ?"_s, {table});
-    return found.integer(0, u"NUM") > 0 && connection.select(u"SELECT FIRST 1 1 AS NUM FROM "_s + table).isEmpty();
+    return data::hasTable(connection, table) && connection.select(u"SELECT FIRST 1 1 AS NUM FROM "_s + table).isEmpty();
 }
 
 void insertSuppliers(data::Connection &connection)

@@ -28,7 +28,6 @@ void ClosedConnections::reopen()
         if (connection)
             connection->open();
     }
-    connections_.clear();
 }
 
 } // namespace host

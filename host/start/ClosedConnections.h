@@ -16,7 +16,7 @@ class ClosedConnections
 public:
     explicit ClosedConnections(const QWidget &mainWindow);
 
-    /// Opens them all again. Throws data::DatabaseError.
+    /// Opens those that are still closed. Throws data::DatabaseError; it may be tried again.
     void reopen();
 
 private:

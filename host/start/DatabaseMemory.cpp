@@ -35,9 +35,9 @@ data::DatabaseAddress addressOf(const QString &entry)
 }
 
 // Keys of an ini file must hold no slash.
-QString passwordKey(const data::DatabaseAddress &database)
+QString passwordKey(const QString &entry)
 {
-    return QString::fromLatin1(entryOf(database).toUtf8().toHex());
+    return QString::fromLatin1(entry.toUtf8().toHex());
 }
 
 // Made before anything is written into it, so that at no moment another account can read it.
@@ -72,7 +72,7 @@ data::DatabaseAddress DatabaseMemory::withPassword(const QString &entry) const
     data::DatabaseAddress address = addressOf(entry);
     if (!address.isEmbedded() && QFile::exists(passwordFile())) {
         const QSettings passwords(passwordFile(), QSettings::IniFormat);
-        address.password = passwords.value(passwordKey(address)).toString();
+        address.password = passwords.value(passwordKey(entry)).toString();
     }
     return address;
 }
@@ -88,47 +88,67 @@ std::optional<data::DatabaseAddress> DatabaseMemory::last() const
 QList<data::DatabaseAddress> DatabaseMemory::recent() const
 {
     QList<data::DatabaseAddress> addresses;
-    const QSettings settings(settingsFile(), QSettings::IniFormat);
-    const QStringList entries = settings.value(recentKey).toStringList();
-    for (const QString &entry : entries)
+    const QStringList all = entries();
+    for (const QString &entry : all)
         addresses.append(withPassword(entry));
     return addresses;
 }
 
 void DatabaseMemory::remember(const data::DatabaseAddress &database, bool keepPassword)
 {
-    QSettings settings(settingsFile(), QSettings::IniFormat);
-    QStringList entries = settings.value(recentKey).toStringList();
-    entries.removeAll(entryOf(database));
-    entries.prepend(entryOf(database));
-    settings.setValue(recentKey, QStringList(entries.mid(0, mostRecent)));
-    if (database.isEmbedded() || (!keepPassword && !QFile::exists(passwordFile())))
+    QStringList all = entries();
+    all.removeAll(entryOf(database));
+    all.prepend(entryOf(database));
+    all = all.mid(0, mostRecent);
+    QSettings(settingsFile(), QSettings::IniFormat).setValue(recentKey, all);
+    const bool keep = keepPassword && !database.isEmbedded();
+    if (!keep && !QFile::exists(passwordFile()))
         return;
+    changePasswords([&](QSettings &passwords) {
+        if (keep)
+            passwords.setValue(passwordKey(entryOf(database)), database.password);
+        else
+            passwords.remove(passwordKey(entryOf(database)));
+        // Those of databases that are no longer remembered must not lie about.
+        const QStringList kept = passwords.allKeys();
+        for (const QString &key : kept) {
+            if (std::none_of(all.begin(), all.end(),
+                             [&key](const QString &entry) { return passwordKey(entry) == key; }))
+                passwords.remove(key);
+        }
+    });
+}
+
+void DatabaseMemory::forget(const data::DatabaseAddress &database)
+{
+    QStringList all = entries();
+    all.removeAll(entryOf(database));
+    QSettings(settingsFile(), QSettings::IniFormat).setValue(recentKey, all);
+    if (QFile::exists(passwordFile()))
+        changePasswords([&](QSettings &passwords) { passwords.remove(passwordKey(entryOf(database))); });
+}
+
+void DatabaseMemory::changePasswords(const std::function<void(QSettings &)> &change) const
+{
     protect(passwordFile());
     {
         QSettings passwords(passwordFile(), QSettings::IniFormat);
         // Written in place: a replaced file would get the account's usual permissions.
         passwords.setAtomicSyncRequired(false);
-        if (keepPassword)
-            passwords.setValue(passwordKey(database), database.password);
-        else
-            passwords.remove(passwordKey(database));
+        change(passwords);
     }
     protect(passwordFile());
 }
 
-void DatabaseMemory::forget(const data::DatabaseAddress &database)
+QStringList DatabaseMemory::entries() const
 {
-    QSettings settings(settingsFile(), QSettings::IniFormat);
-    QStringList entries = settings.value(recentKey).toStringList();
-    entries.removeAll(entryOf(database));
-    settings.setValue(recentKey, entries);
+    return QSettings(settingsFile(), QSettings::IniFormat).value(recentKey).toStringList();
 }
 
 bool DatabaseMemory::keepsPassword(const data::DatabaseAddress &database) const
 {
     return QFile::exists(passwordFile()) &&
-           QSettings(passwordFile(), QSettings::IniFormat).contains(passwordKey(database));
+           QSettings(passwordFile(), QSettings::IniFormat).contains(passwordKey(entryOf(database)));
 }
 
 QString DatabaseMemory::lastUser() const

@@ -1,8 +1,12 @@
 #pragma once
 #include "platform/data/ConnectionString.h"
 
-#include <QList>
+#include <QStringList>
+
+#include <functional>
 #include <optional>
+
+class QSettings;
 
 namespace host {
 
@@ -35,6 +39,8 @@ public:
 
 private:
     QString passwordFile() const;
+    QStringList entries() const;
+    void changePasswords(const std::function<void(QSettings &)> &change) const;
     data::DatabaseAddress withPassword(const QString &entry) const;
 
     QString folder_;

@@ -157,6 +157,23 @@ void DatabasePlace::setFile(const QString &path)
     file_->setText(path);
 }
 
+void DatabasePlace::setAddress(const data::DatabaseAddress &address)
+{
+    if (address.file.isEmpty())
+        return;
+    if (address.isEmbedded()) {
+        setFile(address.file);
+        return;
+    }
+    server_->setChecked(true);
+    setFocusProxy(password_);
+    host_->setText(address.host);
+    port_->setValue(address.port > 0 ? address.port : firebirdPort);
+    serverFile_->setText(address.file);
+    user_->setText(address.user);
+    password_->setText(address.password);
+}
+
 bool DatabasePlace::hasProposedFile() const
 {
     return file_->text() == proposed_;

@@ -30,6 +30,8 @@ public:
     /// What is missing, in a sentence; empty when nothing is.
     QString problem() const;
     void setFile(const QString &path);
+    /// Shows where a database is; an empty address changes nothing.
+    void setAddress(const data::DatabaseAddress &address);
     /// True while the file is still the one proposed by setFile().
     bool hasProposedFile() const;
 

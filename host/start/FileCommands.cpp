@@ -1,5 +1,6 @@
 #include "host/start/FileCommands.h"
 
+#include "host/DatabaseSetup.h"
 #include "host/backup/BackupCommands.h"
 #include "host/start/ClosedConnections.h"
 #include "host/start/DatabaseMemory.h"
@@ -8,9 +9,12 @@
 #include "host/users/Users.h"
 #include "platform/core/Messages.h"
 #include "platform/data/Connection.h"
+#include "platform/data/DatabaseFile.h"
+#include "platform/ui/Dialogs.h"
 #include "platform/ui/TextPrompt.h"
 
 #include <QAction>
+#include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -27,11 +31,10 @@ QAction *firstAction(const QMenu &menu)
 
 } // namespace
 
-FileCommands::FileCommands(MainWindow &window, const data::DatabaseAddress &database, DatabaseMemory &memory,
-                           const QString &folder)
+FileCommands::FileCommands(MainWindow &window, const Opening &opening, DatabaseMemory &memory, const QString &folder)
     : QObject(&window)
     , window_(window)
-    , database_(database)
+    , opening_(opening)
     , memory_(memory)
     , folder_(folder)
     , recent_(new QMenu(u"Apri &recente"_s, &window))
@@ -62,20 +65,14 @@ QAction *FileCommands::add(const QString &name, const QString &caption, void (Fi
 
 void FileCommands::newFirm()
 {
-    const auto firm = askNewFirm(&window_, folder_);
-    if (!firm)
-        return;
-    memory_.remember(firm->database, firm->keepPassword);
-    window_.switchTo({firm->database, firm->commonTables ? FirstRows::CommonTables : FirstRows::None});
+    if (const auto opening = newFirmToOpen(&window_, folder_, memory_))
+        window_.switchTo(*opening);
 }
 
 void FileCommands::openDatabase()
 {
-    const auto chosen = askDatabase(&window_, folder_);
-    if (!chosen)
-        return;
-    memory_.remember(chosen->address, chosen->keepPassword);
-    window_.switchTo({chosen->address});
+    if (const auto opening = databaseToOpen(&window_, folder_))
+        window_.switchTo(*opening);
 }
 
 void FileCommands::listRecent()
@@ -85,52 +82,84 @@ void FileCommands::listRecent()
     int number = 0;
     for (const data::DatabaseAddress &database : databases) {
         QAction *action = recent_->addAction(u"&%1 %2"_s.arg(++number).arg(database.toString()));
-        connect(action, &QAction::triggered, this, [this, database] { window_.switchTo({database}); });
+        connect(action, &QAction::triggered, this,
+                [this, database] { core::guarded(&window_, [this, &database] { openRecent(database); }); });
     }
-    recent_->setToolTipsVisible(true);
+}
+
+// What does not open must not cost the session that is open. A refused password is asked for later.
+void FileCommands::openRecent(const data::DatabaseAddress &database)
+{
+    const data::OpenFailure failure = [&database] {
+        const ui::WaitCursor wait;
+        return data::checkDatabase(database).failure;
+    }();
+    if (failure == data::OpenFailure::Missing) {
+        if (core::confirm(&window_, openProblem(database) + u"\n\rToglierlo dall'elenco?"_s))
+            memory_.forget(database);
+        return;
+    }
+    if (failure != data::OpenFailure::Refused)
+        requireDatabase(database);
+    window_.switchTo({.database = database, .keepPassword = memory_.keepsPassword(database)});
 }
 
 // The backup program opens the file itself, which an embedded database allows to one process at a time.
 void FileCommands::backUp()
 {
-    const QString file = chooseBackupFile(&window_, database_);
+    const QString file = chooseBackupFile(&window_, opening_.database);
     if (file.isEmpty())
         return;
-    if (!database_.isEmbedded()) {
-        makeBackup(&window_, database_, file);
+    if (!opening_.database.isEmbedded()) {
+        makeBackup(&window_, opening_.database, file, [] {});
         return;
     }
     ClosedConnections closed(window_);
-    makeBackup(&window_, database_, file);
-    closed.reopen();
+    makeBackup(&window_, opening_.database, file, [this, &closed] {
+        // Another program may have opened the file first; what is typed in the forms needs the connections.
+        while (!core::guarded(&window_, [&closed] { closed.reopen(); }) &&
+               core::confirm(&window_, u"L'archivio non si può riaprire.\n\rRiprovare?"_s)) {
+        }
+    });
 }
 
-// On a server no database is replaced: other workstations may be working on it.
 void FileCommands::restore()
 {
     if (!userHasRight(GetKxCurrentUserName(), fullControl, *window_.findChild<data::Connection *>())) {
         core::refuseForRights(&window_);
         return;
     }
-    const QString file = chooseRestoreFile(&window_);
-    if (file.isEmpty())
-        return;
-    Opening opening{.database = database_, .restoreFrom = file};
-    if (database_.isEmbedded()) {
-        if (!core::confirm(&window_,
-                           u"I dati attuali verranno sostituiti da quelli della copia;\n\rl'archivio attuale resta "
-                           "accanto al nuovo, con un altro nome.\n\rContinuare?"_s))
-            return;
-    } else {
-        const auto name = ui::askText(&window_, {.title = u"Ripristina sul server"_s,
-                                                 .label = u"File del nuovo database sul server"_s,
-                                                 .initial = database_.file,
-                                                 .maxLength = 255});
-        if (!name)
-            return;
-        opening.database.file = *name;
-    }
-    window_.switchTo(opening);
+    Opening restored = opening_;
+    restored.before = opening_.database;
+    restored.restoreFrom = chooseRestoreFile(&window_);
+    if (!restored.restoreFrom.isEmpty() && confirmTarget(restored.database))
+        window_.switchTo(restored);
+}
+
+// On a server no database is replaced: other workstations may be working on it.
+bool FileCommands::confirmTarget(data::DatabaseAddress &target)
+{
+    if (target.isEmbedded())
+        return core::confirm(&window_,
+                             u"I dati attuali verranno sostituiti da quelli della copia;\n\rl'archivio attuale resta "
+                             "accanto al nuovo, con un altro nome.\n\rContinuare?"_s);
+    const QFileInfo current(target.file);
+    const auto isFree = [this, &target](const QString &name) {
+        data::DatabaseAddress made = target;
+        made.file = name;
+        const bool missing = data::checkDatabase(made).failure == data::OpenFailure::Missing;
+        if (!missing)
+            core::warn(&window_, u"Sul server esiste già il database \"%1\": indicare un nome nuovo."_s.arg(name));
+        return missing;
+    };
+    const auto name =
+        ui::askText(&window_, {.title = u"Ripristina sul server"_s,
+                               .label = u"File del nuovo database sul server"_s,
+                               .initial = u"%1/%2-ripristinato.fdb"_s.arg(current.path(), current.completeBaseName()),
+                               .maxLength = 255,
+                               .accept = isFree});
+    target.file = name.value_or(QString());
+    return name.has_value();
 }
 
 } // namespace host

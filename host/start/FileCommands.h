@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/data/ConnectionString.h"
+#include "host/start/Opening.h"
 
 #include <QObject>
 
@@ -17,21 +17,22 @@ class FileCommands : public QObject
     Q_OBJECT
 
 public:
-    /// Adds them in front of what `window`'s menu holds; `database` is the one that is open, and `folder` is where new
-    /// files are proposed.
-    FileCommands(MainWindow &window, const data::DatabaseAddress &database, DatabaseMemory &memory,
-                 const QString &folder);
+    /// Adds them in front of what `window`'s menu holds; `opening` is what is open, and `folder` is where new files are
+    /// proposed.
+    FileCommands(MainWindow &window, const Opening &opening, DatabaseMemory &memory, const QString &folder);
 
 private:
     QAction *add(const QString &name, const QString &caption, void (FileCommands::*run)());
     void newFirm();
     void openDatabase();
     void listRecent();
+    void openRecent(const data::DatabaseAddress &database);
     void backUp();
     void restore();
+    bool confirmTarget(data::DatabaseAddress &target);
 
     MainWindow &window_;
-    data::DatabaseAddress database_;
+    Opening opening_;
     DatabaseMemory &memory_;
     QString folder_;
     QMenu *recent_;

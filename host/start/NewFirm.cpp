@@ -3,6 +3,7 @@
 #include "host/Application.h"
 #include "host/DatabaseSetup.h"
 #include "host/schema/DemoData.h"
+#include "host/start/FirstRows.h"
 #include "host/users/Users.h"
 #include "platform/data/Connection.h"
 
@@ -34,15 +35,17 @@ void nameFirstUser(const NewFirm &firm, data::Connection &connection)
 
 void createFirm(const NewFirm &firm)
 {
-    createHostDatabase(firm.database, [&firm](data::Connection &connection) {
+    createFilledDatabase(firm.database, [&firm](data::Connection &connection) {
         {
             data::Transaction transaction(connection);
             insertCompany(firm, connection);
             nameFirstUser(firm, connection);
             transaction.commit();
         }
-        if (firm.commonTables)
-            insertCommonTables(connection);
+        if (!firm.commonTables)
+            return;
+        insertCommonTables(connection);
+        noteFirstRows(FirstRows::CommonTables, connection);
     });
 }
 

@@ -1,22 +1,20 @@
 #pragma once
 #include "platform/data/ConnectionString.h"
 
-namespace host {
+#include <optional>
 
-/// What a database that was just created gets once the modules have made their tables.
-enum class FirstRows
-{
-    None,
-    Demo,
-    CommonTables
-};
+namespace host {
 
 /// A database to work on.
 struct Opening
 {
     data::DatabaseAddress database;
-    FirstRows firstRows = FirstRows::None;
-    QString restoreFrom = {}; ///< a backup to be restored as this database before it is opened
+    bool keepPassword = false; ///< of a server
+    QString restoreFrom = {};  ///< a backup to be restored as this database before it is opened
+    /// To go back to when the backup cannot be restored.
+    std::optional<data::DatabaseAddress> before = {};
+    /// Named on the command line: not remembered, and the program ends when it does not open.
+    bool fromCommandLine = false;
 };
 
 } // namespace host

@@ -1,6 +1,7 @@
 #include "host/start/StartDialogs.h"
 
 #include "host/DatabaseSetup.h"
+#include "host/start/DatabaseMemory.h"
 #include "host/start/DatabasePlace.h"
 #include "host/users/PasswordDialogs.h"
 #include "platform/core/Messages.h"
@@ -155,17 +156,21 @@ private:
 
 } // namespace
 
-FirstStart askFirstStart()
+FirstStart askFirstStart(const QString &tried)
 {
     QDialog dialog;
     dialog.setObjectName(u"frmPrimoAvvio"_s);
     dialog.setWindowTitle(u"Benvenuti in Corvane"_s);
     auto *layout = new QVBoxLayout(&dialog);
     layout->setContentsMargins(20, 16, 20, 20);
-    auto *title = new QLabel(u"<big><b>Come si vuole cominciare?</b></big>"_s, &dialog);
+    auto *title = new QLabel(
+        u"<big><b>Come si vuole %1?</b></big>"_s.arg(tried.isEmpty() ? u"cominciare"_s : u"continuare"_s), &dialog);
     layout->addWidget(title);
+    QList<StartButton> buttons = startButtons();
+    if (!tried.isEmpty())
+        buttons.prepend({u"cmdRiprova"_s, u"Riprovare"_s, tried, FirstStart::Again});
     FirstStart choice = FirstStart::GiveUp;
-    for (const StartButton &spec : startButtons()) {
+    for (const StartButton &spec : std::as_const(buttons)) {
         auto *button = new QCommandLinkButton(spec.caption, spec.explanation, &dialog);
         button->setObjectName(spec.name);
         button->setAutoDefault(false);
@@ -188,11 +193,21 @@ std::optional<NewFirm> askNewFirm(QWidget *owner, const QString &folder)
     return dialog.firm();
 }
 
-std::optional<ChosenDatabase> askDatabase(QWidget *owner, const QString &folder)
+std::optional<Opening> newFirmToOpen(QWidget *owner, const QString &folder, DatabaseMemory &memory)
+{
+    const auto firm = askNewFirm(owner, folder);
+    if (!firm)
+        return {};
+    memory.remember(firm->database, firm->keepPassword);
+    return Opening{.database = firm->database, .keepPassword = firm->keepPassword};
+}
+
+std::optional<Opening> databaseToOpen(QWidget *owner, const QString &folder, const data::DatabaseAddress &proposed)
 {
     ui::FormDialog dialog(u"Apri archivio"_s, owner);
     dialog.setObjectName(u"frmApriArchivio"_s);
     auto *place = new DatabasePlace(DatabasePlace::Purpose::Open, folder, &dialog);
+    place->setAddress(proposed);
     dialog.addRow({}, place);
     place->setFocus();
     dialog.setMinimumWidth(560);
@@ -200,7 +215,7 @@ std::optional<ChosenDatabase> askDatabase(QWidget *owner, const QString &folder)
         QString problem = place->problem();
         if (problem.isEmpty()) {
             const ui::WaitCursor wait;
-            problem = openProblem(place->address());
+            problem = databaseProblem(place->address());
         }
         if (!problem.isEmpty())
             core::warn(&dialog, problem);
@@ -208,7 +223,7 @@ std::optional<ChosenDatabase> askDatabase(QWidget *owner, const QString &folder)
     });
     if (ui::runModal(dialog) != QDialog::Accepted)
         return {};
-    return ChosenDatabase{place->address(), place->keepPassword()};
+    return Opening{.database = place->address(), .keepPassword = place->keepPassword()};
 }
 
 } // namespace host

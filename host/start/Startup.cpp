@@ -5,6 +5,7 @@
 #include "host/schema/DemoData.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/FileCommands.h"
+#include "host/start/FirstRows.h"
 #include "host/start/Opening.h"
 #include "host/start/StartDialogs.h"
 #include "host/ui/MainWindow.h"
@@ -26,10 +27,17 @@ namespace host {
 
 namespace {
 
-data::DatabaseAddress commandLineDatabase(const StartOptions &options)
+data::DatabaseAddress demoDatabase(const QString &folder)
+{
+    data::DatabaseAddress address;
+    address.file = folder + u"/corvane.fdb"_s;
+    return address;
+}
+
+data::DatabaseAddress commandLineDatabase(const StartOptions &options, const QString &folder)
 {
     data::DatabaseAddress address =
-        options.database.isEmpty() ? defaultDatabase() : data::DatabaseAddress::parse(options.database);
+        options.database.isEmpty() ? demoDatabase(folder) : data::DatabaseAddress::parse(options.database);
     if (address.isEmbedded()) {
         address.file = QFileInfo(address.file).absoluteFilePath();
         return address;
@@ -40,36 +48,26 @@ data::DatabaseAddress commandLineDatabase(const StartOptions &options)
     return address;
 }
 
-void requireOpening(const data::DatabaseAddress &address)
+void createDemo(const data::DatabaseAddress &address)
 {
-    if (const QString problem = openProblem(address); !problem.isEmpty())
-        throw core::Error(problem);
-}
-
-bool isMissing(const data::DatabaseAddress &address)
-{
-    return data::checkDatabase(address).failure == data::OpenFailure::Missing;
+    createFilledDatabase(address, [](data::Connection &connection) {
+        insertDemoMasterData(connection);
+        noteFirstRows(FirstRows::Demo, connection);
+    });
 }
 
 // The database of the command line, created where that was asked for.
-Opening fromCommandLine(const StartOptions &options)
+data::DatabaseAddress fromCommandLine(const StartOptions &options, const QString &folder)
 {
-    Opening opening{commandLineDatabase(options)};
+    data::DatabaseAddress address = commandLineDatabase(options, folder);
     const bool mayCreate = options.database.isEmpty() || options.empty;
-    if (mayCreate && isMissing(opening.database)) {
-        createHostDatabase(opening.database, !options.empty);
-        if (!options.empty)
-            opening.firstRows = FirstRows::Demo;
+    if (mayCreate && data::checkDatabase(address).failure == data::OpenFailure::Missing) {
+        if (options.empty)
+            createHostDatabase(address, false);
+        else
+            createDemo(address);
     }
-    return opening;
-}
-
-void insertFirstRows(FirstRows rows, data::Connection &connection)
-{
-    if (rows == FirstRows::Demo)
-        insertDemoWarehouseData(connection);
-    if (rows == FirstRows::CommonTables)
-        insertCommonWarehouseTables(connection);
+    return address;
 }
 
 class Startup
@@ -86,75 +84,81 @@ public:
 
 private:
     std::optional<Opening> first();
-    std::optional<Opening> ask();
+    std::optional<Opening> ask(const Opening &tried);
+    std::optional<Opening> chosen(FirstStart choice, const Opening &tried);
     std::optional<Opening> demo();
-    bool askServerPassword(data::DatabaseAddress &address);
-    QString login(const data::DatabaseAddress &address);
-    std::optional<Opening> work(const Opening &opening);
-    std::optional<Opening> workAndBackUp(const Opening &opening);
+    bool askServerPassword(data::DatabaseAddress &address) const;
+    Login login(const data::DatabaseAddress &address, bool fromCommandLine);
+    std::optional<Opening> open(const Opening &opening);
+    std::optional<Opening> work(const Opening &opening, const QString &user);
 
     StartOptions options_;
     QString folder_;
     DatabaseMemory memory_;
-    bool worked_ = false; // somebody logged in and may have changed something
+    QList<data::DatabaseAddress> worked_; // that somebody may have changed
 };
 
 std::optional<Opening> Startup::first()
 {
     if (!options_.database.isEmpty() || options_.empty)
-        return fromCommandLine(options_);
+        return Opening{.database = fromCommandLine(options_, folder_), .fromCommandLine = true};
     if (const auto last = memory_.last())
-        return Opening{*last};
-    if (QFileInfo::exists(defaultDatabase().file))
-        return Opening{defaultDatabase()};
-    return ask();
+        return Opening{.database = *last, .keepPassword = memory_.keepsPassword(*last)};
+    if (QFileInfo::exists(demoDatabase(folder_).file))
+        return Opening{.database = demoDatabase(folder_)};
+    return ask({});
 }
 
 std::optional<Opening> Startup::demo()
 {
-    Opening opening{defaultDatabase()};
     const ui::WaitCursor wait;
-    if (isMissing(opening.database)) {
-        createHostDatabase(opening.database, true);
-        opening.firstRows = FirstRows::Demo;
-    }
-    memory_.remember(opening.database, false);
-    return opening;
+    const data::DatabaseAddress address = demoDatabase(folder_);
+    if (data::checkDatabase(address).failure == data::OpenFailure::Missing)
+        createDemo(address);
+    return Opening{.database = address};
 }
 
-// Until something can be opened or the user gives up.
-std::optional<Opening> Startup::ask()
+std::optional<Opening> Startup::chosen(FirstStart choice, const Opening &tried)
+{
+    switch (choice) {
+    case FirstStart::Again:
+        return tried;
+    case FirstStart::Demo:
+        return demo();
+    case FirstStart::NewFirm:
+        return newFirmToOpen(nullptr, folder_, memory_);
+    case FirstStart::Open:
+        return databaseToOpen(nullptr, folder_, tried.database);
+    case FirstStart::GiveUp:
+        break;
+    }
+    return {};
+}
+
+// Until there is something to open or the user gives up. `tried` is what was just tried in vain, if anything.
+std::optional<Opening> Startup::ask(const Opening &tried)
 {
     for (;;) {
-        const FirstStart choice = askFirstStart();
+        const FirstStart choice = askFirstStart(tried.database.toString());
         if (choice == FirstStart::GiveUp)
             return {};
         std::optional<Opening> opening;
-        core::guarded(nullptr, [&] {
-            if (choice == FirstStart::Demo)
-                opening = demo();
-            if (choice == FirstStart::NewFirm) {
-                if (const auto firm = askNewFirm(nullptr, folder_)) {
-                    memory_.remember(firm->database, firm->keepPassword);
-                    opening = Opening{firm->database, firm->commonTables ? FirstRows::CommonTables : FirstRows::None};
-                }
-            }
-            if (choice == FirstStart::Open) {
-                if (const auto chosen = askDatabase(nullptr, folder_)) {
-                    memory_.remember(chosen->address, chosen->keepPassword);
-                    opening = Opening{chosen->address};
-                }
-            }
-        });
+        core::guarded(nullptr, [&] { opening = chosen(choice, tried); });
         if (opening)
             return opening;
     }
 }
 
 // A password that is missing or was changed is asked for as long as the server refuses it.
-bool Startup::askServerPassword(data::DatabaseAddress &address)
+bool Startup::askServerPassword(data::DatabaseAddress &address) const
 {
-    while (!address.isEmbedded() && data::checkDatabase(address).failure == data::OpenFailure::Refused) {
+    const auto refused = [&address] {
+        const ui::WaitCursor wait;
+        return !address.isEmbedded() && data::checkDatabase(address).failure == data::OpenFailure::Refused;
+    };
+    for (bool again = !address.password.isEmpty(); refused(); again = true) {
+        if (again)
+            core::warn(nullptr, openProblem(address));
         const auto password =
             ui::askText(nullptr, {.title = u"Accesso al server"_s,
                                   .label = u"Password di %1 sul server %2"_s.arg(address.user, address.host),
@@ -166,52 +170,54 @@ bool Startup::askServerPassword(data::DatabaseAddress &address)
     return true;
 }
 
-QString Startup::login(const data::DatabaseAddress &address)
+Login Startup::login(const data::DatabaseAddress &address, bool fromCommandLine)
 {
     data::Connection connection;
     connection.setConnectionString(data::nativeConnectionString(address));
     connection.open();
-    const QString proposed = options_.user.isEmpty() ? memory_.lastUser() : options_.user;
+    const QString proposed = fromCommandLine && !options_.user.isEmpty() ? options_.user : memory_.lastUser();
     const QStringList known = activeUsers(connection);
-    QString user =
+    Login result =
         logIn(nullptr, known.contains(proposed, Qt::CaseInsensitive) ? proposed : known.value(0), connection);
-    if (!user.isEmpty())
-        memory_.rememberUser(user);
-    return user;
+    if (!result.user.isEmpty() && !fromCommandLine)
+        memory_.rememberUser(result.user);
+    return result;
 }
 
-// One session, from the login to the closed window. Returns what to open next.
-std::optional<Opening> Startup::work(const Opening &opening)
-{
-    data::DatabaseAddress address = opening.database;
-    if (!askServerPassword(address))
-        return {};
-    requireOpening(address);
-    const QString user = login(address);
-    if (user.isEmpty())
-        return {};
-    Session session(address, user, memory_.settingsFile());
-    session.startModules(QCoreApplication::applicationDirPath());
-    insertFirstRows(opening.firstRows, session.connection());
-    if (options_.database.isEmpty())
-        memory_.remember(address, memory_.keepsPassword(address));
-    new FileCommands(session.window(), address, memory_, folder_);
-    session.window().show();
-    worked_ = true;
-    QApplication::exec();
-    return session.window().nextDatabase();
-}
-
-// A session from the restored backup, if there is one, to the backup of the day.
-std::optional<Opening> Startup::workAndBackUp(const Opening &opening)
+// From the backup to be restored, if any, through the login to the closed window. Returns what to open next; where the
+// user turned back, that is the user's choice.
+std::optional<Opening> Startup::open(const Opening &opening)
 {
     if (!opening.restoreFrom.isEmpty() && !restoreBackup(nullptr, opening.restoreFrom, opening.database))
-        // On a server the new database was not made: back to the one before.
-        return memory_.last() ? work({*memory_.last()}) : std::nullopt;
-    const std::optional<Opening> next = work(opening);
-    if (!next && worked_)
-        backupAtExit(nullptr, folder_ + u"/backup"_s, opening.database);
-    return next;
+        return Opening{.database = opening.before.value_or(opening.database),
+                       .keepPassword = opening.keepPassword,
+                       .fromCommandLine = opening.fromCommandLine};
+    Opening opened = opening;
+    opened.restoreFrom.clear();
+    if (!askServerPassword(opened.database))
+        return ask(opened);
+    requireDatabase(opened.database);
+    const Login entered = login(opened.database, opened.fromCommandLine);
+    if (entered.lockedOut)
+        return {};
+    if (entered.user.isEmpty())
+        return ask(opened);
+    if (!opened.fromCommandLine)
+        memory_.remember(opened.database, opened.keepPassword);
+    return work(opened, entered.user);
+}
+
+std::optional<Opening> Startup::work(const Opening &opening, const QString &user)
+{
+    Session session(opening.database, user, memory_.settingsFile());
+    session.startModules(QCoreApplication::applicationDirPath());
+    insertNotedFirstRows(session.connection());
+    new FileCommands(session.window(), opening, memory_, folder_);
+    worked_.removeIf([&](const data::DatabaseAddress &one) { return one.toString() == opening.database.toString(); });
+    worked_.append(opening.database);
+    session.window().show();
+    QApplication::exec();
+    return session.window().nextDatabase();
 }
 
 void Startup::run()
@@ -220,32 +226,29 @@ void Startup::run()
     while (next) {
         const Opening current = *next;
         next.reset();
-        // A database of the command line that fails ends the program; any other leaves the choice of another one.
-        if (!options_.database.isEmpty())
-            next = workAndBackUp(current);
-        else if (!core::guarded(nullptr, [&] { next = workAndBackUp(current); }))
-            next = ask();
-        options_.database.clear();
-        options_.empty = false;
-        options_.user.clear();
+        if (current.fromCommandLine)
+            next = open(current);
+        else if (!core::guarded(nullptr, [&] { next = open(current); }))
+            next = ask(current);
     }
+    for (const data::DatabaseAddress &database : std::as_const(worked_))
+        backupAtExit(nullptr, folder_ + u"/backup"_s, database);
 }
 
 } // namespace
 
-int runSessions(const StartOptions &options)
+void runSessions(const StartOptions &options, const QString &folder)
 {
-    Startup(options, QFileInfo(defaultDatabase().file).absolutePath()).run();
-    return 0;
+    Startup(options, folder).run();
 }
 
-void upgradeDatabase(const StartOptions &options)
+void upgradeDatabase(const StartOptions &options, const QString &folder)
 {
-    const Opening opening = fromCommandLine(options);
-    requireOpening(opening.database);
-    Session session(opening.database, options.user.isEmpty() ? administrator : options.user, {});
+    const data::DatabaseAddress address = fromCommandLine(options, folder);
+    requireDatabase(address);
+    Session session(address, options.user.isEmpty() ? administrator : options.user, {});
     session.startModules(QCoreApplication::applicationDirPath());
-    insertFirstRows(opening.firstRows, session.connection());
+    insertNotedFirstRows(session.connection());
 }
 
 } // namespace host

@@ -3,9 +3,9 @@
 #include "host/Application.h"
 #include "host/HostCommands.h"
 #include "host/IntfPack.h"
-#include "host/schema/DemoData.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/FileCommands.h"
+#include "host/start/FirstRows.h"
 #include "host/start/StartDialogs.h"
 #include "host/tour/TourDriver.h"
 #include "host/ui/MainWindow.h"
@@ -122,7 +122,7 @@ QString FirmTour::login(const data::DatabaseAddress &database)
         type(&dialog, u"txtPassword"_s, password);
         driver_.press(&dialog, u"cmdOk"_s);
     });
-    QString user = logIn(nullptr, userName, connection);
+    QString user = logIn(nullptr, userName, connection).user;
     driver_.check(u"utente"_s, user, userName);
     return user;
 }
@@ -220,7 +220,7 @@ void FirmTour::backup(const data::DatabaseAddress &database)
 {
     driver_.tell(u"La copia di sicurezza, verificata"_s);
     DatabaseMemory memory(driver_.folder());
-    FileCommands commands(session_->window(), database, memory, driver_.folder());
+    FileCommands commands(session_->window(), {.database = database}, memory, driver_.folder());
     const QString copy = file(u"ferramenta.fbk"_s);
     QFile::remove(copy);
     const auto restore = qScopeGuard([] { ui::setSaveFileChooser({}); });
@@ -240,7 +240,7 @@ void FirmTour::run()
     Session session(database, login(database), {});
     session_ = &session;
     session.startModules(QCoreApplication::applicationDirPath());
-    insertCommonWarehouseTables(session.connection());
+    insertNotedFirstRows(session.connection());
     session.window().show();
     importArticles();
     customer();

@@ -1,6 +1,7 @@
 #include "host/transfer/ImportLookups.h"
 
 #include "platform/core/Format.h"
+#include "platform/data/Catalogue.h"
 #include "platform/data/Connection.h"
 
 using namespace Qt::StringLiterals;
@@ -107,10 +108,7 @@ QList<ImportTarget> availableTargets(data::Connection &connection)
 {
     QList<ImportTarget> available;
     for (const ImportTarget &target : importTargets()) {
-        const data::Rows found =
-            connection.select(u"SELECT COUNT(*) AS TABELLE FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = :NOME"_s,
-                              {{u"NOME"_s, target.table}});
-        if (found.integer(0, u"TABELLE") > 0)
+        if (data::hasTable(connection, target.table))
             available.append(target);
     }
     return available;

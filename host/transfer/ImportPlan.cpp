@@ -5,7 +5,6 @@
 #include "platform/core/Decimal.h"
 
 #include <QHash>
-#include <QRegularExpression>
 #include <QSet>
 
 using namespace Qt::StringLiterals;
@@ -15,14 +14,6 @@ namespace host {
 namespace {
 
 using Kind = ImportField::Kind;
-
-// A VAT number without its country, where only that fits.
-QString shortVatNumber(const QString &text, int length)
-{
-    static const QRegularExpression withCountry(u"^IT(\\d+)$"_s);
-    const auto match = withCountry.match(text);
-    return match.hasMatch() && text.size() == length + 2 ? match.captured(1) : text;
-}
 
 /// One pass over a file.
 class Planner
@@ -83,7 +74,7 @@ private:
         if (spec.kind != Kind::Memo)
             text.replace(u'\n', u' ');
         if (spec.kind == Kind::UpperText)
-            text = shortVatNumber(text.toUpper(), spec.maxLength);
+            text = text.toUpper();
         return text;
     }
 

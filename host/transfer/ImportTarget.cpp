@@ -39,8 +39,7 @@ QList<ImportField> articleFields()
     };
 }
 
-/// `vatLength` characters of the VAT number: the warehouse's own table holds it without the country.
-QList<ImportField> firmFields(const QString &kind, int vatLength)
+QList<ImportField> firmFields(const QString &kind)
 {
     const ImportLookup payment = {
         .table = u"TIPI_PAGAMENTO"_s, .key = u"IDTIPO_PAGAMENTO"_s, .column = u"TIPO_PAGAMENTO"_s};
@@ -53,7 +52,7 @@ QList<ImportField> firmFields(const QString &kind, int vatLength)
         {u"PROVINCIA"_s, u"Provincia"_s, {u"Prov."_s, u"PR"_s}, Kind::UpperText, 2},
         {u"NAZIONE"_s, u"Nazione"_s, {u"Paese"_s, u"Stato"_s}, Kind::Text, 30},
         {u"CODICEFISCALE"_s, u"Codice fiscale"_s, {u"Cod. fiscale"_s, u"C.F."_s}, Kind::UpperText, 16},
-        {u"PARTITAIVA"_s, u"Partita IVA"_s, {u"P. IVA"_s, u"Part. IVA"_s}, Kind::UpperText, vatLength},
+        {u"PARTITAIVA"_s, u"Partita IVA"_s, {u"P. IVA"_s, u"Part. IVA"_s}, Kind::UpperText, 13},
         {u"IDTIPO_PAGAMENTO"_s, u"Tipo di pagamento"_s, {u"Pagamento"_s}, Kind::Lookup, 0, false, payment},
         {u"TELEFONO1"_s, u"Telefono 1"_s, {u"Telefono"_s, u"Tel."_s}, Kind::Text, 20},
         {u"TELEFONO2"_s, u"Telefono 2"_s, {u"Cellulare"_s}, Kind::Text, 20},
@@ -90,8 +89,8 @@ const QList<ImportTarget> &importTargets()
 {
     static const QList<ImportTarget> targets = {
         {u"Articoli"_s, u"ANA_MAGA"_s, u"IDANA_MAGA"_s, articleFields()},
-        {u"Clienti"_s, u"CLIENTI"_s, u"IDCLIENTE"_s, firmFields(u"cliente"_s, 13)},
-        {u"Fornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s, firmFields(u"fornitore"_s, 11)},
+        {u"Clienti"_s, u"CLIENTI"_s, u"IDCLIENTE"_s, firmFields(u"cliente"_s)},
+        {u"Fornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s, firmFields(u"fornitore"_s)},
     };
     return targets;
 }

@@ -105,8 +105,10 @@ void writeImport(data::Connection &connection, const ImportTarget &target, const
             writer.write(record);
         } catch (const data::DatabaseError &error) {
             core::logError(u"importazione"_s, error);
-            throw core::Error(u"Riga %1: il database ha rifiutato il record; forse un'altra postazione lo ha appena "
-                              "inserito o eliminato.\n\rNulla è stato importato."_s.arg(record.line));
+            throw core::Error(
+                u"Il database non ha accettato il record della riga %1.\n\rNulla è stato importato: se il "
+                "database risponde ancora, controllare il file e riprovare.\n\rIl motivo si trova nel "
+                "registro del programma."_s.arg(record.line));
         }
         progress.step(++done);
     }

@@ -33,7 +33,7 @@ void CategoryField::selectKey(int key)
     tree_->selectKey(key);
 }
 
-void CategoryField::clear()
+void CategoryField::fill()
 {
     tree_->clearTree();
     // Here the first entry stands for no choice, not for all of them.
@@ -41,11 +41,18 @@ void CategoryField::clear()
     FillTreeView(*tree_, spec_.categories.key, u"CATEGORIA"_s, u"IDPADRE"_s, spec_.categories.table,
                  u"ORDER BY CATEGORIA"_s, connection_);
     UpdateTreeNodeImages(*tree_, 77, 76);
+}
+
+void CategoryField::clear()
+{
+    fill();
     tree_->selectKey(-1);
 }
 
 void CategoryField::load(const data::DataSet &record)
 {
+    // A category made since the form was opened must be found: what is not found would be stored as none.
+    fill();
     tree_->selectKey(record.integer(spec_.column, -1));
 }
 

@@ -34,7 +34,7 @@ struct CategorySpec
     QVariant none; ///< stored when no category is chosen
 };
 
-/// The category of a record, chosen from the tree; clearing reloads the tree.
+/// The category of a record, chosen from the tree, which is read anew for every record.
 class CategoryField : public ui::Field
 {
     Q_OBJECT
@@ -52,6 +52,8 @@ public:
     void write(data::DataSet &record) const override;
 
 private:
+    void fill();
+
     CategorySpec spec_;
     data::Connection &connection_;
     CategoryTree *tree_;

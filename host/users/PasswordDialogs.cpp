@@ -78,7 +78,7 @@ void changeOwnPassword(QWidget *owner, data::Connection &connection)
         core::inform(owner, u"La password è stata cambiata."_s);
 }
 
-QString logIn(QWidget *owner, const QString &proposed, data::Connection &connection)
+Login logIn(QWidget *owner, const QString &proposed, data::Connection &connection)
 {
     ui::FormDialog dialog(u"Accesso a Corvane"_s, owner);
     dialog.setObjectName(u"frmAccesso"_s);
@@ -91,23 +91,23 @@ QString logIn(QWidget *owner, const QString &proposed, data::Connection &connect
     QLineEdit *password = addPassword(dialog, u"txtPassword"_s, u"Password"_s);
     auto *hint = new QLabel(&dialog);
     dialog.addRow({}, hint);
+    const QStringList open = usersWithoutPassword(connection);
     const auto showHint = [&] {
-        const bool open = !hasPassword(name->currentText(), connection) &&
-                          name->findText(name->currentText(), Qt::MatchFixedString) >= 0;
-        hint->setText(open ? u"Questo utente non ha una password: premere OK."_s : u" "_s);
+        const bool isOpen = open.contains(name->currentText().trimmed(), Qt::CaseInsensitive);
+        hint->setText(isOpen ? u"Questo utente non ha una password: premere OK."_s : u" "_s);
     };
     QObject::connect(name, &QComboBox::currentTextChanged, &dialog, showHint);
     showHint();
     password->setFocus();
 
-    QString user;
+    Login result;
     int wrong = 0;
     dialog.setCheck([&] {
         {
             const ui::WaitCursor wait;
-            user = authenticate(name->currentText(), password->text(), connection);
+            result.user = authenticate(name->currentText(), password->text(), connection);
         }
-        if (!user.isEmpty())
+        if (!result.user.isEmpty())
             return true;
         if (++wrong < attempts) {
             core::warn(&dialog, u"Nome utente o password non corretti."_s);
@@ -116,10 +116,12 @@ QString logIn(QWidget *owner, const QString &proposed, data::Connection &connect
             return false;
         }
         core::warn(&dialog, u"Nome utente o password non corretti per tre volte:\n\ril programma viene chiuso."_s);
+        result.lockedOut = true;
         dialog.reject();
         return false;
     });
-    return ui::runModal(dialog) == QDialog::Accepted ? user : QString();
+    ui::runModal(dialog);
+    return result;
 }
 
 } // namespace host

@@ -21,8 +21,14 @@ std::optional<QString> askNewPassword(QWidget *owner);
 /// Lets the current user change the password, the old one asked first.
 void changeOwnPassword(QWidget *owner, data::Connection &connection);
 
-/// The login: `proposed` stands in the name's box. Returns the name of the user, empty when the user gave up or after
-/// three wrong passwords, which is told.
-QString logIn(QWidget *owner, const QString &proposed, data::Connection &connection);
+/// How a login ended.
+struct Login
+{
+    QString user;           ///< as stored; empty without one
+    bool lockedOut = false; ///< three wrong passwords, and not just given up
+};
+
+/// The login: `proposed` stands in the name's box. Three wrong passwords are told. Throws data::DatabaseError.
+Login logIn(QWidget *owner, const QString &proposed, data::Connection &connection);
 
 } // namespace host

@@ -196,6 +196,7 @@ void UserEntry::recordSaved()
 
 void UserEntry::writeComputed(data::DataSet &record) const
 {
+    RegisterEntry::writeComputed(record);
     if (!newHash_.isEmpty())
         record.setValue(u"PASSWORD_HASH"_s, newHash_);
 }
@@ -208,7 +209,7 @@ void UserEntry::writeDetails()
     roles_->write(textOf(u"USER_NAME"_s), connection());
     // Another workstation may have taken the right away from the others in the meantime.
     if (administratorsExcept({}, 0, connection()) == 0)
-        throw core::Error(lastAdministrator);
+        throw ui::SaveRefused(lastAdministrator);
 }
 
 RoleEntry::RoleEntry(data::Connection &connection, QWidget *owner)
@@ -253,7 +254,7 @@ void RoleEntry::writeDetails()
 {
     rights_->write(IdRecord(), connection());
     if (administratorsExcept({}, 0, connection()) == 0)
-        throw core::Error(lastAdministrator);
+        throw ui::SaveRefused(lastAdministrator);
 }
 
 } // namespace host

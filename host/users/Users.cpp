@@ -16,22 +16,26 @@ data::Rows userRow(const QString &userName, data::Connection &connection)
                              {{u"NOME"_s, userName.trimmed().toUpper()}});
 }
 
-} // namespace
-
-QStringList activeUsers(data::Connection &connection)
+QStringList userNames(const QString &condition, data::Connection &connection)
 {
     const data::Rows rows =
-        connection.select(u"SELECT USER_NAME FROM UTENTI WHERE ATTIVO = 'True' ORDER BY UPPER(USER_NAME)"_s);
+        connection.select(u"SELECT USER_NAME FROM UTENTI WHERE %1 ORDER BY UPPER(USER_NAME)"_s.arg(condition));
     QStringList names;
     for (qsizetype row = 0; row < rows.size(); ++row)
         names.append(rows.text(row, u"USER_NAME"));
     return names;
 }
 
-bool hasPassword(const QString &userName, data::Connection &connection)
+} // namespace
+
+QStringList activeUsers(data::Connection &connection)
 {
-    const data::Rows rows = userRow(userName, connection);
-    return !rows.isEmpty() && !rows.text(0, u"PASSWORD_HASH").isEmpty();
+    return userNames(u"ATTIVO = 'True'"_s, connection);
+}
+
+QStringList usersWithoutPassword(data::Connection &connection)
+{
+    return userNames(u"ATTIVO = 'True' AND COALESCE(PASSWORD_HASH, '') = ''"_s, connection);
 }
 
 QString authenticate(const QString &userName, const QString &password, data::Connection &connection)

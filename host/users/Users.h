@@ -15,8 +15,8 @@ inline const QString fullControl = QStringLiteral("Controllo completo");
 /// Names of the users who may log in, in alphabetical order.
 QStringList activeUsers(data::Connection &connection);
 
-/// True when the user, found without regard to case, has a password at all. Users of the demonstration data have none.
-bool hasPassword(const QString &userName, data::Connection &connection);
+/// Those of them who have no password, as in the demonstration data.
+QStringList usersWithoutPassword(data::Connection &connection);
 
 /// The user's name as it is stored when name and password are right and the user is active; empty otherwise. A user
 /// without a password logs in with an empty one.

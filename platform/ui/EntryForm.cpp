@@ -230,7 +230,9 @@ bool EntryForm::save()
         // The transaction is rolled back by now: no box may be shown while it holds locks.
         core::logError(u"salvataggio "_s + QString::fromLatin1(metaObject()->className()), error);
         keyWithoutRow_ = keyWithoutRow_ || NewRecord();
-        core::showError(this, u"Si è verificato un errore durante il salvataggio dei dati!"_s);
+        const auto *refused = dynamic_cast<const SaveRefused *>(&error);
+        core::showError(this,
+                        refused ? refused->text() : u"Si è verificato un errore durante il salvataggio dei dati!"_s);
     }
     if (written) {
         keyWithoutRow_ = false;

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/core/Error.h"
 #include "platform/ui/ChildForm.h"
 #include "platform/ui/Field.h"
 
@@ -11,6 +12,13 @@ class DataSet;
 } // namespace data
 
 namespace ui {
+
+/// Thrown inside a save that something the user should know has ended; its text is shown.
+class SaveRefused : public core::Error
+{
+public:
+    using Error::Error;
+};
 
 /// What closing a form with unsaved changes asks.
 enum class ClosingQuestion

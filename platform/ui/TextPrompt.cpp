@@ -23,9 +23,12 @@ std::optional<QString> askText(QWidget *owner, const TextPromptSpec &spec)
     const auto update = [&] { dialog.okButton()->setEnabled(spec.password || !edit->text().trimmed().isEmpty()); };
     QObject::connect(edit, &QLineEdit::textChanged, &dialog, update);
     update();
+    const auto text = [&] { return spec.password ? edit->text() : edit->text().trimmed(); };
+    if (spec.accept)
+        dialog.setCheck([&] { return spec.accept(text()); });
     if (runModal(dialog) != QDialog::Accepted)
         return {};
-    return spec.password ? edit->text() : edit->text().trimmed();
+    return text();
 }
 
 } // namespace ui

@@ -1,5 +1,7 @@
 #pragma once
 #include <QString>
+
+#include <functional>
 #include <optional>
 
 class QWidget;
@@ -13,6 +15,8 @@ struct TextPromptSpec
     QString initial = {};
     int maxLength = 100;
     bool password = false; ///< what is typed is not shown
+    /// Uses the text; the prompt stays open while it returns false or fails, and errors are shown.
+    std::function<bool(const QString &text)> accept = {};
 };
 
 /// Asks for one line of text in a modal dialog; nothing when the user cancels. Blanks at both ends are cut, except of a

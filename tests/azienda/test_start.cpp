@@ -1,5 +1,7 @@
 #include "host/start/DatabaseMemory.h"
 #include "host/start/StartDialogs.h"
+#include "host/start/Startup.h"
+#include "host/ui/MainWindow.h"
 #include "host/users/Users.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
@@ -10,11 +12,14 @@
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
+#include <QAction>
+#include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +34,21 @@ data::DatabaseAddress serverDatabase(const QString &host, const QString &passwor
     address.user = u"CORVANE"_s;
     address.password = password;
     return address;
+}
+
+// Runs once the next session's window is there.
+void whenShown(const std::function<void(host::MainWindow &)> &work)
+{
+    auto *timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, work] {
+        host::MainWindow *window = host::MainWindow::instance();
+        if (!window || !window->isVisible())
+            return;
+        timer->stop();
+        timer->deleteLater();
+        work(*window);
+    });
+    timer->start(1);
 }
 
 QByteArray contentOf(const QString &path)
@@ -50,6 +70,7 @@ private Q_SLOTS:
     void failedNewFirmLeavesNothing();
     void newFirmOnAServer();
     void onlyADatabaseThatOpensIsAccepted();
+    void sessionsFollowOneAnother();
 };
 
 void TestStart::databasesAreRememberedLatestFirst()
@@ -186,9 +207,60 @@ void TestStart::onlyADatabaseThatOpensIsAccepted()
         file->setText(database.address().file);
         test::press(&dialog, u"cmdOk"_s);
     });
-    const auto chosen = host::askDatabase(nullptr, u"/tmp"_s);
+    const auto chosen = host::databaseToOpen(nullptr, QDir::homePath());
     QVERIFY(chosen);
-    QCOMPARE(chosen->address.file, database.address().file);
+    QCOMPARE(chosen->database.file, database.address().file);
+}
+
+// A new firm whose first login is given up; it is what the program opens at the next start, complete, and backs up at
+// the end.
+void TestStart::sessionsFollowOneAnother()
+{
+    const QTemporaryDir folder;
+    test::ScriptedMessages messages;
+    test::ScriptedDialogs dialogs;
+    const auto press = [&dialogs](const QString &button) {
+        dialogs.expect([button](QDialog &dialog) { test::press(&dialog, button); });
+    };
+    const auto logInThen = [&dialogs](const QString &password, const std::function<void(host::MainWindow &)> &work) {
+        dialogs.expect([password, work](QDialog &dialog) {
+            test::control<QLineEdit>(&dialog, u"txtPassword"_s)->setText(password);
+            whenShown(work);
+            test::press(&dialog, u"cmdOk"_s);
+        });
+    };
+    press(u"cmdNuovaAzienda"_s);
+    dialogs.expect([](QDialog &dialog) {
+        for (const auto &[name, text] : {std::pair(u"txtRagioneSociale"_s, u"Rossi"_s),
+                                         {u"txtNomeUtente"_s, u"lucia"_s},
+                                         {u"txtPassword"_s, u"segreta1"_s},
+                                         {u"txtRipeti"_s, u"segreta1"_s}})
+            test::control<QLineEdit>(&dialog, name)->setText(text);
+        test::press(&dialog, u"cmdOk"_s);
+    });
+    press(u"cmdAnnulla"_s);
+    dialogs.expect([](QDialog &dialog) {
+        QVERIFY(dialog.findChild<QAbstractButton *>(u"cmdRiprova"_s));
+        dialog.reject();
+    });
+    host::runSessions({}, folder.path());
+    QCOMPARE(dialogs.verify(), QStringList());
+    QVERIFY(!QFileInfo::exists(folder.filePath(u"backup"_s)));
+
+    QStringList seen;
+    logInThen(u"segreta1"_s, [&seen](host::MainWindow &window) {
+        auto *connection = window.findChild<data::Connection *>();
+        seen = test::linesOf(*connection, u"SELECT RAGIONESOCIALE FROM AZIENDA"_s);
+        seen += test::linesOf(*connection, u"SELECT FIRST 1 'tipi' FROM TIPI_TRASPORTO"_s);
+        seen += test::linesOf(*connection, u"SELECT OPZIONE FROM OPZIONI WHERE OPZIONE = 'PRIME_RIGHE'"_s);
+        window.findChild<QAction *>(u"actNuovaAzienda"_s)->trigger();
+        window.close();
+    });
+    press(u"cmdAnnulla"_s);
+    dialogs.expect([](QDialog &dialog) { QTRY_VERIFY_WITH_TIMEOUT(!dialog.isVisible(), 60'000); });
+    host::runSessions({}, folder.path());
+    QCOMPARE(seen, QStringList({u"Rossi"_s, u"tipi"_s}));
+    QCOMPARE(QDir(folder.filePath(u"backup"_s)).entryList({u"rossi-*.fbk"_s}).size(), 1);
 }
 
 static const test::Registered<TestStart> registered;

@@ -120,7 +120,9 @@ void TestBackup::backupComesBackAndTheOldDatabaseStays()
     dialogs.expect(wait);
     messages.expect(u"Informazioni"_s, u"La copia di sicurezza è stata fatta e verificata:\n\r"_s + backup,
                     core::MessageIcon::Information);
-    QVERIFY(host::makeBackup(nullptr, database_, backup));
+    bool ended = false;
+    QVERIFY(host::makeBackup(nullptr, database_, backup, [&ended] { ended = true; }));
+    QVERIFY(ended);
 
     rename(database_, u"Dopo"_s);
     QString kept = path(u"ditta è.prima-del-ripristino-20260316-103000.fdb"_s);

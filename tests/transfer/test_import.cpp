@@ -178,7 +178,7 @@ void TestImport::codesUpdateWhereAsked()
     host::writeImport(database_->connection(), suppliers_, planned, progress);
     QCOMPARE(database_->lines(u"SELECT CODICE, RAGIONESOCIALE, CITTA, PARTITAIVA, TELEFONO1, NOTE FROM FORNITORI "
                               "WHERE CODICE IN ('Abc', 'ZZ9') ORDER BY 1"_s),
-             (QStringList{u"Abc|Nuova|Asti|01234567890|+39 02|a\nb"_s, u"ZZ9|Altra|Roma|||"_s}));
+             (QStringList{u"Abc|Nuova|Asti|IT01234567890|+39 02|a\nb"_s, u"ZZ9|Altra|Roma|||"_s}));
 }
 
 void TestImport::allArticlesOrNone()
