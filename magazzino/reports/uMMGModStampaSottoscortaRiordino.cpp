@@ -25,7 +25,9 @@ const QStringList &choices()
     return texts;
 }
 
-QString statement(int type)
+} // namespace
+
+QString SottoscortaRiordinoSQL(int type)
 {
     const QString stock =
         u"COALESCE((SELECT SUM(MOVI_MAGA.QUANTITA) FROM MOVI_MAGA WHERE MOVI_MAGA.CODICE=ANA_MAGA.CODICE), 0)"_s;
@@ -35,8 +37,6 @@ QString statement(int type)
         sql += u"WHERE "_s + stock + (type == 0 ? u" <= SOTTOSCORTA"_s : u" <= RIORDINO"_s);
     return sql;
 }
-
-} // namespace
 
 TMMGModStampaSottoscortaRiordino::TMMGModStampaSottoscortaRiordino(QWidget *owner)
     : QDialog(owner)
@@ -92,7 +92,7 @@ void StampaSottoscortaRiordino(const TMMGModStampaSottoscortaRiordino &dialog)
     {
         const ui::WaitCursor wait;
         rows.close();
-        rows.setCommandText(statement(dialog.tipoStampa()));
+        rows.setCommandText(SottoscortaRiordinoSQL(dialog.tipoStampa()));
         rows.open();
     }
     if (rows.isEmpty()) {
