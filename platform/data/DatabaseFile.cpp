@@ -99,6 +99,50 @@ OpenFailure classify(const ISC_STATUS *status, bool embedded)
     return ioFailure;
 }
 
+bool failed(const ISC_STATUS *status)
+{
+    return status[0] == isc_arg_gds && status[1] != 0;
+}
+
+QByteArray attachParameters(const DatabaseAddress &address)
+{
+    QByteArray parameters;
+    parameters.append(static_cast<char>(isc_dpb_version1));
+    addText(parameters, static_cast<char>(isc_dpb_user_name), address.user.toUtf8());
+    if (!address.password.isEmpty())
+        addText(parameters, static_cast<char>(isc_dpb_password), address.password.toUtf8());
+    addText(parameters, static_cast<char>(isc_dpb_lc_ctype), "UTF8");
+    return parameters;
+}
+
+isc_db_handle attach(const DatabaseAddress &address, ISC_STATUS *status)
+{
+    isc_db_handle handle = 0;
+    const QByteArray parameters = attachParameters(address);
+    const QByteArray name = attachString(address).toUtf8();
+    isc_attach_database(status, 0, name.constData(), &handle, static_cast<short>(parameters.size()),
+                        parameters.constData());
+    return handle;
+}
+
+// Leaves its failure in `status`. An index is made at the commit only, so that is where it can fail, too.
+void executeOnce(isc_db_handle &database, const QByteArray &sql, ISC_STATUS *status)
+{
+    static const char noWait[] = {isc_tpb_version3, isc_tpb_write, isc_tpb_read_committed, isc_tpb_rec_version,
+                                  isc_tpb_nowait};
+    isc_tr_handle transaction = 0;
+    isc_start_transaction(status, &transaction, 1, &database, static_cast<unsigned short>(sizeof noWait), noWait);
+    if (failed(status))
+        return;
+    isc_dsql_execute_immediate(status, &database, &transaction, 0, sql.constData(), SQL_DIALECT_V6, nullptr);
+    if (!failed(status))
+        isc_commit_transaction(status, &transaction);
+    // The first failure is the one to tell.
+    ISC_STATUS_ARRAY ignored{};
+    if (failed(status))
+        isc_rollback_transaction(ignored, &transaction);
+}
+
 bool isOwnFolder(const QString &path)
 {
     // The engine opens its old lock files for writing, so each of them counts.
@@ -121,19 +165,9 @@ OpenCheck checkDatabase(const DatabaseAddress &address)
         if (!file.isReadable() || !file.isWritable())
             return {OpenFailure::NoPermission, {}};
     }
-    QByteArray parameters;
-    parameters.append(static_cast<char>(isc_dpb_version1));
-    addText(parameters, static_cast<char>(isc_dpb_user_name), address.user.toUtf8());
-    if (!address.password.isEmpty())
-        addText(parameters, static_cast<char>(isc_dpb_password), address.password.toUtf8());
-    addText(parameters, static_cast<char>(isc_dpb_lc_ctype), "UTF8");
-
     ISC_STATUS_ARRAY status{};
-    isc_db_handle handle = 0;
-    const QByteArray name = attachString(address).toUtf8();
-    isc_attach_database(status, 0, name.constData(), &handle, static_cast<short>(parameters.size()),
-                        parameters.constData());
-    if (status[0] == isc_arg_gds && status[1] != 0)
+    isc_db_handle handle = attach(address, status);
+    if (failed(status))
         return {classify(status, address.isEmbedded()), statusText(status)};
     isc_detach_database(status, &handle);
     return {};
@@ -154,9 +188,23 @@ void createDatabase(const DatabaseAddress &address)
     isc_tr_handle transaction = 0;
     const QByteArray text = sql.toUtf8();
     isc_dsql_execute_immediate(status, &handle, &transaction, 0, text.constData(), SQL_DIALECT_V6, nullptr);
-    if (status[0] == isc_arg_gds && status[1] != 0)
+    if (failed(status))
         throw DatabaseError(statusText(status), u"CREATE DATABASE"_s);
     isc_detach_database(status, &handle);
+}
+
+void executeWithoutWaiting(const DatabaseAddress &address, const QString &sql)
+{
+    ISC_STATUS_ARRAY status{};
+    isc_db_handle handle = attach(address, status);
+    if (!failed(status))
+        executeOnce(handle, sql.toUtf8(), status);
+    const QString problem = failed(status) ? statusText(status) : QString();
+    ISC_STATUS_ARRAY ignored{};
+    if (handle)
+        isc_detach_database(ignored, &handle);
+    if (!problem.isEmpty())
+        throw DatabaseError(problem, statementKind(sql));
 }
 
 void useLockFolder(const QString &path)
