@@ -6,6 +6,8 @@
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace bench {
@@ -21,7 +23,7 @@ struct Issue
     double amount;
 };
 
-// The movements read once in their order, then every issue written.
+// The movements read once in their order, then every issue written, in the order in which they are stored.
 void revalueBare(Bare &bare, const QString &where)
 {
     bare.begin();
@@ -33,6 +35,7 @@ void revalueBare(Bare &bare, const QString &where)
                        if (row.value(3).toString() == u"Scarico")
                            issues.append({row.value(0).toInt(), row.value(5).toDouble(), row.value(6).toDouble()});
                    });
+        std::sort(issues.begin(), issues.end(), [](const Issue &a, const Issue &b) { return a.id < b.id; });
         QSqlQuery update =
             bare.prepared(u"UPDATE MOVI_MAGA SET VALORE = ?, VALORE_IMPORTO = ? WHERE IDMOVI_MAGA = ?"_s);
         for (const Issue &issue : std::as_const(issues))
