@@ -186,32 +186,39 @@ void measureOpening(Bench &bench)
 void measureKeySearches(Bench &bench)
 {
     const int first = bench.firstKey(u"ANA_MAGA"_s, u"IDANA_MAGA"_s);
+    const int year = core::today().year();
     int number = 0;
     bench.add(
         {.program =
              [&] {
                  for (int i = 0; i < keySearches; ++i) {
-                     ++number;
-                     GetArticolo(first + number % bench.size.articles);
-                     DdTScaricoExists(number, core::today().year(), -1);
-                     GetValoreScaricoCostoMedio(articleCode(number % bench.size.articles + 1), core::today());
+                     GetArticolo(first + ++number % bench.size.articles);
+                     DdTScaricoExists(number, year, -1);
                  }
              },
          .floor =
              [&] {
                  for (int i = 0; i < keySearches; ++i) {
-                     ++number;
+                     bench.bare().fetch(u"SELECT CODICE, DESCRIZIONE, PREZZO, COSTO FROM ANA_MAGA WHERE IDANA_MAGA "
+                                        "= %1"_s.arg(first + ++number % bench.size.articles));
                      bench.bare().fetch(
-                         u"SELECT * FROM ANA_MAGA WHERE IDANA_MAGA = %1"_s.arg(first + number % bench.size.articles));
-                     bench.bare().fetch(
-                         u"SELECT COUNT(*) FROM DDT_SCARICO WHERE NUMERO = %1 AND ANNO = %2"_s.arg(number).arg(
-                             core::today().year()));
-                     bench.bare().fetch(
-                         u"SELECT SUM(QUANTITA), SUM(VALORE_IMPORTO) FROM MOVI_MAGA WHERE UPPER(CODICE) = %1"_s.arg(
-                             data::quoted(articleCode(number % bench.size.articles + 1))));
+                         u"SELECT COUNT(*) FROM DDT_SCARICO WHERE NUMERO = %1 AND ANNO = %2"_s.arg(number).arg(year));
                  }
              }},
-        {.workload = u"150 searches by key, average cost among them"_s, .rows = 3 * keySearches});
+        {.workload = u"100 searches by key"_s, .rows = 2 * keySearches});
+    bench.add({.program =
+                   [&] {
+                       for (const QString &code : nextCodes(bench.size))
+                           GetValoreScaricoCostoMedio(code, core::today());
+                   },
+               .floor =
+                   [&] {
+                       for (const QString &code : nextCodes(bench.size))
+                           bench.bare().fetch(
+                               u"SELECT SUM(QUANTITA), SUM(VALORE_IMPORTO) FROM MOVI_MAGA WHERE "
+                               "UPPER(CODICE) = %1 AND DATA_MOVIMENTO <= CURRENT_DATE"_s.arg(data::quoted(code)));
+                   }},
+              {.workload = u"average cost of 10 articles"_s, .rows = rowsPerDocument});
 }
 
 } // namespace bench
