@@ -83,7 +83,7 @@ QVariant Bare::valueOf(QSqlQuery &query, const QVariantList &values)
 {
     run(query, values);
     require(query.next(), query);
-    const QVariant value = query.value(0);
+    QVariant value = query.value(0);
     query.finish();
     return value;
 }

@@ -205,7 +205,7 @@ void measureKeySearches(Bench &bench)
                          u"SELECT COUNT(*) FROM DDT_SCARICO WHERE NUMERO = %1 AND ANNO = %2"_s.arg(number).arg(year));
                  }
              }},
-        {.workload = u"100 searches by key"_s, .rows = 2 * keySearches});
+        {.workload = u"100 searches by key"_s, .rows = qint64{2} * keySearches});
     bench.add({.program =
                    [&] {
                        for (const QString &code : nextCodes(bench.size))

@@ -89,7 +89,8 @@ QString table(const QList<Figure> &figures)
         const QString target =
             figure.target > 0 ? QString::number(figure.target) + (figure.milliseconds ? u" ms"_s : QString()) : u"-"_s;
         text += line({figure.workload, number(figure.median, 2), number(figure.floor, 2), number(figure.ratio(), 2),
-                      target, number(figure.rows / seconds, 0), number(figure.memory / 1024.0, 0)});
+                      target, number(static_cast<double>(figure.rows) / seconds, 0),
+                      number(static_cast<double>(figure.memory) / 1024, 0)});
     }
     return text;
 }
