@@ -43,6 +43,12 @@ struct Movimento
 // a code would be an error.
 const QString ofArticle = u" FROM MOVI_MAGA WHERE UPPER(CODICE) = CAST(? AS VARCHAR(255))"_s;
 
+// No code is the empty text, and not NULL, which would find nothing.
+QVariant inCapitals(const QString &codice)
+{
+    return codice.isEmpty() ? u""_s : codice.toUpper();
+}
+
 // What revaluing needs to know of a movement; the database decides what an issue is.
 const QString revaluedColumns =
     u"SELECT IDMOVI_MAGA, DATA_MOVIMENTO, IIF(TIPO_MOVIMENTO = 'Scarico', 1, 0) AS SCARICO, "
@@ -65,7 +71,7 @@ Movimento movementOf(const QVariantList &row)
 QList<Movimento> readMovements(const QString &codice)
 {
     const data::Rows rows = ModuleConnection().run(
-        revaluedColumns + ofArticle + u" ORDER BY DATA_MOVIMENTO, IDMOVI_MAGA"_s, {codice.toUpper()});
+        revaluedColumns + ofArticle + u" ORDER BY DATA_MOVIMENTO, IDMOVI_MAGA"_s, {inCapitals(codice)});
     QList<Movimento> movements;
     movements.reserve(rows.size());
     for (qsizetype row = 0; row < rows.size(); ++row)
@@ -204,7 +210,7 @@ double GetValoreScaricoCostoMedio(const QString &codice, QDate date)
     return core::namingErrors(u"GetValoreScaricoCostoMedio", [&] {
         const data::Rows rows = ModuleConnection().run(u"SELECT SUM(QUANTITA) AS QTA,SUM(VALORE_IMPORTO) AS VALORE"_s +
                                                            ofArticle + u" AND DATA_MOVIMENTO <= ?"_s,
-                                                       {codice.toUpper(), date});
+                                                       {inCapitals(codice), date});
         if (rows.isEmpty())
             return 0.0;
         const Giacenza giacenza = {core::toHundredths(rows.number(0, u"QTA")),
