@@ -5,6 +5,8 @@
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -33,30 +35,73 @@ struct Movimento
     bool scarico = false;
     qint64 quantita = 0;
     qint64 importo = 0;
+    double valore = 0;       ///< of an issue, as revalued
+    double nuovoImporto = 0; ///< EUR; the same as `importo` after a revaluation
 };
 
-QString ofArticle(const QString &codice)
+// The value is a parameter, so that a document's rows share one prepared statement. Without the cast a text longer than
+// a code would be an error.
+const QString ofArticle = u" FROM MOVI_MAGA WHERE UPPER(CODICE) = CAST(? AS VARCHAR(255))"_s;
+
+// No code is the empty text, and not NULL, which would find nothing.
+QVariant inCapitals(const QString &codice)
 {
-    return u" FROM MOVI_MAGA WHERE UPPER(CODICE) = "_s + data::quoted(codice.toUpper());
+    return codice.isEmpty() ? u""_s : codice.toUpper();
 }
 
-// All movements of an article by date, those of one day by key. The database decides what an issue is.
+// What revaluing needs to know of a movement; the database decides what an issue is.
+const QString revaluedColumns =
+    u"SELECT IDMOVI_MAGA, DATA_MOVIMENTO, IIF(TIPO_MOVIMENTO = 'Scarico', 1, 0) AS SCARICO, "
+    "QUANTITA, VALORE_IMPORTO"_s;
+
+// What stands behind them where all articles are read.
+constexpr int capitalsColumn = 5;
+constexpr int codeColumn = 6;
+
+Movimento movementOf(const QVariantList &row)
+{
+    return {.id = row[0].toInt(),
+            .data = row[1].toDate(),
+            .scarico = row[2].toInt() != 0,
+            .quantita = core::toHundredths(row[3].toDouble()),
+            .importo = core::toHundredths(row[4].toDouble())};
+}
+
+// All movements of an article by date, those of one day by key.
 QList<Movimento> readMovements(const QString &codice)
 {
-    const data::Rows rows =
-        ModuleConnection().select(u"SELECT IDMOVI_MAGA, DATA_MOVIMENTO, IIF(TIPO_MOVIMENTO = "_s +
-                                  data::quoted(u"Scarico"_s) + u", 1, 0) AS SCARICO, QUANTITA, VALORE_IMPORTO"_s +
-                                  ofArticle(codice) + u" ORDER BY DATA_MOVIMENTO, IDMOVI_MAGA"_s);
+    const data::Rows rows = ModuleConnection().run(
+        revaluedColumns + ofArticle + u" ORDER BY DATA_MOVIMENTO, IDMOVI_MAGA"_s, {inCapitals(codice)});
     QList<Movimento> movements;
     movements.reserve(rows.size());
-    for (qsizetype row = 0; row < rows.size(); ++row) {
-        movements.append({.id = rows.integer(row, u"IDMOVI_MAGA"),
-                          .data = rows.at(row, u"DATA_MOVIMENTO").toDate(),
-                          .scarico = rows.integer(row, u"SCARICO") != 0,
-                          .quantita = core::toHundredths(rows.number(row, u"QUANTITA")),
-                          .importo = core::toHundredths(rows.number(row, u"VALORE_IMPORTO"))});
-    }
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        movements.append(movementOf(rows.values(row)));
     return movements;
+}
+
+bool hasIssues(const QList<Movimento> &movements)
+{
+    return std::any_of(movements.begin(), movements.end(), [](const Movimento &movement) { return movement.scarico; });
+}
+
+// The average at an issue's date takes in the whole day: loads, the issue itself and the day's later issues with the
+// amounts they had, its earlier issues with their new ones. Intended, since it decides the figures stored.
+void revalue(QList<Movimento> &movements)
+{
+    Giacenza giacenza;
+    qsizetype counted = 0;
+    for (Movimento &movement : movements) {
+        for (; counted < movements.size() && movements[counted].data <= movement.data; ++counted) {
+            giacenza.quantita += movements[counted].quantita;
+            giacenza.valore += movements[counted].importo;
+        }
+        if (!movement.scarico)
+            continue;
+        movement.valore = giacenza.costoMedio();
+        movement.nuovoImporto = core::roundDecimal(core::fromHundredths(movement.quantita) * movement.valore, 2);
+        giacenza.valore += core::toHundredths(movement.nuovoImporto) - movement.importo;
+        movement.importo = core::toHundredths(movement.nuovoImporto);
+    }
 }
 
 void writeValue(data::Connection &connection, int id, double valore, double importo)
@@ -65,23 +110,96 @@ void writeValue(data::Connection &connection, int id, double valore, double impo
                    {core::roundDecimal(valore, 2), importo, id});
 }
 
-// The average at an issue's date takes in the whole day: loads, the issue itself and the day's later issues with the
-// amounts they had, its earlier issues with their new ones. Intended, since it decides the figures stored.
-void revalue(data::Connection &connection, const QList<Movimento> &movements)
+// Swallowed as required: a revaluation that fails leaves the values as they were and never stops its caller.
+void logFailure(const std::exception &error)
 {
-    Giacenza giacenza;
-    qsizetype counted = 0;
-    for (const Movimento &movement : movements) {
-        for (; counted < movements.size() && movements[counted].data <= movement.data; ++counted) {
-            giacenza.quantita += movements[counted].quantita;
-            giacenza.valore += movements[counted].importo;
-        }
-        if (!movement.scarico)
+    core::logError(u"RivalorizzaScarichiMagazzino MOVI_MAGA"_s, error);
+}
+
+// Blanks at the end do not tell codes apart.
+QString trimmedRight(QString text)
+{
+    while (text.endsWith(u' '))
+        text.chop(1);
+    return text;
+}
+
+/// Revalues the issues of all articles in one pass over the movements, given in the order of the codes in capitals and
+/// then of their dates.
+class OgniArticolo
+{
+public:
+    void read(const QVariantList &row);
+    /// Behind the last row.
+    void finishArticle();
+    void write(data::Connection &connection);
+    /// Codes that find other movements than those they stand in.
+    const QStringList &elsewhere() const { return elsewhere_; }
+
+private:
+    struct Scarico
+    {
+        int id = 0;
+        int articolo = 0;
+        double valore = 0;
+        double importo = 0;
+    };
+
+    int article_ = 0;
+    QString capitals_;
+    QSet<QString> spellings_; ///< the ways in which the article's code is written
+    QList<Movimento> movements_;
+    QList<Scarico> issues_;
+    QStringList elsewhere_;
+};
+
+void OgniArticolo::read(const QVariantList &row)
+{
+    const QString capitals = trimmedRight(row[capitalsColumn].toString());
+    if (capitals != capitals_)
+        finishArticle();
+    capitals_ = capitals;
+    spellings_.insert(trimmedRight(row[codeColumn].toString()));
+    movements_.append(movementOf(row));
+}
+
+void OgniArticolo::finishArticle()
+{
+    // As if each spelling had been revalued after the other: every one starts from what the last one left.
+    bool revalued = false;
+    for (const QString &spelling : std::as_const(spellings_)) {
+        // The database leaves some letters small that become capitals here.
+        if (spelling.toUpper() != capitals_) {
+            elsewhere_.append(spelling);
             continue;
-        const double valore = giacenza.costoMedio();
-        const double importo = core::roundDecimal(core::fromHundredths(movement.quantita) * valore, 2);
-        writeValue(connection, movement.id, valore, importo);
-        giacenza.valore += core::toHundredths(importo) - movement.importo;
+        }
+        revalue(movements_);
+        revalued = true;
+    }
+    for (const Movimento &movement : std::as_const(movements_)) {
+        if (movement.scarico && revalued)
+            issues_.append({movement.id, article_, movement.valore, movement.nuovoImporto});
+    }
+    ++article_;
+    spellings_.clear();
+    movements_.clear();
+}
+
+// In the order of their keys, which is about the order in which they are stored: article by article, every issue would
+// mean reading and writing another page of the database.
+void OgniArticolo::write(data::Connection &connection)
+{
+    std::sort(issues_.begin(), issues_.end(), [](const Scarico &a, const Scarico &b) { return a.id < b.id; });
+    QSet<int> failed;
+    for (const Scarico &issue : std::as_const(issues_)) {
+        if (failed.contains(issue.articolo))
+            continue;
+        try {
+            writeValue(connection, issue.id, issue.valore, issue.importo);
+        } catch (const std::exception &error) {
+            failed.insert(issue.articolo);
+            logFailure(error);
+        }
     }
 }
 
@@ -90,9 +208,9 @@ void revalue(data::Connection &connection, const QList<Movimento> &movements)
 double GetValoreScaricoCostoMedio(const QString &codice, QDate date)
 {
     return core::namingErrors(u"GetValoreScaricoCostoMedio", [&] {
-        const data::Rows rows = ModuleConnection().select(
-            u"SELECT SUM(QUANTITA) AS QTA,SUM(VALORE_IMPORTO) AS VALORE"_s + ofArticle(codice) +
-            u" AND DATA_MOVIMENTO <= "_s + data::quoted(DateToString_YYYYMMDD(date)));
+        const data::Rows rows = ModuleConnection().run(u"SELECT SUM(QUANTITA) AS QTA,SUM(VALORE_IMPORTO) AS VALORE"_s +
+                                                           ofArticle + u" AND DATA_MOVIMENTO <= ?"_s,
+                                                       {inCapitals(codice), date});
         if (rows.isEmpty())
             return 0.0;
         const Giacenza giacenza = {core::toHundredths(rows.number(0, u"QTA")),
@@ -103,20 +221,36 @@ double GetValoreScaricoCostoMedio(const QString &codice, QDate date)
 
 void RivalorizzaScarichiMagazzino(const QString &codice, bool useTransaction)
 {
-    const QList<Movimento> movements =
+    QList<Movimento> movements =
         core::namingErrors(u"RivalorizzaScarichiMagazzino", [&] { return readMovements(codice); });
-    if (std::none_of(movements.begin(), movements.end(), [](const Movimento &movement) { return movement.scarico; }))
+    if (!hasIssues(movements))
         return;
     try {
         data::Connection &connection = ModuleConnection();
         std::optional<data::Transaction> transaction;
         if (useTransaction)
             transaction.emplace(connection);
-        revalue(connection, movements);
+        revalue(movements);
+        for (const Movimento &movement : std::as_const(movements)) {
+            if (movement.scarico)
+                writeValue(connection, movement.id, movement.valore, movement.nuovoImporto);
+        }
         if (transaction)
             transaction->commit();
     } catch (const std::exception &error) {
-        // Swallowed as required: a revaluation that fails leaves the values as they were and never stops its caller.
-        core::logError(u"RivalorizzaScarichiMagazzino MOVI_MAGA"_s, error);
+        logFailure(error);
     }
+}
+
+void RivalorizzaTuttiGliScarichi()
+{
+    data::Connection &connection = ModuleConnection();
+    OgniArticolo articles;
+    connection.forEach(revaluedColumns + u", UPPER(CODICE), CODICE FROM MOVI_MAGA ORDER BY UPPER(CODICE), "
+                                         "DATA_MOVIMENTO, IDMOVI_MAGA"_s,
+                       [&articles](const QVariantList &row) { articles.read(row); });
+    articles.finishArticle();
+    articles.write(connection);
+    for (const QString &code : articles.elsewhere())
+        RivalorizzaScarichiMagazzino(code, false);
 }

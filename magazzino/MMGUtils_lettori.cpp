@@ -35,12 +35,23 @@ void assign(QString &target, const QVariant &value, int)
     target = value.toString();
 }
 
-/// The first row of `sql` through `fields`; a record as constructed when there is none.
+/// A query with its one value, bound as a parameter: then the statement is the same for all values, and within a
+/// transaction it is prepared once.
+struct Query
+{
+    QString sql;
+    QVariant value;
+};
+
+/// The first row of `query` through `fields`; a record as constructed when there is none.
 template <typename Record>
-Record readRecord(const QString &sql, const Fields<Record> &fields)
+Record readRecord(const Query &query, const Fields<Record> &fields)
 {
     Record record;
-    const data::Rows rows = ModuleConnection().select(sql);
+    QStringList columns;
+    for (const Field<Record> &field : fields)
+        columns.append(field.column.toString());
+    const data::Rows rows = ModuleConnection().run(data::limitedTo(columns, query.sql), {query.value});
     if (rows.isEmpty())
         return record;
     for (const Field<Record> &field : fields) {
@@ -50,9 +61,9 @@ Record readRecord(const QString &sql, const Fields<Record> &fields)
     return record;
 }
 
-QString byKey(const QString &table, const QString &key, int id)
+Query byKey(const QString &table, const QString &key, int id)
 {
-    return u"SELECT * FROM %1 WHERE %2="_s.arg(table, key) + QString::number(id);
+    return {u"SELECT * FROM %1 WHERE %2=?"_s.arg(table, key), id};
 }
 
 TCodiceTesto readPair(const QString &table, const QString &key, const QString &text, int id)
@@ -142,7 +153,8 @@ TCliente GetCliente(int id)
 TCliente GetCliente(const QString &codice)
 {
     return core::namingErrors(u"GetCliente", [&] {
-        return readRecord(u"SELECT * FROM CLIENTI WHERE CODICE = "_s + data::quoted(codice),
+        // Without the cast a text longer than a code would be an error.
+        return readRecord({u"SELECT * FROM CLIENTI WHERE CODICE = CAST(? AS VARCHAR(255))"_s, codice},
                           clienteFields(u"IDCLIENTE"));
     });
 }
@@ -189,8 +201,7 @@ TCodiceTesto GetCategoriaServizio(int id)
 TVettore GetVettore(int id)
 {
     return core::namingErrors(u"GetVettore", [&] {
-        return readRecord(u"SELECT * FROM VETTORI WHERE IDVETTORE = "_s + QString::number(id),
-                          anagraficaFields<TVettore>(u"IDVETTORE"));
+        return readRecord(byKey(u"VETTORI"_s, u"IDVETTORE"_s, id), anagraficaFields<TVettore>(u"IDVETTORE"));
     });
 }
 

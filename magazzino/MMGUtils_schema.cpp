@@ -1,4 +1,5 @@
 #include "magazzino/MMGUtils.h"
+#include "magazzino/schema/Indici.h"
 #include "magazzino/schema/Motore.h"
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
@@ -9,7 +10,10 @@ using namespace Qt::StringLiterals;
 void AggiornaDatabase()
 {
     try {
-        core::namingErrors(u"AggiornaDatabase", [] { schema::eseguiPassi(ModuleConnection(), schema::passi()); });
+        core::namingErrors(u"AggiornaDatabase", [] {
+            schema::eseguiPassi(ModuleConnection(), schema::passi());
+            schema::creaIndiciMancanti(ModuleConnection());
+        });
     } catch (const std::exception &error) {
         core::logError(u"AggiornaDatabase"_s, error);
         core::showError(nullptr, core::errorText(error));

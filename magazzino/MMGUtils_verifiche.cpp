@@ -14,9 +14,9 @@ bool countsAny(const data::Rows &rows)
 
 bool documentExists(const QString &table, const QString &key, int numero, int anno, int idEscluso)
 {
-    return countsAny(ModuleConnection().select(u"SELECT COUNT(*) AS NUM FROM %1 WHERE NUMERO = "_s.arg(table) +
-                                               QString::number(numero) + u" AND ANNO = "_s + QString::number(anno) +
-                                               u" AND NOT %1="_s.arg(key) + QString::number(idEscluso)));
+    return countsAny(ModuleConnection().run(
+        u"SELECT COUNT(*) AS NUM FROM %1 WHERE NUMERO = ? AND ANNO = ? AND NOT %2=?"_s.arg(table, key),
+        {numero, anno, idEscluso}));
 }
 
 // `skip` is the comparison with the key to leave out, up to and with its equals sign.

@@ -104,11 +104,12 @@ say_read_only() {
     say "La cartella $PWD è di sola lettura per questo utente: il programma non può essere compilato qui."
 }
 
-# Configures and builds a preset; the output is shown only when it fails.
+# Configures and builds a preset, or one target of it; the output is shown only when it fails.
 build_preset() {
-    local preset=$1 log
+    local preset=$1 target=${2:-all} log
     log=$(mktemp)
-    if ! { cmake --preset "$preset" && cmake --build --preset "$preset" -j "$(nproc)"; } >"$log" 2>&1; then
+    if ! { cmake --preset "$preset" && cmake --build --preset "$preset" -j "$(nproc)" --target "$target"; } >"$log" 2>&1
+    then
         cat "$log" >&2
         rm -f "$log"
         say "Build failed / compilazione non riuscita ($preset)."

@@ -50,13 +50,17 @@ const QList<Meaning> &meanings()
     return all;
 }
 
-QString meaningOf(const QString &words)
+QString meaningOf(const QString &words, bool isBackup)
 {
     for (const Meaning &meaning : meanings()) {
         if (words.contains(meaning.words))
             return meaning.text;
     }
-    return u"Il programma di copia di Firebird non è riuscito; il motivo si trova nel registro del programma."_s;
+    // What a damaged file makes the program say depends on where the damage is.
+    return isBackup ? u"La copia non è riuscita; il motivo si trova nel registro del programma."_s
+                    : u"La copia non si può ripristinare, probabilmente perché il file è danneggiato; il motivo si "
+                      u"trova nel "
+                      "registro del programma."_s;
 }
 
 QProcessEnvironment environmentFor(const data::DatabaseAddress &login)
@@ -112,7 +116,7 @@ public:
         }
         takeLines(line);
         if (process_.exitStatus() != QProcess::NormalExit || process_.exitCode() != 0)
-            throw core::Error(meaningOf(errors_), u"gbak: "_s + errors_.trimmed());
+            throw core::Error(meaningOf(errors_, isBackup_), u"gbak: "_s + errors_.trimmed());
     }
 
 private:

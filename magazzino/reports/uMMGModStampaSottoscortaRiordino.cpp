@@ -25,18 +25,23 @@ const QStringList &choices()
     return texts;
 }
 
-QString statement(int type)
-{
-    const QString stock =
-        u"COALESCE((SELECT SUM(MOVI_MAGA.QUANTITA) FROM MOVI_MAGA WHERE MOVI_MAGA.CODICE=ANA_MAGA.CODICE), 0)"_s;
-    QString sql = u"SELECT ANA_MAGA.CODICE, ANA_MAGA.DESCRIZIONE, ANA_MAGA.SOTTOSCORTA, ANA_MAGA.RIORDINO, "_s + stock +
-                  u" AS ESISTENZA FROM ANA_MAGA "_s;
-    if (type >= 0)
-        sql += u"WHERE "_s + stock + (type == 0 ? u" <= SOTTOSCORTA"_s : u" <= RIORDINO"_s);
-    return sql;
-}
-
 } // namespace
+
+// The movements are read once and grouped by code, with every article as one more movement of nothing, so that those
+// that never moved count as 0. Asking for each article's sum would read all movements for every article.
+//
+// Articles come as they are stored, which is the order that a plain reading of them has: the record number inside their
+// database key begins with its lowest byte.
+QString SottoscortaRiordinoSQL(int type)
+{
+    QString sql = u"SELECT ANA_MAGA.CODICE, ANA_MAGA.DESCRIZIONE, ANA_MAGA.SOTTOSCORTA, ANA_MAGA.RIORDINO, M.ESISTENZA "
+                  "FROM (SELECT CODICE, SUM(QUANTITA) AS ESISTENZA FROM (SELECT CODICE, QUANTITA FROM MOVI_MAGA UNION "
+                  "ALL SELECT CODICE, CAST(0 AS DECIMAL(13, 2)) FROM ANA_MAGA) GROUP BY CODICE) M "
+                  "JOIN ANA_MAGA ON ANA_MAGA.CODICE = M.CODICE "_s;
+    if (type >= 0)
+        sql += u"WHERE M.ESISTENZA <= "_s + (type == 0 ? u"SOTTOSCORTA "_s : u"RIORDINO "_s);
+    return sql + u"ORDER BY REVERSE(ANA_MAGA.RDB$DB_KEY)"_s;
+}
 
 TMMGModStampaSottoscortaRiordino::TMMGModStampaSottoscortaRiordino(QWidget *owner)
     : QDialog(owner)
@@ -92,7 +97,7 @@ void StampaSottoscortaRiordino(const TMMGModStampaSottoscortaRiordino &dialog)
     {
         const ui::WaitCursor wait;
         rows.close();
-        rows.setCommandText(statement(dialog.tipoStampa()));
+        rows.setCommandText(SottoscortaRiordinoSQL(dialog.tipoStampa()));
         rows.open();
     }
     if (rows.isEmpty()) {

@@ -36,9 +36,10 @@ QString stockCondition(int choice)
     return conditions.value(choice);
 }
 
+// Typed, or the engine would read the text anew for every movement.
 QString dateLiteral(QDate date)
 {
-    return data::quoted(DateToString_YYYYMMDD(date));
+    return u"DATE "_s + data::quoted(DateToString_YYYYMMDD(date));
 }
 
 } // namespace

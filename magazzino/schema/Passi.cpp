@@ -3,7 +3,6 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/schema/Catalogo.h"
 #include "platform/core/Format.h"
-#include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
 
 using namespace Qt::StringLiterals;
@@ -49,16 +48,6 @@ QString ricalcoloCarichi()
            data::quoted(u"Carico"_s);
 }
 
-void rivalutaArticoli(data::Connection &connection)
-{
-    data::DataSet articoli(&connection);
-    articoli.setCursorLocation(data::CursorLocation::Server);
-    articoli.setCursorType(data::CursorType::ForwardOnly);
-    articoli.setCommandText(u"SELECT CODICE FROM MOVI_MAGA GROUP BY CODICE"_s);
-    for (articoli.open(); !articoli.atEnd(); articoli.next())
-        RivalorizzaScarichiMagazzino(articoli.text(u"CODICE"_s), false);
-}
-
 // The module's name has three z's in the rows of existing databases; it stays that way.
 QStringList diritti()
 {
@@ -94,7 +83,7 @@ QList<Passo> aggiornamenti()
          .daVersione = primaVersione,
          .comandi = {ricalcoloCarichi()},
          .aVersione = u"1.0.1"_s,
-         .azione = rivalutaArticoli},
+         .azione = [](data::Connection &) { RivalorizzaTuttiGliScarichi(); }},
         {fatture, primaVersione, {aggiungi(fatture, u"NOTIFICATO"_s, u"VARCHAR(5)"_s, falso())}, u"1.1.0"_s},
         {fornitori, primaVersione, {allargaPartitaIVA(fornitori, u"PARTITAIVA"_s)}, u"1.1.0"_s},
         {fatture, u"1.1.0"_s, {allargaPartitaIVA(fatture, u"CLI_PARTITAIVA"_s)}, u"1.2.0"_s},

@@ -145,8 +145,8 @@ TCodiceTesto TMMGModSelezionaBase::ApriSelezionato() const
 void TMMGModSelezionaBase::AggiornaGriglia(const QString &filter)
 {
     const ui::WaitCursor wait;
-    grid_->rows().setRows(
-        ModuleConnection().select(spec_.selectText + filter + spec_.orderText, {}, grid_->rows().fields()));
+    grid_->rows().setRows(ModuleConnection().select(
+        data::limitedTo(grid_->rows().fields(), spec_.selectText + filter + spec_.orderText)));
     if (spec_.longTexts)
         grid_->resizeRowsToContents();
 }

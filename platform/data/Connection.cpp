@@ -40,7 +40,7 @@ QString databaseText(const QSqlError &error)
     return text.trimmed();
 }
 
-QList<Column> columnsOf(const QSqlRecord &record)
+QList<Column> describe(const QSqlRecord &record)
 {
     QList<Column> columns;
     columns.reserve(record.count());
@@ -62,12 +62,17 @@ bool isQuery(const QString &sql)
     return query.match(sql).hasMatch();
 }
 
-// The driver counts for plain changes only and warns on its standard error stream about anything else.
-int countOf(const QSqlQuery &query, const QString &sql)
+bool isChange(const QString &sql)
 {
     static const QRegularExpression change(u"^\\s*(INSERT|UPDATE|DELETE)\\b"_s,
                                            QRegularExpression::CaseInsensitiveOption);
-    return !query.isSelect() && change.match(sql).hasMatch() ? query.numRowsAffected() : 0;
+    return change.match(sql).hasMatch();
+}
+
+// The driver counts for plain changes only and warns on its standard error stream about anything else.
+int countOf(const QSqlQuery &query, const QString &sql)
+{
+    return !query.isSelect() && isChange(sql) ? query.numRowsAffected() : 0;
 }
 
 QVariant normalised(const QVariant &value, const Column &column)
@@ -127,6 +132,7 @@ void Connection::open()
 void Connection::close()
 {
     statements_.clear();
+    columns_.clear();
     inTransaction_ = false;
     if (!database_.isValid())
         return;
@@ -206,35 +212,44 @@ QSqlQuery &Connection::statement(const QString &sql, QSqlQuery &shortLived)
     return shortLived;
 }
 
-Rows Connection::fetch(QSqlQuery &query, const QString &sql, const QStringList &onlyColumns)
+// The driver asks the catalogue about every DECIMAL column each time that it describes a result, which takes longer
+// than most queries. Columns that another workstation adds meanwhile come last, so the known ones keep their places.
+const QList<Column> &Connection::columnsOf(const QSqlQuery &query, const QString &sql)
+{
+    constexpr qsizetype mostKept = 500;
+    if (const auto known = columns_.constFind(sql); known != columns_.constEnd())
+        return *known;
+    if (columns_.size() >= mostKept)
+        columns_.clear();
+    return *columns_.insert(sql, describe(query.record()));
+}
+
+void Connection::each(QSqlQuery &query, const QString &sql, const std::function<void(QVariantList &&)> &row)
+{
+    const QList<Column> columns = columnsOf(query, sql);
+    while (query.next()) {
+        QVariantList values;
+        values.reserve(columns.size());
+        for (int i = 0; i < columns.size(); ++i)
+            values.append(normalised(query.value(i), columns[i]));
+        row(std::move(values));
+    }
+    // A query can fail at its first fetch only: next() then just answers false.
+    if (query.lastError().isValid())
+        fail(query.lastError(), sql);
+    query.finish();
+}
+
+Rows Connection::fetch(QSqlQuery &query, const QString &sql)
 {
     affectedRows_ = countOf(query, sql);
     if (!query.isSelect()) {
         query.finish();
         return {};
     }
-    QList<Column> columns = columnsOf(query.record());
-    QList<int> positions;
-    for (int i = 0; i < columns.size(); ++i) {
-        if (onlyColumns.isEmpty() || onlyColumns.contains(columns[i].name, Qt::CaseInsensitive))
-            positions.append(i);
-    }
     QList<QVariantList> values;
-    while (query.next()) {
-        QVariantList row;
-        row.reserve(positions.size());
-        for (const int position : std::as_const(positions))
-            row.append(normalised(query.value(position), columns[position]));
-        values.append(std::move(row));
-    }
-    // A query can fail at its first fetch only: next() then just answers false.
-    if (query.lastError().isValid())
-        fail(query.lastError(), sql);
-    query.finish();
-    QList<Column> kept;
-    for (const int position : std::as_const(positions))
-        kept.append(columns[position]);
-    return {std::move(kept), std::move(values)};
+    each(query, sql, [&values](QVariantList &&row) { values.append(std::move(row)); });
+    return {columnsOf(query, sql), std::move(values)};
 }
 
 void Connection::execute(const QString &sql)
@@ -251,6 +266,9 @@ void Connection::execute(const QString &sql)
     if (!query.exec(sql))
         fail(query.lastError(), sql);
     affectedRows_ = countOf(query, sql);
+    // A definition changes what tables look like.
+    if (!isChange(sql))
+        columns_.clear();
 }
 
 Rows Connection::run(const QString &sql, const QVariantList &values)
@@ -271,7 +289,7 @@ Rows Connection::run(const QString &sql, const QVariantList &values)
     return fetch(query, sql);
 }
 
-Rows Connection::select(const QString &sql, const Parameters &parameters, const QStringList &onlyColumns)
+Rows Connection::select(const QString &sql, const Parameters &parameters)
 {
     prepareFor(sql);
     QSqlQuery shortLived(database_);
@@ -280,7 +298,17 @@ Rows Connection::select(const QString &sql, const Parameters &parameters, const 
         query.bindValue(u':' + it.key(), it.value());
     if (!query.exec())
         fail(query.lastError(), sql);
-    return fetch(query, sql, onlyColumns);
+    return fetch(query, sql);
+}
+
+void Connection::forEach(const QString &sql, const std::function<void(QVariantList &&)> &row)
+{
+    prepareFor(sql);
+    QSqlQuery query(database_);
+    query.setForwardOnly(true);
+    if (!query.exec(sql))
+        fail(query.lastError(), sql);
+    each(query, sql, row);
 }
 
 int Connection::lastGeneratorValue(const QString &generator)

@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/data/Rows.h"
 
+#include <QHash>
 #include <QObject>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -42,9 +43,11 @@ public:
     /// as given, so round it first (core::roundDecimal). Inside a transaction the statement stays prepared for its
     /// repetition.
     Rows run(const QString &sql, const QVariantList &values = {});
-    /// Runs a query with named parameters (":NAME" in its text) and fetches all its rows; of their columns only
-    /// `onlyColumns` when it names any.
-    Rows select(const QString &sql, const Parameters &parameters = {}, const QStringList &onlyColumns = {});
+    /// Runs a query with named parameters (":NAME" in its text) and fetches all its rows.
+    Rows select(const QString &sql, const Parameters &parameters = {});
+    /// Hands the rows of a query to `row` one after the other, for results that are too long to be held. `row` may run
+    /// other statements of the same transaction.
+    void forEach(const QString &sql, const std::function<void(QVariantList &&)> &row);
 
     /// Current value of a generator, which is not advanced.
     int lastGeneratorValue(const QString &generator);
@@ -65,7 +68,9 @@ private:
     void prepareFor(const QString &sql);
     void ensureOpen();
     QSqlQuery &statement(const QString &sql, QSqlQuery &shortLived);
-    Rows fetch(QSqlQuery &query, const QString &sql, const QStringList &onlyColumns = {});
+    const QList<Column> &columnsOf(const QSqlQuery &query, const QString &sql);
+    void each(QSqlQuery &query, const QString &sql, const std::function<void(QVariantList &&)> &row);
+    Rows fetch(QSqlQuery &query, const QString &sql);
     [[noreturn]] void fail(const QSqlError &error, const QString &sql);
 
     std::function<void(const QString &)> hook_;
@@ -73,6 +78,7 @@ private:
     QString name_;
     QSqlDatabase database_;
     std::map<QString, QSqlQuery> statements_; // prepared in the running transaction; they do not survive it
+    QHash<QString, QList<Column>> columns_;   // of results, by statement
     bool inTransaction_ = false;
     bool lost_ = false; // the server went away; the next use outside a transaction connects again
     int affectedRows_ = 0;

@@ -99,21 +99,12 @@ OpenFailure classify(const ISC_STATUS *status, bool embedded)
     return ioFailure;
 }
 
-bool isOwnFolder(const QString &path)
-{
-    // The engine opens its old lock files for writing, so each of them counts.
-    if (!QDir().mkpath(path) || !QFileInfo(path).isWritable())
-        return false;
-    const QFileInfoList files = QDir(path).entryInfoList(QDir::Files);
-    return std::all_of(files.begin(), files.end(), [](const QFileInfo &file) { return file.isWritable(); });
-}
-
 bool failed(const ISC_STATUS *status)
 {
     return status[0] == isc_arg_gds && status[1] != 0;
 }
 
-bool attach(const DatabaseAddress &address, ISC_STATUS *status, isc_db_handle &handle)
+QByteArray attachParameters(const DatabaseAddress &address)
 {
     QByteArray parameters;
     parameters.append(static_cast<char>(isc_dpb_version1));
@@ -121,10 +112,44 @@ bool attach(const DatabaseAddress &address, ISC_STATUS *status, isc_db_handle &h
     if (!address.password.isEmpty())
         addText(parameters, static_cast<char>(isc_dpb_password), address.password.toUtf8());
     addText(parameters, static_cast<char>(isc_dpb_lc_ctype), "UTF8");
+    return parameters;
+}
+
+isc_db_handle attach(const DatabaseAddress &address, ISC_STATUS *status)
+{
+    isc_db_handle handle = 0;
+    const QByteArray parameters = attachParameters(address);
     const QByteArray name = attachString(address).toUtf8();
     isc_attach_database(status, 0, name.constData(), &handle, static_cast<short>(parameters.size()),
                         parameters.constData());
-    return !failed(status);
+    return handle;
+}
+
+// Leaves its failure in `status`. An index is made at the commit only, so that is where it can fail, too.
+void executeOnce(isc_db_handle &database, const QByteArray &sql, ISC_STATUS *status)
+{
+    static const char noWait[] = {isc_tpb_version3, isc_tpb_write, isc_tpb_read_committed, isc_tpb_rec_version,
+                                  isc_tpb_nowait};
+    isc_tr_handle transaction = 0;
+    isc_start_transaction(status, &transaction, 1, &database, static_cast<unsigned short>(sizeof noWait), noWait);
+    if (failed(status))
+        return;
+    isc_dsql_execute_immediate(status, &database, &transaction, 0, sql.constData(), SQL_DIALECT_V6, nullptr);
+    if (!failed(status))
+        isc_commit_transaction(status, &transaction);
+    // The first failure is the one to tell.
+    ISC_STATUS_ARRAY ignored{};
+    if (failed(status))
+        isc_rollback_transaction(ignored, &transaction);
+}
+
+bool isOwnFolder(const QString &path)
+{
+    // The engine opens its old lock files for writing, so each of them counts.
+    if (!QDir().mkpath(path) || !QFileInfo(path).isWritable())
+        return false;
+    const QFileInfoList files = QDir(path).entryInfoList(QDir::Files);
+    return std::all_of(files.begin(), files.end(), [](const QFileInfo &file) { return file.isWritable(); });
 }
 
 } // namespace
@@ -141,8 +166,8 @@ OpenCheck checkDatabase(const DatabaseAddress &address)
             return {OpenFailure::NoPermission, {}};
     }
     ISC_STATUS_ARRAY status{};
-    isc_db_handle handle = 0;
-    if (!attach(address, status, handle))
+    isc_db_handle handle = attach(address, status);
+    if (failed(status))
         return {classify(status, address.isEmbedded()), statusText(status)};
     isc_detach_database(status, &handle);
     return {};
@@ -171,8 +196,8 @@ void createDatabase(const DatabaseAddress &address)
 void dropDatabase(const DatabaseAddress &address)
 {
     ISC_STATUS_ARRAY status{};
-    isc_db_handle handle = 0;
-    if (!attach(address, status, handle))
+    isc_db_handle handle = attach(address, status);
+    if (failed(status))
         return;
     isc_drop_database(status, &handle);
     if (!failed(status))
@@ -180,6 +205,20 @@ void dropDatabase(const DatabaseAddress &address)
     const QString text = statusText(status);
     isc_detach_database(status, &handle);
     throw DatabaseError(text, u"DROP DATABASE"_s);
+}
+
+void executeWithoutWaiting(const DatabaseAddress &address, const QString &sql)
+{
+    ISC_STATUS_ARRAY status{};
+    isc_db_handle handle = attach(address, status);
+    if (!failed(status))
+        executeOnce(handle, sql.toUtf8(), status);
+    const QString problem = failed(status) ? statusText(status) : QString();
+    ISC_STATUS_ARRAY ignored{};
+    if (handle)
+        isc_detach_database(ignored, &handle);
+    if (!problem.isEmpty())
+        throw DatabaseError(problem, statementKind(sql));
 }
 
 void useLockFolder(const QString &path)

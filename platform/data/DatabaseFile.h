@@ -32,6 +32,11 @@ void createDatabase(const DatabaseAddress &address);
 /// Removes a database with its file; does nothing when it cannot be opened. Throws DatabaseError when it is in use.
 void dropDatabase(const DatabaseAddress &address);
 
+/// Runs one command text, such as CREATE INDEX, over an attachment of its own, in a transaction that never waits:
+/// beside another one that holds what it needs it fails at once, where a Connection would wait without limit. Throws
+/// DatabaseError and leaves nothing behind then.
+void executeWithoutWaiting(const DatabaseAddress &address, const QString &sql);
+
 /// Gives the embedded engine a lock folder of the user's own (created when missing); call it before the first connect.
 /// The engine's default in the shared temporary folder belongs to whichever account came first. When another account,
 /// such as root with this user's home, has taken `path`, a folder beside it named after the user serves instead.

@@ -6,6 +6,11 @@ using namespace Qt::StringLiterals;
 
 namespace data {
 
+QString limitedTo(const QStringList &columns, const QString &query)
+{
+    return u"SELECT %1 FROM (%2)"_s.arg(columns.join(u", "_s), query);
+}
+
 QString statementKind(const QString &sql)
 {
     static const QRegularExpression shape(

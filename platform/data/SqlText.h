@@ -1,5 +1,5 @@
 #pragma once
-#include <QString>
+#include <QStringList>
 
 namespace data {
 
@@ -9,6 +9,10 @@ inline QString quoted(const QString &text)
     QString doubled = text;
     return QLatin1Char('\'') + doubled.replace(QLatin1Char('\''), QLatin1String("''")) + QLatin1Char('\'');
 }
+
+/// `query` with only those of its columns that are named: the others, text blobs among them, are never fetched nor
+/// sorted along. Rows and order are those of `query`.
+QString limitedTo(const QStringList &columns, const QString &query);
 
 /// Verb and object of a statement ("DELETE FROM MOVI_MAGA") without any value, for the log.
 QString statementKind(const QString &sql);

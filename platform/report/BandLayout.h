@@ -26,6 +26,8 @@ public:
 
     /// Millimetres; 0 for a band that is not printed here.
     double height() const { return height_; }
+    /// Does any item need more room than the project file gives it?
+    bool grows() const { return !growth_.isEmpty(); }
     /// Adds the band's primitives to `page`, its top left corner at `origin`.
     void place(Page &page, QPointF origin) const;
 

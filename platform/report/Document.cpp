@@ -109,8 +109,11 @@ Document::UnitKind Document::kindOf(qsizetype unit) const
 void Document::measureUnits()
 {
     Scope scope{.data = &data_, .detail = report_->detail.connection};
-    for (scope.row = 0; scope.row < rowCount_; ++scope.row)
-        heights_.push_back(BandLayout(report_->detail, scope, fonts_).height());
+    for (scope.row = 0; scope.row < rowCount_; ++scope.row) {
+        const BandLayout row(report_->detail, scope, fonts_);
+        heights_.push_back(row.height());
+        rowGrows_.push_back(row.grows());
+    }
     for (qsizetype line = 0; line < continuation_.lines.size(); ++line)
         heights_.push_back(fonts_.lineHeight(continuation_.item->font));
     scope.row = 0;
@@ -211,7 +214,8 @@ Page Document::unitPage(qsizetype unit, const Scope &scope, QPointF origin) cons
     switch (kindOf(unit)) {
     case UnitKind::Row:
         own.row = unit;
-        BandLayout(report_->detail, own, fonts_).place(page, origin);
+        // Most rows do not grow, and those need not be measured again.
+        BandLayout(report_->detail, own, fonts_, rowGrows_[unit] ? 0 : report_->detail.height).place(page, origin);
         break;
     case UnitKind::ContinuedLine:
         placeContinuedLine(page, unit - rowCount_, origin);

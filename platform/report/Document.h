@@ -66,6 +66,7 @@ private:
     qsizetype rowCount_ = 0;
     Continuation continuation_;
     std::vector<double> heights_;   // of the units, mm
+    std::vector<bool> rowGrows_;    // beyond the height that the project file gives
     std::vector<double> remaining_; // heights of a unit and all behind it, mm
     double headerHeight_ = 0;
     double firstPageHeight_ = 0;

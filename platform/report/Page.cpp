@@ -40,6 +40,16 @@ QFont FontSet::font(int index, double scale) const
     return font;
 }
 
+double FontSet::width(int index, const QString &text) const
+{
+    if (index != lastFont_ || text != lastText_) {
+        lastFont_ = index;
+        lastText_ = text;
+        lastWidth_ = metrics_[index].horizontalAdvance(text) / unitsPerMm;
+    }
+    return lastWidth_;
+}
+
 void paintPage(QPainter &painter, const Page &page, const FontSet &fonts, double dotsPerMm)
 {
     painter.save();

@@ -69,7 +69,7 @@ public:
     static constexpr double unitsPerMm = 100;
 
     QFont font(int index, double scale = 1) const;
-    double width(int index, const QString &text) const { return metrics_[index].horizontalAdvance(text) / unitsPerMm; }
+    double width(int index, const QString &text) const;
     double ascent(int index) const { return metrics_[index].ascent() / unitsPerMm; }
     double lineHeight(int index) const { return metrics_[index].height() / unitsPerMm; }
     const QFont &unscaled(int index) const { return fonts_[index]; }
@@ -77,6 +77,10 @@ public:
 private:
     QList<QFont> fonts_;
     QList<QFontMetricsF> metrics_;
+    // A text is measured to be broken into lines and again to be placed, one right after the other.
+    mutable int lastFont_ = -1;
+    mutable QString lastText_;
+    mutable double lastWidth_ = 0;
 };
 
 /// The one painting path of preview, printer and PDF. `dotsPerMm` of the device behind `painter`, whose origin is the

@@ -240,7 +240,8 @@ void SearchForm::AggiornaGriglia(const QString &filter)
     const WaitCursor wait;
     const int key = grid_->selectedKey();
     const int position = grid_->verticalScrollBar()->value();
-    grid_->setRows(connection_.select(spec_.selectText + filter + spec_.orderText, {}, grid_->rows().fields()));
+    grid_->setRows(
+        connection_.select(data::limitedTo(grid_->rows().fields(), spec_.selectText + filter + spec_.orderText)));
     if (key > 0 && grid_->selectKey(key))
         grid_->verticalScrollBar()->setValue(position);
 }

@@ -1,11 +1,15 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/schema/Catalogo.h"
 #include "magazzino/schema/Motore.h"
+#include "platform/core/Log.h"
 #include "tests/support/ScriptedMessages.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
+#include <QFile>
 #include <QRegularExpression>
+#include <QScopeGuard>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -265,6 +269,43 @@ private Q_SLOTS:
         QCOMPARE(db->lines(u"SELECT SUM(COSTO) FROM MOVI_MAGA"_s), QStringList(u"0"_s));
         QCOMPARE(db->lines(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'MOVI_MAGA'"_s),
                  QStringList(u"1.0.0"_s));
+    }
+
+    void missingIndexWaitsForAStartWithoutOpenWrites()
+    {
+        const QTemporaryDir folder;
+        core::setLogFile(folder.filePath(u"log"_s));
+        const auto logOff = qScopeGuard([] { core::setLogFile({}); });
+        const auto logged = [&folder] {
+            QFile log(folder.filePath(u"log"_s));
+            return log.open(QIODevice::ReadOnly) ? log.readAll().count("indice IX_MMG_MOVI_MAGA_RIF_DOC") : 0;
+        };
+        const QString indexes = u"SELECT RDB$INDEX_NAME FROM RDB$INDICES WHERE RDB$INDEX_NAME STARTING WITH 'IX_MMG_' "
+                                "ORDER BY 1"_s;
+        start();
+        const QStringList all = db->lines(indexes);
+        QVERIFY(all.contains(u"IX_MMG_MOVI_MAGA_RIF_DOC"_s));
+        db->connection().execute(u"DROP INDEX IX_MMG_MOVI_MAGA_RIF_DOC"_s);
+        db->connection().execute(u"DROP INDEX IX_MMG_FATT_ACC_DETT"_s);
+        test::ScriptedMessages messages;
+
+        data::Connection other;
+        other.setConnectionString(db->database().connectionString());
+        other.open();
+        {
+            data::Transaction writing(other);
+            test::insertInto(other, u"MOVI_MAGA"_s, {});
+            AggiornaDatabase();
+            writing.commit();
+        }
+        QCOMPARE(db->lines(indexes).size(), all.size() - 1);
+        QCOMPARE(logged(), 1);
+
+        AggiornaDatabase();
+        QCOMPARE(db->lines(indexes), all);
+        // What is there is not tried again.
+        AggiornaDatabase();
+        QCOMPARE(logged(), 1);
     }
 
     void missingModuleIsShownOnce()

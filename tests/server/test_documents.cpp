@@ -22,6 +22,7 @@ private Q_SLOTS:
     void init();
     void cleanup() { workplace_.reset(); }
 
+    void startMakesTheIndexesThroughTheServer();
     void anotherWorkstationSavesInBetween();
     void sameNumberAtTheSameMomentIsStoredOnce();
     void serverLostDuringTheSave_data();
@@ -73,6 +74,12 @@ void TestServerDocuments::runElsewhere(const QStringList &statements) const
         process.kill();
         throw core::Error(u"run_sql: "_s + QString::fromUtf8(process.readAllStandardError()) + process.errorString());
     }
+}
+
+// Their statements log in by themselves, with the password of the module's connection.
+void TestServerDocuments::startMakesTheIndexesThroughTheServer()
+{
+    QVERIFY(lines(u"SELECT TRIM(RDB$INDEX_NAME) FROM RDB$INDICES"_s).contains(u"IX_MMG_MOVI_MAGA_CODICE"_s));
 }
 
 void TestServerDocuments::anotherWorkstationSavesInBetween()

@@ -203,7 +203,7 @@ void TestImport::allArticlesOrNone()
     core::Progress second;
     inserts = 0;
     trouble = [this] { database_->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"X%1"_s.arg(many)}}); };
-    QVERIFY(test::errorOf([&] { host::writeImport(other, articles_, planned, second); }).startsWith(u"Riga 20001: "));
+    QVERIFY(test::errorOf([&] { host::writeImport(other, articles_, planned, second); }).contains(u"riga 20001."));
     QCOMPARE(count(u"ANA_MAGA"_s), before + 1);
 
     core::Progress third;

@@ -1,0 +1,145 @@
+#include "benchmark/Bench.h"
+
+#include "host/DatabaseSetup.h"
+#include "host/schema/DemoData.h"
+#include "platform/core/Log.h"
+#include "platform/data/Connection.h"
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace bench {
+
+namespace {
+
+void tell(const QString &text)
+{
+    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+}
+
+} // namespace
+
+Bench::Bench(const DataSize &dataSize, const QStringList &wanted)
+    : size(dataSize)
+    , wanted_(wanted)
+{
+    core::setLogFile(folder_.filePath(u"corvane.log"_s));
+    address_.file = folder_.filePath(u"bench.fdb"_s);
+}
+
+bool Bench::isWanted(const QString &group) const
+{
+    return wanted_.isEmpty() || wanted_.contains(group);
+}
+
+void Bench::createDatabase()
+{
+    host::createHostDatabase(address_, true);
+    restart();
+    host::insertDemoWarehouseData(program_->connection());
+    makeArticles(program_->connection(), size);
+}
+
+void Bench::restart()
+{
+    program_.reset();
+    program_ = std::make_unique<Program>(address_);
+    program_->startModule();
+}
+
+void Bench::fill(int first, int last)
+{
+    const double time = milliseconds([&] { makeDocuments(program_->connection(), size, first, last); });
+    tell(u"documents %1 to %2 of each kind: %3 s"_s.arg(first).arg(last).arg(time / 1000, 0, 'f', 1));
+}
+
+int Bench::firstKey(const QString &table, const QString &key) const
+{
+    return program_->connection().select(u"SELECT MIN(%2) AS K FROM %1"_s.arg(table, key)).integer(0, u"K");
+}
+
+qint64 Bench::movements() const
+{
+    return program_->connection().select(u"SELECT COUNT(*) AS N FROM MOVI_MAGA"_s).at(0, u"N").toLongLong();
+}
+
+void Bench::add(const Pair &pair, const Figure &figure)
+{
+    figures_.append(compare(pair, figure));
+    tell(u"%1: %2 ms, floor %3 ms"_s.arg(figure.workload)
+             .arg(figures_.last().median, 0, 'f', 2)
+             .arg(figures_.last().floor, 0, 'f', 2));
+}
+
+// What may grow with the movements, and what must not.
+void Bench::measureGrowing()
+{
+    if (isWanted(u"saves"_s))
+        measureSaves(*this);
+    if (isWanted(u"opening"_s))
+        measureOpening(*this);
+    if (isWanted(u"keys"_s))
+        measureKeySearches(*this);
+    if (isWanted(u"inventories"_s))
+        measureInventories(*this);
+    if (isWanted(u"levels"_s))
+        measureLevelReports(*this);
+}
+
+void Bench::measureStart()
+{
+    program_.reset();
+    program_ = std::make_unique<Program>(address_);
+    add({.program = [this] { program_->startModule(); },
+         .prepare =
+             [this] {
+                 program_.reset();
+                 program_ = std::make_unique<Program>(address_);
+             }},
+        {.workload = u"start of the module"_s, .target = 300, .milliseconds = true});
+}
+
+QString Bench::growthTable(const QList<Figure> &half) const
+{
+    // The floor's own growth tells what is the engine's, or a disturbance of one of the two halves.
+    QString text =
+        u"\nTwice the documents and movements against half of them: time before, after, growth, floor's growth\n"_s;
+    for (const Figure &before : half) {
+        for (const Figure &after : figures_) {
+            if (after.workload == before.workload)
+                text += u"%1%2 ms%3 ms%4%5\n"_s.arg(before.workload, -46)
+                            .arg(before.median, 10, 'f', 2)
+                            .arg(after.median, 10, 'f', 2)
+                            .arg(after.median / before.median, 8, 'f', 2)
+                            .arg(after.floor / before.floor, 8, 'f', 2);
+        }
+    }
+    return text;
+}
+
+QString Bench::run()
+{
+    createDatabase();
+    bare_ = std::make_unique<Bare>(address_);
+    fill(1, size.documents / 2);
+    measureGrowing();
+    const QList<Figure> half = std::exchange(figures_, {});
+    fill(size.documents / 2 + 1, size.documents);
+    measureGrowing();
+    if (isWanted(u"lists"_s))
+        measureLists(*this);
+    if (isWanted(u"pdf"_s))
+        measurePdf(*this);
+    if (isWanted(u"start"_s))
+        measureStart();
+    // Last, since it rewrites half of the movements.
+    if (isWanted(u"revaluation"_s))
+        measureRevaluation(*this);
+    const QString count = u"%1 articles, %2 documents of each kind, %3 movements\n"_s.arg(size.articles)
+                              .arg(size.documents)
+                              .arg(movements());
+    return count + table(figures_) + growthTable(half);
+}
+
+} // namespace bench

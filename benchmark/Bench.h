@@ -1,0 +1,57 @@
+#pragma once
+#include "benchmark/Bare.h"
+#include "benchmark/BenchData.h"
+#include "benchmark/Measure.h"
+#include "benchmark/Program.h"
+
+#include <QTemporaryDir>
+
+/// The whole run: data, workloads, table.
+namespace bench {
+
+class Bench
+{
+public:
+    /// `wanted` names the groups of workloads to run; all while it is empty.
+    Bench(const DataSize &size, const QStringList &wanted);
+
+    /// Fills the database by halves and measures at both; returns the text of all tables.
+    QString run();
+
+    const DataSize size;
+    Program &program() const { return *program_; }
+    Bare &bare() const { return *bare_; }
+    QString filePath(const QString &name) const { return folder_.filePath(name); }
+    void add(const Pair &pair, const Figure &figure);
+    int firstKey(const QString &table, const QString &key) const;
+    /// Number of movements.
+    qint64 movements() const;
+
+private:
+    void createDatabase();
+    void fill(int first, int last);
+    void measureStart();
+    void measureGrowing();
+    void restart();
+    bool isWanted(const QString &group) const;
+    QString growthTable(const QList<Figure> &half) const;
+
+    QTemporaryDir folder_;
+    QStringList wanted_;
+    data::DatabaseAddress address_;
+    std::unique_ptr<Program> program_;
+    std::unique_ptr<Bare> bare_;
+    QList<Figure> figures_;
+};
+
+// Groups of workloads.
+void measureSaves(Bench &bench);
+void measureOpening(Bench &bench);
+void measureKeySearches(Bench &bench);
+void measureInventories(Bench &bench);
+void measureLevelReports(Bench &bench);
+void measureRevaluation(Bench &bench);
+void measureLists(Bench &bench);
+void measurePdf(Bench &bench);
+
+} // namespace bench

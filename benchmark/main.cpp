@@ -1,0 +1,67 @@
+// Measures the program on the data of a busy firm: magazzino_bench [S|L] [GROUP...]
+#include "benchmark/Bench.h"
+
+#include "host/Application.h"
+#include "platform/core/Error.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString processor()
+{
+    QFile file(u"/proc/cpuinfo"_s);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith("model name"))
+            return QString::fromUtf8(line.mid(line.indexOf(':') + 2));
+    }
+    return {};
+}
+
+bool write(const QString &path, const QString &text)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0;
+}
+
+int measure(const QStringList &arguments)
+{
+    const bool isSmall = arguments.value(1) == u"S";
+    bench::Bench bench(isSmall ? bench::small : bench::large, arguments.mid(2));
+    const QString text = u"%1, %2, %3\n"_s.arg(QDateTime::currentDateTime().toString(Qt::ISODate), processor(),
+                                               arguments.mid(1).join(u' ')) +
+                         bench.run();
+    std::printf("%s", qUtf8Printable(text));
+    const QString path = QDir::current().absoluteFilePath(u"bench-results-%1.txt"_s.arg(isSmall ? u"S"_s : u"L"_s));
+    if (!write(path, text)) {
+        std::fprintf(stderr, "Cannot write %s\n", qUtf8Printable(path));
+        return 1;
+    }
+    std::printf("%s\n", qUtf8Printable(path));
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    host::prepareProgram(application);
+    try {
+        return measure(QCoreApplication::arguments());
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(core::errorText(error)));
+        return 1;
+    }
+}
