@@ -45,6 +45,8 @@ RegisterEntry::RegisterEntry(const RegisterSpec &spec, data::Connection &connect
     record().setParent(this);
     setObjectName(u"Inserimento"_s + spec.name);
     setOpeningSize(spec.openingSize);
+    // Codes, postcodes and telephone numbers stay readable.
+    setMinimumSize(spec.openingSize.width() * 5 / 6, 0);
     mainLayout()->addWidget(pages(), 1);
     for (const RegisterGroup &group : spec.groups)
         createGroup(group);
@@ -72,19 +74,25 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
     auto *grid = new QGridLayout(box);
     if (group.title.isEmpty())
         grid->setContentsMargins(0, 0, 0, 0);
+    bool anyWide = false;
     for (const RegisterField &spec : group.fields) {
         ui::Field *field = createField(spec, box);
         place(grid, field, spec.row, spec.position, spec.span);
         // A control with a limited width stays beside its label, the others share what is left.
-        if (field->widget()->maximumWidth() < QWIDGETSIZE_MAX)
-            grid->setAlignment(field->widget(), Qt::AlignLeft | Qt::AlignVCenter);
-        else
+        const bool wide = field->widget()->maximumWidth() == QWIDGETSIZE_MAX;
+        if (wide)
             grid->setColumnStretch(spec.position * 2 + 1, 1);
+        else
+            grid->setAlignment(field->widget(), Qt::AlignLeft | Qt::AlignVCenter);
+        anyWide = anyWide || wide;
         if (spec.kind == RegisterField::Kind::Memo)
             grid->setRowStretch(spec.row, 1);
         if (!focusProxy())
             setFocusProxy(field->widget());
     }
+    // Where nothing takes what is left, it goes behind the controls instead of between them and their labels.
+    if (!anyWide)
+        grid->setColumnStretch(grid->columnCount(), 1);
 }
 
 ui::Field *RegisterEntry::createField(const RegisterField &field, QWidget *parent)

@@ -111,12 +111,12 @@ RegisterSpec makeArticles()
         .listSql = u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA, UM.UM FROM ANA_MAGA "
                    "LEFT JOIN CATEGORIE_ANA_MAGA ON CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA = "
                    "ANA_MAGA.IDCATEGORIA_ANA_MAGA LEFT JOIN UM ON UM.IDUM = ANA_MAGA.IDUM "_s,
-        .listColumns = {{u"Codice"_s, u"CODICE"_s, 130},
+        .listColumns = {{u"Codice"_s, u"CODICE"_s, 110},
                         {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
-                        {u"Categoria"_s, u"CATEGORIA"_s, 170},
-                        {u"U.M."_s, u"UM"_s, 50},
-                        {u"Prezzo"_s, u"PREZZO"_s, 90, Width::Pixels, Display::Currency},
-                        {u"Costo"_s, u"COSTO"_s, 90, Width::Pixels, Display::Currency}},
+                        {u"Categoria"_s, u"CATEGORIA"_s, 140},
+                        {u"U.M."_s, u"UM"_s, 45},
+                        {u"Prezzo"_s, u"PREZZO"_s, 80, Width::Pixels, Display::Currency},
+                        {u"Costo"_s, u"COSTO"_s, 80, Width::Pixels, Display::Currency}},
         .listFilters = {filter(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
                         filter(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
         .orderText = u" ORDER BY UPPER(CODICE)"_s,

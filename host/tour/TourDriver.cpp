@@ -120,6 +120,15 @@ int TourDriver::run(QDialog &dialog)
     return dialog.result();
 }
 
+void TourDriver::pictureAtSmallestSize(QWidget *form, const QString &name)
+{
+    QWidget *frame = form->parentWidget();
+    const QSize before = frame->size();
+    frame->resize(frame->minimumSizeHint().expandedTo(form->minimumSize()));
+    picture(form, name + u"-dimensione-minima"_s);
+    frame->resize(before);
+}
+
 void TourDriver::expectProgress()
 {
     constexpr int interval = 50; // milliseconds

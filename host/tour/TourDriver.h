@@ -32,6 +32,9 @@ public:
     /// "NN-name.png" of `window`.
     void picture(QWidget *window, const QString &name);
 
+    /// "NN-name-dimensione-minima.png" of a child window's form.
+    void pictureAtSmallestSize(QWidget *form, const QString &name);
+
     /// The next message box must have this title and hold this text; it gets `answer`.
     void expectMessage(const QString &title, const QString &text, core::Answer answer);
     /// The next modal dialog is worked by `use`, which must close it.

@@ -97,6 +97,8 @@ void HostTour::article()
     driver_.control<QDoubleSpinBox>(form, u"txtSottoscorta"_s)->setValue(10);
     driver_.control<QDoubleSpinBox>(form, u"txtRiordino"_s)->setValue(25);
     driver_.picture(&session_.window(), u"articolo"_s);
+    driver_.pictureAtSmallestSize(form, u"articolo"_s);
+    driver_.pictureAtSmallestSize(list, u"elenco-articoli"_s);
     driver_.trigger(form, u"actSalva"_s);
     driver_.check(u"prezzo registrato"_s,
                   core::formatNumber(one(u"SELECT PREZZO FROM ANA_MAGA WHERE CODICE = 'OTT-0040'"_s).toDouble()),
@@ -151,6 +153,7 @@ void HostTour::customer()
     type(form, u"txtPartitaIVA"_s, u"01234567890"_s);
     pick(form, u"txtTipoPagamento"_s, one(u"SELECT FIRST 1 TIPO_PAGAMENTO FROM TIPI_PAGAMENTO ORDER BY 1"_s));
     driver_.picture(&session_.window(), u"cliente"_s);
+    driver_.pictureAtSmallestSize(form, u"cliente"_s);
     driver_.expectMessage(u"Conferma"_s, u"Partita IVA: il carattere di controllo non corrisponde."_s,
                           core::Answer::Yes);
     driver_.trigger(form, u"actSalva"_s);
@@ -222,6 +225,7 @@ void HostTour::usersAndRoles()
     driver_.press(form, u"cmdPassword"_s);
     driver_.control<QListWidget>(form, u"list"_s)->item(1)->setCheckState(Qt::Checked);
     driver_.picture(&session_.window(), u"utente"_s);
+    driver_.pictureAtSmallestSize(form, u"utente"_s);
     driver_.trigger(form, u"actSalva"_s);
     driver_.check(u"la password non è leggibile"_s,
                   one(u"SELECT PASSWORD_HASH FROM UTENTI WHERE USER_NAME = 'GIULIA'"_s).startsWith(u"pbkdf2-sha512$"));

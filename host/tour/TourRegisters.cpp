@@ -112,7 +112,6 @@ private:
     QString one(const QString &sql);
     QString stored(const Register &names, const QString &text);
     QString inList(QTableView *grid, const QString &text);
-    void pictureAtSmallestSize(QWidget *form, const QString &name);
     void enter(const Register &names);
     QWidget *find(const Register &names, const QString &text);
     void choose(const QString &text);
@@ -155,15 +154,6 @@ QString Registers::inList(QTableView *grid, const QString &text)
     return QString::number(found);
 }
 
-void Registers::pictureAtSmallestSize(QWidget *form, const QString &name)
-{
-    QWidget *frame = form->parentWidget();
-    const QSize before = frame->size();
-    frame->resize(frame->minimumSizeHint().expandedTo(form->minimumSize()));
-    driver_.picture(form, name + u"-dimensione-minima"_s);
-    frame->resize(before);
-}
-
 // Chooses a row of the next selection dialog.
 void Registers::choose(const QString &text)
 {
@@ -185,7 +175,7 @@ void Registers::enter(const Register &names)
         driver_.press(form, u"cmdSelezionaTipoPagamento"_s);
     }
     driver_.picture(&window_, names.picture);
-    pictureAtSmallestSize(form, names.picture);
+    driver_.pictureAtSmallestSize(form, names.picture);
     driver_.trigger(form, u"actSalva"_s);
     driver_.check(u"registrati"_s, stored(names, names.inputs.constFirst().second), u"1"_s);
     driver_.trigger(form, u"actChiudi"_s);
@@ -208,7 +198,7 @@ void Registers::keep(const Register &names)
     enter(names);
     QWidget *list = find(names, text);
     driver_.picture(&window_, names.picture + u"-elenco"_s);
-    pictureAtSmallestSize(list, names.picture + u"-elenco"_s);
+    driver_.pictureAtSmallestSize(list, names.picture + u"-elenco"_s);
 
     driver_.trigger(list, u"actModifica"_s);
     auto *form = driver_.control<QWidget>(&window_, names.entryForm);
@@ -250,7 +240,7 @@ void Registers::enterMovement(const QString &kind, const QString &quantity, cons
     driver_.control<QDoubleSpinBox>(form, u"txtQuantita"_s)->setValue(core::parseNumber(quantity).value_or(0));
     driver_.control<QPlainTextEdit>(form, u"txtNote"_s)->setPlainText(u"Rettifica d'inventario"_s);
     driver_.picture(&window_, picture);
-    pictureAtSmallestSize(form, picture);
+    driver_.pictureAtSmallestSize(form, picture);
     driver_.trigger(form, u"actSalva"_s);
     const QString from = u" FROM MOVI_MAGA WHERE CODICE = '%1' AND TIPO_MOVIMENTO = '%2'"_s.arg(article, kind);
     driver_.check(u"quantità registrata"_s, core::formatNumber(one(u"SELECT QUANTITA"_s + from).toDouble()), quantity);
@@ -266,7 +256,7 @@ void Registers::listMovements()
     driver_.check(u"movimenti di "_s + article, inList(grid(list), article), u"2"_s);
     driver_.selectRow(grid(list), article);
     driver_.picture(&window_, u"movimenti-elenco"_s);
-    pictureAtSmallestSize(list, u"movimenti-elenco"_s);
+    driver_.pictureAtSmallestSize(list, u"movimenti-elenco"_s);
     driver_.trigger(list, u"actChiudi"_s);
 }
 
@@ -278,7 +268,7 @@ void Registers::listDocuments(const QString &action, const QString &form, const 
     driver_.check(u"documenti dell'anno"_s, QString::number(grid(list)->model()->rowCount()),
                   QString::number(documents));
     driver_.picture(&window_, picture);
-    pictureAtSmallestSize(list, picture);
+    driver_.pictureAtSmallestSize(list, picture);
     driver_.trigger(list, u"actChiudi"_s);
 }
 
