@@ -69,7 +69,7 @@ void HostCommands::addRegisters()
 void HostCommands::addRegister(const RegisterSpec &spec, const QString &menu)
 {
     const QString entry = u"actInserimento"_s + spec.name;
-    add({.name = entry, .caption = u"Inserimento "_s + spec.caption.toLower(), .menu = {}, .create = [this, &spec] {
+    add({.name = entry, .caption = u"Inserimento "_s + spec.lowerCaption(), .menu = {}, .create = [this, &spec] {
              auto *form = new RegisterEntry(spec, connection_, &window_);
              form->finish();
              return form;

@@ -48,7 +48,7 @@ QWidget *addInput(ui::FormDialog &dialog, const Option &option, const QString &v
     }
     auto *edit = new QLineEdit(value, &dialog);
     edit->setMaxLength(255);
-    edit->setMinimumWidth(420);
+    edit->setMinimumWidth(540);
     edit->setCursorPosition(0);
     dialog.addRow(option.label, edit);
     return edit;

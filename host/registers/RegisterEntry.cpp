@@ -29,7 +29,7 @@ data::DataSet *recordOf(const RegisterSpec &spec, data::Connection &connection)
 
 ui::EntryFormSpec formOf(const RegisterSpec &spec)
 {
-    return {.caption = spec.isSingle() ? spec.caption : u"Inserimento / Modifica "_s + spec.caption.toLower(),
+    return {.caption = spec.isSingle() ? spec.caption : u"Inserimento / Modifica "_s + spec.lowerCaption(),
             .menuCaption = u">%1<"_s.arg(spec.caption),
             .key = spec.key,
             .generator = spec.generator(),

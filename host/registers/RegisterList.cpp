@@ -11,7 +11,7 @@ namespace {
 
 ui::SearchSpec listOf(const RegisterSpec &spec)
 {
-    return {.caption = u"Gestione "_s + spec.caption.toLower(),
+    return {.caption = u"Gestione "_s + spec.lowerCaption(),
             .menuCaption = u">%1<"_s.arg(spec.caption),
             .selectText = spec.selectText(),
             .orderText = spec.orderText,

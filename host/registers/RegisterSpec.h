@@ -78,6 +78,8 @@ struct RegisterSpec
     QString orderText = {}; ///< begins with a blank
     QString letterColumn = {};
 
+    /// "aliquote IVA", inside a sentence.
+    QString lowerCaption() const { return caption.left(1).toLower() + caption.mid(1); }
     QString generator() const { return QStringLiteral("GN_") + key; }
     QString selectText() const { return listSql.isEmpty() ? QStringLiteral("SELECT * FROM %1 ").arg(table) : listSql; }
     /// A register of one record (the company) has no list.

@@ -33,6 +33,14 @@ FormDialog::FormDialog(const QString &title, QWidget *owner)
     setMinimumWidth(420);
 }
 
+void FormDialog::addRow(const QString &label, QWidget *input)
+{
+    if (label.isEmpty())
+        rows_->addRow(input);
+    else
+        rows_->addRow(label, input);
+}
+
 void FormDialog::addText(const QString &text)
 {
     auto *label = new QLabel(text, this);
@@ -53,6 +61,8 @@ void FormDialog::showEvent(QShowEvent *event)
         setTabOrder(chain[i - 1], chain[i]);
     if (!focusWidget() || focusWidget() == ok_ || focusWidget() == cancel_)
         chain.first()->setFocus();
+    // A minimum width of its own would let the dialog open narrower than its inputs need on a small screen.
+    setMinimumSize(minimumSize().expandedTo(minimumSizeHint()));
     QDialog::showEvent(event);
 }
 

@@ -16,7 +16,8 @@ class FormDialog : public QDialog
 public:
     FormDialog(const QString &title, QWidget *owner);
 
-    void addRow(const QString &label, QWidget *input) { rows_->addRow(label, input); }
+    /// An input without a label takes the whole width.
+    void addRow(const QString &label, QWidget *input);
     /// A paragraph over the whole width.
     void addText(const QString &text);
     QPushButton *okButton() const { return ok_; }
