@@ -223,7 +223,7 @@ QString TMMGModMagazzino::ScegliFilePDF(QWidget *form, const QString &proposedNa
     static const QRegularExpression unsuitable(u"[\\\\/:*?\"<>|]"_s);
     request.proposedName = QString(proposedName).replace(unsuitable, u"-"_s) + u".pdf"_s;
     const QString chosen = ui::chooseSaveFile(form, request);
-    const QString path = chosen.isEmpty() ? chosen : report::withPdfExtension(chosen);
+    QString path = chosen.isEmpty() ? chosen : report::withPdfExtension(chosen);
     // The dialog asked about the name as it was typed.
     if (path != chosen && QFileInfo::exists(path) &&
         !core::confirm(form, u"Il file \"%1\" esiste già.\n\rSovrascriverlo?"_s.arg(path)))

@@ -142,8 +142,8 @@ QString RegisterEntry::textOf(const QString &column) const
 
 void RegisterEntry::declareChecks()
 {
-    for (const auto &[column, text] : std::as_const(spec_.required))
-        refuseIf([this, column] { return textOf(column).isEmpty(); }, text);
+    for (const auto &required : std::as_const(spec_.required))
+        refuseIf([this, column = required.first] { return textOf(column).isEmpty(); }, required.second);
     if (!spec_.uniqueColumn.isEmpty())
         refuseIf([this] { return isDuplicate(); }, spec_.duplicateText);
     if (spec_.namedByText)

@@ -26,7 +26,7 @@ QString entryOf(const data::DatabaseAddress &database)
 data::DatabaseAddress addressOf(const QString &entry)
 {
     const qsizetype at = entry.indexOf(u'@');
-    const data::DatabaseAddress whole = data::DatabaseAddress::parse(entry);
+    data::DatabaseAddress whole = data::DatabaseAddress::parse(entry);
     if (whole.isEmbedded() || at < 0)
         return whole;
     data::DatabaseAddress address = data::DatabaseAddress::parse(entry.mid(at + 1));

@@ -116,9 +116,9 @@ private:
             return u"Non è stata indicata la ragione sociale!"_s;
         if (made.userName.isEmpty())
             return u"Non è stato indicato il nome utente!"_s;
-        if (const QString wrong = passwordProblem(password_->text(), repeated_->text()); !wrong.isEmpty())
+        if (QString wrong = passwordProblem(password_->text(), repeated_->text()); !wrong.isEmpty())
             return wrong;
-        if (const QString missing = place_->problem(); !missing.isEmpty())
+        if (QString missing = place_->problem(); !missing.isEmpty())
             return missing;
         return made.database.isEmbedded() && QFileInfo::exists(made.database.file)
                    ? u"Il file \"%1\" esiste già: scegliere un altro nome."_s.arg(made.database.file)

@@ -15,6 +15,7 @@
 #include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
@@ -25,6 +26,7 @@
 #include <QScopeGuard>
 #include <QTabWidget>
 #include <QTableView>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -130,7 +132,7 @@ QString FirmTour::login(const data::DatabaseAddress &database)
 void FirmTour::importArticles()
 {
     driver_.tell(u"Gli articoli da un file CSV"_s);
-    const QString path = file(u"articoli.csv"_s);
+    QString path = file(u"articoli.csv"_s);
     QFile csv(path);
     if (!csv.open(QIODevice::WriteOnly) || csv.write(articleFile) != articleFile.size())
         throw core::Error(u"Impossibile scrivere \"%1\"."_s.arg(path));
@@ -196,7 +198,7 @@ void FirmTour::deliveryNote()
     driver_.check(u"importo della riga"_s, driver_.cellText(rows, 0, u"Importo"_s), u"€ 68,75"_s);
     driver_.trigger(form, u"actSalva"_s);
     const auto restore = qScopeGuard([] { ui::setSaveFileChooser({}); });
-    const QString pdf = file(u"primo-ddt.pdf"_s);
+    QString pdf = file(u"primo-ddt.pdf"_s);
     ui::setSaveFileChooser([pdf](QWidget *, const ui::SaveFileRequest &) { return pdf; });
     QFile::remove(pdf);
     driver_.trigger(form, u"actSalvaPDF"_s);
@@ -207,7 +209,7 @@ void FirmTour::deliveryNote()
 void FirmTour::exportArticles()
 {
     driver_.tell(u"L'elenco degli articoli in un foglio di calcolo"_s);
-    const QString path = file(u"articoli.xlsx"_s);
+    QString path = file(u"articoli.xlsx"_s);
     QFile::remove(path);
     const auto restore = qScopeGuard([] { ui::setSaveFileChooser({}); });
     ui::setSaveFileChooser([path](QWidget *, const ui::SaveFileRequest &) { return path; });
@@ -221,7 +223,7 @@ void FirmTour::backup(const data::DatabaseAddress &database)
     driver_.tell(u"La copia di sicurezza, verificata"_s);
     DatabaseMemory memory(driver_.folder());
     FileCommands commands(session_->window(), {.database = database}, memory, driver_.folder());
-    const QString copy = file(u"ferramenta.fbk"_s);
+    QString copy = file(u"ferramenta.fbk"_s);
     QFile::remove(copy);
     const auto restore = qScopeGuard([] { ui::setSaveFileChooser({}); });
     ui::setSaveFileChooser([copy](QWidget *, const ui::SaveFileRequest &) { return copy; });

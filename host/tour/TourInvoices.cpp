@@ -197,7 +197,7 @@ void Invoices::exportPdf()
 {
     driver_.tell(u"La fattura in PDF"_s);
     const auto restore = qScopeGuard([] { ui::setSaveFileChooser({}); });
-    const QString path = QDir(driver_.folder()).absoluteFilePath(u"fattura-salvata"_s);
+    QString path = QDir(driver_.folder()).absoluteFilePath(u"fattura-salvata"_s);
     ui::setSaveFileChooser([path](QWidget *, const ui::SaveFileRequest &) {
         QFile::remove(path + u".pdf"_s);
         return path;

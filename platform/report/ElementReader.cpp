@@ -1,5 +1,7 @@
 #include "platform/report/ElementReader.h"
 
+#include <QHash>
+
 using namespace Qt::StringLiterals;
 
 namespace report {

@@ -148,7 +148,7 @@ RecordLabels::RecordLabels(const QList<RecordLabel> &labels, QWidget *parent)
     QList<QLabel *> firstCaptions;
     for (const RecordLabel &spec : labels) {
         auto *caption = new QLabel(spec.caption, box_);
-        if (spec.line >= lines->count()) {
+        if (!line || spec.line >= lines->count()) {
             line = new QHBoxLayout;
             lines->addLayout(line);
             firstCaptions.append(caption);

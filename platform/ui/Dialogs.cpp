@@ -82,7 +82,7 @@ QString chooseOpenFile(QWidget *owner, const OpenFileRequest &request)
     if (openFileChooser())
         return openFileChooser()(owner, request);
     const QString folder = request.folder.isEmpty() ? lastFolder() : request.folder;
-    const QString chosen = QFileDialog::getOpenFileName(owner, request.title, folder, request.filter);
+    QString chosen = QFileDialog::getOpenFileName(owner, request.title, folder, request.filter);
     if (!chosen.isEmpty())
         lastFolder() = QFileInfo(chosen).absolutePath();
     return chosen;

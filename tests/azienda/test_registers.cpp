@@ -7,6 +7,8 @@
 #include "tests/support/TestMain.h"
 
 #include <QComboBox>
+#include <QDialog>
+#include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTreeWidget>

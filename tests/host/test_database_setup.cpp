@@ -180,7 +180,7 @@ void TestDatabaseSetup::failureHalfWayLeavesNoFile()
     QString error;
     {
         // An empty database fits in, the schema does not.
-        const FileSizeLimit limit(2 * 1024 * 1024);
+        const FileSizeLimit limit(rlim_t{2} * 1024 * 1024);
         error = test::errorOf([&address] { host::createHostDatabase(address, true); });
     }
     QVERIFY2(error.contains(u"write"_s), qPrintable(error));

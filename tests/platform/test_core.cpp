@@ -162,7 +162,7 @@ void TestCore::logKeepsOneOlderGeneration()
     for (const char *generation : {"first", "second"}) {
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(generation + QByteArray(1024 * 1024, 'x'));
+        file.write(generation + QByteArray(qsizetype{1024} * 1024, 'x'));
         file.close();
         core::logLine(u"prova"_s, u"una riga"_s);
         QVERIFY(file.size() < 200);

@@ -88,7 +88,7 @@ ui::SearchForm *TestRegisters::fullList(const test::Register &names) const
 
 void TestRegisters::newRecordComesBackAndIsChangedAlone()
 {
-    const test::Register &names = this->names();
+    const test::Register &names = TestRegisters::names();
     QStringList expected = stored(names);
     const int key = static_cast<int>(expected.size()) + 1;
     ui::EntryForm *form = open(names);
@@ -203,7 +203,7 @@ void TestRegisters::carrierAddressTooLongStaysInTheForm()
 
 void TestRegisters::deletion()
 {
-    const test::Register &names = this->names();
+    const test::Register &names = TestRegisters::names();
     QStringList expected = stored(names);
     const QString referenced = storedText(1);
     test::refer(place(), names, 1);
