@@ -50,6 +50,24 @@ RegisterField category(const CategoryTable &table, int row)
             .categories = table};
 }
 
+/// What articles and services have in common.
+RegisterGroup item(const QString &title, const CategoryTable &categories)
+{
+    return {general,
+            title,
+            {text(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 20, 0),
+             text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 100, 1, 0, 2), category(categories, 2),
+             unitLookup(2, 1)}};
+}
+
+RegisterGroup prices(const QString &costLabel)
+{
+    return {general,
+            u"Prezzi"_s,
+            {number(Kind::Amount, u"txtPrezzo"_s, u"Prezzo di vendita"_s, u"PREZZO"_s, 0),
+             number(Kind::Amount, u"txtCosto"_s, costLabel, u"COSTO"_s, 0, 1), vatLookup(1, 0)}};
+}
+
 RegisterGroup notes()
 {
     return {u"Note"_s, {}, {{.name = u"txtNote"_s, .label = {}, .column = u"NOTE"_s, .kind = Kind::Memo}}};
@@ -82,45 +100,37 @@ RegisterSpec makeArticles()
     const QString ofArticle = u"UPPER(CODICE) = (SELECT UPPER(CODICE) FROM ANA_MAGA WHERE IDANA_MAGA = :ID)"_s;
     QList<RegisterUse> uses = documentRows(ofArticle + u" AND TIPO_RIGA = 'Articolo'"_s);
     uses.append({u"movimenti di magazzino"_s, u"MOVI_MAGA"_s, ofArticle});
-    return {
-        .name = u"Articoli"_s,
-        .caption = u"Articoli"_s,
-        .oneRecord = u"questo articolo"_s,
-        .table = u"ANA_MAGA"_s,
-        .key = u"IDANA_MAGA"_s,
-        .groups = {{general,
-                    u"Articolo"_s,
-                    {text(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 20, 0),
-                     text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 100, 1, 0, 2),
-                     category(articleCategories, 2), unitLookup(2, 1)}},
-                   {general,
-                    u"Prezzi"_s,
-                    {number(Kind::Amount, u"txtPrezzo"_s, u"Prezzo di vendita"_s, u"PREZZO"_s, 0),
-                     number(Kind::Amount, u"txtCosto"_s, u"Costo di acquisto"_s, u"COSTO"_s, 0, 1), vatLookup(1, 0)}},
-                   {general,
-                    u"Scorte"_s,
-                    {number(Kind::Quantity, u"txtSottoscorta"_s, u"Livello di sottoscorta"_s, u"SOTTOSCORTA"_s, 0),
-                     number(Kind::Quantity, u"txtRiordino"_s, u"Livello di riordino"_s, u"RIORDINO"_s, 0, 1)}},
-                   notes()},
-        .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
-        .uniqueColumn = u"CODICE"_s,
-        .duplicateText = codeIsTaken,
-        .uses = uses,
-        .namedByText = true,
-        .openingSize = {760, 400},
-        .listSql = u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA, UM.UM FROM ANA_MAGA "
-                   "LEFT JOIN CATEGORIE_ANA_MAGA ON CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA = "
-                   "ANA_MAGA.IDCATEGORIA_ANA_MAGA LEFT JOIN UM ON UM.IDUM = ANA_MAGA.IDUM "_s,
-        .listColumns = {{u"Codice"_s, u"CODICE"_s, 110},
-                        {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
-                        {u"Categoria"_s, u"CATEGORIA"_s, 140},
-                        {u"U.M."_s, u"UM"_s, 45},
-                        {u"Prezzo"_s, u"PREZZO"_s, 80, Width::Pixels, Display::Currency},
-                        {u"Costo"_s, u"COSTO"_s, 80, Width::Pixels, Display::Currency}},
-        .listFilters = {filter(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
-                        filter(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
-        .orderText = u" ORDER BY UPPER(CODICE)"_s,
-        .letterColumn = u"DESCRIZIONE"_s};
+    return {.name = u"Articoli"_s,
+            .caption = u"Articoli"_s,
+            .oneRecord = u"questo articolo"_s,
+            .table = u"ANA_MAGA"_s,
+            .key = u"IDANA_MAGA"_s,
+            .groups = {item(u"Articolo"_s, articleCategories),
+                       prices(u"Costo di acquisto"_s),
+                       {general,
+                        u"Scorte"_s,
+                        {number(Kind::Quantity, u"txtSottoscorta"_s, u"Livello di sottoscorta"_s, u"SOTTOSCORTA"_s, 0),
+                         number(Kind::Quantity, u"txtRiordino"_s, u"Livello di riordino"_s, u"RIORDINO"_s, 0, 1)}},
+                       notes()},
+            .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
+            .uniqueColumn = u"CODICE"_s,
+            .duplicateText = codeIsTaken,
+            .uses = uses,
+            .namedByText = true,
+            .openingSize = {760, 400},
+            .listSql = u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA, UM.UM FROM ANA_MAGA "
+                       "LEFT JOIN CATEGORIE_ANA_MAGA ON CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA = "
+                       "ANA_MAGA.IDCATEGORIA_ANA_MAGA LEFT JOIN UM ON UM.IDUM = ANA_MAGA.IDUM "_s,
+            .listColumns = {{u"Codice"_s, u"CODICE"_s, 110},
+                            {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
+                            {u"Categoria"_s, u"CATEGORIA"_s, 140},
+                            {u"U.M."_s, u"UM"_s, 45},
+                            {u"Prezzo"_s, u"PREZZO"_s, 80, Width::Pixels, Display::Currency},
+                            {u"Costo"_s, u"COSTO"_s, 80, Width::Pixels, Display::Currency}},
+            .listFilters = {filter(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
+                            filter(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+            .orderText = u" ORDER BY UPPER(CODICE)"_s,
+            .letterColumn = u"DESCRIZIONE"_s};
 }
 
 RegisterSpec makeServices()
@@ -130,16 +140,7 @@ RegisterSpec makeServices()
             .oneRecord = u"questo servizio"_s,
             .table = u"SERVIZI"_s,
             .key = u"IDSERVIZIO"_s,
-            .groups = {{general,
-                        u"Servizio"_s,
-                        {text(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 20, 0),
-                         text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 100, 1, 0, 2),
-                         category(serviceCategories, 2), unitLookup(2, 1)}},
-                       {general,
-                        u"Prezzi"_s,
-                        {number(Kind::Amount, u"txtPrezzo"_s, u"Prezzo di vendita"_s, u"PREZZO"_s, 0),
-                         number(Kind::Amount, u"txtCosto"_s, u"Costo"_s, u"COSTO"_s, 0, 1), vatLookup(1, 0)}},
-                       notes()},
+            .groups = {item(u"Servizio"_s, serviceCategories), prices(u"Costo"_s), notes()},
             .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
             .uniqueColumn = u"CODICE"_s,
             .duplicateText = codeIsTaken,
@@ -232,26 +233,22 @@ RegisterSpec makeCompany()
 
 const RegisterSpec &articles()
 {
-    static const RegisterSpec spec = makeArticles();
-    return spec;
+    return kept<makeArticles>();
 }
 
 const RegisterSpec &services()
 {
-    static const RegisterSpec spec = makeServices();
-    return spec;
+    return kept<makeServices>();
 }
 
 const RegisterSpec &customers()
 {
-    static const RegisterSpec spec = makeCustomers();
-    return spec;
+    return kept<makeCustomers>();
 }
 
 const RegisterSpec &company()
 {
-    static const RegisterSpec spec = makeCompany();
-    return spec;
+    return kept<makeCompany>();
 }
 
 } // namespace host

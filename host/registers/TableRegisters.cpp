@@ -110,26 +110,22 @@ RegisterSpec makeDocumentNotes()
 
 const RegisterSpec &vatRates()
 {
-    static const RegisterSpec spec = makeVatRates();
-    return spec;
+    return kept<makeVatRates>();
 }
 
 const RegisterSpec &units()
 {
-    static const RegisterSpec spec = makeUnits();
-    return spec;
+    return kept<makeUnits>();
 }
 
 const RegisterSpec &paymentTypes()
 {
-    static const RegisterSpec spec = makePaymentTypes();
-    return spec;
+    return kept<makePaymentTypes>();
 }
 
 const RegisterSpec &documentNotes()
 {
-    static const RegisterSpec spec = makeDocumentNotes();
-    return spec;
+    return kept<makeDocumentNotes>();
 }
 
 } // namespace host

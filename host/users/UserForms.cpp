@@ -1,6 +1,7 @@
 #include "host/users/UserForms.h"
 
 #include "host/Corvane3Impl.h"
+#include "host/registers/RegisterParts.h"
 #include "host/users/CheckedLinks.h"
 #include "host/users/Password.h"
 #include "host/users/PasswordDialogs.h"
@@ -125,14 +126,12 @@ RegisterSpec makeRoles()
 
 const RegisterSpec &users()
 {
-    static const RegisterSpec spec = makeUsers();
-    return spec;
+    return parts::kept<makeUsers>();
 }
 
 const RegisterSpec &roles()
 {
-    static const RegisterSpec spec = makeRoles();
-    return spec;
+    return parts::kept<makeRoles>();
 }
 
 UserEntry::UserEntry(data::Connection &connection, QWidget *owner)
