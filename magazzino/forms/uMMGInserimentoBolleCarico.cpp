@@ -1,6 +1,7 @@
 #include "magazzino/forms/uMMGInserimentoBolleCarico.h"
 
 #include "magazzino/MMGUtils.h"
+#include "magazzino/ui/CampiTrasporto.h"
 #include "magazzino/ui/Scelta.h"
 #include "platform/core/Messages.h"
 
@@ -97,13 +98,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
 {
     auto *box = new QGroupBox(u" Trasporto "_s, generalPage());
     box->setObjectName(u"grpTrasporto"_s);
-    transportType_ = declare(new ui::ChoiceField({.name = u"txtTipoTrasporto"_s,
-                                                  .buttonName = u"cmdSelezionaTipoTrasporto"_s,
-                                                  .label = u"Tipo di trasporto"_s,
-                                                  .keyColumn = u"IDTIPO_TRASPORTO"_s,
-                                                  .textColumn = u"TIPO_TRASPORTO"_s,
-                                                  .choose = [] { return scegli(u"actModSelezionaTipoTrasporto"_s); }},
-                                                 box));
+    transportType_ = declare(campoTipoTrasporto(box));
     transportReason_ =
         declare(new ui::DropDownField({.name = u"txtCausaleTrasporto"_s,
                                        .label = u"Causale del trasporto"_s,
@@ -111,14 +106,9 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
                                        .textColumn = u"CAUSALE_TRASPORTO"_s,
                                        .sql = u"SELECT * FROM CAUSALI_TRASPORTO ORDER BY UPPER(CAUSALE_TRASPORTO)"_s},
                                       u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, box));
-    auto *appearance = declare(new ui::TextField({.name = u"txtAspettoBeni"_s,
-                                                  .label = u"Aspetto esteriore dei beni"_s,
-                                                  .column = u"ASPETTO_BENI"_s,
-                                                  .maxLength = 20},
-                                                 box));
-    auto *packages =
-        declare(new ui::IntegerField({.name = u"txtColli"_s, .label = u"Colli"_s, .column = u"COLLI"_s}, box));
-    auto *weight = declare(new ui::DecimalField({.name = u"txtPeso"_s, .label = u"Peso"_s, .column = u"PESO"_s}, box));
+    auto *appearance = declare(campoAspettoBeni(u"Aspetto esteriore dei beni"_s, box));
+    auto *packages = declare(campoColli(box));
+    auto *weight = declare(campoPeso(box));
     auto *weightUnit = declare(new ui::DropDownField({.name = u"txtPesoUm"_s,
                                                       .label = u"U.M."_s,
                                                       .keyColumn = u"PESO_IDUM"_s,

@@ -18,46 +18,23 @@ const QString documentKind = u"D.d.T. di scarico"_s;
 
 DocumentSpec spec()
 {
-    return {
+    return specScarico({
         .form = {.caption = u"Inserimento / Modifica D.d.T. di scarico"_s,
                  .menuCaption = u">Inserimento D.d.T. di scarico<"_s,
                  .key = u"IDDDT_SCARICO"_s,
-                 .generator = u"GN_IDDDT_SCARICO"_s,
-                 .closing = ui::ClosingQuestion::SaveFirst,
-                 // After a failed save the note counts as saved, so that the next save edits; this is intended.
-                 .afterFailedSave = ui::AfterFailedSave::AsAfterSave},
+                 .generator = u"GN_IDDDT_SCARICO"_s},
         .headerDataSet = u"adsDdTScarico"_s,
         .rowsDataSet = u"adsDdTScaricoDett"_s,
         .rowTable = u"DDT_SCARICO_DETT"_s,
         .rowKey = u"IDDDT_SCARICO_DETT"_s,
         .rowGenerator = u"GN_IDDDT_SCARICO_DETT"_s,
-        .generalPage = u"Generale"_s,
-        .rowsPage = u"Righe documento "_s,
-        .notesPage = u"Note"_s,
         .gridName = u"gridRigheDocumento"_s,
-        .columns = {{RowColumn::Codice, u"Codice"_s, 13, true},
-                    {RowColumn::Descrizione, u"Descrizione"_s},
-                    {RowColumn::Prezzo, u"Prezzo"_s, 100},
-                    {RowColumn::Quantita, u"Q.tà"_s, 60},
-                    {RowColumn::Importo, u"Importo"_s, 100},
-                    {RowColumn::IVA, u"IVA"_s, 40},
-                    {RowColumn::UM, u"U.M."_s, 50}},
-        .rowCommands = {.articolo = u"Aggiungi articolo"_s,
-                        .servizio = u"Aggiungi servizio"_s,
-                        .testo = u"Aggiungi testo"_s,
-                        .elimina = u"Elimina riga"_s,
-                        .su = u"Sposta riga in alto"_s,
-                        .giu = u"Sposta riga in basso"_s},
-        .unitPrice = &DocumentRow::prezzo,
-        .storesPrice = true,
         .documentKind = documentKind,
-        .movementKind = u"Scarico"_s,
-        .quantitySign = -1,
         .movementNote = u"D.d.T. di scarico n. "_s,
         .nextNumber = GetNextNumeroDdTScarico,
         .numberExists = DdTScaricoExists,
         .deleteDocument = [](QWidget *, int id) { return DeleteDdTScarico(id, true); },
-    };
+    });
 }
 
 } // namespace

@@ -27,52 +27,28 @@ bool deleteInvoice(QWidget *owner, int id)
 
 DocumentSpec spec()
 {
-    return {
+    return specScarico({
         .form = {.caption = u"Inserimento / Modifica fatture accompagnatorie"_s,
                  .menuCaption = u">Inserimento fatture accompagnatorie<"_s,
                  .key = u"IDFATT_ACC"_s,
-                 .generator = u"GN_IDFATT_ACC"_s,
-                 .closing = ui::ClosingQuestion::SaveFirst,
-                 // After a failed save the invoice counts as saved, so that the next save edits; this is intended.
-                 .afterFailedSave = ui::AfterFailedSave::AsAfterSave},
+                 .generator = u"GN_IDFATT_ACC"_s},
         .headerDataSet = u"adsFattAcc"_s,
         .rowsDataSet = u"adsFattAccDett"_s,
         .rowTable = u"FATT_ACC_DETT"_s,
         .rowKey = u"IDFATT_ACC_DETT"_s,
         .rowGenerator = u"GN_IDFATT_ACC_DETT"_s,
-        .generalPage = u"Generale"_s,
-        .rowsPage = u"Righe documento "_s,
-        .notesPage = u"Note"_s,
         .gridName = u"gridRigheFattura"_s,
-        .columns = {{RowColumn::Codice, u"Codice"_s, 13, true},
-                    {RowColumn::Descrizione, u"Descrizione"_s},
-                    {RowColumn::Prezzo, u"Prezzo"_s, 100},
-                    {RowColumn::Sconto, u"Sc."_s, 60},
-                    {RowColumn::Quantita, u"Q.tà"_s, 60},
-                    {RowColumn::Importo, u"Importo"_s, 100},
-                    {RowColumn::IVA, u"IVA"_s, 40},
-                    {RowColumn::UM, u"U.M."_s, 50}},
-        .rowCommands = {.articolo = u"Aggiungi articolo"_s,
-                        .servizio = u"Aggiungi servizio"_s,
-                        .testo = u"Aggiungi testo"_s,
-                        .nonImponibile = u"Aggiungi non imponibile"_s,
-                        .elimina = u"Elimina riga"_s,
-                        .su = u"Sposta riga in alto"_s,
-                        .giu = u"Sposta riga in basso"_s},
-        .unitPrice = &DocumentRow::prezzo,
+        .rowCommands = {.nonImponibile = u"Aggiungi non imponibile"_s},
         .storesCost = true,
-        .storesPrice = true,
         .hasDiscount = true,
         .showsTotals = true,
         .saveRight = u"Fatture acc. (modifica)"_s,
         .documentKind = u"Fattura accompagnatoria"_s,
-        .movementKind = u"Scarico"_s,
-        .quantitySign = -1,
         .movementNote = u"Fattura immediata accompagnatoria n. "_s,
         .nextNumber = GetNextNumeroFattAcc,
         .numberExists = FattAccExists,
         .deleteDocument = deleteInvoice,
-    };
+    });
 }
 
 // "Codice: ...", "Descrizione: ...", "Aliquota: ... %" of a row's VAT rate, for the hint over its cell.

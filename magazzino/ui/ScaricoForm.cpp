@@ -1,6 +1,7 @@
 #include "magazzino/ui/ScaricoForm.h"
 
 #include "magazzino/MMGUtils.h"
+#include "magazzino/ui/CampiTrasporto.h"
 #include "magazzino/ui/Scelta.h"
 
 #include <QGroupBox>
@@ -8,6 +9,36 @@
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
+
+DocumentSpec specScarico(DocumentSpec own)
+{
+    own.form.closing = ui::ClosingQuestion::SaveFirst;
+    // After a failed save the document counts as saved, so that the next save edits; this is intended.
+    own.form.afterFailedSave = ui::AfterFailedSave::AsAfterSave;
+    own.generalPage = u"Generale"_s;
+    own.rowsPage = u"Righe documento "_s;
+    own.notesPage = u"Note"_s;
+    own.columns = {{RowColumn::Codice, u"Codice"_s, 13, true},
+                   {RowColumn::Descrizione, u"Descrizione"_s},
+                   {RowColumn::Prezzo, u"Prezzo"_s, 100},
+                   {RowColumn::Quantita, u"Q.tà"_s, 60},
+                   {RowColumn::Importo, u"Importo"_s, 100},
+                   {RowColumn::IVA, u"IVA"_s, 40},
+                   {RowColumn::UM, u"U.M."_s, 50}};
+    if (own.hasDiscount)
+        own.columns.insert(3, {RowColumn::Sconto, u"Sc."_s, 60});
+    own.rowCommands.articolo = u"Aggiungi articolo"_s;
+    own.rowCommands.servizio = u"Aggiungi servizio"_s;
+    own.rowCommands.testo = u"Aggiungi testo"_s;
+    own.rowCommands.elimina = u"Elimina riga"_s;
+    own.rowCommands.su = u"Sposta riga in alto"_s;
+    own.rowCommands.giu = u"Sposta riga in basso"_s;
+    own.unitPrice = &DocumentRow::prezzo;
+    own.storesPrice = true;
+    own.movementKind = u"Scarico"_s;
+    own.quantitySign = -1;
+    return own;
+}
 
 namespace {
 
@@ -145,16 +176,8 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
 {
     auto *box = new QGroupBox(u"Trasporto"_s, generalPage());
     box->setObjectName(u"grpTrasporto"_s);
-    transportType_ = declare(new ui::ChoiceField({.name = u"txtTipoTrasporto"_s,
-                                                  .buttonName = u"cmdSelezionaTipoTrasporto"_s,
-                                                  .label = u"Tipo di trasporto"_s,
-                                                  .keyColumn = u"IDTIPO_TRASPORTO"_s,
-                                                  .textColumn = u"TIPO_TRASPORTO"_s,
-                                                  .choose = [] { return scegli(u"actModSelezionaTipoTrasporto"_s); }},
-                                                 box));
-    auto *appearance = declare(new ui::TextField(
-        {.name = u"txtAspettoBeni"_s, .label = u"Aspetto dei beni"_s, .column = u"ASPETTO_BENI"_s, .maxLength = 20},
-        box));
+    transportType_ = declare(campoTipoTrasporto(box));
+    auto *appearance = declare(campoAspettoBeni(u"Aspetto dei beni"_s, box));
     transportReason_ = declare(new ui::ChoiceField(
         {.name = u"txtCausaleTrasporto"_s,
          .buttonName = u"cmdSelezionaCausaleTrasporto"_s,
@@ -163,9 +186,8 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
          .textColumn = u"CAUSALE_TRASPORTO"_s,
          .choose = [] { return scegliConLettore(u"actModSelezionaCausaleTrasporto"_s, GetCausaleTrasporto); }},
         box));
-    auto *packages =
-        declare(new ui::IntegerField({.name = u"txtColli"_s, .label = u"Colli"_s, .column = u"COLLI"_s}, box));
-    auto *weight = declare(new ui::DecimalField({.name = u"txtPeso"_s, .label = u"Peso"_s, .column = u"PESO"_s}, box));
+    auto *packages = declare(campoColli(box));
+    auto *weight = declare(campoPeso(box));
     auto *weightUnit = declare(new ui::ChoiceField({.name = u"txtPesoUM"_s,
                                                     .buttonName = u"cmdSelezionaPesoUM"_s,
                                                     .label = u"Unità di misura"_s,

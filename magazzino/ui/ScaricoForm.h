@@ -5,6 +5,10 @@
 
 class QGroupBox;
 
+/// `own` completed with what delivery notes and accompanying invoices have in common: pages, columns, row commands, and
+/// that goods go out at the sale price that is typed.
+DocumentSpec specScarico(DocumentSpec own);
+
 /// What delivery notes and accompanying invoices have in common: an addressee, a destination, a carrier and the data of
 /// the transport; each article row unloads stock at its average cost at the document's date.
 class TMMGInserimentoScarico : public TMMGInserimentoDocumento
