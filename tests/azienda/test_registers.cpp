@@ -64,7 +64,6 @@ private Q_SLOTS:
     void everyRegisterKeepsWhatWasTyped_data();
     void everyRegisterKeepsWhatWasTyped();
     void whatIsUsedStaysAndSaysWhere();
-    void doubtfulTaxCodesAreAskedAbout();
     void taxCodes_data();
     void taxCodes();
     void categoryNeverMovesIntoItself();
@@ -140,21 +139,6 @@ void TestRegisters::whatIsUsedStaysAndSaysWhere()
         u"Il codice non si può cambiare: documenti o movimenti di magazzino\n\rlo riportano già."_s);
     QVERIFY(!form->SalvaRecord());
     form->SetModified(false);
-}
-
-void TestRegisters::doubtfulTaxCodesAreAskedAbout()
-{
-    test::Workplace workplace;
-    auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(u"actInserimentoClienti"_s));
-    test::control<QLineEdit>(form, u"txtRagioneSociale"_s)->setText(u"Rossi"_s);
-    test::control<QLineEdit>(form, u"txtPartitaIVA"_s)->setText(u"01234567890"_s);
-    const QString question = u"Partita IVA: il carattere di controllo non corrisponde.\n\rSalvare comunque?"_s;
-    workplace.messages.expectQuestion(question, core::Answer::No);
-    QVERIFY(!form->SalvaRecord());
-    workplace.messages.expectQuestion(question, core::Answer::Yes);
-    QVERIFY(form->SalvaRecord());
-    test::control<QLineEdit>(form, u"txtPartitaIVA"_s)->setText(u"01234567897"_s);
-    QVERIFY(form->SalvaRecord());
 }
 
 void TestRegisters::taxCodes_data()

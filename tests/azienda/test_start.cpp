@@ -68,8 +68,6 @@ class TestStart : public QObject
 private Q_SLOTS:
     void databasesAreRememberedLatestFirst();
     void serverPasswordsAreTheOwnersAlone();
-    void newFirmIsReadyToLogIn();
-    void failedNewFirmLeavesNothing();
     void newFirmOnAServer();
     void onlyADatabaseThatOpensIsAccepted();
     void sessionsFollowOneAnother();
@@ -118,54 +116,6 @@ void TestStart::serverPasswordsAreTheOwnersAlone()
     memory.remember(serverDatabase(u"server1"_s, secret), false);
     QVERIFY(!memory.keepsPassword(serverDatabase(u"server1"_s, {})));
     QVERIFY(!contentOf(file).contains("Segr"));
-}
-
-void TestStart::newFirmIsReadyToLogIn()
-{
-    const QTemporaryDir folder;
-    test::ScriptedMessages messages;
-    test::ScriptedDialogs dialogs;
-    messages.expectWarning(u"Non è stata indicata la ragione sociale!"_s);
-    messages.expectWarning(u"Le due password non coincidono."_s);
-    messages.expectQuestion(u"Partita IVA: il carattere di controllo non corrisponde.\n\rContinuare comunque?"_s,
-                            core::Answer::Yes);
-    dialogs.expect([](QDialog &dialog) {
-        const auto type = [&dialog](const QString &name, const QString &text) {
-            test::control<QLineEdit>(&dialog, name)->setText(text);
-        };
-        test::press(&dialog, u"cmdOk"_s);
-        type(u"txtRagioneSociale"_s, u"Caffè & \"D'Amico\" S.r.l."_s);
-        type(u"txtPartitaIVA"_s, u"1"_s);
-        type(u"txtNomeUtente"_s, u"lucia"_s);
-        type(u"txtPassword"_s, u"segreta1"_s);
-        test::press(&dialog, u"cmdOk"_s);
-        type(u"txtRipeti"_s, u"segreta1"_s);
-        test::press(&dialog, u"cmdOk"_s);
-    });
-    const auto firm = host::askNewFirm(nullptr, folder.path());
-    QVERIFY(firm);
-    QCOMPARE(firm->database.file, folder.filePath(u"caffe-d-amico-s-r-l.fdb"_s));
-    data::Connection connection;
-    connection.setConnectionString(data::nativeConnectionString(firm->database));
-    connection.open();
-    QCOMPARE(host::activeUsers(connection), QStringList(u"LUCIA"_s));
-    QCOMPARE(host::authenticate(u"Lucia"_s, u"segreta1"_s, connection), u"LUCIA"_s);
-    QCOMPARE(host::administratorsExcept({}, 0, connection), 1);
-    QCOMPARE(test::linesOf(connection, u"SELECT RAGIONESOCIALE FROM AZIENDA"_s),
-             QStringList(u"Caffè & \"D'Amico\" S.r.l."_s));
-    QVERIFY(!test::linesOf(connection, u"SELECT * FROM ALIQUOTE_IVA"_s).isEmpty());
-}
-
-void TestStart::failedNewFirmLeavesNothing()
-{
-    const QTemporaryDir folder;
-    host::NewFirm firm;
-    firm.database.file = folder.filePath(u"a.fdb"_s);
-    firm.name = QString(101, u'x'); // one character more than the column takes
-    firm.userName = u"LUCIA"_s;
-    firm.password = u"segreta1"_s;
-    QVERIFY_EXCEPTION_THROWN(host::createFirm(firm), data::DatabaseError);
-    QVERIFY(!QFileInfo::exists(firm.database.file));
 }
 
 void TestStart::newFirmOnAServer()

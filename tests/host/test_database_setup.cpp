@@ -67,9 +67,7 @@ private Q_SLOTS:
     void everyProblemHasItsSentence_data();
     void everyProblemHasItsSentence();
     void databaseOfAnotherProcessIsInUse();
-    void fileOfAnotherAccountIsNamedAsSuch();
     void unreachableServerIsNamedWithoutThePassword();
-    void newDatabaseIsFilledAsAsked();
     void existingFileIsNeverTouched();
     void failureHalfWayLeavesNoFile();
     void lockFolderOfAnotherAccountIsAvoided();
@@ -119,17 +117,6 @@ void TestDatabaseSetup::databaseOfAnotherProcessIsInUse()
     QCOMPARE(host::openProblem(database.address()), QString());
 }
 
-void TestDatabaseSetup::fileOfAnotherAccountIsNamedAsSuch()
-{
-    if (geteuid() == 0)
-        QSKIP("root may read every file");
-    const test::TestDatabase database(test::Content::Empty);
-    const QString path = database.address().file;
-    QVERIFY(QFile::setPermissions(path, {}));
-    QCOMPARE(host::openProblem(database.address()),
-             u"Non si dispone dei permessi di lettura e scrittura sul file \"%1\"."_s.arg(path));
-}
-
 void TestDatabaseSetup::unreachableServerIsNamedWithoutThePassword()
 {
     const QTemporaryDir folder;
@@ -146,20 +133,6 @@ void TestDatabaseSetup::unreachableServerIsNamedWithoutThePassword()
     QVERIFY(log.open(QIODevice::ReadOnly));
     const QByteArray text = log.readAll();
     QVERIFY2(text.contains("network request") && !text.contains("Segreta1"), text.constData());
-}
-
-void TestDatabaseSetup::newDatabaseIsFilledAsAsked()
-{
-    const QTemporaryDir folder;
-    for (const bool demo : {false, true}) {
-        const data::DatabaseAddress address = fileAddress(folder.filePath(u"nuova città/%1.fdb"_s.arg(demo)));
-        host::createHostDatabase(address, demo);
-        data::Connection connection;
-        connection.setConnectionString(data::nativeConnectionString(address));
-        connection.open();
-        QCOMPARE(!connection.select(u"SELECT FIRST 1 * FROM CLIENTI"_s).isEmpty(), demo);
-        QCOMPARE(connection.select(u"SELECT * FROM OPZIONI"_s).size(), qsizetype(2));
-    }
 }
 
 void TestDatabaseSetup::existingFileIsNeverTouched()

@@ -1,7 +1,5 @@
 #include "host/schema/DemoData.h"
-#include "host/schema/HostSchema.h"
 #include "magazzino/MMGUtils.h"
-#include "platform/data/DatabaseError.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
@@ -12,24 +10,10 @@ class TestHostSchema : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void newDatabaseHoldsTheHostsRowsOnly();
     void rightsAreInsertedByPositionWithKeyZero();
-    void codesAreUniqueWithoutCase();
     void demonstrationUsersHaveDifferentRights();
-    void warehouseDataWaitForTheirTables();
     void warehouseDataLeaveFilledTablesAlone();
 };
-
-void TestHostSchema::newDatabaseHoldsTheHostsRowsOnly()
-{
-    test::ModuleDatabase database(test::Content::HostSchema);
-    QCOMPARE(database.lines(u"SELECT OPZIONE FROM OPZIONI ORDER BY 1"_s),
-             QStringList({u"FATT_IVA_ESENTE_NOTE"_s, u"NUMERAZIONE_UNICA_FATTURE"_s}));
-    QVERIFY(UserHasAbilitazione(u"qualsiasi"_s, u"Amministratore"_s, database.connection()));
-    QCOMPARE(database.lines(u"SELECT TRIM(RDB$RELATION_NAME) FROM RDB$RELATIONS WHERE RDB$RELATION_NAME IN "
-                            "('FORNITORI', 'VETTORI', 'MAGAZZINI', 'MOVI_MAGA', 'CAUSALI_MAGA')"_s),
-             QStringList());
-}
 
 void TestHostSchema::rightsAreInsertedByPositionWithKeyZero()
 {
@@ -38,16 +22,6 @@ void TestHostSchema::rightsAreInsertedByPositionWithKeyZero()
         database.connection().execute(u"INSERT INTO ABILITAZIONI_UTENTE VALUES(0, '%1', 'Modulo')"_s.arg(right));
     QCOMPARE(database.lines(u"SELECT * FROM ABILITAZIONI_UTENTE ORDER BY 1"_s),
              QStringList({u"1|Controllo completo|Corvane"_s, u"2|Prima|Modulo"_s, u"3|Seconda|Modulo"_s}));
-}
-
-void TestHostSchema::codesAreUniqueWithoutCase()
-{
-    test::ModuleDatabase database(test::Content::HostSchema);
-    for (const QString &table : {u"ANA_MAGA"_s, u"SERVIZI"_s, u"CLIENTI"_s, u"UTENTI"_s}) {
-        const QString column = table == u"UTENTI"_s ? u"USER_NAME"_s : u"CODICE"_s;
-        database.insert(table, {{column, u"Perù-1"_s}});
-        QVERIFY_EXCEPTION_THROWN(database.insert(table, {{column, u"PERÙ-1"_s}}), data::DatabaseError);
-    }
 }
 
 namespace {
@@ -73,13 +47,6 @@ void TestHostSchema::demonstrationUsersHaveDifferentRights()
     QCOMPARE(rights(u"AMMINISTRATORE"_s), u"111"_s);
     QCOMPARE(rights(u"UFFICIO"_s), u"100"_s);
     QCOMPARE(rights(u"MAGAZZINIERE"_s), u"000"_s);
-}
-
-void TestHostSchema::warehouseDataWaitForTheirTables()
-{
-    test::ModuleDatabase database(test::Content::HostSchema);
-    fill(database);
-    QCOMPARE(database.lines(u"SELECT COUNT(*) FROM ABILITAZIONI_RUOLI"_s), QStringList({u"1"_s}));
 }
 
 void TestHostSchema::warehouseDataLeaveFilledTablesAlone()

@@ -11,27 +11,10 @@ class TestRegistry : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void packageIsFoundWithoutCase();
     void instanceIsForgottenWhenItDies();
-    void unknownPackageIsAnError();
-    void generatorValueIsReadWithoutAdvancing();
     void descendantsComeLevelByLevel();
     void circleOfCategoriesEnds();
 };
-
-void TestRegistry::packageIsFoundWithoutCase()
-{
-    QCOMPARE(GetPackageIndex(u"Primo.bpl"_s), -1);
-    RegisterPackage(u"Primo.bpl"_s, u"Primo modulo"_s,
-                    {u"QObject"_s, [](QObject *owner) { return new QObject(owner); }});
-    const int index = GetPackageIndex(u"PRIMO.BPL"_s);
-    QVERIFY(index >= 0);
-    QCOMPARE(GetPackage(index).displayName, u"Primo modulo"_s);
-    RegisterPackage(u"PRIMO.bpl"_s, u"Altro"_s, {}); // a second time changes nothing
-    QCOMPARE(GetPackage(GetPackageIndex(u"Primo.bpl"_s)).displayName, u"Primo modulo"_s);
-    QObject owner;
-    QCOMPARE(GetPackage(index).moduleClass.create(&owner)->parent(), &owner);
-}
 
 void TestRegistry::instanceIsForgottenWhenItDies()
 {
@@ -41,22 +24,6 @@ void TestRegistry::instanceIsForgottenWhenItDies()
     QCOMPARE(GetPackageInstance(u"Terzo.bpl"_s), instance.get());
     instance.reset();
     QCOMPARE(test::errorOf([] { GetPackageInstance(u"Terzo.bpl"_s); }), u"Il modulo \"Terzo.bpl\" non è caricato."_s);
-}
-
-void TestRegistry::unknownPackageIsAnError()
-{
-    QCOMPARE(test::errorOf([] { GetPackageInstance(u"Nessuno.bpl"_s); }),
-             u"Il modulo \"Nessuno.bpl\" non è caricato."_s);
-    QCOMPARE(test::errorOf([] { GetPackage(GetPackageCount()); }), u"Modulo non registrato."_s);
-}
-
-void TestRegistry::generatorValueIsReadWithoutAdvancing()
-{
-    test::ModuleDatabase database(test::Content::HostSchema);
-    QCOMPARE(GetLastGeneratorValue(u"GN_IDUM"_s, database.connection()), 0);
-    const int predicted = GetLastGeneratorValue(u"GN_IDUM"_s, database.connection()) + 1;
-    QCOMPARE(database.insert(u"UM"_s, {{u"UM"_s, u"PZ"_s}}), predicted);
-    QCOMPARE(GetLastGeneratorValue(u"GN_IDUM"_s, database.connection()), predicted);
 }
 
 void TestRegistry::descendantsComeLevelByLevel()

@@ -91,15 +91,6 @@ private Q_SLOTS:
     void init() { db = std::make_unique<test::ModuleDatabase>(); }
     void cleanup() { db.reset(); }
 
-    void insertedMovementGetsTheTriggersKey()
-    {
-        movement(1, 1);
-        TMoviMaga written = sample();
-        AggiornaMoviMaga(written, true);
-        QCOMPARE(written.id, 2);
-        QCOMPARE(db->lines(allColumns).value(1), sampleText.arg(2));
-    }
-
     void keyReallyGivenComesBackWhenAnotherInsertsInBetween()
     {
         // Takes a number between the prediction and the row's own, as another workstation would.

@@ -25,25 +25,6 @@ const QVariantMap anagrafica = {{u"CODICE"_s, u"D'A1"_s},    {u"RAGIONESOCIALE"_
                                 {u"WEB"_s, u"www"_s}};
 const QString anagraficaText = u"D'A1|Società|via|città|00100|RM|Italia|CF|PI|t1|t2|t3|fax|a@b|www"_s;
 
-struct PairReader
-{
-    const char *name;
-    TCodiceTesto (*read)(int);
-    QString table;
-    QString column;
-    QString error; ///< what stands before the database's own text
-};
-
-const QList<PairReader> pairReaders = {
-    {"GetUM", GetUM, u"UM"_s, u"UM"_s, {}},
-    {"GetTipoPagamento", GetTipoPagamento, u"TIPI_PAGAMENTO"_s, u"TIPO_PAGAMENTO"_s, {}},
-    {"GetTipoTrasporto", GetTipoTrasporto, u"TIPI_TRASPORTO"_s, u"TIPO_TRASPORTO"_s, {}},
-    {"GetCausaleTrasporto", GetCausaleTrasporto, u"CAUSALI_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, {}},
-    {"GetCausaleMagazzino", GetCausaleMagazzino, u"CAUSALI_MAGA"_s, u"CAUSALE_MAGA"_s, {}},
-    {"GetCategoriaAnaMaga", GetCategoriaAnaMaga, u"CATEGORIE_ANA_MAGA"_s, u"CATEGORIA"_s, {}},
-    {"GetCategoriaServizio", GetCategoriaServizio, u"CATEGORIE_SERVIZI"_s, u"CATEGORIA"_s,
-     u"[GetCategoriaServizio]\n\r"_s}};
-
 } // namespace
 
 class LettoriTest : public QObject
@@ -55,24 +36,6 @@ class LettoriTest : public QObject
 private Q_SLOTS:
     void init() { db = std::make_unique<test::ModuleDatabase>(); }
     void cleanup() { db.reset(); }
-
-    void articleIsReadWithNullsAsZero()
-    {
-        const int id = db->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"A1"_s},
-                                                  {u"DESCRIZIONE"_s, u"Vite"_s},
-                                                  {u"SOTTOSCORTA"_s, 1.5},
-                                                  {u"RIORDINO"_s, 2.5},
-                                                  {u"IDCATEGORIA_ANA_MAGA"_s, 3},
-                                                  {u"PREZZO"_s, 4.25},
-                                                  {u"COSTO"_s, QVariant(QMetaType(QMetaType::Double))},
-                                                  {u"IDALIQUOTA_IVA"_s, 5}});
-        const TArticolo found = GetArticolo(id);
-        QCOMPARE(found.id, id);
-        QCOMPARE(found.codice + u'/' + found.descrizione, u"A1/Vite"_s);
-        QCOMPARE(QList<double>({found.sottoscorta, found.riordino, found.prezzo, found.costo}),
-                 QList<double>({1.5, 2.5, 4.25, 0}));
-        QCOMPARE(QList<int>({found.idCategoria, found.idAliquotaIVA, found.idUM}), QList<int>({3, 5, 0}));
-    }
 
     void customersSuppliersAndCarriersAreReadAlike()
     {
@@ -92,25 +55,6 @@ private Q_SLOTS:
         QCOMPARE(GetFornitore(supplier).idTipoPagamento, 7);
         QCOMPARE(GetVettore(carrier).id, carrier);
         QCOMPARE(textOf(GetVettore(carrier)), anagraficaText);
-    }
-
-    void pairsAreRead_data()
-    {
-        QTest::addColumn<int>("index");
-        for (int i = 0; i < pairReaders.size(); ++i)
-            QTest::newRow(pairReaders[i].name) << i;
-    }
-    void pairsAreRead()
-    {
-        QFETCH(const int, index);
-        const PairReader &reader = pairReaders[index];
-        const int id = db->insert(reader.table, {{reader.column, u"testo"_s}});
-        QCOMPARE(reader.read(id).id, id);
-        QCOMPARE(reader.read(id).testo, u"testo"_s);
-        QCOMPARE(reader.read(id + 1).id, -1);
-        db->connection().close();
-        QCOMPARE(test::errorOf([&reader] { reader.read(1); }),
-                 reader.error + u"La connessione al database non è aperta."_s);
     }
 
     void unknownKeysGiveMinusOne()

@@ -24,18 +24,6 @@ private Q_SLOTS:
     void init() { db = std::make_unique<test::ModuleDatabase>(); }
     void cleanup() { db.reset(); }
 
-    void existingOptionIsReadAndWritten()
-    {
-        const QString name = u"L'OPZIONE :A ?"_s;
-        db->insert(u"OPZIONI"_s, {{u"OPZIONE"_s, name}, {u"VALORE"_s, u"prima"_s}});
-        QVariant value;
-        QVERIFY(GetOptionValue(name, value));
-        QCOMPARE(value.toString(), u"prima"_s);
-        QVERIFY(SetOptionValue(name, u"dopo"_s));
-        QVERIFY(GetOptionValue(name, value));
-        QCOMPARE(value.toString(), u"dopo"_s);
-    }
-
     void missingOptionIsNeitherReadNorCreated()
     {
         const QStringList before = db->lines(u"SELECT * FROM OPZIONI ORDER BY 1"_s);

@@ -116,6 +116,8 @@ private Q_SLOTS:
             {QString(), [] { GetArticolo(1); }},
             {QString(), [] { DdTScaricoExists(1, 2026, -1); }},
             {QString(), [] { GetNextNumeroFattAcc(2026); }},
+            {QString(), [] { GetUM(1); }},
+            {u"GetCategoriaServizio"_s, [] { GetCategoriaServizio(1); }},
             {u"GetCliente"_s, [] { GetCliente(u"A"_s); }},
             {u"BollaCaricoExists"_s, [] { BollaCaricoExists(1, 2026, -1); }},
             {u"CodiceFornitoreExists"_s, [] { CodiceFornitoreExists(u"x"_s, -1); }},

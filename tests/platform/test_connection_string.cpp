@@ -11,22 +11,11 @@ class TestConnectionString : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void odbcProviderGoesToItsDataSource();
     void nativeAddressComesBackAsItWas_data();
     void nativeAddressComesBackAsItWas();
     void unknownProviderIsRefused();
-    void commandLineAddressIsRead_data();
-    void commandLineAddressIsRead();
     void logNamesAStatementWithoutItsValues();
 };
-
-void TestConnectionString::odbcProviderGoesToItsDataSource()
-{
-    const data::DriverSettings settings =
-        data::driverSettings(u"Provider=MSDASQL.1;Persist Security Info=False;Data Source=CORVANE3_LOCAL;"_s);
-    QCOMPARE(settings.driver, u"QODBC"_s);
-    QCOMPARE(settings.dataSourceName, u"CORVANE3_LOCAL"_s);
-}
 
 void TestConnectionString::nativeAddressComesBackAsItWas_data()
 {
@@ -64,31 +53,6 @@ void TestConnectionString::unknownProviderIsRefused()
 {
     QCOMPARE(test::errorOf([] { data::driverSettings(u"Provider=Altro;Password=segreta"_s); }),
              u"Provider di database sconosciuto: \"Altro\"."_s);
-}
-
-void TestConnectionString::commandLineAddressIsRead_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("host");
-    QTest::addColumn<int>("port");
-    QTest::addColumn<QString>("file");
-    QTest::newRow("file") << u"/dati/a.fdb"_s << QString() << 0 << u"/dati/a.fdb"_s;
-    QTest::newRow("colon inside a path") << u"/dati/a:b.fdb"_s << QString() << 0 << u"/dati/a:b.fdb"_s;
-    QTest::newRow("server with port") << u"server/3051:/dati/a.fdb"_s << u"server"_s << 3051 << u"/dati/a.fdb"_s;
-    QTest::newRow("no port number") << u"server/x:/dati/a.fdb"_s << QString() << 0 << u"server/x:/dati/a.fdb"_s;
-}
-
-void TestConnectionString::commandLineAddressIsRead()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, host);
-    QFETCH(int, port);
-    QFETCH(QString, file);
-    const data::DatabaseAddress address = data::DatabaseAddress::parse(text);
-    QCOMPARE(address.host, host);
-    QCOMPARE(address.port, port);
-    QCOMPARE(address.file, file);
-    QCOMPARE(address.toString(), text);
 }
 
 void TestConnectionString::logNamesAStatementWithoutItsValues()

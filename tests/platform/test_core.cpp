@@ -21,9 +21,6 @@ private Q_SLOTS:
     void zeroIsNeverNegative();
     void readsNumbersAsAnItalianWritesThem_data();
     void readsNumbersAsAnItalianWritesThem();
-    void formatsAmountsAndDates();
-    void readsFlagsInAnyCaseAndAsNumbers();
-    void namedErrorsKeepTheirContext();
     void logMasksWhatTheUserTyped_data();
     void logMasksWhatTheUserTyped();
     void logKeepsOneOlderGeneration();
@@ -92,40 +89,6 @@ void TestCore::readsNumbersAsAnItalianWritesThem()
     const std::optional<double> parsed = core::parseNumber(text);
     QCOMPARE(parsed.has_value(), valid);
     QCOMPARE(parsed.value_or(0), number);
-}
-
-void TestCore::formatsAmountsAndDates()
-{
-    QCOMPARE(core::formatNumber(1234567.005), u"1.234.567,01"_s);
-    QCOMPARE(core::formatNumber(12.3456, 3), u"12,346"_s);
-    QCOMPARE(core::formatCurrency(-1234.5), u"-€ 1.234,50"_s);
-    QCOMPARE(core::formatDate(QDate(2026, 1, 2)), u"02/01/2026"_s);
-    QCOMPARE(core::formatDate(QDate()), QString());
-    QCOMPARE(core::parseNumber(core::formatCurrency(-98765.43)), std::optional(-98765.43));
-}
-
-void TestCore::readsFlagsInAnyCaseAndAsNumbers()
-{
-    QCOMPARE(core::parseFlag(u" tRUE"_s), std::optional(true));
-    QCOMPARE(core::parseFlag(core::flagText(false)), std::optional(false));
-    QCOMPARE(core::parseFlag(u"-1"_s), std::optional(true));
-    QCOMPARE(core::parseFlag(u"0"_s), std::optional(false));
-    QVERIFY(!core::parseFlag(u""_s));
-    QVERIFY(!core::parseFlag(u"vero"_s));
-}
-
-void TestCore::namedErrorsKeepTheirContext()
-{
-    try {
-        core::namingErrors(u"Outer", [] {
-            core::namingErrors(u"Inner", [] { throw core::Error(u"perché"_s, u"SELECT FROM UM"_s); });
-        });
-        QFAIL("nothing was thrown");
-    } catch (const core::Error &error) {
-        QCOMPARE(error.text(), u"[Outer]\n\r[Inner]\n\rperché"_s);
-        QCOMPARE(error.context(), u"SELECT FROM UM"_s);
-    }
-    QCOMPARE(core::errorText(std::runtime_error("città")), u"città"_s);
 }
 
 void TestCore::logMasksWhatTheUserTyped_data()

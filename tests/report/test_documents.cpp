@@ -2,7 +2,6 @@
 #include "magazzino/reports/MMGStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/data/Connection.h"
-#include "platform/report/Document.h"
 #include "platform/report/Report.h"
 #include "tests/report/Prints.h"
 #include "tests/support/TestMain.h"
@@ -33,7 +32,6 @@ private Q_SLOTS:
     void vatSummaryIsRoundedPerRate();
     void amountsAreCarriedForward();
     void exemptInvoiceHasItsNote();
-    void previewAndFileHaveTheSamePages();
     void fileDestinationIsUndoneOnlyAfterASuccess();
     void missingOrBrokenProjectLeavesTheModuleUsable();
 
@@ -225,21 +223,6 @@ void TestDocuments::exemptInvoiceHasItsNote()
     QVERIFY(!without.contains(u"Riepilogo IVA"_s));
     database().execute(u"INSERT INTO OPZIONI VALUES('FATT_IVA_ESENTE_NOTE', 'Esente secondo la regola di prova')"_s);
     QVERIFY(test::pdfText(printInvoice(invoice)).contains(u"Esente secondo la regola di prova"_s));
-}
-
-void TestDocuments::previewAndFileHaveTheSamePages()
-{
-    const int invoice = test::insertInvoice(database(), 90);
-    StampaFatturaAccompagnatoria(invoice, {}, toPreview);
-    const auto shown = system().document();
-    const QString file = printInvoice(invoice);
-    const auto written = system().document();
-    QVERIFY(shown != written);
-    QCOMPARE(shown->pageCount(), 3);
-    QCOMPARE(written->pageCount(), 3);
-    QCOMPARE(test::pdfPages(file).size(), 3);
-    for (int page = 0; page < 3; ++page)
-        QVERIFY(shown->page(page) == written->page(page));
 }
 
 void TestDocuments::fileDestinationIsUndoneOnlyAfterASuccess()

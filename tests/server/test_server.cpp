@@ -9,8 +9,6 @@
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
-#include <QFile>
-
 using namespace Qt::StringLiterals;
 
 class TestServer : public QObject
@@ -22,9 +20,6 @@ private Q_SLOTS:
     void init();
     void cleanup() { connection_.reset(); }
 
-    void valuesTravelOverTheNetwork();
-    void everyProblemIsTold_data();
-    void everyProblemIsTold();
     void twoWorkstationsGetDifferentKeys();
     void lossInATransactionIsAnErrorUntilItEnds();
     void lossBetweenTransactionsCostsOneStatement();
@@ -44,9 +39,6 @@ void TestServer::initTestCase()
     data::useLockFolder(lockFolder_.path());
     server_ = std::make_unique<test::FirebirdServer>();
     host::createHostDatabase(server_->address(), false);
-    QFile garbage(server_->folder() + u"/garbage.fdb"_s);
-    QVERIFY(garbage.open(QIODevice::WriteOnly));
-    garbage.write(QByteArray("un testo ").repeated(10000));
 }
 
 void TestServer::init()
@@ -70,41 +62,6 @@ QStringList TestServer::units() const
     for (qsizetype row = 0; row < rows.size(); ++row)
         texts.append(rows.text(row, u"UM"));
     return texts;
-}
-
-void TestServer::valuesTravelOverTheNetwork()
-{
-    const QString note = u"perché\n€ "_s.repeated(5000);
-    connection_->run(u"INSERT INTO NOTE_DOCUMENTI(TITOLO, TESTO) VALUES(?, ?)"_s, {u"D'Amico"_s, note});
-    const data::Rows rows = connection_->select(u"SELECT * FROM NOTE_DOCUMENTI"_s);
-    QCOMPARE(rows.text(0, u"TITOLO"), u"D'Amico"_s);
-    QCOMPARE(rows.text(0, u"TESTO"), note);
-}
-
-void TestServer::everyProblemIsTold_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("password");
-    QTest::addColumn<QString>("problem");
-    const QString right = server_->address().password;
-    QTest::newRow("none") << u"test.fdb"_s << right << QString();
-    QTest::newRow("wrong password") << u"test.fdb"_s << u"sbagliata"_s
-                                    << u"Il server \"127.0.0.1\" ha rifiutato il nome utente o la password."_s;
-    QTest::newRow("no password") << u"test.fdb"_s << QString()
-                                 << u"Il server \"127.0.0.1\" ha rifiutato il nome utente o la password."_s;
-    QTest::newRow("missing") << u"none.fdb"_s << right << u"Il database \"%1\" non esiste."_s;
-    QTest::newRow("garbage") << u"garbage.fdb"_s << right
-                             << u"Il file \"%1\" non è un database oppure è danneggiato."_s;
-}
-
-void TestServer::everyProblemIsTold()
-{
-    QFETCH(QString, file);
-    QFETCH(QString, password);
-    QFETCH(QString, problem);
-    data::DatabaseAddress address = server_->address(file);
-    address.password = password;
-    QCOMPARE(host::openProblem(address), problem.contains(u"%1"_s) ? problem.arg(address.toString()) : problem);
 }
 
 void TestServer::twoWorkstationsGetDifferentKeys()
@@ -162,6 +119,7 @@ void TestServer::refusedPasswordIsNotInTheError()
     const QString error = test::errorOf([&connection] { connection.open(); });
     QVERIFY(error != u"no error"_s);
     QVERIFY(!error.contains(u"Segreta1"_s));
+    QCOMPARE(host::openProblem(address), u"Il server \"127.0.0.1\" ha rifiutato il nome utente o la password."_s);
 }
 
 static const test::Registered<TestServer> registered;

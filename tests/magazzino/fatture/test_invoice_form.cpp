@@ -24,9 +24,7 @@ private Q_SLOTS:
     void totals();
     void movements();
     void rightsComeFirst();
-    void numberIsSharedWithSalesInvoices();
     void everythingComesBack();
-    void failedSaveLeavesTheDatabase();
 
 private:
     test::Document &invoice() { return *invoice_; }
@@ -193,28 +191,6 @@ void TestInvoiceForm::rightsComeFirst()
     QCOMPARE(invoice().stored(), before);
 }
 
-void TestInvoiceForm::numberIsSharedWithSalesInvoices()
-{
-    test::insertInto(database(), u"FATT_VEND"_s, {{u"NUMERO"_s, 12}, {u"ANNO"_s, 2026}});
-    invoice().fillHeader();
-    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(9);
-    invoice().save();
-    invoice().trigger(u"actNuovo"_s);
-    QCOMPARE(invoice().shown(u"txtNumero"_s), u"10"_s);
-    database().execute(u"UPDATE OPZIONI SET VALORE = 'True' WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'"_s);
-    invoice().trigger(u"actNuovo"_s);
-    QCOMPARE(invoice().shown(u"txtNumero"_s), u"13"_s);
-    invoice().fillHeader();
-    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(12);
-    workplace_->messages.expectWarning(u"Esiste già un documento con questo numero!"_s);
-    invoice().save();
-    QCOMPARE(lines(u"SELECT NUMERO FROM FATT_ACC"_s), QStringList({u"9"_s}));
-    // Another year's sales invoices do not matter.
-    invoice().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2025, 6, 1));
-    invoice().save();
-    QCOMPARE(invoice().flags(), u"stored"_s);
-}
-
 void TestInvoiceForm::everythingComesBack()
 {
     invoice().fillHeader();
@@ -260,34 +236,6 @@ void TestInvoiceForm::everythingComesBack()
     invoice().form().DataChanged();
     invoice().save();
     QCOMPARE(everything(), before);
-}
-
-void TestInvoiceForm::failedSaveLeavesTheDatabase()
-{
-    data::Connection &connection = *workplace_->module().ModADOConn;
-    invoice().fillHeader();
-    invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
-    const QStringList before = invoice().stored();
-    for (const QString &statement :
-         {u"DELETE FROM MOVI_MAGA"_s, u"INSERT INTO FATT_ACC_DETT"_s, u"INSERT INTO MOVI_MAGA"_s, u"COMMIT"_s}) {
-        connection.setStatementHook([&](const QString &sql) {
-            if (connection.inTransaction() && sql.simplified().remove(u'"').startsWith(statement))
-                throw core::Error(u"rifiutato"_s);
-        });
-        invoice().form().DataChanged();
-        workplace_->messages.expectError(saveError);
-        invoice().save();
-        connection.setStatementHook({});
-        QCOMPARE(workplace_->messages.verify(), QStringList());
-        QCOMPARE(invoice().stored(), before);
-        // It counts as saved, like a delivery note, and keeps what was typed; this is intended.
-        QCOMPARE(invoice().flags(), u"stored"_s);
-        QCOMPARE(shownTotals(), u"€ 30,00 + € 6,00 = € 36,00"_s);
-    }
-    invoice().form().DataChanged();
-    invoice().save();
-    QCOMPARE(storedTotals(), u"30|6|36|False"_s);
-    QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList({u"1"_s}));
 }
 
 static const test::Registered<TestInvoiceForm> registered;

@@ -1,10 +1,8 @@
 #include "tests/magazzino/registri/Registri.h"
 #include "tests/support/TestMain.h"
 
-#include <QComboBox>
 #include <QDateEdit>
 #include <QDoubleSpinBox>
-#include <QLineEdit>
 #include <QRadioButton>
 
 using namespace Qt::StringLiterals;
@@ -28,7 +26,6 @@ private Q_SLOTS:
     void init();
     void cleanup() { workplace_.reset(); }
 
-    void checksRunInOrder();
     void whatIsShownIsStored();
     void openedMovementKeepsWhatIsNotShown();
     void unknownKindLeavesTheChoice();
@@ -95,26 +92,6 @@ int TestMovementForm::insertMovement(const QVariantMap &values) const
 QString TestMovementForm::ofArticle(const QString &column) const
 {
     return place().lines(u"SELECT %1 FROM ANA_MAGA WHERE CODICE = '%2'"_s.arg(column, article)).value(0);
-}
-
-void TestMovementForm::checksRunInOrder()
-{
-    const auto refused = [this](const QString &text) {
-        place().messages.expectWarning(text);
-        test::trigger(form_, u"actSalva"_s);
-        QCOMPARE(place().messages.verify(), QStringList());
-        QCOMPARE(stored(), QStringList());
-    };
-    test::retype(form_, u"txtQuantita"_s, u"2"_s);
-    refused(u"Non è stato indicato il codice!"_s);
-    chooseArticle();
-    test::control<QLineEdit>(form_, u"txtDescrizione"_s)->clear();
-    refused(u"Non è stata indicata la descrizione!"_s);
-    test::control<QLineEdit>(form_, u"txtDescrizione"_s)->setText(u"Trapano"_s);
-    test::control<QComboBox>(form_, u"txtCategoria"_s)->setCurrentIndex(0);
-    refused(u"Non è stata indicata la causale di magazzino!"_s);
-    chooseReason(u"Carico"_s);
-    refused(u"Non è stata indicata la categoria!"_s);
 }
 
 // The sign is the user's affair: the form changes it for no kind.

@@ -22,12 +22,9 @@ private Q_SLOTS:
 
     void newRecordComesBackAndIsChangedAlone_data() { eachRegister(); }
     void newRecordComesBackAndIsChangedAlone();
-    void checksRunInOrder_data();
-    void checksRunInOrder();
     void sameTextIsRefusedForOthersOnly_data() { eachRegister(u"CAUSALI_TRASPORTO"_s); }
     void sameTextIsRefusedForOthersOnly();
     void reasonIsNotCheckedByTheForm();
-    void carrierAddressTooLongStaysInTheForm();
     void deletion_data() { eachRegister(); }
     void deletion();
     void supplierListChecksTheFilterText();
@@ -123,31 +120,6 @@ void TestRegisters::newRecordComesBackAndIsChangedAlone()
     QCOMPARE(stored(names), expected);
 }
 
-void TestRegisters::checksRunInOrder_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("warning");
-    const QString both = u"Codice e ragione sociale sono obbligatori!"_s;
-    QTest::newRow("FORNITORI nothing") << u""_s << u"Non è stato indicato il codice!"_s;
-    QTest::newRow("FORNITORI code only") << u"F002"_s << u"Non è stata indicata la ragione sociale!"_s;
-    QTest::newRow("VETTORI code only") << u"V002"_s << both;
-    QTest::newRow("TIPI_TRASPORTO nothing") << u""_s << u"Non è stato indicato il tipo di trasporto!"_s;
-}
-
-void TestRegisters::checksRunInOrder()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, warning);
-    const QStringList before = stored(names());
-    ui::EntryForm *form = open(names());
-    test::retype(form, mainControl(), u"x"_s);
-    test::retype(form, mainControl(), text);
-    place().messages.expectWarning(warning);
-    told(form, u"actSalva"_s);
-    QCOMPARE(stored(names()), before);
-    QCOMPARE(test::flagsOf(form), u"new modified"_s);
-}
-
 void TestRegisters::sameTextIsRefusedForOthersOnly()
 {
     const QString taken = storedText(1);
@@ -181,24 +153,6 @@ void TestRegisters::reasonIsNotCheckedByTheForm()
     told(form, u"actSalva"_s);
     QCOMPARE(test::flagsOf(form), u"new modified"_s);
     QCOMPARE(stored(names).last(), u"11|"_s);
-}
-
-void TestRegisters::carrierAddressTooLongStaysInTheForm()
-{
-    const test::Register &names = test::registerOf(u"VETTORI"_s);
-    const QStringList before = stored(names);
-    ui::EntryForm *form = open(names);
-    test::retype(form, u"txtRagioneSociale"_s, u"Ditta"_s);
-    const QString text(51, u'è');
-    test::retype(form, u"txtIndirizzo"_s, text);
-    place().messages.expectError(saveError);
-    told(form, u"actSalva"_s);
-    QCOMPARE(stored(names), before);
-    QCOMPARE(test::shown(form, u"txtIndirizzo"_s), text);
-    QCOMPARE(test::flagsOf(form), u"new modified"_s);
-    test::retype(form, u"txtIndirizzo"_s, text.left(50));
-    test::trigger(form, u"actSalva"_s);
-    QCOMPARE(stored(names).size(), before.size() + 1);
 }
 
 void TestRegisters::deletion()

@@ -29,8 +29,6 @@ private Q_SLOTS:
     void numberTakenMeanwhileIsNoticed();
     void deletingAfterAFailedFirstSaveDeletesNothing_data() { kinds(); }
     void deletingAfterAFailedFirstSaveDeletesNothing();
-    void refusedDeletionIsTold_data() { kinds(); }
-    void refusedDeletionIsTold();
     void loadedNoteForgetsTheFailedSave();
     void failedLoadLeavesNothingToSave_data() { kinds(); }
     void failedLoadLeavesNothingToSave();
@@ -232,31 +230,6 @@ void TestFailedSaves::deletingAfterAFailedFirstSaveDeletesNothing()
     QCOMPARE(note.stored(), before);
     QCOMPARE(note.flags(), u"new"_s);
     QCOMPARE(note.form().IdRecord(), -1);
-}
-
-void TestFailedSaves::refusedDeletionIsTold()
-{
-    const test::Document note(*workplace_, names());
-    note.fillHeader();
-    note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
-    note.save();
-    const QStringList before = note.stored();
-    for (const QString &statement :
-         {u"DELETE FROM "_s + names().rowTable, u"DELETE FROM "_s + names().table, u"COMMIT"_s}) {
-        connection().setStatementHook([&statement](const QString &sql) {
-            if (sql.startsWith(statement))
-                throw core::Error(u"rifiutato"_s);
-        });
-        workplace_->messages.expectQuestion(u"Confermare l'eliminazione?"_s, core::Answer::Yes);
-        workplace_->messages.expectError(
-            u"Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!"_s);
-        note.trigger(u"actElimina"_s);
-        QCOMPARE(workplace_->messages.verify(), QStringList());
-        connection().setStatementHook({});
-        QCOMPARE(note.stored(), before);
-        QCOMPARE(note.flags(), u"stored"_s);
-        QCOMPARE(note.grid()->model()->rowCount(), 1);
-    }
 }
 
 void TestFailedSaves::loadedNoteForgetsTheFailedSave()

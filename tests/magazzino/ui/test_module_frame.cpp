@@ -14,7 +14,6 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QScopeGuard>
-#include <QToolBar>
 
 using namespace Qt::StringLiterals;
 
@@ -43,13 +42,11 @@ class TestModuleFrame : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void itemsAreMergedInTheirOrder();
     void missingHostMenus();
     void connectionComesFromTheFirstOfTheMainForm();
     void startWithoutHostConnectionIsReported();
     void startWithoutReportFileGoesOn();
     void actionTwiceGivesOneWindow();
-    void failedFormIsMadeAtTheNextRun();
     void brokenLibraryIsReportedOnce();
     void failingModuleIsRemovedAndTheOthersGoOn();
 };
@@ -61,30 +58,12 @@ QMenu *hostMenu(const test::Workplace &workplace, const QString &name)
     return workplace.window().menuBar()->findChild<QMenu *>(name);
 }
 
-QStringList captions(const QList<QAction *> &actions)
-{
-    QStringList texts;
-    for (const QAction *action : actions)
-        texts.append(action->isSeparator() ? u"-"_s : action->text());
-    return texts;
-}
-
 int openWindows(const test::Workplace &workplace)
 {
     return static_cast<int>(workplace.window().findChild<QMdiArea *>()->subWindowList().size());
 }
 
 } // namespace
-
-void TestModuleFrame::itemsAreMergedInTheirOrder()
-{
-    const test::Workplace workplace;
-    QCOMPARE(captions(hostMenu(workplace, u"mnDocumenti"_s)->actions()).join(u'|'),
-             u"D.d.T. di scarico|-|Fatture Accompagnatorie|-"_s);
-    const QToolBar *documents = workplace.window().commonToolBar(TKxCommonToolBars::Documenti);
-    QCOMPARE(captions(documents->actions()), QStringList({u"Fatt. Acc."_s, u"Bolle di carico"_s, u"D.d.T."_s}));
-    QVERIFY(documents->isVisible());
-}
 
 void TestModuleFrame::missingHostMenus()
 {
@@ -150,19 +129,6 @@ void TestModuleFrame::actionTwiceGivesOneWindow()
     test::trigger(form, u"actChiudi"_s);
     QVERIFY(form.isNull());
     QCOMPARE(openWindows(workplace), 0);
-    QVERIFY(workplace.module().openForm(action)->isVisible());
-}
-
-void TestModuleFrame::failedFormIsMadeAtTheNextRun()
-{
-    test::Workplace workplace;
-    const QString action = u"actInserimentoBolleCarico"_s;
-    data::Connection &connection = *workplace.module().ModADOConn;
-    connection.setStatementHook([](const QString &) { throw core::Error(u"rifiutato"_s); });
-    workplace.messages.expectError(u"rifiutato"_s);
-    QVERIFY(!workplace.module().openForm(action));
-    QCOMPARE(openWindows(workplace), 0);
-    connection.setStatementHook({});
     QVERIFY(workplace.module().openForm(action)->isVisible());
 }
 

@@ -1,6 +1,5 @@
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/SelectionDialog.h"
-#include "platform/core/Error.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/CategoryTree.h"
 #include "tests/support/Controls.h"
@@ -24,8 +23,6 @@ private Q_SLOTS:
     void articleFilters();
     void categoryIncludesThoseBelow_data();
     void categoryIncludesThoseBelow();
-    void okWithoutARowWarnsAndStaysOpen();
-    void failedSearchIsShown();
 
 private:
     TMMGModSelezionaBase &dialog(const QString &name)
@@ -99,36 +96,6 @@ void TestSelectionDialogs::categoryIncludesThoseBelow()
     test::type(test::control<QLineEdit>(&dialog, u"txtCodice"_s), code);
     test::press(&dialog, u"actCerca"_s);
     QCOMPARE(codes(dialog).size(), count);
-    dialog.reject();
-}
-
-void TestSelectionDialogs::okWithoutARowWarnsAndStaysOpen()
-{
-    TMMGModSelezionaBase &dialog = this->dialog(u"TipoTrasporto"_s);
-    dialog.show();
-    workplace_->messages.expectWarning(u"Nessuna voce selezionata!"_s);
-    test::press(&dialog, u"cmdOk"_s);
-    QCOMPARE(workplace_->messages.verify(), QStringList());
-    QVERIFY(dialog.isVisible());
-    grid(dialog)->selectRow(0);
-    test::press(&dialog, u"cmdOk"_s);
-    QVERIFY(!dialog.isVisible());
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
-}
-
-void TestSelectionDialogs::failedSearchIsShown()
-{
-    TMMGModSelezionaBase &dialog = this->dialog(u"Vettore"_s);
-    dialog.show();
-    data::Connection &connection = *workplace_->module().ModADOConn;
-    connection.setStatementHook([](const QString &) { throw core::Error(u"rifiutato"_s); });
-    workplace_->messages.expectError(u"rifiutato"_s);
-    test::press(&dialog, u"actCerca"_s);
-    QCOMPARE(workplace_->messages.verify(), QStringList());
-    QVERIFY(!QGuiApplication::overrideCursor());
-    connection.setStatementHook({});
-    test::press(&dialog, u"actCerca"_s);
-    QCOMPARE(codes(dialog).size(), 6);
     dialog.reject();
 }
 

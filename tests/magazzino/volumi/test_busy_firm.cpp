@@ -18,7 +18,6 @@ private Q_SLOTS:
     void init();
     void cleanup() { database_.reset(); }
 
-    void inventoriesAnswerAsThePlainStatement();
     void levelReportsAnswerAsThePlainStatement();
     void listsShowThePlainStatementsRows_data();
     void listsShowThePlainStatementsRows();
@@ -58,25 +57,6 @@ QStringList TestBusyFirm::answers(const QString &sql)
         lines.append(values.join(u'|'));
     }
     return lines;
-}
-
-void TestBusyFirm::inventoriesAnswerAsThePlainStatement()
-{
-    const int year = core::today().year();
-    const QString sum = u"(SELECT SUM(MOVI_MAGA.%1) FROM MOVI_MAGA WHERE MOVI_MAGA.CODICE = ANA_MAGA.CODICE)"_s;
-    const QString stock = sum.arg(u"QUANTITA"_s);
-    const QString plain =
-        u"SELECT ANA_MAGA.CODICE, ANA_MAGA.DESCRIZIONE, %1 AS ESISTENZA%2 FROM ANA_MAGA WHERE IDANA_MAGA IN (SELECT "
-        "ANA_MAGA.IDANA_MAGA FROM MOVI_MAGA LEFT JOIN ANA_MAGA ON ANA_MAGA.CODICE = MOVI_MAGA.CODICE WHERE "
-        "(DATA_MOVIMENTO >= '%3-01-01' AND DATA_MOVIMENTO <= '%3-01-31')) AND %1 > 0 ORDER BY "
-        "UPPER(ANA_MAGA.CODICE)"_s;
-    const InventarioFilter january{.dal = QDate(year, 1, 1), .al = QDate(year, 1, 31), .esistenza = 0};
-    for (const bool valued : {false, true}) {
-        const QString value = valued ? u", "_s + sum.arg(u"VALORE_IMPORTO"_s) + u" AS VALORE"_s : QString();
-        const QStringList expected = answers(plain.arg(stock, value).arg(year));
-        QVERIFY(expected.size() > 20);
-        QCOMPARE(answers(InventarioSQL(january, valued)), expected);
-    }
 }
 
 void TestBusyFirm::levelReportsAnswerAsThePlainStatement()
