@@ -50,7 +50,7 @@ bool runAll(const QStringList &statements)
 
 bool confirmed()
 {
-    return core::confirm(GetMainFormObject(), u"Confermare l'eliminazione?"_s);
+    return core::confirmDeletion(GetMainFormObject());
 }
 
 // `statements` end in the equals sign that the key stands behind.

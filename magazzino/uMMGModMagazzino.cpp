@@ -226,7 +226,7 @@ QString TMMGModMagazzino::ScegliFilePDF(QWidget *form, const QString &proposedNa
     QString path = chosen.isEmpty() ? chosen : report::withPdfExtension(chosen);
     // The dialog asked about the name as it was typed.
     if (path != chosen && QFileInfo::exists(path) &&
-        !core::confirm(form, u"Il file \"%1\" esiste già.\n\rSovrascriverlo?"_s.arg(path)))
+        !core::confirmLoss(form, u"Il file \"%1\" esiste già.\n\rSovrascriverlo?"_s.arg(path)))
         return {};
     return path;
 }

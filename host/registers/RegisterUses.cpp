@@ -37,7 +37,7 @@ bool deleteRegisterRecord(const RegisterSpec &spec, int id, data::Connection &co
         core::warn(owner, text);
         return false;
     }
-    if (!core::confirm(owner, u"Confermare l'eliminazione?"_s))
+    if (!core::confirmDeletion(owner))
         return false;
     data::Transaction transaction(connection);
     // Another workstation may have used the record while the question stood on the screen.

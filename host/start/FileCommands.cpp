@@ -140,9 +140,9 @@ void FileCommands::restore()
 bool FileCommands::confirmTarget(data::DatabaseAddress &target)
 {
     if (target.isEmbedded())
-        return core::confirm(&window_,
-                             u"I dati attuali verranno sostituiti da quelli della copia;\n\rl'archivio attuale resta "
-                             "accanto al nuovo, con un altro nome.\n\rContinuare?"_s);
+        return core::confirmLoss(
+            &window_, u"I dati attuali verranno sostituiti da quelli della copia;\n\rl'archivio attuale resta "
+                      "accanto al nuovo, con un altro nome.\n\rContinuare?"_s);
     const QFileInfo current(target.file);
     const auto isFree = [this, &target](const QString &name) {
         data::DatabaseAddress made = target;

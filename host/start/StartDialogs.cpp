@@ -133,7 +133,8 @@ private:
         }
         const QString vat = firm().vatNumber;
         if (!vat.isEmpty() && !core::isVatNumber(vat) &&
-            !core::confirm(this, u"Partita IVA: il carattere di controllo non corrisponde.\n\rContinuare comunque?"_s))
+            !core::confirmLoss(this,
+                               u"Partita IVA: il carattere di controllo non corrisponde.\n\rContinuare comunque?"_s))
             return false;
         const ui::WaitCursor wait;
         createFirm(firm());

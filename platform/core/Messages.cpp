@@ -50,6 +50,17 @@ bool confirm(QObject *owner, const QString &text)
     return showMessage({u"Conferma"_s, text, MessageIcon::Question, {Answer::Yes, Answer::No}, owner}) == Answer::Yes;
 }
 
+bool confirmLoss(QObject *owner, const QString &text)
+{
+    return showMessage({u"Conferma"_s, text, MessageIcon::Question, {Answer::Yes, Answer::No}, owner, Answer::No}) ==
+           Answer::Yes;
+}
+
+bool confirmDeletion(QObject *owner)
+{
+    return confirmLoss(owner, u"Confermare l'eliminazione?"_s);
+}
+
 void refuseForRights(QObject *owner)
 {
     warn(owner, u"Non si dispone di diritti sufficienti per eseguire questa operazione."_s);

@@ -2,6 +2,7 @@
 #include <QList>
 #include <QString>
 #include <functional>
+#include <optional>
 
 class QObject;
 
@@ -32,6 +33,7 @@ struct Message
     MessageIcon icon = MessageIcon::None;
     QList<Answer> answers = {Answer::Ok}; ///< buttons from left to right
     QObject *owner = nullptr;             ///< the window the box belongs to; null for the main window
+    std::optional<Answer> preset = {};    ///< what Enter alone answers; the first button when empty
 };
 
 using MessageHandler = std::function<Answer(const Message &)>;
@@ -51,6 +53,10 @@ void showError(QObject *owner, const QString &text);
 void inform(QObject *owner, const QString &text);
 /// "Conferma" with the question icon and Yes/No; true for Yes.
 bool confirm(QObject *owner, const QString &text);
+/// The same before something is lost or overwritten: Enter alone answers No.
+bool confirmLoss(QObject *owner, const QString &text);
+/// "Confermare l'eliminazione?", the question before every deletion of what is stored; Enter alone answers No.
+bool confirmDeletion(QObject *owner);
 
 /// "Non si dispone di diritti sufficienti per eseguire questa operazione." titled "Attenzione".
 void refuseForRights(QObject *owner);

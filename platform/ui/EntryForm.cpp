@@ -116,7 +116,7 @@ void EntryForm::DataChanged()
 
 bool EntryForm::continueWithoutSaving()
 {
-    return !Modified() || core::confirm(this, u"Ci sono delle modifiche non salvate.\n\rContinuare comunque?"_s);
+    return !Modified() || core::confirmLoss(this, u"Ci sono delle modifiche non salvate.\n\rContinuare comunque?"_s);
 }
 
 void EntryForm::startEmpty()

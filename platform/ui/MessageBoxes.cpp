@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -47,10 +48,34 @@ QMessageBox::Icon iconOf(core::MessageIcon icon)
     return QMessageBox::NoIcon;
 }
 
+// The window the user is working in. The told owner may be a window that is never shown, or lie under a dialog, where
+// the box would open in the screen's corner or unseen.
+QWidget *windowBelow(const core::Message &message)
+{
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget *active = QApplication::activeWindow())
+        return active;
+    const auto *owner = qobject_cast<const QWidget *>(message.owner);
+    if (owner && owner->window()->isVisible())
+        return owner->window();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
+        return window->isVisible() && window->windowType() == Qt::Window;
+    });
+    return shown == windows.end() ? nullptr : *shown;
+}
+
+QMessageBox::StandardButton buttonOf(core::Answer answer)
+{
+    const auto found = std::find_if(buttons().begin(), buttons().end(),
+                                    [answer](const Button &button) { return button.answer == answer; });
+    return found->button;
+}
+
 core::Answer drawMessage(const core::Message &message)
 {
-    auto *owner = qobject_cast<QWidget *>(message.owner);
-    QMessageBox box(owner ? owner->window() : QApplication::activeWindow());
+    QMessageBox box(windowBelow(message));
     box.setWindowTitle(message.title);
     box.setTextFormat(Qt::PlainText);
     // Texts carry a line feed and a carriage return; the box wants one line break.
@@ -60,6 +85,7 @@ core::Answer drawMessage(const core::Message &message)
         if (message.answers.contains(button.answer))
             box.addButton(button.button)->setText(button.caption);
     }
+    box.setDefaultButton(buttonOf(message.preset.value_or(message.answers.first())));
     const bool wasWaiting = QGuiApplication::overrideCursor() != nullptr;
     if (wasWaiting)
         QGuiApplication::setOverrideCursor(Qt::ArrowCursor);

@@ -4,7 +4,7 @@ class QWidget;
 
 namespace ui {
 
-/// Makes core::showMessage() draw real message boxes, owned by the message's window or else by the active one.
+/// Makes core::showMessage() draw real message boxes, over the window that the user is working in.
 void installMessageBoxes();
 
 } // namespace ui
