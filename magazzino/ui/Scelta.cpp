@@ -37,6 +37,8 @@ QList<ui::RecordLabel> etichetteAnagrafica(const QString &namePrefix, const QStr
                                      label(u"Provincia"_s, u"Prov.:"_s, u"PROVINCIA"_s, 3, 3),
                                      label(u"Nazione"_s, u"Nazione:"_s, u"NAZIONE"_s, 4, 20)};
     if (withTaxCodes) {
+        // Somebody is always addressed; a document without a carrier has none of its columns.
+        labels[0].required = labels[1].required = true;
         labels.append(label(u"CodiceFiscale"_s, u"Codice fiscale:"_s, u"CODICEFISCALE"_s, 5, 16));
         labels.append(label(u"PartitaIVA"_s, u"Partita IVA:"_s, u"PARTITAIVA"_s, 5, 12));
     }

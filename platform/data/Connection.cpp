@@ -280,10 +280,11 @@ Rows Connection::run(const QString &sql, const QVariantList &values)
         return rows;
     }
     prepareFor(sql);
+    QVariantList bound = values;
     QSqlQuery shortLived(database_);
-    QSqlQuery &query = statement(sql, shortLived);
-    for (int i = 0; i < values.size(); ++i)
-        query.bindValue(i, values[i]);
+    QSqlQuery &query = statement(withNullsWritten(sql, bound), shortLived);
+    for (int i = 0; i < bound.size(); ++i)
+        query.bindValue(i, bound[i]);
     if (!query.exec())
         fail(query.lastError(), sql);
     return fetch(query, sql);
@@ -292,9 +293,10 @@ Rows Connection::run(const QString &sql, const QVariantList &values)
 Rows Connection::select(const QString &sql, const Parameters &parameters)
 {
     prepareFor(sql);
+    Parameters bound = parameters;
     QSqlQuery shortLived(database_);
-    QSqlQuery &query = statement(sql, shortLived);
-    for (auto it = parameters.begin(); it != parameters.end(); ++it)
+    QSqlQuery &query = statement(withNullsWritten(sql, bound), shortLived);
+    for (auto it = bound.cbegin(); it != bound.cend(); ++it)
         query.bindValue(u':' + it.key(), it.value());
     if (!query.exec())
         fail(query.lastError(), sql);

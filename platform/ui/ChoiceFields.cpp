@@ -186,8 +186,10 @@ void RecordLabels::load(const data::DataSet &record)
 
 void RecordLabels::write(data::DataSet &record) const
 {
-    for (int i = 0; i < specs_.size(); ++i)
-        record.setValue(specs_[i].column, isEmpty(i) ? QVariant() : QVariant(text(i)));
+    for (int i = 0; i < specs_.size(); ++i) {
+        const QVariant none = specs_[i].required ? QVariant(u""_s) : QVariant();
+        record.setValue(specs_[i].column, isEmpty(i) ? none : QVariant(text(i)));
+    }
 }
 
 } // namespace ui

@@ -102,11 +102,12 @@ struct RecordLabel
     QString caption;
     QString column;
     int line = 0;
-    int characters = 6; ///< that must stay readable at the smallest size; also its share of the line
+    int characters = 6;    ///< that must stay readable at the smallest size; also its share of the line
+    bool required = false; ///< its column takes no NULL, so that the empty text is stored
 };
 
-/// The data of another record copied into this one (a customer into a delivery note). Each label shows "..." while
-/// empty and is then stored as NULL, so a later change of the master record never changes the copy.
+/// The data of another record copied into this one (a customer into a delivery note), so that a later change of the
+/// master record never changes the copy. Each label shows "..." while empty and is then stored as NULL.
 class RecordLabels : public Field
 {
     Q_OBJECT

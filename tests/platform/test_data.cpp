@@ -32,6 +32,9 @@ private Q_SLOTS:
 
     void valuesComeBackAsWritten_data();
     void valuesComeBackAsWritten();
+    void missingValueOfARequiredColumnIsRefused_data();
+    void missingValueOfARequiredColumnIsRefused();
+    void emptyTextIsNotMissing();
     void decimalsAreRoundedBeforeTheyAreBound();
     void errorAtTheFirstFetchIsThrown();
     void errorAtTheCommitIsThrown();
@@ -117,6 +120,60 @@ void TestData::valuesComeBackAsWritten()
     QCOMPARE(set.value(column).toString(), value.toString());
     if (value.metaType().id() == QMetaType::Double)
         QVERIFY(set.number(column) == value.toDouble());
+}
+
+void TestData::missingValueOfARequiredColumnIsRefused_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<QVariant>("former");
+    QTest::addColumn<QVariant>("missing");
+    QTest::newRow("integer") << u"NUMERO"_s << QVariant(7) << QVariant();
+    QTest::newRow("text") << u"TESTO"_s << QVariant(u"sette"_s) << QVariant();
+    QTest::newRow("blob") << u"NOTE"_s << QVariant(u"sette"_s) << QVariant();
+    QTest::newRow("decimal") << u"IMPORTO"_s << QVariant(7.5) << QVariant(QMetaType(QMetaType::Double));
+    QTest::newRow("date") << u"GIORNO"_s << QVariant(QDate(2026, 1, 2)) << QVariant(QDate());
+    QTest::newRow("time") << u"ORA"_s << QVariant(QTime(8, 0)) << QVariant(QTime());
+}
+
+// The driver drops such a value: the row got 0, an empty text, or 17/11/1858.
+void TestData::missingValueOfARequiredColumnIsRefused()
+{
+    QFETCH(QString, column);
+    QFETCH(QVariant, former);
+    QFETCH(QVariant, missing);
+    const QString insert = u"INSERT INTO PROVA(%1, ID) VALUES(?, ?)"_s.arg(column);
+    connection_->execute(u"ALTER TABLE PROVA ALTER %1 SET NOT NULL"_s.arg(column));
+    data::DataSet &set = openSet(u"SELECT ID, %1 FROM PROVA"_s.arg(column));
+    {
+        data::Transaction transaction(*connection_);
+        // The key is missing too, but a trigger gives it.
+        connection_->run(insert, {former, QVariant()});
+        QVERIFY_EXCEPTION_THROWN(connection_->run(insert, {missing, 1}), data::DatabaseError);
+        QVERIFY_EXCEPTION_THROWN(connection_->run(u"UPDATE PROVA SET %1 = ? /* '?' */"_s.arg(column), {missing}),
+                                 data::DatabaseError);
+        transaction.commit();
+    }
+    set.append();
+    set.setValue(column, missing);
+    QVERIFY_EXCEPTION_THROWN(set.updateBatch(), data::DatabaseError);
+    set.requery();
+    set.edit();
+    set.setValue(column, missing);
+    QVERIFY_EXCEPTION_THROWN(set.updateBatch(), data::DatabaseError);
+    QCOMPARE(stored(column), QStringList(former.toString()));
+    // Nothing is above what is missing, which is not 0.
+    QVERIFY(connection_->select(u"SELECT 1 AS NUM FROM PROVA WHERE ID > :ID"_s, {{u"ID"_s, QVariant()}}).isEmpty());
+}
+
+void TestData::emptyTextIsNotMissing()
+{
+    connection_->execute(u"ALTER TABLE PROVA ALTER TESTO SET NOT NULL"_s);
+    const QString insert = u"INSERT INTO PROVA(TESTO) VALUES(?)"_s;
+    data::Transaction transaction(*connection_);
+    for (const QString &text : {u"uno"_s, QString(), u"due"_s, u""_s})
+        connection_->run(insert, {text});
+    transaction.commit();
+    QCOMPARE(stored(u"TESTO"_s), QStringList({u"uno"_s, u""_s, u"due"_s, u""_s}));
 }
 
 void TestData::decimalsAreRoundedBeforeTheyAreBound()

@@ -116,6 +116,12 @@ void TestDeliveryNoteForm::supplierOutlivesChangesOfItsMasterRecord()
     note().form().DataChanged();
     note().save();
     QCOMPARE(lines(stored), copied);
+    // Other programs leave names empty; the column takes no NULL.
+    workplace_->database().execute(u"UPDATE DDT_SCARICO SET CLI_RAGIONESOCIALE = ''"_s);
+    note().form().ApriRecord(id);
+    note().form().DataChanged();
+    note().save();
+    QCOMPARE(note().flags(), u"stored"_s);
 }
 
 void TestDeliveryNoteForm::saveWritesTheHeader()
