@@ -4,7 +4,6 @@
 #include "host/HostCommands.h"
 #include "host/PackageLoader.h"
 #include "host/start/Startup.h"
-#include "host/tour/Tour.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
@@ -16,6 +15,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QLibraryInfo>
+#include <QProcess>
 #include <QStandardPaths>
 #include <QStyleFactory>
 #include <QTranslator>
@@ -71,6 +71,15 @@ StartOptions parseArguments(const QApplication &application)
             .tourFolder = parser.value(tour)};
 }
 
+// The tour is a program of its own beside this one; it writes to the same terminal, and its exit code is ours.
+int startTour(const QString &folder)
+{
+    const int code = QProcess::execute(QCoreApplication::applicationDirPath() + u"/corvane_tour"_s, {folder});
+    if (code < 0)
+        core::showError(nullptr, u"La visita guidata non è installata."_s);
+    return code < 0 ? 1 : code;
+}
+
 int work(const StartOptions &options, const int &printed)
 {
     if (!options.upgrade) {
@@ -124,13 +133,13 @@ int runApplication(QApplication &application)
 {
     prepareProgram(application);
     const StartOptions options = parseArguments(application);
-    if (!options.tourFolder.isEmpty())
-        return runTour(options.tourFolder);
     int printed = 0;
     if (options.upgrade || !hasScreen())
         printMessages(printed);
     else
         ui::installMessageBoxes();
+    if (!options.tourFolder.isEmpty())
+        return startTour(options.tourFolder);
     int code = 1;
     if (!options.upgrade && !hasScreen())
         core::showError(nullptr, u"Nessuno schermo disponibile: usare --tour CARTELLA oppure --upgrade."_s);

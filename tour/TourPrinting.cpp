@@ -1,11 +1,11 @@
-#include "host/tour/TourPrinting.h"
+#include "tour/TourPrinting.h"
 
 #include "host/Application.h"
-#include "host/tour/TourDriver.h"
 #include "host/ui/MainWindow.h"
 #include "host/ui/PreviewWindow.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
+#include "tour/TourDriver.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,11 +1,11 @@
-#include "host/tour/TourHost.h"
+#include "tour/TourHost.h"
 
 #include "host/Application.h"
 #include "host/HostCommands.h"
-#include "host/tour/TourDriver.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Format.h"
 #include "platform/data/Connection.h"
+#include "tour/TourDriver.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,4 +1,4 @@
-#include "host/tour/TourDriver.h"
+#include "tour/TourDriver.h"
 
 #include "platform/core/Error.h"
 #include "platform/ui/Dialogs.h"

@@ -1,11 +1,11 @@
-#include "host/tour/TourInvoices.h"
+#include "tour/TourInvoices.h"
 
 #include "host/Application.h"
 #include "host/Corvane3Impl.h"
-#include "host/tour/TourDriver.h"
 #include "host/ui/MainWindow.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
+#include "tour/TourDriver.h"
 
 #include <QCheckBox>
 #include <QDir>

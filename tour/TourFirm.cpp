@@ -1,4 +1,4 @@
-#include "host/tour/TourFirm.h"
+#include "tour/TourFirm.h"
 
 #include "host/Application.h"
 #include "host/HostCommands.h"
@@ -7,13 +7,13 @@
 #include "host/start/FileCommands.h"
 #include "host/start/FirstRows.h"
 #include "host/start/StartDialogs.h"
-#include "host/tour/TourDriver.h"
 #include "host/ui/MainWindow.h"
 #include "host/users/PasswordDialogs.h"
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
+#include "tour/TourDriver.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,19 +1,19 @@
-#include "host/tour/Tour.h"
+#include "tour/Tour.h"
 
 #include "host/Application.h"
 #include "host/DatabaseSetup.h"
 #include "host/IntfPack.h"
 #include "host/schema/DemoData.h"
-#include "host/tour/TourDriver.h"
-#include "host/tour/TourFirm.h"
-#include "host/tour/TourHost.h"
-#include "host/tour/TourInvoices.h"
-#include "host/tour/TourPrinting.h"
-#include "host/tour/TourRegisters.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
 #include "platform/data/Connection.h"
+#include "tour/TourDriver.h"
+#include "tour/TourFirm.h"
+#include "tour/TourHost.h"
+#include "tour/TourInvoices.h"
+#include "tour/TourPrinting.h"
+#include "tour/TourRegisters.h"
 
 #include <QApplication>
 #include <QCheckBox>

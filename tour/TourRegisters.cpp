@@ -1,9 +1,9 @@
-#include "host/tour/TourRegisters.h"
+#include "tour/TourRegisters.h"
 
-#include "host/tour/TourDriver.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Format.h"
 #include "platform/data/Connection.h"
+#include "tour/TourDriver.h"
 
 #include <QDoubleSpinBox>
 #include <QLabel>
