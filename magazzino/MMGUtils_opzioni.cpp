@@ -45,7 +45,9 @@ bool SetOptionValue(const QString &option, const QVariant &value)
         if (rows.isEmpty())
             return false;
         rows.edit();
-        rows.setValue(u"VALORE"_s, value);
+        // As every flag is stored.
+        const bool isFlag = value.metaType().id() == QMetaType::Bool;
+        rows.setValue(u"VALORE"_s, isFlag ? QVariant(core::flagText(value.toBool())) : value);
         rows.updateBatch();
         return true;
     });

@@ -44,6 +44,17 @@ private Q_SLOTS:
         QCOMPARE(value.toString(), u"intatto"_s);
     }
 
+    void flagIsStoredAsAWord()
+    {
+        for (const bool flag : {true, false}) {
+            QVERIFY(SetOptionValue(u"NUMERAZIONE_UNICA_FATTURE"_s, flag));
+            QVariant value;
+            QVERIFY(GetOptionValue(u"NUMERAZIONE_UNICA_FATTURE"_s, value));
+            QCOMPARE(value, QVariant(flag ? u"True"_s : u"False"_s));
+            QCOMPARE(NumerazioneUnicaFattura(), flag);
+        }
+    }
+
     void rightsComeFromRolesOnly_data()
     {
         QTest::addColumn<QString>("user");
