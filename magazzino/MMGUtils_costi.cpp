@@ -39,20 +39,13 @@ struct Movimento
     double nuovoImporto = 0; ///< EUR; the same as `importo` after a revaluation
 };
 
-// The value is a parameter, so that a document's rows share one prepared statement. Without the cast a text longer than
-// a code would be an error.
-const QString ofArticle = u" FROM MOVI_MAGA WHERE UPPER(CODICE) = CAST(? AS VARCHAR(255))"_s;
-
-// No code is the empty text, and not NULL, which would find nothing.
-QVariant inCapitals(const QString &codice)
-{
-    return codice.isEmpty() ? u""_s : codice.toUpper();
-}
+// The code is a parameter, so that a document's rows share one prepared statement.
+const QString ofArticle = u" FROM MOVI_MAGA WHERE UPPER(CODICE) = "_s + data::inCapitals();
+const QString isIssue = u"TIPO_MOVIMENTO = 'Scarico'"_s;
 
 // What revaluing needs to know of a movement; the database decides what an issue is.
 const QString revaluedColumns =
-    u"SELECT IDMOVI_MAGA, DATA_MOVIMENTO, IIF(TIPO_MOVIMENTO = 'Scarico', 1, 0) AS SCARICO, "
-    "QUANTITA, VALORE_IMPORTO"_s;
+    u"SELECT IDMOVI_MAGA, DATA_MOVIMENTO, IIF(%1, 1, 0) AS SCARICO, QUANTITA, VALORE_IMPORTO"_s.arg(isIssue);
 
 // What stands behind them where all articles are read.
 constexpr int capitalsColumn = 5;
@@ -71,7 +64,7 @@ Movimento movementOf(const QVariantList &row)
 QList<Movimento> readMovements(const QString &codice)
 {
     const data::Rows rows = ModuleConnection().run(
-        revaluedColumns + ofArticle + u" ORDER BY DATA_MOVIMENTO, IDMOVI_MAGA"_s, {inCapitals(codice)});
+        revaluedColumns + ofArticle + u" ORDER BY DATA_MOVIMENTO, IDMOVI_MAGA"_s, {data::searchedText(codice)});
     QList<Movimento> movements;
     movements.reserve(rows.size());
     for (qsizetype row = 0; row < rows.size(); ++row)
@@ -79,9 +72,11 @@ QList<Movimento> readMovements(const QString &codice)
     return movements;
 }
 
-bool hasIssues(const QList<Movimento> &movements)
+bool hasIssues(const QString &codice)
 {
-    return std::any_of(movements.begin(), movements.end(), [](const Movimento &movement) { return movement.scarico; });
+    return !ModuleConnection()
+                .run(u"SELECT FIRST 1 1 AS NUM"_s + ofArticle + u" AND "_s + isIssue, {data::searchedText(codice)})
+                .isEmpty();
 }
 
 // The average at an issue's date takes in the whole day: loads, the issue itself and the day's later issues with the
@@ -133,8 +128,6 @@ public:
     /// Behind the last row.
     void finishArticle();
     void write(data::Connection &connection);
-    /// Codes that find other movements than those they stand in.
-    const QStringList &elsewhere() const { return elsewhere_; }
 
 private:
     struct Scarico
@@ -150,7 +143,6 @@ private:
     QSet<QString> spellings_; ///< the ways in which the article's code is written
     QList<Movimento> movements_;
     QList<Scarico> issues_;
-    QStringList elsewhere_;
 };
 
 void OgniArticolo::read(const QVariantList &row)
@@ -166,18 +158,10 @@ void OgniArticolo::read(const QVariantList &row)
 void OgniArticolo::finishArticle()
 {
     // As if each spelling had been revalued after the other: every one starts from what the last one left.
-    bool revalued = false;
-    for (const QString &spelling : std::as_const(spellings_)) {
-        // The database leaves some letters small that become capitals here.
-        if (spelling.toUpper() != capitals_) {
-            elsewhere_.append(spelling);
-            continue;
-        }
+    for (qsizetype spelling = 0; spelling < spellings_.size(); ++spelling)
         revalue(movements_);
-        revalued = true;
-    }
     for (const Movimento &movement : std::as_const(movements_)) {
-        if (movement.scarico && revalued)
+        if (movement.scarico)
             issues_.append({movement.id, article_, movement.valore, movement.nuovoImporto});
     }
     ++article_;
@@ -210,7 +194,7 @@ double GetValoreScaricoCostoMedio(const QString &codice, QDate date)
     return core::namingErrors(u"GetValoreScaricoCostoMedio", [&] {
         const data::Rows rows = ModuleConnection().run(u"SELECT SUM(QUANTITA) AS QTA,SUM(VALORE_IMPORTO) AS VALORE"_s +
                                                            ofArticle + u" AND DATA_MOVIMENTO <= ?"_s,
-                                                       {inCapitals(codice), date});
+                                                       {data::searchedText(codice), date});
         if (rows.isEmpty())
             return 0.0;
         const Giacenza giacenza = {core::toHundredths(rows.number(0, u"QTA")),
@@ -221,15 +205,16 @@ double GetValoreScaricoCostoMedio(const QString &codice, QDate date)
 
 void RivalorizzaScarichiMagazzino(const QString &codice, bool useTransaction)
 {
-    QList<Movimento> movements =
-        core::namingErrors(u"RivalorizzaScarichiMagazzino", [&] { return readMovements(codice); });
-    if (!hasIssues(movements))
+    // Without issues no transaction is begun.
+    if (!core::namingErrors(u"RivalorizzaScarichiMagazzino", [&] { return hasIssues(codice); }))
         return;
     try {
         data::Connection &connection = ModuleConnection();
         std::optional<data::Transaction> transaction;
         if (useTransaction)
             transaction.emplace(connection);
+        // Inside it, so that what is written follows from what stood there at one moment.
+        QList<Movimento> movements = readMovements(codice);
         revalue(movements);
         for (const Movimento &movement : std::as_const(movements)) {
             if (movement.scarico)
@@ -251,6 +236,4 @@ void RivalorizzaTuttiGliScarichi()
                        [&articles](const QVariantList &row) { articles.read(row); });
     articles.finishArticle();
     articles.write(connection);
-    for (const QString &code : articles.elsewhere())
-        RivalorizzaScarichiMagazzino(code, false);
 }

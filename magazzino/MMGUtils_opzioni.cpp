@@ -1,3 +1,4 @@
+#include "host/users/Users.h"
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
@@ -61,16 +62,5 @@ bool NumerazioneUnicaFattura()
 
 bool UserHasAbilitazione(const QString &right, const QString &userName, data::Connection &connection)
 {
-    return core::namingErrors(u"UserHasAbilitazione", [&] {
-        data::DataSet rights(&connection);
-        rights.setCommandText(
-            u"SELECT ABILITAZIONI_UTENTE.* FROM UTENTI_RUOLI LEFT JOIN ABILITAZIONI_RUOLI ON "
-            "ABILITAZIONI_RUOLI.IDRUOLO_UTENTE = UTENTI_RUOLI.IDRUOLO_UTENTE LEFT JOIN ABILITAZIONI_UTENTE ON "
-            "ABILITAZIONI_UTENTE.IDABILITAZIONE_UTENTE = ABILITAZIONI_RUOLI.IDABILITAZIONE_UTENTE WHERE "
-            "UPPER(UTENTI_RUOLI.USER_NAME) = "_s +
-            data::quoted(userName.toUpper()));
-        rights.open();
-        const QString column = u"ABILITAZIONE_UTENTE"_s;
-        return !rights.isEmpty() && (rights.locate(column, u"Controllo completo"_s) || rights.locate(column, right));
-    });
+    return core::namingErrors(u"UserHasAbilitazione", [&] { return host::userHasRight(userName, right, connection); });
 }

@@ -22,9 +22,9 @@ bool documentExists(const QString &table, const QString &key, int numero, int an
 // `skip` is the comparison with the key to leave out, up to and with its equals sign.
 bool textExists(const QString &table, const QString &column, const QString &text, const QString &skip, int idEscluso)
 {
-    return countsAny(
-        ModuleConnection().select(u"SELECT COUNT(*) AS NUM FROM %1 WHERE UPPER(%2) = "_s.arg(table, column) +
-                                  data::quoted(text.toUpper()) + u" AND NOT "_s + skip + QString::number(idEscluso)));
+    return countsAny(ModuleConnection().run(u"SELECT COUNT(*) AS NUM FROM %1 WHERE UPPER(%2) = "_s.arg(table, column) +
+                                                data::inCapitals() + u" AND NOT "_s + skip + QString::number(idEscluso),
+                                            {data::searchedText(text)}));
 }
 
 } // namespace

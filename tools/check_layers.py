@@ -16,7 +16,7 @@ LAYERS = {
     "host/schema": (["platform/core", "platform/data", "host/schema"], ["Core"]),
     "host": (["platform", "host"], ["Core", "Gui", "Widgets", "PrintSupport"]),
     "magazzino/MMGUtils": (["platform/core", "platform/data", "host/IntfPack.h", "host/Corvane3Impl.h",
-                            "magazzino/MMGUtils", "magazzino/schema"], ["Core"]),
+                            "host/users/Users.h", "magazzino/MMGUtils", "magazzino/schema"], ["Core"]),
     "magazzino/schema": (["platform/core", "platform/data", "host/IntfPack.h", "host/Corvane3Impl.h",
                           "magazzino/MMGUtils", "magazzino/schema"], ["Core"]),
     "magazzino": (["platform", "host", "magazzino"], ["Core", "Gui", "Widgets", "PrintSupport"]),

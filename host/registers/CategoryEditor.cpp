@@ -4,6 +4,7 @@
 #include "host/registers/RegisterUses.h"
 #include "platform/core/Messages.h"
 #include "platform/data/Connection.h"
+#include "platform/data/SqlText.h"
 #include "platform/ui/CategoryTree.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
@@ -148,10 +149,10 @@ int CategoryEditor::parentOf(int key) const
 
 bool CategoryEditor::isTaken(const QString &name, int parent, int except)
 {
-    const data::Rows rows = connection_.select(
-        u"SELECT 1 AS NUM FROM %1 WHERE UPPER(CATEGORIA) = :NOME AND COALESCE(IDPADRE, 0) = :PADRE AND %2 <> :ID"_s.arg(
-            spec_.categories.table, spec_.categories.key),
-        {{u"NOME"_s, name.toUpper()}, {u"PADRE"_s, std::max(parent, 0)}, {u"ID"_s, except}});
+    const data::Rows rows = connection_.run(
+        u"SELECT 1 AS NUM FROM %1 WHERE UPPER(CATEGORIA) = %2 AND COALESCE(IDPADRE, 0) = ? AND %3 <> ?"_s.arg(
+            spec_.categories.table, data::inCapitals(), spec_.categories.key),
+        {data::searchedText(name), std::max(parent, 0), except});
     if (!rows.isEmpty())
         core::warn(this, u"Esiste già una categoria con questo nome!"_s);
     return !rows.isEmpty();

@@ -4,6 +4,7 @@
 #include "host/registers/RegisterUses.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
+#include "platform/data/SqlText.h"
 #include "platform/ui/ChoiceFields.h"
 #include "platform/ui/Fields.h"
 
@@ -171,9 +172,9 @@ void RegisterEntry::declareDoubts()
 bool RegisterEntry::isDuplicate() const
 {
     return !connection()
-                .select(u"SELECT FIRST 1 1 AS NUM FROM %1 WHERE UPPER(%2) = :TESTO AND %3 <> :ID"_s.arg(
-                            spec_.table, spec_.uniqueColumn, spec_.key),
-                        {{u"TESTO"_s, textOf(spec_.uniqueColumn).toUpper()}, {u"ID"_s, storedKey()}})
+                .run(u"SELECT FIRST 1 1 AS NUM FROM %1 WHERE UPPER(%2) = %3 AND %4 <> ?"_s.arg(
+                         spec_.table, spec_.uniqueColumn, data::inCapitals(), spec_.key),
+                     {data::searchedText(textOf(spec_.uniqueColumn)), storedKey()})
                 .isEmpty();
 }
 

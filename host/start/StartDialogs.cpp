@@ -6,6 +6,7 @@
 #include "host/users/PasswordDialogs.h"
 #include "platform/core/Messages.h"
 #include "platform/core/TaxCodes.h"
+#include "platform/data/SqlText.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
 
@@ -90,7 +91,7 @@ public:
                 .town = town_->text().trimmed(),
                 .province = province_->text().trimmed().toUpper(),
                 .vatNumber = vatNumber_->text().trimmed().toUpper(),
-                .userName = user_->text().trimmed().toUpper(),
+                .userName = data::capitalsOf(user_->text().trimmed()),
                 .password = password_->text(),
                 .commonTables = tables_->isChecked()};
     }

@@ -3,6 +3,7 @@
 #include "platform/core/Format.h"
 #include "platform/data/Catalogue.h"
 #include "platform/data/Connection.h"
+#include "platform/data/SqlText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -58,7 +59,7 @@ ImportLookups::Keys ImportLookups::keysOf(data::Connection &connection, const Im
     QHash<int, std::pair<QString, int>> tree;
     for (qsizetype row = 0; row < rows.size(); ++row) {
         const int key = rows.integer(row, u"CHIAVE");
-        const QString name = rows.text(row, u"NOME").trimmed().toUpper();
+        const QString name = data::capitalsOf(rows.text(row, u"NOME").trimmed());
         add(keys, name, key);
         if (!lookup.number.isEmpty())
             add(keys, numberName(rows.number(row, u"NUMERO")), key);
@@ -83,16 +84,17 @@ ImportLookups::ImportLookups(data::Connection &connection, const ImportTarget &t
 
 std::optional<int> ImportLookups::record(const QString &code) const
 {
-    const auto it = records_.constFind(code.toUpper());
+    const auto it = records_.constFind(data::capitalsOf(code));
     return it == records_.constEnd() ? std::nullopt : std::optional(*it);
 }
 
 std::optional<int> ImportLookups::find(qsizetype field, const QString &text) const
 {
     const Keys &keys = fields_[field];
-    auto it = keys.constFind(text.toUpper());
+    const QString capitals = data::capitalsOf(text);
+    auto it = keys.constFind(capitals);
     if (it == keys.constEnd()) {
-        QStringList parts = text.toUpper().split(u'/');
+        QStringList parts = capitals.split(u'/');
         for (QString &part : parts)
             part = part.trimmed();
         it = keys.constFind(parts.join(u'/'));

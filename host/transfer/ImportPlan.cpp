@@ -3,6 +3,7 @@
 #include "host/transfer/NumberReader.h"
 #include "platform/core/CsvWriter.h"
 #include "platform/core/Decimal.h"
+#include "platform/data/SqlText.h"
 
 #include <QHash>
 #include <QSet>
@@ -101,11 +102,12 @@ private:
     {
         if (text.isEmpty())
             return -1; // told with the other required values
-        const auto first = firstLines_.constFind(text.toUpper());
+        const QString capitals = data::capitalsOf(text);
+        const auto first = firstLines_.constFind(capitals);
         if (first != firstLines_.constEnd())
             complain(record.line, 0, u"Il codice \"%1\" si trova già alla riga %2."_s.arg(text).arg(*first));
         else
-            firstLines_.insert(text.toUpper(), record.line);
+            firstLines_.insert(capitals, record.line);
         const std::optional<int> existing = lookups_.record(text);
         if (existing && !options_.updateExisting)
             complain(record.line, 0, u"Il codice \"%1\" esiste già."_s.arg(text));

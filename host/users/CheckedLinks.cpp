@@ -1,6 +1,7 @@
 #include "host/users/CheckedLinks.h"
 
 #include "platform/data/Connection.h"
+#include "platform/data/SqlText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,9 +32,10 @@ void CheckedLinks::load(const QVariant &owner, data::Connection &connection)
 {
     fill(connection);
     const QSignalBlocker quiet(this);
-    const data::Rows rows = connection.select(
-        u"SELECT %1 AS ID FROM %2 WHERE UPPER(%3) = :CHI"_s.arg(spec_.itemColumn, spec_.linkTable, spec_.ownerColumn),
-        {{u"CHI"_s, owner.toString().toUpper()}});
+    const data::Rows rows = connection.run(
+        u"SELECT %1 AS ID FROM %2 WHERE UPPER(%3) = "_s.arg(spec_.itemColumn, spec_.linkTable, spec_.ownerColumn) +
+            data::inCapitals(),
+        {data::searchedText(owner.toString())});
     for (qsizetype row = 0; row < rows.size(); ++row) {
         for (int i = 0; i < count(); ++i) {
             if (item(i)->data(Qt::UserRole).toInt() == rows.integer(row, u"ID"))
@@ -44,8 +46,8 @@ void CheckedLinks::load(const QVariant &owner, data::Connection &connection)
 
 void CheckedLinks::write(const QVariant &owner, data::Connection &connection) const
 {
-    connection.run(u"DELETE FROM %1 WHERE UPPER(%2) = ?"_s.arg(spec_.linkTable, spec_.ownerColumn),
-                   {owner.toString().toUpper()});
+    connection.run(u"DELETE FROM %1 WHERE UPPER(%2) = "_s.arg(spec_.linkTable, spec_.ownerColumn) + data::inCapitals(),
+                   {data::searchedText(owner.toString())});
     const QList<int> keys = checkedKeys();
     for (const int key : keys)
         connection.run(

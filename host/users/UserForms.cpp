@@ -9,6 +9,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
+#include "platform/data/SqlText.h"
 #include "platform/ui/Dialogs.h"
 
 #include <QCheckBox>
@@ -204,7 +205,8 @@ void UserEntry::writeComputed(data::DataSet &record) const
 void UserEntry::writeDetails()
 {
     if (!storedText().isEmpty())
-        connection().run(u"DELETE FROM UTENTI_RUOLI WHERE UPPER(USER_NAME) = ?"_s, {storedText().toUpper()});
+        connection().run(u"DELETE FROM UTENTI_RUOLI WHERE UPPER(USER_NAME) = "_s + data::inCapitals(),
+                         {data::searchedText(storedText())});
     roles_->write(textOf(u"USER_NAME"_s), connection());
     // Another workstation may have taken the right away from the others in the meantime.
     if (administratorsExcept({}, 0, connection()) == 0)

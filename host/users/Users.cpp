@@ -2,7 +2,8 @@
 
 #include "host/users/Password.h"
 #include "platform/core/Format.h"
-#include "platform/data/Connection.h"
+#include "platform/data/DataSet.h"
+#include "platform/data/SqlText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,8 +13,8 @@ namespace {
 
 data::Rows userRow(const QString &userName, data::Connection &connection)
 {
-    return connection.select(u"SELECT * FROM UTENTI WHERE UPPER(USER_NAME) = :NOME"_s,
-                             {{u"NOME"_s, userName.trimmed().toUpper()}});
+    return connection.run(u"SELECT * FROM UTENTI WHERE UPPER(USER_NAME) = "_s + data::inCapitals(),
+                          {data::searchedText(userName.trimmed())});
 }
 
 QStringList userNames(const QString &condition, data::Connection &connection)
@@ -50,19 +51,24 @@ QString authenticate(const QString &userName, const QString &password, data::Con
 
 void setPassword(const QString &userName, const QString &password, data::Connection &connection)
 {
-    connection.run(u"UPDATE UTENTI SET PASSWORD_HASH = ? WHERE UPPER(USER_NAME) = ?"_s,
-                   {passwordHash(password), userName.toUpper()});
+    connection.run(u"UPDATE UTENTI SET PASSWORD_HASH = ? WHERE UPPER(USER_NAME) = "_s + data::inCapitals(),
+                   {passwordHash(password), data::searchedText(userName)});
 }
 
 bool userHasRight(const QString &userName, const QString &right, data::Connection &connection)
 {
-    return !connection
-                .select(u"SELECT FIRST 1 1 AS NUM FROM UTENTI_RUOLI UR JOIN ABILITAZIONI_RUOLI AR ON "
-                        "AR.IDRUOLO_UTENTE = UR.IDRUOLO_UTENTE JOIN ABILITAZIONI_UTENTE A ON "
-                        "A.IDABILITAZIONE_UTENTE = AR.IDABILITAZIONE_UTENTE WHERE UPPER(UR.USER_NAME) = :UTENTE AND "
-                        "A.ABILITAZIONE_UTENTE IN (:DIRITTO, :COMPLETO)"_s,
-                        {{u"UTENTE"_s, userName.toUpper()}, {u"DIRITTO"_s, right}, {u"COMPLETO"_s, fullControl}})
-                .isEmpty();
+    data::DataSet rights(&connection);
+    rights.setCommandText(
+        u"SELECT ABILITAZIONI_UTENTE.* FROM UTENTI_RUOLI LEFT JOIN ABILITAZIONI_RUOLI ON "
+        "ABILITAZIONI_RUOLI.IDRUOLO_UTENTE = UTENTI_RUOLI.IDRUOLO_UTENTE LEFT JOIN ABILITAZIONI_UTENTE ON "
+        "ABILITAZIONI_UTENTE.IDABILITAZIONE_UTENTE = ABILITAZIONI_RUOLI.IDABILITAZIONE_UTENTE WHERE "
+        "UPPER(UTENTI_RUOLI.USER_NAME) = "_s +
+        data::inCapitals(u":UTENTE"_s));
+    rights.setParameter(u"UTENTE"_s, data::searchedText(userName));
+    rights.open();
+    // Not in the statement, which would not tell blanks at the end.
+    const QString column = u"ABILITAZIONE_UTENTE"_s;
+    return rights.locate(column, fullControl) || rights.locate(column, right);
 }
 
 int administratorsExcept(const QString &exceptUser, int exceptRole, data::Connection &connection)
@@ -71,9 +77,10 @@ int administratorsExcept(const QString &exceptUser, int exceptRole, data::Connec
         .select(u"SELECT COUNT(DISTINCT U.IDUTENTE) AS NUM FROM UTENTI U JOIN UTENTI_RUOLI UR ON "
                 "UPPER(UR.USER_NAME) = UPPER(U.USER_NAME) JOIN ABILITAZIONI_RUOLI AR ON AR.IDRUOLO_UTENTE = "
                 "UR.IDRUOLO_UTENTE JOIN ABILITAZIONI_UTENTE A ON A.IDABILITAZIONE_UTENTE = AR.IDABILITAZIONE_UTENTE "
-                "WHERE A.ABILITAZIONE_UTENTE = :COMPLETO AND U.ATTIVO = 'True' AND UPPER(U.USER_NAME) <> :UTENTE AND "
-                "UR.IDRUOLO_UTENTE <> :RUOLO"_s,
-                {{u"COMPLETO"_s, fullControl}, {u"UTENTE"_s, exceptUser.toUpper()}, {u"RUOLO"_s, exceptRole}})
+                "WHERE A.ABILITAZIONE_UTENTE = :COMPLETO AND U.ATTIVO = 'True' AND UR.IDRUOLO_UTENTE <> :RUOLO AND "
+                "UPPER(U.USER_NAME) IS DISTINCT FROM "_s +
+                    data::inCapitals(u":UTENTE"_s),
+                {{u"COMPLETO"_s, fullControl}, {u"RUOLO"_s, exceptRole}, {u"UTENTE"_s, data::searchedText(exceptUser)}})
         .integer(0, u"NUM");
 }
 

@@ -24,7 +24,8 @@ QString authenticate(const QString &userName, const QString &password, data::Con
 
 void setPassword(const QString &userName, const QString &password, data::Connection &connection);
 
-/// True when the user has `right` or full control through one of the roles.
+/// True when one of the user's roles grants `right` (compared exactly) or full control. The name is compared without
+/// case.
 bool userHasRight(const QString &userName, const QString &right, data::Connection &connection);
 
 /// How many active users have full control, those aside who are named `exceptUser` and what comes from `exceptRole`

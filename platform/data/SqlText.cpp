@@ -34,6 +34,32 @@ QString withNullsAt(const QString &sql, const std::function<bool(QStringView)> &
 
 } // namespace
 
+// Without the cast the engine would give the parameter the column's length, and refuse a longer text.
+constexpr qsizetype longestSearched = 255;
+
+QString inCapitals(const QString &placeholder)
+{
+    return u"UPPER(CAST(%1 AS VARCHAR(%2)))"_s.arg(placeholder).arg(longestSearched);
+}
+
+QVariant searchedText(const QString &text)
+{
+    if (text.size() > longestSearched)
+        return {};
+    return text.isNull() ? u""_s : text;
+}
+
+QString capitalsOf(const QString &text)
+{
+    QList<uint> letters = text.toUcs4();
+    for (uint &letter : letters) {
+        const char32_t capital = QChar::toUpper(static_cast<char32_t>(letter));
+        // Greek letters with an iota below them have one that toUpper() leaves out.
+        letter = QChar::isLower(capital) ? QChar::toTitleCase(capital) : capital;
+    }
+    return QString::fromUcs4(reinterpret_cast<const char32_t *>(letters.constData()), letters.size());
+}
+
 bool isMissing(const QVariant &value)
 {
     switch (value.metaType().id()) {

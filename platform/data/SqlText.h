@@ -11,6 +11,16 @@ inline QString quoted(const QString &text)
     return QLatin1Char('\'') + doubled.replace(QLatin1Char('\''), QLatin1String("''")) + QLatin1Char('\'');
 }
 
+/// What UPPER(column) is compared with to find `placeholder` whatever its case; bind searchedText() to it. The database
+/// capitalises both sides, since it leaves letters as they are of which QString::toUpper() makes two ("ß").
+QString inCapitals(const QString &placeholder = QStringLiteral("?"));
+/// `text` for inCapitals(). One that is longer than any column is missing there, so that it is found nowhere; the
+/// engine would refuse it.
+QVariant searchedText(const QString &text);
+
+/// `text` in the database's capitals, for comparing what is not in the database: each letter by itself becomes one.
+QString capitalsOf(const QString &text);
+
 /// True for what is written as NULL: no value, or a date or time that is none. A text without characters is none of
 /// these, whether QString tells it from an empty one or not.
 bool isMissing(const QVariant &value);

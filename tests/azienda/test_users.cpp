@@ -82,9 +82,15 @@ void TestUsers::loginRules()
     QCOMPARE(host::authenticate(u"UFFICIO"_s, u"di corsa"_s, database), u"UFFICIO"_s);
     QCOMPARE(host::authenticate(u"UFFICIO"_s, {}, database), QString());
     QCOMPARE(host::authenticate(u"x' OR '1'='1"_s, {}, database), QString());
+    QCOMPARE(host::authenticate(QString(300, u'x'), {}, database), QString());
+    // A letter of which other capitals would make two.
+    database.execute(u"UPDATE UTENTI SET USER_NAME = 'WEIß' WHERE USER_NAME = 'MAGAZZINIERE'"_s);
+    host::setPassword(u"weiß"_s, u"a piedi"_s, database);
+    QCOMPARE(host::authenticate(u"Weiß"_s, u"a piedi"_s, database), u"WEIß"_s);
+    QCOMPARE(host::authenticate(u"WEISS"_s, u"a piedi"_s, database), QString());
     database.execute(u"UPDATE UTENTI SET ATTIVO = 'False' WHERE USER_NAME = 'UFFICIO'"_s);
     QCOMPARE(host::authenticate(u"UFFICIO"_s, u"di corsa"_s, database), QString());
-    QCOMPARE(host::activeUsers(database), QStringList({u"AMMINISTRATORE"_s, u"MAGAZZINIERE"_s}));
+    QCOMPARE(host::activeUsers(database), QStringList({u"AMMINISTRATORE"_s, u"WEIß"_s}));
 }
 
 void TestUsers::threeWrongPasswordsEnd()

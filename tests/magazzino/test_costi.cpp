@@ -192,13 +192,24 @@ private Q_SLOTS:
         QCOMPARE(db->lines(values).value(2), before.value(2));
     }
 
-    void articleWithoutIssuesNeedsNoTransaction()
+    void revaluationReadsInsideItsTransaction()
     {
+        QStringList outside;
+        QStringList inside;
+        db->connection().setStatementHook([&](const QString &sql) {
+            (db->connection().inTransaction() ? inside : outside).append(sql.section(u' ', 0, 1));
+        });
+        // An article without issues needs none.
         movement(10, 100);
-        const QStringList before = db->lines(allColumns);
-        const data::Transaction running(db->connection());
+        inside.clear();
+        outside.clear();
         RivalorizzaScarichiMagazzino(u"ART"_s, true);
-        QCOMPARE(db->lines(allColumns), before);
+        QCOMPARE(outside.size() + inside.size(), 1);
+        QCOMPARE(inside, QStringList());
+        movement(-1, 0);
+        inside.clear();
+        RivalorizzaScarichiMagazzino(u"ART"_s, true);
+        QCOMPARE(inside, QStringList({u"SELECT IDMOVI_MAGA,"_s, u"UPDATE MOVI_MAGA"_s, u"COMMIT"_s}));
     }
 };
 

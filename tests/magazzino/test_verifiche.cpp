@@ -94,18 +94,56 @@ private Q_SLOTS:
         QVERIFY(FattAccExists(5, 2026, 1));
     }
 
-    void codesCollideWithoutCase()
+    void textsAreComparedInTheDatabasesCapitals_data()
     {
-        const int supplier = db->insert(u"FORNITORI"_s, {{u"CODICE"_s, u"For'à"_s}});
-        const int carrier = db->insert(u"VETTORI"_s, {{u"CODICE"_s, u"For'à"_s}});
-        const int type = db->insert(u"TIPI_TRASPORTO"_s, {{u"TIPO_TRASPORTO"_s, u"For'à"_s}});
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("asked");
+        QTest::addColumn<bool>("found");
+        QTest::newRow("same") << u"For'à"_s << u"For'à"_s << true;
+        QTest::newRow("capitals") << u"For'à"_s << u"FOR'À"_s << true;
+        QTest::newRow("small") << u"FOR'À"_s << u"for'à"_s << true;
         // The database compares texts as if padded with blanks.
-        for (const QString &text : {u"FOR'À"_s, u"for'à"_s, u"For'à "_s}) {
-            QVERIFY(CodiceFornitoreExists(text, -1) && !CodiceFornitoreExists(text, supplier));
-            QVERIFY(CodiceVettoreExists(text, -1) && !CodiceVettoreExists(text, carrier));
-            QVERIFY(TipoTrasportoExists(text, -1) && !TipoTrasportoExists(text, type));
-        }
-        QVERIFY(!CodiceFornitoreExists(u"FOR"_s, -1));
+        QTest::newRow("blank behind") << u"For'à"_s << u"For'à "_s << true;
+        QTest::newRow("beginning") << u"For'à"_s << u"For"_s << false;
+        QTest::newRow("nothing") << u"For'à"_s << QString() << false;
+        // Letters that the database leaves as they are.
+        QTest::newRow("sharp s") << u"Straße-7"_s << u"sTRAßE-7"_s << true;
+        QTest::newRow("sharp s is no ss") << u"Straße-7"_s << u"STRASSE-7"_s << false;
+        QTest::newRow("n with apostrophe") << u"ŉ1"_s << u"ŉ1"_s << true;
+        QTest::newRow("ligature") << u"ﬁlo"_s << u"ﬁLO"_s << true;
+        QTest::newRow("longer than any text") << u"A"_s << u"A"_s + QString(300, u' ') << false;
+    }
+    void textsAreComparedInTheDatabasesCapitals()
+    {
+        QFETCH(const QString, stored);
+        QFETCH(const QString, asked);
+        QFETCH(const bool, found);
+        const int supplier = db->insert(u"FORNITORI"_s, {{u"CODICE"_s, stored}});
+        const int carrier = db->insert(u"VETTORI"_s, {{u"CODICE"_s, stored}});
+        const int type = db->insert(u"TIPI_TRASPORTO"_s, {{u"TIPO_TRASPORTO"_s, stored}});
+        QCOMPARE(CodiceFornitoreExists(asked, -1), found);
+        QCOMPARE(CodiceVettoreExists(asked, -1), found);
+        QCOMPARE(TipoTrasportoExists(asked, -1), found);
+        QVERIFY(!CodiceFornitoreExists(asked, supplier) && !CodiceVettoreExists(asked, carrier) &&
+                !TipoTrasportoExists(asked, type));
+        db->insert(u"UTENTI_RUOLI"_s, {{u"USER_NAME"_s, stored}, {u"IDRUOLO_UTENTE"_s, 1}});
+        QCOMPARE(UserHasAbilitazione(u"Fatture acc. (modifica)"_s, asked, db->connection()), found);
+        const QDate day(2026, 3, 1);
+        for (const int quantity : {4, -1})
+            db->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, stored},
+                                        {u"DATA_MOVIMENTO"_s, day},
+                                        {u"TIPO_MOVIMENTO"_s, quantity > 0 ? u"Carico"_s : u"Scarico"_s},
+                                        {u"QUANTITA"_s, quantity},
+                                        {u"VALORE_IMPORTO"_s, 6 * quantity}});
+        QCOMPARE(GetValoreScaricoCostoMedio(asked, day), found ? 6.0 : 0.0);
+        const auto issueValue = [this] {
+            return db->lines(u"SELECT VALORE FROM MOVI_MAGA WHERE TIPO_MOVIMENTO = 'Scarico'"_s).value(0).toDouble();
+        };
+        RivalorizzaScarichiMagazzino(asked, true);
+        QCOMPARE(issueValue(), found ? 6.0 : 0.0);
+        db->connection().execute(u"UPDATE MOVI_MAGA SET VALORE = 0"_s);
+        RivalorizzaTuttiGliScarichi();
+        QCOMPARE(issueValue(), 6.0);
     }
 
     void errorsNameTheRoutineWhereIntended()

@@ -1,6 +1,7 @@
 #include "platform/data/Connection.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/DatabaseError.h"
+#include "platform/data/SqlText.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
@@ -35,6 +36,7 @@ private Q_SLOTS:
     void missingValueOfARequiredColumnIsRefused_data();
     void missingValueOfARequiredColumnIsRefused();
     void emptyTextIsNotMissing();
+    void capitalsAreThoseOfTheDatabase();
     void decimalsAreRoundedBeforeTheyAreBound();
     void errorAtTheFirstFetchIsThrown();
     void errorAtTheCommitIsThrown();
@@ -174,6 +176,21 @@ void TestData::emptyTextIsNotMissing()
         connection_->run(insert, {text});
     transaction.commit();
     QCOMPARE(stored(u"TESTO"_s), QStringList({u"uno"_s, u""_s, u"due"_s, u""_s}));
+}
+
+void TestData::capitalsAreThoseOfTheDatabase()
+{
+    const QString sql = u"SELECT %1 AS TESTO FROM RDB$DATABASE"_s.arg(data::inCapitals());
+    constexpr uint surrogates = 0xd800;
+    QString letters;
+    for (uint letter = 0x20; letter < surrogates; ++letter) {
+        letters += QChar(letter);
+        if (letters.size() < 200 && letter + 1 < surrogates)
+            continue;
+        QCOMPARE(connection_->run(sql, {data::searchedText(letters)}).text(0, u"TESTO"), data::capitalsOf(letters));
+        letters.clear();
+    }
+    QCOMPARE(data::capitalsOf(u"Straße 𐐨"_s), u"STRAßE 𐐀"_s);
 }
 
 void TestData::decimalsAreRoundedBeforeTheyAreBound()

@@ -169,16 +169,19 @@ void TestImport::codesUpdateWhereAsked()
 {
     database_->insert(u"FORNITORI"_s,
                       {{u"CODICE"_s, u"Abc"_s}, {u"RAGIONESOCIALE"_s, u"Vecchia"_s}, {u"CITTA"_s, u"Asti"_s}});
+    database_->insert(u"FORNITORI"_s, {{u"CODICE"_s, u"Straße"_s}});
     const QByteArray file = "Codice;Ragione sociale;Città;Partita IVA;Pagamento;Telefono;Note\n"
-                            "ABC;Nuova;;it01234567890;;'+39 02;\"a\nb\"\nZZ9;Altra;Roma;;;;\n";
+                            "ABC;Nuova;;it01234567890;;'+39 02;\"a\nb\"\nZZ9;Altra;Roma;;;;\n"
+                            "straße;Tedesca;;;;;\nSTRASSE;Altra;;;;;\n";
     const host::ImportPlan planned = plan(suppliers_, file, true);
     QVERIFY(planned.problems.isEmpty());
-    QCOMPARE(planned.updates, 1);
+    QCOMPARE(planned.updates, 2);
     core::Progress progress;
     host::writeImport(database_->connection(), suppliers_, planned, progress);
     QCOMPARE(database_->lines(u"SELECT CODICE, RAGIONESOCIALE, CITTA, PARTITAIVA, TELEFONO1, NOTE FROM FORNITORI "
-                              "WHERE CODICE IN ('Abc', 'ZZ9') ORDER BY 1"_s),
-             (QStringList{u"Abc|Nuova|Asti|IT01234567890|+39 02|a\nb"_s, u"ZZ9|Altra|Roma|||"_s}));
+                              "WHERE CODICE IN ('Abc', 'ZZ9', 'Straße', 'STRASSE') ORDER BY 1"_s),
+             (QStringList{u"Abc|Nuova|Asti|IT01234567890|+39 02|a\nb"_s, u"STRASSE|Altra||||"_s,
+                          u"Straße|Tedesca||||"_s, u"ZZ9|Altra|Roma|||"_s}));
 }
 
 void TestImport::allArticlesOrNone()
