@@ -17,7 +17,6 @@
 #include <QDialog>
 #include <QFileInfo>
 #include <QMenu>
-#include <QRegularExpression>
 #include <QToolBar>
 
 using namespace Qt::StringLiterals;
@@ -219,9 +218,7 @@ void TMMGModMagazzino::ApriStampe(const QString &path)
 QString TMMGModMagazzino::ScegliFilePDF(QWidget *form, const QString &proposedName)
 {
     ui::SaveFileRequest request = dlgSavePDF;
-    // Characters that some file systems refuse.
-    static const QRegularExpression unsuitable(u"[\\\\/:*?\"<>|]"_s);
-    request.proposedName = QString(proposedName).replace(unsuitable, u"-"_s) + u".pdf"_s;
+    request.proposedName = report::fileNameOf(proposedName) + u".pdf"_s;
     const QString chosen = ui::chooseSaveFile(form, request);
     QString path = chosen.isEmpty() ? chosen : report::withPdfExtension(chosen);
     // The dialog asked about the name as it was typed.

@@ -291,7 +291,8 @@ void PreviewWindow::stampa()
 void printWithDialog(const report::Document &document, QWidget *owner)
 {
     QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(document.title());
+    // The dialog proposes it as the name of a file to print to.
+    printer.setDocName(report::fileNameOf(document.title()));
     QPrintDialog dialog(&printer, owner);
     dialog.setWindowTitle(u"Stampa"_s);
     dialog.setMinMax(1, document.pageCount());

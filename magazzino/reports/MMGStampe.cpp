@@ -103,6 +103,11 @@ void StampaFatturaAccompagnatoria(int id, const QString &file, TKxReportDestinat
     });
 }
 
+QString NomePDF(const QString &documentKind, int numero, QDate data)
+{
+    return u"%1 %2-%3"_s.arg(documentKind).arg(numero).arg(data.year());
+}
+
 void StampaElenco(const QString &report, const QString &heading)
 {
     TMMGModMagazzino &module = Modulo();

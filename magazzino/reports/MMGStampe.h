@@ -11,6 +11,10 @@ void StampaDdTScarico(int id, const QString &file, TKxReportDestination destinat
 /// option FATT_IVA_ESENTE_NOTE. Errors carry "[StampaFatturaAccompagnatoria]".
 void StampaFatturaAccompagnatoria(int id, const QString &file, TKxReportDestination destination);
 
+/// What list and form of a document propose as the name of its PDF file: "D.d.T. di scarico 12-2026". Numbers begin
+/// anew every year.
+QString NomePDF(const QString &documentKind, int numero, QDate data);
+
 /// Runs a report of the module's project to the destination that its report system has, normally the preview. `heading`
 /// stands below the report's title.
 void StampaElenco(const QString &report, const QString &heading);

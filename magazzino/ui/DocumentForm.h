@@ -124,7 +124,6 @@ private:
     void writeArticleOrService(data::DataSet &rows, const DocumentRow &row) const;
     void writeMovement(const DocumentRow &row, int rowKey);
     bool savedForPrinting();
-    QString proposedFileName() const;
     void showTotals(double imponibile, double imposta, double documento);
 
     DocumentSpec spec_;

@@ -1,5 +1,6 @@
 #include "magazzino/ui/DocumentForm.h"
 
+#include "magazzino/reports/MMGStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/Dialogs.h"
@@ -25,7 +26,8 @@ void TMMGInserimentoDocumento::addPrintCommands(const PrintRoutine &print)
                     [this, print] {
                         if (!savedForPrinting())
                             return;
-                        const QString file = Modulo().ScegliFilePDF(this, proposedFileName());
+                        const QString file =
+                            Modulo().ScegliFilePDF(this, NomePDF(spec_.documentKind, numero(), data()));
                         if (file.isEmpty())
                             return;
                         const ui::WaitCursor wait;
@@ -41,9 +43,4 @@ bool TMMGInserimentoDocumento::savedForPrinting()
     if (!NewRecord() && !Modified())
         return true;
     return core::confirm(this, u"Per stampare il documento è necessario salvarlo.\n\rSalvarlo ora?"_s) && SalvaRecord();
-}
-
-QString TMMGInserimentoDocumento::proposedFileName() const
-{
-    return u"%1 %2-%3"_s.arg(spec_.documentKind).arg(numero()).arg(data().year());
 }

@@ -1,6 +1,7 @@
 #include "magazzino/ui/RicercaBase.h"
 
 #include "magazzino/MMGUtils.h"
+#include "magazzino/reports/MMGStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Error.h"
 #include "platform/ui/Dialogs.h"
@@ -50,8 +51,8 @@ void TMMGRicercaBase::addPrintCommands(const PrintRoutine &print, const QString 
                         const int id = selectedKey();
                         if (id <= 0)
                             return;
-                        // The number stands in the list's first column.
-                        const QString name = documentKind + u' ' + grid().selectedText();
+                        const QString name = NomePDF(documentKind, grid().selectedValue(u"NUMERO"_s).toInt(),
+                                                     grid().selectedValue(u"DATA"_s).toDate());
                         const QString file = Modulo().ScegliFilePDF(this, name);
                         if (file.isEmpty())
                             return;

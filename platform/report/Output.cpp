@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
+#include <QRegularExpression>
 #include <QSaveFile>
 
 using namespace Qt::StringLiterals;
@@ -52,7 +53,7 @@ void writePdf(const Document &document, const QString &path, int dpi)
 
 void printDocument(const Document &document, QPrinter &printer)
 {
-    printer.setDocName(document.title());
+    printer.setDocName(fileNameOf(document.title()));
     printer.setPageLayout(layoutOf(document));
     printer.setFullPage(true);
     const int first = printer.fromPage() > 0 ? printer.fromPage() : 1;
@@ -65,6 +66,12 @@ void printDocument(const Document &document, QPrinter &printer)
             throw core::Error(u"La stampante ha interrotto la stampa."_s);
         paintPage(painter, document.page(page - 1), document.fonts(), printer.resolution() / 25.4);
     }
+}
+
+QString fileNameOf(const QString &title)
+{
+    static const QRegularExpression unsuitable(u"[\\\\/:*?\"<>|]"_s);
+    return QString(title).replace(unsuitable, u"-"_s);
 }
 
 QString withPdfExtension(const QString &path)

@@ -15,6 +15,9 @@ void writePdf(const Document &document, const QString &path, int dpi);
 /// refuses.
 void printDocument(const Document &document, QPrinter &printer);
 
+/// `title` as the name of a file, without the characters that some file systems refuse.
+QString fileNameOf(const QString &title);
+
 /// `path` with ".pdf" at its end.
 QString withPdfExtension(const QString &path);
 

@@ -66,6 +66,12 @@ int RowsModel::keyAt(int row) const
     return row >= 0 && row < rowCount() && keyIndex_ >= 0 ? rows_.values(row)[keyIndex_].toInt() : -1;
 }
 
+QVariant RowsModel::valueAt(int row, const QString &field) const
+{
+    const int index = rows_.indexOf(field);
+    return row >= 0 && row < rowCount() && index >= 0 ? rows_.values(row)[index] : QVariant();
+}
+
 int RowsModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : static_cast<int>(rows_.size());
@@ -243,6 +249,12 @@ QString ResultGrid::selectedText() const
 {
     const QModelIndexList selected = selectionModel()->selectedRows();
     return selected.isEmpty() ? QString() : selected.first().siblingAtColumn(0).data().toString();
+}
+
+QVariant ResultGrid::selectedValue(const QString &field) const
+{
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    return selected.isEmpty() ? QVariant() : model_->valueAt(selected.first().row(), field);
 }
 
 void ResultGrid::resizeEvent(QResizeEvent *event)

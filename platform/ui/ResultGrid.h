@@ -50,6 +50,8 @@ public:
     /// The columns of a query that the list needs: the key and what it shows.
     QStringList fields() const;
     int keyAt(int row) const;
+    /// Invalid for a field that the list does not read.
+    QVariant valueAt(int row, const QString &field) const;
     const QList<ListColumn> &columns() const { return columns_; }
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -90,6 +92,8 @@ public:
     void allowSorting();
     /// Text of the selected row's first column, empty without one.
     QString selectedText() const;
+    /// Value of a field of the selected row; invalid without a row or for a field that the list does not read.
+    QVariant selectedValue(const QString &field) const;
     /// The commands that export the rows; the context menu has them, too.
     ListExport &listExport() const { return *export_; }
 

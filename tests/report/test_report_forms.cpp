@@ -5,6 +5,7 @@
 #include "platform/data/Connection.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/EntryForm.h"
+#include "platform/ui/SearchForm.h"
 #include "tests/report/Prints.h"
 #include "tests/support/Controls.h"
 #include "tests/support/TestMain.h"
@@ -14,6 +15,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QRadioButton>
+#include <QTableView>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -173,14 +175,14 @@ void TestReportForms::changedNoteIsSavedFirst()
 void TestReportForms::pdfNameGetsItsExtension()
 {
     const QTemporaryDir folder;
-    const ui::EntryForm *form = openNote(test::insertNote(workplace_->database(), 1));
+    const ui::EntryForm *form = openNote(test::insertNote(workplace_->database(), 1, {{u"NUMERO"_s, 1234}}));
     QString proposed;
     ui::setSaveFileChooser([&](QWidget *, const ui::SaveFileRequest &request) {
         proposed = request.proposedName;
         return folder.filePath(u"nota.1"_s);
     });
     test::trigger(form, u"actSalvaPDF"_s);
-    QCOMPARE(proposed, u"D.d.T. di scarico 12-2026.pdf"_s);
+    QCOMPARE(proposed, u"D.d.T. di scarico 1234-2026.pdf"_s);
     const QString written = folder.filePath(u"nota.1.pdf"_s);
     QCOMPARE(test::pdfPages(written).size(), 1);
     // The dialog did not ask about the name that it does not know.
@@ -188,6 +190,15 @@ void TestReportForms::pdfNameGetsItsExtension()
                                         core::Answer::No);
     test::trigger(form, u"actSalvaPDF"_s);
     QCOMPARE(workplace_->messages.verify(), QStringList());
+    // The list proposes the same name.
+    auto *list = qobject_cast<ui::SearchForm *>(open(u"actRicercaDdTScarico"_s));
+    list->Cerca();
+    test::control<QTableView>(list, u"GridRisultati"_s)->selectRow(0);
+    proposed.clear();
+    workplace_->messages.expectQuestion(u"Il file \"%1\" esiste già.\n\rSovrascriverlo?"_s.arg(written),
+                                        core::Answer::No);
+    test::trigger(list, u"actSalvaPDF"_s);
+    QCOMPARE(proposed, u"D.d.T. di scarico 1234-2026.pdf"_s);
 }
 
 void TestReportForms::previewSavesAndPrintsItsOwnDocument()
@@ -209,6 +220,8 @@ void TestReportForms::previewSavesAndPrintsItsOwnDocument()
     workplace_->dialogs.expect([&](QDialog &dialog) {
         auto *print = qobject_cast<QPrintDialog *>(&dialog);
         QCOMPARE(print->maxPage(), pages);
+        // Printing to a file takes its name from the document.
+        QCOMPARE(print->printer()->docName(), u"Documento di trasporto n. 12-2026"_s);
         print->printer()->setOutputFormat(QPrinter::PdfFormat);
         print->printer()->setOutputFileName(printed);
         print->printer()->setFromTo(2, 3);
