@@ -104,7 +104,8 @@ BandLayout::BandLayout(const std::vector<Item> &items, double height, const Scop
 void BandLayout::measure()
 {
     for (const Item &item : items_) {
-        if (!(item.grow || item.kind == ItemKind::Rows) || !isShown(item, scope_))
+        const bool canGrow = item.grow || item.kind == ItemKind::Rows || item.kind == ItemKind::Group;
+        if (!canGrow || !isShown(item, scope_))
             continue;
         const double by = neededHeight(item) - item.area.height();
         if (by <= 0)
@@ -122,6 +123,8 @@ void BandLayout::measure()
 
 double BandLayout::neededHeight(const Item &item) const
 {
+    if (item.kind == ItemKind::Group)
+        return BandLayout(item.children, item.area.height(), scope_, fonts_).height();
     if (item.kind == ItemKind::Rows) {
         double total = 0;
         Scope row = scope_;
@@ -177,6 +180,9 @@ void BandLayout::placeItem(const Item &item, Page &page, QPointF origin) const
     case ItemKind::Rows:
         placeRows(item, area, page);
         break;
+    case ItemKind::Group:
+        BandLayout(item.children, item.area.height(), scope_, fonts_).place(page, area.topLeft());
+        break;
     }
 }
 
@@ -206,7 +212,7 @@ void BandLayout::placeText(const Item &item, const QRectF &area, Page &page) con
         lines.clear();
         for (const BrokenText::Line &line : broken.lines.mid(0, room))
             lines.append(line.text);
-        if (broken.lines.size() > room)
+        if (broken.lines.size() > room && item.continuation.isEmpty())
             lines.last().append(u'…');
     } else {
         lines[0].replace(u'\n', u' ').remove(u'\r');

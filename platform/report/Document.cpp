@@ -47,6 +47,12 @@ void addSlice(Page &page, const Page &whole, double origin, double from, double 
     }
 }
 
+// Of the heading over a continued text, with the gap below it.
+double headingHeight(const Item &item, const FontSet &fonts)
+{
+    return 1.5 * fonts.lineHeight(item.continuationFont);
+}
+
 } // namespace
 
 Document::Document(std::shared_ptr<const Report> report, const QList<FontSpec> &fonts, RunData data)
@@ -58,6 +64,7 @@ Document::Document(std::shared_ptr<const Report> report, const QList<FontSpec> &
     title_ = formatted(report_->title.evaluate(first), {});
     headerHeight_ = BandLayout(report_->pageHeader, first, fonts_).height();
     firstPageHeight_ = BandLayout(report_->firstPage, first, fonts_).height();
+    laterPagesHeight_ = BandLayout(report_->laterPages, first, fonts_).height();
     titlesHeight_ = BandLayout(report_->columnTitles, first, fonts_).height();
     broughtHeight_ = BandLayout(report_->carriedForward, first, fonts_).height();
     carryHeight_ = BandLayout(report_->toCarryForward, first, fonts_).height();
@@ -65,23 +72,35 @@ Document::Document(std::shared_ptr<const Report> report, const QList<FontSpec> &
     footerHeight_ = BandLayout(report_->pageFooter, first, fonts_).height();
     if (report_->detail.exists())
         rowCount_ = data_.rows(report_->detail.connection).size();
-    findContinuation();
     measureUnits();
     breakPages();
+    findContinuation();
     countRows();
 }
 
-Scope Document::scopeOf(const PageSpan &span, int page) const
+int Document::pageCount() const
 {
-    return {.data = &data_,
-            .page = page + 1,
-            .pages = pageCount(),
-            .detail = report_->detail.connection,
-            .rowsBefore = span.rowsBefore,
-            .rowsThrough = span.rowsThrough};
+    const qsizetype lines = continuation_.lines.size();
+    const qsizetype perPage = continuation_.linesPerPage;
+    return static_cast<int>(static_cast<qsizetype>(pages_.size()) + (lines > 0 ? (lines + perPage - 1) / perPage : 0));
 }
 
-// The first text of the closing block that does not fit goes on behind the rows.
+Scope Document::scopeOf(int page) const
+{
+    Scope scope{.data = &data_,
+                .page = page + 1,
+                .pages = pageCount(),
+                .detail = report_->detail.connection,
+                .rowsBefore = rowCount_,
+                .rowsThrough = rowCount_};
+    if (const auto index = static_cast<size_t>(page); index < pages_.size()) {
+        scope.rowsBefore = pages_[index].rowsBefore;
+        scope.rowsThrough = pages_[index].rowsThrough;
+    }
+    return scope;
+}
+
+// The first text of the closing block that does not fit begins there and goes on behind it.
 void Document::findContinuation()
 {
     Scope scope{.data = &data_, .connection = report_->lastPage.connection, .page = 1, .pages = 1};
@@ -91,19 +110,16 @@ void Document::findContinuation()
         const QString rest = BandLayout::overflow(item, scope, fonts_);
         if (rest.isEmpty())
             continue;
-        continuation_ = {&item, {item.continuation}};
+        continuation_.item = &item;
         const BrokenText broken = breakText(rest, item.font, item.continuationWidth, fonts_);
         for (const BrokenText::Line &line : broken.lines)
             continuation_.lines.append(line.text);
+        const double room = report_->contentHeight() - headHeight(1) - footerHeight_ - headingHeight(item, fonts_);
+        // Breaking the rows has made sure that there is some room.
+        continuation_.linesPerPage =
+            std::max<qsizetype>(1, static_cast<qsizetype>(room / fonts_.lineHeight(item.font)));
         return;
     }
-}
-
-Document::UnitKind Document::kindOf(qsizetype unit) const
-{
-    if (unit < rowCount_)
-        return UnitKind::Row;
-    return unit < rowCount_ + continuation_.lines.size() ? UnitKind::ContinuedLine : UnitKind::Summary;
 }
 
 void Document::measureUnits()
@@ -114,8 +130,6 @@ void Document::measureUnits()
         heights_.push_back(row.height());
         rowGrows_.push_back(row.grows());
     }
-    for (qsizetype line = 0; line < continuation_.lines.size(); ++line)
-        heights_.push_back(fonts_.lineHeight(continuation_.item->font));
     scope.row = 0;
     if (const double summary = BandLayout(report_->summary, scope, fonts_).height(); summary > 0)
         heights_.push_back(summary);
@@ -124,9 +138,14 @@ void Document::measureUnits()
         remaining_[unit] = remaining_[unit + 1] + heights_[unit];
 }
 
+double Document::headHeight(int page) const
+{
+    return headerHeight_ + (page == 0 ? firstPageHeight_ : laterPagesHeight_);
+}
+
 double Document::topHeight(int page) const
 {
-    return headerHeight_ + (page == 0 ? firstPageHeight_ : 0) + titlesHeight_ + (page > 0 ? broughtHeight_ : 0);
+    return headHeight(page) + titlesHeight_ + (page > 0 ? broughtHeight_ : 0);
 }
 
 // Without what the last page or the others add at the end of the rows.
@@ -144,7 +163,7 @@ void Document::breakPages()
     const auto count = static_cast<qsizetype>(heights_.size());
     PageSpan span;
     while (true) {
-        const int page = pageCount();
+        const auto page = static_cast<int>(pages_.size());
         const double room = roomForRows(page);
         if (remaining_[span.first] - span.firstFrom <= room - closingHeight_ + tolerance) {
             span.end = count;
@@ -210,34 +229,19 @@ void Document::countRows()
 Page Document::unitPage(qsizetype unit, const Scope &scope, QPointF origin) const
 {
     Page page;
-    Scope own = scope;
-    switch (kindOf(unit)) {
-    case UnitKind::Row:
-        own.row = unit;
-        // Most rows do not grow, and those need not be measured again.
-        BandLayout(report_->detail, own, fonts_, rowGrows_[unit] ? 0 : report_->detail.height).place(page, origin);
-        break;
-    case UnitKind::ContinuedLine:
-        placeContinuedLine(page, unit - rowCount_, origin);
-        break;
-    case UnitKind::Summary:
-        BandLayout(report_->summary, own, fonts_).place(page, origin);
-        break;
+    if (unit >= rowCount_) {
+        BandLayout(report_->summary, scope, fonts_).place(page, origin);
+        return page;
     }
+    Scope own = scope;
+    own.row = unit;
+    // Most rows do not grow, and those need not be measured again.
+    BandLayout(report_->detail, own, fonts_, rowGrows_[unit] ? 0 : report_->detail.height).place(page, origin);
     return page;
 }
 
-void Document::placeContinuedLine(Page &page, qsizetype line, QPointF origin) const
-{
-    const Item &item = *continuation_.item;
-    page.texts.append({.baseline = origin + QPointF(item.continuationX, fonts_.ascent(item.font)),
-                       .text = continuation_.lines[line],
-                       .font = item.font,
-                       .top = origin.y(),
-                       .bottom = origin.y() + fonts_.lineHeight(item.font)});
-}
-
-void Document::placeUnits(Page &page, const PageSpan &span, const Scope &scope, double y) const
+// Returns where they end.
+double Document::placeUnits(Page &page, const PageSpan &span, const Scope &scope, double y) const
 {
     const double x = report_->margin;
     const qsizetype behind = span.end + (span.cut > 0 ? 1 : 0);
@@ -247,38 +251,78 @@ void Document::placeUnits(Page &page, const PageSpan &span, const Scope &scope, 
         addSlice(page, unitPage(unit, scope, {x, y}), y, from, to);
         y += to - from;
     }
+    return y;
+}
+
+// What stands at the top of every page whatever it holds. Returns where it ends.
+double Document::placeHead(Page &page, int index, const Scope &scope) const
+{
+    double y = report_->margin;
+    for (const Band *band : {&report_->pageHeader, index == 0 ? &report_->firstPage : &report_->laterPages}) {
+        const BandLayout layout(*band, scope, fonts_);
+        layout.place(page, {report_->margin, y});
+        y += layout.height();
+    }
+    return y;
 }
 
 Page Document::page(int index) const
 {
-    const PageSpan &span = pages_.at(static_cast<size_t>(index));
-    const Scope scope = scopeOf(span, index);
-    const bool last = index == pageCount() - 1;
+    const Scope scope = scopeOf(index);
+    Page page = index < static_cast<int>(pages_.size()) ? rowsPage(index, scope) : continuationPage(index, scope);
+    BandLayout(report_->pageFooter, scope, fonts_)
+        .place(page, {report_->margin, report_->height - report_->margin - footerHeight_});
+    return page;
+}
+
+Page Document::rowsPage(int index, const Scope &scope) const
+{
+    const bool last = index + 1 == static_cast<int>(pages_.size());
     const double x = report_->margin;
-    double y = report_->margin;
+    const double bottom = report_->height - report_->margin - footerHeight_ - (last ? closingHeight_ : 0);
     Page page;
+    double y = placeHead(page, index, scope);
     const auto add = [&](const Band &band) {
         const BandLayout layout(band, scope, fonts_);
         layout.place(page, {x, y});
         y += layout.height();
     };
-    add(report_->pageHeader);
-    if (index == 0)
-        add(report_->firstPage);
     add(report_->columnTitles);
-    const double bottom = report_->height - report_->margin - footerHeight_ - (last ? closingHeight_ : 0);
     BandLayout(report_->tableFrame, scope, fonts_, bottom - y).place(page, {x, y});
     if (index > 0)
         add(report_->carriedForward);
-    placeUnits(page, span, scope, y);
-    if (!last) {
-        y = bottom - carryHeight_;
-        add(report_->toCarryForward);
-    }
-    y = bottom;
-    if (last)
+    y = placeUnits(page, pages_[static_cast<size_t>(index)], scope, y);
+    if (last) {
+        y = bottom;
         add(report_->lastPage);
-    add(report_->pageFooter);
+        return page;
+    }
+    const double free = bottom - carryHeight_ - y;
+    if (free >= report_->unusedSpace.height)
+        BandLayout(report_->unusedSpace, scope, fonts_, free).place(page, {x, y});
+    y = bottom - carryHeight_;
+    add(report_->toCarryForward);
+    return page;
+}
+
+Page Document::continuationPage(int index, const Scope &scope) const
+{
+    const Item &item = *continuation_.item;
+    Page page;
+    double y = placeHead(page, index, scope);
+    const double x = report_->margin + item.continuationX;
+    const auto addLine = [&](const QString &text, int font) {
+        const double height = fonts_.lineHeight(font);
+        page.texts.append(
+            {.baseline = {x, y + fonts_.ascent(font)}, .text = text, .font = font, .top = y, .bottom = y + height});
+    };
+    addLine(item.continuation, item.continuationFont);
+    y += headingHeight(item, fonts_);
+    const qsizetype first = (index - static_cast<qsizetype>(pages_.size())) * continuation_.linesPerPage;
+    for (const QString &line : continuation_.lines.mid(first, continuation_.linesPerPage)) {
+        addLine(line, item.font);
+        y += fonts_.lineHeight(item.font);
+    }
     return page;
 }
 

@@ -13,7 +13,7 @@ public:
     /// Throws core::Error when a column is missing or a block is higher than a page.
     Document(std::shared_ptr<const Report> report, const QList<FontSpec> &fonts, RunData data);
 
-    int pageCount() const { return static_cast<int>(pages_.size()); }
+    int pageCount() const;
     /// Primitives of a page, counted from 0.
     Page page(int index) const;
     const FontSet &fonts() const { return fonts_; }
@@ -21,14 +21,7 @@ public:
     QSizeF pageSize() const { return {report_->width, report_->height}; } ///< millimetres
 
 private:
-    // What lies between the titles and the end of the rows: rows of the detail, then the lines of a continued text,
-    // then the summary.
-    enum class UnitKind
-    {
-        Row,
-        ContinuedLine,
-        Summary
-    };
+    // A unit is what lies between the titles and the end of the rows: each row of the detail, then the summary.
     struct PageSpan
     {
         qsizetype first = 0;  ///< unit
@@ -42,22 +35,25 @@ private:
     {
         const Item *item = nullptr;
         QStringList lines;
+        qsizetype linesPerPage = 0;
     };
 
-    Scope scopeOf(const PageSpan &span, int page) const;
+    Scope scopeOf(int page) const;
     void findContinuation();
     void measureUnits();
     void breakPages();
+    double headHeight(int page) const;
     double topHeight(int page) const;
     double roomForRows(int page) const;
     qsizetype fillPage(PageSpan &span, double room, double freshRoom) const;
     double cutPosition(qsizetype unit, double from, double room) const;
     void countRows();
 
-    UnitKind kindOf(qsizetype unit) const;
     Page unitPage(qsizetype unit, const Scope &scope, QPointF origin) const;
-    void placeUnits(Page &page, const PageSpan &span, const Scope &scope, double y) const;
-    void placeContinuedLine(Page &page, qsizetype line, QPointF origin) const;
+    double placeUnits(Page &page, const PageSpan &span, const Scope &scope, double y) const;
+    double placeHead(Page &page, int index, const Scope &scope) const;
+    Page rowsPage(int index, const Scope &scope) const;
+    Page continuationPage(int index, const Scope &scope) const;
 
     std::shared_ptr<const Report> report_;
     FontSet fonts_;
@@ -70,12 +66,13 @@ private:
     std::vector<double> remaining_; // heights of a unit and all behind it, mm
     double headerHeight_ = 0;
     double firstPageHeight_ = 0;
+    double laterPagesHeight_ = 0;
     double titlesHeight_ = 0;
     double broughtHeight_ = 0;
     double carryHeight_ = 0;
     double closingHeight_ = 0;
     double footerHeight_ = 0;
-    std::vector<PageSpan> pages_;
+    std::vector<PageSpan> pages_; // with rows; those of the continuation follow
 };
 
 } // namespace report

@@ -26,7 +26,8 @@ enum class ItemKind
     Line,
     Box,
     Image,
-    Rows ///< `children` once for every row of `connection`, below each other
+    Rows, ///< `children` once for every row of `connection`, below each other
+    Group ///< `children` laid out by themselves: what grows among them moves nothing beside them
 };
 
 struct Item
@@ -42,8 +43,10 @@ struct Item
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop;
     bool wrap = false;
     bool grow = false; ///< takes the height its text needs and pushes down what lies below it
-    /// A text longer than its area goes on behind the report's rows, under this heading; empty: it is cut off.
+    /// A text longer than its area goes on, under this heading, on pages behind the closing block; empty: it is cut
+    /// off.
     QString continuation;
+    int continuationFont = 0; ///< of the heading
     double continuationX = 0;
     double continuationWidth = 0;
 
@@ -78,12 +81,14 @@ struct Report
 
     Band pageHeader;     ///< at the top of every page
     Band firstPage;      ///< below it on the first page
+    Band laterPages;     ///< below it on the others
     Band columnTitles;   ///< above the rows of every page
     Band carriedForward; ///< above the rows of every page but the first
     Band detail;         ///< once per row of its connection
+    Band unusedSpace;    ///< stretched over what is left free above `toCarryForward`, when that is higher than the band
     Band toCarryForward; ///< at the end of the rows of every page but the last
     Band summary;        ///< behind the last row
-    Band lastPage;       ///< at the bottom of the last page
+    Band lastPage;       ///< at the bottom of the last page with rows
     Band pageFooter;     ///< at the bottom of every page
     Band tableFrame;     ///< stretched over the rows' area of every page
     QSet<QString> connections;

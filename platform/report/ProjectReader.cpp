@@ -12,6 +12,18 @@ namespace report {
 
 namespace {
 
+// Of items within items; all reading and layout goes down through them.
+constexpr int deepestLevel = 5;
+const QString tooDeep = u"elementi annidati troppo in profondità"_s;
+
+int levelsOf(const std::vector<Item> &items)
+{
+    int deepest = 0;
+    for (const Item &item : items)
+        deepest = std::max(deepest, item.children.empty() ? 0 : 1 + levelsOf(item.children));
+    return deepest;
+}
+
 class Reader : public ElementReader
 {
 public:
@@ -32,11 +44,13 @@ private:
     void readText(const QString &element, Item &item);
     void readCell(Item item, std::vector<Item> &items);
     void readImage(Item &item);
+    void readContinuation(Item &item);
     int fontIndex(const QString &attributeName, const QString &missing);
 
     // Items that several bands share; each place that uses them gets a copy.
     struct Block
     {
+        double height = 0; // at least, where it stands apart
         std::vector<Item> items;
         QSet<QString> connections;
     };
@@ -45,6 +59,8 @@ private:
     QHash<QString, Block> blocks_;
     QSet<QString> *connections_ = nullptr; // named by the report or block being read
     double contentWidth_ = 0;
+    bool mayContinue_ = false; // a text may go on behind the closing block
+    int rowsDepth_ = 0;
 };
 
 Expression Reader::expression(const QString &name)
@@ -92,11 +108,12 @@ void Reader::readBlock()
 {
     const QString name = required(u"name"_s);
     contentWidth_ = requiredLength(u"width"_s);
+    Block block{.height = length(u"height"_s, 0)};
     endAttributes();
     if (blocks_.contains(name))
         fail(u"il blocco \"%1\" è definito due volte"_s.arg(name));
-    Block block;
     connections_ = &block.connections;
+    mayContinue_ = true;
     readItems(block.items, contentWidth_);
     connections_ = nullptr;
     blocks_.insert(name, block);
@@ -107,18 +124,32 @@ void Reader::useBlock(std::vector<Item> &items, double width)
     const QString name = required(u"block"_s);
     const double x = requiredLength(u"x"_s);
     const double y = requiredLength(u"y"_s);
+    const bool apart = flag(u"apart"_s);
     endAttributes();
     const auto block = blocks_.constFind(name);
     if (block == blocks_.constEnd())
         fail(u"il blocco \"%1\" non è definito"_s.arg(name));
     *connections_ += block->connections;
+    if (rowsDepth_ + levelsOf(block->items) + (apart ? 1 : 0) > deepestLevel)
+        fail(tooDeep);
+    Item group{.kind = ItemKind::Group, .area = QRectF(x, y, 0, block->height), .line = line()};
     for (Item item : block->items) {
-        item.area.translate(x, y);
-        item.continuationX += item.continuation.isEmpty() ? 0 : x;
-        if (item.area.right() > width + 0.001)
+        if (x + item.area.right() > width + 0.001)
             fail(u"il blocco \"%1\" esce dal margine destro"_s.arg(name));
-        items.push_back(std::move(item));
+        if (!item.continuation.isEmpty() && (apart || !mayContinue_))
+            fail(u"il seguito del testo non è possibile qui"_s);
+        if (apart) {
+            group.area.setRight(std::max(group.area.right(), x + item.area.right()));
+            group.area.setBottom(std::max(group.area.bottom(), y + item.area.bottom()));
+            group.children.push_back(std::move(item));
+        } else {
+            item.area.translate(x, y);
+            item.continuationX += item.continuation.isEmpty() ? 0 : x;
+            items.push_back(std::move(item));
+        }
     }
+    if (apart)
+        items.push_back(std::move(group));
 }
 
 void Reader::readReport()
@@ -141,9 +172,11 @@ void Reader::readReport()
 
     const QHash<QString, Band *> bands = {{u"pageHeader"_s, &report->pageHeader},
                                           {u"firstPage"_s, &report->firstPage},
+                                          {u"laterPages"_s, &report->laterPages},
                                           {u"columnTitles"_s, &report->columnTitles},
                                           {u"carriedForward"_s, &report->carriedForward},
                                           {u"detail"_s, &report->detail},
+                                          {u"unusedSpace"_s, &report->unusedSpace},
                                           {u"toCarryForward"_s, &report->toCarryForward},
                                           {u"summary"_s, &report->summary},
                                           {u"lastPage"_s, &report->lastPage},
@@ -155,6 +188,7 @@ void Reader::readReport()
             fail(u"elemento \"%1\" non previsto in una stampa"_s.arg(child));
         if (band->exists())
             fail(u"\"%1\" è definito due volte"_s.arg(child));
+        mayContinue_ = band == &report->lastPage;
         readBand(*band);
     });
     project_.reports.append(report);
@@ -226,8 +260,11 @@ Item Reader::readRows(Item item)
     item.rowHeight = requiredLength(u"rowHeight"_s);
     connections_->insert(item.connection);
     endAttributes();
+    if (++rowsDepth_ > deepestLevel)
+        fail(tooDeep);
     const double width = item.area.width();
     readItems(item.children, width);
+    --rowsDepth_;
     return item;
 }
 
@@ -245,11 +282,19 @@ void Reader::readText(const QString &element, Item &item)
     item.alignment = alignment(u"top"_s);
     item.grow = flag(u"grow"_s);
     item.wrap = flag(u"wrap"_s) || item.grow;
+    readContinuation(item);
+}
+
+// How the text goes on when it is longer than its area.
+void Reader::readContinuation(Item &item)
+{
     item.continuation = attribute(u"continuation"_s);
+    item.continuationFont = hasAttribute(u"continuationFont"_s) ? fontIndex(u"continuationFont"_s, {}) : item.font;
     item.continuationX = length(u"continuationX"_s, 0);
     item.continuationWidth = length(u"continuationWidth"_s, contentWidth_ - item.continuationX);
-    if (!item.continuation.isEmpty() &&
-        (item.grow || item.continuationX + item.continuationWidth > contentWidth_ + 0.001))
+    const bool possible = mayContinue_ && rowsDepth_ == 0 && !item.grow &&
+                          item.continuationX + item.continuationWidth <= contentWidth_ + 0.001;
+    if (!item.continuation.isEmpty() && !possible)
         fail(u"il seguito del testo non è possibile qui"_s);
 }
 

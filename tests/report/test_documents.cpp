@@ -2,6 +2,7 @@
 #include "magazzino/reports/MMGStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/data/Connection.h"
+#include "platform/report/Document.h"
 #include "platform/report/Report.h"
 #include "tests/report/Prints.h"
 #include "tests/support/TestMain.h"
@@ -29,6 +30,9 @@ private Q_SLOTS:
     void rowsAreAllThereOnAnyNumberOfPages();
     void rowsComeInTheOrderOfTheirKeys();
     void textsLongerThanAPageAreWhole();
+    void valuesThatNobodyEnteredStayBlank();
+    void longCompanyNameKeepsTheTitleTogether();
+    void unusedSpaceIsStruckOut();
     void vatSummaryIsRoundedPerRate();
     void amountsAreCarriedForward();
     void exemptInvoiceHasItsNote();
@@ -57,6 +61,27 @@ QString firstOutOfOrder(const QString &text, const QStringList &parts)
         position += part.size();
     }
     return {};
+}
+
+// Each as "left top width height", millimetres.
+QStringList framesOf(const report::Page &page)
+{
+    QStringList frames;
+    for (const report::Frame &frame : page.frames) {
+        frames.append(u"%1 %2 %3 %4"_s.arg(frame.area.left(), 0, 'f', 0)
+                          .arg(frame.area.top(), 0, 'f', 0)
+                          .arg(frame.area.width(), 0, 'f', 0)
+                          .arg(frame.area.height(), 0, 'f', 0));
+    }
+    return frames;
+}
+
+// Of the first line that begins with `text`, millimetres; -1 when there is none.
+double topOf(const report::Page &page, const QString &text)
+{
+    const auto run = std::find_if(page.texts.begin(), page.texts.end(),
+                                  [&text](const report::TextRun &other) { return other.text.startsWith(text); });
+    return run == page.texts.end() ? -1 : run->top;
 }
 
 } // namespace
@@ -141,6 +166,7 @@ void TestDocuments::rowsAreAllThereOnAnyNumberOfPages()
         QVERIFY(found[page].contains(u"Descrizione"_s));
         QCOMPARE(found[page].contains(u"Firma del vettore"_s), page == pages - 1);
         QCOMPARE(found[page].contains(u"Causale"_s), page == 0);
+        QVERIFY(found[page].contains(u"Officine D'Amico & Figli"_s));
     }
 }
 
@@ -159,17 +185,65 @@ void TestDocuments::textsLongerThanAPageAreWhole()
     for (int word = 1; word <= 2000; ++word)
         words.append(u"parola%1"_s.arg(word));
     QStringList note;
-    for (int line = 1; line <= 80; ++line)
+    for (int line = 1; line <= 50; ++line)
         note.append(u"nota%1"_s.arg(line));
     const int key = test::insertNote(database(), 1, {{u"NOTE"_s, note.join(u"\r\n"_s)}});
     test::insertNoteRow(database(), key, {{u"TIPO_RIGA"_s, u"Testo"_s}, {u"DESCRIZIONE"_s, words.join(u' ')}});
     const QStringList pages = test::pdfPages(print(key));
     QVERIFY(pages.size() >= 4);
-    const QString text = pages.join(u' ').simplified();
-    QCOMPARE(firstOutOfOrder(text, words), QString());
-    QVERIFY(text.contains(u"Note (seguito)"_s));
-    for (const QString &line : note)
-        QVERIFY2(text.contains(line), qPrintable(line));
+    // The note begins in its box and goes on behind it, its heading on the page that goes on with it.
+    QCOMPARE(firstOutOfOrder(pages.join(u' ').simplified(), words + note), QString());
+    const QString last = pages.last().simplified();
+    const QString closing = pages[pages.size() - 2].simplified();
+    QCOMPARE(firstOutOfOrder(closing, {u"Note (continuano a pagina %1) nota1"_s.arg(pages.size()), u"Firma"_s}),
+             QString());
+    const qsizetype begun = closing.count(u"nota"_s);
+    QCOMPARE(
+        firstOutOfOrder(last, {u"Officine D'Amico & Figli"_s, u"Note (seguito) nota%1 "_s.arg(begun + 1), u"nota50"_s}),
+        QString());
+    QVERIFY(!last.contains(u"Firma"_s) && !last.contains(u"Descrizione"_s));
+}
+
+void TestDocuments::valuesThatNobodyEnteredStayBlank()
+{
+    const QVariantMap nothing = {{u"COLLI"_s, 0}, {u"PESO"_s, 0}};
+    for (const QString &file :
+         {print(test::insertNote(database(), 1, nothing)), printInvoice(test::insertInvoice(database(), 1, nothing))})
+        QVERIFY(test::pdfText(file).contains(u"Scatole di cartone 17/03/2026 08:45"_s));
+}
+
+void TestDocuments::longCompanyNameKeepsTheTitleTogether()
+{
+    const QString name = u"Prima parte della ragione sociale\nSeconda parte\nTerza parte"_s;
+    database().run(u"UPDATE AZIENDA SET RAGIONESOCIALE = ?, EMAIL = 'posta@prova.it', WEB = 'www.prova.it'"_s, {name});
+    print(test::insertNote(database(), 1));
+    const report::Page page = system().document()->page(0);
+    const QStringList frames = framesOf(page);
+    QVERIFY2(frames.contains(u"108 10 92 14"_s) && frames.contains(u"108 24 32 9"_s), qPrintable(frames.join(u'|')));
+    // The addressee stands under the title, and below the company's lines.
+    const QStringList addressee = frames.filter(QRegularExpression(u"^108 \\d+ 92 31$"_s));
+    QCOMPARE(addressee.size(), 1);
+    const double top = addressee.first().section(u' ', 1, 1).toDouble();
+    QList<double> lines;
+    for (const QString &part : {u"Prima"_s, u"Seconda"_s, u"Terza"_s, u"P.I."_s, u"e-mail"_s, u"web: www"_s})
+        lines.append(topOf(page, part));
+    for (qsizetype i = 1; i < lines.size(); ++i)
+        QVERIFY(lines[i] > lines[i - 1] + 3);
+    QVERIFY(lines.last() + 3 < top);
+}
+
+// Rows that fit on the page without the closing block: the last one goes to the next page with it.
+void TestDocuments::unusedSpaceIsStruckOut()
+{
+    printInvoice(test::insertInvoice(database(), 35));
+    const report::Page page = system().document()->page(0);
+    QList<QLineF> slanted;
+    for (const report::Stroke &stroke : page.strokes) {
+        if (stroke.line.dx() > 1 && stroke.line.dy() > 1)
+            slanted.append(stroke.line);
+    }
+    QCOMPARE(slanted.size(), 1);
+    QVERIFY(slanted[0].y1() > topOf(page, u"ART-034"_s) + 3 && slanted[0].y2() < topOf(page, u"A riportare"_s));
 }
 
 void TestDocuments::vatSummaryIsRoundedPerRate()
@@ -221,6 +295,8 @@ void TestDocuments::exemptInvoiceHasItsNote()
     const QString without = test::pdfText(printInvoice(invoice));
     QVERIFY(without.contains(u"Titolo di esenzione IVA"_s) && !without.contains(u"Nota di prima"_s));
     QVERIFY(!without.contains(u"Riepilogo IVA"_s));
+    QVERIFY2(without.contains(u"Sc. % Importo ART-001 Articolo numero 1 PZ 1,00 € 12,50 20 € 10,00 Titolo"_s),
+             qPrintable(without));
     database().execute(u"INSERT INTO OPZIONI VALUES('FATT_IVA_ESENTE_NOTE', 'Esente secondo la regola di prova')"_s);
     QVERIFY(test::pdfText(printInvoice(invoice)).contains(u"Esente secondo la regola di prova"_s));
 }
