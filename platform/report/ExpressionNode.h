@@ -24,6 +24,7 @@ struct ExpressionNode
     QString name;
     QString connection;
     std::vector<ExpressionNode> arguments;
+    int depth = 1; ///< levels of nodes, with this one
 };
 
 QVariant evaluate(const ExpressionNode &node, const Scope &scope);

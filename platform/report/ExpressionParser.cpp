@@ -2,6 +2,9 @@
 #include "platform/report/ExpressionNode.h"
 
 #include <QRegularExpression>
+#include <QScopeGuard>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -10,6 +13,18 @@ namespace report {
 namespace {
 
 using Node = ExpressionNode;
+
+// Reading, evaluating and destroying a node goes through the ones below it: beyond any depth that somebody writes, the
+// stack would end before the expression does.
+constexpr int deepestNesting = 200;
+
+void append(Node &node, Node argument)
+{
+    node.depth = std::max(node.depth, argument.depth + 1);
+    if (node.depth > deepestNesting)
+        throw core::Error(u"espressione annidata troppo in profondità"_s);
+    node.arguments.push_back(std::move(argument));
+}
 
 // Functions whose first argument is the name of a connection.
 bool takesConnection(const QString &function)
@@ -29,7 +44,8 @@ public:
         const QString trimmed = text.trimmed();
         while (position < trimmed.size()) {
             const auto match = shape.match(trimmed, position, QRegularExpression::NormalMatch,
-                                           QRegularExpression::AnchorAtOffsetMatchOption);
+                                           QRegularExpression::AnchorAtOffsetMatchOption |
+                                               QRegularExpression::DontCheckSubjectStringMatchOption);
             if (!match.hasMatch())
                 throw core::Error(u"espressione non valida presso \"%1\""_s.arg(trimmed.mid(position, 20)));
             tokens_.append(tokenOf(match));
@@ -104,19 +120,23 @@ private:
         Node left = level(depth + 1);
         while (peek().kind != Kind::Text && operators[depth].contains(peek().text)) {
             Node node{.kind = Node::Kind::Operator, .name = take().text};
-            node.arguments.push_back(std::move(left));
-            node.arguments.push_back(level(depth + 1));
+            append(node, std::move(left));
+            append(node, level(depth + 1));
             left = std::move(node);
         }
         return left;
     }
 
+    // All recursion comes through here.
     Node unary()
     {
+        if (++nesting_ > deepestNesting)
+            throw core::Error(u"espressione annidata troppo in profondità"_s);
+        const auto leave = qScopeGuard([this] { --nesting_; });
         for (const QString &symbol : {u"not"_s, u"-"_s}) {
             if (takeSymbol(symbol)) {
                 Node node{.kind = Node::Kind::Operator, .name = symbol};
-                node.arguments.push_back(unary());
+                append(node, unary());
                 return node;
             }
         }
@@ -173,7 +193,7 @@ private:
                 require(u","_s);
         }
         while (!takeSymbol(u")"_s)) {
-            node.arguments.push_back(level(0));
+            append(node, level(0));
             if (peek().text != u")"_s)
                 require(u","_s);
         }
@@ -185,6 +205,7 @@ private:
 
     QList<Token> tokens_;
     qsizetype next_ = 0;
+    int nesting_ = 0;
     QSet<QString> connections_;
 };
 

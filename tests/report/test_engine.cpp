@@ -145,6 +145,17 @@ void TestEngine::brokenProjectsNameFileAndLine_data()
                                        << u"riga 5: attributo \"colore\" non previsto in \"line\""_s;
     QTest::newRow("expression") << inBand(u"<expr x='0' y='0' width='1' height='1' value='1 + )'/>"_s)
                                 << u"riga 5: \")\" inatteso nell'espressione"_s;
+    const QString minus = QString(20'000, u'-') + u'1';
+    const QString sum = QString(u"1 + "_s).repeated(20'000) + u'1';
+    const QString parentheses = QString(20'000, u'(') + u'1' + QString(20'000, u')');
+    for (const QString &deep : {minus, sum, parentheses}) {
+        QTest::addRow("expression too deep, %c", deep.at(1).toLatin1())
+            << inBand(u"<expr x='0' y='0' width='1' height='1' value='%1'/>"_s.arg(deep))
+            << u"riga 5: espressione annidata troppo in profondità"_s;
+    }
+    QTest::newRow("rows too deep")
+        << inBand(u"<rows x='0' y='0' width='1' height='1' rowHeight='1' connection='c'>"_s.repeated(20'000))
+        << u"riga 5: elementi annidati troppo in profondità"_s;
     QTest::newRow("report twice") << u"<project version='1'>\n<report name='a'/>\n<report name='a'/></project>"_s
                                   << u"riga 3: la stampa \"a\" è definita due volte"_s;
 }
