@@ -1,6 +1,7 @@
 #include "host/transfer/ImportLookups.h"
 
 #include "platform/core/Format.h"
+#include "platform/core/NumberReader.h"
 #include "platform/data/Catalogue.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
@@ -24,7 +25,8 @@ std::optional<double> percent(QString text)
     text = text.trimmed();
     if (text.endsWith(u'%'))
         text = text.chopped(1).trimmed();
-    return core::parseNumber(text);
+    const std::optional<core::WrittenNumber> number = core::readNumber(text);
+    return number ? std::optional(number->value) : std::nullopt;
 }
 
 void add(QHash<QString, int> &keys, const QString &name, int key)

@@ -1,8 +1,8 @@
 #include "host/transfer/ImportPlan.h"
 
-#include "host/transfer/NumberReader.h"
 #include "platform/core/CsvWriter.h"
 #include "platform/core/Decimal.h"
+#include "platform/core/NumberReader.h"
 #include "platform/data/SqlText.h"
 
 #include <QHash>
@@ -40,7 +40,7 @@ public:
             if (options_.columns[i] < 0)
                 continue;
             plan_.fields.append(i);
-            readers_.append(NumberReader(target_.fields[i].kind == Kind::Amount ? cellsOf(i) : QStringList()));
+            readers_.append(core::NumberReader(target_.fields[i].kind == Kind::Amount ? cellsOf(i) : QStringList()));
         }
         for (const CsvRecord &record : records_)
             planRecord(record);
@@ -132,7 +132,7 @@ private:
         }
     }
 
-    QVariant valueOf(const CsvRecord &record, qsizetype field, const NumberReader &reader)
+    QVariant valueOf(const CsvRecord &record, qsizetype field, const core::NumberReader &reader)
     {
         const ImportField &spec = target_.fields[field];
         const QString text = textOf(record, field);
@@ -153,7 +153,7 @@ private:
         return text;
     }
 
-    QVariant amount(int line, qsizetype field, const QString &text, const NumberReader &reader)
+    QVariant amount(int line, qsizetype field, const QString &text, const core::NumberReader &reader)
     {
         constexpr double largest = 99'999'999'999.99;
         const std::optional<double> number = reader.read(text);
@@ -171,8 +171,8 @@ private:
     const QList<CsvRecord> &records_;
     const ImportOptions &options_;
     ImportPlan plan_;
-    QList<NumberReader> readers_;    // one per mapped field
-    QHash<QString, int> firstLines_; // of each code
+    QList<core::NumberReader> readers_; // one per mapped field
+    QHash<QString, int> firstLines_;    // of each code
     QSet<qsizetype> toldUnmapped_;
 };
 

@@ -1,7 +1,7 @@
 #include "magazzino/ui/DocumentGrid.h"
 
-#include "platform/core/Decimal.h"
 #include "platform/core/Format.h"
+#include "platform/core/NumberReader.h"
 #include "platform/ui/ListExport.h"
 
 #include <QColor>
@@ -224,20 +224,18 @@ bool DocumentRowsModel::setData(const QModelIndex &index, const QVariant &value,
         row.descrizione = value.toString();
     } else {
         // Cells hold two decimals, so that what is summed is what will be stored.
-        std::optional<double> typed = core::parseNumber(value.toString());
-        if (typed)
-            typed = core::roundDecimal(*typed, 2);
-        if (!typed) {
-            Q_EMIT cellRefused(u"\"%1\" non è un numero valido."_s.arg(value.toString()), true);
+        const std::optional<core::WrittenNumber> typed = core::readNumber(value.toString());
+        if (!typed || typed->places > 2) {
+            const QString refusal = typed ? u"\"%1\" ha più di due decimali."_s : u"\"%1\" non è un numero valido."_s;
+            Q_EMIT cellRefused(refusal.arg(value.toString()), true);
             return false;
         }
-        if (*typed < 0 || (*typed == 0 && !number->zeroAllowed) || *typed > number->maximum) {
-            Q_EMIT cellRefused(*typed > number->maximum && number->maximum > 100 ? u"Il numero è troppo grande."_s
-                                                                                 : number->refusal,
-                               false);
+        if (typed->value < 0 || (typed->value == 0 && !number->zeroAllowed) || typed->value > number->maximum) {
+            const bool tooLarge = typed->value > number->maximum && number->maximum > 100;
+            Q_EMIT cellRefused(tooLarge ? u"Il numero è troppo grande."_s : number->refusal, false);
             return false;
         }
-        row.*number->value = *typed;
+        row.*number->value = typed->value;
     }
     Q_EMIT dataChanged(index, index);
     Q_EMIT cellEdited(index.row());

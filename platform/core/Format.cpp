@@ -3,7 +3,6 @@
 #include "platform/core/Decimal.h"
 
 #include <QLocale>
-#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -31,23 +30,6 @@ QString formatCurrency(double value, int places)
 QString formatDate(QDate date)
 {
     return date.toString(u"dd/MM/yyyy"_s);
-}
-
-std::optional<double> parseNumber(const QString &text)
-{
-    static const QRegularExpression shape(u"^(-?)(?:€\\s*)?(-?)((?:\\d{1,3}(?:\\.\\d{3})+)|\\d*)(?:,(\\d*))?$"_s);
-    const auto match = shape.match(text.trimmed());
-    if (!match.hasMatch())
-        return {};
-    const QString whole = match.captured(3).remove(u'.');
-    const QString decimals = match.captured(4);
-    if ((whole.isEmpty() && decimals.isEmpty()) || (!match.captured(1).isEmpty() && !match.captured(2).isEmpty()))
-        return {};
-    bool ok = false;
-    const double value = (whole + u'.' + decimals + u'0').toDouble(&ok);
-    if (!ok)
-        return {};
-    return match.captured(1).isEmpty() && match.captured(2).isEmpty() ? value : -value;
 }
 
 QString flagText(bool value)

@@ -13,10 +13,6 @@ QString formatCurrency(double value, int places = 2);
 /// "dd/MM/yyyy"; empty for an invalid date.
 QString formatDate(QDate date);
 
-/// Reads "1234,5", "1.234,50" and "€ 1.234,50"; dots are accepted only where thousands are separated.
-/// Returns nothing when `text` is no such number.
-std::optional<double> parseNumber(const QString &text);
-
 /// "True" or "False", as flags are stored.
 QString flagText(bool value);
 /// Reads a flag as stored: true or false in any case, or a number where 0 is false; nothing when it is neither.

@@ -1,7 +1,9 @@
+#include "platform/core/DateReader.h"
 #include "platform/core/Decimal.h"
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
+#include "platform/core/NumberReader.h"
 #include "tests/support/TestMain.h"
 
 #include <QFile>
@@ -19,8 +21,10 @@ private Q_SLOTS:
     void roundsHalvesAwayFromZeroOnTheDecimalValue_data();
     void roundsHalvesAwayFromZeroOnTheDecimalValue();
     void zeroIsNeverNegative();
-    void readsNumbersAsAnItalianWritesThem_data();
-    void readsNumbersAsAnItalianWritesThem();
+    void readsOneNumber_data();
+    void readsOneNumber();
+    void readsDatesAndTimes_data();
+    void readsDatesAndTimes();
     void logMasksWhatTheUserTyped_data();
     void logMasksWhatTheUserTyped();
     void logKeepsOneOlderGeneration();
@@ -57,38 +61,88 @@ void TestCore::zeroIsNeverNegative()
     QCOMPARE(core::toHundredths(-0.005), qint64(-1));
 }
 
-void TestCore::readsNumbersAsAnItalianWritesThem_data()
+// "-" for a text that is refused, else the value with the decimals that were written.
+void TestCore::readsOneNumber_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("valid");
-    QTest::addColumn<double>("number");
-    const auto good = [](const char *text, double number) {
-        QTest::newRow(text) << QString::fromUtf8(text) << true << number;
+    QTest::addColumn<QString>("read");
+    const QList<std::pair<const char *, const char *>> rows = {
+        {"1.234,50", "1234.5/2"},
+        {"1234,5", "1234.5/1"},
+        {"12.5", "12.5/1"},
+        {"25.50", "25.5/2"},
+        {"1.234", "1234/0"},
+        {"1.234.567", "1234567/0"},
+        {"1,234", "1.234/3"},
+        {"1,250", "1.25/3"},
+        {"0.125", "0.125/3"},
+        {"1234.567", "1234.567/3"},
+        {"1,234.50", "1234.5/2"},
+        {"12 500,4", "12500.4/1"},
+        {"\u20ac 1.234,50", "1234.5/2"},
+        {"-\u20ac 3,10", "-3.1/2"},
+        {"\u20ac -3,10", "-3.1/2"},
+        {" 3,10\u00a0\u20ac", "3.1/2"},
+        {"-7", "-7/0"},
+        {"+7", "7/0"},
+        {"-0", "0/0"},
+        {"12,", "12/0"},
+        {",5", "0.5/1"},
+        {".5", "0.5/1"},
+        {"", "-"},
+        {"-", "-"},
+        {"\u20ac -,", "-"},
+        {"12.", "-"},
+        {"1,2,3", "-"},
+        {"1,234,567", "-"},
+        {"1.2.3", "-"},
+        {"12.34,5", "-"},
+        {"1234 567", "-"},
+        {"1 2", "-"},
+        {"-\u20ac -1", "-"},
+        {"12a", "-"},
+        {"1e3", "-"},
     };
-    const auto bad = [](const char *name, const char *text) {
-        QTest::newRow(name) << QString::fromUtf8(text) << false << 0.0;
-    };
-    good("1.234,50", 1234.5);
-    good("€ 1.234,50", 1234.5);
-    good("-€ 3,10", -3.1);
-    good("-7", -7);
-    good(",5", 0.5);
-    good(" 12 ", 12);
-    bad("decimal point", "1.5");
-    bad("misplaced thousands", "12.34,5");
-    bad("empty", "");
-    bad("two signs", "-€ -1");
-    bad("two commas", "1,2,3");
+    for (const auto &[text, read] : rows)
+        QTest::newRow(text) << QString::fromUtf8(text) << QString::fromUtf8(read);
 }
 
-void TestCore::readsNumbersAsAnItalianWritesThem()
+void TestCore::readsOneNumber()
 {
     QFETCH(QString, text);
-    QFETCH(bool, valid);
-    QFETCH(double, number);
-    const std::optional<double> parsed = core::parseNumber(text);
-    QCOMPARE(parsed.has_value(), valid);
-    QCOMPARE(parsed.value_or(0), number);
+    const std::optional<core::WrittenNumber> number = core::readNumber(text);
+    QTEST(number ? QString::number(number->value, 'g', 15) + u'/' + QString::number(number->places) : u"-"_s, "read");
+    QVERIFY(!number || number->value != 0 || !std::signbit(number->value));
+}
+
+void TestCore::readsDatesAndTimes_data()
+{
+    QTest::addColumn<QString>("texts"); // separated by blanks
+    QTest::addColumn<bool>("isTime");
+    QTest::addColumn<QString>("read"); // "-" when refused
+    QTest::newRow("every way to write a day")
+        << u"20/02/2026 20/2/26 20-2-2026 20.02.2026 20022026 200226 20/2"_s << false << u"20/02/2026"_s;
+    QTest::newRow("two digits") << u"31/12/99 311299"_s << false << u"31/12/2099"_s;
+    QTest::newRow("leap day") << u"29/2/24 29022024"_s << false << u"29/02/2024"_s;
+    QTest::newRow("any year") << u"1/1/1850"_s << false << u"01/01/1850"_s;
+    QTest::newRow("impossible") << u"31/02/2026 29/2 0/1/26 1/0/26 1/13/26 32/1/26 310226"_s << false << u"-"_s;
+    QTest::newRow("unfinished") << u"2 20 20/ 20/2/ 20/2/2 20/2/202 2026 20226"_s << false << u"-"_s;
+    QTest::newRow("no day") << u"20/2-26 20//2 2026-02-20 20/2/20260 a 20/02/2026x "_s << false << u"-"_s;
+    QTest::newRow("every way to write a time") << u"9:30 09:30 9.30 9,30 0930 930"_s << true << u"09:30"_s;
+    QTest::newRow("no time") << u"24:00 12:60 9 9:3 : 123456 "_s << true << u"-"_s;
+}
+
+void TestCore::readsDatesAndTimes()
+{
+    QFETCH(QString, texts);
+    QFETCH(bool, isTime);
+    const QStringList all = texts.split(u' ');
+    for (const QString &text : all) {
+        const QString date = core::formatDate(core::readDate(text, QDate(2026, 3, 16)).value_or(QDate()));
+        const QString time = core::readTime(text).value_or(QTime()).toString(u"HH:mm"_s);
+        const QString read = isTime ? time : date;
+        QTEST(read.isEmpty() ? u"-"_s : read, "read");
+    }
 }
 
 void TestCore::logMasksWhatTheUserTyped_data()

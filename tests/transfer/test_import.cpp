@@ -1,5 +1,5 @@
 #include "host/transfer/ImportDialog.h"
-#include "host/transfer/NumberReader.h"
+#include "platform/core/NumberReader.h"
 #include "platform/core/Progress.h"
 #include "platform/core/SaveFile.h"
 #include "platform/ui/Dialogs.h"
@@ -121,7 +121,7 @@ void TestImport::decimalMarkIsThatOfTheColumn()
 {
     QFETCH(QString, column);
     const QStringList texts = column.split(u' ');
-    const host::NumberReader reader(texts);
+    const core::NumberReader reader(texts);
     QStringList numbers;
     for (const QString &text : texts) {
         const std::optional<double> number = reader.read(text);
