@@ -8,6 +8,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
 #include "platform/data/Connection.h"
+#include "platform/ui/NumberEdits.h"
 #include "tour/TourDriver.h"
 #include "tour/TourFirm.h"
 #include "tour/TourHost.h"
@@ -23,7 +24,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
 #include <QToolButton>
@@ -175,8 +175,8 @@ void Tour::fillReceiptHeader(QWidget *form)
     auto *reason = driver_.control<QComboBox>(form, u"txtCausaleTrasporto"_s);
     reason->setCurrentIndex(reason->findText(u"Vendita"_s));
     driver_.control<QLineEdit>(form, u"txtAspettoBeni"_s)->setText(u"Scatole"_s);
-    driver_.control<QSpinBox>(form, u"txtColli"_s)->setValue(3);
-    driver_.control<QDoubleSpinBox>(form, u"txtPeso"_s)->setValue(24.5);
+    driver_.control<ui::IntegerEdit>(form, u"txtColli"_s)->setValue(3);
+    driver_.control<ui::DecimalEdit>(form, u"txtPeso"_s)->setValue(24.5);
     auto *unit = driver_.control<QComboBox>(form, u"txtPesoUm"_s);
     unit->setCurrentIndex(unit->findText(u"KG"_s));
 }
@@ -186,7 +186,7 @@ void Tour::firstReceipt()
     driver_.tell(u"Prima bolla di carico: 10 pezzi a 2,00"_s);
     QWidget *form = open(u"actInserimentoBolleCarico"_s, receiptForm);
     driver_.picture(&session_.window(), u"bolla-nuova"_s);
-    driver_.check(u"numero proposto"_s, driver_.control<QSpinBox>(form, u"txtNumero"_s)->text(), u"1"_s);
+    driver_.check(u"numero proposto"_s, driver_.control<ui::IntegerEdit>(form, u"txtNumero"_s)->text(), u"1"_s);
 
     driver_.tell(u"Senza fornitore non si salva"_s);
     driver_.control<QPlainTextEdit>(form, u"txtNote"_s)->setPlainText(u"Merce controllata all'arrivo"_s);
@@ -215,7 +215,7 @@ void Tour::secondReceipt()
     driver_.tell(u"Seconda bolla di carico: 10 pezzi a 4,00"_s);
     QWidget *form = open(u"actInserimentoBolleCarico"_s, receiptForm);
     driver_.trigger(form, u"actNuovo"_s);
-    driver_.check(u"numero proposto"_s, driver_.control<QSpinBox>(form, u"txtNumero"_s)->text(), u"2"_s);
+    driver_.check(u"numero proposto"_s, driver_.control<ui::IntegerEdit>(form, u"txtNumero"_s)->text(), u"2"_s);
     fillReceiptHeader(form);
     showPage(form, 1);
     addArticle(form, article, u"Costo"_s, u"4"_s, u"10"_s);
@@ -248,8 +248,8 @@ void Tour::fillDeliveryHeader(QWidget *form)
     driver_.control<QLineEdit>(form, u"txtDestIndirizzo"_s)->setText(u"Via Roma 12"_s);
     driver_.control<QLineEdit>(form, u"txtDestCap"_s)->setText(u"36061"_s);
     driver_.control<QLineEdit>(form, u"txtAspettoBeni"_s)->setText(u"Scatole"_s);
-    driver_.control<QSpinBox>(form, u"txtColli"_s)->setValue(2);
-    driver_.control<QDoubleSpinBox>(form, u"txtPeso"_s)->setValue(11.25);
+    driver_.control<ui::IntegerEdit>(form, u"txtColli"_s)->setValue(2);
+    driver_.control<ui::DecimalEdit>(form, u"txtPeso"_s)->setValue(11.25);
     driver_.control<QCheckBox>(form, u"chkInizioTrasporto"_s)->setChecked(true);
 }
 

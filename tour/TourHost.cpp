@@ -5,11 +5,11 @@
 #include "host/ui/MainWindow.h"
 #include "platform/core/Format.h"
 #include "platform/data/Connection.h"
+#include "platform/ui/NumberEdits.h"
 #include "tour/TourDriver.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -92,10 +92,10 @@ void HostTour::article()
     pick(form, u"txtAliquotaIVA"_s,
          one(u"SELECT CODICE || ' - ' || DESCRIZIONE FROM ALIQUOTE_IVA WHERE CODICE='22'"_s));
     driver_.control<QComboBox>(form, u"txtCategoria"_s)->setCurrentIndex(1);
-    driver_.control<QDoubleSpinBox>(form, u"txtPrezzo"_s)->setValue(7.9);
-    driver_.control<QDoubleSpinBox>(form, u"txtCosto"_s)->setValue(4.25);
-    driver_.control<QDoubleSpinBox>(form, u"txtSottoscorta"_s)->setValue(10);
-    driver_.control<QDoubleSpinBox>(form, u"txtRiordino"_s)->setValue(25);
+    driver_.control<ui::DecimalEdit>(form, u"txtPrezzo"_s)->setValue(7.9);
+    driver_.control<ui::DecimalEdit>(form, u"txtCosto"_s)->setValue(4.25);
+    driver_.control<ui::DecimalEdit>(form, u"txtSottoscorta"_s)->setValue(10);
+    driver_.control<ui::DecimalEdit>(form, u"txtRiordino"_s)->setValue(25);
     driver_.picture(&session_.window(), u"articolo"_s);
     driver_.pictureAtSmallestSize(form, u"articolo"_s);
     driver_.pictureAtSmallestSize(list, u"elenco-articoli"_s);

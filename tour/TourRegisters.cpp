@@ -4,9 +4,9 @@
 #include "platform/core/Format.h"
 #include "platform/core/NumberReader.h"
 #include "platform/data/Connection.h"
+#include "platform/ui/NumberEdits.h"
 #include "tour/TourDriver.h"
 
-#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -238,7 +238,7 @@ void Registers::enterMovement(const QString &kind, const QString &quantity, cons
     }
     choose(kind);
     driver_.press(form, u"cmdSelezionaCausaleMagazzino"_s);
-    driver_.control<QDoubleSpinBox>(form, u"txtQuantita"_s)->setValue(core::readNumber(quantity).value().value);
+    driver_.control<ui::DecimalEdit>(form, u"txtQuantita"_s)->setValue(core::readNumber(quantity).value().value);
     driver_.control<QPlainTextEdit>(form, u"txtNote"_s)->setPlainText(u"Rettifica d'inventario"_s);
     driver_.picture(&window_, picture);
     driver_.pictureAtSmallestSize(form, picture);

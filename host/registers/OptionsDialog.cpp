@@ -5,6 +5,7 @@
 #include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
+#include "platform/ui/LineEdit.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -46,7 +47,7 @@ QWidget *addInput(ui::FormDialog &dialog, const Option &option, const QString &v
         dialog.addRow({}, check);
         return check;
     }
-    auto *edit = new QLineEdit(value, &dialog);
+    auto *edit = new ui::LineEdit(value, &dialog);
     edit->setMaxLength(255);
     edit->setMinimumWidth(540);
     edit->setCursorPosition(0);

@@ -3,6 +3,8 @@
 #include "platform/core/Messages.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/LineEdit.h"
+#include "platform/ui/NumberEdits.h"
 
 #include <QCheckBox>
 #include <QFileInfo>
@@ -51,7 +53,7 @@ DatabasePlace::DatabasePlace(Purpose purpose, QString folder, QWidget *parent)
 
 void DatabasePlace::createLocal()
 {
-    file_ = new QLineEdit(localBox_);
+    file_ = new ui::LineEdit(localBox_);
     file_->setObjectName(u"txtFile"_s);
     file_->setPlaceholderText(u"percorso del file .fdb"_s);
     setFocusProxy(file_);
@@ -72,7 +74,7 @@ void DatabasePlace::createLocal()
 void DatabasePlace::createServer()
 {
     const auto edit = [this](const QString &name, const QString &initial = {}) {
-        auto *line = new QLineEdit(initial, serverBox_);
+        auto *line = new ui::LineEdit(initial, serverBox_);
         line->setObjectName(name);
         return line;
     };

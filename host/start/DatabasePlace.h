@@ -6,7 +6,9 @@
 class QCheckBox;
 class QLineEdit;
 class QRadioButton;
-class QSpinBox;
+namespace ui {
+class IntegerEdit;
+}
 
 namespace host {
 
@@ -49,7 +51,7 @@ private:
     QWidget *serverBox_;
     QLineEdit *file_ = nullptr;
     QLineEdit *host_ = nullptr;
-    QSpinBox *port_ = nullptr;
+    ui::IntegerEdit *port_ = nullptr;
     QLineEdit *serverFile_ = nullptr;
     QLineEdit *user_ = nullptr;
     QLineEdit *password_ = nullptr;

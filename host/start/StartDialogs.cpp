@@ -9,6 +9,7 @@
 #include "platform/data/SqlText.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
+#include "platform/ui/LineEdit.h"
 
 #include <QCheckBox>
 #include <QCommandLinkButton>
@@ -99,7 +100,7 @@ public:
 private:
     QLineEdit *edit(const QString &name, const QString &label, int maxLength)
     {
-        auto *line = new QLineEdit(this);
+        auto *line = new ui::LineEdit(this);
         line->setObjectName(name);
         line->setMaxLength(maxLength);
         if (maxLength <= 20)

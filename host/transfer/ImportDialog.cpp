@@ -5,6 +5,7 @@
 #include "platform/data/Connection.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/LineEdit.h"
 #include "platform/ui/ProgressDialog.h"
 #include "platform/ui/ResultGrid.h"
 
@@ -79,7 +80,7 @@ ImportDialog::~ImportDialog() = default;
 
 QComboBox *ImportDialog::addChoice(const QString &name, const QStringList &captions)
 {
-    auto *choice = new QComboBox(this);
+    auto *choice = new ui::ComboBox(this);
     choice->setObjectName(name);
     choice->addItems(captions);
     return choice;
@@ -97,7 +98,7 @@ QWidget *ImportDialog::createFilePart()
     separatorChoice_ =
         addChoice(u"cmbSeparatore"_s, {u"Punto e virgola"_s, u"Virgola"_s, u"Tabulazione"_s, u"Barra verticale"_s});
     encodingChoice_ = addChoice(u"cmbCodifica"_s, {u"UTF-8"_s, u"UTF-16"_s, u"Windows (1252)"_s});
-    fileName_ = new QLineEdit(part);
+    fileName_ = new ui::LineEdit(part);
     fileName_->setObjectName(u"txtFile"_s);
     fileName_->setReadOnly(true);
     QPushButton *choose = addButton(u"cmdSfoglia"_s, u"Sfoglia…"_s, part);
@@ -202,7 +203,7 @@ void ImportDialog::createMapping()
         mapping_->removeRow(0);
     columnChoices_.clear();
     for (const ImportField &field : target().fields) {
-        auto *choice = new QComboBox(this);
+        auto *choice = new ui::ComboBox(this);
         choice->setObjectName(u"cmb"_s + field.column);
         // Long headers must not push the preview out of the dialog.
         choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

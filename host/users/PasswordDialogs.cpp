@@ -3,8 +3,10 @@
 #include "host/Corvane3Impl.h"
 #include "host/users/Users.h"
 #include "platform/core/Messages.h"
+#include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
+#include "platform/ui/LineEdit.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -20,7 +22,7 @@ constexpr int attempts = 3;
 
 QLineEdit *addPassword(ui::FormDialog &dialog, const QString &name, const QString &label)
 {
-    auto *edit = new QLineEdit(&dialog);
+    auto *edit = new ui::LineEdit(&dialog);
     edit->setObjectName(name);
     edit->setEchoMode(QLineEdit::Password);
     edit->setMaxLength(100);
@@ -82,7 +84,7 @@ Login logIn(QWidget *owner, const QString &proposed, data::Connection &connectio
 {
     ui::FormDialog dialog(u"Accesso a Corvane"_s, owner);
     dialog.setObjectName(u"frmAccesso"_s);
-    auto *name = new QComboBox(&dialog);
+    auto *name = new ui::ComboBox(&dialog);
     name->setObjectName(u"txtNomeUtente"_s);
     name->setEditable(true);
     name->addItems(activeUsers(connection));

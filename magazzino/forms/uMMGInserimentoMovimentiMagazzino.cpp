@@ -89,14 +89,15 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createAmounts(QWidget *page)
     const QString euro = GetCurrencyPrefix();
     auto *box = new QGroupBox(u" Importi "_s, page);
     price_ = declare(new ui::DecimalField(
-        {.name = u"txtPrezzo"_s, .label = u"Prezzo"_s, .column = u"PREZZO"_s, .prefix = euro}, box));
-    cost_ = declare(
-        new ui::DecimalField({.name = u"txtCosto"_s, .label = u"Costo"_s, .column = u"COSTO"_s, .prefix = euro}, box));
+        {.name = u"txtPrezzo"_s, .label = u"Prezzo"_s, .column = u"PREZZO"_s, .prefix = euro, .minimum = lowest}, box));
+    cost_ = declare(new ui::DecimalField(
+        {.name = u"txtCosto"_s, .label = u"Costo"_s, .column = u"COSTO"_s, .prefix = euro, .minimum = lowest}, box));
     auto *quantity = declare(new ui::DecimalField(
         {.name = u"txtQuantita"_s, .label = u"Quantità"_s, .column = u"QUANTITA"_s, .initial = 1, .minimum = lowest},
         box));
     value_ = declare(new ui::DecimalField(
-        {.name = u"txtValore"_s, .label = u"Valore unità"_s, .column = u"VALORE"_s, .prefix = euro}, box));
+        {.name = u"txtValore"_s, .label = u"Valore unità"_s, .column = u"VALORE"_s, .prefix = euro, .minimum = lowest},
+        box));
     auto *total = declare(new ui::DecimalField({.name = u"txtValoreImporto"_s,
                                                 .label = u"Valore totale"_s,
                                                 .column = u"VALORE_IMPORTO"_s,

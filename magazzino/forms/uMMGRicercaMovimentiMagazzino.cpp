@@ -3,8 +3,7 @@
 #include "host/Corvane3Impl.h"
 #include "platform/core/Clock.h"
 #include "platform/data/SqlText.h"
-
-#include <QDateEdit>
+#include "platform/ui/DateEdit.h"
 
 using namespace Qt::StringLiterals;
 
@@ -52,6 +51,6 @@ TMMGRicercaMovimentiMagazzino::TMMGRicercaMovimentiMagazzino(QWidget *owner)
 void TMMGRicercaMovimentiMagazzino::resetFilters()
 {
     const QDate firstOfMonth(core::today().year(), core::today().month(), 1);
-    qobject_cast<QDateEdit *>(filterInput(0))->setDate(firstOfMonth.addMonths(-1));
-    qobject_cast<QDateEdit *>(filterInput(1))->setDate(firstOfMonth.addMonths(1).addDays(-1));
+    qobject_cast<ui::DateEdit *>(filterInput(0))->setDate(firstOfMonth.addMonths(-1));
+    qobject_cast<ui::DateEdit *>(filterInput(1))->setDate(firstOfMonth.addMonths(1).addDays(-1));
 }

@@ -11,7 +11,7 @@
 #include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/CategoryTree.h"
-#include "platform/ui/Controls.h"
+#include "platform/ui/DateEdit.h"
 #include "platform/ui/Dialogs.h"
 
 #include <QButtonGroup>
@@ -179,6 +179,8 @@ InventarioFilter TMMGStampaInventarioBase::filter() const
 
 void TMMGStampaInventarioBase::stampa()
 {
+    if (!ui::everythingReadable(this))
+        return;
     data::DataSet &rows = Modulo().dmStampe->query(spec_.query);
     {
         const ui::WaitCursor wait;

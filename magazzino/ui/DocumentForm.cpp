@@ -40,8 +40,8 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
     setFocusProxy(number_->widget());
 
     if (!spec.saveRight.isEmpty())
-        refuseIf([this] { return !holdsSaveRight(); },
-                 u"Non si dispone di diritti sufficienti per eseguire questa operazione."_s);
+        refuseFirstIf([this] { return !holdsSaveRight(); },
+                      u"Non si dispone di diritti sufficienti per eseguire questa operazione."_s);
     refuseIf([this] { return spec_.numberExists(numero(), data().year(), storedKey()); },
              u"Esiste già un documento con questo numero!"_s);
 }

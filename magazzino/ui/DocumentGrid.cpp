@@ -1,11 +1,10 @@
 #include "magazzino/ui/DocumentGrid.h"
 
-#include "platform/ui/Controls.h"
+#include "platform/ui/LineEdit.h"
 #include "platform/ui/ListExport.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
@@ -26,7 +25,8 @@ QWidget *DocumentRowsDelegate::createEditor(QWidget *parent, const QStyleOptionV
         memo->setFrameShape(QFrame::Box);
         editor_ = memo;
     } else {
-        auto *line = new QLineEdit(parent);
+        auto *line = new ui::LineEdit(parent);
+        line->setPointTypesComma(true);
         line->setAlignment(Qt::AlignRight);
         line->setFrame(false);
         editor_ = line;
@@ -88,9 +88,6 @@ bool DocumentRowsDelegate::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
-        auto *editor = qobject_cast<QWidget *>(object);
-        if (qobject_cast<QLineEdit *>(object) && ui::typeKeypadPointAsComma(editor, key))
-            return true;
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
         // In a description Enter is a new line; with Ctrl it ends the edit.
         if (qobject_cast<QPlainTextEdit *>(object) && enter && key->modifiers().testFlag(Qt::ControlModifier)) {

@@ -4,6 +4,8 @@
 #include "platform/core/Format.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/Controls.h"
+#include "platform/ui/DateEdit.h"
+#include "platform/ui/NumberEdits.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -73,20 +75,21 @@ FatturaCiclicaField::FatturaCiclicaField(QWidget *page)
         Q_EMIT edited();
     };
     connect(enabled_, &QCheckBox::toggled, this, changed);
-    connect(every_, &QSpinBox::valueChanged, this, changed);
+    connect(every_, &ui::TypedEdit::changed, this, changed);
     connect(unit_, &QComboBox::currentIndexChanged, this, changed);
     connect(day_, &QButtonGroup::idToggled, this, changed);
-    connect(start_, &QDateEdit::dateChanged, this, changed);
-    connect(end_, &QDateEdit::dateChanged, this, changed);
+    connect(start_, &ui::TypedEdit::changed, this, changed);
+    connect(end_, &ui::TypedEdit::changed, this, changed);
 }
 
 void FatturaCiclicaField::createControls()
 {
     controls_ = new QWidget(box_);
-    every_ = new QSpinBox(controls_);
+    every_ = new ui::IntegerEdit(controls_);
+    every_->showArrows();
     every_->setObjectName(u"txtGeneraOgni"_s);
     every_->setRange(1, 9999);
-    unit_ = new QComboBox(controls_);
+    unit_ = new ui::ComboBox(controls_);
     unit_->setObjectName(u"txtGeneraOgniUM"_s);
     unit_->addItems(units());
     auto *onThe15th = new QRadioButton(u"Il giorno 15 del mese"_s, controls_);
@@ -101,16 +104,21 @@ void FatturaCiclicaField::createControls()
     next_->setObjectName(u"lblDataNuovaFattura"_s);
     auto *grid = new QGridLayout(controls_);
     grid->setContentsMargins(20, 0, 0, 0);
-    grid->addWidget(new QLabel(u"Genera ogni"_s, controls_), 0, 0);
+    const auto label = [this, grid](const QString &text, QWidget *input, int row) {
+        auto *caption = new QLabel(text, controls_);
+        caption->setBuddy(input);
+        grid->addWidget(caption, row, 0);
+    };
+    label(u"Genera ogni"_s, every_, 0);
     grid->addWidget(every_, 0, 1);
     grid->addWidget(unit_, 0, 2);
     grid->addWidget(onThe15th, 1, 1, 1, 2);
     grid->addWidget(exact, 2, 1, 1, 2);
-    grid->addWidget(new QLabel(u"Data inizio"_s, controls_), 3, 0);
+    label(u"Data inizio"_s, start_, 3);
     grid->addWidget(start_, 3, 1);
-    grid->addWidget(new QLabel(u"Data fine"_s, controls_), 4, 0);
+    label(u"Data fine"_s, end_, 4);
     grid->addWidget(end_, 4, 1);
-    grid->addWidget(new QLabel(u"Prossima fattura"_s, controls_), 5, 0);
+    label(u"Prossima fattura"_s, next_, 5);
     grid->addWidget(next_, 5, 1, 1, 2);
     grid->setColumnStretch(3, 1);
 }
@@ -149,10 +157,10 @@ void FatturaCiclicaField::load(const data::DataSet &record)
     clear();
     enabled_->setChecked(core::parseFlag(record.text(u"FC_ABILITATO"_s)).value_or(false));
     if (enabled_->isChecked()) {
-        every_->setValue(record.integer(u"FC_GENERA_OGNI"_s, 1));
+        every_->load(record.value(u"FC_GENERA_OGNI"_s), 1);
         unit_->setCurrentText(record.text(u"FC_GENERA_OGNI_UM"_s));
-        start_->setDate(record.date(u"FC_DATA_INIZIO"_s));
-        end_->setDate(record.date(u"FC_DATA_FINE"_s));
+        start_->load(record.value(u"FC_DATA_INIZIO"_s));
+        end_->load(record.value(u"FC_DATA_FINE"_s));
         // Which day was meant is not stored; it shows in the date that came out, or in that none came out.
         const QString text = record.text(u"FC_DATA_NUOVA_FATTURA"_s);
         const QDate stored = QDate::fromString(text, Qt::ISODate);
@@ -168,9 +176,9 @@ void FatturaCiclicaField::write(data::DataSet &record) const
     const auto given = [enabled](const QVariant &value) { return enabled ? value : QVariant(); };
     const QDate next = nextDate();
     record.setValue(u"FC_ABILITATO"_s, core::flagText(enabled));
-    record.setValue(u"FC_GENERA_OGNI"_s, given(every_->value()));
+    record.setValue(u"FC_GENERA_OGNI"_s, given(every_->toStore()));
     record.setValue(u"FC_GENERA_OGNI_UM"_s, given(unit_->currentText()));
-    record.setValue(u"FC_DATA_INIZIO"_s, given(start_->date()));
-    record.setValue(u"FC_DATA_FINE"_s, given(end_->date()));
+    record.setValue(u"FC_DATA_INIZIO"_s, given(start_->toStore()));
+    record.setValue(u"FC_DATA_FINE"_s, given(end_->toStore()));
     record.setValue(u"FC_DATA_NUOVA_FATTURA"_s, given(next.isValid() ? next.toString(Qt::ISODate) : u""_s));
 }

@@ -7,10 +7,10 @@ class QButtonGroup;
 class QCheckBox;
 class QComboBox;
 class QLabel;
-class QSpinBox;
 namespace ui {
 class DateEdit;
-}
+class IntegerEdit;
+} // namespace ui
 
 /// Date of the next recurring invoice: `start` plus `every` units ("Giorno", "Settimana", "Mese", "Anno"; months and
 /// years clipped to the month's last day), moved to the 15th of its month when `onThe15th`. An invalid date when that
@@ -41,7 +41,7 @@ private:
     QWidget *box_;
     QWidget *controls_;
     QCheckBox *enabled_;
-    QSpinBox *every_;
+    ui::IntegerEdit *every_;
     QComboBox *unit_;
     QButtonGroup *day_; // 0: the 15th of the month, 1: the exact day
     ui::DateEdit *start_;

@@ -8,6 +8,7 @@
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/LetterBar.h"
+#include "platform/ui/LineEdit.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -82,7 +83,7 @@ void TMMGModSelezionaBase::createFilterBar(QVBoxLayout *layout)
         return;
     auto *bar = new QHBoxLayout;
     for (const TextFilter &filter : std::as_const(spec_.filters)) {
-        auto *edit = new QLineEdit(this);
+        auto *edit = new ui::LineEdit(this);
         edit->setObjectName(filter.name);
         edit->setMaxLength(100);
         connect(edit, &QLineEdit::returnPressed, this, [this] { core::guarded(this, [this] { Cerca(); }); });

@@ -41,7 +41,7 @@ private:
 } // namespace
 
 CategoryTree::CategoryTree(QWidget *parent)
-    : QComboBox(parent)
+    : ComboBox(parent)
 {
     setItemDelegate(new TreeDelegate(this));
     setMaxVisibleItems(20);

@@ -1,9 +1,9 @@
 #pragma once
-#include <QComboBox>
+#include "platform/ui/Controls.h"
 
 /// A drop-down that shows a tree of categories, each level indented below its parent. Entry 0 is the root that stands
 /// for all of them.
-class CategoryTree : public QComboBox
+class CategoryTree : public ui::ComboBox
 {
     Q_OBJECT
 

@@ -85,7 +85,7 @@ void ChoiceField::write(data::DataSet &record) const
 
 DropDownField::DropDownField(const DropDownSpec &spec, QString tableKey, QString tableText, QWidget *parent)
     : Field(spec.label, parent)
-    , box_(new QComboBox(parent))
+    , box_(new ComboBox(parent))
     , spec_(spec)
     , tableKey_(std::move(tableKey))
     , tableText_(std::move(tableText))

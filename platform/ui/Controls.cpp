@@ -1,19 +1,15 @@
 #include "platform/ui/Controls.h"
 
 #include <QApplication>
-#include <QCalendarWidget>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOption>
+#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 
 namespace ui {
-
-namespace {
-const QLocale italian(QLocale::Italian, QLocale::Italy);
-}
 
 ElidedLabel::ElidedLabel(QWidget *parent)
     : QLabel(parent)
@@ -48,51 +44,28 @@ void ElidedLabel::paintEvent(QPaintEvent *)
                           foregroundRole());
 }
 
-IntegerEdit::IntegerEdit(QWidget *parent)
-    : QSpinBox(parent)
+ComboBox::ComboBox(QWidget *parent)
+    : QComboBox(parent)
 {
-    setLocale(italian);
-    setButtonSymbols(QAbstractSpinBox::NoButtons);
-    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    setRange(0, 999'999'999);
-    setAccelerated(true);
+    // Not Qt::WheelFocus: turning the wheel over it would first give it the focus and then change it.
+    setFocusPolicy(Qt::StrongFocus);
 }
 
-DecimalEdit::DecimalEdit(QWidget *parent)
-    : QDoubleSpinBox(parent)
+void ComboBox::keyPressEvent(QKeyEvent *event)
 {
-    setLocale(italian);
-    setButtonSymbols(QAbstractSpinBox::NoButtons);
-    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    setGroupSeparatorShown(true);
-    setDecimals(2);
-    setRange(0, 99'999'999'999.99);
+    const bool page = event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown;
+    if (page && event->modifiers().testFlag(Qt::ControlModifier))
+        event->ignore();
+    else
+        QComboBox::keyPressEvent(event);
 }
 
-void DecimalEdit::keyPressEvent(QKeyEvent *event)
+void ComboBox::wheelEvent(QWheelEvent *event)
 {
-    if (!typeKeypadPointAsComma(this, event))
-        QDoubleSpinBox::keyPressEvent(event);
-}
-
-DateEdit::DateEdit(QWidget *parent)
-    : QDateEdit(parent)
-{
-    setLocale(italian);
-    setDisplayFormat(u"dd/MM/yyyy"_s);
-    setDateRange(QDate(1900, 1, 1), QDate(3000, 12, 31));
-    setCalendarPopup(true);
-    calendarWidget()->setLocale(italian);
-    calendarWidget()->setFirstDayOfWeek(Qt::Monday);
-}
-
-bool typeKeypadPointAsComma(QWidget *target, const QKeyEvent *event)
-{
-    if (event->key() != Qt::Key_Period || !event->modifiers().testFlag(Qt::KeypadModifier))
-        return false;
-    QKeyEvent comma(event->type(), Qt::Key_Comma, Qt::NoModifier, u","_s);
-    QCoreApplication::sendEvent(target, &comma);
-    return true;
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
 }
 
 QIcon icon(Icon which)

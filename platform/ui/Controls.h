@@ -1,10 +1,8 @@
 #pragma once
 #include <QComboBox>
-#include <QDateEdit>
 #include <QLabel>
-#include <QSpinBox>
 
-/// Input controls as Italian desktop programs have them, whatever the machine's locale.
+/// Small controls and the icons of the commands.
 namespace ui {
 
 /// Shown by a label that stands for a choice when nothing has been chosen.
@@ -28,38 +26,19 @@ private:
     QRect textArea() const;
 };
 
-/// An integer typed into a right-aligned edit without arrows.
-class IntegerEdit : public QSpinBox
+/// A drop-down list whose choice changes only by what is meant for it: not by Ctrl and a Page key, nor by the wheel
+/// while the focus is elsewhere.
+class ComboBox : public QComboBox
 {
     Q_OBJECT
 
 public:
-    explicit IntegerEdit(QWidget *parent = nullptr);
-};
-
-/// A decimal with thousands separator, right-aligned, without arrows; the keypad's point types the decimal comma.
-class DecimalEdit : public QDoubleSpinBox
-{
-    Q_OBJECT
-
-public:
-    explicit DecimalEdit(QWidget *parent = nullptr);
+    explicit ComboBox(QWidget *parent = nullptr);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
 };
-
-/// A dd/MM/yyyy date with a drop-down calendar.
-class DateEdit : public QDateEdit
-{
-    Q_OBJECT
-
-public:
-    explicit DateEdit(QWidget *parent = nullptr);
-};
-
-/// If `event` is the keypad's point, posts a comma to `target` instead and returns true.
-bool typeKeypadPointAsComma(QWidget *target, const QKeyEvent *event);
 
 /// Icons of the commands, from the style, so that they follow the desktop.
 enum class Icon

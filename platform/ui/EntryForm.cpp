@@ -4,6 +4,7 @@
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/TypedEdit.h"
 
 #include <QVBoxLayout>
 
@@ -74,6 +75,11 @@ void EntryForm::addField(Field *field)
 void EntryForm::refuseIf(std::function<bool()> fails, const QString &text)
 {
     checks_.append({std::move(fails), text, false});
+}
+
+void EntryForm::refuseFirstIf(std::function<bool()> fails, const QString &text)
+{
+    firstChecks_.append({std::move(fails), text, false});
 }
 
 void EntryForm::askIf(std::function<bool()> doubtful, const QString &text)
@@ -192,9 +198,9 @@ void EntryForm::elimina()
         NuovoRecord();
 }
 
-bool EntryForm::passesChecks()
+bool EntryForm::passes(const QList<Check> &checks)
 {
-    for (const Check &check : std::as_const(checks_)) {
+    for (const Check &check : checks) {
         if (!check.applies())
             continue;
         if (check.question) {
@@ -206,6 +212,11 @@ bool EntryForm::passesChecks()
         return false;
     }
     return true;
+}
+
+bool EntryForm::passesChecks()
+{
+    return passes(firstChecks_) && everythingReadable(this) && passes(checks_);
 }
 
 bool EntryForm::SalvaRecord()

@@ -99,6 +99,8 @@ protected:
     /// Refuses a save with "Attenzione" and `text` while `fails()` is true. Checks run in the order of their
     /// declaration.
     void refuseIf(std::function<bool()> fails, const QString &text);
+    /// The same before anything else, even before dates and numbers that cannot be read are refused: for rights.
+    void refuseFirstIf(std::function<bool()> fails, const QString &text);
     /// Asks "Conferma" with `text` while `doubtful()` is true; No ends the save.
     void askIf(std::function<bool()> doubtful, const QString &text);
 
@@ -159,6 +161,7 @@ private:
     void load(int id);
     void elimina();
     bool continueWithoutSaving();
+    bool passes(const QList<Check> &checks);
     bool passesChecks();
     bool save();
     void writeRecord();
@@ -167,6 +170,7 @@ private:
     EntryFormSpec spec_;
     data::DataSet *record_;
     QList<Field *> fields_;
+    QList<Check> firstChecks_;
     QList<Check> checks_;
     QVBoxLayout *layout_;
     QTabWidget *pages_;

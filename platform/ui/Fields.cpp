@@ -50,7 +50,7 @@ void showReadOnly(Edit *edit)
 
 TextField::TextField(const TextSpec &spec, QWidget *parent)
     : Field(spec.label, parent)
-    , edit_(new QLineEdit(parent))
+    , edit_(new LineEdit(parent))
     , column_(spec.column)
 {
     edit_->setObjectName(spec.name);
@@ -90,14 +90,27 @@ void MemoField::append(const QString &text)
     edit_->insertPlainText(text);
 }
 
+void MemoField::show(const QVariant &stored)
+{
+    loaded_ = stored;
+    edit_->setPlainText(stored.toString());
+    shown_ = edit_->toPlainText();
+}
+
+void MemoField::clear()
+{
+    show(u""_s);
+}
+
 void MemoField::load(const data::DataSet &record)
 {
-    edit_->setPlainText(record.text(column_));
+    show(record.value(column_));
 }
 
 void MemoField::write(data::DataSet &record) const
 {
-    record.setValue(column_, edit_->toPlainText());
+    const QString text = edit_->toPlainText();
+    record.setValue(column_, text == shown_ ? loaded_ : text);
 }
 
 IntegerField::IntegerField(const IntegerSpec &spec, QWidget *parent)
@@ -109,18 +122,17 @@ IntegerField::IntegerField(const IntegerSpec &spec, QWidget *parent)
     edit_->setObjectName(spec.name);
     edit_->setRange(spec.minimum, spec.maximum);
     edit_->setMaximumWidth(110);
-    connect(edit_, &QSpinBox::textChanged, this, &Field::edited);
+    connect(edit_, &TypedEdit::changed, this, &Field::edited);
 }
 
 void IntegerField::load(const data::DataSet &record)
 {
-    edit_->setValue(record.integer(column_, initial_));
+    edit_->load(record.value(column_), initial_);
 }
 
 void IntegerField::write(data::DataSet &record) const
 {
-    edit_->interpretText();
-    record.setValue(column_, edit_->value());
+    record.setValue(column_, edit_->toStore());
 }
 
 DecimalField::DecimalField(const DecimalSpec &spec, QWidget *parent)
@@ -136,25 +148,17 @@ DecimalField::DecimalField(const DecimalSpec &spec, QWidget *parent)
         showReadOnly(edit_);
     edit_->setPrefix(spec.prefix);
     edit_->setMaximumWidth(150);
-    connect(edit_, &QDoubleSpinBox::textChanged, this, &Field::edited);
-}
-
-void DecimalField::show(double value)
-{
-    loaded_ = value;
-    edit_->setValue(value);
-    shown_ = edit_->value();
+    connect(edit_, &TypedEdit::changed, this, &Field::edited);
 }
 
 void DecimalField::load(const data::DataSet &record)
 {
-    show(record.isNull(column_) ? initial_ : record.number(column_));
+    edit_->load(record.value(column_), initial_);
 }
 
 void DecimalField::write(data::DataSet &record) const
 {
-    edit_->interpretText();
-    record.setValue(column_, edit_->value() == shown_ ? loaded_ : edit_->value());
+    record.setValue(column_, edit_->toStore());
 }
 
 DateField::DateField(const DateSpec &spec, QWidget *parent)
@@ -165,7 +169,7 @@ DateField::DateField(const DateSpec &spec, QWidget *parent)
 {
     edit_->setObjectName(spec.name);
     edit_->setMaximumWidth(130);
-    connect(edit_, &QDateEdit::dateChanged, this, &Field::edited);
+    connect(edit_, &TypedEdit::changed, this, &Field::edited);
 }
 
 void DateField::clear()
@@ -175,12 +179,12 @@ void DateField::clear()
 
 void DateField::load(const data::DataSet &record)
 {
-    edit_->setDate(record.date(column_));
+    edit_->load(record.value(column_));
 }
 
 void DateField::write(data::DataSet &record) const
 {
-    record.setValue(column_, edit_->date());
+    record.setValue(column_, edit_->toStore());
     if (!yearColumn_.isEmpty())
         record.setValue(yearColumn_, edit_->date().year());
 }
@@ -190,13 +194,14 @@ MomentField::MomentField(const MomentSpec &spec, QWidget *parent)
     , box_(new QWidget(parent))
     , check_(new QCheckBox(spec.caption, box_))
     , date_(new DateEdit(box_))
-    , time_(new QTimeEdit(box_))
+    , time_(new TimeEdit(box_))
     , spec_(spec)
 {
     check_->setObjectName(spec.checkName);
     date_->setObjectName(spec.dateName);
     time_->setObjectName(spec.timeName);
-    time_->setDisplayFormat(u"HH:mm"_s);
+    date_->setAccessibleName(spec.caption);
+    time_->setAccessibleName(spec.caption);
     auto *line = new QHBoxLayout(box_);
     line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(check_);
@@ -206,8 +211,8 @@ MomentField::MomentField(const MomentSpec &spec, QWidget *parent)
     connect(check_, &QCheckBox::toggled, date_, &QWidget::setEnabled);
     connect(check_, &QCheckBox::toggled, time_, &QWidget::setEnabled);
     connect(check_, &QCheckBox::toggled, this, &Field::edited);
-    connect(date_, &QDateEdit::dateChanged, this, &Field::edited);
-    connect(time_, &QTimeEdit::timeChanged, this, &Field::edited);
+    connect(date_, &TypedEdit::changed, this, &Field::edited);
+    connect(time_, &TypedEdit::changed, this, &Field::edited);
 }
 
 void MomentField::clear()
@@ -225,17 +230,15 @@ void MomentField::load(const data::DataSet &record)
     if (record.isNull(spec_.dateColumn) && record.isNull(spec_.timeColumn))
         return;
     check_->setChecked(true);
-    if (!record.isNull(spec_.dateColumn))
-        date_->setDate(record.date(spec_.dateColumn));
-    if (!record.isNull(spec_.timeColumn))
-        time_->setTime(record.time(spec_.timeColumn));
+    date_->load(record.value(spec_.dateColumn));
+    time_->load(record.value(spec_.timeColumn));
 }
 
 void MomentField::write(data::DataSet &record) const
 {
     const bool given = check_->isChecked();
-    record.setValue(spec_.dateColumn, given ? QVariant(date_->date()) : QVariant());
-    record.setValue(spec_.timeColumn, given ? QVariant(time_->time()) : QVariant());
+    record.setValue(spec_.dateColumn, given ? date_->toStore() : QVariant());
+    record.setValue(spec_.timeColumn, given ? time_->toStore() : QVariant());
 }
 
 FlagField::FlagField(const FlagSpec &spec, QWidget *parent)

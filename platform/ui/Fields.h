@@ -1,15 +1,12 @@
 #pragma once
-#include "platform/ui/Controls.h"
+#include "platform/ui/DateEdit.h"
 #include "platform/ui/Field.h"
+#include "platform/ui/NumberEdits.h"
 
 #include <QCheckBox>
-#include <QDate>
 #include <QGroupBox>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
-#include <QTimeEdit>
-#include <QVariant>
 
 namespace ui {
 
@@ -41,7 +38,7 @@ public:
     void write(data::DataSet &record) const override;
 
 private:
-    QLineEdit *edit_;
+    LineEdit *edit_;
     QString column_;
 };
 
@@ -52,7 +49,7 @@ struct MemoSpec
     QString column;
 };
 
-/// A text of several lines; Tab leaves it.
+/// A text of several lines; Tab leaves it. Untouched it is written back as it was loaded, NULL and its line ends too.
 class MemoField : public Field
 {
     Q_OBJECT
@@ -65,13 +62,18 @@ public:
     void append(const QString &text);
 
     QWidget *widget() const override { return edit_; }
-    void clear() override { edit_->clear(); }
+    void clear() override;
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
 
 private:
+    void show(const QVariant &stored);
+
     QPlainTextEdit *edit_;
     QString column_;
+    // What was loaded and the text that the control made of it.
+    QVariant loaded_;
+    QString shown_;
 };
 
 struct IntegerSpec
@@ -84,7 +86,7 @@ struct IntegerSpec
     int initial = 0;
 };
 
-/// An integer; NULL loads as the initial value.
+/// An integer; NULL shows as the initial value. Untouched it is written back as it was loaded.
 class IntegerField : public Field
 {
     Q_OBJECT
@@ -118,7 +120,8 @@ struct DecimalSpec
     bool readOnly = false;
 };
 
-/// A decimal number; NULL loads as the initial value.
+/// A decimal number; NULL shows as the initial value. Untouched it is written back as it was loaded, with the decimals
+/// that are not shown.
 class DecimalField : public Field
 {
     Q_OBJECT
@@ -130,19 +133,14 @@ public:
     void setValue(double value) { edit_->setValue(value); }
 
     QWidget *widget() const override { return edit_; }
-    void clear() override { show(initial_); }
+    void clear() override { edit_->setValue(initial_); }
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
 
 private:
-    void show(double value);
-
     DecimalEdit *edit_;
     QString column_;
     double initial_;
-    // What is shown has the field's decimals; an untouched value is written back as it was loaded.
-    double loaded_ = 0;
-    double shown_ = 0;
 };
 
 struct DateSpec
@@ -153,7 +151,7 @@ struct DateSpec
     QString yearColumn; ///< also takes the year of the date; may be empty
 };
 
-/// A date that is always there; cleared it is today.
+/// A date; cleared it is today. One that was loaded as NULL shows nothing and is written back as NULL while untouched.
 class DateField : public Field
 {
     Q_OBJECT
@@ -202,7 +200,7 @@ private:
     QWidget *box_;
     QCheckBox *check_;
     DateEdit *date_;
-    QTimeEdit *time_;
+    TimeEdit *time_;
     MomentSpec spec_;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/ui/FormDialog.h"
 
 #include "platform/core/Messages.h"
+#include "platform/ui/TypedEdit.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -68,8 +69,8 @@ void FormDialog::showEvent(QShowEvent *event)
 
 void FormDialog::accept()
 {
-    bool passed = !check_;
-    if (check_)
+    bool passed = everythingReadable(this);
+    if (passed && check_)
         core::guarded(this, [this, &passed] { passed = check_(); });
     if (passed)
         QDialog::accept();

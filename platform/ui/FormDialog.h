@@ -21,7 +21,8 @@ public:
     /// A paragraph over the whole width.
     void addText(const QString &text);
     QPushButton *okButton() const { return ok_; }
-    /// Runs when the user accepts; the dialog stays open when it returns false or fails, and errors are shown.
+    /// Runs when the user accepts and every date and number can be read; the dialog stays open when it returns false or
+    /// fails, and errors are shown.
     void setCheck(std::function<bool()> check) { check_ = std::move(check); }
 
     void accept() override;

@@ -4,13 +4,14 @@
 #include "platform/core/Messages.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
+#include "platform/ui/DateEdit.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/LetterBar.h"
 #include "platform/ui/ListExport.h"
+#include "platform/ui/NumberEdits.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QScrollBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -49,11 +50,11 @@ private:
 
 QString valueOf(const QWidget *input)
 {
-    if (const auto *edit = qobject_cast<const QLineEdit *>(input))
-        return edit->text();
-    if (const auto *year = qobject_cast<const QSpinBox *>(input))
+    if (const auto *year = qobject_cast<const YearEdit *>(input))
         return QString::number(year->value());
-    return qobject_cast<const QDateEdit *>(input)->date().toString(Qt::ISODate);
+    if (const auto *date = qobject_cast<const DateEdit *>(input))
+        return date->date().toString(Qt::ISODate);
+    return qobject_cast<const QLineEdit *>(input)->text();
 }
 
 } // namespace
@@ -143,18 +144,15 @@ void SearchForm::addFilter(const ListFilter &filter, QHBoxLayout *line)
     int stretch = 0;
     switch (filter.kind) {
     case ListFilter::Kind::Text: {
-        auto *edit = new QLineEdit(this);
+        auto *edit = new LineEdit(this);
         edit->setMaxLength(100);
         input = edit;
         stretch = 1;
         break;
     }
-    case ListFilter::Kind::Year: {
-        auto *year = new QSpinBox(this);
-        year->setRange(1900, 3000);
-        input = year;
+    case ListFilter::Kind::Year:
+        input = new YearEdit(this);
         break;
-    }
     case ListFilter::Kind::Date:
         input = new DateEdit(this);
         break;
@@ -208,10 +206,10 @@ void SearchForm::start(const QStringList &commands)
 void SearchForm::Ripristina()
 {
     for (QWidget *input : std::as_const(inputs_)) {
-        if (auto *edit = qobject_cast<QLineEdit *>(input))
-            edit->clear();
-        else if (auto *year = qobject_cast<QSpinBox *>(input))
+        if (auto *year = qobject_cast<YearEdit *>(input))
             year->setValue(core::today().year());
+        else if (!qobject_cast<DateEdit *>(input))
+            qobject_cast<QLineEdit *>(input)->clear();
     }
     resetFilters();
 }
@@ -232,7 +230,8 @@ QString SearchForm::filterText() const
 
 void SearchForm::Cerca()
 {
-    AggiornaGriglia(filterText());
+    if (everythingReadable(this))
+        AggiornaGriglia(filterText());
 }
 
 void SearchForm::AggiornaGriglia(const QString &filter)

@@ -2,6 +2,7 @@
 
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
+#include "platform/ui/LineEdit.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -13,7 +14,7 @@ namespace ui {
 std::optional<QString> askText(QWidget *owner, const TextPromptSpec &spec)
 {
     FormDialog dialog(spec.title, owner);
-    auto *edit = new QLineEdit(spec.initial, &dialog);
+    auto *edit = new LineEdit(spec.initial, &dialog);
     edit->setObjectName(u"txtTesto"_s);
     edit->setMaxLength(spec.maxLength);
     if (spec.password)

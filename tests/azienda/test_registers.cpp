@@ -2,13 +2,13 @@
 #include "host/registers/RegisterEntry.h"
 #include "host/registers/RegisterUses.h"
 #include "platform/core/TaxCodes.h"
+#include "platform/ui/NumberEdits.h"
 #include "tests/support/Controls.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
 #include <QComboBox>
 #include <QDialog>
-#include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTreeWidget>
@@ -38,7 +38,7 @@ void fillIn(QWidget *form, const host::RegisterSpec &spec)
                 memo->setPlainText(u"Prima riga\nseconda riga"_s);
             if (auto *box = form->findChild<QComboBox *>(field.name))
                 box->setCurrentIndex(box->count() - 1);
-            if (auto *number = form->findChild<QDoubleSpinBox *>(field.name))
+            if (auto *number = form->findChild<ui::DecimalEdit *>(field.name))
                 number->setValue(1234567.89);
         }
     }

@@ -5,6 +5,7 @@
 #include "host/users/Users.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
+#include "platform/ui/NumberEdits.h"
 #include "tests/support/Controls.h"
 #include "tests/support/FirebirdServer.h"
 #include "tests/support/ScriptedDialogs.h"
@@ -19,7 +20,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -152,7 +152,7 @@ void TestStart::onlyADatabaseThatOpensIsAccepted()
         test::control<QRadioButton>(&dialog, u"optServer"_s)->setChecked(true);
         test::press(&dialog, u"cmdOk"_s);
         test::control<QLineEdit>(&dialog, u"txtServer"_s)->setText(u"127.0.0.1"_s);
-        test::control<QSpinBox>(&dialog, u"txtPorta"_s)->setValue(1);
+        test::control<ui::IntegerEdit>(&dialog, u"txtPorta"_s)->setValue(1);
         test::control<QLineEdit>(&dialog, u"txtFileServer"_s)->setText(u"/srv/a.fdb"_s);
         test::press(&dialog, u"cmdOk"_s);
         test::control<QRadioButton>(&dialog, u"optComputer"_s)->setChecked(true);

@@ -5,11 +5,11 @@
 #include "host/HostCommands.h"
 #include "host/registers/RegisterEntry.h"
 #include "platform/core/Error.h"
+#include "platform/ui/NumberEdits.h"
 #include "tests/support/Documents.h"
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QSpinBox>
 
 #include <cstdio>
 #include <unistd.h>
@@ -25,7 +25,7 @@ void saveWithFreeNumber(const test::Document &document)
     for (int i = 0; i < attempts; ++i) {
         if (document.form().SalvaRecord())
             return;
-        auto *number = document.control<QSpinBox>(u"txtNumero"_s);
+        auto *number = document.control<ui::IntegerEdit>(u"txtNumero"_s);
         number->setValue(number->value() + 1);
     }
     throw core::Error(u"Nessun numero libero."_s);

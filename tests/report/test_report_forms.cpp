@@ -3,7 +3,7 @@
 #include "magazzino/reports/MMGStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/data/Connection.h"
-#include "platform/ui/Controls.h"
+#include "platform/ui/DateEdit.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/SearchForm.h"
 #include "tests/report/Prints.h"

@@ -3,12 +3,12 @@
 #include "magazzino/reports/uMMGStampaInventarioBase.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Error.h"
+#include "platform/ui/NumberEdits.h"
 #include "tests/support/Documents.h"
 #include "tests/support/FirebirdServer.h"
 #include "tests/support/TestMain.h"
 
 #include <QLineEdit>
-#include <QSpinBox>
 
 using namespace Qt::StringLiterals;
 
@@ -150,7 +150,7 @@ void TestServerDocuments::sameNumberAtTheSameMomentIsStoredOnce()
              QStringList({u"0"_s, u"0"_s}));
     QCOMPARE(invoice.grid()->model()->rowCount(), 1);
     // With another number the loser stores what was typed.
-    invoice.control<QSpinBox>(u"txtNumero"_s)->setValue(2);
+    invoice.control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(2);
     invoice.save();
     QCOMPARE(lines(u"SELECT NUMERO FROM FATT_ACC ORDER BY NUMERO"_s), QStringList({u"1"_s, u"2"_s}));
     QCOMPARE(lines(u"SELECT CODICE, QUANTITA FROM MOVI_MAGA"_s), QStringList({u"TRA-0018|-5"_s}));

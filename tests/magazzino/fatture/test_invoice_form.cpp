@@ -1,14 +1,14 @@
 #include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Error.h"
+#include "platform/ui/DateEdit.h"
+#include "platform/ui/NumberEdits.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
 #include <QCheckBox>
-#include <QDateEdit>
 #include <QDialog>
 #include <QLineEdit>
-#include <QSpinBox>
 
 using namespace Qt::StringLiterals;
 
@@ -149,7 +149,7 @@ void TestInvoiceForm::movements()
                       {u"VALORE_IMPORTO"_s, 20.0},
                       {u"RIF_DOC_TIPO"_s, u"Bolla di carico"_s}});
     invoice().fillHeader();
-    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(4);
+    invoice().control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(4);
     invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
     test::typeIntoCell(invoice().grid(), 0, u"Sc."_s, u"50"_s);
     const QString mine =
@@ -184,7 +184,7 @@ void TestInvoiceForm::rightsComeFirst()
     // The missing right is told before anything that is wrong with the invoice.
     invoice().form().SetModified(false);
     invoice().form().NuovoRecord();
-    invoice().control<QSpinBox>(u"txtNumero"_s)->setValue(1);
+    invoice().control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(1);
     workplace_->messages.expectWarning(noRights);
     invoice().save();
     QCOMPARE(workplace_->messages.verify(), QStringList());
@@ -196,7 +196,7 @@ void TestInvoiceForm::everythingComesBack()
     invoice().fillHeader();
     invoice().choose(u"actSelezionaVettore"_s, test::choosing(u"Brenta Corriere S.r.l."_s, u"B"_s));
     invoice().control<QLineEdit>(u"txtDestCitta"_s)->setText(u"Forlì"_s);
-    invoice().control<QDateEdit>(u"txtScadenzaPagamento"_s)->setDate(QDate(2026, 5, 31));
+    invoice().control<ui::DateEdit>(u"txtScadenzaPagamento"_s)->setDate(QDate(2026, 5, 31));
     for (const char *box : {"chkPagato", "chkNotificato", "chkInizioTrasporto", "chkFattureCicliche"})
         invoice().control<QCheckBox>(QString::fromLatin1(box))->setChecked(true);
     invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);

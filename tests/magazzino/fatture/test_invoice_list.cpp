@@ -1,13 +1,13 @@
 #include "host/Corvane3Impl.h"
 #include "host/ui/MainWindow.h"
 #include "magazzino/uMMGModMagazzino.h"
+#include "platform/ui/NumberEdits.h"
 #include "tests/support/Controls.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/Workplace.h"
 
 #include <QAction>
 #include <QLineEdit>
-#include <QSpinBox>
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
@@ -93,7 +93,7 @@ void TestInvoiceList::filters()
     QFETCH(QString, text);
     QFETCH(int, year);
     QFETCH(QString, found);
-    test::control<QSpinBox>(list_, u"txtAnno"_s)->setValue(year);
+    test::control<ui::IntegerEdit>(list_, u"txtAnno"_s)->setValue(year);
     auto *input = test::control<QLineEdit>(list_, filter);
     input->setText(text);
     QTest::keyClick(input, Qt::Key_Return);

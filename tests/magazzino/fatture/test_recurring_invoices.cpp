@@ -1,14 +1,14 @@
 #include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
 #include "magazzino/ui/FatturaCiclica.h"
+#include "platform/ui/DateEdit.h"
+#include "platform/ui/NumberEdits.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
-#include <QSpinBox>
 
 using namespace Qt::StringLiterals;
 
@@ -99,10 +99,10 @@ void TestRecurringInvoices::reminderIsStoredAndComesBack()
     auto *check = invoice.control<QCheckBox>(u"chkFattureCicliche"_s);
     invoice.fillHeader();
     check->setChecked(true);
-    invoice.control<QSpinBox>(u"txtGeneraOgni"_s)->setValue(3);
+    invoice.control<ui::IntegerEdit>(u"txtGeneraOgni"_s)->setValue(3);
     invoice.control<QComboBox>(u"txtGeneraOgniUM"_s)->setCurrentText(u"Mese"_s);
-    invoice.control<QDateEdit>(u"txtDataInizioCiclica"_s)->setDate(QDate(2026, 1, 31));
-    invoice.control<QDateEdit>(u"txtDataFineCiclica"_s)->setDate(end);
+    invoice.control<ui::DateEdit>(u"txtDataInizioCiclica"_s)->setDate(QDate(2026, 1, 31));
+    invoice.control<ui::DateEdit>(u"txtDataFineCiclica"_s)->setDate(end);
     if (on15th)
         dayButton(invoice.form(), onThe15th)->setChecked(true);
     QCOMPARE(invoice.shown(u"lblDataNuovaFattura"_s), shown);
@@ -128,8 +128,8 @@ void TestRecurringInvoices::copyOfAnInvoice()
     test::Workplace workplace;
     const test::Document invoice(workplace, test::accompanyingInvoice());
     invoice.fillHeader();
-    invoice.control<QSpinBox>(u"txtNumero"_s)->setValue(7);
-    invoice.control<QDateEdit>(u"txtData"_s)->setDate(QDate(2026, 2, 1));
+    invoice.control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(7);
+    invoice.control<ui::DateEdit>(u"txtData"_s)->setDate(QDate(2026, 2, 1));
     invoice.control<QCheckBox>(u"chkFattureCicliche"_s)->setChecked(true);
     invoice.control<QPlainTextEdit>(u"txtNote"_s)->setPlainText(u"Canone"_s);
     invoice.addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);

@@ -1,7 +1,7 @@
+#include "platform/ui/DateEdit.h"
 #include "tests/magazzino/registri/Registri.h"
 #include "tests/support/TestMain.h"
 
-#include <QDateEdit>
 #include <QHeaderView>
 #include <QTableView>
 
@@ -92,8 +92,8 @@ void TestLists::movementsOfThePeriod()
             place().database(), u"MOVI_MAGA"_s,
             {{u"DATA_MOVIMENTO"_s, QDate(2026, 2, day)}, {u"CODICE"_s, u"G%1"_s.arg(day)}, {u"QUANTITA"_s, day - 11}});
     const ui::SearchForm *list = this->list(u"actRicercaMovimentiMagazzino"_s);
-    test::control<QDateEdit>(list, u"txtDataDal"_s)->setDate(QDate(2026, 2, 10));
-    test::control<QDateEdit>(list, u"txtDataAl"_s)->setDate(QDate(2026, 2, 12));
+    test::control<ui::DateEdit>(list, u"txtDataDal"_s)->setDate(QDate(2026, 2, 10));
+    test::control<ui::DateEdit>(list, u"txtDataAl"_s)->setDate(QDate(2026, 2, 12));
     test::press(list, u"cmdCerca"_s);
     const QTableView *grid = test::gridOf(list);
     QCOMPARE(test::columnTexts(grid, u"Codice"_s), QStringList({u"G12"_s, u"G11"_s, u"G10"_s}));

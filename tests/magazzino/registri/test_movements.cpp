@@ -1,8 +1,8 @@
+#include "platform/ui/DateEdit.h"
+#include "platform/ui/NumberEdits.h"
 #include "tests/magazzino/registri/Registri.h"
 #include "tests/support/TestMain.h"
 
-#include <QDateEdit>
-#include <QDoubleSpinBox>
 #include <QRadioButton>
 
 using namespace Qt::StringLiterals;
@@ -100,9 +100,9 @@ void TestMovementForm::whatIsShownIsStored()
     chooseArticle();
     const double cost = ofArticle(u"COSTO"_s).toDouble();
     QVERIFY(cost > 0);
-    QCOMPARE(test::control<QDoubleSpinBox>(form_, u"txtCosto"_s)->value(), cost);
-    QCOMPARE(test::control<QDoubleSpinBox>(form_, u"txtValore"_s)->value(), cost);
-    test::control<QDateEdit>(form_, u"txtDataMovimento"_s)->setDate(QDate(2026, 2, 28));
+    QCOMPARE(test::control<ui::DecimalEdit>(form_, u"txtCosto"_s)->value(), cost);
+    QCOMPARE(test::control<ui::DecimalEdit>(form_, u"txtValore"_s)->value(), cost);
+    test::control<ui::DateEdit>(form_, u"txtDataMovimento"_s)->setDate(QDate(2026, 2, 28));
     kindButton(u"Scarico"_s)->click();
     chooseReason(u"Scarico"_s);
     test::retype(form_, u"txtPrezzo"_s, u"10,5"_s);

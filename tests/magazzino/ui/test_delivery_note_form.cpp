@@ -1,13 +1,12 @@
+#include "platform/ui/DateEdit.h"
+#include "platform/ui/NumberEdits.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
-#include <QDateEdit>
 #include <QDialog>
-#include <QDoubleSpinBox>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QSpinBox>
 
 using namespace Qt::StringLiterals;
 
@@ -127,15 +126,15 @@ void TestDeliveryNoteForm::supplierOutlivesChangesOfItsMasterRecord()
 void TestDeliveryNoteForm::saveWritesTheHeader()
 {
     note().fillHeader();
-    note().control<QSpinBox>(u"txtNumero"_s)->setValue(12);
-    note().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2025, 12, 31));
+    note().control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(12);
+    note().control<ui::DateEdit>(u"txtData"_s)->setDate(QDate(2025, 12, 31));
     test::type(note().control<QLineEdit>(u"txtDestRagioneSociale"_s), u"Cantiere d'Adda"_s);
     test::type(note().control<QLineEdit>(u"txtDestCap"_s), u"i-3606199"_s);
     test::type(note().control<QLineEdit>(u"txtDestProvincia"_s), u"vic"_s);
     test::type(note().control<QLineEdit>(u"txtDestNazione"_s), u"Italia"_s);
     test::type(note().control<QLineEdit>(u"txtAspettoBeni"_s), u"Scatole di cartone rigido"_s);
-    note().control<QSpinBox>(u"txtColli"_s)->setValue(2);
-    note().control<QDoubleSpinBox>(u"txtPeso"_s)->setValue(11.25);
+    note().control<ui::IntegerEdit>(u"txtColli"_s)->setValue(2);
+    note().control<ui::DecimalEdit>(u"txtPeso"_s)->setValue(11.25);
     note().choose(u"cmdSelezionaPesoUM"_s, test::choosing(u"KG"_s));
     note().control<QPlainTextEdit>(u"txtNote"_s)->setPlainText(u"è urgente"_s);
     note().addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
@@ -174,7 +173,7 @@ void TestDeliveryNoteForm::issueIsValuedAtTheAverageCost()
                    "D.IDDDT_SCARICO_DETT = M.RIF_DOC_IDRIGA AND D.IDDDT_SCARICO = M.RIF_DOC_ID"_s),
              QStringList({QString::number(note().form().IdRecord())}));
     // Before anything was received the average cost is 0.
-    note().control<QDateEdit>(u"txtData"_s)->setDate(QDate(2026, 1, 9));
+    note().control<ui::DateEdit>(u"txtData"_s)->setDate(QDate(2026, 1, 9));
     note().save();
     QCOMPARE(lines(mine), QStringList({u"-5|0|0|7.9|0|Scarico|2|2026-01-09|D.d.T. di scarico n. 1 del 09/01/2026"_s}));
 }

@@ -1,12 +1,12 @@
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Error.h"
 #include "platform/data/Connection.h"
+#include "platform/ui/NumberEdits.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
 #include <QComboBox>
 #include <QLineEdit>
-#include <QSpinBox>
 
 using namespace Qt::StringLiterals;
 
@@ -107,9 +107,9 @@ void TestFailedSaves::checksRunInOrder()
         QCOMPARE(note.flags(), u"new modified"_s);
     };
     note.control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Sfuso"_s);
-    note.control<QSpinBox>(u"txtNumero"_s)->setValue(1);
+    note.control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(1);
     refused(u"Esiste già un documento con questo numero!"_s);
-    note.control<QSpinBox>(u"txtNumero"_s)->setValue(2);
+    note.control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(2);
     refused(isReceipt ? u"Non è stato selezionato un fornitore!"_s : u"Non è stato selezionato un cliente!"_s);
     note.choose(u"actSelezionaFornitore"_s, test::choosing(u"Inox Casa S.r.l."_s, u"I"_s));
     refused(u"Non è stato selezionato un tipo di trasporto!"_s);

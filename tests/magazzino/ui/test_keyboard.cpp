@@ -1,7 +1,7 @@
+#include "platform/ui/NumberEdits.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
-#include <QDoubleSpinBox>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -23,7 +23,7 @@ private:
 void TestKeyboard::keypadPointTypesAComma()
 {
     const test::Document note(*workplace_, test::receipt());
-    auto *weight = note.control<QDoubleSpinBox>(u"txtPeso"_s);
+    auto *weight = note.control<ui::DecimalEdit>(u"txtPeso"_s);
     weight->selectAll();
     test::type(weight, u"7"_s);
     QTest::keyClick(weight, Qt::Key_Period, Qt::KeypadModifier);

@@ -1,0 +1,17 @@
+#pragma once
+#include <QString>
+
+/// What may stand in a text of one line, such as a code or a name.
+namespace core {
+
+/// `text` as it is pasted into a line: line ends around it go, those inside and tabs become a blank each, control
+/// characters and halves of surrogate pairs are dropped.
+QString pastedLine(QString text);
+
+/// The same for a text that already stands in a line, of which the blanks around it are part.
+QString lineOf(QString text);
+
+/// The first characters of `text` that fit into `units` UTF-16 units: no character (with its accents) is cut in two.
+QString cutTo(const QString &text, qsizetype units);
+
+} // namespace core
