@@ -1,16 +1,17 @@
 #include "host/HostCommands.h"
 #include "host/registers/RegisterEntry.h"
 #include "host/registers/RegisterUses.h"
+#include "platform/core/NumberReader.h"
 #include "platform/core/TaxCodes.h"
-#include "platform/ui/NumberEdits.h"
 #include "tests/support/Controls.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QFocusEvent>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -25,21 +26,34 @@ const QList<const host::RegisterSpec *> &registers()
     return all;
 }
 
+bool isNumber(const host::RegisterField &field)
+{
+    using Kind = host::RegisterField::Kind;
+    return field.kind == Kind::Amount || field.kind == Kind::Quantity;
+}
+
 // Something different in every input, as long as the column allows.
 void fillIn(QWidget *form, const host::RegisterSpec &spec)
 {
+    int number = 100;
     for (const host::RegisterGroup &group : spec.groups) {
         for (const host::RegisterField &field : group.fields) {
             if (field.isRight)
                 continue;
-            if (auto *edit = form->findChild<QLineEdit *>(field.name))
-                edit->setText((u"È'\"<&%;"_s + field.name + QString(100, u'x')).left(field.maxLength));
-            if (auto *memo = form->findChild<QPlainTextEdit *>(field.name))
-                memo->setPlainText(u"Prima riga\nseconda riga"_s);
-            if (auto *box = form->findChild<QComboBox *>(field.name))
+            QWidget *input = test::control<QWidget>(form, field.name);
+            if (auto *box = qobject_cast<QComboBox *>(input)) {
                 box->setCurrentIndex(box->count() - 1);
-            if (auto *number = form->findChild<ui::DecimalEdit *>(field.name))
-                number->setValue(1234567.89);
+                continue;
+            }
+            QTest::keyClick(input, Qt::Key_A, Qt::ControlModifier);
+            if (isNumber(field))
+                test::type(input, QString::number(++number) + u",89"_s);
+            else
+                test::type(
+                    input,
+                    (field.name.mid(3, 2) + u"È'\"<&%;"_s + field.name + QString(100, u'x')).left(field.maxLength));
+            QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
+            QApplication::sendEvent(input, &leave);
         }
     }
 }
@@ -52,6 +66,28 @@ QStringList contents(QWidget *form, const host::RegisterSpec &spec)
             texts.append(test::shown(form, field.name));
     }
     return texts;
+}
+
+// Inputs whose text does not stand in the column that they are named after.
+QStringList misplaced(QWidget *form, const host::RegisterSpec &spec, data::Connection &connection, int key)
+{
+    const data::Rows rows = connection.run(u"SELECT * FROM %1 WHERE %2 = ?"_s.arg(spec.table, spec.key), {key});
+    QHash<QString, QVariant> stored;
+    for (qsizetype column = 0; column < rows.columns().size(); ++column)
+        stored.insert(QString(rows.columns()[column].name).remove(u'_'), rows.values(0)[column]);
+    QStringList wrong;
+    for (const host::RegisterGroup &group : spec.groups) {
+        for (const host::RegisterField &field : group.fields) {
+            const QString typed = test::shown(form, field.name);
+            const QVariant value = stored.value(field.name.mid(3).toUpper());
+            const bool same = isNumber(field)
+                                  ? core::readNumber(typed).value_or(core::WrittenNumber{}).value == value.toDouble()
+                                  : value.toString() == typed;
+            wrong += same || test::control<QWidget>(form, field.name)->inherits("QComboBox") ? QStringList()
+                                                                                             : QStringList{field.name};
+        }
+    }
+    return wrong;
 }
 
 } // namespace
@@ -87,6 +123,7 @@ void TestRegisters::everyRegisterKeepsWhatWasTyped()
     const QStringList typed = contents(form, spec);
     QVERIFY(form->SalvaRecord());
     const int key = form->IdRecord();
+    QCOMPARE(misplaced(form, spec, workplace.database(), key), QStringList());
     form->NuovoRecord();
     QVERIFY(contents(form, spec) != typed);
     form->ApriRecord(key);

@@ -2,6 +2,8 @@
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -57,12 +59,31 @@ private Q_SLOTS:
         QCOMPARE(textOf(GetVettore(carrier)), anagraficaText);
     }
 
-    void unknownKeysGiveMinusOne()
+    void keysFindTheirRecordAndUnknownOnesGiveMinusOne()
     {
-        for (const int id : {0, -1, 4711})
-            QCOMPARE(QList<int>({GetArticolo(id).id, GetAliquotaIVA(id).id, GetServizio(id).id, GetCliente(id).id,
-                                 GetFornitore(id).id, GetVettore(id).id}),
-                     QList<int>({-1, -1, -1, -1, -1, -1}));
+        struct Reader
+        {
+            QString table;
+            std::function<int(int)> id;
+        };
+        const QList<Reader> readers = {{u"ANA_MAGA"_s, [](int key) { return GetArticolo(key).id; }},
+                                       {u"ALIQUOTE_IVA"_s, [](int key) { return GetAliquotaIVA(key).id; }},
+                                       {u"SERVIZI"_s, [](int key) { return GetServizio(key).id; }},
+                                       {u"CLIENTI"_s, [](int key) { return GetCliente(key).id; }},
+                                       {u"FORNITORI"_s, [](int key) { return GetFornitore(key).id; }},
+                                       {u"VETTORI"_s, [](int key) { return GetVettore(key).id; }},
+                                       {u"UM"_s, [](int key) { return GetUM(key).id; }},
+                                       {u"TIPI_PAGAMENTO"_s, [](int key) { return GetTipoPagamento(key).id; }},
+                                       {u"TIPI_TRASPORTO"_s, [](int key) { return GetTipoTrasporto(key).id; }},
+                                       {u"CAUSALI_TRASPORTO"_s, [](int key) { return GetCausaleTrasporto(key).id; }},
+                                       {u"CAUSALI_MAGA"_s, [](int key) { return GetCausaleMagazzino(key).id; }},
+                                       {u"CATEGORIE_ANA_MAGA"_s, [](int key) { return GetCategoriaAnaMaga(key).id; }},
+                                       {u"CATEGORIE_SERVIZI"_s, [](int key) { return GetCategoriaServizio(key).id; }}};
+        for (const Reader &reader : readers) {
+            const int key = db->insert(reader.table, {});
+            QCOMPARE(QList<int>({reader.id(key), reader.id(key + 1), reader.id(0), reader.id(-1)}),
+                     QList<int>({key, -1, -1, -1}));
+        }
     }
 };
 

@@ -13,6 +13,9 @@ class TestConnectionString : public QObject
 private Q_SLOTS:
     void nativeAddressComesBackAsItWas_data();
     void nativeAddressComesBackAsItWas();
+    void odbcProviderGoesToItsDataSource();
+    void commandLineAddressIsRead_data();
+    void commandLineAddressIsRead();
     void unknownProviderIsRefused();
     void logNamesAStatementWithoutItsValues();
 };
@@ -47,6 +50,46 @@ void TestConnectionString::nativeAddressComesBackAsItWas()
     QCOMPARE(settings.address.file, file);
     QCOMPARE(settings.address.user, u"SYSDBA"_s);
     QCOMPARE(settings.address.password, password);
+}
+
+void TestConnectionString::odbcProviderGoesToItsDataSource()
+{
+    const data::DriverSettings settings = data::driverSettings(
+        u"provider = msdasql.1;Persist Security Info=False;User ID=UTENTE;Password='a;b';Data Source=CORVANE3_LOCAL"_s);
+    QCOMPARE(settings.driver, u"QODBC"_s);
+    QCOMPARE(settings.dataSourceName, u"CORVANE3_LOCAL"_s);
+    QCOMPARE(settings.address.user + u'/' + settings.address.password, u"UTENTE/a;b"_s);
+    QVERIFY(settings.address.file.isEmpty());
+}
+
+void TestConnectionString::commandLineAddressIsRead_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("host");
+    QTest::addColumn<int>("port");
+    QTest::addColumn<QString>("file");
+    QTest::newRow("nothing") << QString() << QString() << 0 << QString();
+    QTest::newRow("file") << u"/dati/a.fdb"_s << QString() << 0 << u"/dati/a.fdb"_s;
+    QTest::newRow("blanks around") << u"  a b.fdb "_s << QString() << 0 << u"a b.fdb"_s;
+    QTest::newRow("colon inside a path") << u"/dati/a:b.fdb"_s << QString() << 0 << u"/dati/a:b.fdb"_s;
+    QTest::newRow("colon in a relative path") << u"./a:b.fdb"_s << QString() << 0 << u"./a:b.fdb"_s;
+    QTest::newRow("colon first") << u":a.fdb"_s << QString() << 0 << u":a.fdb"_s;
+    QTest::newRow("colon last") << u"server:"_s << QString() << 0 << u"server:"_s;
+    QTest::newRow("server") << u"server:archivio"_s << u"server"_s << 0 << u"archivio"_s;
+    QTest::newRow("server with port") << u"10.0.0.5/3051:/dati/a:b.fdb"_s << u"10.0.0.5"_s << 3051
+                                      << u"/dati/a:b.fdb"_s;
+    QTest::newRow("drive of the server") << u"server:C:\\dati\\a.fdb"_s << u"server"_s << 0 << u"C:\\dati\\a.fdb"_s;
+    QTest::newRow("no port number") << u"server/x:/dati/a.fdb"_s << QString() << 0 << u"server/x:/dati/a.fdb"_s;
+}
+
+void TestConnectionString::commandLineAddressIsRead()
+{
+    QFETCH(const QString, text);
+    const data::DatabaseAddress address = data::DatabaseAddress::parse(text);
+    QTEST(address.host, "host");
+    QTEST(address.port, "port");
+    QTEST(address.file, "file");
+    QCOMPARE(address.toString(), text.trimmed());
 }
 
 void TestConnectionString::unknownProviderIsRefused()

@@ -3,9 +3,12 @@
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
+#include "platform/core/Messages.h"
 #include "platform/core/NumberReader.h"
+#include "tests/support/ScriptedMessages.h"
 #include "tests/support/TestMain.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -29,6 +32,7 @@ private Q_SLOTS:
     void logMasksWhatTheUserTyped();
     void logKeepsOneOlderGeneration();
     void logThatCannotBeWrittenDisturbsNothing();
+    void readsFlagsInAnyCaseAndAsNumbers();
 };
 
 void TestCore::roundsHalvesAwayFromZeroOnTheDecimalValue_data()
@@ -193,9 +197,36 @@ void TestCore::logKeepsOneOlderGeneration()
 void TestCore::logThatCannotBeWrittenDisturbsNothing()
 {
     const QTemporaryDir folder;
-    core::setLogFile(folder.path()); // a folder is no file to write to
+    const QString good = folder.filePath(u"corvane.log"_s);
+    // A folder is no file to write to, and on a full disk nothing can be written.
+    for (const QString &path : {folder.path(), u"/dev/full"_s}) {
+        core::setLogFile(path);
+        test::ScriptedMessages messages;
+        messages.expectError(u"motivo"_s);
+        QVERIFY(!core::guarded(nullptr, [] {
+            core::logLine(u"prova"_s, u"persa"_s);
+            throw core::Error(u"motivo"_s);
+        }));
+        QCOMPARE(messages.verify(), QStringList());
+        QVERIFY(QDir(folder.path()).isEmpty());
+    }
+    core::setLogFile(good);
     core::logLine(u"prova"_s, u"una riga"_s);
     core::setLogFile({});
+    QFile file(good);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray written = file.readAll();
+    QVERIFY(written.contains("una riga") && !written.contains("persa"));
+}
+
+void TestCore::readsFlagsInAnyCaseAndAsNumbers()
+{
+    for (const QString &text : {u"True"_s, u" tRUE"_s, u"1"_s, u"-1"_s})
+        QCOMPARE(core::parseFlag(text), std::optional(true));
+    for (const QString &text : {core::flagText(false), u"FALSE "_s, u"0"_s})
+        QCOMPARE(core::parseFlag(text), std::optional(false));
+    for (const QString &text : {u""_s, u"vero"_s, u"1,5"_s, u"None"_s})
+        QVERIFY2(!core::parseFlag(text), qPrintable(text));
 }
 
 static const test::Registered<TestCore> registered;

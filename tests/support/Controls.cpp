@@ -3,6 +3,7 @@
 #include "platform/core/Error.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemModelTester>
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
@@ -54,6 +55,13 @@ QString shown(const QWidget *owner, const QString &name)
             return value.toString();
     }
     missing(name);
+}
+
+void checkModel(QAbstractItemView *grid)
+{
+    using Tester = QAbstractItemModelTester;
+    if (!grid->findChild<Tester *>())
+        new Tester(grid->model(), Tester::FailureReportingMode::QtTest, grid);
 }
 
 void selectRow(QTableView *grid, const QString &text)

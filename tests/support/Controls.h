@@ -2,6 +2,7 @@
 #include <QString>
 #include <QWidget>
 
+class QAbstractItemView;
 class QTableView;
 
 /// Working the program's windows as a user does. What is not there throws core::Error.
@@ -29,6 +30,9 @@ void trigger(const QObject *owner, const QString &action);
 void press(const QWidget *owner, const QString &button);
 /// What a label, an edit or a list control named `name` shows.
 QString shown(const QWidget *owner, const QString &name);
+
+/// From now on the running test fails when the grid's model breaks a rule of models.
+void checkModel(QAbstractItemView *grid);
 
 /// Selects the row of a grid that shows `text` in some column.
 void selectRow(QTableView *grid, const QString &text);

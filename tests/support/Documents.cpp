@@ -55,6 +55,7 @@ Document::Document(Workplace &workplace, const DocumentNames &names)
 {
     if (!form_)
         missing(names.action);
+    checkModel(grid());
     settle();
 }
 

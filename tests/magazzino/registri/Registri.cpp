@@ -85,9 +85,12 @@ ui::EntryForm *openEntry(const Workplace &workplace, const QString &action)
 
 ui::SearchForm *openList(const Workplace &workplace, const QString &action)
 {
-    QWidget *form = workplace.module().openForm(action);
+    auto *form = qobject_cast<ui::SearchForm *>(workplace.module().openForm(action));
+    if (!form)
+        missing(action);
+    checkModel(gridOf(form));
     settle();
-    return qobject_cast<ui::SearchForm *>(form);
+    return form;
 }
 
 QTableView *gridOf(const ui::SearchForm *list)

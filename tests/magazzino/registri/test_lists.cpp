@@ -1,3 +1,4 @@
+#include "platform/core/Clock.h"
 #include "platform/ui/DateEdit.h"
 #include "tests/magazzino/registri/Registri.h"
 #include "tests/support/TestMain.h"
@@ -31,6 +32,9 @@ private Q_SLOTS:
     void headerSorts_data();
     void headerSorts();
     void movementsOfThePeriod();
+    void movementPeriod_data();
+    void movementPeriod();
+    void notesOfAYear();
 
 private:
     test::Workplace &place() const { return *workplace_; }
@@ -104,6 +108,60 @@ void TestLists::movementsOfThePeriod()
         red.append(cell.data(Qt::ForegroundRole).value<QColor>() == QColor(Qt::red));
     }
     QCOMPARE(red, QList<bool>({false, false, true}));
+}
+
+// The previous month and the current one, whole.
+void TestLists::movementPeriod_data()
+{
+    QTest::addColumn<QDate>("today");
+    QTest::addColumn<QString>("period");
+    QTest::newRow("January") << QDate(2026, 1, 31) << u"01/12/2025-31/01/2026"_s;
+    QTest::newRow("leap February") << QDate(2028, 2, 29) << u"01/01/2028-29/02/2028"_s;
+    QTest::newRow("after February") << QDate(2026, 3, 31) << u"01/02/2026-31/03/2026"_s;
+    QTest::newRow("December") << QDate(2026, 12, 1) << u"01/11/2026-31/12/2026"_s;
+}
+
+void TestLists::movementPeriod()
+{
+    QFETCH(const QDate, today);
+    core::setClock([today] { return QDateTime(today, QTime(12, 0)); });
+    const ui::SearchForm *list = this->list(u"actRicercaMovimentiMagazzino"_s);
+    const auto period = [list] {
+        return test::shown(list, u"txtDataDal"_s) + u'-' + test::shown(list, u"txtDataAl"_s);
+    };
+    QTEST(period(), "period");
+    QTest::keyClick(test::control<QWidget>(list, u"txtDataDal"_s), Qt::Key_Up);
+    test::press(list, u"cmdRipristina"_s);
+    QTEST(period(), "period");
+}
+
+void TestLists::notesOfAYear()
+{
+    const auto insert = [this](int number, const QDate &date, const QString &code, const QString &name) {
+        test::insertInto(place().database(), u"DDT_SCARICO"_s,
+                         {{u"NUMERO"_s, number},
+                          {u"DATA"_s, date},
+                          {u"ANNO"_s, date.year()},
+                          {u"CLI_CODICE"_s, code},
+                          {u"CLI_RAGIONESOCIALE"_s, name}});
+    };
+    insert(9, QDate(2026, 1, 1), u"C9"_s, u"Ferramenta D'Amico"_s);
+    insert(10, QDate(2026, 1, 2), u"C10"_s, u"Sconti 100%"_s);
+    insert(11, QDate(2025, 12, 31), u"C11"_s, u"Ferramenta D'Amico"_s);
+    const ui::SearchForm *list = this->list(u"actRicercaDdTScarico"_s);
+    const auto found = [&](const QStringList &filters) {
+        test::trigger(list, u"actRipristina"_s);
+        for (const QString &filter : filters)
+            test::retype(list, filter.section(u'=', 0, 0), filter.section(u'=', 1));
+        test::press(list, u"cmdCerca"_s);
+        return test::columnTexts(test::gridOf(list), u"N."_s).join(u'|');
+    };
+    QCOMPARE(found({}), u"10|9"_s);
+    QCOMPARE(found({u"txtAnno=2025"_s}), u"11"_s);
+    QCOMPARE(found({u"txtRagioneSociale=d'a"_s}), u"9"_s);
+    QCOMPARE(found({u"txtRagioneSociale=100%"_s}), u"10"_s);
+    QCOMPARE(found({u"txtCodice=c1"_s, u"txtRagioneSociale=ferramenta"_s, u"txtAnno=2025"_s}), u"11"_s);
+    QCOMPARE(found({u"txtCodice=C_"_s}), QString());
 }
 
 static const test::Registered<TestLists> registered;

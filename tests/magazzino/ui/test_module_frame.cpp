@@ -1,8 +1,11 @@
 #include "host/Corvane3Impl.h"
+#include "host/HostCommands.h"
 #include "host/IntfPack.h"
 #include "host/PackageLoader.h"
 #include "host/ui/MainWindow.h"
+#include "magazzino/Azioni.h"
 #include "magazzino/uMMGModMagazzino.h"
+#include "magazzino/ui/Scelta.h"
 #include "platform/core/Error.h"
 #include "platform/report/Report.h"
 #include "tests/support/Controls.h"
@@ -47,6 +50,7 @@ private Q_SLOTS:
     void startWithoutHostConnectionIsReported();
     void startWithoutReportFileGoesOn();
     void actionTwiceGivesOneWindow();
+    void everyActionOpens();
     void brokenLibraryIsReportedOnce();
     void failingModuleIsRemovedAndTheOthersGoOn();
 };
@@ -60,7 +64,11 @@ QMenu *hostMenu(const test::Workplace &workplace, const QString &name)
 
 int openWindows(const test::Workplace &workplace)
 {
-    return static_cast<int>(workplace.window().findChild<QMdiArea *>()->subWindowList().size());
+    int shown = 0;
+    const QList<QMdiSubWindow *> windows = workplace.window().findChild<QMdiArea *>()->subWindowList();
+    for (const QMdiSubWindow *window : windows)
+        shown += window->isVisible() ? 1 : 0;
+    return shown;
 }
 
 } // namespace
@@ -130,6 +138,48 @@ void TestModuleFrame::actionTwiceGivesOneWindow()
     QVERIFY(form.isNull());
     QCOMPARE(openWindows(workplace), 0);
     QVERIFY(workplace.module().openForm(action)->isVisible());
+}
+
+// The module's and the host's: a window with a title, once however often it is asked for, or a modal dialog.
+void TestModuleFrame::everyActionOpens()
+{
+    test::Workplace workplace;
+    const auto opensWindow = [&](const QString &action, const std::function<QWidget *()> &open) {
+        const QPointer<QWidget> form = open();
+        QVERIFY2(form && form->isVisible() && !form->windowTitle().isEmpty(), qPrintable(action));
+        QVERIFY2(open() == form && openWindows(workplace) == 1, qPrintable(action));
+        test::trigger(form, u"actChiudi"_s);
+        test::settle();
+        QVERIFY2((!form || !form->isVisible()) && openWindows(workplace) == 0, qPrintable(action));
+        QVERIFY2(open()->isVisible(), qPrintable(action));
+        workplace.window().findChild<QMdiArea *>()->closeAllSubWindows();
+    };
+    const auto opensDialog = [&](const QString &action, const std::function<void()> &open) {
+        workplace.dialogs.expect([&action](QDialog &dialog) {
+            QVERIFY2(dialog.isVisible() && !dialog.windowTitle().isEmpty(), qPrintable(action));
+            dialog.reject();
+        });
+        open();
+        QVERIFY2(workplace.dialogs.verify().isEmpty(), qPrintable(action));
+    };
+    for (const ModuleAction &action : moduleActions()) {
+        if (action.kind == ActionKind::Form)
+            opensWindow(action.name, [&] { return workplace.module().openForm(action.name); });
+        else if (action.kind == ActionKind::Selection)
+            opensDialog(action.name, [&] { QVERIFY(!scegli(action.name)); });
+        else
+            opensDialog(action.name, [&] { test::trigger(&workplace.module(), action.name); });
+    }
+    const QStringList dialogs = {u"actOpzioni"_s, u"actImporta"_s, u"actCambiaPassword"_s};
+    const QList<QAction *> ofHost = workplace.commands().findChildren<QAction *>(QString(), Qt::FindDirectChildrenOnly);
+    QVERIFY(ofHost.size() > dialogs.size());
+    for (QAction *action : ofHost) {
+        if (dialogs.contains(action->objectName()))
+            opensDialog(action->objectName(), [action] { action->trigger(); });
+        else
+            opensWindow(action->objectName(), [&] { return workplace.commands().openForm(action->objectName()); });
+    }
+    QCOMPARE(workplace.messages.verify(), QStringList());
 }
 
 void TestModuleFrame::brokenLibraryIsReportedOnce()

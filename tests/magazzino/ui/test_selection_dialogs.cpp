@@ -1,5 +1,7 @@
+#include "magazzino/Azioni.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/SelectionDialog.h"
+#include "platform/core/Error.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/CategoryTree.h"
 #include "tests/support/Controls.h"
@@ -23,6 +25,8 @@ private Q_SLOTS:
     void articleFilters();
     void categoryIncludesThoseBelow_data();
     void categoryIncludesThoseBelow();
+    void okWithoutARowWarnsAndStaysOpen();
+    void failedSearchIsShown();
 
 private:
     TMMGModSelezionaBase &dialog(const QString &name)
@@ -96,6 +100,46 @@ void TestSelectionDialogs::categoryIncludesThoseBelow()
     test::type(test::control<QLineEdit>(&dialog, u"txtCodice"_s), code);
     test::press(&dialog, u"actCerca"_s);
     QCOMPARE(codes(dialog).size(), count);
+    dialog.reject();
+}
+
+void TestSelectionDialogs::okWithoutARowWarnsAndStaysOpen()
+{
+    for (const ModuleAction &action : moduleActions()) {
+        if (action.kind != ActionKind::Selection)
+            continue;
+        TMMGModSelezionaBase &dialog = workplace_->module().selectionDialog(action.name);
+        dialog.show();
+        test::settle();
+        // With rows to choose from, and with none.
+        for (const bool empty : {false, true}) {
+            if (empty)
+                dialog.AggiornaGriglia(u"WHERE 1 = 0"_s);
+            grid(dialog)->setCurrentIndex({});
+            workplace_->messages.expectWarning(u"Nessuna voce selezionata!"_s);
+            test::press(&dialog, u"cmdOk"_s);
+            QVERIFY2(workplace_->messages.verify().isEmpty() && dialog.isVisible(), qPrintable(action.name));
+        }
+        test::press(&dialog, u"cmdAnnulla"_s);
+        QVERIFY2(!dialog.isVisible() && dialog.result() == QDialog::Rejected, qPrintable(action.name));
+    }
+}
+
+void TestSelectionDialogs::failedSearchIsShown()
+{
+    TMMGModSelezionaBase &dialog = this->dialog(u"Articolo"_s);
+    dialog.show();
+    auto *code = test::control<QLineEdit>(&dialog, u"txtCodice"_s);
+    test::type(code, u"TRA-0018"_s);
+    data::Connection &connection = *workplace_->module().ModADOConn;
+    connection.setStatementHook([](const QString &) { throw core::Error(u"rifiutato"_s); });
+    workplace_->messages.expectError(u"rifiutato"_s);
+    QTest::keyClick(code, Qt::Key_Return);
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QVERIFY(!QGuiApplication::overrideCursor() && dialog.isVisible());
+    connection.setStatementHook({});
+    test::press(&dialog, u"actCerca"_s);
+    QCOMPARE(codes(dialog), QStringList({u"TRA-0018"_s}));
     dialog.reject();
 }
 
