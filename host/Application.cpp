@@ -126,6 +126,7 @@ void prepareProgram(QApplication &application)
     if (translator->load(u"qtbase_it"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(translator);
     core::setLogFile(dataFolder() + u"/corvane.log"_s);
+    core::logQtWarnings();
     data::useLockFolder(dataFolder() + u"/lock"_s);
 }
 

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +29,23 @@ void rotate(const QString &path)
         return;
     QFile::remove(path + u".1"_s);
     QFile::rename(path, path + u".1"_s);
+}
+
+QtMessageHandler &handlerBefore()
+{
+    static QtMessageHandler handler = nullptr;
+    return handler;
+}
+
+void logQtMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    // Writing the line may itself make Qt warn.
+    static thread_local bool writing = false;
+    if (!writing && (type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg)) {
+        const QScopedValueRollback busy(writing, true);
+        logLine(u"Qt"_s, text);
+    }
+    handlerBefore()(type, context, text);
 }
 
 } // namespace
@@ -66,6 +84,13 @@ void logLine(const QString &where, const QString &text)
     QString line = withoutUserValues(text).simplified();
     file.write(
         (QDateTime::currentDateTime().toString(Qt::ISODate) + u"  ["_s + where + u"]  "_s + line + u'\n').toUtf8());
+}
+
+void logQtWarnings()
+{
+    const QtMessageHandler before = qInstallMessageHandler(logQtMessage);
+    if (before != logQtMessage)
+        handlerBefore() = before;
 }
 
 void logError(const QString &where, const std::exception &error)

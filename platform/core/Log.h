@@ -14,6 +14,9 @@ void setLogFile(const QString &path);
 void logError(const QString &where, const std::exception &error);
 void logLine(const QString &where, const QString &text);
 
+/// From now on what Qt itself warns of is logged, too, as a line of "Qt"; it still appears where it did before.
+void logQtWarnings();
+
 /// `text` with everything masked that a database repeats from a user's input: quoted texts and key values.
 QString withoutUserValues(const QString &text);
 

@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 #include <cmath>
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void readsDatesAndTimes();
     void logMasksWhatTheUserTyped_data();
     void logMasksWhatTheUserTyped();
+    void logHoldsWhatQtWarnsOf();
     void logKeepsOneOlderGeneration();
     void logThatCannotBeWrittenDisturbsNothing();
     void readsFlagsInAnyCaseAndAsNumbers();
@@ -173,6 +175,27 @@ void TestCore::logMasksWhatTheUserTyped()
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QString line = QString::fromUtf8(file.readAll());
     QVERIFY2(line.endsWith(u"  [salvataggio]  INSERT INTO CLIENTI: "_s + logged + u'\n'), qPrintable(line));
+}
+
+void TestCore::logHoldsWhatQtWarnsOf()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"corvane.log"_s));
+    core::setLogFile(file.fileName());
+    const QtMessageHandler before = qInstallMessageHandler(nullptr);
+    qInstallMessageHandler(before);
+    core::logQtWarnings();
+    core::logQtWarnings(); // a second time it must not wait for itself
+    const auto restore = qScopeGuard([before] {
+        qInstallMessageHandler(before);
+        core::setLogFile({});
+    });
+    QTest::ignoreMessage(QtWarningMsg, "QObject::connect: No such slot 'D''Amico'");
+    qWarning("QObject::connect: No such slot 'D''Amico'");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString lines = QString::fromUtf8(file.readAll());
+    QCOMPARE(lines.count(u'\n'), 1);
+    QVERIFY2(lines.endsWith(u"  [Qt]  QObject::connect: No such slot '…'\n"_s), qPrintable(lines));
 }
 
 void TestCore::logKeepsOneOlderGeneration()

@@ -1,10 +1,13 @@
 #pragma once
+#include "tests/support/QtWarnings.h"
+
 #include <QApplication>
 #include <QTest>
 
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 /// Several test classes in one program: each is announced by a Registered object in its own source file, and the
@@ -28,6 +31,30 @@ struct Registered
     }
 };
 
+/// Runs one class; what Qt warns of fails the test function in which it does. Returns the number of failures.
+inline int runOne(QObject &test, const QStringList &arguments)
+{
+    std::vector<QByteArray> texts;
+    std::vector<char *> argv;
+    for (const QString &argument : arguments)
+        texts.push_back(argument.toLocal8Bit());
+    for (QByteArray &text : texts)
+        argv.push_back(text.data());
+    QTest::qInit(&test, static_cast<int>(argv.size()), argv.data());
+    std::optional<QtWarnings> warnings(std::in_place, [](QtMsgType type, const QString &text) {
+        // A test may expect a warning by QTest::ignoreMessage(), which goes before.
+        if (type == QtWarningMsg)
+            QTest::failOnWarning(qUtf8Printable(text));
+        else
+            QTest::qFail(qUtf8Printable(text), __FILE__, __LINE__);
+    });
+    const int failures = QTest::qRun();
+    warnings.reset();
+    // After an exception the framework has cleaned up by itself.
+    QTest::qCleanup();
+    return failures;
+}
+
 /// Runs all registered classes; a class name as the first argument runs that class only, with the arguments behind it.
 /// Returns the program's exit code: 0 when every test passed and at least one class ran.
 inline int runAll(int argc, char **argv)
@@ -38,6 +65,10 @@ inline int runAll(int argc, char **argv)
     QStringList arguments = QCoreApplication::arguments();
     int run = 0;
     int failures = 0;
+    const QtWarnings warnings([&failures](QtMsgType, const QString &text) {
+        std::fprintf(stderr, "FAIL!  : outside of every test: %s\n", qUtf8Printable(text));
+        ++failures;
+    });
     const QString wanted = arguments.value(1);
     const bool oneClass = !wanted.isEmpty() && !wanted.startsWith(QLatin1Char('-'));
     if (oneClass)
@@ -47,7 +78,7 @@ inline int runAll(int argc, char **argv)
         if (oneClass && wanted != QLatin1String(test->metaObject()->className()))
             continue;
         try {
-            failures += QTest::qExec(test.get(), arguments);
+            failures += runOne(*test, arguments);
         } catch (const std::exception &error) {
             // The test framework has counted it without its text and given up the class.
             std::fprintf(stderr, "%s\n", error.what());
