@@ -95,6 +95,7 @@ private Q_SLOTS:
 
     void csvShowsWhatIsOnScreen();
     void workbookHasNumbersDatesAndTexts();
+    void workbookHoldsAnyText();
     void spreadsheetProgramReadsTheSame();
     void clipboardTakesListOrSelection();
     void failureIsToldAndLeavesTheOldFile();
@@ -170,6 +171,17 @@ void TestExport::workbookHasNumbersDatesAndTexts()
                              "E2 n 0.125 #,##0.000|F2 s Sì 0"_s.arg(euro));
     QCOMPARE(lines.value(3), u"A3 s =1+1 0|B3 s @x 0|D3 n 1234567.89 %1|F3 s No 0"_s.arg(euro));
     QCOMPARE(lines.value(4), u"A4 s +39 0|C4 s 31/12/1899 0|D4 n 0.3 %1|E4 n 2 #,##0.000"_s.arg(euro));
+}
+
+void TestExport::workbookHoldsAnyText()
+{
+    const QString odd =
+        u"a"_s + QChar(0) + QChar(1) + QChar(0xFFFE) + QChar(0xFFFF) + QChar(0xD800) + u"z <&> _x0041_"_s;
+    grid_->setRows({{{u"ID"_s}, {u"CODICE"_s, 0, true}, {u"NOME"_s, 0, true}}, {{1, odd, u" \U0001F4E6\t"_s}}});
+    answer_ = path(u"c.xlsx"_s);
+    test::trigger(grid_, u"actEsportaXLSX"_s);
+    QCOMPARE(sheetLines(answer_).value(2), u"A2 s a\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDz <&> _x005F_x0041_ 0|"
+                                           "B2 s  \U0001F4E6\t 0"_s);
 }
 
 void TestExport::spreadsheetProgramReadsTheSame()
