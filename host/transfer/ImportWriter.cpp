@@ -90,6 +90,16 @@ private:
     QString insert_;
 };
 
+// Why `error` ended the import, for the user: it must not blame the file for a full disk.
+core::Error refusal(const data::DatabaseError &error, int line)
+{
+    if (error.isDiskFull())
+        return core::Error(u"Il disco è pieno: nulla è stato importato."_s);
+    return core::Error(u"Il database non ha accettato il record della riga %1.\n\rNulla è stato importato: se il "
+                       "database risponde ancora, controllare il file e riprovare.\n\rIl motivo si trova nel "
+                       "registro del programma."_s.arg(line));
+}
+
 } // namespace
 
 void writeImport(data::Connection &connection, const ImportTarget &target, const ImportPlan &plan,
@@ -105,10 +115,7 @@ void writeImport(data::Connection &connection, const ImportTarget &target, const
             writer.write(record);
         } catch (const data::DatabaseError &error) {
             core::logError(u"importazione"_s, error);
-            throw core::Error(
-                u"Il database non ha accettato il record della riga %1.\n\rNulla è stato importato: se il "
-                "database risponde ancora, controllare il file e riprovare.\n\rIl motivo si trova nel "
-                "registro del programma."_s.arg(record.line));
+            throw refusal(error, record.line);
         }
         progress.step(++done);
     }
