@@ -3,21 +3,19 @@
 #include "host/backup/Gbak.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
+#include "platform/core/FileAccess.h"
 #include "platform/core/Log.h"
 #include "platform/core/Progress.h"
+#include "platform/core/SaveFile.h"
+#include "platform/core/WorkFolder.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QMap>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
-#include <cstdio>
-
-#include <fcntl.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -29,31 +27,17 @@ namespace {
 /// Rows of each table.
 using Counts = QMap<QString, int>;
 
-// A folder beside `file` that goes away with all it holds.
-class WorkFolder
-{
-public:
-    explicit WorkFolder(const QString &file)
-        : folder_(QFileInfo(file).absolutePath() + u"/.corvane-XXXXXX"_s)
-    {
-        const QString parent = QFileInfo(file).absolutePath();
-        if (!QFileInfo(parent).isDir())
-            throw core::Error(u"La cartella \"%1\" non esiste."_s.arg(parent));
-        if (!folder_.isValid())
-            throw core::Error(u"Nella cartella \"%1\" non si può scrivere."_s.arg(parent), folder_.errorString());
-    }
-
-    QString file(const QString &name) const { return folder_.filePath(name); }
-
-private:
-    QTemporaryDir folder_;
-};
-
 data::DatabaseAddress embedded(const QString &file)
 {
     data::DatabaseAddress address;
     address.file = file;
     return address;
+}
+
+// Where a database of this machine lies.
+QStringList folderOf(const data::DatabaseAddress &database)
+{
+    return database.isEmbedded() ? QStringList{QFileInfo(database.file).absolutePath()} : QStringList();
 }
 
 QString gbakName(const data::DatabaseAddress &database)
@@ -125,28 +109,9 @@ Counts restore(const QString &file, const data::DatabaseAddress &target, const Q
                core::Progress &progress)
 {
     Follower follower(progress, verb, firstStep);
-    runGbak(target, {u"-c"_s, u"-v"_s, QFileInfo(file).absoluteFilePath(), gbakName(target)}, progress,
-            [&follower](const QString &line) { follower(line); });
+    runGbak(target, {u"-c"_s, u"-v"_s, QFileInfo(file).absoluteFilePath(), gbakName(target)}, folderOf(target),
+            progress, [&follower](const QString &line) { follower(line); });
     return follower.counts();
-}
-
-// On the disk, not in the system's memory only.
-void flush(const QString &path)
-{
-    const int handle = ::open(QFile::encodeName(path).constData(), O_RDONLY);
-    const bool done = handle >= 0 && ::fsync(handle) == 0;
-    if (handle >= 0)
-        ::close(handle);
-    if (!done)
-        throw core::Error(u"Impossibile scrivere sul disco."_s, path);
-}
-
-// Gives a finished file its name, in the place of an older one.
-void moveInto(const QString &from, const QString &to)
-{
-    flush(from);
-    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
-        throw core::Error(u"Impossibile scrivere il file \"%1\"."_s.arg(to), qt_error_string());
 }
 
 QString keptName(const QString &file)
@@ -164,7 +129,7 @@ QString keptName(const QString &file)
 QString replaceKeepingOld(const QString &newFile, const QString &target)
 {
     if (!QFileInfo::exists(target)) {
-        moveInto(newFile, target);
+        core::moveIntoPlace(newFile, target);
         return {};
     }
     QString kept = keptName(target);
@@ -174,7 +139,7 @@ QString replaceKeepingOld(const QString &newFile, const QString &target)
     if (!linked && !QFile::rename(target, kept))
         throw core::Error(u"Impossibile conservare il database attuale come \"%1\"."_s.arg(kept), qt_error_string());
     try {
-        moveInto(newFile, target);
+        core::moveIntoPlace(newFile, target);
     } catch (const std::exception &) {
         if (linked)
             QFile::remove(kept);
@@ -196,7 +161,7 @@ void requireOwnDatabase(const Counts &tables)
 
 QString restoreEmbedded(const QString &file, const QString &target, core::Progress &progress)
 {
-    const WorkFolder work(target);
+    const core::WorkFolder work(QFileInfo(target).absolutePath());
     const QString restored = work.file(u"ripristino.fdb"_s);
     const Counts told = restore(file, embedded(restored), u"Ripristino della tabella %1…"_s, 0, progress);
     progress.setText(u"Verifica del database ripristinato…"_s);
@@ -207,6 +172,7 @@ QString restoreEmbedded(const QString &file, const QString &target, core::Progre
             throw core::Error(u"Il database ripristinato non è completo (tabella %1)."_s.arg(it.key()));
     }
     progress.check();
+    core::makePrivate(restored);
     // Nobody may work on in the old file under its new name.
     if (data::checkDatabase(embedded(target)).failure == data::OpenFailure::InUse)
         throw core::Error(u"Il database \"%1\" è in uso: chiudere gli altri programmi che lo usano."_s.arg(target));
@@ -230,7 +196,7 @@ void restoreOnServer(const QString &file, const data::DatabaseAddress &target, c
     bool begun = false;
     try {
         Follower follower(progress, u"Ripristino della tabella %1…"_s, 0);
-        runGbak(target, {u"-c"_s, u"-v"_s, QFileInfo(file).absoluteFilePath(), gbakName(target)}, progress,
+        runGbak(target, {u"-c"_s, u"-v"_s, QFileInfo(file).absoluteFilePath(), gbakName(target)}, {}, progress,
                 [&](const QString &line) {
                     begun = begun || line.startsWith(u"created database");
                     follower(line);
@@ -250,11 +216,12 @@ void backupDatabase(const data::DatabaseAddress &database, const QString &file, 
 {
     if (database.isEmbedded() && !QFileInfo::exists(database.file))
         throw core::Error(u"Il database \"%1\" non esiste."_s.arg(database.file));
-    const WorkFolder work(file);
+    const core::WorkFolder work(QFileInfo(file).absolutePath());
     const QString backup = work.file(u"copia.fbk"_s);
     Follower follower(progress, u"Copia della tabella %1…"_s, 0);
-    runGbak(database, {u"-b"_s, u"-v"_s, gbakName(database), backup}, progress,
-            [&follower](const QString &line) { follower(line); });
+    // The database is written to as well: it counts its transactions.
+    runGbak(database, {u"-b"_s, u"-v"_s, gbakName(database), backup}, folderOf(database) + QStringList(work.path()),
+            progress, [&follower](const QString &line) { follower(line); });
     const Counts &written = follower.counts();
     const data::DatabaseAddress copy = embedded(work.file(u"verifica.fdb"_s));
     restore(backup, copy, u"Verifica della tabella %1…"_s, static_cast<int>(written.size()), progress);
@@ -263,7 +230,7 @@ void backupDatabase(const data::DatabaseAddress &database, const QString &file, 
     progress.check();
     // It holds all that the database holds, which is its owner's alone as well.
     QFile::setPermissions(backup, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    moveInto(backup, file);
+    core::moveIntoPlace(backup, file);
 }
 
 QString restoreDatabase(const QString &file, const data::DatabaseAddress &target, core::Progress &progress)

@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/Progress.h"
+#include "platform/core/SaveFile.h"
 
 #include <QProcess>
 #include <QStandardPaths>
@@ -21,9 +22,10 @@ struct Meaning
     QString text;
 };
 
+const QString full = u"Il disco è pieno."_s;
+
 const QList<Meaning> &meanings()
 {
-    static const QString full = u"Il disco è pieno."_s;
     static const QString damaged = u"Il file non è una copia di sicurezza, oppure è danneggiato o incompleto."_s;
     static const QString refused = u"Il server ha rifiutato il nome utente o la password."_s;
     static const QString unreachable = u"Il server non è raggiungibile."_s;
@@ -50,12 +52,14 @@ const QList<Meaning> &meanings()
     return all;
 }
 
-QString meaningOf(const QString &words, bool isBackup)
+QString meaningOf(const QString &words, bool isBackup, const QStringList &folders)
 {
     for (const Meaning &meaning : meanings()) {
         if (words.contains(meaning.words))
             return meaning.text;
     }
+    if (std::any_of(folders.begin(), folders.end(), core::isDiskFull))
+        return full;
     // What a damaged file makes the program say depends on where the damage is.
     return isBackup ? u"La copia non è riuscita; il motivo si trova nel registro del programma."_s
                     : u"La copia non si può ripristinare, probabilmente perché il file è danneggiato; il motivo si "
@@ -79,8 +83,9 @@ QProcessEnvironment environmentFor(const data::DatabaseAddress &login)
 class Run
 {
 public:
-    Run(const data::DatabaseAddress &login, const QStringList &arguments)
+    Run(const data::DatabaseAddress &login, const QStringList &arguments, QStringList folders)
         : isBackup_(arguments.contains(u"-b"_s))
+        , folders_(std::move(folders))
     {
         const QString program = QStandardPaths::findExecutable(u"gbak"_s);
         if (program.isEmpty())
@@ -89,7 +94,8 @@ public:
         process_.setProcessChannelMode(QProcess::MergedChannels);
         // On a full disk, or after a file cut short, it would ask for another volume and wait.
         process_.setStandardInputFile(QProcess::nullDevice());
-        process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
+        // Killed with this program, it can put nothing more into a work folder that the next one removes.
+        process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
         process_.start(program, arguments);
         if (!process_.waitForStarted())
             throw core::Error(u"Il programma gbak di Firebird non si avvia."_s, process_.errorString());
@@ -116,7 +122,7 @@ public:
         }
         takeLines(line);
         if (process_.exitStatus() != QProcess::NormalExit || process_.exitCode() != 0)
-            throw core::Error(meaningOf(errors_, isBackup_), u"gbak: "_s + errors_.trimmed());
+            throw core::Error(meaningOf(errors_, isBackup_, folders_), u"gbak: "_s + errors_.trimmed());
     }
 
 private:
@@ -134,16 +140,17 @@ private:
     }
 
     bool isBackup_;
+    QStringList folders_;
     QProcess process_;
     QString errors_;
 };
 
 } // namespace
 
-void runGbak(const data::DatabaseAddress &login, const QStringList &arguments, core::Progress &progress,
-             const std::function<void(const QString &)> &line)
+void runGbak(const data::DatabaseAddress &login, const QStringList &arguments, const QStringList &folders,
+             core::Progress &progress, const std::function<void(const QString &)> &line)
 {
-    Run(login, arguments).follow(progress, line);
+    Run(login, arguments, folders).follow(progress, line);
 }
 
 } // namespace host

@@ -11,13 +11,15 @@ class Progress;
 
 namespace host {
 
-/// Runs Firebird's backup program with `arguments`, waits for its end, and hands each line that it prints to `line`.
+/// Runs Firebird's backup program with `arguments`, waits for its end, and hands each line that it prints to `line`. It
+/// writes to `folders`: on a full disk it may fail with words of something else, so they are looked at then.
+///
 /// User and password travel in its environment, never in its arguments, which other accounts can read.
 ///
 /// Throws core::Error with an Italian text (program missing, not a backup, database in use, disk full, server out of
 /// reach or refusing, ...; the program's own words are the error's context), and core::Cancelled when `progress` was
 /// cancelled, which ends the program.
-void runGbak(const data::DatabaseAddress &login, const QStringList &arguments, core::Progress &progress,
-             const std::function<void(const QString &)> &line);
+void runGbak(const data::DatabaseAddress &login, const QStringList &arguments, const QStringList &folders,
+             core::Progress &progress, const std::function<void(const QString &)> &line);
 
 } // namespace host

@@ -1,6 +1,6 @@
 #include "host/start/DatabaseMemory.h"
 
-#include "platform/core/Error.h"
+#include "platform/core/Settings.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,7 +15,6 @@ namespace {
 constexpr int mostRecent = 8;
 const QString recentKey = u"database/recenti"_s;
 const QString userKey = u"accesso/utente"_s;
-constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 // A server's user stands before the address: "SYSDBA@server/3050:/srv/firm.fdb".
 QString entryOf(const data::DatabaseAddress &database)
@@ -40,13 +39,25 @@ QString passwordKey(const QString &entry)
     return QString::fromLatin1(entry.toUtf8().toHex());
 }
 
-// Made before anything is written into it, so that at no moment another account can read it.
-void protect(const QString &path)
+// `database` goes to the front, or away.
+QStringList changedEntries(const QSettings &settings, const data::DatabaseAddress &database, bool forget)
 {
-    QFile file(path);
-    const bool exists = file.exists() || file.open(QIODevice::WriteOnly | QIODevice::NewOnly, ownerOnly);
-    if (!exists || !QFile::setPermissions(path, ownerOnly))
-        throw core::Error(u"Impossibile proteggere il file delle password \"%1\"."_s.arg(path));
+    QStringList all = settings.value(recentKey).toStringList();
+    all.removeAll(entryOf(database));
+    if (!forget)
+        all.prepend(entryOf(database));
+    return all.mid(0, mostRecent);
+}
+
+// Those of databases that are no longer remembered must not lie about.
+void dropOldPasswords(QSettings &passwords, const QStringList &entries)
+{
+    const QStringList kept = passwords.allKeys();
+    for (const QString &key : kept) {
+        if (std::none_of(entries.begin(), entries.end(),
+                         [&key](const QString &entry) { return passwordKey(entry) == key; }))
+            passwords.remove(key);
+    }
 }
 
 } // namespace
@@ -96,48 +107,31 @@ QList<data::DatabaseAddress> DatabaseMemory::recent() const
 
 void DatabaseMemory::remember(const data::DatabaseAddress &database, bool keepPassword)
 {
-    QStringList all = entries();
-    all.removeAll(entryOf(database));
-    all.prepend(entryOf(database));
-    all = all.mid(0, mostRecent);
-    QSettings(settingsFile(), QSettings::IniFormat).setValue(recentKey, all);
+    QStringList all;
+    core::changeSettings(settingsFile(), [&](QSettings &settings) {
+        all = changedEntries(settings, database, false);
+        settings.setValue(recentKey, all);
+    });
     const bool keep = keepPassword && !database.isEmbedded();
     if (!keep && !QFile::exists(passwordFile()))
         return;
-    changePasswords([&](QSettings &passwords) {
+    core::changeSettings(passwordFile(), [&](QSettings &passwords) {
         if (keep)
             passwords.setValue(passwordKey(entryOf(database)), database.password);
         else
             passwords.remove(passwordKey(entryOf(database)));
-        // Those of databases that are no longer remembered must not lie about.
-        const QStringList kept = passwords.allKeys();
-        for (const QString &key : kept) {
-            if (std::none_of(all.begin(), all.end(),
-                             [&key](const QString &entry) { return passwordKey(entry) == key; }))
-                passwords.remove(key);
-        }
+        dropOldPasswords(passwords, all);
     });
 }
 
 void DatabaseMemory::forget(const data::DatabaseAddress &database)
 {
-    QStringList all = entries();
-    all.removeAll(entryOf(database));
-    QSettings(settingsFile(), QSettings::IniFormat).setValue(recentKey, all);
+    core::changeSettings(settingsFile(), [&](QSettings &settings) {
+        settings.setValue(recentKey, changedEntries(settings, database, true));
+    });
     if (QFile::exists(passwordFile()))
-        changePasswords([&](QSettings &passwords) { passwords.remove(passwordKey(entryOf(database))); });
-}
-
-void DatabaseMemory::changePasswords(const std::function<void(QSettings &)> &change) const
-{
-    protect(passwordFile());
-    {
-        QSettings passwords(passwordFile(), QSettings::IniFormat);
-        // Written in place: a replaced file would get the account's usual permissions.
-        passwords.setAtomicSyncRequired(false);
-        change(passwords);
-    }
-    protect(passwordFile());
+        core::changeSettings(passwordFile(),
+                             [&](QSettings &passwords) { passwords.remove(passwordKey(entryOf(database))); });
 }
 
 QStringList DatabaseMemory::entries() const
@@ -158,7 +152,9 @@ QString DatabaseMemory::lastUser() const
 
 void DatabaseMemory::rememberUser(const QString &userName)
 {
-    QSettings(settingsFile(), QSettings::IniFormat).setValue(userKey, userName);
+    if (userName == lastUser())
+        return;
+    core::changeSettings(settingsFile(), [&userName](QSettings &settings) { settings.setValue(userKey, userName); });
 }
 
 } // namespace host

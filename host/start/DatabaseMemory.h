@@ -3,10 +3,7 @@
 
 #include <QStringList>
 
-#include <functional>
 #include <optional>
-
-class QSettings;
 
 namespace host {
 
@@ -28,7 +25,8 @@ public:
     /// Databases opened before, the latest first, `last()` included.
     QList<data::DatabaseAddress> recent() const;
     /// Puts `database` in front. Its password is kept only with `keepPassword`; without it a kept one is forgotten.
-    /// Throws core::Error when the password cannot be kept from other accounts' eyes.
+    /// This and what else changes something throws core::Error when it cannot be written; what was remembered before
+    /// stays then.
     void remember(const data::DatabaseAddress &database, bool keepPassword);
     void forget(const data::DatabaseAddress &database);
     /// True when the password of `database` is kept.
@@ -40,7 +38,6 @@ public:
 private:
     QString passwordFile() const;
     QStringList entries() const;
-    void changePasswords(const std::function<void(QSettings &)> &change) const;
     data::DatabaseAddress withPassword(const QString &entry) const;
 
     QString folder_;

@@ -201,7 +201,7 @@ std::optional<Opening> newFirmToOpen(QWidget *owner, const QString &folder, Data
     const auto firm = askNewFirm(owner, folder);
     if (!firm)
         return {};
-    memory.remember(firm->database, firm->keepPassword);
+    core::guarded(owner, [&] { memory.remember(firm->database, firm->keepPassword); });
     return Opening{.database = firm->database, .keepPassword = firm->keepPassword};
 }
 

@@ -179,8 +179,9 @@ Login Startup::login(const data::DatabaseAddress &address, bool fromCommandLine)
     const QStringList known = activeUsers(connection);
     Login result =
         logIn(nullptr, known.contains(proposed, Qt::CaseInsensitive) ? proposed : known.value(0), connection);
+    // What cannot be remembered, on a full disk, keeps nobody from working.
     if (!result.user.isEmpty() && !fromCommandLine)
-        memory_.rememberUser(result.user);
+        core::guarded(nullptr, [&] { memory_.rememberUser(result.user); });
     return result;
 }
 
@@ -203,7 +204,7 @@ std::optional<Opening> Startup::open(const Opening &opening)
     if (entered.user.isEmpty())
         return ask(opened);
     if (!opened.fromCommandLine)
-        memory_.remember(opened.database, opened.keepPassword);
+        core::guarded(nullptr, [&] { memory_.remember(opened.database, opened.keepPassword); });
     return work(opened, entered.user);
 }
 

@@ -2,9 +2,11 @@
 
 #include "host/IntfPack.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Settings.h"
 #include "platform/ui/ChildForm.h"
 
 #include <QCloseEvent>
+#include <QCryptographicHash>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -44,6 +46,16 @@ QIcon programIcon()
         icon.addPixmap(pixmap);
     }
     return icon;
+}
+
+const QString geometryKey = u"finestra/geometria"_s;
+const QString barsKey = u"finestra/barre"_s;
+const QString checkKey = u"finestra/controllo"_s;
+
+// A damaged state of tool bars keeps Qt counting for hours, so what is restored must be what was written.
+QString checkOf(const QByteArray &geometry, const QByteArray &bars)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(geometry + bars, QCryptographicHash::Sha256).toHex());
 }
 
 struct MenuSpec
@@ -216,10 +228,14 @@ void MainWindow::restoreLayout()
     if (settingsFile_.isEmpty())
         return;
     const QSettings settings(settingsFile_, QSettings::IniFormat);
-    restoreGeometry(settings.value(u"finestra/geometria"_s).toByteArray());
+    const QByteArray geometry = settings.value(geometryKey).toByteArray();
+    const QByteArray bars = settings.value(barsKey).toByteArray();
+    if (settings.value(checkKey).toString() != checkOf(geometry, bars))
+        return;
+    restoreGeometry(geometry);
     // Tool bars stay where the modules showed them; only their place is remembered.
     const QList<bool> shown = {commonToolBars_[0]->isHidden(), commonToolBars_[1]->isHidden()};
-    restoreState(settings.value(u"finestra/barre"_s).toByteArray());
+    restoreState(bars);
     for (int i = 0; i < commonToolBars_.size(); ++i)
         commonToolBars_[i]->setHidden(shown[i]);
 }
@@ -233,12 +249,21 @@ void MainWindow::closeEvent(QCloseEvent *event)
             return;
         }
     }
-    if (!settingsFile_.isEmpty()) {
-        QSettings settings(settingsFile_, QSettings::IniFormat);
-        settings.setValue(u"finestra/geometria"_s, saveGeometry());
-        settings.setValue(u"finestra/barre"_s, saveState());
-    }
+    // A full disk is told, and the window closes all the same.
+    if (!settingsFile_.isEmpty())
+        core::guarded(this, [this] { saveLayout(); });
     event->accept();
+}
+
+void MainWindow::saveLayout()
+{
+    const QByteArray geometry = saveGeometry();
+    const QByteArray bars = saveState();
+    core::changeSettings(settingsFile_, [&](QSettings &settings) {
+        settings.setValue(geometryKey, geometry);
+        settings.setValue(barsKey, bars);
+        settings.setValue(checkKey, checkOf(geometry, bars));
+    });
 }
 
 void MainWindow::about()

@@ -48,6 +48,7 @@ private:
     void childActivated(QMdiSubWindow *window);
     void listWindows();
     void restoreLayout();
+    void saveLayout();
     void about();
 
     QMdiArea *area_;

@@ -1,6 +1,7 @@
 #include "platform/core/Log.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/SaveFile.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -8,6 +9,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QScopedValueRollback>
+
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -27,8 +30,7 @@ void rotate(const QString &path)
 {
     if (QFileInfo(path).size() < maxLogBytes)
         return;
-    QFile::remove(path + u".1"_s);
-    QFile::rename(path, path + u".1"_s);
+    std::rename(QFile::encodeName(path).constData(), QFile::encodeName(path + u".1"_s).constData());
 }
 
 QtMessageHandler &handlerBefore()
@@ -77,12 +79,10 @@ void logLine(const QString &where, const QString &text)
     if (logPath().isEmpty())
         return;
     rotate(logPath());
-    QFile file(logPath());
+    const QString line = withoutUserValues(text).simplified();
     // A log that cannot be written must never disturb the work it reports on.
-    if (!file.open(QIODevice::Append | QIODevice::Text))
-        return;
-    QString line = withoutUserValues(text).simplified();
-    file.write(
+    appendLine(
+        logPath(),
         (QDateTime::currentDateTime().toString(Qt::ISODate) + u"  ["_s + where + u"]  "_s + line + u'\n').toUtf8());
 }
 

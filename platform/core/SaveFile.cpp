@@ -1,9 +1,18 @@
 #include "platform/core/SaveFile.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/FileAccess.h"
+#include "platform/core/WorkFolder.h"
 
+#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+
+#include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -11,32 +20,172 @@ namespace core {
 
 namespace {
 
-QString reasonFor(const QSaveFile &file)
+// An open file of the system, closed with the object.
+class Handle
 {
-    const QFileInfo target(file.fileName());
+public:
+    Handle(const QString &path, int flags, mode_t mode = 0)
+        : number_(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, mode))
+    {
+    }
+    ~Handle()
+    {
+        if (number_ >= 0)
+            ::close(number_);
+    }
+    Handle(const Handle &) = delete;
+    Handle &operator=(const Handle &) = delete;
+
+    int number() const { return number_; }
+    bool isOpen() const { return number_ >= 0; }
+
+    // Network file systems report a full disk as late as here.
+    bool close() { return ::close(std::exchange(number_, -1)) == 0; }
+
+    bool write(const QByteArray &content) const
+    {
+        for (qsizetype done = 0; done < content.size();) {
+            const ssize_t count = ::write(number_, content.constData() + done, content.size() - done);
+            if (count < 0 && errno != EINTR)
+                return false;
+            done += std::max<ssize_t>(count, 0);
+        }
+        return true;
+    }
+
+private:
+    int number_;
+};
+
+[[noreturn]] void fail(const QString &path, const QString &reason, const QString &systemText = {})
+{
+    throw Error(u"Impossibile scrivere il file \"%1\": %2."_s.arg(path, reason), systemText);
+}
+
+[[noreturn]] void failWith(const QString &path, int number)
+{
+    fail(path, failureReason(number), qt_error_string(number));
+}
+
+// What a symbolic link stands for is what gets the contents.
+QString targetOf(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.isSymLink())
+        return info.absoluteFilePath();
+    return info.exists() ? info.canonicalFilePath() : info.symLinkTarget();
+}
+
+void requirePlace(const QString &path, const QFileInfo &target)
+{
     const QFileInfo folder(target.absolutePath());
     if (!folder.isDir())
-        return u"la cartella non esiste"_s;
+        fail(path, u"la cartella non esiste"_s);
     if (target.isDir())
-        return u"esiste una cartella con questo nome"_s;
+        fail(path, u"esiste una cartella con questo nome"_s);
+    if (target.exists() && !target.isFile())
+        fail(path, u"non è un file"_s);
     if (!folder.isWritable() || (target.exists() && !target.isWritable()))
-        return u"mancano i permessi di scrittura"_s;
-    return u"il disco è pieno o non risponde"_s;
+        fail(path, u"mancano i permessi di scrittura"_s);
+}
+
+mode_t modeFor(const QString &target, Readers readers)
+{
+    constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+    if (readers == Readers::OwnerOnly)
+        return ownerOnly;
+    struct stat old = {};
+    const bool exists = ::stat(QFile::encodeName(target).constData(), &old) == 0;
+    return exists ? old.st_mode & ACCESSPERMS : usualFileMode();
+}
+
+// So that the new name survives a power failure. Where the file system cannot, the file is complete all the same.
+void flushFolderOf(const QString &path)
+{
+    const Handle folder(QFileInfo(path).absolutePath(), O_RDONLY | O_DIRECTORY);
+    if (folder.isOpen())
+        ::fsync(folder.number());
+}
+
+void rename(const QString &from, const QString &to)
+{
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        failWith(to, errno);
+    flushFolderOf(to);
 }
 
 } // namespace
 
-void failWriting(const QSaveFile &file)
+QString failureReason(int number)
 {
-    throw Error(u"Impossibile scrivere il file \"%1\": %2."_s.arg(file.fileName(), reasonFor(file)),
-                file.errorString());
+    switch (number) {
+    case ENOSPC:
+    case EDQUOT:
+        return u"il disco è pieno"_s;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return u"mancano i permessi di scrittura"_s;
+    case EFBIG:
+        return u"il file è troppo grande per questo disco"_s;
+    case ENAMETOOLONG:
+        return u"il nome è troppo lungo"_s;
+    default:
+        return u"il disco è pieno o non risponde"_s;
+    }
 }
 
-void saveFile(const QString &path, const QByteArray &content)
+void saveFile(const QString &path, const QByteArray &content, Readers readers)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
-        failWriting(file);
+    const QString target = targetOf(path);
+    requirePlace(path, QFileInfo(target));
+    const WorkFolder work(QFileInfo(target).absolutePath());
+    const QString made = work.file(u"file"_s);
+    Handle file(made, O_WRONLY | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
+    if (!file.isOpen() || !file.write(content) || ::fsync(file.number()) != 0)
+        failWith(path, errno);
+    // Not every file system has permissions to set.
+    ::fchmod(file.number(), modeFor(target, readers));
+    if (!file.close())
+        failWith(path, errno);
+    rename(made, target);
+}
+
+void moveIntoPlace(const QString &from, const QString &to)
+{
+    const Handle file(from, O_RDONLY);
+    if (!file.isOpen() || ::fsync(file.number()) != 0)
+        failWith(to, errno);
+    rename(from, to);
+}
+
+bool appendLine(const QString &path, const QByteArray &line)
+{
+    Handle file(path, O_WRONLY | O_CREAT | O_APPEND, S_IRUSR | S_IWUSR);
+    struct stat before = {};
+    if (!file.isOpen() || ::fstat(file.number(), &before) != 0 || !S_ISREG(before.st_mode))
+        return false;
+    if (file.write(line))
+        return file.close();
+    struct stat after = {};
+    // Another program may have appended behind it meanwhile; then the part stays.
+    if (::fstat(file.number(), &after) == 0 && after.st_size > before.st_size &&
+        after.st_size - before.st_size < line.size() && ::ftruncate(file.number(), before.st_size) != 0)
+        return false;
+    return false;
+}
+
+bool isDiskFull(const QString &folder)
+{
+    constexpr qsizetype megabyte = qsizetype{1024} * 1024;
+    try {
+        const WorkFolder work(folder);
+        const Handle file(work.file(u"prova"_s), O_WRONLY | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
+        const bool written = file.isOpen() && file.write(QByteArray(megabyte, 'x')) && ::fsync(file.number()) == 0;
+        return !written && (errno == ENOSPC || errno == EDQUOT);
+    } catch (const Error &) {
+        return errno == ENOSPC || errno == EDQUOT;
+    }
 }
 
 } // namespace core

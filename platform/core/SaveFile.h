@@ -2,15 +2,32 @@
 #include <QByteArray>
 #include <QString>
 
-class QSaveFile;
-
+/// The one place that gives files their contents: whatever happens, the file is complete or the old one stands.
 namespace core {
 
-/// Writes `content` beside `path` first and puts it there when all of it is on the disk, so a failure leaves the old
-/// file as it was. Throws core::Error with the reason in Italian.
-void saveFile(const QString &path, const QByteArray &content);
+enum class Readers
+{
+    AsUsual,  ///< as the old file has it, or as the account makes new files
+    OwnerOnly ///< nobody but the account
+};
 
-/// Throws the core::Error that says why `file` could not be written.
-[[noreturn]] void failWriting(const QSaveFile &file);
+/// Writes `content` in a work folder beside `path` and puts it there when all of it is on the disk. Throws core::Error
+/// with the reason in Italian ("il disco è pieno").
+void saveFile(const QString &path, const QByteArray &content, Readers readers = Readers::AsUsual);
+
+/// Gives the finished file `from` the name `to` on the same disk, in the place of an older file, once it is on the disk
+/// and not in the system's memory only. Throws core::Error.
+void moveIntoPlace(const QString &from, const QString &to);
+
+/// Appends `line` to `path`, which is made the account's alone when it does not exist yet. What does not fit is taken
+/// back; returns false then.
+bool appendLine(const QString &path, const QByteArray &line);
+
+/// True when not even a megabyte more can be written to `folder`: tells a full disk where another program does not say
+/// why it failed.
+bool isDiskFull(const QString &folder);
+
+/// What the system's error number means for the user, without capital and full stop: "il disco è pieno".
+QString failureReason(int number);
 
 } // namespace core

@@ -4,11 +4,11 @@
 #include "platform/core/SaveFile.h"
 #include "platform/report/Document.h"
 
+#include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QRegularExpression>
-#include <QSaveFile>
 
 using namespace Qt::StringLiterals;
 
@@ -24,48 +24,67 @@ QPageLayout layoutOf(const Document &document)
     return layout;
 }
 
-} // namespace
-
-void writePdf(const Document &document, const QString &path, int dpi)
+// Numbers of the first and the last page, from 0.
+struct Pages
 {
-    // The temporary file lies beside the target and takes its name only when everything has been written.
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        core::failWriting(file);
+    int first = 0;
+    int last = 0;
+};
+
+Pages pagesOf(const Document &document, const QPrinter &printer)
+{
+    const int all = document.pageCount();
+    return {printer.fromPage() > 0 ? printer.fromPage() - 1 : 0,
+            (printer.toPage() > 0 ? qMin(printer.toPage(), all) : all) - 1};
+}
+
+void paintPages(const Document &document, QPagedPaintDevice &device, int dpi, const Pages &pages)
+{
+    QPainter painter;
+    if (!painter.begin(&device))
+        throw core::Error(u"La stampante non accetta la stampa."_s);
+    for (int index = pages.first; index <= pages.last; ++index) {
+        if (index > pages.first && !device.newPage())
+            throw core::Error(u"La stampante ha interrotto la stampa."_s);
+        paintPage(painter, document.page(index), document.fonts(), dpi / 25.4);
+    }
+}
+
+// Made in memory: the painter does not look whether a file takes what it writes.
+void writePages(const Document &document, const QString &path, int dpi, const Pages &pages)
+{
+    QBuffer content;
+    content.open(QIODevice::WriteOnly);
     {
-        QPdfWriter writer(&file);
+        QPdfWriter writer(&content);
         writer.setTitle(document.title());
         writer.setCreator(u"Corvane"_s);
         writer.setPageLayout(layoutOf(document));
         writer.setResolution(dpi);
-        QPainter painter;
-        if (!painter.begin(&writer))
-            core::failWriting(file);
-        for (int index = 0; index < document.pageCount(); ++index) {
-            if (index > 0 && !writer.newPage())
-                core::failWriting(file);
-            paintPage(painter, document.page(index), document.fonts(), dpi / 25.4);
-        }
+        paintPages(document, writer, dpi, pages);
     }
-    if (!file.commit())
-        core::failWriting(file);
+    core::saveFile(path, content.data());
+}
+
+} // namespace
+
+void writePdf(const Document &document, const QString &path, int dpi)
+{
+    writePages(document, path, dpi, {0, document.pageCount() - 1});
 }
 
 void printDocument(const Document &document, QPrinter &printer)
 {
+    const Pages pages = pagesOf(document, printer);
+    // The print dialog also offers a file; the printer itself would not notice that it was cut short.
+    if (!printer.outputFileName().isEmpty()) {
+        writePages(document, printer.outputFileName(), printer.resolution(), pages);
+        return;
+    }
     printer.setDocName(fileNameOf(document.title()));
     printer.setPageLayout(layoutOf(document));
     printer.setFullPage(true);
-    const int first = printer.fromPage() > 0 ? printer.fromPage() : 1;
-    const int last = printer.toPage() > 0 ? qMin(printer.toPage(), document.pageCount()) : document.pageCount();
-    QPainter painter;
-    if (!painter.begin(&printer))
-        throw core::Error(u"La stampante non accetta la stampa."_s);
-    for (int page = first; page <= last; ++page) {
-        if (page > first && !printer.newPage())
-            throw core::Error(u"La stampante ha interrotto la stampa."_s);
-        paintPage(painter, document.page(page - 1), document.fonts(), printer.resolution() / 25.4);
-    }
+    paintPages(document, printer, printer.resolution(), pages);
 }
 
 QString fileNameOf(const QString &title)

@@ -3,7 +3,8 @@
 //   CUT_FOLDER   only files below this folder count
 //   CUT_COUNTER  a file of 16 bytes, shared by all processes: steps and bytes written so far
 //   CUT_KILL     the number of the step before which the process group is killed; a step is a call that changes a file
-//   CUT_FULL     the number of bytes after which the disk is full (ENOSPC)
+//   CUT_FULL     the number of bytes after which the disk is full (ENOSPC); of the write that goes beyond it takes what
+//                still fits
 // It is built without the project's libraries and needs no rights.
 #include <atomic>
 #include <cerrno>
@@ -73,8 +74,9 @@ bool isBelowFolder(int handle)
     return isBelowFolder(path);
 }
 
-// Answers whether the step may be done: `bytes` are about to be written, 0 for other changes.
-bool step(bool counts, uint64_t bytes)
+// Answers whether the step may be done: `bytes` are about to be written, 0 for other changes. They become fewer where
+// only a part fits.
+bool step(bool counts, size_t &bytes)
 {
     Counters *counters = cut().counters;
     if (!counters || !counts)
@@ -83,16 +85,23 @@ bool step(bool counts, uint64_t bytes)
     if (cut().kill > 0 && number >= cut().kill)
         ::kill(0, SIGKILL);
     // A full disk stays full for small writes, too.
-    const uint64_t written = counters->bytes.fetch_add(bytes) + bytes;
-    if (cut().full == 0 || bytes == 0 || written <= cut().full)
+    const uint64_t before = counters->bytes.fetch_add(bytes);
+    if (cut().full == 0 || bytes == 0 || before + bytes <= cut().full)
         return true;
+    bytes = before < cut().full ? cut().full - before : 0;
     errno = ENOSPC;
-    return false;
+    return bytes > 0;
 }
 
-uint64_t sizeOf(const iovec *parts, int count)
+bool step(bool counts)
 {
-    uint64_t size = 0;
+    size_t nothing = 0;
+    return step(counts, nothing);
+}
+
+size_t sizeOf(const iovec *parts, int count)
+{
+    size_t size = 0;
     for (int i = 0; i < count; ++i)
         size += parts[i].iov_len;
     return size;
@@ -132,37 +141,44 @@ ssize_t pwrite64(int handle, const void *data, size_t size, off64_t offset)
 ssize_t writev(int handle, const iovec *parts, int count)
 {
     ORIGINAL(writev);
-    return step(isBelowFolder(handle), sizeOf(parts, count)) ? real(handle, parts, count) : -1;
+    const size_t wanted = sizeOf(parts, count);
+    size_t size = wanted;
+    if (!step(isBelowFolder(handle), size))
+        return -1;
+    // Where only a part fits, a part of the first part is what a disk may take, too.
+    iovec first = count > 0 ? *parts : iovec{};
+    first.iov_len = size < first.iov_len ? size : first.iov_len;
+    return size == wanted ? real(handle, parts, count) : real(handle, &first, 1);
 }
 
 int ftruncate64(int handle, off64_t size)
 {
     ORIGINAL(ftruncate64);
-    return step(isBelowFolder(handle), 0) ? real(handle, size) : -1;
+    return step(isBelowFolder(handle)) ? real(handle, size) : -1;
 }
 
 int fsync(int handle)
 {
     ORIGINAL(fsync);
-    return step(isBelowFolder(handle), 0) ? real(handle) : -1;
+    return step(isBelowFolder(handle)) ? real(handle) : -1;
 }
 
 int rename(const char *from, const char *to)
 {
     ORIGINAL(rename);
-    return step(isBelowFolder(to), 0) ? real(from, to) : -1;
+    return step(isBelowFolder(to)) ? real(from, to) : -1;
 }
 
 int link(const char *from, const char *to)
 {
     ORIGINAL(link);
-    return step(isBelowFolder(to), 0) ? real(from, to) : -1;
+    return step(isBelowFolder(to)) ? real(from, to) : -1;
 }
 
 int unlink(const char *path)
 {
     ORIGINAL(unlink);
-    return step(isBelowFolder(path), 0) ? real(path) : -1;
+    return step(isBelowFolder(path)) ? real(path) : -1;
 }
 
 } // extern "C"

@@ -5,6 +5,7 @@
 #include "platform/ui/ListExport.h"
 #include "platform/ui/SearchForm.h"
 #include "tests/support/Controls.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/Workplace.h"
 
@@ -276,6 +277,7 @@ const test::Registered<TestExport> registered;
 
 int main(int argc, char **argv)
 {
+    test::preloadFullDisk(argv);
     return test::runAll(argc, argv);
 }
 
