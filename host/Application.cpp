@@ -6,14 +6,17 @@
 #include "host/start/Startup.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
+#include "platform/core/FileAccess.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
+#include "platform/core/WorkFolder.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/MessageBoxes.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QLibraryInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -31,6 +34,23 @@ namespace {
 QString dataFolder()
 {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+
+QString backupFolder()
+{
+    return dataFolder() + u"/backup"_s;
+}
+
+// A firm's data and what the program knows of it are no other account's business, also where an older version of the
+// program or another umask has made the files.
+void protectData()
+{
+    core::keepNewFilesPrivate();
+    QDir().mkpath(dataFolder());
+    for (const QString &folder : {dataFolder(), backupFolder()}) {
+        core::makePrivate(folder);
+        core::WorkFolder::removeAbandoned(folder);
+    }
 }
 
 bool hasScreen()
@@ -125,6 +145,7 @@ void prepareProgram(QApplication &application)
     auto *translator = new QTranslator(&application);
     if (translator->load(u"qtbase_it"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(translator);
+    protectData();
     core::setLogFile(dataFolder() + u"/corvane.log"_s);
     core::logQtWarnings();
     data::useLockFolder(dataFolder() + u"/lock"_s);

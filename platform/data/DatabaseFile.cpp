@@ -1,15 +1,19 @@
 #include "platform/data/DatabaseFile.h"
 
+#include "platform/core/FileAccess.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/SqlText.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 
 #include <ibase.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -143,13 +147,29 @@ void executeOnce(isc_db_handle &database, const QByteArray &sql, ISC_STATUS *sta
         isc_rollback_transaction(ignored, &transaction);
 }
 
+// Made when it is missing. A folder that another account has put in its place, or a link to one, could hand that
+// account the program's locks.
 bool isOwnFolder(const QString &path)
 {
-    // The engine opens its old lock files for writing, so each of them counts.
-    if (!QDir().mkpath(path) || !QFileInfo(path).isWritable())
+    const QByteArray name = QFile::encodeName(path);
+    struct stat found = {};
+    if (!QDir().mkpath(path) || ::lstat(name.constData(), &found) != 0 || !S_ISDIR(found.st_mode) ||
+        found.st_uid != ::geteuid() || ::chmod(name.constData(), S_IRWXU) != 0)
         return false;
+    // The engine opens its old lock files for writing, so each of them counts.
     const QFileInfoList files = QDir(path).entryInfoList(QDir::Files);
     return std::all_of(files.begin(), files.end(), [](const QFileInfo &file) { return file.isWritable(); });
+}
+
+// The same for all programs of this account, unless another account was faster in taking its name; empty when there is
+// no place for it.
+QString temporaryLockFolder()
+{
+    QString folder = QDir::tempPath() + u"/firebird-lock-"_s + QString::number(geteuid());
+    if (isOwnFolder(folder))
+        return folder;
+    QByteArray made = QFile::encodeName(folder + u"-XXXXXX"_s);
+    return ::mkdtemp(made.data()) ? QFile::decodeName(made) : QString();
 }
 
 } // namespace
@@ -191,6 +211,8 @@ void createDatabase(const DatabaseAddress &address)
     if (failed(status))
         throw DatabaseError(statusText(status), u"CREATE DATABASE"_s);
     isc_detach_database(status, &handle);
+    if (address.isEmbedded())
+        core::makePrivate(address.file);
 }
 
 void dropDatabase(const DatabaseAddress &address)
@@ -227,10 +249,10 @@ void useLockFolder(const QString &path)
     if (!isOwnFolder(folder)) {
         folder += u'-' + QString::number(geteuid());
         if (!isOwnFolder(folder))
-            folder = QDir::tempPath() + u"/firebird-lock-"_s + QString::number(geteuid());
-        QDir().mkpath(folder);
+            folder = temporaryLockFolder();
     }
-    qputenv("FIREBIRD_LOCK", QFileInfo(folder).absoluteFilePath().toUtf8());
+    if (!folder.isEmpty())
+        qputenv("FIREBIRD_LOCK", QFileInfo(folder).absoluteFilePath().toUtf8());
 }
 
 } // namespace data

@@ -39,7 +39,9 @@ void executeWithoutWaiting(const DatabaseAddress &address, const QString &sql);
 
 /// Gives the embedded engine a lock folder of the user's own (created when missing); call it before the first connect.
 /// The engine's default in the shared temporary folder belongs to whichever account came first. When another account,
-/// such as root with this user's home, has taken `path`, a folder beside it named after the user serves instead.
+/// such as root with this user's home, has taken `path`, a folder beside it named after the user serves instead, and
+/// where that is not possible one in the temporary folder that is this account's own. Where there is no place for any,
+/// the engine's default stays.
 void useLockFolder(const QString &path);
 
 } // namespace data

@@ -18,8 +18,10 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -71,6 +73,8 @@ private Q_SLOTS:
     void newFirmOnAServer();
     void onlyADatabaseThatOpensIsAccepted();
     void sessionsFollowOneAnother();
+    void damagedWindowStateIsForgotten();
+    void programKeepsItsFilesToItself();
 };
 
 void TestStart::databasesAreRememberedLatestFirst()
@@ -213,6 +217,52 @@ void TestStart::sessionsFollowOneAnother()
     host::runSessions({}, folder.path());
     QCOMPARE(seen, QStringList({u"Rossi"_s, u"tipi"_s}));
     QCOMPARE(QDir(folder.filePath(u"backup"_s)).entryList({u"rossi-*.fbk"_s}).size(), 1);
+}
+
+// A wrong number of tool bars made Qt count for hours.
+void TestStart::damagedWindowStateIsForgotten()
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"corvane.ini"_s);
+    const QSize size(911, 622);
+    {
+        host::MainWindow window(file);
+        window.resize(size);
+        window.close();
+    }
+    QCOMPARE(host::MainWindow(file).size(), size);
+    const QString key = u"finestra/barre"_s;
+    const QByteArray bars = QSettings(file, QSettings::IniFormat).value(key).toByteArray();
+    for (qsizetype place = 32; place < 64; ++place) {
+        QByteArray damaged = bars;
+        damaged[place] = static_cast<char>(damaged[place] ^ 0x7F);
+        QSettings(file, QSettings::IniFormat).setValue(key, damaged);
+        QCOMPARE(host::MainWindow(file).size(), QSize(1280, 800));
+    }
+}
+
+void TestStart::programKeepsItsFilesToItself()
+{
+    const QTemporaryDir home;
+    const QDir data(home.filePath(u"corvane"_s));
+    QVERIFY(data.mkpath(u"."_s));
+    QFile log(data.filePath(u"corvane.log"_s));
+    QVERIFY(log.open(QIODevice::WriteOnly));
+    for (const QString &old : {data.path(), log.fileName()})
+        QFile::setPermissions(old, QFile::Permissions(0x7755));
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"XDG_DATA_HOME"_s, home.path());
+    program.setProcessEnvironment(environment);
+    program.start(QCoreApplication::applicationDirPath() + u"/corvane"_s, {u"--upgrade"_s});
+    QVERIFY(program.waitForFinished(60'000));
+    QCOMPARE(program.exitCode(), 0);
+    constexpr auto others =
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    for (const QString &own : {u"."_s, u"corvane.log"_s, u"corvane.fdb"_s}) {
+        QVERIFY2(data.exists(own), qPrintable(own));
+        QVERIFY2(!(QFileInfo(data.filePath(own)).permissions() & others), qPrintable(own));
+    }
 }
 
 static const test::Registered<TestStart> registered;

@@ -171,6 +171,19 @@ void TestDatabaseSetup::lockFolderOfAnotherAccountIsAvoided()
     qputenv("FIREBIRD_LOCK", before);
     QCOMPARE(chosen, folder.filePath(u"lock-%1"_s.arg(geteuid())));
     QVERIFY(QFileInfo(chosen).isDir());
+
+    // Where a home has no place for it and somebody was faster in the temporary folder, a link does not lead astray.
+    const QByteArray temporary = qgetenv("TMPDIR");
+    const QString elsewhere = folder.filePath(u"altrove"_s);
+    QVERIFY(QDir().mkpath(elsewhere));
+    qputenv("TMPDIR", QFile::encodeName(folder.path()));
+    QVERIFY(QFile::link(elsewhere, folder.filePath(u"firebird-lock-%1"_s.arg(geteuid()))));
+    data::useLockFolder(folder.filePath(u"lock/dentro"_s));
+    const QFileInfo found(qEnvironmentVariable("FIREBIRD_LOCK"));
+    qputenv("FIREBIRD_LOCK", before);
+    temporary.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", temporary);
+    QVERIFY2(found.fileName().startsWith(u"firebird-lock-%1-"_s.arg(geteuid())), qPrintable(found.fileName()));
+    QVERIFY(found.isDir() && found.permissions() == (QFile::Permissions(0x7700)));
 }
 
 static const test::Registered<TestDatabaseSetup> registered;
