@@ -12,6 +12,8 @@
 #include "tests/support/TestMain.h"
 #include "tests/support/Workplace.h"
 
+#include <QAction>
+#include <QDialog>
 #include <QFile>
 #include <QMdiArea>
 #include <QMdiSubWindow>
