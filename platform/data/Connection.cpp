@@ -303,6 +303,17 @@ Rows Connection::select(const QString &sql, const Parameters &parameters)
     return fetch(query, sql);
 }
 
+void Connection::selectInto(Rows &rows, const QString &sql)
+{
+    prepareFor(sql);
+    QSqlQuery shortLived(database_);
+    QSqlQuery &query = statement(sql, shortLived);
+    if (!query.exec())
+        fail(query.lastError(), sql);
+    rows = Rows(columnsOf(query, sql), {});
+    each(query, sql, [&rows](QVariantList &&row) { rows.mutableValues().append(std::move(row)); });
+}
+
 void Connection::forEach(const QString &sql, const std::function<void(QVariantList &&)> &row)
 {
     prepareFor(sql);

@@ -39,6 +39,7 @@ private Q_SLOTS:
     void capitalsAreThoseOfTheDatabase();
     void decimalsAreRoundedBeforeTheyAreBound();
     void errorAtTheFirstFetchIsThrown();
+    void rowsBeforeAnErrorAreKept();
     void errorAtTheCommitIsThrown();
     void preparedReadSeesTheLatestRows();
 
@@ -219,6 +220,18 @@ void TestData::errorAtTheFirstFetchIsThrown()
         test::errorOf([this] { connection_->select(u"SELECT * FROM PROVA WHERE GIORNO = '20260102'"_s); });
     QVERIFY2(error.contains(u"conversion error"_s), qPrintable(error));
     QCOMPARE(connection_->select(u"SELECT * FROM PROVA WHERE GIORNO = '2026-01-02'"_s).size(), qsizetype(1));
+}
+
+void TestData::rowsBeforeAnErrorAreKept()
+{
+    data::Rows rows;
+    const QString error = test::errorOf([this, &rows] {
+        connection_->selectInto(rows, u"SELECT 10 / (2 - N) AS X FROM (SELECT 1 AS N FROM RDB$DATABASE UNION ALL "
+                                      "SELECT 2 FROM RDB$DATABASE)"_s);
+    });
+    QVERIFY2(error.contains(u"divide"_s), qPrintable(error));
+    QCOMPARE(rows.size(), qsizetype(1));
+    QCOMPARE(rows.integer(0, u"X"), 10);
 }
 
 void TestData::errorAtTheCommitIsThrown()
