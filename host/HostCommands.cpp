@@ -152,9 +152,12 @@ void HostCommands::execute(const Command &command)
         command.run();
         return;
     }
-    QPointer<QWidget> &form = forms_[command.name];
-    if (!form)
+    // By value: a form that is made may open others, and with them the hash moves.
+    QPointer<QWidget> form = forms_.value(command.name);
+    if (!form) {
         form = command.create();
+        forms_.insert(command.name, form);
+    }
     ShowChildForm(form);
 }
 

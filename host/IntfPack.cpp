@@ -32,6 +32,15 @@ QMenu *hostMenu(const QMenuBar *menuBar, const QString &name)
     return nullptr;
 }
 
+// Menus that a module merged something into: a menu of the host's own may be filled only when it opens.
+constexpr char merged[] = "merged";
+
+bool holdsNoCommand(const QMenu *menu)
+{
+    const QList<QAction *> actions = menu->actions();
+    return std::all_of(actions.begin(), actions.end(), [](const QAction *action) { return action->isSeparator(); });
+}
+
 } // namespace
 
 void RegisterPackage(const QString &fileName, const QString &displayName, const PackageClass &moduleClass)
@@ -88,6 +97,27 @@ void MergeAdvMenuItems(QApplication *, const QString &hostItem, QMenu *menu, boo
         target->addSeparator();
     target->addActions(menu->actions());
     target->menuAction()->setVisible(true);
+    target->setProperty(merged, true);
+}
+
+void RemoveEmptyMerges()
+{
+    const auto *window = qobject_cast<QMainWindow *>(GetMainForm());
+    if (!window)
+        return;
+    const QList<QAction *> topLevel = window->menuBar()->actions();
+    for (QAction *item : topLevel) {
+        QMenu *menu = item->menu();
+        if (!menu || !menu->property(merged).toBool() || !holdsNoCommand(menu))
+            continue;
+        menu->clear();
+        item->setVisible(false);
+    }
+    const QList<QToolBar *> bars = window->findChildren<QToolBar *>(Qt::FindDirectChildrenOnly);
+    for (QToolBar *bar : bars) {
+        if (bar->actions().isEmpty())
+            bar->hide();
+    }
 }
 
 void MergeAdvToolBarItems(QApplication *, const TKxToolBarProperties &properties, QToolBar *toolBar)

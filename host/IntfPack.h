@@ -52,5 +52,8 @@ QObject *GetPackageInstance(const QString &fileName);
 /// are left out.
 void MergeAdvMenuItems(QApplication *application, const QString &hostItem, QMenu *menu, bool createMissing);
 
+/// Takes away the merged menus and common tool bars in which no command is left, because their module went.
+void RemoveEmptyMerges();
+
 /// Merges the buttons of `toolBar` into the host's common tool bar that `properties` names.
 void MergeAdvToolBarItems(QApplication *application, const TKxToolBarProperties &properties, QToolBar *toolBar);

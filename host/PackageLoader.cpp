@@ -46,6 +46,7 @@ void startPackages(QObject *owner)
         } catch (const std::exception &error) {
             core::logError(u"avvio di "_s + entry.fileName, error);
             delete entry.instance;
+            RemoveEmptyMerges();
             core::showError(nullptr, u"Impossibile avviare il modulo \"%1\".\n\r%2"_s.arg(entry.displayName,
                                                                                           core::errorText(error)));
         }

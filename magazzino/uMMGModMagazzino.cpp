@@ -142,9 +142,12 @@ void TMMGModMagazzino::execute(const ModuleAction &spec)
         core::refuseForRights(this);
         return;
     }
-    QPointer<QWidget> &form = forms_[spec.name];
-    if (!form)
+    // By value: what runs below may open further forms, and with them the hash moves.
+    QPointer<QWidget> form = forms_.value(spec.name);
+    if (!form) {
         form = spec.create(this);
+        forms_.insert(spec.name, form);
+    }
     if (spec.kind == ActionKind::Form)
         ShowChildForm(form);
     if (spec.kind == ActionKind::Report && ui::runModal(*qobject_cast<QDialog *>(form)) == QDialog::Accepted)

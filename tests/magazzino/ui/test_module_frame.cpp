@@ -36,10 +36,17 @@ public:
 
     Q_INVOKABLE void Initialize()
     {
-        if (fails)
-            throw core::Error(u"motivo del guasto"_s);
+        if (!fails)
+            return;
+        menu_.addAction(u"Comando"_s);
+        for (const QString &target : {u"mnStrumenti"_s, u"mnGuasto"_s})
+            MergeAdvMenuItems(qApp, target, &menu_, true);
+        throw core::Error(u"motivo del guasto"_s);
     }
     Q_INVOKABLE void Finalize() {}
+
+private:
+    QMenu menu_{u"Guasto"_s};
 };
 
 class TestModuleFrame : public QObject
@@ -53,6 +60,7 @@ private Q_SLOTS:
     void startWithoutReportFileGoesOn();
     void actionTwiceGivesOneWindow();
     void everyActionOpens();
+    void dialogOfAnActionMayOpenOthers();
     void brokenLibraryIsReportedOnce();
     void failingModuleIsRemovedAndTheOthersGoOn();
 };
@@ -62,6 +70,17 @@ namespace {
 QMenu *hostMenu(const test::Workplace &workplace, const QString &name)
 {
     return workplace.window().menuBar()->findChild<QMenu *>(name);
+}
+
+QStringList shownMenus(const test::Workplace &workplace)
+{
+    QStringList titles;
+    const QList<QAction *> topLevel = workplace.window().menuBar()->actions();
+    for (const QAction *action : topLevel) {
+        if (action->isVisible())
+            titles.append(action->text());
+    }
+    return titles;
 }
 
 int openWindows(const test::Workplace &workplace)
@@ -184,6 +203,22 @@ void TestModuleFrame::everyActionOpens()
     QCOMPARE(workplace.messages.verify(), QStringList());
 }
 
+// With the forms opened meanwhile the list of forms grows and moves.
+void TestModuleFrame::dialogOfAnActionMayOpenOthers()
+{
+    test::Workplace workplace;
+    workplace.dialogs.expect([&workplace](QDialog &dialog) {
+        const QList<QAction *> actions = workplace.module().findChildren<QAction *>(Qt::FindDirectChildrenOnly);
+        for (QAction *action : actions) {
+            if (action->property("category") != u"Stampe"_s)
+                action->trigger();
+        }
+        dialog.accept();
+    });
+    const QWidget *dialog = workplace.module().openForm(u"actStampaSottoscortaRiordino"_s);
+    QCOMPARE(dialog->windowTitle(), u"Stampa articoli sottoscorta / riordino"_s);
+}
+
 void TestModuleFrame::brokenLibraryIsReportedOnce()
 {
     const QTemporaryDir folder;
@@ -215,6 +250,8 @@ void TestModuleFrame::failingModuleIsRemovedAndTheOthersGoOn()
         workplace.messages.expectError(u"Impossibile avviare il modulo \"Modulo guasto\".\n\rmotivo del guasto"_s);
         workplace.startModule();
         QVERIFY(broken.instance.isNull());
+        QVERIFY(!shownMenus(workplace).contains(u"Guasto"_s));
+        QVERIFY(shownMenus(workplace).contains(u"&Strumenti"_s));
         QVERIFY(last.instance);
         QVERIFY(workplace.module().ModADOConn->isOpen());
     }
