@@ -72,12 +72,13 @@ TMMGStampaInventarioBase::TMMGStampaInventarioBase(const InventarioSpec &spec, Q
 {
     setObjectName(spec.objectName);
     auto *layout = new QVBoxLayout(this);
-    QGroupBox *dates = createDates();
-    QGroupBox *stock = createStock();
-    QGroupBox *category = createCategory();
-    layout->addWidget(dates);
-    layout->addWidget(spec.categoryFirst ? category : stock);
-    layout->addWidget(spec.categoryFirst ? stock : category);
+    // Tab reaches the groups in the order in which they are made.
+    layout->addWidget(createDates());
+    if (spec.categoryFirst)
+        layout->addWidget(createCategory());
+    layout->addWidget(createStock());
+    if (!spec.categoryFirst)
+        layout->addWidget(createCategory());
     layout->addStretch();
 
     addCommand({.name = u"actStampa"_s,

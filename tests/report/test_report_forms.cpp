@@ -30,6 +30,7 @@ private Q_SLOTS:
     void cleanup();
     void inventoryPrintsAndCloses();
     void inventoryWithoutRowsStaysOpen();
+    void inventoriesDifferInTabOrder();
     void reorderListFollowsTheChoice();
     void changedNoteIsSavedFirst();
     void pdfNameGetsItsExtension();
@@ -120,6 +121,19 @@ void TestReportForms::inventoryWithoutRowsStaysOpen()
     QCOMPARE(workplace_->messages.verify(), QStringList());
     QVERIFY(!preview());
     QVERIFY(form && form->isVisible());
+}
+
+void TestReportForms::inventoriesDifferInTabOrder()
+{
+    for (const auto &[action, next] : {std::pair(u"actStampaInventario"_s, u"grpCategoria"_s),
+                                       std::pair(u"actStampaInventarioValorizzato"_s, u"grpEsistenza"_s)}) {
+        const QWidget *form = open(action);
+        const auto *dates = test::control<QWidget>(form, u"grpData"_s);
+        test::control<QWidget>(form, u"txtDataDal"_s)->setFocus();
+        while (dates->isAncestorOf(QApplication::focusWidget()))
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget()->parentWidget()->objectName(), next);
+    }
 }
 
 void TestReportForms::reorderListFollowsTheChoice()
