@@ -15,7 +15,7 @@ TMMGRicercaDdTScarico::TMMGRicercaDdTScarico(QWidget *owner)
            .columns = {{u"N."_s, u"NUMERO"_s, 50, ui::ListColumn::Width::Pixels, ui::ListColumn::Display::Integer},
                        {u"Data"_s, u"DATA"_s, 80, ui::ListColumn::Width::Pixels, ui::ListColumn::Display::Date},
                        {u"Codice"_s, u"CLI_CODICE"_s, 120},
-                       {u"Ragione sociale"_s, u"CLI_RAGIONESOCIALE"_s, 350, ui::ListColumn::Width::Rest}},
+                       {u"Ragione sociale"_s, u"CLI_RAGIONESOCIALE"_s, 350}},
            .filters = filtriDocumento(u"CLI_"_s, u"ANNO = "_s),
            .newHint = u"Crea un nuovo D.d.T. di scarico."_s,
            .editHint = u"Modifica il D.d.T. di scarico selezionato."_s,

@@ -31,7 +31,7 @@ ui::SearchSpec spec()
             .columns = {{u"N."_s, u"NUMERO"_s, 50, Width::Pixels, Display::Integer},
                         {u"Data"_s, u"DATA"_s, 80, Width::Pixels, Display::Date},
                         {u"Codice"_s, u"CLI_CODICE"_s, 120},
-                        {u"Ragione sociale"_s, u"CLI_RAGIONESOCIALE"_s, 350, Width::Rest},
+                        {u"Ragione sociale"_s, u"CLI_RAGIONESOCIALE"_s, 350},
                         {u"Totale"_s, u"TOTALE_DOCUMENTO"_s, 110, Width::Pixels, Display::Currency},
                         {u"Pagato"_s, u"PAGATO"_s, 60, Width::Pixels, Display::Flag}},
             .filters = filters,

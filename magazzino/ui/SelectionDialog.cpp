@@ -2,17 +2,16 @@
 
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Messages.h"
-#include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/CategoryTree.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/LetterBar.h"
 #include "platform/ui/LineEdit.h"
+#include "platform/ui/ListKeys.h"
 
 #include <QAction>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -49,13 +48,11 @@ TMMGModSelezionaBase::TMMGModSelezionaBase(const SelectionSpec &spec, QWidget *o
     createFilterBar(layout);
     grid_ = new ui::ResultGrid(spec.keyField, spec.columns, this);
     grid_->setObjectName(u"gridRisultati"_s);
-    if (spec.longTexts) {
-        grid_->setWordWrap(true);
-        grid_->verticalHeader()->setDefaultSectionSize(3 * fontMetrics().height());
-    }
+    if (spec.longTexts)
+        grid_->showLongTexts();
     connect(grid_, &ui::ResultGrid::chosen, this, &QDialog::accept);
     layout->addWidget(grid_, 1);
-    createLetterBar(layout);
+    createKeys(createLetterBar(layout));
     createButtons(layout);
     setFixedSize(dialogWidth(), 480);
     if (spec.searchCommands)
@@ -86,7 +83,6 @@ void TMMGModSelezionaBase::createFilterBar(QVBoxLayout *layout)
         auto *edit = new ui::LineEdit(this);
         edit->setObjectName(filter.name);
         edit->setMaxLength(100);
-        connect(edit, &QLineEdit::returnPressed, this, [this] { core::guarded(this, [this] { Cerca(); }); });
         auto *label = new QLabel(filter.label, this);
         label->setBuddy(edit);
         bar->addWidget(label);
@@ -114,14 +110,28 @@ void TMMGModSelezionaBase::createFilterBar(QVBoxLayout *layout)
     layout->addLayout(bar);
 }
 
-void TMMGModSelezionaBase::createLetterBar(QVBoxLayout *layout)
+ui::LetterBar *TMMGModSelezionaBase::createLetterBar(QVBoxLayout *layout)
 {
     if (spec_.letterColumn.isEmpty())
-        return;
+        return nullptr;
     auto *letters = new ui::LetterBar(this);
     connect(letters, &ui::LetterBar::pressed, this,
             [this](const QString &caption) { core::guarded(this, [this, &caption] { searchLetter(caption); }); });
     layout->addWidget(letters);
+    return letters;
+}
+
+void TMMGModSelezionaBase::createKeys(ui::LetterBar *letters)
+{
+    QList<QWidget *> filters(filterEdits_.begin(), filterEdits_.end());
+    if (category_)
+        filters.append(category_);
+    keys_ = new ui::ListKeys({.window = this,
+                              .grid = grid_,
+                              .letters = letters,
+                              .filters = filters,
+                              .asked = [this] { return filterText(); },
+                              .search = [this] { return core::guarded(this, [this] { Cerca(); }); }});
 }
 
 void TMMGModSelezionaBase::createButtons(QVBoxLayout *layout)
@@ -146,10 +156,7 @@ TCodiceTesto TMMGModSelezionaBase::ApriSelezionato() const
 void TMMGModSelezionaBase::AggiornaGriglia(const QString &filter)
 {
     const ui::WaitCursor wait;
-    grid_->rows().setRows(ModuleConnection().select(
-        data::limitedTo(grid_->rows().fields(), spec_.selectText + filter + spec_.orderText)));
-    if (spec_.longTexts)
-        grid_->resizeRowsToContents();
+    grid_->fill(ModuleConnection(), spec_.selectText + filter + spec_.orderText);
 }
 
 QString TMMGModSelezionaBase::filterText() const
@@ -197,6 +204,7 @@ void TMMGModSelezionaBase::searchLetter(const QString &caption)
 void TMMGModSelezionaBase::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
+    keys_->forget();
     core::guarded(this, [this] {
         if (spec_.onShow == OnShow::LoadLetterA)
             searchLetter(u"A"_s);

@@ -6,6 +6,10 @@
 
 class QLineEdit;
 class QVBoxLayout;
+namespace ui {
+class LetterBar;
+class ListKeys;
+} // namespace ui
 
 /// A text filter of a selection dialog; Enter in it searches.
 struct TextFilter
@@ -73,7 +77,8 @@ protected:
 private:
     int dialogWidth() const;
     void createFilterBar(QVBoxLayout *layout);
-    void createLetterBar(QVBoxLayout *layout);
+    ui::LetterBar *createLetterBar(QVBoxLayout *layout);
+    void createKeys(ui::LetterBar *letters);
     void createButtons(QVBoxLayout *layout);
     void searchLetter(const QString &caption);
     QString filterText() const;
@@ -82,4 +87,5 @@ private:
     ui::ResultGrid *grid_ = nullptr;
     QList<QLineEdit *> filterEdits_;
     CategoryTree *category_ = nullptr;
+    ui::ListKeys *keys_ = nullptr;
 };

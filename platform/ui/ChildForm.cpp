@@ -47,19 +47,20 @@ QAction *ChildForm::addCommand(const Command &command)
     return action;
 }
 
-void ChildForm::placeCommands(QToolBar *bar, const QStringList &names, bool inMenu)
+void ChildForm::placeCommands(QToolBar *bar, const QStringList &names, const QStringList &menuNames)
 {
-    for (const QString &name : names) {
-        if (QAction *action = command(name)) {
-            bar->addAction(action);
-            if (inMenu)
-                menu_->addAction(action);
-        } else {
-            bar->addSeparator();
-            if (inMenu)
-                menu_->addSeparator();
+    const auto place = [this](QWidget *target, const QStringList &commands) {
+        for (const QString &name : commands) {
+            QAction *action = command(name);
+            if (!action) {
+                action = new QAction(target);
+                action->setSeparator(true);
+            }
+            target->addAction(action);
         }
-    }
+    };
+    place(bar, names);
+    place(menu_, menuNames.isEmpty() ? names : menuNames);
 }
 
 QPushButton *ChildForm::commandButton(QAction *action, const QString &name, QWidget *parent)

@@ -41,8 +41,9 @@ protected:
     void setOpeningSize(QSize size) { openingSize_ = size; }
     /// Makes an action of `command` that is reached by its shortcut inside this form; errors it throws are shown.
     QAction *addCommand(const Command &command);
-    /// Puts commands into the form's menu and on `bar`; an empty name makes a separator.
-    void placeCommands(QToolBar *bar, const QStringList &names, bool inMenu = true);
+    /// Puts commands on `bar` and into the form's menu, there in the order of `menuNames` when it differs; an empty
+    /// name makes a separator.
+    void placeCommands(QToolBar *bar, const QStringList &names, const QStringList &menuNames = {});
     /// A push button that runs a command from inside the form.
     static QPushButton *commandButton(QAction *action, const QString &name, QWidget *parent);
     QToolBar *newToolBar(const QString &name);

@@ -3,6 +3,7 @@
 #include "platform/data/SqlText.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -21,10 +22,53 @@ LetterBar::LetterBar(QWidget *parent)
         auto *button = new QToolButton(this);
         button->setText(letter);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-        button->setFocusPolicy(Qt::StrongFocus);
+        button->installEventFilter(this);
         connect(button, &QToolButton::clicked, this, [this, button] { Q_EMIT pressed(button->text()); });
         line->addWidget(button);
+        buttons_.append(button);
     }
+    stopAt(0);
+}
+
+bool LetterBar::press(QChar letter)
+{
+    for (QToolButton *button : std::as_const(buttons_)) {
+        if (button->text() == letter.toUpper()) {
+            button->click();
+            return true;
+        }
+    }
+    return false;
+}
+
+// Tab stops at one button only: the one that had the focus last.
+void LetterBar::stopAt(qsizetype position)
+{
+    for (QToolButton *button : std::as_const(buttons_))
+        button->setFocusPolicy(button == buttons_[position] ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+bool LetterBar::eventFilter(QObject *watched, QEvent *event)
+{
+    const qsizetype position = buttons_.indexOf(qobject_cast<QToolButton *>(watched));
+    if (event->type() == QEvent::FocusIn)
+        stopAt(position);
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    if (key == Qt::Key_Down) {
+        Q_EMIT leftDown();
+        return true;
+    }
+    const QHash<int, qsizetype> targets = {{Qt::Key_Left, position - 1},
+                                           {Qt::Key_Right, position + 1},
+                                           {Qt::Key_Home, 0},
+                                           {Qt::Key_End, buttons_.size() - 1}};
+    const auto target = targets.constFind(key);
+    if (target == targets.constEnd())
+        return false;
+    buttons_[std::clamp(*target, qsizetype(0), buttons_.size() - 1)]->setFocus(Qt::OtherFocusReason);
+    return true;
 }
 
 QString LetterBar::condition(const QString &caption, const QString &column, const QString &like)

@@ -1,15 +1,20 @@
 #pragma once
 #include <QWidget>
 
+class QToolButton;
+
 namespace ui {
 
-/// A bar of buttons "A" to "Z" and "*".
+/// A bar of buttons "A" to "Z" and "*": one stop of the Tab key, in which the arrow keys, Home and End move.
 class LetterBar : public QWidget
 {
     Q_OBJECT
 
 public:
     explicit LetterBar(QWidget *parent);
+
+    /// Presses the button of `letter`, capital or small; false when there is none.
+    bool press(QChar letter);
 
     /// The WHERE clause for a pressed button: names in `column` that begin with the letter, empty text for "*".
     /// `spacing` stands around LIKE.
@@ -18,6 +23,16 @@ public:
 
 Q_SIGNALS:
     void pressed(const QString &caption);
+    /// Down was pressed in the bar: on to what the letters fill.
+    void leftDown();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void stopAt(qsizetype position);
+
+    QList<QToolButton *> buttons_;
 };
 
 } // namespace ui

@@ -1,6 +1,8 @@
 #include "platform/ui/ResultGrid.h"
 
 #include "platform/core/Format.h"
+#include "platform/data/Connection.h"
+#include "platform/data/SqlText.h"
 #include "platform/ui/ListExport.h"
 
 #include <QColor>
@@ -14,14 +16,6 @@
 using namespace Qt::StringLiterals;
 
 namespace ui {
-
-namespace {
-QVariant alignmentOf(const ListColumn &column)
-{
-    const bool left = column.display == ListColumn::Display::Text || column.display == ListColumn::Display::Flag;
-    return QVariant(Qt::AlignVCenter | (left ? Qt::AlignLeft : Qt::AlignRight));
-}
-} // namespace
 
 RowsModel::RowsModel(QString keyField, QList<ListColumn> columns, QObject *parent)
     : QAbstractTableModel(parent)
@@ -120,6 +114,12 @@ int RowsModel::places(int column) const
     return field < 0 ? 0 : rows_.columns()[field].places;
 }
 
+QVariant RowsModel::alignment(const ListColumn &column) const
+{
+    const bool left = column.display == ListColumn::Display::Text || column.display == ListColumn::Display::Flag;
+    return QVariant(vertical_ | (left ? Qt::AlignLeft : Qt::AlignRight));
+}
+
 QVariant RowsModel::data(const QModelIndex &index, int role) const
 {
     // The view's own "copy" key asks for the current cell even when there is none.
@@ -138,7 +138,7 @@ QVariant RowsModel::data(const QModelIndex &index, int role) const
         const int field = fieldIndexes_.value(index.column(), -1);
         return field >= 0 && rows_.values(index.row())[field].toDouble() < 0 ? QVariant(QColor(Qt::red)) : QVariant();
     }
-    return role == Qt::TextAlignmentRole ? alignmentOf(column) : QVariant();
+    return role == Qt::TextAlignmentRole ? alignment(column) : QVariant();
 }
 
 QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -148,7 +148,7 @@ QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int rol
     if (role == Qt::DisplayRole)
         return columns_[section].header;
     if (role == Qt::TextAlignmentRole)
-        return alignmentOf(columns_[section]);
+        return alignment(columns_[section]);
     if (role == ExportPlaces)
         return places(section);
     if (role == ExportCurrency)
@@ -202,10 +202,27 @@ ResultGrid::ResultGrid(const QString &keyField, const QList<ListColumn> &columns
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &) { Q_EMIT chosen(); });
 }
 
+void ResultGrid::fill(data::Connection &connection, const QString &sql)
+{
+    data::Rows rows;
+    const auto show = qScopeGuard([this, &rows] { setRows(std::move(rows)); });
+    connection.selectInto(rows, data::limitedTo(model_->fields(), sql));
+}
+
 void ResultGrid::setRows(data::Rows rows)
 {
     horizontalHeader()->setSortIndicatorShown(false);
     model_->setRows(std::move(rows));
+    if (longTexts_)
+        resizeRowsToContents();
+}
+
+void ResultGrid::showLongTexts()
+{
+    longTexts_ = true;
+    setWordWrap(true);
+    verticalHeader()->setDefaultSectionSize(3 * fontMetrics().height());
+    model_->setTopAligned(true);
 }
 
 int ResultGrid::selectedKey() const
@@ -269,12 +286,16 @@ void ResultGrid::keyPressEvent(QKeyEvent *event)
         Q_EMIT chosen();
         return;
     }
+    // A list that merely has the focus holds the first row as its current one, and Down would pass over it.
+    if (event->key() == Qt::Key_Down && selectedKey() < 0 && model_->rowCount() > 0) {
+        selectRow(0);
+        return;
+    }
     QTableView::keyPressEvent(event);
 }
 
 // Fixed widths first, per cents of the whole, and what is left to the column that takes the rest. Where that leaves
-// nothing, all columns shrink in proportion: a list never scrolls sideways. Without such a column they grow the same
-// way.
+// nothing, all columns shrink in proportion: a list never scrolls sideways.
 void ResultGrid::fitColumns()
 {
     const int available = viewport()->width();
@@ -298,7 +319,7 @@ void ResultGrid::fitColumns()
         widths[rest] = std::max(available - used, leastRest);
     const int total = std::max(1, used + (rest >= 0 ? widths[rest] : 0));
     for (int i = 0; i < widths.size(); ++i) {
-        const bool fits = rest >= 0 && total <= available;
+        const bool fits = total <= available;
         setColumnWidth(i, fits ? widths[i] : static_cast<int>(qint64(widths[i]) * available / total));
     }
 }

@@ -4,6 +4,10 @@
 #include <QAbstractTableModel>
 #include <QTableView>
 
+namespace data {
+class Connection;
+}
+
 namespace ui {
 
 class ListExport;
@@ -46,6 +50,8 @@ public:
     /// Takes over the rows; an empty result shows the headers only.
     void setRows(data::Rows rows);
     void removeKey(int key);
+    /// Draws every cell from its top, for texts of several lines.
+    void setTopAligned(bool top) { vertical_ = top ? Qt::AlignTop : Qt::AlignVCenter; }
 
     /// The columns of a query that the list needs: the key and what it shows.
     QStringList fields() const;
@@ -65,15 +71,17 @@ private:
     QString shown(const QVariant &value, ListColumn::Display display) const;
     QVariant exported(const QVariant &value, ListColumn::Display display) const;
     int places(int column) const;
+    QVariant alignment(const ListColumn &column) const;
 
     QString keyField_;
     QList<ListColumn> columns_;
     data::Rows rows_;
     int keyIndex_ = -1;
     QList<int> fieldIndexes_;
+    Qt::AlignmentFlag vertical_ = Qt::AlignVCenter;
 };
 
-/// A list with whole-row selection whose column widths follow its own width.
+/// A list with whole-row selection. Its columns have their widths; one that takes the rest follows the list's own.
 class ResultGrid : public QTableView
 {
     Q_OBJECT
@@ -82,12 +90,17 @@ public:
     ResultGrid(const QString &keyField, const QList<ListColumn> &columns, QWidget *parent);
 
     RowsModel &rows() const { return *model_; }
+    /// Runs a query for the key and the shown columns, and shows its rows in their order. Throws what the database
+    /// throws; the list then holds the rows that came before the error, and none of an earlier query.
+    void fill(data::Connection &connection, const QString &sql);
     /// Takes over the rows of a new query; they stand in its order, whatever header was clicked before.
     void setRows(data::Rows rows);
     /// Key of the selected row, or -1.
     int selectedKey() const;
     /// Selects the row with `key`; false when it is not listed.
     bool selectKey(int key);
+    /// Shows texts of several lines from their first one, in rows as high as they need.
+    void showLongTexts();
     /// Lets a click on a header order the rows.
     void allowSorting();
     /// Text of the selected row's first column, empty without one.
@@ -110,6 +123,7 @@ private:
 
     RowsModel *model_;
     ListExport *export_;
+    bool longTexts_ = false;
 };
 
 } // namespace ui

@@ -2,16 +2,15 @@
 
 #include "platform/core/Clock.h"
 #include "platform/core/Messages.h"
-#include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/DateEdit.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/LetterBar.h"
 #include "platform/ui/ListExport.h"
+#include "platform/ui/ListKeys.h"
 #include "platform/ui/NumberEdits.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QScrollBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -21,32 +20,6 @@ using namespace Qt::StringLiterals;
 namespace ui {
 
 namespace {
-
-// Calls `run` for Enter in a control that has no signal of its own for it.
-class EnterFilter : public QObject
-{
-public:
-    EnterFilter(QWidget *watched, std::function<void()> run)
-        : QObject(watched)
-        , run_(std::move(run))
-    {
-        watched->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() != QEvent::KeyPress)
-            return false;
-        const int key = static_cast<QKeyEvent *>(event)->key();
-        if (key != Qt::Key_Return && key != Qt::Key_Enter)
-            return false;
-        run_();
-        return true;
-    }
-
-private:
-    std::function<void()> run_;
-};
 
 QString valueOf(const QWidget *input)
 {
@@ -70,7 +43,6 @@ SearchForm::SearchForm(const SearchSpec &spec, data::Connection &connection, QWi
     , connection_(connection)
     , bar_(newToolBar(u"tBarStandard"_s))
 {
-    setOpeningSize(spec.openingSize);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 4, 6, 6);
     layout->setSpacing(4);
@@ -82,8 +54,35 @@ SearchForm::SearchForm(const SearchSpec &spec, data::Connection &connection, QWi
     grid_->allowSorting();
     connect(grid_, &ResultGrid::chosen, command(u"actModifica"_s), &QAction::trigger);
     layout->addWidget(grid_, 1);
-    createLetterBar(layout);
+    new ListKeys({.window = this,
+                  .grid = grid_,
+                  .letters = createLetterBar(layout),
+                  .filters = inputs_,
+                  .asked = [this] { return filterText(); },
+                  .search =
+                      [this] {
+                          bool searched = false;
+                          core::guarded(this, [this, &searched] { searched = Cerca(); });
+                          return searched;
+                      }});
     setMinimumSize(700, 360);
+    setOpeningSize(openingSize());
+}
+
+// Where every column has a width, the list opens so that they get just those.
+QSize SearchForm::openingSize() const
+{
+    constexpr int usualWidth = 900;
+    int columns = 0;
+    for (const ListColumn &column : spec_.columns) {
+        if (column.width == 0 || column.widthKind == ListColumn::Width::Percent)
+            return spec_.openingSize.expandedTo({usualWidth, 0});
+        columns += column.width;
+    }
+    const QMargins margins = layout()->contentsMargins();
+    const int around =
+        2 * grid_->frameWidth() + grid_->verticalScrollBar()->sizeHint().width() + margins.left() + margins.right();
+    return spec_.openingSize.expandedTo({columns + around, 0});
 }
 
 void SearchForm::declareCommands()
@@ -100,17 +99,8 @@ void SearchForm::declareCommands()
                 .icon = Icon::Open,
                 .shortcut = QKeySequence(u"Ctrl+O"_s),
                 .hint = spec_.editHint});
-    addCommand({.name = u"actElimina"_s,
-                .caption = u"Elimina"_s,
-                .run =
-                    [this] {
-                        withSelected([this](int id) {
-                            if (deleteRecord(id))
-                                grid_->rows().removeKey(id);
-                        });
-                    },
-                .icon = Icon::Delete,
-                .shortcut = QKeySequence(u"Ctrl+D"_s)});
+    if (spec_.hasDelete)
+        declareDelete();
     addCommand({.name = u"actChiudi"_s,
                 .caption = u"Chiudi"_s,
                 .run = [this] { closeForm(); },
@@ -123,6 +113,21 @@ void SearchForm::declareCommands()
                 .shortcut = QKeySequence(u"F5"_s)});
     addCommand(
         {.name = u"actRipristina"_s, .caption = u"Ripristina"_s, .run = [this] { Ripristina(); }, .icon = Icon::Reset});
+}
+
+void SearchForm::declareDelete()
+{
+    const auto run = [this] {
+        withSelected([this](int id) {
+            if (deleteRecord(id))
+                grid_->rows().removeKey(id);
+        });
+    };
+    addCommand({.name = u"actElimina"_s,
+                .caption = u"Elimina"_s,
+                .run = run,
+                .icon = Icon::Delete,
+                .shortcut = QKeySequence(u"Ctrl+D"_s)});
 }
 
 void SearchForm::createFilterBar(QVBoxLayout *layout)
@@ -158,7 +163,6 @@ void SearchForm::addFilter(const ListFilter &filter, QHBoxLayout *line)
         break;
     }
     input->setObjectName(filter.name);
-    new EnterFilter(input, [this] { command(u"actCerca"_s)->trigger(); });
     auto *label = new QLabel(filter.label, this);
     label->setBuddy(input);
     line->addWidget(label);
@@ -166,10 +170,10 @@ void SearchForm::addFilter(const ListFilter &filter, QHBoxLayout *line)
     inputs_.append(input);
 }
 
-void SearchForm::createLetterBar(QVBoxLayout *layout)
+LetterBar *SearchForm::createLetterBar(QVBoxLayout *layout)
 {
     if (spec_.letterColumn.isEmpty())
-        return;
+        return nullptr;
     auto *letters = new LetterBar(this);
     connect(letters, &LetterBar::pressed, this, [this](const QString &caption) {
         core::guarded(this, [this, &caption] {
@@ -178,6 +182,7 @@ void SearchForm::createLetterBar(QVBoxLayout *layout)
         });
     });
     layout->addWidget(letters);
+    return letters;
 }
 
 void SearchForm::placeExport()
@@ -194,9 +199,9 @@ void SearchForm::placeExport()
     qobject_cast<QToolButton *>(bar_->widgetForAction(action))->setPopupMode(QToolButton::InstantPopup);
 }
 
-void SearchForm::start(const QStringList &commands)
+void SearchForm::start(const QStringList &commands, const QStringList &menuCommands)
 {
-    placeCommands(bar_, commands);
+    placeCommands(bar_, commands, menuCommands);
     placeExport();
     if (!inputs_.isEmpty())
         setFocusProxy(inputs_.first());
@@ -228,10 +233,12 @@ QString SearchForm::filterText() const
     return conditions.isEmpty() ? QString() : u"WHERE "_s + conditions.join(u" AND "_s);
 }
 
-void SearchForm::Cerca()
+bool SearchForm::Cerca()
 {
-    if (everythingReadable(this))
-        AggiornaGriglia(filterText());
+    if (!everythingReadable(this))
+        return false;
+    AggiornaGriglia(filterText());
+    return true;
 }
 
 void SearchForm::AggiornaGriglia(const QString &filter)
@@ -239,8 +246,7 @@ void SearchForm::AggiornaGriglia(const QString &filter)
     const WaitCursor wait;
     const int key = grid_->selectedKey();
     const int position = grid_->verticalScrollBar()->value();
-    grid_->setRows(
-        connection_.select(data::limitedTo(grid_->rows().fields(), spec_.selectText + filter + spec_.orderText)));
+    grid_->fill(connection_, spec_.selectText + filter + spec_.orderText);
     if (key > 0 && grid_->selectKey(key))
         grid_->verticalScrollBar()->setValue(position);
 }

@@ -10,6 +10,8 @@ class Connection;
 
 namespace ui {
 
+class LetterBar;
+
 /// One input of a list's filter bar. Enter in it searches.
 struct ListFilter
 {
@@ -40,12 +42,12 @@ struct SearchSpec
     QString keyField;
     QList<ListColumn> columns;
     QList<ListFilter> filters;
-    QString letterColumn; ///< of the alphabet bar; none while empty
-    QSize openingSize = {900, 520};
+    QString letterColumn;         ///< of the alphabet bar; none while empty
+    QSize openingSize = {0, 520}; ///< without a width as wide as its columns
     QString newHint;
     QString editHint;
     QString closeHint;
-    bool hasDelete = true;
+    bool hasDelete = true; ///< records can be deleted from the list
 };
 
 /// A list with filters, from which records are found, opened, created and deleted. What another form saves or deletes
@@ -57,8 +59,8 @@ class SearchForm : public ChildForm
 public:
     SearchForm(const SearchSpec &spec, data::Connection &connection, QWidget *parent);
 
-    /// "Cerca": the filters joined with AND.
-    void Cerca();
+    /// "Cerca": the filters joined with AND. False when one cannot be read, which the user was told.
+    bool Cerca();
     /// "Ripristina": filters back to their first values; the grid stays.
     void Ripristina();
     /// Runs the query with a WHERE clause (or empty text) and refills the grid.
@@ -68,8 +70,8 @@ public:
 
 protected:
     /// Puts the commands on tool bar and menu and resets the filters; the concrete form calls it last. `commands` of
-    /// the standard bar; an empty name is a separator.
-    void start(const QStringList &commands);
+    /// the standard bar, and of the menu unless it has an order of its own; an empty name is a separator.
+    void start(const QStringList &commands, const QStringList &menuCommands = {});
 
     virtual void openRecord(int id) = 0;
     virtual void newRecord() = 0;
@@ -82,11 +84,13 @@ protected:
     ResultGrid &grid() const { return *grid_; }
 
 private:
+    QSize openingSize() const;
     void declareCommands();
+    void declareDelete();
     void placeExport();
     void createFilterBar(QVBoxLayout *layout);
     void addFilter(const ListFilter &filter, QHBoxLayout *line);
-    void createLetterBar(QVBoxLayout *layout);
+    LetterBar *createLetterBar(QVBoxLayout *layout);
     void withSelected(const std::function<void(int)> &run);
     QString filterText() const;
 

@@ -1,0 +1,55 @@
+#pragma once
+#include <QObject>
+
+#include <functional>
+#include <optional>
+
+class QKeyEvent;
+
+namespace ui {
+
+class LetterBar;
+class ResultGrid;
+
+/// The keyboard of a list of records: how its filters, grid and letter bar work together, whatever window they are in.
+///
+/// Enter in a filter searches and selects nothing by itself; pressed once more over the same filters it searches again
+/// and takes the row when it is the only one. Down leads from a text filter or the letter bar into the grid, onto the
+/// first row when none is selected. A letter typed where nothing is entered presses that letter's button.
+class ListKeys : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct List
+    {
+        QWidget *window = nullptr;
+        ResultGrid *grid = nullptr;
+        LetterBar *letters = nullptr;   ///< may be missing
+        QList<QWidget *> filters;       ///< inputs above the grid
+        std::function<QString()> asked; ///< what the filters ask for at the moment, as text
+        std::function<bool()> search;   ///< fills the grid; false when it did not search, which the user was told
+    };
+
+    /// Belongs to the list's window.
+    explicit ListKeys(const List &list);
+
+    /// The next Enter in a filter only searches: the window is used anew.
+    void forget() { searched_.reset(); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool filterKey(const QWidget *filter, const QKeyEvent &event);
+    bool windowKey(const QKeyEvent &event);
+    bool pressLetter(const QKeyEvent &event);
+    void enterInFilter();
+    void enterGrid();
+
+    List list_;
+    std::optional<QString> searched_; // what Enter last searched for, while its rows stand in the grid
+    bool searching_ = false;
+};
+
+} // namespace ui
