@@ -23,6 +23,7 @@
 #include <QStyleFactory>
 #include <QTranslator>
 
+#include <algorithm>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -134,6 +135,18 @@ void Session::startModules(const QString &folder)
 {
     loadPackages(folder);
     startPackages(qApp);
+}
+
+void choosePlatform(int argc, char *argv[])
+{
+    const bool showsWindows = std::none_of(argv, argv + argc, [](const char *argument) {
+        const QByteArrayView name(argument);
+        return name == "--upgrade" || name == "--tour" || name.startsWith("--tour=");
+    });
+    const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+                            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    if (!showsWindows || !hasDisplay)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
 void prepareProgram(QApplication &application)

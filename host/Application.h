@@ -49,6 +49,10 @@ private:
 /// The user whose session starts when none is named; a new database always has it.
 inline const QString administrator = QStringLiteral("AMMINISTRATORE");
 
+/// Chooses Qt's platform without windows for a command line that shows none, and where there is no display: without one
+/// the application object would end the program. Before that object is made.
+void choosePlatform(int argc, char *argv[]);
+
 /// Style, language, log and the embedded engine's lock folder; once, before anything else.
 void prepareProgram(QApplication &application);
 

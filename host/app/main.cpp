@@ -4,6 +4,7 @@
 
 int main(int argc, char *argv[])
 {
+    host::choosePlatform(argc, argv);
     QApplication application(argc, argv);
     return host::runApplication(application);
 }

@@ -61,6 +61,21 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+// The program itself, without a display and with its files in `home`; returns its exit code and what it told.
+std::pair<int, QByteArray> runProgram(const QString &home, const QStringList &arguments)
+{
+    QProcess program;
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    for (const QString &display : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
+        variables.remove(display);
+    variables.insert(u"XDG_DATA_HOME"_s, home);
+    program.setProcessEnvironment(variables);
+    program.start(QCoreApplication::applicationDirPath() + u"/corvane"_s, arguments);
+    if (!program.waitForFinished(60'000))
+        program.kill();
+    return {program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1, program.readAllStandardError()};
+}
+
 } // namespace
 
 class TestStart : public QObject
@@ -75,6 +90,7 @@ private Q_SLOTS:
     void sessionsFollowOneAnother();
     void damagedWindowStateIsForgotten();
     void programKeepsItsFilesToItself();
+    void withoutADisplayItUpgradesOnly();
 };
 
 void TestStart::databasesAreRememberedLatestFirst()
@@ -250,19 +266,23 @@ void TestStart::programKeepsItsFilesToItself()
     QVERIFY(log.open(QIODevice::WriteOnly));
     for (const QString &old : {data.path(), log.fileName()})
         QFile::setPermissions(old, QFile::Permissions(0x7755));
-    QProcess program;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"XDG_DATA_HOME"_s, home.path());
-    program.setProcessEnvironment(environment);
-    program.start(QCoreApplication::applicationDirPath() + u"/corvane"_s, {u"--upgrade"_s});
-    QVERIFY(program.waitForFinished(60'000));
-    QCOMPARE(program.exitCode(), 0);
+    QCOMPARE(runProgram(home.path(), {u"--upgrade"_s}).first, 0);
     constexpr auto others =
         QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     for (const QString &own : {u"."_s, u"corvane.log"_s, u"corvane.fdb"_s}) {
         QVERIFY2(data.exists(own), qPrintable(own));
         QVERIFY2(!(QFileInfo(data.filePath(own)).permissions() & others), qPrintable(own));
     }
+}
+
+void TestStart::withoutADisplayItUpgradesOnly()
+{
+    const QTemporaryDir home;
+    const QStringList database = {u"--database"_s, home.filePath(u"azienda.fdb"_s), u"--empty"_s};
+    QCOMPARE(runProgram(home.path(), database + QStringList(u"--upgrade"_s)).first, 0);
+    const auto [code, told] = runProgram(home.path(), database);
+    QVERIFY2(told.contains("Nessuno schermo disponibile"), told.constData());
+    QCOMPARE(code, 1);
 }
 
 static const test::Registered<TestStart> registered;
