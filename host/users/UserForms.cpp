@@ -216,11 +216,12 @@ void UserEntry::writeDetails()
 RoleEntry::RoleEntry(data::Connection &connection, QWidget *owner)
     : RegisterEntry(roles(), connection, owner)
 {
-    rights_ =
-        addLinks({u"SELECT IDABILITAZIONE_UTENTE AS ID, ABILITAZIONE_UTENTE || COALESCE(' (' || MODULO || ')', '') "
-                  "AS TESTO FROM ABILITAZIONI_UTENTE ORDER BY IDABILITAZIONE_UTENTE"_s,
-                  u"ABILITAZIONI_RUOLI"_s, u"IDRUOLO_UTENTE"_s, u"IDABILITAZIONE_UTENTE"_s},
-                 u"Diritti"_s, page(general));
+    // The module's rights are stored with a slip of the pen in its name, which databases in use carry.
+    rights_ = addLinks({u"SELECT IDABILITAZIONE_UTENTE AS ID, ABILITAZIONE_UTENTE || COALESCE(' (' || "
+                        "IIF(MODULO = 'Magazzzino', 'Magazzino', MODULO) || ')', '') AS TESTO FROM ABILITAZIONI_UTENTE "
+                        "ORDER BY IDABILITAZIONE_UTENTE"_s,
+                        u"ABILITAZIONI_RUOLI"_s, u"IDRUOLO_UTENTE"_s, u"IDABILITAZIONE_UTENTE"_s},
+                       u"Diritti"_s, page(general));
     connect(rights_, &CheckedLinks::edited, this, &RoleEntry::DataChanged);
     refuseIf([this] { return leavesNobodyInControl(); }, lastAdministrator);
     finish();

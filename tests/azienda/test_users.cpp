@@ -141,7 +141,9 @@ void TestUsers::lastAdministratorStays()
     test::trigger(user, u"actSalva"_s);
     auto *role = qobject_cast<host::RoleEntry *>(workplace.commands().openForm(u"actInserimentoRuoli"_s));
     role->ApriRecord(1);
-    test::control<QListWidget>(role, u"list"_s)->item(0)->setCheckState(Qt::Unchecked);
+    auto *rights = test::control<QListWidget>(role, u"list"_s);
+    QCOMPARE(rights->item(1)->text(), u"Fatture acc. (visualizzazione) (Magazzino)"_s);
+    rights->item(0)->setCheckState(Qt::Unchecked);
     workplace.messages.expectWarning(lastAdministrator);
     test::trigger(role, u"actSalva"_s);
     workplace.messages.expectWarning(u"Non è possibile eliminare l'utente che sta lavorando."_s);
