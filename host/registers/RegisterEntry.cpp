@@ -123,7 +123,7 @@ ui::Field *RegisterEntry::createField(const RegisterField &field, QWidget *paren
         auto *lookup = declare(new ui::DropDownField(
             {.name = field.name, .label = field.label, .keyColumn = field.column, .sql = field.lookupSql}, field.column,
             u"TESTO"_s, parent));
-        lookups_.append(lookup);
+        lookups_.insert(field.column, lookup);
         return lookup;
     }
     case Kind::Flag:
@@ -155,6 +155,13 @@ void RegisterEntry::declareChecks()
 
 void RegisterEntry::declareDoubts()
 {
+    if (!spec_.expected.isEmpty())
+        askIf(
+            [this] {
+                return std::any_of(spec_.expected.cbegin(), spec_.expected.cend(),
+                                   [this](const QString &column) { return lookups_.value(column)->key() < 1; });
+            },
+            spec_.missingQuestion);
     for (const RegisterGroup &group : std::as_const(spec_.groups)) {
         for (const RegisterField &field : group.fields) {
             if (!field.isRight)

@@ -45,9 +45,9 @@ private:
 
     RegisterSpec spec_;
     QHash<QString, QWidget *> pagesByTitle_;
-    QHash<QString, ui::TextField *> texts_; // by column
-    QList<ui::DropDownField *> lookups_;
-    QString loadedText_; // of the unique column
+    QHash<QString, ui::TextField *> texts_;       // by column
+    QHash<QString, ui::DropDownField *> lookups_; // by column
+    QString loadedText_;                          // of the unique column
 };
 
 } // namespace host

@@ -61,7 +61,9 @@ struct RegisterSpec
     QString key;
     QList<RegisterGroup> groups;
     QList<std::pair<QString, QString>> required; ///< column and what is said while it is empty
-    QString uniqueColumn = {};                   ///< text that only one record may have, whatever its case
+    QStringList expected = {}; ///< Lookup columns; the question below is asked while one of them has no choice
+    QString missingQuestion = {};
+    QString uniqueColumn = {}; ///< text that only one record may have, whatever its case
     QString duplicateText = {};
     QString codePrefix = {}; ///< of the code proposed for a new record; none while empty
     QList<RegisterUse> uses = {};

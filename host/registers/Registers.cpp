@@ -113,6 +113,10 @@ RegisterSpec makeArticles()
                          number(Kind::Quantity, u"txtRiordino"_s, u"Livello di riordino"_s, u"RIORDINO"_s, 0, 1)}},
                        notes()},
             .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
+            .expected = {u"IDALIQUOTA_IVA"_s, u"IDUM"_s},
+            .missingQuestion =
+                u"Non è stata indicata l'aliquota IVA o l'unità di misura:\n\rmancherà anche nelle righe "
+                "dei documenti. Salvare comunque?"_s,
             .uniqueColumn = u"CODICE"_s,
             .duplicateText = codeIsTaken,
             .uses = uses,

@@ -170,7 +170,12 @@ void TestRegisters::whatIsUsedStaysAndSaysWhere()
     auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(u"actInserimentoArticoli"_s));
     form->ApriRecord(workplace.lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = 'TRA-0018'"_s).value(0).toInt());
     test::control<QLineEdit>(form, u"txtDescrizione"_s)->setText(u"Un altro testo"_s);
-    QVERIFY(form->SalvaRecord());
+    const QString withoutRate = u"Non è stata indicata l'aliquota IVA o l'unità di misura:\n\r"
+                                "mancherà anche nelle righe dei documenti. Salvare comunque?"_s;
+    for (const bool saves : {false, true}) {
+        workplace.messages.expectQuestion(withoutRate, saves ? core::Answer::Yes : core::Answer::No);
+        QCOMPARE(form->SalvaRecord(), saves);
+    }
     test::control<QLineEdit>(form, u"txtCodice"_s)->setText(u"ALTRO"_s);
     workplace.messages.expectWarning(
         u"Il codice non si può cambiare: documenti o movimenti di magazzino\n\rlo riportano già."_s);

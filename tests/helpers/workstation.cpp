@@ -46,6 +46,8 @@ void enterArticle(test::Workplace &workplace, const QString &code)
     form->NuovoRecord();
     test::control<QLineEdit>(form, u"txtCodice"_s)->setText(code);
     test::control<QLineEdit>(form, u"txtDescrizione"_s)->setText(u"Articolo di "_s + code);
+    for (const QString &lookup : {u"txtUM"_s, u"txtAliquotaIVA"_s})
+        test::control<QComboBox>(form, lookup)->setCurrentIndex(1);
     if (!form->SalvaRecord())
         throw core::Error(u"Articolo non salvato: "_s + code);
 }
