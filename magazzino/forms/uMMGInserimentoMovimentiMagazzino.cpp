@@ -7,6 +7,7 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -25,12 +26,12 @@ TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *ow
     auto *layout = new QVBoxLayout(page);
     declare(new ui::KeptField(u"IDMAGAZZINO"_s, 0, this));
     layout->addWidget(createArticle(page));
-    auto *kind = declare(new ui::RadioField({.name = u"grpTipoMovimento"_s,
-                                             .caption = u" Tipo di movimento "_s,
-                                             .column = u"TIPO_MOVIMENTO"_s,
-                                             .items = {u"Carico"_s, u"Scarico"_s}},
-                                            page));
-    layout->addWidget(kind->widget());
+    kind_ = declare(new ui::RadioField({.name = u"grpTipoMovimento"_s,
+                                        .caption = u" Tipo di movimento "_s,
+                                        .column = u"TIPO_MOVIMENTO"_s,
+                                        .items = {u"Carico"_s, u"Scarico"_s}},
+                                       page));
+    layout->addWidget(kind_->widget());
     layout->addWidget(createAmounts(page));
     layout->addWidget(createReason(page));
     keepReferences();
@@ -92,7 +93,7 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createAmounts(QWidget *page)
         {.name = u"txtPrezzo"_s, .label = u"Prezzo"_s, .column = u"PREZZO"_s, .prefix = euro, .minimum = lowest}, box));
     cost_ = declare(new ui::DecimalField(
         {.name = u"txtCosto"_s, .label = u"Costo"_s, .column = u"COSTO"_s, .prefix = euro, .minimum = lowest}, box));
-    auto *quantity = declare(new ui::DecimalField(
+    quantity_ = declare(new ui::DecimalField(
         {.name = u"txtQuantita"_s, .label = u"Quantità"_s, .column = u"QUANTITA"_s, .initial = 1, .minimum = lowest},
         box));
     value_ = declare(new ui::DecimalField(
@@ -107,13 +108,16 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createAmounts(QWidget *page)
     auto *grid = new QGridLayout(box);
     place(grid, price_, 0, 0);
     place(grid, cost_, 0, 1);
-    place(grid, quantity, 1, 0);
+    place(grid, quantity_, 1, 0);
     place(grid, value_, 1, 1);
     place(grid, total, 1, 2);
-    auto *hint = new QLabel(
-        u"Uno scarico si indica con una quantità negativa. Il valore totale viene registrato come è mostrato."_s, box);
-    hint->setWordWrap(true);
-    grid->addWidget(hint, 2, 0, 1, 6);
+    hint_ = new QLabel(box);
+    hint_->setObjectName(u"lblSegno"_s);
+    hint_->setWordWrap(true);
+    hint_->setMargin(3);
+    grid->addWidget(hint_, 2, 0, 1, 6);
+    for (const ui::Field *field : {static_cast<ui::Field *>(kind_), static_cast<ui::Field *>(quantity_)})
+        connect(field, &ui::Field::edited, this, &TMMGInserimentoMovimentiMagazzino::showSign);
     grid->setColumnStretch(5, 1);
     return box;
 }
@@ -163,6 +167,27 @@ void TMMGInserimentoMovimentiMagazzino::selezionaArticolo()
     cost_->setValue(article.costo);
     value_->setValue(article.costo);
     DataChanged();
+}
+
+// Only told: what is typed is stored, whatever its sign.
+void TMMGInserimentoMovimentiMagazzino::showSign()
+{
+    const bool issue = kind_->text() == u"Scarico";
+    const bool odd = issue ? quantity_->value() > 0 : quantity_->value() < 0;
+    if (!odd)
+        hint_->setText(u"Uno scarico si indica con una quantità negativa. Il valore totale viene registrato come è "
+                       "mostrato."_s);
+    else if (issue)
+        hint_->setText(u"Così lo scarico aumenta l'esistenza: uno scarico si indica con una quantità negativa."_s);
+    else
+        hint_->setText(u"Così il carico diminuisce l'esistenza: un carico si indica con una quantità positiva."_s);
+    QPalette colours = palette();
+    if (odd) {
+        colours.setColor(QPalette::Window, QColor(255, 191, 0));
+        colours.setColor(QPalette::WindowText, Qt::black);
+    }
+    hint_->setPalette(colours);
+    hint_->setAutoFillBackground(odd);
 }
 
 bool TMMGInserimentoMovimentiMagazzino::deleteStored(int id)

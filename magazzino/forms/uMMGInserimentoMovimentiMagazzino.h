@@ -6,9 +6,10 @@
 namespace host {
 class CategoryField;
 }
+class QLabel;
 
 /// Entry form of one stock movement outside any document. Quantity and total are stored as shown: the form neither
-/// changes the sign of an issue nor computes the total; this is intended.
+/// changes the sign of an issue nor computes the total; this is intended. A line warns when sign and kind disagree.
 class TMMGInserimentoMovimentiMagazzino : public ui::EntryForm
 {
     Q_OBJECT
@@ -19,6 +20,8 @@ public:
 protected:
     bool deleteStored(int id) override;
     void showEvent(QShowEvent *event) override;
+    void resetDetails() override { showSign(); }
+    void loadDetails() override { showSign(); }
 
 private:
     QWidget *createArticle(QWidget *page);
@@ -26,6 +29,7 @@ private:
     QWidget *createReason(QWidget *page);
     void keepReferences();
     void selezionaArticolo();
+    void showSign();
 
     ui::TextField *code_ = nullptr;
     ui::TextField *description_ = nullptr;
@@ -33,6 +37,9 @@ private:
     ui::DecimalField *price_ = nullptr;
     ui::DecimalField *cost_ = nullptr;
     ui::DecimalField *value_ = nullptr;
+    ui::DecimalField *quantity_ = nullptr;
+    ui::RadioField *kind_ = nullptr;
+    QLabel *hint_ = nullptr;
     ui::ChoiceField *reason_ = nullptr;
     QGroupBox *reasonBox_ = nullptr;
 };

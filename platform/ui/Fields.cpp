@@ -276,6 +276,13 @@ RadioField::RadioField(const RadioSpec &spec, QWidget *parent)
     line->addStretch();
 }
 
+QString RadioField::text() const
+{
+    const auto chosen = std::find_if(buttons_.cbegin(), buttons_.cend(),
+                                     [](const QRadioButton *button) { return button->isChecked(); });
+    return chosen == buttons_.cend() ? QString() : (*chosen)->text();
+}
+
 void RadioField::load(const data::DataSet &record)
 {
     for (QRadioButton *button : std::as_const(buttons_)) {

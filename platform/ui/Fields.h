@@ -248,6 +248,9 @@ class RadioField : public Field
 public:
     RadioField(const RadioSpec &spec, QWidget *parent);
 
+    /// Of the item chosen.
+    QString text() const;
+
     QWidget *widget() const override { return box_; }
     void clear() override { buttons_.first()->setChecked(true); }
     void load(const data::DataSet &record) override;

@@ -3,6 +3,7 @@
 #include "tests/magazzino/registri/Registri.h"
 #include "tests/support/TestMain.h"
 
+#include <QLabel>
 #include <QRadioButton>
 
 using namespace Qt::StringLiterals;
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void cleanup() { workplace_.reset(); }
 
     void whatIsShownIsStored();
+    void signAgainstTheKindIsShown();
     void openedMovementKeepsWhatIsNotShown();
     void unknownKindLeavesTheChoice();
 
@@ -123,6 +125,27 @@ void TestMovementForm::whatIsShownIsStored()
     form_->SetModified(true);
     test::trigger(form_, u"actSalva"_s);
     QCOMPARE(stored(), expected);
+}
+
+void TestMovementForm::signAgainstTheKindIsShown()
+{
+    const auto *line = test::control<QLabel>(form_, u"lblSegno"_s);
+    const auto isAmber = [line] {
+        return line->autoFillBackground() && line->palette().color(QPalette::Window) == QColor(255, 191, 0);
+    };
+    QVERIFY(!isAmber());
+    test::retype(form_, u"txtQuantita"_s, u"-2"_s);
+    QVERIFY(isAmber());
+    QVERIFY(line->text().contains(u"diminuisce"_s));
+    kindButton(u"Scarico"_s)->click();
+    QVERIFY(!isAmber());
+    test::retype(form_, u"txtQuantita"_s, u"3"_s);
+    QVERIFY(isAmber());
+    QVERIFY(line->text().contains(u"aumenta"_s));
+    const int id = insertMovement({{u"QUANTITA"_s, -1}, {u"TIPO_MOVIMENTO"_s, u"Scarico"_s}});
+    form_->SetModified(false);
+    form_->ApriRecord(id);
+    QVERIFY(!isAmber());
 }
 
 void TestMovementForm::openedMovementKeepsWhatIsNotShown()
