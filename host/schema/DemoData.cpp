@@ -230,12 +230,12 @@ void insertCarriers(data::Connection &connection)
         insertRow(connection, u"VETTORI"_s, {}, address(names[i], code(u"V"_s, i), static_cast<int>(i) + 301));
 }
 
-void insertTransportTables(data::Connection &connection)
+void insertTransportTables(data::Connection &connection, const QStringList &reasons)
 {
     if (isEmptyTable(connection, u"TIPI_TRASPORTO"_s))
         insertTexts(connection, u"TIPI_TRASPORTO"_s, {}, u"TIPO_TRASPORTO"_s, demo::transportTypes());
     if (isEmptyTable(connection, u"CAUSALI_TRASPORTO"_s))
-        insertTexts(connection, u"CAUSALI_TRASPORTO"_s, {}, u"CAUSALE_TRASPORTO"_s, demo::transportReasons());
+        insertTexts(connection, u"CAUSALI_TRASPORTO"_s, {}, u"CAUSALE_TRASPORTO"_s, reasons);
 }
 
 /// Keys of what every firm starts with, by text.
@@ -273,13 +273,16 @@ void insertCommonTables(data::Connection &connection)
 {
     data::Transaction transaction(connection);
     insertTables(connection);
+    // A movement has to have one.
+    insertRow(connection, u"CATEGORIE_ANA_MAGA"_s, {}, {{u"CATEGORIA"_s, u"Generale"_s}});
     transaction.commit();
 }
 
 void insertCommonWarehouseTables(data::Connection &connection)
 {
     data::Transaction transaction(connection);
-    insertTransportTables(connection);
+    // With what goods are received by.
+    insertTransportTables(connection, demo::transportReasons() + QStringList(u"Acquisto"_s));
     transaction.commit();
 }
 
@@ -305,7 +308,7 @@ void insertDemoWarehouseData(data::Connection &connection)
         insertSuppliers(connection);
     if (isEmptyTable(connection, u"VETTORI"_s))
         insertCarriers(connection);
-    insertTransportTables(connection);
+    insertTransportTables(connection, demo::transportReasons());
     grantInvoiceView(connection);
     transaction.commit();
 }

@@ -16,7 +16,8 @@ void insertDemoMasterData(data::Connection &connection);
 /// its tables. Throws data::DatabaseError.
 void insertDemoWarehouseData(data::Connection &connection);
 
-/// What a firm of its own starts with besides: VAT rates, units, payment types, notes for documents. For empty tables;
+/// What a firm of its own starts with besides: VAT rates, units, payment types, notes for documents, a category of
+/// articles. For empty tables;
 /// throws data::DatabaseError.
 void insertCommonTables(data::Connection &connection);
 

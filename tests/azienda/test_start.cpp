@@ -224,6 +224,9 @@ void TestStart::sessionsFollowOneAnother()
         auto *connection = window.findChild<data::Connection *>();
         seen = test::linesOf(*connection, u"SELECT RAGIONESOCIALE FROM AZIENDA"_s);
         seen += test::linesOf(*connection, u"SELECT FIRST 1 'tipi' FROM TIPI_TRASPORTO"_s);
+        seen += test::linesOf(*connection, u"SELECT CATEGORIA FROM CATEGORIE_ANA_MAGA"_s);
+        seen += test::linesOf(*connection, u"SELECT CAUSALE_TRASPORTO FROM CAUSALI_TRASPORTO WHERE "
+                                           "CAUSALE_TRASPORTO = 'Acquisto'"_s);
         seen += test::linesOf(*connection, u"SELECT OPZIONE FROM OPZIONI WHERE OPZIONE = 'PRIME_RIGHE'"_s);
         window.findChild<QAction *>(u"actNuovaAzienda"_s)->trigger();
         window.close();
@@ -231,7 +234,7 @@ void TestStart::sessionsFollowOneAnother()
     press(u"cmdAnnulla"_s);
     dialogs.expect([](QDialog &dialog) { QTRY_VERIFY_WITH_TIMEOUT(!dialog.isVisible(), 60'000); });
     host::runSessions({}, folder.path());
-    QCOMPARE(seen, QStringList({u"Rossi"_s, u"tipi"_s}));
+    QCOMPARE(seen, QStringList({u"Rossi"_s, u"tipi"_s, u"Generale"_s, u"Acquisto"_s}));
     QCOMPARE(QDir(folder.filePath(u"backup"_s)).entryList({u"rossi-*.fbk"_s}).size(), 1);
 }
 
