@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTest>
 
@@ -30,9 +31,29 @@ void missing(const QString &name)
 void type(QWidget *control, const QString &text)
 {
     for (const QChar character : text) {
-        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, character);
+        const int key = character == u'\n' ? Qt::Key_Return : Qt::Key_unknown;
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, character);
         QApplication::sendEvent(control, &press);
     }
+}
+
+void typeOver(QWidget *control, const QString &text)
+{
+    for (QWidget *page = control; page->parentWidget(); page = page->parentWidget()) {
+        // The pages of a tab widget lie in a stack of its own.
+        if (auto *pages = qobject_cast<QTabWidget *>(page->parentWidget()->parentWidget()))
+            pages->setCurrentWidget(page);
+    }
+    control->window()->activateWindow();
+    control->setFocus();
+    settle();
+    QTest::keyClick(control, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(control, Qt::Key_Delete);
+    type(control, text);
+    const auto *memo = qobject_cast<QPlainTextEdit *>(control);
+    if (!memo || memo->tabChangesFocus())
+        QTest::keyClick(control, Qt::Key_Tab);
+    settle();
 }
 
 void trigger(const QObject *owner, const QString &action)
@@ -70,6 +91,7 @@ void selectRow(QTableView *grid, const QString &text)
         for (int column = 0; column < grid->model()->columnCount(); ++column) {
             if (grid->model()->index(row, column).data().toString() == text) {
                 grid->selectRow(row);
+                grid->scrollTo(grid->model()->index(row, 0));
                 return;
             }
         }

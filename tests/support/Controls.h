@@ -24,6 +24,8 @@ Control *control(const QObject *owner, const QString &name)
 
 /// Presses the key of each character of `text`, also of those that no plain key stands for.
 void type(QWidget *control, const QString &text);
+/// Turns to the control's page, types over what stands in it and leaves it with Tab, where Tab leads on.
+void typeOver(QWidget *control, const QString &text);
 
 /// Runs a form's or the module's command; a disabled one does nothing.
 void trigger(const QObject *owner, const QString &action);
@@ -34,7 +36,7 @@ QString shown(const QWidget *owner, const QString &name);
 /// From now on the running test fails when the grid's model breaks a rule of models.
 void checkModel(QAbstractItemView *grid);
 
-/// Selects the row of a grid that shows `text` in some column.
+/// Selects the row of a grid that shows `text` in some column, and brings it into view.
 void selectRow(QTableView *grid, const QString &text);
 int columnOf(const QTableView *grid, const QString &header);
 QString cellText(const QTableView *grid, int row, const QString &header);

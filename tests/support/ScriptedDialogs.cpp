@@ -2,9 +2,13 @@
 
 #include "tests/support/Controls.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
+#include <QLineEdit>
+#include <QTableView>
 #include <QTest>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -47,6 +51,52 @@ QStringList ScriptedDialogs::verify()
     if (const qsizetype missing = std::exchange(script_, {}).size(); missing > 0)
         all.append(u"%1 dialogs never came"_s.arg(missing));
     return all;
+}
+
+namespace {
+
+void takeRow(QDialog &dialog, const QString &text, const ScriptedDialogs::Use &look)
+{
+    selectRow(control<QTableView>(&dialog, u"gridRisultati"_s), text);
+    if (look)
+        look(dialog);
+    press(&dialog, u"cmdOk"_s);
+}
+
+} // namespace
+
+ScriptedDialogs::Use choosing(const QString &text, const QString &letter, const ScriptedDialogs::Use &look)
+{
+    return [text, letter, look](QDialog &dialog) {
+        if (dialog.findChild<QAbstractButton *>(u"actCerca"_s))
+            press(&dialog, u"actCerca"_s);
+        const QList<QToolButton *> letters = dialog.findChildren<QToolButton *>();
+        for (QToolButton *button : letters) {
+            if (button->text() == letter)
+                button->click();
+        }
+        takeRow(dialog, text, look);
+    };
+}
+
+ScriptedDialogs::Use searching(const QString &typed, const QString &text, const ScriptedDialogs::Use &look)
+{
+    return [typed, text, look](QDialog &dialog) {
+        auto *filter = control<QLineEdit>(&dialog, u"txtCodice"_s);
+        filter->clear();
+        type(filter, typed);
+        QTest::keyClick(filter, Qt::Key_Return);
+        takeRow(dialog, text, look);
+    };
+}
+
+ScriptedDialogs::Use waiting()
+{
+    return [](const QDialog &dialog) {
+        constexpr int patience = 60'000; // milliseconds
+        // One that stays open is reported when it comes back to run().
+        std::ignore = QTest::qWaitFor([&dialog] { return !dialog.isVisible(); }, patience);
+    };
 }
 
 } // namespace test

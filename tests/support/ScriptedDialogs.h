@@ -33,4 +33,12 @@ private:
     ui::ModalRunner previous_;
 };
 
+/// Chooses the row with `text` of a selection dialog and presses "OK". Before, it searches where there is a search, and
+/// presses a `letter` of the letter bar; `look` sees the dialog with the row selected.
+ScriptedDialogs::Use choosing(const QString &text, const QString &letter = {}, const ScriptedDialogs::Use &look = {});
+/// The same after a search for the code `typed`, by Enter in its filter.
+ScriptedDialogs::Use searching(const QString &typed, const QString &text, const ScriptedDialogs::Use &look = {});
+/// Waits until a dialog that shows the progress of some work goes away by itself; at most a minute.
+ScriptedDialogs::Use waiting();
+
 } // namespace test

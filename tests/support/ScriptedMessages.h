@@ -21,6 +21,8 @@ public:
     /// The next box: all three must match, then `answer` is given.
     void expect(const QString &title, const QString &text, core::MessageIcon icon,
                 core::Answer answer = core::Answer::Ok);
+    /// The next box has this title and holds `part` somewhere in its text.
+    void expectPart(const QString &title, const QString &part, core::Answer answer);
     void expectWarning(const QString &text) { expect(QStringLiteral("Attenzione"), text, core::MessageIcon::Warning); }
     void expectError(const QString &text) { expect(QStringLiteral("Errore"), text, core::MessageIcon::Error); }
     void expectQuestion(const QString &text, core::Answer answer)
@@ -35,6 +37,7 @@ public:
 
     /// What went wrong so far, then forgotten; compare it with QStringList().
     QStringList verify();
+    bool hasProblems() const { return !problems_.isEmpty(); }
 
 private:
     struct Expected
@@ -44,6 +47,7 @@ private:
         core::MessageIcon icon;
         core::Answer answer;
         std::function<void()> look;
+        bool isPart = false; // of the text, with any icon
     };
 
     core::Answer answer(const core::Message &message);

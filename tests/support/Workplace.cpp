@@ -7,11 +7,6 @@
 #include "tests/support/Controls.h"
 
 #include <QApplication>
-#include <QDialog>
-#include <QLineEdit>
-#include <QTableView>
-#include <QTest>
-#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -22,29 +17,9 @@ QDateTime workplaceTime()
     return {QDate(2026, 3, 16), QTime(10, 30)};
 }
 
-ScriptedDialogs::Use choosing(const QString &text, const QString &letter)
-{
-    return [text, letter](QDialog &dialog) {
-        const QList<QToolButton *> letters = dialog.findChildren<QToolButton *>();
-        for (QToolButton *button : letters) {
-            if (button->text() == letter)
-                button->click();
-        }
-        selectRow(control<QTableView>(&dialog, u"gridRisultati"_s), text);
-        press(&dialog, u"cmdOk"_s);
-    };
-}
-
 ScriptedDialogs::Use choosingArticle(const QString &code)
 {
-    return [code](QDialog &dialog) {
-        auto *filter = control<QLineEdit>(&dialog, u"txtCodice"_s);
-        filter->clear();
-        type(filter, code);
-        QTest::keyClick(filter, Qt::Key_Return);
-        selectRow(control<QTableView>(&dialog, u"gridRisultati"_s), code);
-        press(&dialog, u"cmdOk"_s);
-    };
+    return searching(code, code);
 }
 
 Workplace::Workplace(Start start)

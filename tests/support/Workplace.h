@@ -13,8 +13,6 @@ namespace test {
 /// "Now" of every workplace.
 QDateTime workplaceTime();
 
-/// Chooses the row with `text` of a selection dialog and presses "OK"; a `letter` of its letter bar goes before.
-ScriptedDialogs::Use choosing(const QString &text, const QString &letter = {});
 /// Searches the code by Enter in its filter, then chooses it.
 ScriptedDialogs::Use choosingArticle(const QString &code);
 

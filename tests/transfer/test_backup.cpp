@@ -116,11 +116,10 @@ void TestBackup::backupComesBackAndTheOldDatabaseStays()
 {
     test::ScriptedMessages messages;
     test::ScriptedDialogs dialogs;
-    const auto wait = [](QDialog &dialog) { QTRY_VERIFY_WITH_TIMEOUT(!dialog.isVisible(), 60000); };
     const QStringList before = firms(database_);
     const QString backup = path(u"copia.fbk"_s);
     core::saveFile(backup, "an older one");
-    dialogs.expect(wait);
+    dialogs.expect(test::waiting());
     messages.expect(u"Informazioni"_s, u"La copia di sicurezza è stata fatta e verificata:\n\r"_s + backup,
                     core::MessageIcon::Information);
     bool ended = false;
@@ -130,7 +129,7 @@ void TestBackup::backupComesBackAndTheOldDatabaseStays()
     rename(database_, u"Dopo"_s);
     QString kept = path(u"ditta è.prima-del-ripristino-20260316-103000.fdb"_s);
     for (int i = 0; i < 2; ++i) {
-        dialogs.expect(wait);
+        dialogs.expect(test::waiting());
         messages.expect(
             u"Informazioni"_s,
             u"La copia è stata ripristinata e verificata.\n\rIl database precedente è conservato in:\n\r"_s + kept,
@@ -222,7 +221,7 @@ void TestBackup::failedBackupLeavesNothing()
     qputenv("PATH", "/nowhere");
     test::ScriptedMessages messages;
     test::ScriptedDialogs dialogs;
-    dialogs.expect([](QDialog &dialog) { QTRY_VERIFY(!dialog.isVisible()); });
+    dialogs.expect(test::waiting());
     messages.expectWarning(u"La copia di sicurezza giornaliera non è riuscita:\n\rManca il programma gbak di Firebird: "
                            "installare il pacchetto firebird3.0-utils."_s);
     host::backupAtExit(nullptr, folder_->path(), database_);
