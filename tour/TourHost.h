@@ -1,11 +1,14 @@
 #pragma once
 
 namespace host {
-
 class Session;
-class TourDriver;
+}
+
+namespace tour {
+
+class Visit;
 
 /// The part of the tour that works the host's own registers, users and settings.
-void tourHost(TourDriver &driver, Session &session);
+void tourHost(Visit &visit, host::Session &session);
 
-} // namespace host
+} // namespace tour

@@ -1,3 +1,4 @@
+// The guided tour: corvane_tour FOLDER, or corvane --tour FOLDER, which starts it.
 #include "host/Application.h"
 #include "tour/Tour.h"
 
@@ -14,5 +15,5 @@ int main(int argc, char *argv[])
         std::fprintf(stderr, "corvane_tour FOLDER\n");
         return 2;
     }
-    return host::runTour(arguments.at(1));
+    return tour::runTour(arguments.at(1)) ? 0 : 1;
 }
