@@ -58,6 +58,8 @@ RESERVED = [
      "dialogs run through platform/ui/Dialogs.h"),
     (re.compile(r"\bQEventLoop\b|\bprocessEvents\b"), ["tests/support/Controls", "benchmark/Program.cpp"],
      "events are handled by the program's main loop and the tests' settle()"),
+    (re.compile(r"\bnew Q(LineEdit|ComboBox|(Date|Time|DateTime)Edit)\("), [], "inputs are those of platform/ui"),
+    (re.compile(r"\bnew Q(Double)?SpinBox\("), ["host/ui"], "inputs are those of platform/ui"),
 ]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')

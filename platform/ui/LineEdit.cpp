@@ -51,9 +51,13 @@ void LineEdit::contextMenuEvent(QContextMenuEvent *event)
 {
     QMenu *menu = createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    if (auto *paste = menu->findChild<QAction *>(u"edit-paste"_s)) {
-        disconnect(paste, &QAction::triggered, this, nullptr);
-        connect(paste, &QAction::triggered, this, &LineEdit::pasteClean);
+    const QList<QAction *> actions = menu->actions();
+    for (QAction *action : actions) {
+        // The entries have no names, only their texts with the keys behind them.
+        if (action->text().section(u'\t', 0, 0) != QLineEdit::tr("&Paste"))
+            continue;
+        disconnect(action, &QAction::triggered, this, nullptr);
+        connect(action, &QAction::triggered, this, &LineEdit::pasteClean);
     }
     menu->popup(event->globalPos());
 }

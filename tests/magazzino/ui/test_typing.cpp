@@ -6,6 +6,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QTabWidget>
 #include <QTableView>
@@ -27,6 +28,8 @@ private Q_SLOTS:
     void everyInputReadsTheSame();
     void cellsReadTheSame_data();
     void cellsReadTheSame();
+    void pastedNumbersAreRead_data();
+    void pastedNumbersAreRead();
     void keysMoveAValueOnlyWhereTheyAreMeantTo();
     void calendarPicksADay();
 
@@ -206,6 +209,41 @@ void TestTyping::cellsReadTheSame()
     QTest::keyClick(editor, Qt::Key_Return);
     test::settle();
     QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), shown);
+}
+
+void TestTyping::pastedNumbersAreRead_data()
+{
+    QTest::addColumn<QString>("pasted");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("Italian") << u"1.234,50\r\n"_s << u"1.234,50"_s;
+    QTest::newRow("without groups") << u"1234,5"_s << u"1.234,50"_s;
+    QTest::newRow("decimal point") << u"12.5"_s << u"12,50"_s;
+    QTest::newRow("thousands") << u"1.234"_s << u"1.234,00"_s;
+    QTest::newRow("currency") << u"\u20ac\u00a03,10"_s << u"3,10"_s;
+}
+
+void TestTyping::pastedNumbersAreRead()
+{
+    QFETCH(QString, pasted);
+    const test::Document note(*workplace_, test::receipt());
+    note.form().SetModified(false);
+    note.form().NuovoRecord();
+    QGuiApplication::clipboard()->setText(pasted);
+    auto *weight = note.control<ui::TypedEdit>(u"txtPeso"_s);
+    weight->setFocus();
+    const auto pasteInto = [](QWidget *edit, Qt::Key last) {
+        QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(edit, last);
+        test::settle();
+    };
+    pasteInto(weight, Qt::Key_Tab);
+    QTEST(weight->text(), "shown");
+    note.addArticle(u"TRA-0018"_s, u"2"_s, u"3"_s);
+    note.grid()->select(0, RowColumn::Quantita);
+    QTest::keyClick(note.grid(), Qt::Key_F2);
+    pasteInto(test::control<QWidget>(note.grid(), u"editorRiga"_s), Qt::Key_Return);
+    QTEST(test::cellText(note.grid(), 0, u"Q.tà"_s), "shown");
 }
 
 void TestTyping::keysMoveAValueOnlyWhereTheyAreMeantTo()
