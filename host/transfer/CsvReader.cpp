@@ -1,9 +1,11 @@
 #include "host/transfer/CsvReader.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/Progress.h"
 
-#include <QStringConverter>
+#include <QIODevice>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -11,6 +13,12 @@ using namespace Qt::StringLiterals;
 namespace host {
 
 namespace {
+
+constexpr qint64 kilobyte = 1024;
+constexpr qint64 pieceSize = 256 * kilobyte;
+// Beyond these it is no list of articles or firms, and reading on would only fill the memory.
+constexpr qsizetype longestCell = 1'000'000;
+constexpr qsizetype mostCells = 10'000;
 
 // Windows-1252 differs from Latin-1 between 0x80 and 0x9F only; the five codes that it leaves free stay as they are.
 constexpr std::array<char16_t, 32> windowsCharacters = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
@@ -28,19 +36,43 @@ QString fromWindows1252(const QByteArray &content)
     return text;
 }
 
-bool isUtf8(const QByteArray &content)
+QByteArray pieceOf(QIODevice &device)
 {
+    QByteArray piece(pieceSize, Qt::Uninitialized);
+    const qint64 count = device.read(piece.data(), pieceSize);
+    if (count < 0)
+        throw core::Error(u"Impossibile leggere il file."_s, device.errorString());
+    piece.truncate(count);
+    return piece;
+}
+
+void rewind(QIODevice &device)
+{
+    if (!device.seek(0))
+        throw core::Error(u"Impossibile leggere il file."_s, device.errorString());
+}
+
+bool isUtf8(QIODevice &device, core::Progress &progress)
+{
+    rewind(device);
     QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString text = decoder.decode(content);
-    Q_UNUSED(text)
+    qint64 done = 0;
+    for (QByteArray piece = pieceOf(device); !piece.isEmpty() && !decoder.hasError(); piece = pieceOf(device)) {
+        const QString text = decoder.decode(piece);
+        Q_UNUSED(text)
+        done += piece.size();
+        progress.step(static_cast<int>(done / kilobyte));
+    }
     return !decoder.hasError();
 }
 
-CsvEncoding detectEncoding(const QByteArray &content)
+CsvEncoding detectEncoding(QIODevice &device, core::Progress &progress)
 {
-    if (content.startsWith("\xFF\xFE") || content.startsWith("\xFE\xFF"))
+    rewind(device);
+    const QByteArray mark = device.peek(2);
+    if (mark == "\xFF\xFE" || mark == "\xFE\xFF")
         return CsvEncoding::Utf16;
-    return isUtf8(content) ? CsvEncoding::Utf8 : CsvEncoding::Windows1252;
+    return isUtf8(device, progress) ? CsvEncoding::Utf8 : CsvEncoding::Windows1252;
 }
 
 // The separator of a first line as Excel writes it; null without one.
@@ -51,128 +83,47 @@ QChar namedSeparator(const QString &text)
     return named && csvSeparators.contains(text[4]) ? text[4] : QChar();
 }
 
-// How well `separator` divides the records: columns of the first one, where nine out of ten have as many; else 1.
-qsizetype columnsWith(const QString &text, QChar separator)
+QStringDecoder decoderFor(CsvEncoding encoding)
+{
+    // Both drop the byte order mark.
+    return QStringDecoder(encoding == CsvEncoding::Utf16 ? QStringDecoder::Utf16 : QStringDecoder::Utf8);
+}
+
+// How well the separator divides the records: columns of the first one, where nine out of ten have as many; else 1.
+qsizetype columnsWith(QIODevice &device, const CsvFormat &format)
 {
     constexpr int sample = 50;
-    QList<CsvRecord> records;
+    QList<qsizetype> columns;
     try {
-        records = readCsv(text, separator, sample);
+        CsvReader reader(device, format);
+        for (CsvRecord record; columns.size() < sample && reader.read(record);)
+            columns.append(record.cells.size());
     } catch (const core::Error &) {
         return 0; // quotes that do not fit speak against this separator
     }
-    if (records.isEmpty())
+    if (columns.isEmpty())
         return 0;
-    const qsizetype columns = records.first().cells.size();
-    const auto equal = std::count_if(records.begin(), records.end(),
-                                     [columns](const CsvRecord &record) { return record.cells.size() == columns; });
-    return equal * 10 >= records.size() * 9 ? columns : 1;
+    return columns.count(columns.first()) * 10 >= columns.size() * 9 ? columns.first() : 1;
 }
-
-// One pass over the text; a cell begins after a separator or a line end.
-class Reader
-{
-public:
-    Reader(const QString &text, QChar separator)
-        : text_(text)
-        , separator_(separator)
-    {
-    }
-
-    bool atEnd() const { return place_ >= text_.size(); }
-
-    CsvRecord readRecord()
-    {
-        CsvRecord record{line_, {}};
-        do
-            record.cells.append(readCell());
-        while (takeSeparator());
-        takeLineEnd();
-        return record;
-    }
-
-private:
-    bool isLineEnd() const { return text_[place_] == u'\n' || text_[place_] == u'\r'; }
-
-    QString readCell()
-    {
-        QString cell;
-        if (!atEnd() && text_[place_] == u'"')
-            cell = readQuoted();
-        const qsizetype begin = place_;
-        while (!atEnd() && text_[place_] != separator_ && !isLineEnd())
-            ++place_;
-        return cell.append(QStringView(text_).mid(begin, place_ - begin));
-    }
-
-    QString readQuoted()
-    {
-        const int firstLine = line_;
-        QString cell;
-        for (++place_; !atEnd();) {
-            if (text_[place_] == u'"') {
-                ++place_;
-                if (atEnd() || text_[place_] != u'"')
-                    return cell;
-                cell += text_[place_++];
-            } else if (isLineEnd()) {
-                takeLineEnd();
-                cell += u'\n';
-            } else {
-                cell += text_[place_++];
-            }
-        }
-        throw core::Error(u"Riga %1: le virgolette aperte non vengono mai chiuse."_s.arg(firstLine));
-    }
-
-    bool takeSeparator()
-    {
-        if (atEnd() || text_[place_] != separator_)
-            return false;
-        ++place_;
-        return true;
-    }
-
-    void takeLineEnd()
-    {
-        if (atEnd())
-            return;
-        if (text_[place_] == u'\r' && place_ + 1 < text_.size() && text_[place_ + 1] == u'\n')
-            ++place_;
-        ++place_;
-        ++line_;
-    }
-
-    const QString &text_;
-    QChar separator_;
-    qsizetype place_ = 0;
-    int line_ = 1;
-};
 
 } // namespace
 
-QString decodeCsv(const QByteArray &content, CsvEncoding encoding)
+CsvFormat detectCsvFormat(QIODevice &device, core::Progress &progress)
 {
-    if (encoding == CsvEncoding::Windows1252)
-        return fromWindows1252(content);
-    // Both drop the byte order mark.
-    QStringDecoder decoder(encoding == CsvEncoding::Utf8 ? QStringDecoder::Utf8 : QStringDecoder::Utf16);
-    return decoder.decode(content);
-}
-
-CsvFormat detectCsvFormat(const QByteArray &content)
-{
+    progress.setTotal(static_cast<int>(device.size() / kilobyte));
     CsvFormat format;
-    format.encoding = detectEncoding(content);
-    const QString text = decodeCsv(content, format.encoding);
-    if (const QChar named = namedSeparator(text); !named.isNull()) {
+    format.encoding = detectEncoding(device, progress);
+    rewind(device);
+    QStringDecoder decoder = decoderFor(format.encoding);
+    if (const QChar named = namedSeparator(decoder.decode(device.peek(32))); !named.isNull()) {
         format.separator = named;
         return format;
     }
     qsizetype most = 1;
+    CsvFormat tried = format;
     for (const QChar separator : csvSeparators) {
-        const qsizetype columns = columnsWith(text, separator);
-        if (columns > most) {
+        tried.separator = separator;
+        if (const qsizetype columns = columnsWith(device, tried); columns > most) {
             most = columns;
             format.separator = separator;
         }
@@ -180,18 +131,128 @@ CsvFormat detectCsvFormat(const QByteArray &content)
     return format;
 }
 
-QList<CsvRecord> readCsv(const QString &text, QChar separator, int limit)
+CsvReader::CsvReader(QIODevice &device, const CsvFormat &format)
+    : device_(device)
+    , format_(format)
+    , decoder_(decoderFor(format.encoding))
 {
-    QList<CsvRecord> records;
-    Reader reader(text, separator);
-    if (!namedSeparator(text).isNull())
-        reader.readRecord();
-    while (!reader.atEnd() && records.size() < limit) {
-        CsvRecord record = reader.readRecord();
+    rewind(device);
+    readPiece();
+    if (!namedSeparator(text_).isNull())
+        readRecord();
+}
+
+bool CsvReader::read(CsvRecord &record)
+{
+    while (!atEnd()) {
+        record = readRecord();
         if (record.cells.size() > 1 || !record.cells.first().trimmed().isEmpty())
-            records.append(std::move(record));
+            return true;
     }
-    return records;
+    return false;
+}
+
+void CsvReader::readPiece()
+{
+    text_.clear();
+    place_ = 0;
+    // A piece may hold no more than a part of a character.
+    while (text_.isEmpty()) {
+        const QByteArray piece = pieceOf(device_);
+        if (piece.isEmpty())
+            return;
+        position_ += piece.size();
+        text_ = format_.encoding == CsvEncoding::Windows1252 ? fromWindows1252(piece) : decoder_.decode(piece);
+    }
+}
+
+bool CsvReader::atEnd()
+{
+    if (place_ >= text_.size())
+        readPiece();
+    return place_ >= text_.size();
+}
+
+CsvRecord CsvReader::readRecord()
+{
+    CsvRecord record{line_, {}};
+    do {
+        if (record.cells.size() == mostCells)
+            throw core::Error(u"Riga %1: le colonne sono più di %2."_s.arg(record.line).arg(mostCells));
+        record.cells.append(readCell());
+    } while (takeSeparator());
+    takeLineEnd();
+    return record;
+}
+
+bool CsvReader::isLineEnd() const
+{
+    return text_[place_] == u'\n' || text_[place_] == u'\r';
+}
+
+QString CsvReader::readCell()
+{
+    QString cell;
+    if (!atEnd() && text_[place_] == u'"')
+        readQuoted(cell);
+    while (!atEnd() && text_[place_] != format_.separator && !isLineEnd()) {
+        const qsizetype begin = place_;
+        while (place_ < text_.size() && text_[place_] != format_.separator && !isLineEnd())
+            ++place_;
+        append(cell, QStringView(text_).mid(begin, place_ - begin));
+    }
+    return cell;
+}
+
+void CsvReader::readQuoted(QString &cell)
+{
+    const int firstLine = line_;
+    for (++place_; !atEnd();) {
+        if (text_[place_] == u'"') {
+            ++place_;
+            if (atEnd() || text_[place_] != u'"')
+                return;
+            append(cell, u"\"");
+            ++place_;
+        } else if (isLineEnd()) {
+            takeLineEnd();
+            append(cell, u"\n");
+        } else {
+            const qsizetype begin = place_;
+            while (place_ < text_.size() && text_[place_] != u'"' && !isLineEnd())
+                ++place_;
+            append(cell, QStringView(text_).mid(begin, place_ - begin));
+        }
+    }
+    throw core::Error(u"Riga %1: le virgolette aperte non vengono mai chiuse."_s.arg(firstLine));
+}
+
+void CsvReader::append(QString &cell, QStringView text) const
+{
+    if (cell.size() + text.size() > longestCell)
+        throw core::Error(
+            u"Riga %1: un testo supera il milione di caratteri; forse le sue virgolette non vengono mai chiuse."_s.arg(
+                line_));
+    cell.append(text);
+}
+
+bool CsvReader::takeSeparator()
+{
+    if (atEnd() || text_[place_] != format_.separator)
+        return false;
+    ++place_;
+    return true;
+}
+
+void CsvReader::takeLineEnd()
+{
+    if (atEnd())
+        return;
+    const bool isReturn = text_[place_] == u'\r';
+    ++place_;
+    if (isReturn && !atEnd() && text_[place_] == u'\n')
+        ++place_;
+    ++line_;
 }
 
 } // namespace host

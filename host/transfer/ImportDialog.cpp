@@ -10,13 +10,9 @@
 #include "platform/ui/ResultGrid.h"
 
 #include <QCheckBox>
-#include <QFile>
 #include <QFormLayout>
-#include <QGroupBox>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QSplitter>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -26,23 +22,6 @@ using namespace Qt::StringLiterals;
 namespace host {
 
 namespace {
-
-QPushButton *addButton(const QString &name, const QString &caption, QWidget *parent)
-{
-    auto *button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    return button;
-}
-
-QGroupBox *grouped(const QString &caption, QWidget *content)
-{
-    auto *group = new QGroupBox(caption);
-    auto *layout = new QVBoxLayout(group);
-    layout->setContentsMargins(4, 4, 4, 4);
-    layout->addWidget(content);
-    return group;
-}
 
 data::Rows rowsOf(const QList<ImportProblem> &problems)
 {
@@ -78,112 +57,6 @@ ImportDialog::ImportDialog(data::Connection &connection, QWidget *owner)
 
 ImportDialog::~ImportDialog() = default;
 
-QComboBox *ImportDialog::addChoice(const QString &name, const QStringList &captions)
-{
-    auto *choice = new ui::ComboBox(this);
-    choice->setObjectName(name);
-    choice->addItems(captions);
-    return choice;
-}
-
-QWidget *ImportDialog::createFilePart()
-{
-    auto *part = new QWidget(this);
-    auto *grid = new QGridLayout(part);
-    grid->setContentsMargins(0, 0, 0, 0);
-    QStringList captions;
-    for (const ImportTarget &target : std::as_const(targets_))
-        captions.append(target.caption);
-    targetChoice_ = addChoice(u"cmbArchivio"_s, captions);
-    separatorChoice_ =
-        addChoice(u"cmbSeparatore"_s, {u"Punto e virgola"_s, u"Virgola"_s, u"Tabulazione"_s, u"Barra verticale"_s});
-    encodingChoice_ = addChoice(u"cmbCodifica"_s, {u"UTF-8"_s, u"UTF-16"_s, u"Windows (1252)"_s});
-    fileName_ = new ui::LineEdit(part);
-    fileName_->setObjectName(u"txtFile"_s);
-    fileName_->setReadOnly(true);
-    QPushButton *choose = addButton(u"cmdSfoglia"_s, u"Sfoglia…"_s, part);
-    hasHeader_ = new QCheckBox(u"Prima riga con i titoli"_s, part);
-    hasHeader_->setObjectName(u"chkTitoli"_s);
-    updateExisting_ = new QCheckBox(u"Aggiorna i record esistenti"_s, part);
-    updateExisting_->setObjectName(u"chkAggiorna"_s);
-    updateExisting_->setToolTip(
-        u"Un codice già presente aggiorna il suo record; le celle vuote lasciano il valore che c'è."_s);
-    grid->addWidget(new QLabel(u"Importa"_s, part), 0, 0);
-    grid->addWidget(targetChoice_, 0, 1);
-    grid->addWidget(new QLabel(u"dal file"_s, part), 0, 2);
-    grid->addWidget(fileName_, 0, 3, 1, 3);
-    grid->addWidget(choose, 0, 6);
-    grid->addWidget(new QLabel(u"Separatore"_s, part), 1, 0);
-    grid->addWidget(separatorChoice_, 1, 1);
-    grid->addWidget(new QLabel(u"Codifica"_s, part), 1, 2);
-    grid->addWidget(encodingChoice_, 1, 3);
-    grid->addWidget(hasHeader_, 1, 4);
-    grid->addWidget(updateExisting_, 1, 5, 1, 2);
-    grid->setColumnStretch(4, 1);
-    connect(targetChoice_, &QComboBox::activated, this, [this] { core::guarded(this, [this] { targetChosen(); }); });
-    connect(choose, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { chooseFile(); }); });
-    for (QComboBox *choice : {separatorChoice_, encodingChoice_})
-        connect(choice, &QComboBox::activated, this, [this] { readContent(); });
-    connect(hasHeader_, &QCheckBox::clicked, this, [this] { splitHeader(); });
-    connect(updateExisting_, &QCheckBox::clicked, this, [this] { check(); });
-    return part;
-}
-
-QWidget *ImportDialog::createMappingPart()
-{
-    auto *fields = new QWidget;
-    mapping_ = new QFormLayout(fields);
-    mapping_->setContentsMargins(4, 4, 4, 4);
-    auto *area = new QScrollArea(this);
-    area->setWidget(fields);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    QGroupBox *group = grouped(u"Campo e colonna del file"_s, area);
-    group->setMinimumWidth(300);
-    return group;
-}
-
-QWidget *ImportDialog::createRightPart()
-{
-    using ui::ListColumn;
-    preview_ = new QTableWidget(this);
-    preview_->setObjectName(u"gridAnteprima"_s);
-    preview_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    preview_->setWordWrap(false);
-    preview_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    preview_->horizontalHeader()->setMaximumSectionSize(240);
-    preview_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-    problems_ = new ui::ResultGrid(u"ID"_s,
-                                   {{u"Riga"_s, u"RIGA"_s, 60, ListColumn::Width::Pixels, ListColumn::Display::Integer},
-                                    {u"Colonna"_s, u"COLONNA"_s, 110},
-                                    {u"Errore"_s, u"MESSAGGIO"_s, 0, ListColumn::Width::Rest}},
-                                   this);
-    problems_->setObjectName(u"gridErrori"_s);
-    auto *halves = new QSplitter(Qt::Vertical, this);
-    halves->setChildrenCollapsible(false);
-    halves->addWidget(grouped(u"Anteprima delle prime righe"_s, preview_));
-    halves->addWidget(grouped(u"Errori"_s, problems_));
-    return halves;
-}
-
-QWidget *ImportDialog::createButtons()
-{
-    auto *part = new QWidget(this);
-    auto *line = new QHBoxLayout(part);
-    line->setContentsMargins(0, 0, 0, 0);
-    status_ = new ui::ElidedLabel(part);
-    status_->setObjectName(u"lblStato"_s);
-    import_ = addButton(u"cmdImporta"_s, u"Importa"_s, part);
-    QPushButton *close = addButton(u"cmdChiudi"_s, u"Chiudi"_s, part);
-    connect(import_, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { runImport(); }); });
-    connect(close, &QPushButton::clicked, this, &QDialog::reject);
-    line->addWidget(status_, 1);
-    line->addWidget(import_);
-    line->addWidget(close);
-    return part;
-}
-
 const ImportTarget &ImportDialog::target() const
 {
     return targets_.at(targetChoice_->currentIndex());
@@ -208,7 +81,7 @@ void ImportDialog::createMapping()
         // Long headers must not push the preview out of the dialog.
         choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         choice->setMinimumContentsLength(12);
-        connect(choice, &QComboBox::activated, this, [this] { check(); });
+        connect(choice, &QComboBox::activated, this, [this] { core::guarded(this, [this] { check(); }); });
         mapping_->addRow(field.caption + (field.required ? u" *"_s : QString()), choice);
         columnChoices_.append(choice);
     }
@@ -224,53 +97,52 @@ void ImportDialog::chooseFile()
 
 void ImportDialog::openFile(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw core::Error(u"Impossibile leggere il file \"%1\"."_s.arg(path), file.errorString());
-    const ui::WaitCursor wait;
-    const QByteArray content = file.readAll();
-    if (content.startsWith("PK\x03\x04"))
-        throw core::Error(
-            u"Il file \"%1\" è una cartella di lavoro di un foglio di calcolo: salvarla prima come CSV."_s.arg(path));
-    content_ = content;
+    auto file = std::make_unique<CsvFile>(path);
+    CsvFormat found;
+    // Cancelled, the file chosen before stays.
+    if (!work(*file, [&](core::Progress &progress) { found = file->detectFormat(progress); }))
+        return;
+    file_ = std::move(file);
     fileName_->setText(path);
-    const CsvFormat format = detectCsvFormat(content_);
-    const auto place = static_cast<int>(csvSeparators.indexOf(format.separator));
+    const auto place = static_cast<int>(csvSeparators.indexOf(found.separator));
     separatorChoice_->setCurrentIndex(std::max(place, 0));
-    encodingChoice_->setCurrentIndex(static_cast<int>(format.encoding));
-    readContent();
-    hasHeader_->setChecked(!records_.isEmpty() &&
-                           mapColumns(target(), records_.constFirst().cells).count(-1) < target().fields.size());
+    encodingChoice_->setCurrentIndex(static_cast<int>(found.encoding));
+    readBeginning();
+    hasHeader_->setChecked(!beginning_.isEmpty() &&
+                           mapColumns(target(), beginning_.constFirst().cells).count(-1) < target().fields.size());
     splitHeader();
 }
 
-void ImportDialog::readContent()
+void ImportDialog::readBeginning()
 {
-    const ui::WaitCursor wait;
+    constexpr int shownRows = 20;
+    beginning_.clear();
     readFailure_.clear();
     try {
-        const QString text = decodeCsv(content_, static_cast<CsvEncoding>(encodingChoice_->currentIndex()));
-        records_ = readCsv(text, csvSeparators[separatorChoice_->currentIndex()]);
+        if (file_)
+            beginning_ = file_->first(shownRows + 1, format());
     } catch (const core::Error &error) {
         // Another separator or encoding may be the cure, so the error stands in the list.
-        records_.clear();
         readFailure_ = error.text();
     }
+}
+
+void ImportDialog::readAgain()
+{
+    readBeginning();
     splitHeader();
 }
 
 void ImportDialog::splitHeader()
 {
-    rows_ = records_;
     headers_.clear();
-    if (!rows_.isEmpty()) {
-        const QStringList first = rows_.constFirst().cells;
+    if (!beginning_.isEmpty()) {
+        constexpr qsizetype longestHeader = 100;
+        const QStringList first = beginning_.constFirst().cells;
         for (qsizetype i = 0; i < first.size(); ++i) {
-            const QString header = hasHeader_->isChecked() ? first[i].simplified() : QString();
+            const QString header = hasHeader_->isChecked() ? first[i].simplified().left(longestHeader) : QString();
             headers_.append(header.isEmpty() ? u"Colonna %1"_s.arg(i + 1) : header);
         }
-        if (hasHeader_->isChecked())
-            rows_.removeFirst();
     }
     showPreview();
     proposeMapping();
@@ -290,16 +162,16 @@ void ImportDialog::proposeMapping()
 
 void ImportDialog::showPreview()
 {
-    constexpr qsizetype shownRows = 20;
-    const auto rows = static_cast<int>(std::min(shownRows, rows_.size()));
+    constexpr qsizetype longestCell = 200;
+    const QList<CsvRecord> shown = hasHeader_->isChecked() ? beginning_.mid(1) : beginning_.mid(0, 20);
     preview_->clear();
     preview_->setColumnCount(static_cast<int>(headers_.size()));
-    preview_->setRowCount(rows);
+    preview_->setRowCount(static_cast<int>(shown.size()));
     preview_->setHorizontalHeaderLabels(headers_);
-    for (int row = 0; row < rows; ++row) {
-        preview_->setVerticalHeaderItem(row, new QTableWidgetItem(QString::number(rows_[row].line)));
+    for (int row = 0; row < shown.size(); ++row) {
+        preview_->setVerticalHeaderItem(row, new QTableWidgetItem(QString::number(shown[row].line)));
         for (int column = 0; column < headers_.size(); ++column)
-            preview_->setItem(row, column, new QTableWidgetItem(rows_[row].cells.value(column)));
+            preview_->setItem(row, column, new QTableWidgetItem(shown[row].cells.value(column).left(longestCell)));
     }
     preview_->resizeColumnsToContents();
 }
@@ -312,37 +184,88 @@ ImportOptions ImportDialog::options() const
     return options;
 }
 
+auto ImportDialog::reading() const -> Reading
+{
+    return {*file_, format(), hasHeader_->isChecked()};
+}
+
+RecordSource ImportDialog::Reading::records(core::Progress &progress) const
+{
+    return [reading = *this, &progress](const std::function<void(const CsvRecord &)> &use) {
+        bool isHeader = reading.hasHeader;
+        reading.file.forEach(reading.format, progress, [&](const CsvRecord &record) {
+            if (!std::exchange(isHeader, false))
+                use(record);
+        });
+    };
+}
+
+CsvFormat ImportDialog::format() const
+{
+    return {csvSeparators[separatorChoice_->currentIndex()], static_cast<CsvEncoding>(encodingChoice_->currentIndex())};
+}
+
+// A long file is read behind a progress dialog, so that the windows stay alive; false when the user has cancelled it.
+bool ImportDialog::work(const CsvFile &file, const std::function<void(core::Progress &)> &body)
+{
+    if (file.isLong())
+        return ui::runWithProgress(this, u"Lettura del file"_s, body);
+    const ui::WaitCursor wait;
+    core::Progress unseen;
+    body(unseen);
+    return true;
+}
+
 void ImportDialog::check()
 {
-    const ui::WaitCursor wait;
     plan_ = {};
-    if (!rows_.isEmpty())
-        plan_ = planImport(target(), *lookups_, rows_, options());
-    if (!readFailure_.isEmpty())
-        plan_.problems.append({0, {}, readFailure_});
+    checked_ = true;
+    if (!readFailure_.isEmpty()) {
+        plan_.complain({0, {}, readFailure_});
+    } else if (beginning_.size() > (hasHeader_->isChecked() ? 1 : 0)) {
+        const auto plan = [this, &chosen = target(), read = reading(), decided = options()](core::Progress &progress) {
+            progress.setText(u"Controllo dei record…"_s);
+            plan_ = planImport({chosen, *lookups_, read.records(progress), decided});
+        };
+        try {
+            checked_ = work(*file_, plan);
+        } catch (const core::Error &error) {
+            plan_ = {};
+            plan_.complain({0, {}, error.text()});
+        }
+    }
+    showProblems();
+}
+
+void ImportDialog::showProblems()
+{
     problems_->setRows(rowsOf(plan_.problems));
     const QLocale italian(QLocale::Italian);
-    const qsizetype updates = plan_.updates;
     QString text = u"Scegliere un file."_s;
-    if (!plan_.problems.isEmpty())
+    if (!checked_)
+        text = u"Controllo annullato: scegliere di nuovo il file."_s;
+    else if (plan_.problemCount > 0)
         text = u"%1 errori: correggere il file o l'abbinamento. Nulla viene scritto finché ce ne sono."_s.arg(
-            italian.toString(plan_.problems.size()));
-    else if (!plan_.records.isEmpty())
-        text = u"%1 record nuovi, %2 da aggiornare."_s.arg(italian.toString(plan_.records.size() - updates),
-                                                           italian.toString(updates));
-    else if (!fileName_->text().isEmpty())
+            italian.toString(plan_.problemCount));
+    else if (plan_.records > 0)
+        text = u"%1 record nuovi, %2 da aggiornare."_s.arg(italian.toString(plan_.records - plan_.updates),
+                                                           italian.toString(plan_.updates));
+    else if (file_)
         text = u"Il file non contiene righe da importare."_s;
     status_->setText(text);
-    import_->setEnabled(plan_.problems.isEmpty() && !plan_.records.isEmpty());
+    import_->setEnabled(checked_ && plan_.problemCount == 0 && plan_.records > 0);
 }
 
 void ImportDialog::runImport()
 {
-    const auto write = [this, &chosen = target(), database = connection_.connectionString()](core::Progress &progress) {
+    const auto write = [this, &chosen = target(), read = reading(), decided = options(),
+                        database = connection_.connectionString()](core::Progress &progress) {
         data::Connection connection;
         connection.setConnectionString(database);
         connection.open();
-        writeImport(connection, chosen, plan_, progress);
+        // What counts here are the records.
+        core::Progress unseen;
+        writeImport(connection, {chosen, *lookups_, read.records(unseen), decided}, plan_, progress);
     };
     try {
         if (!ui::runWithProgress(this, u"Importazione"_s, write)) {
@@ -357,7 +280,7 @@ void ImportDialog::runImport()
     }
     const QLocale italian(QLocale::Italian);
     core::inform(this, u"Importazione completata: %1 record nuovi, %2 aggiornati."_s.arg(
-                           italian.toString(plan_.records.size() - plan_.updates), italian.toString(plan_.updates)));
+                           italian.toString(plan_.records - plan_.updates), italian.toString(plan_.updates)));
     accept();
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include "host/transfer/CsvFile.h"
 #include "host/transfer/ImportPlan.h"
 
 #include <QDialog>
@@ -12,6 +13,9 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTableWidget;
+namespace core {
+class Progress;
+}
 namespace ui {
 class ElidedLabel;
 class ResultGrid;
@@ -31,6 +35,16 @@ public:
     ~ImportDialog() override;
 
 private:
+    /// How the file is read, as the controls say.
+    struct Reading
+    {
+        CsvFile &file;
+        CsvFormat format;
+        bool hasHeader;
+
+        RecordSource records(core::Progress &progress) const;
+    };
+
     QWidget *createFilePart();
     QWidget *createMappingPart();
     QWidget *createRightPart();
@@ -41,24 +55,29 @@ private:
     void targetChosen();
     void chooseFile();
     void openFile(const QString &path);
-    void readContent();
+    void readBeginning();
+    void readAgain();
     void splitHeader();
     void createMapping();
     void proposeMapping();
     void showPreview();
     void check();
+    void showProblems();
+    bool work(const CsvFile &file, const std::function<void(core::Progress &)> &body);
+    CsvFormat format() const;
+    Reading reading() const;
     ImportOptions options() const;
     void runImport();
 
     data::Connection &connection_;
     QList<ImportTarget> targets_;
     std::unique_ptr<ImportLookups> lookups_;
-    QByteArray content_;
-    QList<CsvRecord> records_; ///< all of the file
-    QList<CsvRecord> rows_;    ///< without the header line
+    std::unique_ptr<CsvFile> file_; ///< none before one was chosen
+    QList<CsvRecord> beginning_;    ///< the first records, with the header line
     QStringList headers_;
     ImportPlan plan_;
-    QString readFailure_;
+    QString readFailure_; ///< of the beginning
+    bool checked_ = true; ///< to the end, so that `plan_` counts
 
     QComboBox *targetChoice_ = nullptr;
     QComboBox *separatorChoice_ = nullptr;

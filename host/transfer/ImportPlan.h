@@ -1,8 +1,11 @@
 #pragma once
 #include "host/transfer/CsvReader.h"
 #include "host/transfer/ImportLookups.h"
+#include "platform/core/NumberReader.h"
 
 #include <QVariant>
+
+#include <functional>
 
 namespace core {
 class Progress;
@@ -26,32 +29,40 @@ struct ImportOptions
     bool updateExisting = false; ///< a code that is there changes its record; otherwise it is a problem
 };
 
-/// One record to write. An invalid value is an empty cell.
-struct PlannedRecord
+/// Hands the records of a file, its header line left out, to a function one after the other. Each call goes through
+/// the whole file, which may be longer than the memory.
+using RecordSource = std::function<void(const std::function<void(const CsvRecord &)> &use)>;
+
+/// What is imported, where, and how.
+struct ImportJob
 {
-    int line = 0;
-    int key = -1; ///< of the record to change; -1 for a new one
-    QVariantList values;
+    const ImportTarget &target;
+    const ImportLookups &lookups;
+    RecordSource records;
+    ImportOptions options;
 };
 
-/// A file seen through the user's decisions: either problems, or records that can be written.
+/// A file seen through the user's decisions: either problems, or so many records that can be written.
 struct ImportPlan
 {
-    QList<ImportProblem> problems;
-    QList<qsizetype> fields; ///< numbers of the target's fields that the values belong to
-    QList<PlannedRecord> records;
+    QList<ImportProblem> problems; ///< the first thousand
+    int problemCount = 0;
+    QList<qsizetype> fields;           ///< numbers of the target's fields that get values
+    QList<core::NumberReader> numbers; ///< one for each of `fields`
+    int records = 0;
     int updates = 0; ///< records that change existing ones
+
+    void complain(const ImportProblem &problem);
 };
 
-/// Checks every cell of `records`, which hold no header line: numbers, lengths, references, required values, codes
-/// that come twice or exist. Nothing is written.
-ImportPlan planImport(const ImportTarget &target, const ImportLookups &lookups, const QList<CsvRecord> &records,
-                      const ImportOptions &options);
+/// Checks every cell: numbers, lengths, references, required values, codes that come twice or exist, control
+/// characters. Nothing is written. Goes through the file twice, since the decimal mark of a column and the codes that
+/// come again show in the whole of it only.
+ImportPlan planImport(const ImportJob &job);
 
 /// Writes all records in one transaction, or none: an error (a core::Error that names the line) and a cancelled
 /// `progress` leave nothing behind. A new record gets an empty text, 0 or no reference for an empty cell; an existing
-/// one keeps what it has. For a plan without problems.
-void writeImport(data::Connection &connection, const ImportTarget &target, const ImportPlan &plan,
-                 core::Progress &progress);
+/// one keeps what it has. For a `plan` of the same job without problems.
+void writeImport(data::Connection &connection, const ImportJob &job, const ImportPlan &plan, core::Progress &progress);
 
 } // namespace host

@@ -1,4 +1,4 @@
-#include "host/transfer/ImportPlan.h"
+#include "host/transfer/RecordReader.h"
 #include "platform/core/Log.h"
 #include "platform/core/Progress.h"
 #include "platform/data/Connection.h"
@@ -102,23 +102,27 @@ core::Error refusal(const data::DatabaseError &error, int line)
 
 } // namespace
 
-void writeImport(data::Connection &connection, const ImportTarget &target, const ImportPlan &plan,
-                 core::Progress &progress)
+void writeImport(data::Connection &connection, const ImportJob &job, const ImportPlan &plan, core::Progress &progress)
 {
     progress.setText(u"Scrittura dei record…"_s);
-    progress.setTotal(static_cast<int>(plan.records.size()));
+    progress.setTotal(plan.records);
     data::Transaction transaction(connection);
-    RecordWriter writer(connection, target, plan);
+    RecordWriter writer(connection, job.target, plan);
+    const RecordReader reader(job, plan);
     int done = 0;
-    for (const PlannedRecord &record : plan.records) {
+    job.records([&](const CsvRecord &record) {
+        // What was checked is what is read here, unless somebody has written to the file.
+        const PlannedRecord planned = reader.read(record, [](const ImportProblem &problem) {
+            throw core::Error(u"Riga %1: %2"_s.arg(problem.line).arg(problem.message));
+        });
         try {
-            writer.write(record);
+            writer.write(planned);
         } catch (const data::DatabaseError &error) {
             core::logError(u"importazione"_s, error);
             throw refusal(error, record.line);
         }
         progress.step(++done);
-    }
+    });
     transaction.commit();
 }
 

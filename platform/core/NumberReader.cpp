@@ -80,11 +80,15 @@ std::optional<WrittenNumber> readNumber(const QString &text)
 
 NumberReader::NumberReader(const QStringList &column)
 {
-    for (const QString &cell : column) {
-        const QString number = bare(cell);
-        commas_ = commas_ || isWithComma(number);
-        points_ = points_ || isWithPoint(number);
-    }
+    for (const QString &cell : column)
+        learn(cell);
+}
+
+void NumberReader::learn(const QString &cell)
+{
+    const QString number = bare(cell);
+    commas_ = commas_ || isWithComma(number);
+    points_ = points_ || isWithPoint(number);
 }
 
 std::optional<double> NumberReader::read(const QString &text) const

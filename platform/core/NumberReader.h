@@ -35,7 +35,11 @@ std::optional<WrittenNumber> readNumber(const QString &text);
 class NumberReader
 {
 public:
+    NumberReader() = default;
     explicit NumberReader(const QStringList &column);
+
+    /// One more number of the column, before the first one is read.
+    void learn(const QString &cell);
 
     /// Nothing for a text that is no number or that cannot be told.
     std::optional<double> read(const QString &text) const;

@@ -245,19 +245,23 @@ void TestFullDisk::importAndCreationLeaveNothing()
     QList<int> columns(articles.fields.size(), -1);
     columns[0] = 0;
     columns[1] = 1;
-    const host::ImportPlan plan =
-        host::planImport(articles, host::ImportLookups(database.connection(), articles), records, {.columns = columns});
+    const host::ImportLookups lookups(database.connection(), articles);
+    const host::ImportJob job = {articles,
+                                 lookups,
+                                 [&records](const auto &use) { std::for_each(records.begin(), records.end(), use); },
+                                 {.columns = columns}};
+    const host::ImportPlan plan = host::planImport(job);
     core::Progress progress;
     for (const qint64 limit : {0, 100, 1500}) {
         QString told;
         {
             const test::FullDisk full(limit * kilobyte);
-            told = toldBy([&] { host::writeImport(database.connection(), articles, plan, progress); });
+            told = toldBy([&] { host::writeImport(database.connection(), job, plan, progress); });
         }
         QVERIFY2(told.startsWith(u"Il disco è pieno"_s), qPrintable(told));
         QCOMPARE(database.lines(u"SELECT COUNT(*) FROM ANA_MAGA"_s), QStringList(u"0"_s));
     }
-    host::writeImport(database.connection(), articles, plan, progress);
+    host::writeImport(database.connection(), job, plan, progress);
     QCOMPARE(database.lines(u"SELECT COUNT(*) FROM ANA_MAGA"_s), QStringList(u"20000"_s));
 }
 

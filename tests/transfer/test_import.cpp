@@ -9,7 +9,11 @@
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
+#include <QBuffer>
+#include <QCheckBox>
 #include <QDialog>
+#include <QFile>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -18,6 +22,32 @@ using namespace Qt::StringLiterals;
 using host::CsvEncoding;
 
 namespace {
+
+QList<host::CsvRecord> recordsOf(QByteArray content, const host::CsvFormat &format)
+{
+    QBuffer file(&content);
+    file.open(QIODevice::ReadOnly);
+    host::CsvReader reader(file, format);
+    QList<host::CsvRecord> records;
+    for (host::CsvRecord record; reader.read(record);)
+        records.append(record);
+    return records;
+}
+
+// The most memory that was in use since the last call, in bytes.
+qint64 peakMemory()
+{
+    QFile status(u"/proc/self/status"_s);
+    qint64 kilobytes = 0;
+    if (status.open(QIODevice::ReadOnly)) {
+        const QByteArray text = status.readAll();
+        kilobytes = text.mid(text.indexOf("VmHWM:") + 6).trimmed().split(' ').value(0).toLongLong();
+    }
+    QFile reset(u"/proc/self/clear_refs"_s);
+    if (reset.open(QIODevice::WriteOnly))
+        reset.write("5");
+    return kilobytes * 1024;
+}
 
 QByteArray articles(int count, const QByteArray &lastPrice = "1,50")
 {
@@ -42,17 +72,16 @@ private Q_SLOTS:
     void filesAreRecognised();
     void decimalMarkIsThatOfTheColumn_data();
     void decimalMarkIsThatOfTheColumn();
+    void longFilesArriveWhole();
     void everyProblemNamesLineAndColumn();
     void codesUpdateWhereAsked();
     void allArticlesOrNone();
     void dialogWritesWhenNothingIsWrong();
+    void longFileNeedsLittleMemoryAndShowsItsProgress();
 
 private:
-    QList<host::CsvRecord> rows(const QByteArray &content) const
-    {
-        return host::readCsv(QString::fromUtf8(content), u';');
-    }
-    host::ImportPlan plan(const host::ImportTarget &target, const QByteArray &content, bool update = false);
+    /// The import of a file whose headers name the fields.
+    host::ImportJob job(const host::ImportTarget &target, const QByteArray &content, bool update = false);
     int count(const QString &table) { return database_->lines(u"SELECT COUNT(*) FROM "_s + table).value(0).toInt(); }
     void openIn(QDialog &dialog, const QByteArray &content);
 
@@ -60,6 +89,7 @@ private:
     const host::ImportTarget suppliers_ = host::importTargets()[2];
     const QTemporaryDir folder_;
     std::unique_ptr<test::ModuleDatabase> database_;
+    std::unique_ptr<host::ImportLookups> lookups_;
 };
 
 void TestImport::init()
@@ -97,13 +127,35 @@ void TestImport::filesAreRecognised_data()
 void TestImport::filesAreRecognised()
 {
     QFETCH(QByteArray, content);
-    const host::CsvFormat format = host::detectCsvFormat(content);
+    QBuffer file(&content);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    core::Progress progress;
+    const host::CsvFormat format = host::detectCsvFormat(file, progress);
     QTEST(format.separator, "separator");
     QTEST(static_cast<int>(format.encoding), "encoding");
     QStringList cells;
-    for (const host::CsvRecord &record : host::readCsv(host::decodeCsv(content, format.encoding), format.separator))
+    for (const host::CsvRecord &record : recordsOf(content, format))
         cells.append(QString::number(record.line) + u':' + record.cells.join(u'¦'));
     QTEST(cells.join(u" / "_s), "cells");
+}
+
+// However the pieces in which a file is read cut characters, quotes and line ends.
+void TestImport::longFilesArriveWhole()
+{
+    QByteArray content;
+    QStringList wanted;
+    for (int i = 0; i < 9000; ++i) {
+        const QString text = QString(i % 97, QChar(u'é')) + u"\U0001F4E6\"\n;€"_s;
+        wanted.append(text);
+        content += "\"" + QString(text).replace(u"\""_s, u"\"\""_s).toUtf8() + "\";" + QByteArray(i % 13, 'x') + "\r\n";
+    }
+    const QList<host::CsvRecord> found = recordsOf(content, {});
+    QCOMPARE(found.size(), wanted.size());
+    for (int i = 0; i < found.size(); ++i) {
+        QCOMPARE(found[i].line, 1 + 2 * i);
+        QCOMPARE(found[i].cells, QStringList({wanted[i], QString(i % 13, u'x')}));
+    }
+    QVERIFY(test::errorOf([] { recordsOf("a\n\"" + QByteArray(1'100'000, 'x'), {}); }).startsWith(u"Riga 2: "));
 }
 
 void TestImport::decimalMarkIsThatOfTheColumn_data()
@@ -130,25 +182,27 @@ void TestImport::decimalMarkIsThatOfTheColumn()
     QTEST(numbers.join(u' '), "numbers");
 }
 
-host::ImportPlan TestImport::plan(const host::ImportTarget &target, const QByteArray &content, bool update)
+host::ImportJob TestImport::job(const host::ImportTarget &target, const QByteArray &content, bool update)
 {
-    QList<host::CsvRecord> records = rows(content);
+    QList<host::CsvRecord> records = recordsOf(content, {});
     const QStringList headers = records.takeFirst().cells;
-    const host::ImportLookups lookups(database_->connection(), target);
-    return host::planImport(
-        target, lookups, records,
-        {.columns = host::mapColumns(target, headers), .headers = headers, .updateExisting = update});
+    lookups_ = std::make_unique<host::ImportLookups>(database_->connection(), target);
+    return {target,
+            *lookups_,
+            [records](const auto &use) { std::for_each(records.begin(), records.end(), use); },
+            {.columns = host::mapColumns(target, headers), .headers = headers, .updateExisting = update}};
 }
 
 void TestImport::everyProblemNamesLineAndColumn()
 {
     database_->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"Vecchio"_s}});
-    const host::ImportPlan found = plan(articles_, "Cod.;Descrizione;Listino;IVA;Categoria;UM\n"
-                                                   "vecchio;a;1;22;;\n"
-                                                   "N1;;x;22%;Non c'è;\n"
-                                                   "n1;b;-1;99;;\n"
-                                                   "N2;b;1,255;;;PZ;troppo\n" +
-                                                       QByteArray(21, 'c') + ";b;;;;\n");
+    const host::ImportPlan found =
+        host::planImport(job(articles_, "Cod.;Descrizione;Listino;IVA;Categoria;UM\n"
+                                        "vecchio;a;1;22;;\n"
+                                        "N1;;x;22%;Non c'è;\n"
+                                        "n1;b;-1;99;;\n"
+                                        "N2;b;1,255;;;PZ;troppo\n" +
+                                            QByteArray(21, 'c') + ";b;;;;\n" + QByteArray("N3;a\0b;;;;\n", 11)));
     QStringList told;
     for (const host::ImportProblem &problem : found.problems)
         told.append(QString::number(problem.line) + u' ' + problem.column + u": "_s + problem.message);
@@ -161,7 +215,8 @@ void TestImport::everyProblemNamesLineAndColumn()
                                   u"4 IVA: \"99\" non si trova, o non è unico."_s,
                                   u"5 : La riga ha 7 colonne invece di 6."_s,
                                   u"5 Listino: \"1,255\" ha più di due decimali."_s,
-                                  u"6 Cod.: Il testo ha 21 caratteri, al massimo ne sono ammessi 20."_s};
+                                  u"6 Cod.: Il testo ha 21 caratteri, al massimo ne sono ammessi 20."_s,
+                                  u"7 Descrizione: Il testo contiene un carattere di controllo (U+0000)."_s};
     QCOMPARE(told, expected);
 }
 
@@ -173,11 +228,12 @@ void TestImport::codesUpdateWhereAsked()
     const QByteArray file = "Codice;Ragione sociale;Città;Partita IVA;Pagamento;Telefono;Note\n"
                             "ABC;Nuova;;it01234567890;;'+39 02;\"a\nb\"\nZZ9;Altra;Roma;;;;\n"
                             "straße;Tedesca;;;;;\nSTRASSE;Altra;;;;;\n";
-    const host::ImportPlan planned = plan(suppliers_, file, true);
-    QVERIFY(planned.problems.isEmpty());
+    const host::ImportJob update = job(suppliers_, file, true);
+    const host::ImportPlan planned = host::planImport(update);
+    QCOMPARE(planned.problemCount, 0);
     QCOMPARE(planned.updates, 2);
     core::Progress progress;
-    host::writeImport(database_->connection(), suppliers_, planned, progress);
+    host::writeImport(database_->connection(), update, planned, progress);
     QCOMPARE(database_->lines(u"SELECT CODICE, RAGIONESOCIALE, CITTA, PARTITAIVA, TELEFONO1, NOTE FROM FORNITORI "
                               "WHERE CODICE IN ('Abc', 'ZZ9', 'Straße', 'STRASSE') ORDER BY 1"_s),
              (QStringList{u"Abc|Nuova|Asti|IT01234567890|+39 02|a\nb"_s, u"STRASSE|Altra||||"_s,
@@ -188,7 +244,8 @@ void TestImport::allArticlesOrNone()
 {
     constexpr int many = 20000;
     const int before = count(u"ANA_MAGA"_s);
-    const host::ImportPlan planned = plan(articles_, articles(many));
+    const host::ImportJob all = job(articles_, articles(many));
+    const host::ImportPlan planned = host::planImport(all);
     data::Connection other;
     other.setConnectionString(database_->database().connectionString());
     other.open();
@@ -200,19 +257,19 @@ void TestImport::allArticlesOrNone()
             trouble();
     });
     trouble = [&progress] { progress.cancel(); };
-    QCOMPARE(test::errorOf([&] { host::writeImport(other, articles_, planned, progress); }), u"cancelled"_s);
+    QCOMPARE(test::errorOf([&] { host::writeImport(other, all, planned, progress); }), u"cancelled"_s);
     QCOMPARE(count(u"ANA_MAGA"_s), before);
 
     core::Progress second;
     inserts = 0;
     trouble = [this] { database_->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"X%1"_s.arg(many)}}); };
-    QVERIFY(test::errorOf([&] { host::writeImport(other, articles_, planned, second); }).contains(u"riga 20001."));
+    QVERIFY(test::errorOf([&] { host::writeImport(other, all, planned, second); }).contains(u"riga 20001."));
     QCOMPARE(count(u"ANA_MAGA"_s), before + 1);
 
     core::Progress third;
     trouble = {};
     database_->connection().run(u"DELETE FROM ANA_MAGA WHERE CODICE = 'X20000'"_s);
-    host::writeImport(other, articles_, planned, third);
+    host::writeImport(other, all, planned, third);
     QCOMPARE(count(u"ANA_MAGA"_s), before + many);
     QCOMPARE(third.done(), many);
     QCOMPARE(database_->lines(u"SELECT A.DESCRIZIONE, A.PREZZO, A.COSTO, I.CODICE FROM ANA_MAGA A JOIN ALIQUOTE_IVA I "
@@ -264,6 +321,50 @@ void TestImport::dialogWritesWhenNothingIsWrong()
     });
     host::importFromCsv(nullptr, database_->connection());
     QCOMPARE(count(u"ANA_MAGA"_s), before + 30);
+}
+
+void TestImport::longFileNeedsLittleMemoryAndShowsItsProgress()
+{
+    test::ScriptedMessages messages;
+    test::ScriptedDialogs dialogs;
+    const QString path = folder_.filePath(u"lungo.csv"_s);
+    qint64 size = 0;
+    {
+        const QByteArray content = articles(300'000);
+        size = content.size();
+        core::saveFile(path, content);
+    }
+    ui::setOpenFileChooser([&path](QWidget *, const ui::OpenFileRequest &) { return path; });
+    bool moved = false;
+    const auto watch = [&moved](QDialog &progress) {
+        const auto *bar = progress.findChild<QProgressBar *>();
+        QTRY_VERIFY_WITH_TIMEOUT(bar->value() > 0 || !progress.isVisible(), 1000);
+        QTRY_VERIFY_WITH_TIMEOUT(!progress.isVisible(), 120'000);
+        moved = moved || bar->value() > 0;
+    };
+    dialogs.expect([&](QDialog &dialog) {
+        test::settle();
+        peakMemory();
+        const qint64 before = peakMemory();
+        dialogs.expect(watch); // how the file is written
+        dialogs.expect(watch); // what is in it
+        test::press(&dialog, u"cmdSfoglia"_s);
+        QCOMPARE(test::shown(&dialog, u"lblStato"_s), u"300.000 record nuovi, 0 da aggiornare."_s);
+        const qint64 needed = peakMemory() - before;
+        QVERIFY2(needed < 2 * size, qPrintable(u"%1 for %2 bytes"_s.arg(needed).arg(size)));
+        QVERIFY(moved);
+        // A cancelled check leaves nothing to import.
+        dialogs.expect([](QDialog &progress) {
+            test::press(&progress, u"cmdAnnulla"_s);
+            QTRY_VERIFY(!progress.isVisible());
+        });
+        test::control<QCheckBox>(&dialog, u"chkAggiorna"_s)->click();
+        QCOMPARE(test::shown(&dialog, u"lblStato"_s), u"Controllo annullato: scegliere di nuovo il file."_s);
+        QVERIFY(!test::control<QPushButton>(&dialog, u"cmdImporta"_s)->isEnabled());
+        dialog.reject();
+    });
+    host::importFromCsv(nullptr, database_->connection());
+    ui::setOpenFileChooser({});
 }
 
 namespace {

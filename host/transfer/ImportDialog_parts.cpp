@@ -1,0 +1,152 @@
+#include "host/transfer/ImportDialog.h"
+#include "platform/core/Messages.h"
+#include "platform/ui/Controls.h"
+#include "platform/ui/LineEdit.h"
+#include "platform/ui/ResultGrid.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+// What stands where in the dialog.
+namespace host {
+
+namespace {
+
+QPushButton *addButton(const QString &name, const QString &caption, QWidget *parent)
+{
+    auto *button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    return button;
+}
+
+QGroupBox *grouped(const QString &caption, QWidget *content)
+{
+    auto *group = new QGroupBox(caption);
+    auto *layout = new QVBoxLayout(group);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(content);
+    return group;
+}
+
+} // namespace
+
+QComboBox *ImportDialog::addChoice(const QString &name, const QStringList &captions)
+{
+    auto *choice = new ui::ComboBox(this);
+    choice->setObjectName(name);
+    choice->addItems(captions);
+    return choice;
+}
+
+QWidget *ImportDialog::createFilePart()
+{
+    auto *part = new QWidget(this);
+    auto *grid = new QGridLayout(part);
+    grid->setContentsMargins(0, 0, 0, 0);
+    QStringList captions;
+    for (const ImportTarget &target : std::as_const(targets_))
+        captions.append(target.caption);
+    targetChoice_ = addChoice(u"cmbArchivio"_s, captions);
+    separatorChoice_ =
+        addChoice(u"cmbSeparatore"_s, {u"Punto e virgola"_s, u"Virgola"_s, u"Tabulazione"_s, u"Barra verticale"_s});
+    encodingChoice_ = addChoice(u"cmbCodifica"_s, {u"UTF-8"_s, u"UTF-16"_s, u"Windows (1252)"_s});
+    fileName_ = new ui::LineEdit(part);
+    fileName_->setObjectName(u"txtFile"_s);
+    fileName_->setReadOnly(true);
+    QPushButton *choose = addButton(u"cmdSfoglia"_s, u"Sfoglia…"_s, part);
+    hasHeader_ = new QCheckBox(u"Prima riga con i titoli"_s, part);
+    hasHeader_->setObjectName(u"chkTitoli"_s);
+    updateExisting_ = new QCheckBox(u"Aggiorna i record esistenti"_s, part);
+    updateExisting_->setObjectName(u"chkAggiorna"_s);
+    updateExisting_->setToolTip(
+        u"Un codice già presente aggiorna il suo record; le celle vuote lasciano il valore che c'è."_s);
+    grid->addWidget(new QLabel(u"Importa"_s, part), 0, 0);
+    grid->addWidget(targetChoice_, 0, 1);
+    grid->addWidget(new QLabel(u"dal file"_s, part), 0, 2);
+    grid->addWidget(fileName_, 0, 3, 1, 3);
+    grid->addWidget(choose, 0, 6);
+    grid->addWidget(new QLabel(u"Separatore"_s, part), 1, 0);
+    grid->addWidget(separatorChoice_, 1, 1);
+    grid->addWidget(new QLabel(u"Codifica"_s, part), 1, 2);
+    grid->addWidget(encodingChoice_, 1, 3);
+    grid->addWidget(hasHeader_, 1, 4);
+    grid->addWidget(updateExisting_, 1, 5, 1, 2);
+    grid->setColumnStretch(4, 1);
+    connect(targetChoice_, &QComboBox::activated, this, [this] { core::guarded(this, [this] { targetChosen(); }); });
+    connect(choose, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { chooseFile(); }); });
+    for (QComboBox *choice : {separatorChoice_, encodingChoice_})
+        connect(choice, &QComboBox::activated, this, [this] { core::guarded(this, [this] { readAgain(); }); });
+    connect(hasHeader_, &QCheckBox::clicked, this, [this] { core::guarded(this, [this] { splitHeader(); }); });
+    connect(updateExisting_, &QCheckBox::clicked, this, [this] { core::guarded(this, [this] { check(); }); });
+    return part;
+}
+
+QWidget *ImportDialog::createMappingPart()
+{
+    auto *fields = new QWidget;
+    mapping_ = new QFormLayout(fields);
+    mapping_->setContentsMargins(4, 4, 4, 4);
+    auto *area = new QScrollArea(this);
+    area->setWidget(fields);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    QGroupBox *group = grouped(u"Campo e colonna del file"_s, area);
+    group->setMinimumWidth(300);
+    return group;
+}
+
+QWidget *ImportDialog::createRightPart()
+{
+    using ui::ListColumn;
+    preview_ = new QTableWidget(this);
+    preview_->setObjectName(u"gridAnteprima"_s);
+    preview_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    preview_->setWordWrap(false);
+    preview_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    preview_->horizontalHeader()->setMaximumSectionSize(240);
+    preview_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    problems_ = new ui::ResultGrid(u"ID"_s,
+                                   {{u"Riga"_s, u"RIGA"_s, 60, ListColumn::Width::Pixels, ListColumn::Display::Integer},
+                                    {u"Colonna"_s, u"COLONNA"_s, 110},
+                                    {u"Errore"_s, u"MESSAGGIO"_s, 0, ListColumn::Width::Rest}},
+                                   this);
+    problems_->setObjectName(u"gridErrori"_s);
+    auto *halves = new QSplitter(Qt::Vertical, this);
+    halves->setChildrenCollapsible(false);
+    halves->addWidget(grouped(u"Anteprima delle prime righe"_s, preview_));
+    halves->addWidget(grouped(u"Errori"_s, problems_));
+    return halves;
+}
+
+QWidget *ImportDialog::createButtons()
+{
+    auto *part = new QWidget(this);
+    auto *line = new QHBoxLayout(part);
+    line->setContentsMargins(0, 0, 0, 0);
+    status_ = new ui::ElidedLabel(part);
+    status_->setObjectName(u"lblStato"_s);
+    import_ = addButton(u"cmdImporta"_s, u"Importa"_s, part);
+    QPushButton *close = addButton(u"cmdChiudi"_s, u"Chiudi"_s, part);
+    connect(import_, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { runImport(); }); });
+    connect(close, &QPushButton::clicked, this, &QDialog::reject);
+    line->addWidget(status_, 1);
+    line->addWidget(import_);
+    line->addWidget(close);
+    return part;
+}
+
+} // namespace host

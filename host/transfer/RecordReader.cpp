@@ -1,0 +1,97 @@
+#include "host/transfer/RecordReader.h"
+
+#include "platform/core/CsvWriter.h"
+#include "platform/core/Decimal.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+using Kind = ImportField::Kind;
+
+// No input of the program takes these, and a NUL ends a text for the database and for other programs.
+bool isControl(QChar c)
+{
+    return (c.category() == QChar::Other_Control && c != u'\n' && c != u'\t') || c.unicode() >= 0xFFFE;
+}
+
+} // namespace
+
+RecordReader::RecordReader(const ImportJob &job, const ImportPlan &plan)
+    : job_(job)
+    , plan_(plan)
+{
+}
+
+PlannedRecord RecordReader::read(const CsvRecord &record, const Complain &complain) const
+{
+    PlannedRecord planned{.line = record.line};
+    if (const QString code = text(record, 0); !code.isEmpty())
+        planned.key = job_.lookups.record(code).value_or(-1);
+    planned.values.reserve(plan_.fields.size());
+    for (qsizetype i = 0; i < plan_.fields.size(); ++i)
+        planned.values.append(value(record, i, complain));
+    return planned;
+}
+
+QString RecordReader::text(const CsvRecord &record, qsizetype field) const
+{
+    const Kind kind = job_.target.fields[field].kind;
+    QString text = core::withoutFormulaGuard(record.cells.value(job_.options.columns[field])).trimmed();
+    if (kind != Kind::Memo)
+        text.replace(u'\n', u' ').replace(u'\t', u' ');
+    if (kind == Kind::UpperText)
+        text = text.toUpper();
+    return text;
+}
+
+QString RecordReader::header(qsizetype field) const
+{
+    return job_.options.headers.value(job_.options.columns[field], job_.target.fields[field].caption);
+}
+
+QVariant RecordReader::value(const CsvRecord &record, qsizetype index, const Complain &complain) const
+{
+    const qsizetype field = plan_.fields[index];
+    const ImportField &spec = job_.target.fields[field];
+    const QString text = this->text(record, field);
+    const auto tell = [&](const QString &message) { complain({record.line, header(field), message}); };
+    if (text.isEmpty())
+        return {};
+    if (const auto odd = std::find_if(text.begin(), text.end(), isControl); odd != text.end()) {
+        const QString code = QString::number(odd->unicode(), 16).rightJustified(4, u'0').toUpper();
+        tell(u"Il testo contiene un carattere di controllo (U+%1)."_s.arg(code));
+        return {};
+    }
+    if (spec.kind == Kind::Amount)
+        return amount(text, plan_.numbers[index], tell);
+    if (spec.kind == Kind::Lookup) {
+        const std::optional<int> key = job_.lookups.find(field, text);
+        if (!key)
+            tell(u"\"%1\" non si trova, o non è unico."_s.arg(text));
+        return key.value_or(0);
+    }
+    if (spec.maxLength > 0 && text.size() > spec.maxLength)
+        tell(u"Il testo ha %1 caratteri, al massimo ne sono ammessi %2."_s.arg(text.size()).arg(spec.maxLength));
+    return text;
+}
+
+QVariant RecordReader::amount(const QString &text, const core::NumberReader &numbers,
+                              const std::function<void(const QString &)> &complain) const
+{
+    constexpr double largest = 99'999'999'999.99;
+    const std::optional<double> number = numbers.read(text);
+    if (!number)
+        complain(u"\"%1\" non è un numero valido."_s.arg(text));
+    else if (*number < 0 || *number > largest)
+        complain(u"\"%1\" non è compreso tra 0 e 99.999.999.999,99."_s.arg(text));
+    else if (core::roundDecimal(*number, 2) != core::roundDecimal(*number, 6))
+        complain(u"\"%1\" ha più di due decimali."_s.arg(text));
+    return core::roundDecimal(number.value_or(0), 2);
+}
+
+} // namespace host
