@@ -1,6 +1,7 @@
 #include "magazzino/ui/SelectionDialog.h"
 
 #include "magazzino/MMGUtils.h"
+#include "platform/core/LineText.h"
 #include "platform/core/Messages.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/CategoryTree.h"
@@ -163,7 +164,7 @@ QString TMMGModSelezionaBase::filterText() const
 {
     QStringList conditions;
     for (int i = 0; i < filterEdits_.size(); ++i) {
-        const QString text = filterEdits_[i]->text();
+        const QString text = core::lineOf(filterEdits_[i]->text());
         if (!text.isEmpty())
             conditions.append(spec_.filters[i].column + u" CONTAINING "_s + data::quoted(text));
     }

@@ -50,6 +50,24 @@ void logQtMessage(QtMsgType type, const QMessageLogContext &context, const QStri
     handlerBefore()(type, context, text);
 }
 
+// Between double quotes stand names, of which the word before says so, and values.
+QString withoutDoubleQuoted(const QString &text)
+{
+    static const QRegularExpression quote(
+        u"\\b(?:constraint|table|index|column|generator|procedure|trigger|view|object|relation|during|file|cartella|"
+        "database|server) \"[^\"]*\"(?:\\.\"[^\"]*\")*|(\")"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    for (auto it = quote.globalMatch(text); it.hasNext();) {
+        const auto match = it.next();
+        if (!match.hasCaptured(1))
+            continue;
+        const qsizetype first = match.capturedStart(1);
+        const qsizetype last = text.lastIndexOf(u'"');
+        return text.left(first) + u"\"…\""_s + (last > first ? text.mid(last + 1) : QString());
+    }
+    return text;
+}
+
 } // namespace
 
 void setLogFile(const QString &path)
@@ -61,17 +79,20 @@ void setLogFile(const QString &path)
 
 QString withoutUserValues(const QString &text)
 {
-    // Firebird repeats values as 'text', as string "text" and as ("COLUMN" = value); object names stay readable.
-    static const QRegularExpression singleQuoted(u"'(?:[^']|'')*'"_s);
-    static const QRegularExpression afterString(u"(string|value) \"[^\"]*\""_s);
-    // A key value may hold brackets itself: everything up to the last one goes.
-    static const QRegularExpression keyValues(u"Problematic key value is \\(.*\\)"_s,
-                                              QRegularExpression::DotMatchesEverythingOption);
+    // A value may hold quotes and brackets itself, and a long one may have lost its end; where the database repeats
+    // one, nothing worth keeping follows. An unknown token has no quotes at all.
+    constexpr auto toTheEnd = QRegularExpression::DotMatchesEverythingOption;
+    static const QRegularExpression key(u"(Problematic key value is )\\(.*"_s, toTheEnd);
+    static const QRegularExpression string(u"(conversion error from string|, value) \".*"_s, toTheEnd);
+    static const QRegularExpression token(u"(Token unknown - line \\d+, column \\d+ - ).*"_s, toTheEnd);
+    // Not the apostrophe of "l'archivio".
+    static const QRegularExpression singleQuoted(u"(?<!\\w)'(?:.*'(?!\\w)|.*)"_s, toTheEnd);
     QString masked = text;
-    masked.replace(keyValues, u"Problematic key value is (…)"_s);
-    masked.replace(afterString, u"\\1 \"…\""_s);
+    masked.replace(key, u"\\1(…)"_s);
+    masked.replace(string, u"\\1 \"…\""_s);
+    masked.replace(token, u"\\1…"_s);
     masked.replace(singleQuoted, u"'…'"_s);
-    return masked;
+    return withoutDoubleQuoted(masked);
 }
 
 void logLine(const QString &where, const QString &text)

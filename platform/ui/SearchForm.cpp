@@ -1,6 +1,7 @@
 #include "platform/ui/SearchForm.h"
 
 #include "platform/core/Clock.h"
+#include "platform/core/LineText.h"
 #include "platform/core/Messages.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/DateEdit.h"
@@ -27,7 +28,7 @@ QString valueOf(const QWidget *input)
         return QString::number(year->value());
     if (const auto *date = qobject_cast<const DateEdit *>(input))
         return date->date().toString(Qt::ISODate);
-    return qobject_cast<const QLineEdit *>(input)->text();
+    return core::lineOf(qobject_cast<const QLineEdit *>(input)->text());
 }
 
 } // namespace

@@ -155,11 +155,20 @@ void TestCore::logMasksWhatTheUserTyped_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("logged");
-    QTest::newRow("conversion") << u"conversion error from string \"Rossi\""_s
-                                << u"conversion error from string \"…\""_s;
+    const QString conversion = u"conversion error from string "_s;
+    const QString key = u"Problematic key value is "_s;
+    QTest::newRow("conversion") << conversion + u"\"Rossi\""_s << conversion + u"\"…\""_s;
+    QTest::newRow("quotes inside, cut short") << conversion + u"\"Ros\" \nsi"_s << conversion + u"\"…\""_s;
+    QTest::newRow("key with brackets") << key + u"(\"CODICE\" = 'A (1) Segreto')"_s << key + u"(…)"_s;
+    QTest::newRow("key cut short") << key + u"(\"CODICE\" = 'A) Segr"_s << key + u"(…)"_s;
+    QTest::newRow("unquoted") << u"Token unknown - line 1, column 33 - Rossi Mario"_s
+                              << u"Token unknown - line 1, column 33 - …"_s;
     QTest::newRow("literal") << u"near 'D''Amico' in line 1"_s << u"near '…' in line 1"_s;
-    QTest::newRow("key with brackets") << u"Problematic key value is (\"CODICE\" = 'A (1) Segreto')"_s
-                                       << u"Problematic key value is (…)"_s;
+    QTest::newRow("apostrophe inside") << u"near 'D'Amico' in line 1"_s << u"near '…' in line 1"_s;
+    QTest::newRow("own message") << u"L'archivio dell'anno: il codice \"Ros\"si\" esiste nella tabella"_s
+                                 << u"L'archivio dell'anno: il codice \"…\" esiste nella tabella"_s;
+    QTest::newRow("names stay") << u"I/O error during \"open\" of table \"T\".\"C\", value \"x\""_s
+                                << u"I/O error during \"open\" of table \"T\".\"C\", value \"…\""_s;
 }
 
 void TestCore::logMasksWhatTheUserTyped()

@@ -50,6 +50,7 @@ void TestSelectionDialogs::articleFilters_data()
     QTest::newRow("underscore is no wildcard") << u"zz_"_s << QString() << QString();
     QTest::newRow("accent, other case") << QString() << u"È COSÌ"_s << u"ZZ%2"_s;
     QTest::newRow("code of 20 characters") << u"zz-3-456789012345678"_s << QString() << u"ZZ-3-456789012345678"_s;
+    QTest::newRow("control characters do not count") << QString() << u"l'ac\1qu"_s + QChar(0) + u"a \"x"_s << u"ZZ'1"_s;
     QTest::newRow("question mark is no parameter") << QString() << u"perché?"_s << u"ZZ%2"_s;
 }
 
