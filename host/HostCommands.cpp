@@ -121,9 +121,11 @@ void HostCommands::addSettings()
          .menu = {},
          .create = [this] { return new RoleEntry(connection_, &window_); },
          .administratorsOnly = true});
-    add({.name = u"actImporta"_s, .caption = u"Importa da CSV..."_s, .menu = toolsMenu, .create = {}, .run = [this] {
-             importFromCsv(&window_, connection_);
-         }});
+    add({.name = u"actImporta"_s,
+         .caption = u"Importa da CSV..."_s,
+         .menu = toolsMenu,
+         .run = [this] { importFromCsv(&window_, connection_); },
+         .administratorsOnly = true});
     add({.name = u"actCambiaPassword"_s,
          .caption = u"Cambia password..."_s,
          .menu = toolsMenu,
@@ -144,7 +146,7 @@ void HostCommands::add(const Command &command)
 
 void HostCommands::execute(const Command &command)
 {
-    if (command.administratorsOnly && !userHasRight(GetKxCurrentUserName(), fullControl, connection_)) {
+    if (command.administratorsOnly && !currentUserInControl(connection_)) {
         core::refuseForRights(&window_);
         return;
     }

@@ -104,9 +104,21 @@ void FileCommands::openRecent(const data::DatabaseAddress &database)
     window_.switchTo({.database = database, .keepPassword = memory_.keepsPassword(database)});
 }
 
+// A backup holds all data, those of documents that the user may not see among them. The daily one asks nobody: it lies
+// where the database lies.
+bool FileCommands::requireControl()
+{
+    const bool inControl = currentUserInControl(*window_.findChild<data::Connection *>());
+    if (!inControl)
+        core::refuseForRights(&window_);
+    return inControl;
+}
+
 // The backup program opens the file itself, which an embedded database allows to one process at a time.
 void FileCommands::backUp()
 {
+    if (!requireControl())
+        return;
     const QString file = chooseBackupFile(&window_, opening_.database);
     if (file.isEmpty())
         return;
@@ -125,10 +137,8 @@ void FileCommands::backUp()
 
 void FileCommands::restore()
 {
-    if (!userHasRight(GetKxCurrentUserName(), fullControl, *window_.findChild<data::Connection *>())) {
-        core::refuseForRights(&window_);
+    if (!requireControl())
         return;
-    }
     Opening restored = opening_;
     restored.before = opening_.database;
     restored.restoreFrom = chooseRestoreFile(&window_);

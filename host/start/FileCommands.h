@@ -29,6 +29,7 @@ private:
     void openRecent(const data::DatabaseAddress &database);
     void backUp();
     void restore();
+    bool requireControl();
     bool confirmTarget(data::DatabaseAddress &target);
 
     MainWindow &window_;

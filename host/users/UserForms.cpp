@@ -46,12 +46,24 @@ QString refuseUserDeletion(int id, data::Connection &connection)
     const QString name = nameOfUser(id, connection);
     if (isCurrentUser(name))
         return u"Non è possibile eliminare l'utente che sta lavorando."_s;
-    return administratorsExcept(name, 0, connection) == 0 ? lastAdministrator : QString();
+    if (administratorsExcept(name, 0, connection) == 0)
+        return lastAdministrator;
+    return currentUserInControl(connection) ? QString() : core::missingRight;
 }
 
 QString refuseRoleDeletion(int id, data::Connection &connection)
 {
-    return administratorsExcept({}, id, connection) == 0 ? lastAdministrator : QString();
+    if (administratorsExcept({}, id, connection) == 0)
+        return lastAdministrator;
+    return currentUserInControl(connection) ? QString() : core::missingRight;
+}
+
+// The right with which the form was opened may be gone by now: asked when the save begins, and inside its transaction,
+// before anything is written, since whoever saves may be taking it from themselves.
+void requireControl(data::Connection &connection)
+{
+    if (!currentUserInControl(connection))
+        throw ui::SaveRefused(core::missingRight);
 }
 
 // The check list of a form in a box on its page.
@@ -148,6 +160,7 @@ UserEntry::UserEntry(data::Connection &connection, QWidget *owner)
                        u"UTENTI_RUOLI"_s, u"USER_NAME"_s, u"IDRUOLO_UTENTE"_s},
                       u"Ruoli"_s, page(general));
     connect(roles_, &CheckedLinks::edited, this, &UserEntry::DataChanged);
+    refuseIf([this] { return !currentUserInControl(this->connection()); }, core::missingRight);
     refuseIf([this] { return storedKey() < 0 && newHash_.isEmpty(); }, u"Non è stata impostata la password!"_s);
     refuseIf([this] { return isCurrentUser(storedText()) && !isCurrentUser(textOf(u"USER_NAME"_s)); },
              u"Non è possibile cambiare il nome dell'utente che sta lavorando."_s);
@@ -196,6 +209,7 @@ void UserEntry::recordSaved()
 
 void UserEntry::writeComputed(data::DataSet &record) const
 {
+    requireControl(connection());
     RegisterEntry::writeComputed(record);
     if (!newHash_.isEmpty())
         record.setValue(u"PASSWORD_HASH"_s, newHash_);
@@ -223,6 +237,7 @@ RoleEntry::RoleEntry(data::Connection &connection, QWidget *owner)
                         u"ABILITAZIONI_RUOLI"_s, u"IDRUOLO_UTENTE"_s, u"IDABILITAZIONE_UTENTE"_s},
                        u"Diritti"_s, page(general));
     connect(rights_, &CheckedLinks::edited, this, &RoleEntry::DataChanged);
+    refuseIf([this] { return !currentUserInControl(this->connection()); }, core::missingRight);
     refuseIf([this] { return leavesNobodyInControl(); }, lastAdministrator);
     finish();
 }
@@ -250,6 +265,12 @@ void RoleEntry::loadDetails()
 {
     RegisterEntry::loadDetails();
     rights_->load(IdRecord(), connection());
+}
+
+void RoleEntry::writeComputed(data::DataSet &record) const
+{
+    requireControl(connection());
+    RegisterEntry::writeComputed(record);
 }
 
 void RoleEntry::writeDetails()

@@ -45,6 +45,7 @@ public:
 protected:
     void resetDetails() override;
     void loadDetails() override;
+    void writeComputed(data::DataSet &record) const override;
     void writeDetails() override;
 
 private:

@@ -1,5 +1,6 @@
 #include "host/users/Users.h"
 
+#include "host/Corvane3Impl.h"
 #include "host/users/Password.h"
 #include "platform/core/Format.h"
 #include "platform/data/DataSet.h"
@@ -69,6 +70,12 @@ bool userHasRight(const QString &userName, const QString &right, data::Connectio
     // Not in the statement, which would not tell blanks at the end.
     const QString column = u"ABILITAZIONE_UTENTE"_s;
     return rights.locate(column, fullControl) || rights.locate(column, right);
+}
+
+bool currentUserInControl(data::Connection &connection)
+{
+    const QString user = GetKxCurrentUserName();
+    return activeUsers(connection).contains(user, Qt::CaseInsensitive) && userHasRight(user, fullControl, connection);
 }
 
 int administratorsExcept(const QString &exceptUser, int exceptRole, data::Connection &connection)

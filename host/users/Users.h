@@ -28,6 +28,9 @@ void setPassword(const QString &userName, const QString &password, data::Connect
 /// case.
 bool userHasRight(const QString &userName, const QString &right, data::Connection &connection);
 
+/// True when the current user has full control and is active: both can be taken away while windows are open.
+bool currentUserInControl(data::Connection &connection);
+
 /// How many active users have full control, those aside who are named `exceptUser` and what comes from `exceptRole`
 /// (empty and 0 leave nobody aside).
 int administratorsExcept(const QString &exceptUser, int exceptRole, data::Connection &connection);

@@ -63,7 +63,7 @@ bool confirmDeletion(QObject *owner)
 
 void refuseForRights(QObject *owner)
 {
-    warn(owner, u"Non si dispone di diritti sufficienti per eseguire questa operazione."_s);
+    warn(owner, missingRight);
 }
 
 bool guarded(QObject *owner, const std::function<void()> &body)

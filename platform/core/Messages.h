@@ -58,7 +58,9 @@ bool confirmLoss(QObject *owner, const QString &text);
 /// "Confermare l'eliminazione?", the question before every deletion of what is stored; Enter alone answers No.
 bool confirmDeletion(QObject *owner);
 
-/// "Non si dispone di diritti sufficienti per eseguire questa operazione." titled "Attenzione".
+inline const QString missingRight =
+    QStringLiteral("Non si dispone di diritti sufficienti per eseguire questa operazione.");
+/// `missingRight` titled "Attenzione".
 void refuseForRights(QObject *owner);
 
 /// Runs `body` and shows the text of any error it throws in an "Errore" box: the outermost layer of every slot.

@@ -1,5 +1,7 @@
 #include "host/HostCommands.h"
 #include "host/registers/RegisterUses.h"
+#include "host/start/DatabaseMemory.h"
+#include "host/start/FileCommands.h"
 #include "host/ui/MainWindow.h"
 #include "host/users/Password.h"
 #include "host/users/PasswordDialogs.h"
@@ -15,6 +17,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -57,6 +60,7 @@ private Q_SLOTS:
     void newUserWorksWithRoleAndPassword();
     void lastAdministratorStays();
     void adminCommandsNeedTheRight();
+    void rightIsAskedAgainAtTheSave();
 };
 
 void TestUsers::passwordsAreSaltedAndChecked()
@@ -163,11 +167,47 @@ void TestUsers::adminCommandsNeedTheRight()
 {
     test::Workplace workplace;
     SetKxCurrentUserName(u"MAGAZZINIERE"_s);
-    for (const QString &name : {u"actRicercaUtenti"_s, u"actInserimentoRuoli"_s, u"actAzienda"_s, u"actOpzioni"_s}) {
-        workplace.messages.expectWarning(u"Non si dispone di diritti sufficienti per eseguire questa operazione."_s);
+    for (const QString &name :
+         {u"actRicercaUtenti"_s, u"actInserimentoRuoli"_s, u"actAzienda"_s, u"actOpzioni"_s, u"actImporta"_s}) {
+        workplace.messages.expectWarning(core::missingRight);
         QVERIFY(!workplace.commands().openForm(name));
     }
     QVERIFY(workplace.commands().openForm(u"actRicercaArticoli"_s));
+    const QTemporaryDir folder;
+    host::DatabaseMemory memory(folder.path());
+    const host::FileCommands file(workplace.window(), {}, memory, folder.path());
+    for (const QString &name : {u"actCopiaSicurezza"_s, u"actRipristina"_s}) {
+        workplace.messages.expectWarning(core::missingRight);
+        test::trigger(&file, name);
+    }
+}
+
+// Another workstation takes the right away while the form is open.
+void TestUsers::rightIsAskedAgainAtTheSave()
+{
+    test::Workplace workplace;
+    workplace.database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
+    auto *user = qobject_cast<host::UserEntry *>(workplace.commands().openForm(u"actInserimentoUtenti"_s));
+    auto *role = qobject_cast<host::RoleEntry *>(workplace.commands().openForm(u"actInserimentoRuoli"_s));
+    user->ApriRecord(2);
+    role->ApriRecord(2);
+    test::type(test::control<QLineEdit>(user, u"txtNome"_s), u"x"_s);
+    test::type(test::control<QLineEdit>(role, u"txtRuolo"_s), u"x"_s);
+    const QStringList before =
+        workplace.lines(u"SELECT NOME FROM UTENTI"_s) + workplace.lines(u"SELECT RUOLO FROM RUOLI_UTENTE"_s);
+    for (const QString &loss : {u"UPDATE UTENTI SET ATTIVO = 'False' WHERE IDUTENTE = 1"_s,
+                                u"DELETE FROM UTENTI_RUOLI WHERE USER_NAME = 'AMMINISTRATORE'"_s}) {
+        workplace.database().execute(loss);
+        for (const QWidget *form : {static_cast<QWidget *>(user), static_cast<QWidget *>(role)}) {
+            workplace.messages.expectWarning(core::missingRight);
+            test::trigger(form, u"actSalva"_s);
+        }
+        workplace.messages.expectWarning(core::missingRight);
+        QVERIFY(!host::deleteRegisterRecord(host::users(), 2, workplace.database(), nullptr));
+        workplace.database().execute(u"UPDATE UTENTI SET ATTIVO = 'True' WHERE IDUTENTE = 1"_s);
+    }
+    QCOMPARE(workplace.lines(u"SELECT NOME FROM UTENTI"_s) + workplace.lines(u"SELECT RUOLO FROM RUOLI_UTENTE"_s),
+             before);
 }
 
 static const test::Registered<TestUsers> registered;
