@@ -16,8 +16,18 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+ui::EntryFormSpec namedDocument(ui::EntryFormSpec form)
+{
+    form.subject = u"Il documento"_s;
+    return form;
+}
+
+} // namespace
+
 TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWidget *owner)
-    : EntryForm(spec.form, &Modulo().dataSet(spec.headerDataSet), owner)
+    : EntryForm(namedDocument(spec.form), &Modulo().dataSet(spec.headerDataSet), owner)
     , spec_(spec)
 {
     setOpeningSize({1060, 620});

@@ -81,6 +81,7 @@ protected:
     void resetDetails() override;
     void clearDetails() override;
     void recordMissing() override;
+    data::DataSet *details() const override;
     void loadDetails() override;
     bool finishEditing() override;
     void prepareSave() override;

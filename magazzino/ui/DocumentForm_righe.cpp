@@ -45,14 +45,14 @@ void TMMGInserimentoDocumento::recordMissing()
     SetIdRecord(-1);
 }
 
+data::DataSet *TMMGInserimentoDocumento::details() const
+{
+    return &Modulo().dataSet(spec_.rowsDataSet);
+}
+
 void TMMGInserimentoDocumento::loadDetails()
 {
-    data::DataSet &rows = Modulo().dataSet(spec_.rowsDataSet);
-    rows.close();
-    rows.setParameter(spec_.form.key, IdRecord());
-    rows.open();
-    // The database returns rewritten rows in any order; their keys keep the order in which they were entered.
-    rows.sortByInteger(spec_.rowKey);
+    data::DataSet &rows = *details();
     const QHash<int, double> costs = storedCosts();
     QList<DocumentRow> loaded;
     for (; !rows.atEnd(); rows.next())
@@ -104,13 +104,19 @@ void TMMGInserimentoDocumento::writeComputed(data::DataSet &record) const
 // Rows and movements are always rewritten whole: what an earlier save wrote goes first.
 void TMMGInserimentoDocumento::writeDetails()
 {
-    connection().execute(u"DELETE FROM MOVI_MAGA WHERE RIF_DOC_TIPO="_s + data::quoted(spec_.documentKind) +
-                         u" AND RIF_DOC_ID="_s + QString::number(IdRecord()));
+    // A document that was deleted leaves its movements behind. Written anew under another key, it takes them along.
+    for (const int key : {replacedKey(), IdRecord()}) {
+        if (key >= 0)
+            connection().execute(u"DELETE FROM MOVI_MAGA WHERE RIF_DOC_TIPO="_s + data::quoted(spec_.documentKind) +
+                                 u" AND RIF_DOC_ID="_s + QString::number(key));
+    }
     connection().execute(u"DELETE FROM %1 WHERE %2=%3"_s.arg(spec_.rowTable, spec_.form.key).arg(IdRecord()));
-    data::DataSet &rows = Modulo().dataSet(spec_.rowsDataSet);
-    rows.close();
-    rows.setParameter(spec_.form.key, IdRecord());
-    rows.open();
+    data::DataSet &rows = *details();
+    if (!rows.isOpen()) {
+        rows.setParameter(spec_.form.key, IdRecord());
+        rows.open();
+    }
+    rows.forgetRows();
     for (const DocumentRow &row : grid_->rowsModel().rows())
         writeRow(rows, row);
 }

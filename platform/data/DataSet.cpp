@@ -45,6 +45,15 @@ void DataSet::requery()
     open();
 }
 
+void DataSet::forgetRows()
+{
+    requireOpen();
+    rows_.mutableValues().clear();
+    current_ = 0;
+    editing_.reset();
+    pending_.clear();
+}
+
 void DataSet::requireOpen() const
 {
     if (!open_)
@@ -201,13 +210,8 @@ void DataSet::write(const Change &change)
                 ? (value.metaType().id() == QMetaType::QString && value.toString().isNull() ? QVariant(u""_s) : value)
                 : QVariant(QMetaType(QMetaType::QString)));
     }
-    const int key = columnIndex(target_.key);
     if (change.insert) {
-        const QString marks = QStringList(names.size(), u"?"_s).join(u", "_s);
-        const Rows given = connection_->run(u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4"_s.arg(
-                                                target_.table, names.join(u", "_s), marks, target_.key),
-                                            values);
-        rows_.mutableValues()[change.row][key] = given.values(0).constFirst();
+        insert(change, names, values);
         return;
     }
     if (names.isEmpty())
@@ -217,6 +221,24 @@ void DataSet::write(const Change &change)
                      values);
     if (connection_->affectedRows() != 1)
         throw DatabaseError(u"La riga da modificare non esiste più."_s, u"UPDATE "_s + target_.table);
+}
+
+void DataSet::insert(const Change &change, const QStringList &names, const QVariantList &values)
+{
+    QList<int> given = {columnIndex(target_.key)};
+    QStringList givenNames = {target_.key};
+    for (int column = 0; column < rows_.columns().size(); ++column) {
+        if (column != given.constFirst() && !change.columns.contains(column)) {
+            given.append(column);
+            givenNames.append(rows_.columns()[column].name);
+        }
+    }
+    const QString marks = QStringList(names.size(), u"?"_s).join(u", "_s);
+    const Rows answer = connection_->run(u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4"_s.arg(
+                                             target_.table, names.join(u", "_s), marks, givenNames.join(u", "_s)),
+                                         values);
+    for (int i = 0; i < given.size(); ++i)
+        rows_.mutableValues()[change.row][given[i]] = answer.values(0)[i];
 }
 
 } // namespace data

@@ -44,6 +44,7 @@ public:
     void setCommandText(const QString &sql);
     QString commandText() const { return commandText_; }
     void setUpdateTarget(UpdateTarget target) { target_ = std::move(target); }
+    const UpdateTarget &updateTarget() const { return target_; }
     void setCursorType(CursorType type) { cursorType_ = type; }
     CursorType cursorType() const { return cursorType_; }
     void setCursorLocation(CursorLocation location) { cursorLocation_ = location; }
@@ -57,6 +58,8 @@ public:
     void close();
     /// close() and open() again with the same parameters.
     void requery();
+    /// Forgets the fetched rows but stays open for new ones: somebody has just deleted them.
+    void forgetRows();
     bool isOpen() const { return open_; }
 
     bool isEmpty() const { return rows_.isEmpty(); }
@@ -72,6 +75,8 @@ public:
     /// Orders the fetched rows by an integer column and stands on the first one.
     void sortByInteger(const QString &column);
 
+    /// All values of the current row. There must be one.
+    const QVariantList &currentValues() const { return rows_.values(current_); }
     /// The current row's value, or the one just set; NULL is an invalid QVariant.
     QVariant value(const QString &column) const;
     bool isNull(const QString &column) const { return !value(column).isValid(); }
@@ -91,7 +96,8 @@ public:
     void post();
     void cancel();
     /// Writes all pending rows in the order they were posted (a row still being changed is posted first). After an
-    /// insert the row holds the key really given. Throws DatabaseError; also when a row to update is no longer there.
+    /// insert the row holds the key really given and what the database put into columns that were not set. Throws
+    /// DatabaseError; also when a row to update is no longer there.
     void updateBatch();
 
 private:
@@ -107,6 +113,7 @@ private:
     int columnIndex(const QString &column) const;
     QVariant forWriting(int column, const QVariant &value) const;
     void write(const Change &change);
+    void insert(const Change &change, const QStringList &names, const QVariantList &values);
 
     QPointer<Connection> connection_;
     QString commandText_;

@@ -137,6 +137,7 @@ void EntryForm::startEmpty()
     SetModified(false);
     SetIdRecord(-1);
     keyWithoutRow_ = false;
+    knownKey_ = -1;
 }
 
 void EntryForm::NuovoRecord()
@@ -167,16 +168,36 @@ void EntryForm::ApriRecord(int id)
     }
 }
 
-void EntryForm::load(int id)
+// The record and what belongs to it, as they stand at one moment.
+void EntryForm::read(int id)
 {
     record_->close();
     record_->setParameter(spec_.key, id);
-    clearDetails();
     record_->open();
+    data::DataSet *rows = details();
+    if (!rows)
+        return;
+    rows->close();
+    rows->setParameter(spec_.key, id);
+    rows->open();
+    // The database returns rewritten rows in any order; their keys keep the order in which they were entered.
+    rows->sortByInteger(rows->updateTarget().key);
+}
+
+void EntryForm::load(int id)
+{
+    clearDetails();
+    {
+        data::Transaction transaction(connection());
+        read(id);
+        transaction.commit();
+    }
     if (record_->isEmpty()) {
         recordMissing();
         return;
     }
+    known_ = {*record_, details()};
+    knownKey_ = record_->integer(spec_.key);
     withoutTracking([this] {
         pages_->setCurrentIndex(0);
         SetIdRecord(record_->integer(spec_.key));
@@ -226,25 +247,67 @@ bool EntryForm::SalvaRecord()
     return saved;
 }
 
+// Reads what is stored now, inside the transaction. Is it what the user agreed to overwrite, or else what the form read
+// or wrote last?
+bool EntryForm::findsAsExpected(const data::StoredValues *agreed)
+{
+    read(IdRecord());
+    found_ = {*record_, details()};
+    if (agreed)
+        return found_ == *agreed;
+    // A key that was given to the form from outside was never read.
+    return knownKey_ == IdRecord() ? found_ == known_ : !found_.isMissing();
+}
+
+bool EntryForm::confirmsOverwriting()
+{
+    const QString question = found_.isMissing()
+                                 ? u"%1 è stato eliminato nel frattempo.\n\rRegistrarlo di nuovo?"_s
+                                 : u"%1 è stato modificato da un'altra postazione dopo l'apertura.\n\rSovrascrivere?"_s;
+    return core::confirmLoss(this, question.arg(spec_.subject));
+}
+
+// False, with nothing written, when somebody else changed or deleted the record. No box may be shown while a
+// transaction holds locks, so the attempt ends before the user is asked.
+bool EntryForm::attempt(const data::StoredValues *agreed)
+{
+    const WaitCursor wait;
+    prepareSave();
+    data::Transaction transaction(connection());
+    if (storedKey() >= 0 && !findsAsExpected(agreed))
+        return false;
+    writeRecord();
+    writeDetails();
+    transaction.commit();
+    known_ = {*record_, details()};
+    knownKey_ = IdRecord();
+    return true;
+}
+
 bool EntryForm::save()
 {
     bool written = false;
     try {
-        const WaitCursor wait;
-        prepareSave();
-        data::Transaction transaction(connection());
-        writeRecord();
-        writeDetails();
-        transaction.commit();
-        written = true;
+        written = attempt(nullptr);
+        if (!written) {
+            if (!confirmsOverwriting())
+                return false;
+            const data::StoredValues agreed = found_;
+            written = attempt(&agreed);
+            if (!written)
+                throw core::Error(u"Il record è cambiato di nuovo prima del salvataggio."_s);
+        }
     } catch (const std::exception &error) {
-        // The transaction is rolled back by now: no box may be shown while it holds locks.
+        // The transaction is rolled back by now.
         core::logError(u"salvataggio "_s + QString::fromLatin1(metaObject()->className()), error);
         keyWithoutRow_ = keyWithoutRow_ || NewRecord();
+        if (replacedKey_ >= 0)
+            SetIdRecord(replacedKey_);
         const auto *refused = dynamic_cast<const SaveRefused *>(&error);
         core::showError(this,
                         refused ? refused->text() : u"Si è verificato un errore durante il salvataggio dei dati!"_s);
     }
+    replacedKey_ = -1;
     if (written) {
         keyWithoutRow_ = false;
         recordSaved();
@@ -271,16 +334,20 @@ void EntryForm::writeRecord()
 {
     if (NewRecord()) {
         takeNewKey();
-    } else {
-        record_->close();
-        record_->setParameter(spec_.key, IdRecord());
-        record_->open();
+    } else if (keyWithoutRow_) {
+        read(IdRecord());
         // With no row under the key, edit() starts a new one. A row under a key that a failed save had only predicted
         // belongs to another workstation: leave it alone and take a new key.
-        if (keyWithoutRow_ && !record_->isEmpty())
-            takeNewKey();
-        else
+        if (record_->isEmpty())
             record_->edit();
+        else
+            takeNewKey();
+    } else if (record_->isEmpty()) {
+        // The table gives every new row a new key.
+        replacedKey_ = IdRecord();
+        takeNewKey();
+    } else {
+        record_->edit();
     }
     record_->setValue(spec_.key, IdRecord());
     for (const Field *field : std::as_const(fields_))

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/core/Error.h"
+#include "platform/data/StoredValues.h"
 #include "platform/ui/ChildForm.h"
 #include "platform/ui/Field.h"
 
@@ -42,6 +43,7 @@ struct EntryFormSpec
     QString generator; ///< that fills the key
     ClosingQuestion closing = ClosingQuestion::ContinueAnyway;
     AfterFailedSave afterFailedSave = AfterFailedSave::KeepFlags;
+    QString subject = QStringLiteral("Il record"); ///< what questions about the record call it
 };
 
 /// The commands of a form on one record, in their usual order.
@@ -54,7 +56,9 @@ inline const QStringList standardCommands = {QStringLiteral("actNuovo"),
 /// The form in which one record is entered or changed: fields are declared once, the base clears, loads, validates,
 /// saves and tracks changes. Declaration order is screen, tab and write order.
 ///
-/// A save is one transaction. Loading by program never marks the form modified.
+/// A save is one transaction. It looks first whether what is stored is still what the form loaded or wrote last; when
+/// somebody else deleted or changed it, nothing is written before the user was asked. Loading by program never marks
+/// the form modified.
 class EntryForm : public ChildForm
 {
     Q_OBJECT
@@ -122,12 +126,15 @@ protected:
     virtual void clearDetails() {}
     /// The record looked for does not exist.
     virtual void recordMissing() {}
-    /// After the fields were loaded from the record's row.
+    /// After the fields were loaded from the record's row; details() stands on its first row.
     virtual void loadDetails() {}
     /// Ends what is still being typed in a grid. False stops the save.
     virtual bool finishEditing() { return true; }
     /// Before the transaction begins: totals.
     virtual void prepareSave() {}
+    /// The data set of the rows that belong to the record, by the record's key; null where there are none. The base
+    /// reads it with the record, in the order of the rows' keys.
+    virtual data::DataSet *details() const { return nullptr; }
     /// Columns of the record that no field stands for.
     virtual void writeComputed(data::DataSet &) const {}
     /// Inside the transaction, with IdRecord() already the key really given.
@@ -142,6 +149,8 @@ protected:
     /// Key of the record's row in the database, -1 while it has none. After a failed first save IdRecord() is only a
     /// prediction, and another workstation's record may stand under it by now.
     int storedKey() const { return newRecord_ || keyWithoutRow_ ? -1 : idRecord_; }
+    /// While a deleted record is written anew: the key it had before; otherwise -1.
+    int replacedKey() const { return replacedKey_; }
     data::DataSet &record() const { return *record_; }
     data::Connection &connection() const;
     /// Runs `body` without its changes marking the form modified.
@@ -164,6 +173,10 @@ private:
     bool passes(const QList<Check> &checks);
     bool passesChecks();
     bool save();
+    bool attempt(const data::StoredValues *agreed);
+    void read(int id);
+    bool findsAsExpected(const data::StoredValues *agreed);
+    bool confirmsOverwriting();
     void writeRecord();
     void takeNewKey();
 
@@ -180,6 +193,10 @@ private:
     bool modified_ = false;
     // The key was taken by a save that failed, so no row of ours stands under it; another workstation's may.
     bool keyWithoutRow_ = false;
+    int replacedKey_ = -1;
+    data::StoredValues known_; // what was stored when the form last read or wrote it,
+    int knownKey_ = -1;        // under which key
+    data::StoredValues found_; // what the running save found
     int untracked_ = 0;
 };
 

@@ -1,7 +1,9 @@
-// A workstation in a process of its own: enters articles, goods receipts and delivery notes through the program's
-// forms, on a database server that others use at the same time.
+// A workstation in a process of its own, on a database server that others use at the same time. It works through the
+// program's forms.
 //
-// usage: workstation DATABASE NAME ROUNDS; the password comes in ISC_PASSWORD
+// usage: workstation DATABASE NAME ROUNDS   enters articles, goods receipts and delivery notes
+//        workstation DATABASE               does what it is told on its standard input, see obey()
+// The password comes in ISC_PASSWORD.
 #include "host/HostCommands.h"
 #include "host/registers/RegisterEntry.h"
 #include "platform/core/Error.h"
@@ -12,6 +14,8 @@
 #include <QLineEdit>
 
 #include <cstdio>
+#include <iostream>
+#include <string>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -52,11 +56,72 @@ void enterArticle(test::Workplace &workplace, const QString &code)
         throw core::Error(u"Articolo non salvato: "_s + code);
 }
 
+QString readLine()
+{
+    std::string line;
+    std::getline(std::cin, line);
+    return QString::fromStdString(line);
+}
+
+void reply(const QString &text)
+{
+    std::puts(qUtf8Printable(text));
+    std::fflush(stdout);
+}
+
+// "KIND KEY new|save|delete QUANTITY yes|no" opens a document (key 0: makes one) with one row, types the quantity and
+// replies "ready". At the next line it saves or deletes, answers what is asked about other workstations, and replies
+// with the outcome and the document's key.
+void obey(test::Workplace &workplace)
+{
+    bool yes = false;
+    QString outcome;
+    core::setMessageHandler([&](const core::Message &message) {
+        if (message.icon == core::MessageIcon::Error)
+            outcome = u"error"_s;
+        const bool aboutOthers = message.text.startsWith(u"Il documento è stato"_s);
+        return message.answers.size() == 1 ? core::Answer::Ok
+               : !aboutOthers || yes       ? core::Answer::Yes
+                                           : core::Answer::No;
+    });
+    const QList<const test::DocumentNames *> kinds = {&test::receipt(), &test::deliveryNote(),
+                                                      &test::accompanyingInvoice()};
+    for (QStringList words; (words = readLine().split(u' ')).size() == 5;) {
+        const test::Document document(workplace, *kinds.at(words[0].toInt()));
+        yes = words[4] == u"yes"_s;
+        if (words[2] == u"new"_s) {
+            document.form().NuovoRecord();
+            document.fillHeader();
+            document.addArticle(u"TRA-0018"_s, u"2"_s, words[3]);
+        } else {
+            document.form().ApriRecord(words[1].toInt());
+            document.showPage(1);
+            if (words[2] == u"save"_s)
+                test::typeIntoCell(document.grid(), 0, u"Q.tà"_s, words[3]);
+        }
+        reply(u"ready"_s);
+        readLine();
+        outcome.clear();
+        if (words[2] == u"delete"_s)
+            document.trigger(u"actElimina"_s);
+        else
+            document.save();
+        const QString done = words[2] == u"delete"_s      ? u"deleted"_s
+                             : document.form().Modified() ? u"refused"_s
+                                                          : u"saved"_s;
+        reply(u"%1 %2"_s.arg(outcome.isEmpty() ? done : outcome).arg(document.form().IdRecord()));
+    }
+}
+
 void work(const QStringList &arguments)
 {
     data::DatabaseAddress address = data::DatabaseAddress::parse(arguments.value(1));
     address.password = qEnvironmentVariable("ISC_PASSWORD");
     test::Workplace workplace(address);
+    if (arguments.size() == 2) {
+        obey(workplace);
+        return;
+    }
     // A box about a taken number is part of the game; the careful answer leaves the document unsaved.
     core::setMessageHandler([](const core::Message &message) {
         std::fprintf(stderr, "%s\n", qUtf8Printable(message.text));

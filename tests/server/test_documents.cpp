@@ -29,8 +29,11 @@ private Q_SLOTS:
     void serverLostDuringTheSave();
     void serverLostBeforeTheSave();
     void twoWorkstationsAtOnce();
+    void oneDocumentOnTwoWorkstations_data();
+    void oneDocumentOnTwoWorkstations();
 
 private:
+    std::unique_ptr<QProcess> startWorkstation(const QStringList &arguments) const;
     data::Connection &connection() const { return *workplace_->module().ModADOConn; }
     /// From a connection of its own.
     QStringList lines(const QString &sql) const;
@@ -226,19 +229,24 @@ void TestServerDocuments::serverLostBeforeTheSave()
     QCOMPARE(lines(u"SELECT CODICE FROM MOVI_MAGA"_s), QStringList({u"TRA-0018"_s}));
 }
 
+std::unique_ptr<QProcess> TestServerDocuments::startWorkstation(const QStringList &arguments) const
+{
+    const data::DatabaseAddress address = server_->address(u"documenti.fdb"_s);
+    auto process = std::make_unique<QProcess>();
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"ISC_PASSWORD"_s, address.password);
+    process->setProcessEnvironment(environment);
+    process->start(QCoreApplication::applicationDirPath() + u"/workstation"_s,
+                   QStringList(address.toString()) + arguments);
+    return process;
+}
+
 void TestServerDocuments::twoWorkstationsAtOnce()
 {
     constexpr int rounds = 4;
-    const data::DatabaseAddress address = server_->address(u"documenti.fdb"_s);
     std::vector<std::unique_ptr<QProcess>> processes;
-    for (const QString &name : {u"NORD"_s, u"SUD"_s}) {
-        processes.push_back(std::make_unique<QProcess>());
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"ISC_PASSWORD"_s, address.password);
-        processes.back()->setProcessEnvironment(environment);
-        processes.back()->start(QCoreApplication::applicationDirPath() + u"/workstation"_s,
-                                {address.toString(), name, QString::number(rounds)});
-    }
+    for (const QString &name : {u"NORD"_s, u"SUD"_s})
+        processes.push_back(startWorkstation({name, QString::number(rounds)}));
     for (const auto &process : processes) {
         QVERIFY(process->waitForFinished(120'000));
         QVERIFY2(process->exitCode() == 0, process->readAllStandardError().constData());
@@ -259,6 +267,108 @@ void TestServerDocuments::twoWorkstationsAtOnce()
     QCOMPARE(lines(InventarioSQL(filter, true)),
              QStringList(
                  u"TRA-0018|%1|56|112"_s.arg(lines(u"SELECT DESCRIZIONE FROM ANA_MAGA WHERE CODICE='TRA-0018'"_s)[0])));
+}
+
+namespace {
+
+/// What two workstations made of one document, had they worked one after the other.
+struct OneDocument
+{
+    int quantity = 0;
+    bool stored = true;
+    bool asOpened = true;
+
+    /// What the workstation would have replied. A deleted document leaves its movements behind.
+    QString apply(const QStringList &order)
+    {
+        if (order[0] == u"delete"_s) {
+            stored = asOpened = false;
+            return u"deleted"_s;
+        }
+        if (!asOpened && order[2] == u"no"_s)
+            return u"refused"_s;
+        quantity = order[1].toInt();
+        stored = true;
+        asOpened = false;
+        return u"saved"_s;
+    }
+};
+
+void tell(QProcess &workstation, const QString &line)
+{
+    workstation.write(line.toUtf8() + '\n');
+    workstation.waitForBytesWritten();
+}
+
+QString answer(QProcess &workstation)
+{
+    constexpr int patience = 60'000;
+    while (!workstation.canReadLine()) {
+        if (!workstation.waitForReadyRead(patience))
+            return u"silence"_s;
+    }
+    return QString::fromUtf8(workstation.readLine()).trimmed();
+}
+
+/// Replies of the workstations, number of documents and stock when `early` is done before `late`. A reply "error" is
+/// given: of two that really meet the database refuses one, which then has done nothing.
+QString outcome(const QString &early, const QString &late, QStringList replies, bool swapped)
+{
+    OneDocument document{.quantity = 7};
+    for (const QString &order : {early, late}) {
+        QString &reply = replies[(order == early) == swapped ? 1 : 0];
+        if (reply != u"error"_s)
+            reply = document.apply(order.split(u' '));
+    }
+    return u"%1 %2 %3 %4"_s.arg(replies[0], replies[1]).arg(document.stored ? 1 : 0).arg(document.quantity);
+}
+
+} // namespace
+
+void TestServerDocuments::oneDocumentOnTwoWorkstations_data()
+{
+    QTest::addColumn<int>("kind");
+    int kind = 0;
+    for (const char *name : {"receipt", "note", "invoice"})
+        QTest::newRow(name) << kind++;
+}
+
+// Both change (or one deletes) at the same moment, whoever comes first: stock, documents and replies must be those of
+// one order or the other.
+void TestServerDocuments::oneDocumentOnTwoWorkstations()
+{
+    QFETCH(int, kind);
+    const QString table = QStringList{u"BOLLE_CARICO"_s, u"DDT_SCARICO"_s, u"FATT_ACC"_s}[kind];
+    const std::unique_ptr<QProcess> first = startWorkstation({});
+    const std::unique_ptr<QProcess> second = startWorkstation({});
+    const QList<std::pair<QString, QString>> rounds = {{u"save 5 no"_s, u"save 6 no"_s},
+                                                       {u"save 5 yes"_s, u"save 6 yes"_s},
+                                                       {u"save 5 no"_s, u"delete 0 no"_s},
+                                                       {u"delete 0 no"_s, u"save 6 no"_s},
+                                                       {u"delete 0 no"_s, u"save 6 yes"_s}};
+    for (int i = 0; i < 10; ++i) {
+        workplace_->database().execute(u"DELETE FROM "_s + table);
+        workplace_->database().execute(u"DELETE FROM MOVI_MAGA"_s);
+        tell(*first, u"%1 0 new 7 no\ngo"_s.arg(kind));
+        QCOMPARE(answer(*first), u"ready"_s);
+        const QString key = answer(*first).section(u' ', 1);
+        const auto &[one, other] = rounds[i % rounds.size()];
+        tell(*first, u"%1 %2 %3"_s.arg(QString::number(kind), key, one));
+        tell(*second, u"%1 %2 %3"_s.arg(QString::number(kind), key, other));
+        QCOMPARE(answer(*first) + answer(*second), u"readyready"_s);
+        tell(i % 2 ? *second : *first, u"go"_s);
+        tell(i % 2 ? *first : *second, u"go"_s);
+        const QStringList replies = {answer(*first).section(u' ', 0, 0), answer(*second).section(u' ', 0, 0)};
+        const QString seen = replies.join(u' ') + u' ' + lines(u"SELECT COUNT(*) FROM "_s + table).first() + u' ' +
+                             lines(u"SELECT ABS(SUM(QUANTITA)) FROM MOVI_MAGA"_s).first();
+        const QStringList possible = {outcome(one, other, replies, false), outcome(other, one, replies, true)};
+        QVERIFY2(possible.contains(seen), qPrintable(seen + u" not in: "_s + possible.join(u", "_s)));
+        QVERIFY(replies != QStringList(2, u"error"_s));
+    }
+    for (QProcess *workstation : {first.get(), second.get()}) {
+        workstation->closeWriteChannel();
+        QVERIFY(workstation->waitForFinished(60'000));
+    }
 }
 
 static const test::Registered<TestServerDocuments> registered;
