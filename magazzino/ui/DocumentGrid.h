@@ -68,6 +68,7 @@ Q_SIGNALS:
 
 private:
     QString shown(const DocumentRow &row, RowColumn column) const;
+    double amountOf(const DocumentRow &row) const;
     QVariant exported(const DocumentRow &row, RowColumn column) const;
 
     QList<RowColumnSpec> columns_;

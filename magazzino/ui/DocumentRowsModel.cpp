@@ -1,5 +1,6 @@
 #include "magazzino/ui/DocumentGrid.h"
 
+#include "platform/core/Decimal.h"
 #include "platform/core/Format.h"
 #include "platform/core/NumberReader.h"
 #include "platform/ui/ListExport.h"
@@ -214,6 +215,13 @@ Qt::ItemFlags DocumentRowsModel::flags(const QModelIndex &index) const
     return isEditable(rows_[index.row()], columns_[index.column()].column) ? base | Qt::ItemIsEditable : base;
 }
 
+// Before the discount, so that the order of typing does not matter.
+double DocumentRowsModel::amountOf(const DocumentRow &row) const
+{
+    const UnitPrice unit = indexOf(RowColumn::Costo) >= 0 ? &DocumentRow::costo : &DocumentRow::prezzo;
+    return (row.*unit).value_or(0) * row.quantita.value_or(0);
+}
+
 bool DocumentRowsModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
     if (role != Qt::EditRole || !flags(index).testFlag(Qt::ItemIsEditable))
@@ -235,7 +243,13 @@ bool DocumentRowsModel::setData(const QModelIndex &index, const QVariant &value,
             Q_EMIT cellRefused(tooLarge ? u"Il numero è troppo grande."_s : number->refusal, false);
             return false;
         }
-        row.*number->value = typed->value;
+        DocumentRow changed = row;
+        changed.*number->value = typed->value;
+        if (!core::fitsDecimal(amountOf(changed), 2)) {
+            Q_EMIT cellRefused(u"L'importo della riga è troppo grande."_s, false);
+            return false;
+        }
+        row = changed;
     }
     Q_EMIT dataChanged(index, index);
     Q_EMIT cellEdited(index.row());

@@ -48,6 +48,12 @@ double roundDecimal(double value, int places)
     return static_cast<double>(scaled(value, places)) / scale;
 }
 
+bool fitsDecimal(double value, int places)
+{
+    constexpr double mostDigits = 1e18;
+    return std::fabs(value) * powersOfTen[std::clamp(places, 0, 6)] < mostDigits;
+}
+
 qint64 toHundredths(double value)
 {
     return std::isfinite(value) && std::fabs(value) < 1e15 ? scaled(value, 2) : 0;

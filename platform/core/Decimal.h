@@ -7,7 +7,11 @@ namespace core {
 /// value at 15 significant digits, so 1.005 gives 1.01 and -1.005 gives -1.01. Never returns a negative zero.
 double roundDecimal(double value, int places);
 
-/// The same as a count of hundredths, for exact sums.
+/// Does `value` fit a DECIMAL(18, `places`) column? The database driver stores its smallest number for one that does
+/// not, and reports no error.
+bool fitsDecimal(double value, int places);
+
+/// `value` rounded to two places, as a count of hundredths, for exact sums.
 qint64 toHundredths(double value);
 inline double fromHundredths(qint64 hundredths)
 {

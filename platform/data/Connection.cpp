@@ -283,8 +283,11 @@ Rows Connection::run(const QString &sql, const QVariantList &values)
     QVariantList bound = values;
     QSqlQuery shortLived(database_);
     QSqlQuery &query = statement(withNullsWritten(sql, bound), shortLived);
-    for (int i = 0; i < bound.size(); ++i)
+    for (int i = 0; i < bound.size(); ++i) {
+        if (bound[i].metaType().id() == QMetaType::Double && !core::fitsDecimal(bound[i].toDouble(), 2))
+            throw DatabaseError(u"Il numero è troppo grande."_s, statementKind(sql));
         query.bindValue(i, bound[i]);
+    }
     if (!query.exec())
         fail(query.lastError(), sql);
     return fetch(query, sql);

@@ -40,8 +40,8 @@ public:
     /// Runs a command text; outside a transaction it commits at once.
     void execute(const QString &sql);
     /// The same with positional values; returns the rows that a RETURNING clause or a SELECT gives. A DECIMAL is bound
-    /// as given, so round it first (core::roundDecimal). Inside a transaction the statement stays prepared for its
-    /// repetition.
+    /// as given, so round it first (core::roundDecimal); one too large for two places is refused. Inside a transaction
+    /// the statement stays prepared for its repetition.
     Rows run(const QString &sql, const QVariantList &values = {});
     /// Runs a query with named parameters (":NAME" in its text) and fetches all its rows.
     Rows select(const QString &sql, const Parameters &parameters = {});

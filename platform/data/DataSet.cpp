@@ -162,6 +162,8 @@ QVariant DataSet::forWriting(int column, const QVariant &value) const
         const double number = value.toDouble();
         if (!std::isfinite(number))
             throw core::Error(u"Il valore di \"%1\" non è un numero."_s.arg(target.name));
+        if (!core::fitsDecimal(number, target.places))
+            throw core::Error(u"Il valore di \"%1\" è troppo grande."_s.arg(target.name));
         return core::roundDecimal(number, target.places);
     }
     return value;

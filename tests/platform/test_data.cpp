@@ -38,6 +38,7 @@ private Q_SLOTS:
     void emptyTextIsNotMissing();
     void capitalsAreThoseOfTheDatabase();
     void decimalsAreRoundedBeforeTheyAreBound();
+    void numbersBeyondTheColumnAreRefused();
     void errorAtTheFirstFetchIsThrown();
     void rowsBeforeAnErrorAreKept();
     void errorAtTheCommitIsThrown();
@@ -211,6 +212,22 @@ void TestData::decimalsAreRoundedBeforeTheyAreBound()
     set.append();
     QCOMPARE(test::errorOf([&set] { set.setValue(u"IMPORTO"_s, std::nan("")); }),
              u"Il valore di \"IMPORTO\" non è un numero."_s);
+}
+
+// The driver would store -92233720368547758.08 for them.
+void TestData::numbersBeyondTheColumnAreRefused()
+{
+    constexpr double tooLarge = 1e16;
+    data::DataSet &set = openSet();
+    set.append();
+    set.setValue(u"IMPORTO"_s, 9e15);
+    for (const double value : {tooLarge, -tooLarge}) {
+        QVERIFY(test::errorOf([&] { set.setValue(u"IMPORTO"_s, value); }) != u"no error"_s);
+        QVERIFY(test::errorOf([&] { connection_->run(u"INSERT INTO PROVA(IMPORTO) VALUES(?)"_s, {value}); }) !=
+                u"no error"_s);
+    }
+    set.updateBatch();
+    QCOMPARE(stored(u"IMPORTO"_s), QStringList(u"9e+15"_s));
 }
 
 void TestData::errorAtTheFirstFetchIsThrown()
