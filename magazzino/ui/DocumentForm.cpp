@@ -96,6 +96,7 @@ void TMMGInserimentoDocumento::createRowsPage()
     grid_ = new DocumentGrid(spec_.columns, page);
     grid_->setObjectName(spec_.gridName);
     layout->addWidget(grid_, 1);
+    connect(grid_, &DocumentGrid::typing, this, &TMMGInserimentoDocumento::SetTyping);
     connect(&grid_->rowsModel(), &DocumentRowsModel::cellEdited, this, &TMMGInserimentoDocumento::cellEdited);
     // Shown once the editor has closed: a box while it loses the focus would open it again.
     connect(&grid_->rowsModel(), &DocumentRowsModel::cellRefused, this, &TMMGInserimentoDocumento::cellRefused,
@@ -116,9 +117,15 @@ void TMMGInserimentoDocumento::createRowCommands(QToolBar *bar)
         {u"actSpostaRigaSu"_s, captions.su, [this] { spostaRiga(-1); }, ui::Icon::Up, QKeySequence(u"Ctrl+Up"_s)},
         {u"actSpostaRigaGiu"_s, captions.giu, [this] { spostaRiga(1); }, ui::Icon::Down, QKeySequence(u"Ctrl+Down"_s)},
     };
-    for (const ui::Command &command : commands) {
-        if (!command.caption.isEmpty())
-            bar->addAction(addCommand(command));
+    for (ui::Command command : commands) {
+        if (command.caption.isEmpty())
+            continue;
+        // A cell that refuses its text comes before any other row.
+        command.run = [this, run = command.run] {
+            if (finishEditing())
+                run();
+        };
+        bar->addAction(addCommand(command));
     }
 }
 
@@ -191,10 +198,15 @@ void TMMGInserimentoDocumento::rowsChanged()
 
 void TMMGInserimentoDocumento::addRow(const DocumentRow &row)
 {
-    finishEditing();
     DocumentRowsModel &model = grid_->rowsModel();
     model.append(row);
-    rowsChanged();
+    if (row.tipo == tipoRiga::testo) {
+        // The totals stay as they are shown; this is intended.
+        SetModified(true);
+        grid_->fitRowHeights();
+    } else {
+        rowsChanged();
+    }
     const RowColumn unit = model.indexOf(RowColumn::Costo) >= 0 ? RowColumn::Costo : RowColumn::Prezzo;
     grid_->select(model.rowCount() - 1, row.tipo == tipoRiga::testo ? RowColumn::Descrizione : unit);
     grid_->setFocus();
@@ -244,7 +256,6 @@ void TMMGInserimentoDocumento::aggiungiNonImponibile()
 
 void TMMGInserimentoDocumento::eliminaRiga()
 {
-    finishEditing();
     const int row = grid_->selectedRow();
     if (row < 0 || !core::confirm(this, u"Eliminare la riga selezionata?"_s))
         return;
@@ -254,7 +265,6 @@ void TMMGInserimentoDocumento::eliminaRiga()
 
 void TMMGInserimentoDocumento::spostaRiga(int step)
 {
-    finishEditing();
     const QModelIndex current = grid_->currentIndex();
     if (!current.isValid() || !grid_->rowsModel().move(current.row(), step))
         return;

@@ -39,7 +39,8 @@ void TMMGInserimentoDocumento::addPrintCommands(const PrintRoutine &print)
 // Only what is stored can be printed: a document with changes is saved first, when the user agrees.
 bool TMMGInserimentoDocumento::savedForPrinting()
 {
-    finishEditing();
+    if (!finishEditing())
+        return false;
     if (!NewRecord() && !Modified())
         return true;
     return core::confirm(this, u"Per stampare il documento è necessario salvarlo.\n\rSalvarlo ora?"_s) && SalvaRecord();

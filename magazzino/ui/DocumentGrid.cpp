@@ -9,6 +9,34 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+std::optional<CellStep> stepOf(const QKeyEvent &key, bool inMemo)
+{
+    const bool shift = key.modifiers().testFlag(Qt::ShiftModifier);
+    const bool control = key.modifiers().testFlag(Qt::ControlModifier);
+    switch (key.key()) {
+    case Qt::Key_Backtab:
+    case Qt::Key_Tab:
+        // With Ctrl it goes through the windows.
+        if (control)
+            return {};
+        return shift || key.key() == Qt::Key_Backtab ? CellStep::Previous : CellStep::Next;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        // In a description Enter is a new line; with Ctrl it ends the edit.
+        if (inMemo)
+            return control ? std::optional(CellStep::Stay) : std::nullopt;
+        return CellStep::Next;
+    case Qt::Key_F6:
+        return shift ? CellStep::LeaveBackward : CellStep::LeaveForward;
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
 QSize DocumentRowsDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     constexpr int air = 6;
@@ -23,12 +51,18 @@ QWidget *DocumentRowsDelegate::createEditor(QWidget *parent, const QStyleOptionV
         auto *memo = new QPlainTextEdit(parent);
         memo->setTabChangesFocus(true);
         memo->setFrameShape(QFrame::Box);
+        connect(memo, &QPlainTextEdit::textChanged, this, [this, memo, cell = QPersistentModelIndex(index)] {
+            Q_EMIT typing(memo->toPlainText() != cell.data(Qt::EditRole).toString());
+        });
         editor_ = memo;
     } else {
         auto *line = new ui::LineEdit(parent);
         line->setPointTypesComma(true);
         line->setAlignment(Qt::AlignRight);
         line->setFrame(false);
+        connect(line, &QLineEdit::textChanged, this, [this, cell = QPersistentModelIndex(index)](const QString &text) {
+            Q_EMIT typing(text != cell.data(Qt::EditRole).toString());
+        });
         editor_ = line;
     }
     editor_->setObjectName(u"editorRiga"_s);
@@ -88,14 +122,22 @@ bool DocumentRowsDelegate::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
-        const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-        // In a description Enter is a new line; with Ctrl it ends the edit.
-        if (qobject_cast<QPlainTextEdit *>(object) && enter && key->modifiers().testFlag(Qt::ControlModifier)) {
-            finish();
+        if (const auto step = stepOf(*key, qobject_cast<QPlainTextEdit *>(object))) {
+            Q_EMIT stepped(*step);
             return true;
         }
     }
     return QStyledItemDelegate::eventFilter(object, event);
+}
+
+void DocumentRowsDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    // Half of a number is another number.
+    if (qobject_cast<const DocumentRowsModel *>(index.model())->isNumber(index.column())) {
+        option->features.setFlag(QStyleOptionViewItem::WrapText, false);
+        option->textElideMode = Qt::ElideNone;
+    }
 }
 
 DocumentGrid::DocumentGrid(const QList<RowColumnSpec> &columns, QWidget *parent)
@@ -108,7 +150,6 @@ DocumentGrid::DocumentGrid(const QList<RowColumnSpec> &columns, QWidget *parent)
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::AnyKeyPressed);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setTabKeyNavigation(false);
     setWordWrap(true);
@@ -117,6 +158,13 @@ DocumentGrid::DocumentGrid(const QList<RowColumnSpec> &columns, QWidget *parent)
     horizontalHeader()->setHighlightSections(false);
     new ui::ListExport(this);
     connect(model_, &DocumentRowsModel::cellEdited, this, [this](int row) { resizeRowToContents(row); });
+    connect(model_, &QAbstractItemModel::dataChanged, this, &DocumentGrid::fitColumns);
+    connect(model_, &QAbstractItemModel::modelReset, this, &DocumentGrid::fitColumns);
+    connect(model_, &QAbstractItemModel::rowsInserted, this, &DocumentGrid::fitColumns);
+    connect(model_, &QAbstractItemModel::rowsRemoved, this, &DocumentGrid::fitColumns);
+    connect(delegate_, &DocumentRowsDelegate::stepped, this, &DocumentGrid::step);
+    connect(delegate_, &DocumentRowsDelegate::typing, this, &DocumentGrid::typing);
+    connect(delegate_, &QAbstractItemDelegate::closeEditor, this, [this] { Q_EMIT typing(false); });
 }
 
 int DocumentGrid::selectedRow() const
@@ -136,6 +184,57 @@ void DocumentGrid::fitRowHeights()
     resizeRowsToContents();
 }
 
+void DocumentGrid::keyPressEvent(QKeyEvent *event)
+{
+    if (const auto wanted = stepOf(*event, false))
+        step(*wanted);
+    else
+        QTableView::keyPressEvent(event);
+}
+
+// Tab and Shift+Tab arrive here, not as keys. Without rows there is nothing to stay for.
+bool DocumentGrid::focusNextPrevChild(bool next)
+{
+    if (model_->rowCount() == 0)
+        return QTableView::focusNextPrevChild(next);
+    step(next ? CellStep::Next : CellStep::Previous);
+    return true;
+}
+
+void DocumentGrid::step(CellStep step)
+{
+    // A refused text stays in view, with the reason beside its cell.
+    if (!finishEditing())
+        return;
+    switch (step) {
+    case CellStep::Stay:
+        break;
+    case CellStep::Next:
+    case CellStep::Previous:
+        if (const QModelIndex cell = editableFrom(currentIndex(), step == CellStep::Next ? 1 : -1); cell.isValid())
+            setCurrentIndex(cell);
+        break;
+    case CellStep::LeaveForward:
+    case CellStep::LeaveBackward:
+        QTableView::focusNextPrevChild(step == CellStep::LeaveForward);
+        break;
+    }
+}
+
+// The next editable cell, row by row; an invalid index when there is none.
+QModelIndex DocumentGrid::editableFrom(const QModelIndex &from, int direction) const
+{
+    const int columns = model_->columnCount();
+    const int cells = columns * model_->rowCount();
+    const int start = from.isValid() ? from.row() * columns + from.column() : -1;
+    for (int cell = start + direction; cell >= 0 && cell < cells; cell += direction) {
+        const QModelIndex index = model_->index(cell / columns, cell % columns);
+        if (index.flags().testFlag(Qt::ItemIsEditable))
+            return index;
+    }
+    return {};
+}
+
 void DocumentGrid::resizeEvent(QResizeEvent *event)
 {
     QTableView::resizeEvent(event);
@@ -143,21 +242,41 @@ void DocumentGrid::resizeEvent(QResizeEvent *event)
     fitRowHeights();
 }
 
+// What the widest number of a column needs.
+int DocumentGrid::widthOfNumbers(int column) const
+{
+    const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
+    int widest = 0;
+    for (int row = 0; row < model_->rowCount(); ++row)
+        widest = std::max(widest, fontMetrics().horizontalAdvance(model_->index(row, column).data().toString()));
+    constexpr int gridLine = 1;
+    return widest + 2 * margin + gridLine;
+}
+
+// Told widths are the least ones; the rest goes to the description, at least what a few words need.
 void DocumentGrid::fitColumns()
 {
-    const int usable = viewport()->width();
+    constexpr int frameAndScrollBar = 21;
+    constexpr int leastRest = 100;
+    const int usable = std::min(width() - frameAndScrollBar, viewport()->width());
     const QList<RowColumnSpec> &columns = model_->columns();
     int used = 0;
     int rest = -1;
     for (int i = 0; i < columns.size(); ++i) {
-        const int width = columns[i].percent ? qRound(usable * columns[i].width / 100.0) : columns[i].width;
-        if (columns[i].width == 0)
+        if (columns[i].width == 0) {
             rest = i;
-        else
-            setColumnWidth(i, width);
+            continue;
+        }
+        int width = columns[i].percent ? qRound(usable * columns[i].width / 100.0) : columns[i].width;
+        if (model_->isNumber(i))
+            width = std::max(width, widthOfNumbers(i));
+        setColumnWidth(i, width);
         used += width;
     }
-    constexpr int leastRest = 100;
-    if (rest >= 0)
-        setColumnWidth(rest, std::max(usable - used, leastRest));
+    if (rest < 0)
+        return;
+    const int before = columnWidth(rest);
+    setColumnWidth(rest, std::max(usable - used, leastRest));
+    if (columnWidth(rest) != before)
+        fitRowHeights();
 }

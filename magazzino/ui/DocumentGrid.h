@@ -42,6 +42,8 @@ public:
     const QList<DocumentRow> &rows() const { return rows_; }
     const QList<RowColumnSpec> &columns() const { return columns_; }
     int indexOf(RowColumn column) const;
+    /// Does the column at `position` show prices, quantities or amounts?
+    bool isNumber(int position) const;
     /// Text of the hint over a VAT cell, for the key of its rate.
     void setVatHint(std::function<QString(int)> hint) { vatHint_ = std::move(hint); }
 
@@ -76,6 +78,16 @@ private:
     std::function<QString(int)> vatHint_;
 };
 
+/// Where a key leads from a cell.
+enum class CellStep
+{
+    Stay, ///< ends an edit
+    Next,
+    Previous,
+    LeaveForward, ///< out of the grid
+    LeaveBackward
+};
+
 /// Editors of the rows grid: numbers in a line, descriptions in a memo as wide as the column.
 class DocumentRowsDelegate : public QStyledItemDelegate
 {
@@ -94,15 +106,25 @@ public:
     /// Takes over what stands in an open editor and closes it; false when the cell refused it.
     bool finish();
 
+Q_SIGNALS:
+    /// A key pressed in the open editor leads out of it.
+    void stepped(CellStep step);
+    /// Does the open editor hold another text than its cell? Told at every change, and when the editor closes.
+    void typing(bool different) const;
+
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
 
 private:
     mutable QPointer<QWidget> editor_;
     mutable bool refused_ = false;
 };
 
-/// The rows grid: column widths follow its own, rows grow with their description.
+/// The rows grid: column widths follow its own, number columns grow with their numbers, rows with their description.
+///
+/// Tab and Enter go through the editable cells and never out of the grid, where the next digit would fall into the
+/// document's number; F6 leaves it.
 class DocumentGrid : public QTableView
 {
     Q_OBJECT
@@ -117,11 +139,20 @@ public:
     bool finishEditing() { return delegate_->finish(); }
     void fitRowHeights();
 
+Q_SIGNALS:
+    /// See DocumentRowsDelegate.
+    void typing(bool different);
+
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
+    void step(CellStep step);
+    QModelIndex editableFrom(const QModelIndex &from, int direction) const;
     void fitColumns();
+    int widthOfNumbers(int column) const;
 
     DocumentRowsModel *model_;
     DocumentRowsDelegate *delegate_;

@@ -77,6 +77,11 @@ int DocumentRowsModel::indexOf(RowColumn column) const
     return -1;
 }
 
+bool DocumentRowsModel::isNumber(int position) const
+{
+    return numberColumn(columns_[position].column) != nullptr;
+}
+
 void DocumentRowsModel::setRows(QList<DocumentRow> rows)
 {
     beginResetModel();

@@ -66,6 +66,11 @@ void EntryForm::SetModified(bool value)
     command(u"actSalva"_s)->setEnabled(value);
 }
 
+void EntryForm::SetTyping(bool typing)
+{
+    command(u"actSalva"_s)->setEnabled(modified_ || typing);
+}
+
 void EntryForm::addField(Field *field)
 {
     fields_.append(field);
@@ -149,14 +154,13 @@ void EntryForm::NuovoRecord()
 
 void EntryForm::NuovoConDomanda()
 {
-    finishEditing();
-    if (mayStartNew() && continueWithoutSaving())
+    if (finishEditing() && mayStartNew() && continueWithoutSaving())
         NuovoRecord();
 }
 
 void EntryForm::ApriRecord(int id)
 {
-    if (!continueWithoutSaving())
+    if (!finishEditing() || !continueWithoutSaving())
         return;
     const WaitCursor wait;
     try {
@@ -359,7 +363,8 @@ void EntryForm::writeRecord()
 
 bool EntryForm::mayClose()
 {
-    finishEditing();
+    if (!finishEditing())
+        return false;
     if (spec_.closing == ClosingQuestion::ContinueAnyway)
         return continueWithoutSaving();
     if (!Modified())

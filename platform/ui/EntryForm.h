@@ -75,6 +75,8 @@ public:
     /// True while there are unsaved changes; "Salva" is enabled exactly then.
     bool Modified() const { return modified_; }
     void SetModified(bool value);
+    /// Something is being typed that is no change yet, in a cell of a grid: "Salva" takes it over and saves.
+    void SetTyping(bool typing);
 
     /// Empties the form for a new record; asks nothing.
     void NuovoRecord();

@@ -15,8 +15,19 @@ private Q_SLOTS:
     void cleanup() { workplace_.reset(); }
 
     void keypadPointTypesAComma();
+    void tabAndEnterGoThroughTheEditableCells();
+    void descriptionKeepsEnter();
+    void saveTakesOverTheCellBeingTyped();
+    void unreadableCellStopsCommands_data();
+    void unreadableCellStopsCommands();
 
 private:
+    /// Two articles of a receipt; the cost of the first one is the current cell.
+    test::Document twoArticles() const;
+    /// To whatever has the focus, as a keyboard does.
+    static void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    static QString where(const test::Document &document);
+
     std::unique_ptr<test::Workplace> workplace_;
 };
 
@@ -39,6 +50,115 @@ void TestKeyboard::keypadPointTypesAComma()
     QTest::keyClick(editor, Qt::Key_Enter, Qt::KeypadModifier);
     test::settle();
     QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), u"3,50"_s);
+}
+
+test::Document TestKeyboard::twoArticles() const
+{
+    test::Document receipt(*workplace_, test::receipt());
+    receipt.addArticle(u"TRA-0018"_s, u"2"_s, u"1"_s);
+    receipt.addArticle(u"SMA-0750"_s, u"8"_s, u"2"_s);
+    receipt.grid()->setFocus();
+    receipt.grid()->select(0, RowColumn::Costo);
+    return receipt;
+}
+
+void TestKeyboard::press(int key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
+    test::settle();
+}
+
+// "row header" of the current cell, or what has the focus instead.
+QString TestKeyboard::where(const test::Document &document)
+{
+    const QWidget *focus = QApplication::focusWidget();
+    if (!focus || (focus != document.grid() && !document.grid()->isAncestorOf(focus)))
+        return u"left"_s;
+    const QModelIndex cell = document.grid()->currentIndex();
+    return u"%1 %2"_s.arg(cell.row())
+        .arg(document.grid()->model()->headerData(cell.column(), Qt::Horizontal, Qt::DisplayRole).toString());
+}
+
+void TestKeyboard::tabAndEnterGoThroughTheEditableCells()
+{
+    const test::Document receipt = twoArticles();
+    const auto digitThen = [&](int digit, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        press(digit);
+        press(key, modifiers);
+        return where(receipt);
+    };
+    QCOMPARE(digitThen(Qt::Key_3, Qt::Key_Tab), u"0 Q.tà"_s);
+    QCOMPARE(digitThen(Qt::Key_4, Qt::Key_Return), u"1 Costo"_s);
+    QCOMPARE(digitThen(Qt::Key_5, Qt::Key_Backtab, Qt::ShiftModifier), u"0 Q.tà"_s);
+    press(Qt::Key_Tab); // nothing typed
+    QCOMPARE(where(receipt), u"1 Costo"_s);
+    press(Qt::Key_Enter, Qt::KeypadModifier);
+    QCOMPARE(digitThen(Qt::Key_6, Qt::Key_Tab), u"1 Q.tà"_s);
+    QCOMPARE(digitThen(Qt::Key_7, Qt::Key_Tab), u"1 Q.tà"_s);
+    QCOMPARE(digitThen(Qt::Key_0, Qt::Key_Backtab, Qt::ShiftModifier), u"1 Q.tà"_s); // refused
+    QCOMPARE(test::columnTexts(receipt.grid(), u"Costo"_s), QStringList({u"€ 3,00"_s, u"€ 5,00"_s}));
+    QCOMPARE(test::columnTexts(receipt.grid(), u"Q.tà"_s), QStringList({u"4,00"_s, u"7,00"_s}));
+    for (const Qt::KeyboardModifier back : {Qt::NoModifier, Qt::ShiftModifier}) {
+        receipt.grid()->setFocus();
+        receipt.grid()->select(0, RowColumn::Costo);
+        QCOMPARE(digitThen(Qt::Key_9, Qt::Key_F6, back), u"left"_s);
+        QCOMPARE(test::cellText(receipt.grid(), 0, u"Costo"_s), u"€ 9,00"_s);
+    }
+    QCOMPARE(receipt.shown(u"txtNumero"_s), u"1"_s);
+}
+
+void TestKeyboard::descriptionKeepsEnter()
+{
+    const test::Document note(*workplace_, test::deliveryNote());
+    note.addArticle(u"TRA-0018"_s, u"2"_s, u"1"_s);
+    note.trigger(u"actAggiungiTesto"_s);
+    for (const int key : {Qt::Key_A, Qt::Key_Return, Qt::Key_B})
+        press(key);
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(where(note), u"0 Q.tà"_s);
+    QCOMPARE(test::cellText(note.grid(), 1, u"Descrizione"_s), u"a\nb"_s);
+    press(Qt::Key_Tab);
+    for (const int key : {Qt::Key_C, Qt::Key_Tab})
+        press(key);
+    QCOMPARE(where(note), u"1 Descrizione"_s);
+    QCOMPARE(test::cellText(note.grid(), 1, u"Descrizione"_s), u"c"_s);
+}
+
+void TestKeyboard::saveTakesOverTheCellBeingTyped()
+{
+    const test::Document receipt = twoArticles();
+    receipt.fillHeader();
+    receipt.save();
+    QCOMPARE(receipt.flags(), u"stored"_s);
+    receipt.showPage(1);
+    receipt.grid()->setFocus();
+    receipt.grid()->select(1, RowColumn::Quantita);
+    press(Qt::Key_6);
+    press(Qt::Key_Escape);
+    QCOMPARE(receipt.flags(), u"stored"_s);
+    press(Qt::Key_6);
+    press(Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(receipt.flags(), u"stored"_s);
+    QCOMPARE(workplace_->lines(u"SELECT QUANTITA FROM MOVI_MAGA WHERE CODICE = 'SMA-0750'"_s), QStringList(u"6"_s));
+}
+
+void TestKeyboard::unreadableCellStopsCommands_data()
+{
+    QTest::addColumn<QString>("command");
+    for (const char *command : {"actChiudi", "actNuovo", "actSalva", "actEliminaRiga"})
+        QTest::newRow(command) << QString::fromLatin1(command);
+}
+
+void TestKeyboard::unreadableCellStopsCommands()
+{
+    QFETCH(QString, command);
+    const test::Document receipt = twoArticles();
+    press(Qt::Key_X);
+    workplace_->messages.expectError(u"\"x\" non è un numero valido."_s);
+    receipt.trigger(command);
+    QCOMPARE(workplace_->messages.verify(), QStringList());
+    QVERIFY(receipt.form().isVisible());
+    QCOMPARE(test::columnTexts(receipt.grid(), u"Costo"_s), QStringList({u"€ 2,00"_s, u"€ 8,00"_s}));
 }
 
 static const test::Registered<TestKeyboard> registered;

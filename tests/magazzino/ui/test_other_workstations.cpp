@@ -78,7 +78,7 @@ QString TestOtherWorkstations::wanted()
 
 test::Document TestOtherWorkstations::changedDocumentOfSeven() const
 {
-    const test::Document document(*workplace_, names());
+    test::Document document(*workplace_, names());
     document.fillHeader();
     document.addArticle(u"TRA-0018"_s, u"2"_s, u"7"_s);
     document.save();

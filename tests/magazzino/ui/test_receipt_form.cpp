@@ -17,6 +17,8 @@ private Q_SLOTS:
     void saveWritesRowsAndMovements();
     void cells_data();
     void cells();
+    void amountsBeyondTheColumns();
+    void numberColumnsGrow();
     void saveTakesWhatIsStillTyped_data();
     void saveTakesWhatIsStillTyped();
     void otherRowTypesAreEditedAndKept();
@@ -116,6 +118,49 @@ void TestReceiptForm::cells()
     QCOMPARE(test::cellText(note().grid(), 0, header), shown);
     QCOMPARE(note().form().Modified(), shown != before);
     QVERIFY(!note().grid()->findChild<QWidget *>(u"editorRiga"_s));
+}
+
+void TestReceiptForm::amountsBeyondTheColumns()
+{
+    const QString huge = u"99999999999,99"_s;
+    note().fillHeader();
+    note().addArticle(u"TRA-0018"_s, huge, huge); // the quantity is refused
+    QCOMPARE(test::cellText(note().grid(), 0, u"Q.tà"_s), u"1,00"_s);
+    test::typeIntoCell(note().grid(), 0, u"Q.tà"_s, u"50000"_s);
+    note().addArticle(u"TRA-0018"_s, huge, u"50000"_s); // each row fits, the total does not
+    workplace_->messages.expectError(u"Si è verificato un errore durante il salvataggio dei dati!"_s);
+    note().save();
+    QCOMPARE(note().flags(), u"new modified"_s);
+    test::typeIntoCell(note().grid(), 1, u"Q.tà"_s, u"1"_s);
+    note().save();
+    QCOMPARE(lines(u"SELECT TOTALE_IMPOSTA FROM BOLLE_CARICO WHERE TOTALE_DOCUMENTO > 0"_s).size(), 1);
+}
+
+void TestReceiptForm::numberColumnsGrow()
+{
+    note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    const auto width = [this](const QString &header) {
+        return note().grid()->columnWidth(test::columnOf(note().grid(), header));
+    };
+    const auto together = [&] {
+        int sum = 0;
+        for (int column = 0; column < note().grid()->model()->columnCount(); ++column)
+            sum += note().grid()->columnWidth(column);
+        return sum;
+    };
+    const int usable = note().grid()->width() - 21;
+    const int lineHeight = note().grid()->rowHeight(0);
+    QCOMPARE(width(u"Q.tà"_s), 60);
+    QCOMPARE(width(u"Importo"_s), 100);
+    QCOMPARE(together(), usable);
+    test::typeIntoCell(note().grid(), 0, u"Costo"_s, u"123456,78"_s);
+    test::typeIntoCell(note().grid(), 0, u"Q.tà"_s, u"12345,67"_s);
+    for (const QString &header : {u"Costo"_s, u"Q.tà"_s, u"Importo"_s}) {
+        const QString text = test::cellText(note().grid(), 0, header);
+        QVERIFY2(width(header) >= note().grid()->fontMetrics().horizontalAdvance(text) + 6, qPrintable(text));
+    }
+    QCOMPARE(together(), usable);
+    QCOMPARE(note().grid()->rowHeight(0), lineHeight);
 }
 
 void TestReceiptForm::saveTakesWhatIsStillTyped_data()
