@@ -180,7 +180,8 @@ void TMMGInserimentoFattureAccompagnatorie::inserisciNotaDocumento()
 
 void TMMGInserimentoFattureAccompagnatorie::ImpostaFatturaCiclica()
 {
-    notes()->append(u"\nFattura ciclica\nRif. Fattura n. %1\ndel %2"_s.arg(numero()).arg(core::formatDate(data())));
+    notes()->append(
+        u"\n\rFattura ciclica\n\rRif. Fattura n. %1\n\rdel %2"_s.arg(numero()).arg(core::formatDate(data())));
     numberField()->setValue(GetNextNumeroFattAcc(core::today().year()));
     dateField()->setDate(core::today());
     recurrence_->disable();

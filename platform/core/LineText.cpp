@@ -23,6 +23,11 @@ bool isHalf(const QString &text, qsizetype i)
 
 } // namespace
 
+QString withLineFeeds(QString text)
+{
+    return text.replace(u"\r\n"_s, u"\n"_s).replace(u"\n\r"_s, u"\n"_s).replace(u'\r', u'\n');
+}
+
 QString pastedLine(QString text)
 {
     while (!text.isEmpty() && isLineEnd(text.back()))

@@ -1,6 +1,7 @@
 #include "platform/report/BandLayout.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/LineText.h"
 
 #include <QTextLayout>
 
@@ -44,8 +45,8 @@ int fittingLines(const Item &item, const FontSet &fonts)
 
 BrokenText breakText(const QString &text, int font, double width, const FontSet &fonts)
 {
-    BrokenText broken{.text = text};
-    broken.text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u'\t', u' ');
+    BrokenText broken{.text = core::withLineFeeds(text)};
+    broken.text.replace(u'\t', u' ');
     while (broken.text.endsWith(u'\n'))
         broken.text.chop(1);
     if (broken.text.isEmpty())

@@ -2,6 +2,7 @@
 
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
+#include "platform/core/LineText.h"
 #include "platform/data/DataSet.h"
 
 #include <QHBoxLayout>
@@ -86,14 +87,19 @@ MemoField::MemoField(const MemoSpec &spec, QWidget *parent)
 
 void MemoField::append(const QString &text)
 {
+    // What is shown has lost the ends of its lines as they are stored.
+    const QString before = edit_->toPlainText();
+    const QString joined = (before == shown_ ? loaded_.toString() : before) + text;
     edit_->moveCursor(QTextCursor::End);
-    edit_->insertPlainText(text);
+    edit_->insertPlainText(core::withLineFeeds(text));
+    loaded_ = joined;
+    shown_ = edit_->toPlainText();
 }
 
 void MemoField::show(const QVariant &stored)
 {
     loaded_ = stored;
-    edit_->setPlainText(stored.toString());
+    edit_->setPlainText(core::withLineFeeds(stored.toString()));
     shown_ = edit_->toPlainText();
 }
 

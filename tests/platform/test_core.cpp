@@ -2,6 +2,7 @@
 #include "platform/core/Decimal.h"
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
+#include "platform/core/LineText.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/core/NumberReader.h"
@@ -25,6 +26,7 @@ private Q_SLOTS:
     void roundsHalvesAwayFromZeroOnTheDecimalValue_data();
     void roundsHalvesAwayFromZeroOnTheDecimalValue();
     void zeroIsNeverNegative();
+    void everyLineEndIsOne();
     void readsOneNumber_data();
     void readsOneNumber();
     void readsDatesAndTimes_data();
@@ -36,6 +38,11 @@ private Q_SLOTS:
     void logThatCannotBeWrittenDisturbsNothing();
     void readsFlagsInAnyCaseAndAsNumbers();
 };
+
+void TestCore::everyLineEndIsOne()
+{
+    QCOMPARE(core::withLineFeeds(u"a\r\nb\n\rc\rd\n\ne\r\n\r\nf\n\r\n\rg"_s), u"a\nb\nc\nd\n\ne\n\nf\n\ng"_s);
+}
 
 void TestCore::roundsHalvesAwayFromZeroOnTheDecimalValue_data()
 {

@@ -187,7 +187,7 @@ void TestDocuments::textsLongerThanAPageAreWhole()
     QStringList note;
     for (int line = 1; line <= 50; ++line)
         note.append(u"nota%1"_s.arg(line));
-    const int key = test::insertNote(database(), 1, {{u"NOTE"_s, note.join(u"\r\n"_s)}});
+    const int key = test::insertNote(database(), 1, {{u"NOTE"_s, note.join(u"\n\r"_s)}});
     test::insertNoteRow(database(), key, {{u"TIPO_RIGA"_s, u"Testo"_s}, {u"DESCRIZIONE"_s, words.join(u' ')}});
     const QStringList pages = test::pdfPages(print(key));
     QVERIFY(pages.size() >= 4);

@@ -147,6 +147,11 @@ void TestRecurringInvoices::copyOfAnInvoice()
     QCOMPARE(workplace.lines(stored), before);
     QCOMPARE(workplace.lines(u"SELECT NUMERO, DATA, FC_ABILITATO FROM FATT_ACC ORDER BY NUMERO"_s),
              QStringList({u"7|2026-02-01|True"_s, u"8|2026-03-16|False"_s}));
+    QCOMPARE(workplace.database().select(u"SELECT NOTE FROM FATT_ACC WHERE NUMERO = 8"_s).text(0, u"NOTE"),
+             u"Canone\n\rFattura ciclica\n\rRif. Fattura n. 7\n\rdel 01/02/2026"_s);
+    // Opened again it shows as it did.
+    invoice.form().ApriRecord(invoice.form().IdRecord());
+    QCOMPARE(invoice.shown(u"txtNote"_s), u"Canone\nFattura ciclica\nRif. Fattura n. 7\ndel 01/02/2026"_s);
     // Each has its own row and movement.
     QCOMPARE(workplace.lines(u"SELECT D.CODICE, D.IMPORTO FROM FATT_ACC_DETT D JOIN MOVI_MAGA M ON M.RIF_DOC_IDRIGA = "
                              "D.IDFATT_ACC_DETT AND M.RIF_DOC_ID = D.IDFATT_ACC"_s),
