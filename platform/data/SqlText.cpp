@@ -79,7 +79,7 @@ QString withNullsWritten(const QString &sql, QVariantList &values)
     if (std::none_of(values.cbegin(), values.cend(), isMissing))
         return sql;
     qsizetype place = 0;
-    const QString text = withNullsAt(sql, [&](QStringView) { return isMissing(values.value(place++, 0)); });
+    QString text = withNullsAt(sql, [&](QStringView) { return isMissing(values.value(place++, 0)); });
     values.removeIf(isMissing);
     return text;
 }
@@ -88,7 +88,7 @@ QString withNullsWritten(const QString &sql, QVariantMap &values)
 {
     if (std::none_of(values.cbegin(), values.cend(), isMissing))
         return sql;
-    const QString text = withNullsAt(sql, [&](QStringView placeholder) {
+    QString text = withNullsAt(sql, [&](QStringView placeholder) {
         const auto value = values.constFind(placeholder.mid(1).toString());
         return value != values.cend() && isMissing(*value);
     });
