@@ -33,6 +33,14 @@ data::Rows rowsOf(const QList<ImportProblem> &problems)
     return {{{u"ID"_s}, {u"RIGA"_s}, {u"COLONNA"_s, 0, true}, {u"MESSAGGIO"_s, 0, true}}, std::move(rows)};
 }
 
+// Behind the numbers of records; nothing where there are none.
+QString newCategories(const ImportPlan &plan)
+{
+    if (plan.newCategories == 0)
+        return {};
+    return plan.newCategories == 1 ? u", 1 categoria nuova"_s : u", %1 categorie nuove"_s.arg(plan.newCategories);
+}
+
 } // namespace
 
 ImportDialog::ImportDialog(data::Connection &connection, QWidget *owner)
@@ -66,6 +74,9 @@ void ImportDialog::targetChosen()
 {
     const ui::WaitCursor wait;
     lookups_ = std::make_unique<ImportLookups>(connection_, target());
+    const QList<ImportField> &fields = target().fields;
+    createMissing_->setVisible(std::any_of(fields.cbegin(), fields.cend(),
+                                           [](const ImportField &field) { return !field.lookup.parent.isEmpty(); }));
     createMapping();
     splitHeader();
 }
@@ -178,7 +189,9 @@ void ImportDialog::showPreview()
 
 ImportOptions ImportDialog::options() const
 {
-    ImportOptions options{.headers = headers_, .updateExisting = updateExisting_->isChecked()};
+    ImportOptions options{.headers = headers_,
+                          .updateExisting = updateExisting_->isChecked(),
+                          .createMissing = createMissing_->isChecked()};
     for (const QComboBox *choice : columnChoices_)
         options.columns.append(choice->currentIndex() - 1);
     return options;
@@ -248,8 +261,8 @@ void ImportDialog::showProblems()
         text = u"%1 errori: correggere il file o l'abbinamento. Nulla viene scritto finché ce ne sono."_s.arg(
             italian.toString(plan_.problemCount));
     else if (plan_.records > 0)
-        text = u"%1 record nuovi, %2 da aggiornare."_s.arg(italian.toString(plan_.records - plan_.updates),
-                                                           italian.toString(plan_.updates));
+        text = u"%1 record nuovi, %2 da aggiornare%3."_s.arg(italian.toString(plan_.records - plan_.updates),
+                                                             italian.toString(plan_.updates), newCategories(plan_));
     else if (file_)
         text = u"Il file non contiene righe da importare."_s;
     status_->setText(text);
@@ -279,8 +292,9 @@ void ImportDialog::runImport()
         throw;
     }
     const QLocale italian(QLocale::Italian);
-    core::inform(this, u"Importazione completata: %1 record nuovi, %2 aggiornati."_s.arg(
-                           italian.toString(plan_.records - plan_.updates), italian.toString(plan_.updates)));
+    core::inform(this, u"Importazione completata: %1 record nuovi, %2 aggiornati%3."_s.arg(
+                           italian.toString(plan_.records - plan_.updates), italian.toString(plan_.updates),
+                           newCategories(plan_)));
     accept();
 }
 

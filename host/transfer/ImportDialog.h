@@ -46,6 +46,7 @@ private:
     };
 
     QWidget *createFilePart();
+    void createRecordOptions();
     QWidget *createMappingPart();
     QWidget *createRightPart();
     QWidget *createButtons();
@@ -85,6 +86,7 @@ private:
     QLineEdit *fileName_ = nullptr;
     QCheckBox *hasHeader_ = nullptr;
     QCheckBox *updateExisting_ = nullptr;
+    QCheckBox *createMissing_ = nullptr;
     QFormLayout *mapping_ = nullptr;
     QList<QComboBox *> columnChoices_; ///< one per field of the target
     QTableWidget *preview_ = nullptr;

@@ -69,10 +69,7 @@ QWidget *ImportDialog::createFilePart()
     QPushButton *choose = addButton(u"cmdSfoglia"_s, u"Sfoglia…"_s, part);
     hasHeader_ = new QCheckBox(u"Prima riga con i titoli"_s, part);
     hasHeader_->setObjectName(u"chkTitoli"_s);
-    updateExisting_ = new QCheckBox(u"Aggiorna i record esistenti"_s, part);
-    updateExisting_->setObjectName(u"chkAggiorna"_s);
-    updateExisting_->setToolTip(
-        u"Un codice già presente aggiorna il suo record; le celle vuote lasciano il valore che c'è."_s);
+    createRecordOptions();
     grid->addWidget(new QLabel(u"Importa"_s, part), 0, 0);
     grid->addWidget(targetChoice_, 0, 1);
     grid->addWidget(new QLabel(u"dal file"_s, part), 0, 2);
@@ -82,16 +79,30 @@ QWidget *ImportDialog::createFilePart()
     grid->addWidget(separatorChoice_, 1, 1);
     grid->addWidget(new QLabel(u"Codifica"_s, part), 1, 2);
     grid->addWidget(encodingChoice_, 1, 3);
-    grid->addWidget(hasHeader_, 1, 4);
-    grid->addWidget(updateExisting_, 1, 5, 1, 2);
+    grid->addWidget(hasHeader_, 1, 4, 1, 3);
+    grid->addWidget(updateExisting_, 2, 1, 1, 3);
+    grid->addWidget(createMissing_, 2, 4, 1, 3);
     grid->setColumnStretch(4, 1);
     connect(targetChoice_, &QComboBox::activated, this, [this] { core::guarded(this, [this] { targetChosen(); }); });
     connect(choose, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { chooseFile(); }); });
     for (QComboBox *choice : {separatorChoice_, encodingChoice_})
         connect(choice, &QComboBox::activated, this, [this] { core::guarded(this, [this] { readAgain(); }); });
     connect(hasHeader_, &QCheckBox::clicked, this, [this] { core::guarded(this, [this] { splitHeader(); }); });
-    connect(updateExisting_, &QCheckBox::clicked, this, [this] { core::guarded(this, [this] { check(); }); });
     return part;
+}
+
+void ImportDialog::createRecordOptions()
+{
+    updateExisting_ = new QCheckBox(u"Aggiorna i record esistenti"_s, this);
+    updateExisting_->setObjectName(u"chkAggiorna"_s);
+    updateExisting_->setToolTip(
+        u"Un codice già presente aggiorna il suo record; le celle vuote lasciano il valore che c'è."_s);
+    createMissing_ = new QCheckBox(u"Crea le categorie mancanti"_s, this);
+    createMissing_->setObjectName(u"chkCategorie"_s);
+    createMissing_->setToolTip(u"Una categoria che non c'è viene creata, al primo livello o dove dice il suo percorso "
+                               "(\"Padre/Figlia\")."_s);
+    for (const QCheckBox *option : {updateExisting_, createMissing_})
+        connect(option, &QCheckBox::clicked, this, [this] { core::guarded(this, [this] { check(); }); });
 }
 
 QWidget *ImportDialog::createMappingPart()

@@ -35,6 +35,14 @@ void add(QHash<QString, int> &keys, const QString &name, int key)
     keys.insert(name, it == keys.constEnd() || *it == key ? key : several);
 }
 
+QStringList namesIn(const QString &path)
+{
+    QStringList names = path.split(u'/');
+    for (QString &name : names)
+        name = name.trimmed();
+    return names;
+}
+
 // The names of a row's ancestors and its own, "A/B"; a chain that comes back to itself ends there.
 QString pathOf(int key, const QHash<int, std::pair<QString, int>> &tree)
 {
@@ -92,20 +100,38 @@ std::optional<int> ImportLookups::record(const QString &code) const
 
 std::optional<int> ImportLookups::find(qsizetype field, const QString &text) const
 {
+    const std::optional<int> found = entry(field, text);
+    return found == several ? std::nullopt : found;
+}
+
+std::optional<MissingCategory> ImportLookups::missing(qsizetype field, const QString &path) const
+{
+    const QStringList names = namesIn(path);
+    if (names.contains(QString()))
+        return {};
+    // The longest beginning that is there.
+    for (qsizetype length = names.size(); length > 0; --length) {
+        const std::optional<int> found = entry(field, names.first(length).join(u'/'));
+        if (found == several)
+            return {};
+        if (found)
+            return MissingCategory{*found, names.mid(length)};
+    }
+    return MissingCategory{0, names};
+}
+
+std::optional<int> ImportLookups::entry(qsizetype field, const QString &text) const
+{
     const Keys &keys = fields_[field];
     const QString capitals = data::capitalsOf(text);
     auto it = keys.constFind(capitals);
-    if (it == keys.constEnd()) {
-        QStringList parts = capitals.split(u'/');
-        for (QString &part : parts)
-            part = part.trimmed();
-        it = keys.constFind(parts.join(u'/'));
-    }
+    if (it == keys.constEnd())
+        it = keys.constFind(namesIn(capitals).join(u'/'));
     if (it == keys.constEnd()) {
         if (const std::optional<double> number = percent(text))
             it = keys.constFind(numberName(*number));
     }
-    return it == keys.constEnd() || *it == several ? std::nullopt : std::optional(*it);
+    return it == keys.constEnd() ? std::nullopt : std::optional(*it);
 }
 
 QList<ImportTarget> availableTargets(data::Connection &connection)

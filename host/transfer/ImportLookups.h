@@ -2,6 +2,7 @@
 #include "host/transfer/ImportTarget.h"
 
 #include <QHash>
+#include <QMetaType>
 
 #include <optional>
 
@@ -10,6 +11,13 @@ class Connection;
 }
 
 namespace host {
+
+/// A category that is named and not there: the names that are missing, each under the one before it.
+struct MissingCategory
+{
+    int parent = 0; ///< key of the category that the first one belongs under, 0 at the top
+    QStringList names;
+};
 
 /// What an import must know of the database: the codes that are there and the rows that fields refer to.
 class ImportLookups
@@ -22,11 +30,16 @@ public:
     std::optional<int> record(const QString &code) const;
     /// Key of the row that `text` names in the table of field number `field`; nothing when there is none or several.
     std::optional<int> find(qsizetype field, const QString &text) const;
+    /// What must be added to the tree of field number `field` before `path`, which find() does not find, is there;
+    /// nothing when that cannot be told.
+    std::optional<MissingCategory> missing(qsizetype field, const QString &path) const;
 
 private:
     /// Text in capitals -> key; -1 for a text that several rows have.
     using Keys = QHash<QString, int>;
 
+    /// The row's key, or -1 for several.
+    std::optional<int> entry(qsizetype field, const QString &text) const;
     static Keys keysOf(data::Connection &connection, const ImportLookup &lookup);
 
     Keys records_;
@@ -37,3 +50,5 @@ private:
 QList<ImportTarget> availableTargets(data::Connection &connection);
 
 } // namespace host
+
+Q_DECLARE_METATYPE(host::MissingCategory)

@@ -79,11 +79,22 @@ private:
         lookAtCode(record, reader_.text(record, 0));
         const PlannedRecord planned =
             reader_.read(record, [this](const ImportProblem &problem) { plan_.complain(problem); });
+        for (const QVariant &value : planned.values) {
+            if (value.canConvert<MissingCategory>())
+                count(value.value<MissingCategory>());
+        }
         if (planned.key < 0)
             requireAll(record);
         else
             ++plan_.updates;
         ++plan_.records;
+    }
+
+    void count(const MissingCategory &category)
+    {
+        for (qsizetype length = 1; length <= category.names.size(); ++length)
+            missing_.insert({category.parent, data::capitalsOf(category.names.first(length).join(u'/'))});
+        plan_.newCategories = static_cast<int>(missing_.size());
     }
 
     // Complains about a code that must not be there.
@@ -124,6 +135,7 @@ private:
     RecordReader reader_;
     QHash<quint64, int> repeated_; // codes that come more than once, by their marks: the first one's line
     QSet<qsizetype> toldUnmapped_;
+    QSet<std::pair<int, QString>> missing_; // categories, by what is there and the names under it
 };
 
 } // namespace

@@ -27,6 +27,7 @@ struct ImportOptions
     QList<int> columns;          ///< per field of the target the CSV column from 0, or -1
     QStringList headers;         ///< names of the CSV columns, for messages
     bool updateExisting = false; ///< a code that is there changes its record; otherwise it is a problem
+    bool createMissing = false;  ///< a category that is not there is created; otherwise it is a problem
 };
 
 /// Hands the records of a file, its header line left out, to a function one after the other. Each call goes through
@@ -50,7 +51,8 @@ struct ImportPlan
     QList<qsizetype> fields;           ///< numbers of the target's fields that get values
     QList<core::NumberReader> numbers; ///< one for each of `fields`
     int records = 0;
-    int updates = 0; ///< records that change existing ones
+    int updates = 0;       ///< records that change existing ones
+    int newCategories = 0; ///< that the records need
 
     void complain(const ImportProblem &problem);
 };
@@ -60,9 +62,9 @@ struct ImportPlan
 /// come again show in the whole of it only.
 ImportPlan planImport(const ImportJob &job);
 
-/// Writes all records in one transaction, or none: an error (a core::Error that names the line) and a cancelled
-/// `progress` leave nothing behind. A new record gets an empty text, 0 or no reference for an empty cell; an existing
-/// one keeps what it has. For a `plan` of the same job without problems.
+/// Writes all records and the categories they need in one transaction, or nothing: an error (a core::Error that names
+/// the line) and a cancelled `progress` leave nothing behind. A new record gets an empty text, 0 or no reference for an
+/// empty cell; an existing one keeps what it has. For a `plan` of the same job without problems.
 void writeImport(data::Connection &connection, const ImportJob &job, const ImportPlan &plan, core::Progress &progress);
 
 } // namespace host

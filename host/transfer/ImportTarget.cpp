@@ -15,7 +15,8 @@ QList<ImportField> articleFields()
     const ImportLookup category = {.table = u"CATEGORIE_ANA_MAGA"_s,
                                    .key = u"IDCATEGORIA_ANA_MAGA"_s,
                                    .column = u"CATEGORIA"_s,
-                                   .parent = u"IDPADRE"_s};
+                                   .parent = u"IDPADRE"_s,
+                                   .maxLength = 50};
     const ImportLookup vat = {
         .table = u"ALIQUOTE_IVA"_s, .key = u"IDALIQUOTA_IVA"_s, .column = u"CODICE"_s, .number = u"ALIQUOTA"_s};
     const ImportLookup unit = {.table = u"UM"_s, .key = u"IDUM"_s, .column = u"UM"_s};

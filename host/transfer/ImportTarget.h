@@ -14,6 +14,7 @@ struct ImportLookup
     QString column;      ///< compared without case
     QString number = {}; ///< a number that finds the row where the text does not, unless two rows have it
     QString parent = {}; ///< of a tree: a row is found by its path "A/B" or by a name that is there only once
+    int maxLength = 0;   ///< of the names in a tree, to which an import may add
 };
 
 struct ImportField

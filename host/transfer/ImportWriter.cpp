@@ -3,6 +3,7 @@
 #include "platform/core/Progress.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
+#include "platform/data/SqlText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -43,8 +44,12 @@ public:
                                                          QStringList(columns.size(), u"?"_s).join(u", "_s));
     }
 
-    void write(const PlannedRecord &record)
+    void write(PlannedRecord record)
     {
+        for (qsizetype i = 0; i < record.values.size(); ++i) {
+            if (record.values[i].canConvert<MissingCategory>())
+                record.values[i] = make(record.values[i].value<MissingCategory>(), field(i).lookup);
+        }
         if (record.key < 0)
             insert(record);
         else
@@ -53,6 +58,33 @@ public:
 
 private:
     const ImportField &field(qsizetype index) const { return target_.fields[plan_.fields[index]]; }
+
+    // The key of the last of the category's names, which are made where they are not there yet.
+    int make(const MissingCategory &category, const ImportLookup &lookup)
+    {
+        int key = category.parent;
+        for (const QString &name : category.names) {
+            int &made = made_[{key, data::capitalsOf(name)}];
+            if (made == 0)
+                made = makeUnder(key, name, lookup);
+            key = made;
+        }
+        return key;
+    }
+
+    // Another workstation may have made it meanwhile.
+    int makeUnder(int parent, const QString &name, const ImportLookup &lookup)
+    {
+        data::Rows rows =
+            connection_.run(u"SELECT FIRST 1 %1 AS CHIAVE FROM %2 WHERE UPPER(%3) = %4 AND COALESCE(%5, 0) = ?"_s.arg(
+                                lookup.key, lookup.table, lookup.column, data::inCapitals(), lookup.parent),
+                            {data::searchedText(name), parent});
+        if (rows.isEmpty())
+            rows = connection_.run(u"INSERT INTO %1(%2, %3) VALUES(?, ?) RETURNING %4 AS CHIAVE"_s.arg(
+                                       lookup.table, lookup.parent, lookup.column, lookup.key),
+                                   {parent > 0 ? QVariant(parent) : QVariant(), name});
+        return rows.values(0).constFirst().toInt();
+    }
 
     void insert(const PlannedRecord &record)
     {
@@ -88,6 +120,7 @@ private:
     const ImportTarget &target_;
     const ImportPlan &plan_;
     QString insert_;
+    QHash<std::pair<int, QString>, int> made_; // keys of categories, by parent and name in capitals
 };
 
 // Why `error` ended the import, for the user: it must not blame the file for a full disk.

@@ -19,6 +19,13 @@ bool isControl(QChar c)
     return (c.category() == QChar::Other_Control && c != u'\n' && c != u'\t') || c.unicode() >= 0xFFFE;
 }
 
+// 0 is no limit.
+void checkLength(const QString &text, int most, const std::function<void(const QString &)> &complain)
+{
+    if (most > 0 && text.size() > most)
+        complain(u"Il testo ha %1 caratteri, al massimo ne sono ammessi %2."_s.arg(text.size()).arg(most));
+}
+
 } // namespace
 
 RecordReader::RecordReader(const ImportJob &job, const ImportPlan &plan)
@@ -69,15 +76,27 @@ QVariant RecordReader::value(const CsvRecord &record, qsizetype index, const Com
     }
     if (spec.kind == Kind::Amount)
         return amount(text, plan_.numbers[index], tell);
-    if (spec.kind == Kind::Lookup) {
-        const std::optional<int> key = job_.lookups.find(field, text);
-        if (!key)
-            tell(u"\"%1\" non si trova, o non è unico."_s.arg(text));
-        return key.value_or(0);
-    }
-    if (spec.maxLength > 0 && text.size() > spec.maxLength)
-        tell(u"Il testo ha %1 caratteri, al massimo ne sono ammessi %2."_s.arg(text.size()).arg(spec.maxLength));
+    if (spec.kind == Kind::Lookup)
+        return reference(field, text, tell);
+    checkLength(text, spec.maxLength, tell);
     return text;
+}
+
+QVariant RecordReader::reference(qsizetype field, const QString &text,
+                                 const std::function<void(const QString &)> &complain) const
+{
+    const ImportLookup &lookup = job_.target.fields[field].lookup;
+    if (const std::optional<int> key = job_.lookups.find(field, text))
+        return *key;
+    if (job_.options.createMissing && !lookup.parent.isEmpty()) {
+        if (const std::optional<MissingCategory> missing = job_.lookups.missing(field, text)) {
+            for (const QString &name : missing->names)
+                checkLength(name, lookup.maxLength, complain);
+            return QVariant::fromValue(*missing);
+        }
+    }
+    complain(u"\"%1\" non si trova, o non è unico."_s.arg(text));
+    return 0;
 }
 
 QVariant RecordReader::amount(const QString &text, const core::NumberReader &numbers,

@@ -3,7 +3,7 @@
 
 namespace host {
 
-/// One record to write. An invalid value is an empty cell.
+/// One record to write. An invalid value is an empty cell; a MissingCategory stands for the key that it will get.
 struct PlannedRecord
 {
     int line = 0;
@@ -30,6 +30,8 @@ public:
 
 private:
     QVariant value(const CsvRecord &record, qsizetype index, const Complain &complain) const;
+    QVariant reference(qsizetype field, const QString &text,
+                       const std::function<void(const QString &)> &complain) const;
     QVariant amount(const QString &text, const core::NumberReader &numbers,
                     const std::function<void(const QString &)> &complain) const;
 

@@ -75,6 +75,7 @@ private Q_SLOTS:
     void longFilesArriveWhole();
     void everyProblemNamesLineAndColumn();
     void codesUpdateWhereAsked();
+    void missingCategoriesAreCreated();
     void allArticlesOrNone();
     void dialogWritesWhenNothingIsWrong();
     void longFileNeedsLittleMemoryAndShowsItsProgress();
@@ -240,6 +241,43 @@ void TestImport::codesUpdateWhereAsked()
                           u"Straße|Tedesca||||"_s, u"ZZ9|Altra|Roma|||"_s}));
 }
 
+void TestImport::missingCategoriesAreCreated()
+{
+    for (const QString &parent : {u"Ferramenta"_s, u"Utensileria"_s})
+        database_->connection().run(u"INSERT INTO CATEGORIE_ANA_MAGA(CATEGORIA, IDPADRE) SELECT 'Doppia', "
+                                    "IDCATEGORIA_ANA_MAGA FROM CATEGORIE_ANA_MAGA WHERE CATEGORIA = ?"_s,
+                                    {parent});
+    host::ImportJob wrong = job(articles_, "Codice;Descrizione;Categoria\nA1;a;Doppia\nA2;a;/Sotto\n"
+                                           "A3;a;Doppia/Sotto\nA4;a;Giardino/" +
+                                               QByteArray(51, 'x') + "\n");
+    wrong.options.createMissing = true;
+    QStringList told;
+    const host::ImportPlan refused = host::planImport(wrong);
+    for (const host::ImportProblem &problem : refused.problems)
+        told.append(QString::number(problem.line) + u' ' + problem.message);
+    QCOMPARE(told, QStringList({u"2 \"Doppia\" non si trova, o non è unico."_s,
+                                u"3 \"/Sotto\" non si trova, o non è unico."_s,
+                                u"4 \"Doppia/Sotto\" non si trova, o non è unico."_s,
+                                u"5 Il testo ha 51 caratteri, al massimo ne sono ammessi 50."_s}));
+
+    host::ImportJob right =
+        job(articles_, "Codice;Descrizione;Categoria\nA1;a;Giardino / Siepi\nA2;a;VITERIA/Viti rare\n"
+                       "A3;a;giardino/SIEPI\nA4;a;Ferramenta/Viteria/viti RARE\nA5;a;Giardino\n");
+    right.options.createMissing = true;
+    const host::ImportPlan planned = host::planImport(right);
+    QCOMPARE(planned.problemCount, 0);
+    QCOMPARE(planned.newCategories, 3);
+    // Another workstation is faster.
+    database_->insert(u"CATEGORIE_ANA_MAGA"_s, {{u"CATEGORIA"_s, u"GIARDINO"_s}});
+    core::Progress progress;
+    host::writeImport(database_->connection(), right, planned, progress);
+    QCOMPARE(database_->lines(u"SELECT A.CODICE, C.CATEGORIA, P.CATEGORIA FROM ANA_MAGA A JOIN CATEGORIE_ANA_MAGA C ON "
+                              "C.IDCATEGORIA_ANA_MAGA = A.IDCATEGORIA_ANA_MAGA LEFT JOIN CATEGORIE_ANA_MAGA P ON "
+                              "P.IDCATEGORIA_ANA_MAGA = C.IDPADRE WHERE A.DESCRIZIONE = 'a' ORDER BY 1"_s),
+             QStringList({u"A1|Siepi|GIARDINO"_s, u"A2|Viti rare|Viteria"_s, u"A3|Siepi|GIARDINO"_s,
+                          u"A4|Viti rare|Viteria"_s, u"A5|GIARDINO|"_s}));
+}
+
 void TestImport::allArticlesOrNone()
 {
     constexpr int many = 20000;
@@ -300,6 +338,11 @@ void TestImport::dialogWritesWhenNothingIsWrong()
         QVERIFY(!import->isEnabled());
         QCOMPARE(test::columnTexts(test::control<QTableView>(&dialog, u"gridErrori"_s), u"Riga"_s),
                  QStringList{u"31"_s});
+
+        openIn(dialog, "Codice;Descrizione;Categoria\nA1;a;Giardino/Siepi\n");
+        QVERIFY(!import->isEnabled());
+        QTest::keyClick(test::control<QCheckBox>(&dialog, u"chkCategorie"_s), Qt::Key_Space);
+        QCOMPARE(test::shown(&dialog, u"lblStato"_s), u"1 record nuovi, 0 da aggiornare, 2 categorie nuove."_s);
 
         openIn(dialog, articles(30));
         QCOMPARE(test::shown(&dialog, u"lblStato"_s), u"30 record nuovi, 0 da aggiornare."_s);
