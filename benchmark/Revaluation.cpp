@@ -46,11 +46,11 @@ void revalueBare(Bare &bare, const QString &where)
 
 void revalueEveryArticle(data::Connection &connection)
 {
-    for (const schema::Passo &step : schema::passi()) {
-        if (!step.azione)
+    for (const schema::Step &step : schema::passi()) {
+        if (!step.action)
             continue;
         data::Transaction transaction(connection);
-        step.azione(connection);
+        step.action(connection);
         transaction.commit();
     }
 }

@@ -1,6 +1,7 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/schema/Indici.h"
 #include "magazzino/schema/Motore.h"
+#include "magazzino/schema/Passi.h"
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"

@@ -59,18 +59,18 @@ QStringList diritti()
     return comandi;
 }
 
-QList<Passo> creazioni()
+QList<Step> creazioni()
 {
-    QList<Passo> elenco;
+    QList<Step> elenco;
     for (const Tabella &tabella : catalogo())
-        elenco.append({.oggetto = tabella.nome.toString(),
-                       .comandi = definizione(tabella),
-                       .aVersione = primaVersione,
-                       .seguenti = righeIniziali(tabella.nome)});
+        elenco.append({.object = tabella.nome.toString(),
+                       .statements = definizione(tabella),
+                       .toVersion = primaVersione,
+                       .following = righeIniziali(tabella.nome)});
     return elenco;
 }
 
-QList<Passo> aggiornamenti()
+QList<Step> aggiornamenti()
 {
     const QString ddt = u"DDT_SCARICO"_s;
     const QString fatture = u"FATT_ACC"_s;
@@ -79,11 +79,11 @@ QList<Passo> aggiornamenti()
     const auto cliente = QString::number(static_cast<int>(TTipoAnagrafica::Cliente));
     return {
         {ddt, primaVersione, {aggiungi(ddt, u"TIPO_ANAGRAFICA"_s, u"INTEGER"_s, cliente)}, u"1.0.1"_s},
-        {.oggetto = u"MOVI_MAGA"_s,
-         .daVersione = primaVersione,
-         .comandi = {ricalcoloCarichi()},
-         .aVersione = u"1.0.1"_s,
-         .azione = [](data::Connection &) { RivalorizzaTuttiGliScarichi(); }},
+        {.object = u"MOVI_MAGA"_s,
+         .fromVersion = primaVersione,
+         .statements = {ricalcoloCarichi()},
+         .toVersion = u"1.0.1"_s,
+         .action = [](data::Connection &) { RivalorizzaTuttiGliScarichi(); }},
         {fatture, primaVersione, {aggiungi(fatture, u"NOTIFICATO"_s, u"VARCHAR(5)"_s, falso())}, u"1.1.0"_s},
         {fornitori, primaVersione, {allargaPartitaIVA(fornitori, u"PARTITAIVA"_s)}, u"1.1.0"_s},
         {fatture, u"1.1.0"_s, {allargaPartitaIVA(fatture, u"CLI_PARTITAIVA"_s)}, u"1.2.0"_s},
@@ -97,9 +97,9 @@ QList<Passo> aggiornamenti()
 
 } // namespace
 
-const QList<Passo> &passi()
+const QList<Step> &passi()
 {
-    static const QList<Passo> tutti = creazioni() + aggiornamenti();
+    static const QList<Step> tutti = creazioni() + aggiornamenti();
     return tutti;
 }
 

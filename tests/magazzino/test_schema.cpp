@@ -1,6 +1,7 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/schema/Catalogo.h"
 #include "magazzino/schema/Motore.h"
+#include "magazzino/schema/Passi.h"
 #include "platform/core/Log.h"
 #include "tests/support/ScriptedMessages.h"
 #include "tests/support/TestDatabase.h"
@@ -152,11 +153,11 @@ private Q_SLOTS:
                        {{u"TABELLA"_s, entry.section(u'=', 0, 0)}, {u"VERSIONE"_s, entry.section(u'=', 1)}});
         // The real guards and versions with commands that only leave a trace.
         QStringList trace;
-        QList<schema::Passo> steps = schema::passi();
+        QList<schema::Step> steps = schema::passi();
         for (qsizetype i = 0; i < steps.size(); ++i) {
-            steps[i].comandi.clear();
-            steps[i].seguenti.clear();
-            steps[i].azione = [&trace, i](data::Connection &) { trace.append(QString::number(i + 1)); };
+            steps[i].statements.clear();
+            steps[i].following.clear();
+            steps[i].action = [&trace, i](data::Connection &) { trace.append(QString::number(i + 1)); };
         }
         schema::eseguiPassi(db->connection(), steps);
         QCOMPARE(trace.join(u','), expected);
@@ -196,7 +197,7 @@ private Q_SLOTS:
     void failingStepLeavesNothingAndLaterOnesRun()
     {
         start(test::Content::HostSchema);
-        const QList<schema::Passo> steps = {
+        const QList<schema::Step> steps = {
             {u"A"_s, {}, {u"CREATE TABLE A(X INTEGER)"_s, u"CREATE NONSENSE"_s}, u"1.0.0"_s},
             {u"B"_s, {}, {u"CREATE TABLE B(X INTEGER)"_s}, u"1.0.0"_s, {u"INSERT INTO NOWHERE VALUES(1)"_s}},
             {u"C"_s, {}, {u"CREATE TABLE C(X INTEGER)"_s}, u"1.0.0"_s, {u"INSERT INTO C VALUES(7)"_s}}};

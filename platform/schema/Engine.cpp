@@ -1,0 +1,101 @@
+#include "platform/schema/Engine.h"
+
+#include "platform/data/Connection.h"
+#include "platform/data/DataSet.h"
+
+#include <algorithm>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace schema {
+
+namespace {
+
+const QString versionTable = u"TABLE_VERSION"_s;
+const QString object = u"TABELLA"_s;
+const QString version = u"VERSIONE"_s;
+const QString allVersions = u"SELECT * FROM TABLE_VERSION"_s;
+
+// `recorded` is the object's version, if it has one.
+bool isDue(const Step &step, const std::optional<QString> &recorded)
+{
+    return step.fromVersion.isEmpty() ? !recorded : recorded == step.fromVersion;
+}
+
+// Stands on the object's row when there is one.
+std::optional<QString> versionOf(data::DataSet &versions, const QString &name)
+{
+    if (!versions.locate(object, name))
+        return {};
+    return versions.text(version);
+}
+
+void record(data::DataSet &versions, const Step &step)
+{
+    if (step.fromVersion.isEmpty()) {
+        versions.append();
+        versions.setValue(object, step.object);
+    } else {
+        versions.edit();
+    }
+    versions.setValue(version, step.toVersion);
+    versions.updateBatch();
+}
+
+void run(data::Connection &connection, data::DataSet &versions, const Step &step)
+{
+    data::Transaction transaction(connection);
+    for (const QString &statement : step.statements)
+        connection.execute(statement);
+    if (step.action)
+        step.action(connection);
+    record(versions, step);
+    transaction.commit();
+    // A table is known to other statements only from here on. Rows that fail now leave it created and recorded, as
+    // intended.
+    for (const QString &statement : step.following)
+        connection.execute(statement);
+}
+
+} // namespace
+
+QMap<QString, QString> recordedVersions(data::Connection &connection)
+{
+    const data::Rows rows = connection.select(allVersions);
+    QMap<QString, QString> versions;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        versions.insert(rows.text(row, object), rows.text(row, version));
+    return versions;
+}
+
+bool isUpgradeDue(data::Connection &connection, const QList<Step> &steps)
+{
+    const QMap<QString, QString> versions = recordedVersions(connection);
+    const auto recorded = [&versions](const Step &step) {
+        const auto found = versions.find(step.object);
+        return found == versions.end() ? std::nullopt : std::optional(*found);
+    };
+    return std::any_of(steps.begin(), steps.end(), recorded) &&
+           std::any_of(steps.begin(), steps.end(), [&](const Step &step) { return isDue(step, recorded(step)); });
+}
+
+void runSteps(data::Connection &connection, const QList<Step> &steps, const FailureHandler &failed)
+{
+    data::DataSet versions(&connection);
+    versions.setCommandText(allVersions);
+    versions.setUpdateTarget({versionTable, object});
+    versions.open();
+    for (const Step &step : steps) {
+        versions.requery();
+        if (!isDue(step, versionOf(versions, step.object)))
+            continue;
+        try {
+            run(connection, versions, step);
+        } catch (const std::exception &error) {
+            failed(step, error);
+        }
+    }
+}
+
+} // namespace schema

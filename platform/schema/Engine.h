@@ -1,0 +1,24 @@
+#pragma once
+#include "platform/schema/Step.h"
+
+#include <QMap>
+
+namespace schema {
+
+/// What TABLE_VERSION records: the version of each object. Throws data::DatabaseError.
+QMap<QString, QString> recordedVersions(data::Connection &connection);
+
+/// True when runSteps() would change a schema that is there: one of the objects is recorded, and a step is due. Where
+/// no object is recorded, the steps only make what is new. Throws data::DatabaseError.
+bool isUpgradeDue(data::Connection &connection, const QList<Step> &steps);
+
+/// What is done about a step that failed. Its transaction is over, so a message box may be shown; what this throws ends
+/// the run. Called while the error is being handled: "throw;" passes it on.
+using FailureHandler = std::function<void(const Step &step, const std::exception &error)>;
+
+/// Runs, in their order, the steps whose object is at the step's guard version, each in a transaction that also records
+/// the new version in TABLE_VERSION. A failing step leaves nothing of itself; when `failed` returns, the next ones run.
+/// Throws data::DatabaseError when the version table cannot be read.
+void runSteps(data::Connection &connection, const QList<Step> &steps, const FailureHandler &failed);
+
+} // namespace schema
