@@ -11,6 +11,7 @@
 #include <cstdio>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -51,6 +52,20 @@ public:
             done += std::max<ssize_t>(count, 0);
         }
         return true;
+    }
+
+    // Appends all that `source` holds.
+    bool append(const Handle &source) const
+    {
+        constexpr qsizetype portion = qsizetype{1024} * 1024;
+        QByteArray buffer(portion, Qt::Uninitialized);
+        for (;;) {
+            const ssize_t count = ::read(source.number(), buffer.data(), portion);
+            if (count == 0)
+                return true;
+            if (count < 0 ? errno != EINTR : !write(QByteArray::fromRawData(buffer.constData(), count)))
+                return false;
+        }
     }
 
 private:
@@ -149,6 +164,20 @@ void saveFile(const QString &path, const QByteArray &content, Readers readers)
     if (!file.close())
         failWith(path, errno);
     rename(made, target);
+}
+
+void copyFile(const QString &from, const QString &to)
+{
+    const Handle source(from, O_RDONLY);
+    // Not every file system has locks.
+    if (source.isOpen() && ::flock(source.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+        throw Error(u"Il file \"%1\" è in uso da un altro programma."_s.arg(from));
+    const WorkFolder work(QFileInfo(to).absolutePath());
+    const QString made = work.file(u"file"_s);
+    Handle file(made, O_WRONLY | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
+    if (!source.isOpen() || !file.isOpen() || !file.append(source) || ::fsync(file.number()) != 0 || !file.close())
+        failWith(to, errno);
+    rename(made, to);
 }
 
 void moveIntoPlace(const QString &from, const QString &to)

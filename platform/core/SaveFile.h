@@ -19,6 +19,11 @@ void saveFile(const QString &path, const QByteArray &content, Readers readers = 
 /// and not in the system's memory only. Throws core::Error.
 void moveIntoPlace(const QString &from, const QString &to);
 
+/// Copies the file `from` to `to`, which is the account's alone and takes the place of an older file once it is
+/// complete. Meanwhile `from` is locked, as the database engine does with its own files: one that is in use is not
+/// copied, and nobody can begin to use it. Throws core::Error.
+void copyFile(const QString &from, const QString &to);
+
 /// Appends `line` to `path`, which is made the account's alone when it does not exist yet. What does not fit is taken
 /// back; returns false then.
 bool appendLine(const QString &path, const QByteArray &line);

@@ -128,6 +128,8 @@ void TestFullDisk::fileIsWhollyNewOrTheOldOne_data()
         server.password = QString(2500, u'x');
         return server;
     };
+    core::saveFile(path(u"origine.fdb"_s), QByteArray(40 * kilobyte, 'x'));
+    row(u"copia.fdb"_s, [this](const QString &path) { core::copyFile(this->path(u"origine.fdb"_s), path); });
     row(u"corvane.ini"_s, [address](const QString &path) {
         host::DatabaseMemory(QFileInfo(path).path()).remember(address(QFileInfo::exists(path) ? 1 : 0), false);
     });
