@@ -16,7 +16,7 @@ struct Workload
     std::function<QStringList(const QString &folder)> command;
     /// What is wrong after the second run; empty when all is as if nothing had been cut. In a process of its own, too.
     std::function<QStringList(const QString &folder)> problems;
-    /// Names of the files that may be in the folder afterwards, hidden ones included.
+    /// Names of the files that may be in the folder afterwards, hidden ones included; "*" stands for any characters.
     QStringList files;
 };
 

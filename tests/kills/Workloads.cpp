@@ -3,6 +3,7 @@
 #include "magazzino/schema/Motore.h"
 #include "magazzino/schema/Passi.h"
 #include "tests/kills/Workload.h"
+#include "tests/support/Schemas.h"
 #include "tests/support/TestDatabase.h"
 
 #include <QCoreApplication>
@@ -25,20 +26,13 @@ QString product()
 }
 
 // What the finished database must hold, whichever way it came about.
-const QString schemaContent = uR"(
-    SELECT 'column ' || TRIM(F.RDB$RELATION_NAME) || '.' || TRIM(F.RDB$FIELD_NAME) || ' ' || T.RDB$FIELD_TYPE || ' ' ||
-        COALESCE(T.RDB$CHARACTER_LENGTH, 0) || ' ' || COALESCE(F.RDB$NULL_FLAG, 0)
-    FROM RDB$RELATION_FIELDS F JOIN RDB$FIELDS T ON T.RDB$FIELD_NAME = F.RDB$FIELD_SOURCE
-    WHERE F.RDB$SYSTEM_FLAG = 0
-    UNION ALL SELECT 'index ' || TRIM(RDB$INDEX_NAME) || ' ' || COALESCE(RDB$INDEX_INACTIVE, 0) FROM RDB$INDICES
-    WHERE RDB$SYSTEM_FLAG = 0 AND RDB$INDEX_NAME NOT STARTING WITH 'RDB$'
-    UNION ALL SELECT 'trigger ' || TRIM(RDB$TRIGGER_NAME) FROM RDB$TRIGGERS
-    WHERE RDB$SYSTEM_FLAG = 0 AND RDB$TRIGGER_NAME NOT STARTING WITH 'CHECK_'
-    UNION ALL SELECT 'generator ' || TRIM(RDB$GENERATOR_NAME) FROM RDB$GENERATORS WHERE RDB$SYSTEM_FLAG = 0
-    UNION ALL SELECT 'version ' || TABELLA || ' ' || VERSIONE FROM TABLE_VERSION
-    UNION ALL SELECT 'option ' || OPZIONE FROM OPZIONI
-    UNION ALL SELECT 'right ' || ABILITAZIONE_UTENTE FROM ABILITAZIONI_UTENTE
-    ORDER BY 1)"_s;
+QStringList finished()
+{
+    return {test::schemaQuery(), u"SELECT OPZIONE FROM OPZIONI UNION ALL SELECT ABILITAZIONE_UTENTE FROM "
+                                 "ABILITAZIONI_UTENTE ORDER BY 1"_s};
+}
+
+const QString copies = u"archivio.prima-dell-aggiornamento-*.fdb"_s;
 
 QStringList contentOf(const data::DatabaseAddress &address, const QStringList &queries)
 {
@@ -80,39 +74,55 @@ QStringList compare(const QString &file, test::Content content, const QStringLis
 
 Workload emptyFirm()
 {
-    return {.name = u"creation"_s,
-            .prepare = [](const QString &) {},
-            .command =
-                [](const QString &folder) {
-                    return QStringList{product(), u"--database"_s, databaseIn(folder), u"--empty"_s, u"--upgrade"_s};
-                },
-            .problems =
-                [](const QString &folder) {
-                    return compare(databaseIn(folder), test::Content::ModuleSchema, {schemaContent});
-                },
-            .files = {u"archivio.fdb"_s}};
+    return {
+        .name = u"creation"_s,
+        .prepare = [](const QString &) {},
+        .command =
+            [](const QString &folder) {
+                return QStringList{product(), u"--database"_s, databaseIn(folder), u"--empty"_s, u"--upgrade"_s};
+            },
+        .problems =
+            [](const QString &folder) { return compare(databaseIn(folder), test::Content::ModuleSchema, finished()); },
+        .files = {u"archivio.fdb"_s}};
 }
 
-// The database of a release that knew the first `steps` steps only.
-Workload upgradeAfter(int steps)
+// From a database that `makeOld` has made out of one with `content`.
+Workload upgradeFrom(const QString &what, test::Content content, const std::function<void(data::Connection &)> &makeOld)
 {
-    const auto prepare = [steps](const QString &folder) {
-        test::ModuleDatabase old(test::Content::HostSchema);
-        schema::eseguiPassi(old.connection(), schema::passi().first(steps));
+    const auto prepare = [content, makeOld](const QString &folder) {
+        test::ModuleDatabase old(content);
+        makeOld(old.connection());
         old.connection().close();
         QFile::copy(old.database().address().file, databaseIn(folder));
     };
-    return {.name = u"upgrade-%1"_s.arg(steps),
-            .prepare = prepare,
-            .command =
-                [](const QString &folder) {
-                    return QStringList{product(), u"--database"_s, databaseIn(folder), u"--upgrade"_s};
-                },
-            .problems =
-                [](const QString &folder) {
-                    return compare(databaseIn(folder), test::Content::ModuleSchema, {schemaContent});
-                },
-            .files = {u"archivio.fdb"_s}};
+    return {
+        .name = u"upgrade-"_s + what,
+        .prepare = prepare,
+        .command =
+            [](const QString &folder) {
+                return QStringList{product(), u"--database"_s, databaseIn(folder), u"--upgrade"_s};
+            },
+        .problems =
+            [](const QString &folder) { return compare(databaseIn(folder), test::Content::ModuleSchema, finished()); },
+        .files = {u"archivio.fdb"_s, copies}};
+}
+
+// The database of a release that knew the first `steps` steps of the module only.
+Workload upgradeAfter(int steps)
+{
+    return upgradeFrom(QString::number(steps), test::Content::HostSchema, [steps](data::Connection &connection) {
+        schema::eseguiPassi(connection, schema::passi().first(steps));
+    });
+}
+
+// The first release noted no version of the host's tables. The module's last steps are undone in their versions, so
+// that there is an upgrade to copy the database for.
+Workload firstRelease()
+{
+    return upgradeFrom(u"release"_s, test::Content::Empty, [](data::Connection &connection) {
+        test::createFirstRelease(connection);
+        connection.execute(u"UPDATE TABLE_VERSION SET VERSIONE = '1.3.0' WHERE TABELLA = 'FATT_ACC'"_s);
+    });
 }
 
 QList<Workload> allWorkloads()
@@ -120,6 +130,7 @@ QList<Workload> allWorkloads()
     QList<Workload> all = {emptyFirm()};
     for (int steps = 0; steps < schema::passi().size(); ++steps)
         all.append(upgradeAfter(steps));
+    all.append(firstRelease());
     return all;
 }
 

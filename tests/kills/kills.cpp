@@ -142,7 +142,7 @@ QStringList leftoversOf(const kills::Workload &workload, const QString &folder)
     for (QDirIterator it(folder, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
          it.hasNext();) {
         const QString name = QDir(folder).relativeFilePath(it.next());
-        if (!workload.files.contains(name))
+        if (!QDir::match(workload.files, name))
             found.append(name);
     }
     return found;
