@@ -76,6 +76,9 @@ QString databaseProblem(const data::DatabaseAddress &address)
         if (!data::hasTable(connection, table))
             return u"Il database \"%1\" non è un archivio di questo programma."_s.arg(address.toString());
     }
+    if (isHostSchemaNewer(connection))
+        return u"Il database \"%1\" è stato aggiornato da una versione più recente del programma: per aprirlo serve "
+               "quella."_s.arg(address.toString());
     return {};
 }
 

@@ -14,7 +14,7 @@ namespace host {
 /// log; neither holds a password.
 QString openProblem(const data::DatabaseAddress &address);
 
-/// openProblem(), or that it is another program's database.
+/// openProblem(), or that it is another program's database, or one that a newer version of this program has upgraded.
 QString databaseProblem(const data::DatabaseAddress &address);
 /// Throws core::Error with databaseProblem() when there is one.
 void requireDatabase(const data::DatabaseAddress &address);

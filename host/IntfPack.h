@@ -7,6 +7,9 @@
 class QApplication;
 class QMenu;
 class QToolBar;
+namespace schema {
+struct Step;
+}
 struct TKxToolBarProperties;
 
 /// The host's package interface: the registry of plug-in libraries and the merging of their menus and tool bars.
@@ -16,13 +19,15 @@ struct PackageClass
 {
     QString className;
     std::function<QObject *(QObject *owner)> create;
+    /// What the module object does to the database's schema when it starts; so the host can copy the database before.
+    std::function<const QList<schema::Step> &()> steps = {};
 };
 
 template <typename Module>
-PackageClass packageClass()
+PackageClass packageClass(const std::function<const QList<schema::Step> &()> &steps = {})
 {
-    return {QString::fromLatin1(Module::staticMetaObject.className()),
-            [](QObject *owner) { return new Module(owner); }};
+    return {QString::fromLatin1(Module::staticMetaObject.className()), [](QObject *owner) { return new Module(owner); },
+            steps};
 }
 
 struct PackageEntry

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QLibrary>
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 
@@ -25,11 +26,13 @@ void call(QObject *module, const char *slot)
 
 void loadPackages(const QString &folder)
 {
+    static QSet<QString> told;
     const QStringList files = QDir(folder).entryList({u"*.bpl"_s}, QDir::Files, QDir::Name);
     for (const QString &file : files) {
         QLibrary library(QDir(folder).filePath(file));
         // A plug-in stays loaded until the program ends: its objects' code lies in it.
-        if (!library.load()) {
+        if (!library.load() && !told.contains(library.fileName())) {
+            told.insert(library.fileName());
             core::logLine(u"caricamento di "_s + file, library.errorString());
             core::showError(nullptr, u"Impossibile caricare il modulo \"%1\"."_s.arg(file));
         }

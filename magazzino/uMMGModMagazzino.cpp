@@ -5,6 +5,7 @@
 #include "magazzino/Azioni.h"
 #include "magazzino/MMGUtils.h"
 #include "magazzino/reports/uMMGdmStampe.h"
+#include "magazzino/schema/Passi.h"
 #include "magazzino/ui/SelectionDialog.h"
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
@@ -53,7 +54,7 @@ const QList<DataSetSpec> &dataSetSpecs()
 
 // Registers the module once while its library loads; a second run of the initialisation changes nothing.
 const bool registered = [] {
-    RegisterPackage(packageName, u"Modulo Magazzino"_s, packageClass<TMMGModMagazzino>());
+    RegisterPackage(packageName, u"Modulo Magazzino"_s, packageClass<TMMGModMagazzino>(schema::passi));
     return true;
 }();
 

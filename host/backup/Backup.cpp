@@ -1,6 +1,7 @@
 #include "host/backup/Backup.h"
 
 #include "host/backup/Gbak.h"
+#include "host/schema/HostSchema.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
 #include "platform/core/FileAccess.h"
@@ -159,6 +160,15 @@ void requireOwnDatabase(const Counts &tables)
     }
 }
 
+void requireKnownVersion(const data::DatabaseAddress &restored)
+{
+    data::Connection connection;
+    connection.setConnectionString(data::nativeConnectionString(restored));
+    connection.open();
+    if (isHostSchemaNewer(connection))
+        throw core::Error(u"La copia è di una versione più recente del programma: per ripristinarla serve quella."_s);
+}
+
 QString restoreEmbedded(const QString &file, const QString &target, core::Progress &progress)
 {
     const core::WorkFolder work(QFileInfo(target).absolutePath());
@@ -167,6 +177,7 @@ QString restoreEmbedded(const QString &file, const QString &target, core::Progre
     progress.setText(u"Verifica del database ripristinato…"_s);
     const Counts found = countRows(embedded(restored));
     requireOwnDatabase(found);
+    requireKnownVersion(embedded(restored));
     for (auto it = told.begin(); it != told.end(); ++it) {
         if (found.value(it.key(), -1) != it.value())
             throw core::Error(u"Il database ripristinato non è completo (tabella %1)."_s.arg(it.key()));
@@ -202,6 +213,7 @@ void restoreOnServer(const QString &file, const data::DatabaseAddress &target, c
                     follower(line);
                 });
         requireOwnDatabase(countRows(target));
+        requireKnownVersion(target);
     } catch (const std::exception &) {
         // Only what this run has created.
         if (begun)

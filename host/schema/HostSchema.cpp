@@ -1,8 +1,12 @@
 #include "host/schema/HostSchema.h"
 
+#include "host/schema/HostTables.h"
+#include "platform/core/Error.h"
+#include "platform/core/Log.h"
+#include "platform/data/Catalogue.h"
 #include "platform/data/Connection.h"
-
-#include <QStringList>
+#include "platform/data/DatabaseError.h"
+#include "platform/schema/Engine.h"
 
 using namespace Qt::StringLiterals;
 
@@ -10,172 +14,21 @@ namespace host {
 
 namespace {
 
-struct Table
-{
-    QString name;
-    QString key;         ///< integer key filled from the generator "GN_" + key; empty for tables with keys of their own
-    QStringList columns; ///< the other columns and the constraints, as written in CREATE TABLE
-    QStringList indexes; ///< "(COLUMN)" or "COMPUTED BY (...)", with UNIQUE before it where needed
-};
+// In TABLE_VERSION. No table may ever have this name.
+const QString hostObject = u"CORVANE"_s;
+const QString tablesOnly = u"0.1.0"_s;
+const QString baseVersion = u"1.0.0"_s; // what the first release made
 
-// Customers have the columns that suppliers have in the warehouse's own table, so records can be copied either way.
-const QStringList &customerColumns()
+QStringList createTables()
 {
-    static const QStringList columns = {u"CODICE VARCHAR(20) NOT NULL"_s,
-                                        u"RAGIONESOCIALE VARCHAR(100) NOT NULL"_s,
-                                        u"INDIRIZZO VARCHAR(50)"_s,
-                                        u"CITTA VARCHAR(30)"_s,
-                                        u"CAP VARCHAR(5)"_s,
-                                        u"PROVINCIA VARCHAR(2)"_s,
-                                        u"NAZIONE VARCHAR(30)"_s,
-                                        u"CODICEFISCALE VARCHAR(16)"_s,
-                                        u"PARTITAIVA VARCHAR(13)"_s,
-                                        u"IDTIPO_PAGAMENTO INTEGER"_s,
-                                        u"TELEFONO1 VARCHAR(20)"_s,
-                                        u"TELEFONO2 VARCHAR(20)"_s,
-                                        u"TELEFONO3 VARCHAR(20)"_s,
-                                        u"FAX VARCHAR(20)"_s,
-                                        u"EMAIL VARCHAR(100)"_s,
-                                        u"WEB VARCHAR(100)"_s,
-                                        u"NOTE BLOB SUB_TYPE 1"_s,
-                                        u"CONSTRAINT UK1_CLIENTI UNIQUE(CODICE)"_s};
-    return columns;
-}
-
-// Codes are stored as typed but compared without case everywhere, so they are unique without case as well.
-const QList<Table> &tables()
-{
-    static const QList<Table> all = {
-        {u"TABLE_VERSION"_s,
-         {},
-         {u"TABELLA VARCHAR(31) NOT NULL"_s, u"VERSIONE VARCHAR(20) NOT NULL"_s,
-          u"CONSTRAINT PK_TABLE_VERSION PRIMARY KEY(TABELLA)"_s},
-         {}},
-        {u"OPZIONI"_s,
-         {},
-         {u"OPZIONE VARCHAR(50) NOT NULL"_s, u"VALORE VARCHAR(255)"_s, u"CONSTRAINT PK_OPZIONI PRIMARY KEY(OPZIONE)"_s},
-         {}},
-        {u"AZIENDA"_s,
-         u"IDAZIENDA"_s,
-         {u"RAGIONESOCIALE VARCHAR(100) NOT NULL"_s, u"INDIRIZZO VARCHAR(50)"_s, u"CITTA VARCHAR(30)"_s,
-          u"CAP VARCHAR(5)"_s, u"PROVINCIA VARCHAR(2)"_s, u"NAZIONE VARCHAR(30)"_s, u"PARTITAIVA VARCHAR(13)"_s,
-          u"CODICEFISCALE VARCHAR(16)"_s, u"TELEFONO VARCHAR(20)"_s, u"FAX VARCHAR(20)"_s, u"EMAIL VARCHAR(100)"_s,
-          u"WEB VARCHAR(100)"_s},
-         {}},
-        {u"UM"_s, u"IDUM"_s, {u"UM VARCHAR(5) NOT NULL"_s, u"CONSTRAINT UK1_UM UNIQUE(UM)"_s}, {}},
-        {u"ALIQUOTE_IVA"_s,
-         u"IDALIQUOTA_IVA"_s,
-         {u"CODICE VARCHAR(2) NOT NULL"_s, u"DESCRIZIONE VARCHAR(30) NOT NULL"_s, u"ALIQUOTA DECIMAL(13, 2) NOT NULL"_s,
-          u"CONSTRAINT UK1_ALIQUOTE_IVA UNIQUE(CODICE)"_s},
-         {}},
-        {u"TIPI_PAGAMENTO"_s,
-         u"IDTIPO_PAGAMENTO"_s,
-         {u"TIPO_PAGAMENTO VARCHAR(30) NOT NULL"_s, u"CONSTRAINT UK1_TIPI_PAGAMENTO UNIQUE(TIPO_PAGAMENTO)"_s},
-         {}},
-        {u"NOTE_DOCUMENTI"_s,
-         u"IDNOTA_DOCUMENTI"_s,
-         {u"TITOLO VARCHAR(100) NOT NULL"_s, u"TESTO BLOB SUB_TYPE 1"_s},
-         {}},
-        {u"CATEGORIE_ANA_MAGA"_s,
-         u"IDCATEGORIA_ANA_MAGA"_s,
-         {u"IDPADRE INTEGER"_s, u"CATEGORIA VARCHAR(50) NOT NULL"_s},
-         {u"(IDPADRE)"_s}},
-        // The description is required because every stock movement of the article repeats it.
-        {u"ANA_MAGA"_s,
-         u"IDANA_MAGA"_s,
-         {u"CODICE VARCHAR(20) NOT NULL"_s, u"DESCRIZIONE VARCHAR(100) NOT NULL"_s, u"IDCATEGORIA_ANA_MAGA INTEGER"_s,
-          u"PREZZO DECIMAL(13, 2) DEFAULT 0"_s, u"COSTO DECIMAL(13, 2) DEFAULT 0"_s,
-          u"SOTTOSCORTA DECIMAL(13, 2) DEFAULT 0"_s, u"RIORDINO DECIMAL(13, 2) DEFAULT 0"_s,
-          u"IDALIQUOTA_IVA INTEGER"_s, u"IDUM INTEGER"_s, u"NOTE BLOB SUB_TYPE 1"_s,
-          u"CONSTRAINT UK1_ANA_MAGA UNIQUE(CODICE)"_s},
-         {u"UNIQUE COMPUTED BY (UPPER(CODICE))"_s, u"(IDCATEGORIA_ANA_MAGA)"_s}},
-        {u"CATEGORIE_SERVIZI"_s,
-         u"IDCATEGORIA_SERVIZI"_s,
-         {u"IDPADRE INTEGER"_s, u"CATEGORIA VARCHAR(50) NOT NULL"_s},
-         {u"(IDPADRE)"_s}},
-        {u"SERVIZI"_s,
-         u"IDSERVIZIO"_s,
-         {u"CODICE VARCHAR(20) NOT NULL"_s, u"DESCRIZIONE VARCHAR(100) NOT NULL"_s, u"IDCATEGORIA_SERVIZI INTEGER"_s,
-          u"PREZZO DECIMAL(13, 2) DEFAULT 0"_s, u"COSTO DECIMAL(13, 2) DEFAULT 0"_s, u"IDALIQUOTA_IVA INTEGER"_s,
-          u"IDUM INTEGER"_s, u"NOTE BLOB SUB_TYPE 1"_s, u"CONSTRAINT UK1_SERVIZI UNIQUE(CODICE)"_s},
-         {u"UNIQUE COMPUTED BY (UPPER(CODICE))"_s, u"(IDCATEGORIA_SERVIZI)"_s}},
-        {u"CLIENTI"_s,
-         u"IDCLIENTE"_s,
-         customerColumns(),
-         {u"UNIQUE COMPUTED BY (UPPER(CODICE))"_s, u"COMPUTED BY (UPPER(RAGIONESOCIALE))"_s}},
-        {u"FATT_VEND"_s,
-         u"IDFATT_VEND"_s,
-         {u"NUMERO INTEGER NOT NULL"_s, u"ANNO INTEGER NOT NULL"_s, u"DATA DATE NOT NULL"_s, u"IDCLIENTE INTEGER"_s,
-          u"CLI_CODICE VARCHAR(20)"_s, u"CLI_RAGIONESOCIALE VARCHAR(100)"_s, u"CLI_INDIRIZZO VARCHAR(50)"_s,
-          u"CLI_CITTA VARCHAR(30)"_s, u"CLI_CAP VARCHAR(5)"_s, u"CLI_PROVINCIA VARCHAR(2)"_s,
-          u"CLI_NAZIONE VARCHAR(30)"_s, u"CLI_CODICEFISCALE VARCHAR(16)"_s, u"CLI_PARTITAIVA VARCHAR(13)"_s,
-          u"TOTALE DECIMAL(13, 2) DEFAULT 0"_s, u"CONSTRAINT UK1_FATT_VEND UNIQUE(NUMERO, ANNO)"_s},
-         {u"(ANNO)"_s}},
-        {u"UTENTI"_s,
-         u"IDUTENTE"_s,
-         {u"USER_NAME VARCHAR(50) NOT NULL"_s, u"NOME VARCHAR(100)"_s, u"PASSWORD_HASH VARCHAR(255)"_s,
-          u"ATTIVO VARCHAR(5) DEFAULT 'True' NOT NULL"_s, u"CONSTRAINT UK1_UTENTI UNIQUE(USER_NAME)"_s},
-         {u"UNIQUE COMPUTED BY (UPPER(USER_NAME))"_s}},
-        {u"RUOLI_UTENTE"_s,
-         u"IDRUOLO_UTENTE"_s,
-         {u"RUOLO VARCHAR(50) NOT NULL"_s, u"CONSTRAINT UK1_RUOLI_UTENTE UNIQUE(RUOLO)"_s},
-         {}},
-        // Modules insert their rights by position: exactly these columns in this order, the key given as 0.
-        {u"ABILITAZIONI_UTENTE"_s,
-         u"IDABILITAZIONE_UTENTE"_s,
-         {u"ABILITAZIONE_UTENTE VARCHAR(100) NOT NULL"_s, u"MODULO VARCHAR(50)"_s},
-         {u"(ABILITAZIONE_UTENTE)"_s}},
-        {u"ABILITAZIONI_RUOLI"_s,
-         {},
-         {u"IDRUOLO_UTENTE INTEGER NOT NULL"_s, u"IDABILITAZIONE_UTENTE INTEGER NOT NULL"_s,
-          u"CONSTRAINT PK_ABILITAZIONI_RUOLI PRIMARY KEY(IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE)"_s},
-         {u"(IDABILITAZIONE_UTENTE)"_s}},
-        {u"UTENTI_RUOLI"_s,
-         {},
-         {u"USER_NAME VARCHAR(50) NOT NULL"_s, u"IDRUOLO_UTENTE INTEGER NOT NULL"_s,
-          u"CONSTRAINT PK_UTENTI_RUOLI PRIMARY KEY(USER_NAME, IDRUOLO_UTENTE)"_s},
-         {u"COMPUTED BY (UPPER(USER_NAME))"_s, u"(IDRUOLO_UTENTE)"_s}},
-    };
-    return all;
-}
-
-QString createTable(const Table &table)
-{
-    QStringList columns = table.columns;
-    if (!table.key.isEmpty()) {
-        columns.prepend(table.key + u" INTEGER NOT NULL"_s);
-        columns.append(u"CONSTRAINT PK_%1 PRIMARY KEY(%2)"_s.arg(table.name, table.key));
-    }
-    return u"CREATE TABLE %1(%2)"_s.arg(table.name, columns.join(u", "_s));
-}
-
-QString createIndex(const Table &table, int number)
-{
-    QString what = table.indexes[number];
-    const bool unique = what.startsWith(u"UNIQUE ");
-    if (unique)
-        what.remove(0, 7);
-    return u"CREATE %1INDEX IX%2_%3 ON %3 %4"_s.arg(unique ? u"UNIQUE "_s : QString(), QString::number(number + 1),
-                                                    table.name, what);
-}
-
-QStringList definitions(const Table &table)
-{
-    QStringList statements = {createTable(table)};
-    if (!table.key.isEmpty()) {
-        statements.append(u"CREATE GENERATOR GN_%1"_s.arg(table.key));
-        // Whatever key is given, null and 0 included, the generator decides: a predicted key can never collide.
-        statements.append(u"CREATE TRIGGER TG_BI_%1 FOR %1 BEFORE INSERT AS BEGIN NEW.%2 = GEN_ID(GN_%2, 1); END"_s.arg(
-            table.name, table.key));
-    }
-    for (int i = 0; i < table.indexes.size(); ++i)
-        statements.append(createIndex(table, i));
+    QStringList statements;
+    for (const Table &table : baseTables())
+        statements += definitions(table);
     return statements;
 }
 
 void insertFirstRows(data::Connection &connection)
 {
-    data::Transaction transaction(connection);
     const QString option = u"INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES(?, ?)"_s;
     connection.run(option, {u"NUMERAZIONE_UNICA_FATTURE"_s, u"False"_s});
     connection.run(option, {u"FATT_IVA_ESENTE_NOTE"_s,
@@ -193,19 +46,72 @@ void insertFirstRows(data::Connection &connection)
                    {role, right});
     connection.run(u"INSERT INTO UTENTI(USER_NAME, NOME) VALUES(?, ?)"_s, {u"AMMINISTRATORE"_s, u"Amministratore"_s});
     connection.run(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES(?, ?)"_s, {u"AMMINISTRATORE"_s, role});
-    transaction.commit();
+}
+
+void run(data::Connection &connection, const QList<schema::Step> &steps)
+{
+    schema::runSteps(connection, steps, [](const schema::Step &, const std::exception &) { throw; });
+}
+
+QString failureText(const std::exception &error)
+{
+    const auto *refused = dynamic_cast<const data::DatabaseError *>(&error);
+    const QString reason =
+        refused && refused->isDiskFull() ? refused->text() : u"Il motivo si trova nel registro del programma."_s;
+    return u"Errore durante l'aggiornamento del database!\n\r%1\n\rL'aggiornamento continuerà alla prossima apertura."_s
+        .arg(reason);
 }
 
 } // namespace
 
-void createHostSchema(data::Connection &connection)
+const QList<schema::Step> &hostSteps()
 {
-    for (const Table &table : tables()) {
-        const QStringList statements = definitions(table);
-        for (const QString &statement : statements)
-            connection.execute(statement);
+    static const QList<schema::Step> steps = {
+        {.object = hostObject, .statements = createTables(), .toVersion = tablesOnly},
+        {.object = hostObject, .fromVersion = tablesOnly, .toVersion = baseVersion, .action = insertFirstRows},
+    };
+    return steps;
+}
+
+void createHostSchema(data::Connection &connection, const QList<schema::Step> &steps)
+{
+    const QStringList statements = definitions(versionTable());
+    for (const QString &statement : statements)
+        connection.execute(statement);
+    run(connection, steps);
+}
+
+void recogniseHostSchema(data::Connection &connection)
+{
+    // The first release made its tables one by one, this one last.
+    if (!data::hasTable(connection, baseTables().constLast().name))
+        return;
+    const QList<schema::Step> noting = {{.object = hostObject, .toVersion = baseVersion}};
+    schema::runSteps(connection, noting, [&connection](const schema::Step &, const std::exception &) {
+        // Another workstation was faster.
+        if (!schema::recordedVersions(connection).contains(hostObject))
+            throw;
+    });
+}
+
+void upgradeHostSchema(data::Connection &connection, const QList<schema::Step> &steps)
+{
+    recogniseHostSchema(connection);
+    try {
+        run(connection, steps);
+    } catch (const std::exception &error) {
+        core::logError(u"aggiornamento dello schema"_s, error);
+        throw core::Error(failureText(error));
     }
-    insertFirstRows(connection);
+}
+
+bool isHostSchemaNewer(data::Connection &connection, const QList<schema::Step> &steps)
+{
+    const QMap<QString, QString> versions = schema::recordedVersions(connection);
+    const auto found = versions.find(hostObject);
+    return found != versions.end() && std::none_of(steps.begin(), steps.end(), [&found](const schema::Step &step) {
+               return step.toVersion == *found;
+           });
 }
 
 } // namespace host

@@ -1,15 +1,29 @@
 #pragma once
+#include "platform/schema/Step.h"
 
-namespace data {
-class Connection;
-}
-
+/// The host's own tables: one version for all of them, and the steps from one to the next. Tables of plug-in modules
+/// are left to their modules.
+///
+/// None of these routines must be called inside a transaction. What the database refuses is thrown as
+/// data::DatabaseError.
 namespace host {
 
-/// Creates the host's own tables, generators, key triggers and indexes in an empty database, with the rows that every
-/// database has: the options, the right "Controllo completo" and the user AMMINISTRATORE holding it. Tables of
-/// plug-in modules are left to their modules. Must not be called inside a transaction: every definition is committed
-/// by itself. Throws data::DatabaseError.
-void createHostSchema(data::Connection &connection);
+/// All steps in their order. The first ones make what the first release made, in an empty database: tables, and the
+/// rows that every database has (options, the right "Controllo completo", the user AMMINISTRATORE holding it). Every
+/// later one brings all databases, new ones included, one version further.
+const QList<schema::Step> &hostSteps();
+
+/// Makes everything in an empty database.
+void createHostSchema(data::Connection &connection, const QList<schema::Step> &steps = hostSteps());
+
+/// Notes the version of a database of the first release, which noted none; leaves every other one alone.
+void recogniseHostSchema(data::Connection &connection);
+
+/// Runs the steps that are due, once the database's version is recognised. A step that fails ends it with a core::Error
+/// that tells the user; the steps before it stay, and the next call goes on.
+void upgradeHostSchema(data::Connection &connection, const QList<schema::Step> &steps = hostSteps());
+
+/// True when the database is at a version that none of the steps knows: a newer program has upgraded it.
+bool isHostSchemaNewer(data::Connection &connection, const QList<schema::Step> &steps = hostSteps());
 
 } // namespace host

@@ -8,6 +8,7 @@
 #include "host/start/FirstRows.h"
 #include "host/start/Opening.h"
 #include "host/start/StartDialogs.h"
+#include "host/start/Upgrade.h"
 #include "host/ui/MainWindow.h"
 #include "host/users/PasswordDialogs.h"
 #include "host/users/Users.h"
@@ -198,6 +199,7 @@ std::optional<Opening> Startup::open(const Opening &opening)
     if (!askServerPassword(opened.database))
         return ask(opened);
     requireDatabase(opened.database);
+    upgradeHost(opened.database);
     const Login entered = login(opened.database, opened.fromCommandLine);
     if (entered.lockedOut)
         return {};
@@ -247,6 +249,7 @@ void upgradeDatabase(const StartOptions &options, const QString &folder)
 {
     const data::DatabaseAddress address = fromCommandLine(options, folder);
     requireDatabase(address);
+    upgradeHost(address);
     Session session(address, options.user.isEmpty() ? administrator : options.user, {});
     session.startModules(QCoreApplication::applicationDirPath());
     insertNotedFirstRows(session.connection());

@@ -8,6 +8,7 @@
 #include "platform/ui/NumberEdits.h"
 #include "tests/support/Controls.h"
 #include "tests/support/FirebirdServer.h"
+#include "tests/support/Schemas.h"
 #include "tests/support/ScriptedDialogs.h"
 #include "tests/support/ScriptedMessages.h"
 #include "tests/support/TestDatabase.h"
@@ -91,6 +92,7 @@ private Q_SLOTS:
     void damagedWindowStateIsForgotten();
     void programKeepsItsFilesToItself();
     void withoutADisplayItUpgradesOnly();
+    void commandLineUpgradesHostAndModule();
 };
 
 void TestStart::databasesAreRememberedLatestFirst()
@@ -286,6 +288,43 @@ void TestStart::withoutADisplayItUpgradesOnly()
     const auto [code, told] = runProgram(home.path(), database);
     QVERIFY2(told.contains("Nessuno schermo disponibile"), told.constData());
     QCOMPARE(code, 1);
+}
+
+void TestStart::commandLineUpgradesHostAndModule()
+{
+    const QTemporaryDir home;
+    const test::TestDatabase database(test::Content::Empty);
+    const QString file = home.filePath(u"ditta.fdb"_s);
+    QVERIFY(QFile::copy(database.address().file, file));
+    data::DatabaseAddress address;
+    address.file = file;
+    data::Connection connection;
+    connection.setConnectionString(data::nativeConnectionString(address));
+    connection.open();
+    test::createFirstRelease(connection);
+    const QString version = u"UPDATE TABLE_VERSION SET VERSIONE = '%1' WHERE TABELLA = '%2'"_s;
+    connection.execute(version.arg(u"1.3.0"_s, u"FATT_ACC"_s));
+    connection.close();
+    const QStringList command = {u"--database"_s, file, u"--upgrade"_s};
+    QCOMPARE(runProgram(home.path(), command).first, 0);
+    // What is up to date is not copied again.
+    QCOMPARE(runProgram(home.path(), command).first, 0);
+    const QStringList copies = QDir(home.path()).entryList({u"ditta.prima-dell-aggiornamento-*.fdb"_s});
+    QCOMPARE(copies.size(), 1);
+    const QString versions =
+        u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA IN ('CORVANE', 'FATT_ACC') ORDER BY TABELLA"_s;
+    connection.open();
+    QCOMPARE(test::linesOf(connection, versions), QStringList({u"1.0.0"_s, u"1.4.0"_s}));
+    connection.execute(version.arg(u"9.0.0"_s, u"CORVANE"_s));
+    connection.close();
+    const auto [code, told] = runProgram(home.path(), command);
+    QVERIFY2(told.contains("una versione più recente del programma"), told.constData());
+    QCOMPARE(code, 1);
+
+    address.file = home.filePath(copies.first());
+    connection.setConnectionString(data::nativeConnectionString(address));
+    connection.open();
+    QCOMPARE(test::linesOf(connection, versions), QStringList({u"1.0.0"_s, u"1.3.0"_s}));
 }
 
 static const test::Registered<TestStart> registered;

@@ -17,7 +17,8 @@ namespace {
 
 const QString stepFailed = u"Errore durante l'aggiornamento del database!"_s;
 
-const QString versions = u"SELECT TABELLA, VERSIONE FROM TABLE_VERSION ORDER BY TABELLA"_s;
+// Without the one of the host's tables.
+const QString versions = u"SELECT TABELLA, VERSIONE FROM TABLE_VERSION WHERE TABELLA <> 'CORVANE' ORDER BY TABELLA"_s;
 
 // Every column as "TABLE|COLUMN|TYPE|NOT NULL|DEFAULT ...", in the order of their positions.
 const QString columns = uR"(

@@ -156,6 +156,7 @@ void TestBackup::refusedBackupsChangeNothing_data()
     // What the program says then depends on what was there.
     QTest::newRow("holes") << u"holes"_s << u"danneggiato"_s;
     QTest::newRow("other program") << u"other"_s << u"La copia non contiene un database di questo programma."_s;
+    QTest::newRow("newer program") << u"newer"_s << u"La copia è di una versione più recente del programma"_s;
     QTest::newRow("cancelled") << u"whole"_s << QString();
 }
 
@@ -169,6 +170,8 @@ void TestBackup::refusedBackupsChangeNothing()
         data::createDatabase(source);
         openDatabase(source)->execute(u"CREATE TABLE COSE(ID INTEGER)"_s);
     }
+    if (kind == u"newer")
+        openDatabase(source)->execute(u"UPDATE TABLE_VERSION SET VERSIONE = '9.0.0' WHERE TABELLA = 'CORVANE'"_s);
     QCOMPARE(errorOfBackup(source, backup), u"no error"_s);
     QByteArray content = contentOf(backup);
     if (kind == u"text")

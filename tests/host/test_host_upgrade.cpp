@@ -1,0 +1,284 @@
+#include "host/DatabaseSetup.h"
+#include "host/backup/UpgradeCopy.h"
+#include "host/start/Upgrade.h"
+#include "magazzino/MMGUtils.h"
+#include "platform/core/Clock.h"
+#include "platform/core/Error.h"
+#include "platform/schema/Engine.h"
+#include "tests/support/Schemas.h"
+#include "tests/support/TestDatabase.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QScopeGuard>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString current = u"1.0.0"_s;
+
+/// Steps as they may come: a column, a table with its first row, a change of what is stored.
+QList<schema::Step> stepsToCome()
+{
+    const QString host = u"CORVANE"_s;
+    return host::hostSteps() +
+           QList<schema::Step>{
+               {.object = host,
+                .fromVersion = current,
+                .statements = {u"ALTER TABLE CLIENTI ADD PROVA VARCHAR(7) DEFAULT 'no' NOT NULL"_s},
+                .toVersion = u"1.1.0"_s},
+               {.object = host,
+                .fromVersion = u"1.1.0"_s,
+                .statements =
+                    {u"CREATE TABLE PROVE(IDPROVA INTEGER NOT NULL, CONSTRAINT PK_PROVE PRIMARY KEY(IDPROVA))"_s,
+                     u"CREATE INDEX IX1_PROVE ON PROVE COMPUTED BY (IDPROVA + 1)"_s},
+                .toVersion = u"1.2.0"_s},
+               {.object = host,
+                .fromVersion = u"1.2.0"_s,
+                .statements = {u"INSERT INTO PROVE VALUES(7)"_s},
+                .toVersion = u"1.3.0"_s,
+                .action = [](data::Connection &connection) { connection.run(u"UPDATE CLIENTI SET PROVA = 'sì'"_s); }},
+           };
+}
+
+QStringList schemaOf(data::Connection &connection)
+{
+    return test::linesOf(connection, test::schemaQuery());
+}
+
+// Of a new database.
+QStringList freshSchema(const QList<schema::Step> &steps)
+{
+    test::ModuleDatabase fresh(test::Content::Empty);
+    host::createHostSchema(fresh.connection(), steps);
+    AggiornaDatabase();
+    return schemaOf(fresh.connection());
+}
+
+// For each table the query of the columns that it has now.
+QStringList contentQueries(data::Connection &connection)
+{
+    QStringList queries;
+    const QStringList tables = test::linesOf(
+        connection, u"SELECT TRIM(RDB$RELATION_NAME), CAST(LIST(TRIM(RDB$FIELD_NAME)) AS VARCHAR(2000)) FROM "
+                    "RDB$RELATION_FIELDS WHERE RDB$SYSTEM_FLAG = 0 AND RDB$RELATION_NAME <> 'TABLE_VERSION' "
+                    "GROUP BY 1 ORDER BY 1"_s);
+    for (const QString &table : tables)
+        queries.append(u"SELECT '%1', %2 FROM %1 ORDER BY 2"_s.arg(table.section(u'|', 0, 0), table.section(u'|', 1)));
+    return queries;
+}
+
+QStringList contentOf(data::Connection &connection, const QStringList &queries)
+{
+    QStringList lines;
+    for (const QString &query : queries)
+        lines += test::linesOf(connection, query);
+    return lines;
+}
+
+// A row in each table, whatever its columns.
+void fillEveryTable(data::Connection &connection)
+{
+    const QStringList tables =
+        test::linesOf(connection, u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$SYSTEM_FLAG = 0"_s);
+    for (const QString &table : tables)
+        test::insertInto(connection, table, {});
+}
+
+QStringList copiesIn(const QString &folder)
+{
+    return QDir(folder).entryList({u"*.prima-dell-aggiornamento-*"_s}, QDir::Files, QDir::Name);
+}
+
+data::DatabaseAddress fileAddress(const QString &path)
+{
+    data::DatabaseAddress address;
+    address.file = path;
+    return address;
+}
+
+/// A firm's database of the first release in a folder of its own.
+class OldFirm
+{
+public:
+    OldFirm()
+    {
+        const test::TestDatabase empty(test::Content::Empty);
+        QFile::copy(empty.address().file, address().file);
+        open();
+        test::createFirstRelease(connection);
+        fillEveryTable(connection);
+        connection.execute(u"DELETE FROM TABLE_VERSION WHERE TABELLA = '-'"_s);
+        queries = contentQueries(connection);
+        content = contentOf(connection, queries);
+        connection.close();
+    }
+
+    data::DatabaseAddress address() const { return fileAddress(folder.filePath(u"ditta.fdb"_s)); }
+    void open()
+    {
+        connection.setConnectionString(data::nativeConnectionString(address()));
+        connection.open();
+    }
+    void setVersion(const QString &object, const QString &version)
+    {
+        open();
+        connection.run(u"UPDATE TABLE_VERSION SET VERSIONE = ? WHERE TABELLA = ?"_s, {version, object});
+        connection.close();
+    }
+
+    QTemporaryDir folder;
+    data::Connection connection;
+    QStringList queries;
+    QStringList content;
+};
+
+} // namespace
+
+class TestHostUpgrade : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void firstReleaseEndsLikeANewDatabase_data();
+    void firstReleaseEndsLikeANewDatabase();
+    void upgradeInterruptedAnywhereGoesOn();
+    void newerDatabaseIsRefused();
+    void copiesAreFewAndOneForEachState();
+    void databaseInUseIsNotCopied();
+};
+
+void TestHostUpgrade::firstReleaseEndsLikeANewDatabase_data()
+{
+    QTest::addColumn<bool>("withStepsToCome");
+    QTest::newRow("as it is") << false;
+    QTest::newRow("with steps to come") << true;
+}
+
+void TestHostUpgrade::firstReleaseEndsLikeANewDatabase()
+{
+    QFETCH(bool, withStepsToCome);
+    const QList<schema::Step> steps = withStepsToCome ? stepsToCome() : host::hostSteps();
+    OldFirm firm;
+    QCOMPARE(host::databaseProblem(firm.address()), QString());
+    host::upgradeHost(firm.address(), steps);
+    firm.open();
+    QCOMPARE(contentOf(firm.connection, firm.queries), firm.content);
+    // The module's part is up to date but for the indexes, which it makes when it starts.
+    QStringList expected = freshSchema(steps);
+    expected.removeIf([](const QString &line) { return line.startsWith(u"index IX_MMG_"); });
+    const QStringList found = schemaOf(firm.connection);
+    for (qsizetype line = 0; line < expected.size(); ++line)
+        QCOMPARE(found.value(line), expected[line]);
+    QCOMPARE(found.size(), expected.size());
+
+    const QStringList copies = copiesIn(firm.folder.path());
+    QCOMPARE(copies.size(), withStepsToCome ? 1 : 0);
+    firm.connection.close();
+    // A second start does nothing.
+    host::upgradeHost(firm.address(), steps);
+    QCOMPARE(copiesIn(firm.folder.path()), copies);
+    if (!withStepsToCome)
+        return;
+    data::Connection copy;
+    copy.setConnectionString(data::nativeConnectionString(fileAddress(firm.folder.filePath(copies.first()))));
+    copy.open();
+    QCOMPARE(contentOf(copy, firm.queries), firm.content);
+    QCOMPARE(schema::recordedVersions(copy).value(u"CORVANE"_s), current);
+}
+
+void TestHostUpgrade::upgradeInterruptedAnywhereGoesOn()
+{
+    const OldFirm original;
+    const QList<schema::Step> steps = stepsToCome();
+    QStringList expected;
+    const auto attempt = [&](int failingStatement) {
+        const QTemporaryDir folder;
+        const data::DatabaseAddress address = fileAddress(folder.filePath(u"ditta.fdb"_s));
+        QFile::copy(original.address().file, address.file);
+        data::Connection connection;
+        connection.setConnectionString(data::nativeConnectionString(address));
+        connection.open();
+        int left = failingStatement;
+        connection.setStatementHook([&left](const QString &) {
+            if (--left == 0)
+                throw core::Error(u"interrotto"_s);
+        });
+        const QString told = test::errorOf([&] { host::upgradeHostSchema(connection, steps); });
+        connection.setStatementHook({});
+        host::upgradeHostSchema(connection, steps);
+        if (left > 0)
+            expected = schemaOf(connection);
+        else if (schemaOf(connection) != expected)
+            return u"different after statement %1"_s.arg(failingStatement);
+        if (contentOf(connection, original.queries) != original.content)
+            return u"rows changed after statement %1"_s.arg(failingStatement);
+        return told;
+    };
+    QCOMPARE(attempt(10'000), u"no error"_s);
+    int interrupted = 0;
+    for (;; ++interrupted) {
+        const QString told = attempt(interrupted + 1);
+        if (told == u"no error"_s)
+            break;
+        QVERIFY2(told == u"interrotto"_s || told.contains(u"continuerà alla prossima apertura"_s), qPrintable(told));
+    }
+    QVERIFY2(interrupted > 15, qPrintable(QString::number(interrupted)));
+}
+
+void TestHostUpgrade::newerDatabaseIsRefused()
+{
+    OldFirm firm;
+    host::upgradeHost(firm.address(), stepsToCome());
+    QCOMPARE(host::databaseProblem(firm.address()),
+             u"Il database \"%1\" è stato aggiornato da una versione più recente del programma: per aprirlo serve "
+             "quella."_s.arg(firm.address().file));
+    // A version of the module that nobody knows is passed over.
+    OldFirm other;
+    other.setVersion(u"FATT_ACC"_s, u"9.0.0"_s);
+    QCOMPARE(host::databaseProblem(other.address()), QString());
+    host::upgradeHost(other.address());
+    QCOMPARE(copiesIn(other.folder.path()), QStringList());
+}
+
+void TestHostUpgrade::copiesAreFewAndOneForEachState()
+{
+    const auto clockBack = qScopeGuard([] { core::setClock({}); });
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"ditta (1).fdb"_s);
+    for (int day = 1; day <= 5; ++day) {
+        core::setClock([day] { return QDateTime(QDate(2026, 3, day), QTime(9, 5)); });
+        QFile database(file);
+        QVERIFY(database.open(QIODevice::WriteOnly) && database.write(QByteArray(day, 'x')) == day);
+        database.close();
+        host::copyBeforeUpgrade(fileAddress(file), {{u"T"_s, QString::number(std::min(day, 4))}});
+    }
+    const QStringList copies = copiesIn(folder.path());
+    QStringList days;
+    for (const QString &copy : copies) {
+        QVERIFY2(copy.startsWith(u"ditta (1).prima-dell-aggiornamento-2026030"), qPrintable(copy));
+        const QFileInfo info(folder.filePath(copy));
+        days.append(copy.section(u'-', 3, 4).right(8) + u'=' + QString::number(info.size()));
+        QVERIFY(!(info.permissions() & (QFile::ReadGroup | QFile::ReadOther)));
+    }
+    // The fifth state has its copy from the day before.
+    QCOMPARE(days, QStringList({u"2-090500=2"_s, u"3-090500=3"_s, u"4-090500=4"_s}));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 4);
+}
+
+void TestHostUpgrade::databaseInUseIsNotCopied()
+{
+    OldFirm firm;
+    firm.open();
+    const QString told = test::errorOf([&firm] { host::copyBeforeUpgrade(firm.address(), {}); });
+    QVERIFY2(told.contains(u"è in uso da un altro programma"_s) && told.contains(u"non è stato modificato"_s),
+             qPrintable(told));
+    QCOMPARE(copiesIn(firm.folder.path()), QStringList());
+}
+
+static const test::Registered<TestHostUpgrade> registered;
+#include "test_host_upgrade.moc"
