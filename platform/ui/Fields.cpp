@@ -82,6 +82,7 @@ MemoField::MemoField(const MemoSpec &spec, QWidget *parent)
 {
     edit_->setObjectName(spec.name);
     edit_->setTabChangesFocus(true);
+    edit_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     connect(edit_, &QPlainTextEdit::textChanged, this, &Field::edited);
 }
 

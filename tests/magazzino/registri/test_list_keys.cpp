@@ -50,6 +50,7 @@ private Q_SLOTS:
     void typedLetterPressesItsButton();
     void lettersAreOneTabStop();
     void enterTwiceInAListEdits();
+    void yearOfTwoDigitsIsSearched();
     void failedSearchShowsNoOldRows();
     void movementListHasNoDelete();
     void columnsOpenAtTheirWidths_data();
@@ -178,6 +179,19 @@ void TestListKeys::enterTwiceInAListEdits()
     pressKey(Qt::Key_Return);
     const ui::EntryForm *entry = test::openEntry(*workplace_, u"actInserimentoFornitori"_s);
     QCOMPARE(test::shown(entry, u"txtCodice"_s), code);
+}
+
+void TestListKeys::yearOfTwoDigitsIsSearched()
+{
+    test::insertInto(workplace_->database(), u"DDT_SCARICO"_s, {{u"ANNO"_s, 2020}, {u"CLI_RAGIONESOCIALE"_s, u"X"_s}});
+    const ui::SearchForm *list = test::openList(*workplace_, u"actRicercaDdTScarico"_s);
+    auto *year = test::control<QLineEdit>(list, u"txtAnno"_s);
+    year->setFocus();
+    year->selectAll();
+    test::type(year, u"20"_s);
+    pressKey(Qt::Key_Return);
+    QCOMPARE(names(*list), QStringList(u"X"_s));
+    QCOMPARE(year->text(), u"2020"_s);
 }
 
 void TestListKeys::failedSearchShowsNoOldRows()
