@@ -1,6 +1,7 @@
 #include "host/ui/CategoryField.h"
 
 #include "host/Corvane3Impl.h"
+#include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/CategoryTree.h"
 
@@ -16,6 +17,7 @@ CategoryField::CategoryField(const CategorySpec &spec, data::Connection &connect
 {
     tree_->setObjectName(spec.name);
     connect(tree_, &QComboBox::currentIndexChanged, this, &Field::edited);
+    connect(tree_, &CategoryTree::turnedTo, this, &CategoryField::refresh);
 }
 
 QWidget *CategoryField::widget() const
@@ -41,6 +43,18 @@ void CategoryField::fill()
     FillTreeView(*tree_, spec_.categories.key, u"CATEGORIA"_s, u"IDPADRE"_s, spec_.categories.table,
                  u"ORDER BY CATEGORIA"_s, connection_);
     UpdateTreeNodeImages(*tree_, 77, 76);
+}
+
+// A category may have been made since the record was opened. Reading the tree anew is no change of the record.
+void CategoryField::refresh()
+{
+    const CategoryTree::Node chosen{.key = key(), .parentKey = 0, .caption = tree_->currentText()};
+    const QSignalBlocker quiet(tree_);
+    if (!core::guarded(tree_, [this] { fill(); }) && chosen.key > 0) {
+        tree_->clearTree();
+        tree_->fill({chosen});
+    }
+    tree_->selectKey(chosen.key);
 }
 
 void CategoryField::clear()

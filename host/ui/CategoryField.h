@@ -34,7 +34,7 @@ struct CategorySpec
     QVariant none; ///< stored when no category is chosen
 };
 
-/// The category of a record, chosen from the tree, which is read anew for every record.
+/// The category of a record, chosen from the tree, which is read anew for every record and when the user turns to it.
 class CategoryField : public ui::Field
 {
     Q_OBJECT
@@ -53,6 +53,7 @@ public:
 
 private:
     void fill();
+    void refresh();
 
     CategorySpec spec_;
     data::Connection &connection_;

@@ -1,6 +1,7 @@
 #include "platform/ui/CategoryTree.h"
 
 #include <QAbstractItemView>
+#include <QFocusEvent>
 #include <QMultiMap>
 #include <QSet>
 #include <QStyledItemDelegate>
@@ -98,4 +99,18 @@ int CategoryTree::selectedKey() const
 void CategoryTree::selectKey(int key)
 {
     setCurrentIndex(std::max(0, findData(key, KeyRole)));
+}
+
+void CategoryTree::showPopup()
+{
+    Q_EMIT turnedTo();
+    ui::ComboBox::showPopup();
+}
+
+void CategoryTree::focusInEvent(QFocusEvent *event)
+{
+    // The list that closes gives the focus back.
+    if (event->reason() != Qt::PopupFocusReason)
+        Q_EMIT turnedTo();
+    ui::ComboBox::focusInEvent(event);
 }

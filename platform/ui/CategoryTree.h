@@ -29,6 +29,15 @@ public:
     /// Selects the category with `key`; the root when there is none.
     void selectKey(int key);
 
+    void showPopup() override;
+
+Q_SIGNALS:
+    /// The user turns to the tree: it got the focus, or its list is about to drop.
+    void turnedTo();
+
+protected:
+    void focusInEvent(QFocusEvent *event) override;
+
 private:
     void addChildren(const QMultiMap<int, int> &children, const QList<Node> &nodes, int parentKey, int depth);
 };

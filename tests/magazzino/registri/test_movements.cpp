@@ -31,6 +31,7 @@ private Q_SLOTS:
     void signAgainstTheKindIsShown();
     void openedMovementKeepsWhatIsNotShown();
     void unknownKindLeavesTheChoice();
+    void categoriesMadeMeanwhileAreOffered();
 
 private:
     test::Workplace &place() const { return *workplace_; }
@@ -185,6 +186,20 @@ void TestMovementForm::unknownKindLeavesTheChoice()
         QCOMPARE(form_->IdRecord(), unknown);
         QVERIFY(kindButton(before)->isChecked());
     }
+}
+
+void TestMovementForm::categoriesMadeMeanwhileAreOffered()
+{
+    auto *tree = test::control<QComboBox>(form_, u"txtCategoria"_s);
+    const QString chosen = tree->itemText(2);
+    tree->setCurrentIndex(2);
+    form_->SetModified(false);
+    test::insertInto(place().database(), u"CATEGORIE_ANA_MAGA"_s, {{u"CATEGORIA"_s, u"AAA nuova"_s}});
+    QCOMPARE(tree->findText(u"AAA nuova"_s), -1);
+    tree->setFocus();
+    QVERIFY(tree->findText(u"AAA nuova"_s) > 0);
+    QCOMPARE(tree->currentText(), chosen);
+    QVERIFY(!form_->Modified());
 }
 
 static const test::Registered<TestMovementForm> registered;
