@@ -39,7 +39,7 @@ void show(Visit &visit)
     host::Session session(demoDatabase(file), host::administrator, {});
     session.startModules(QCoreApplication::applicationDirPath());
     host::insertDemoWarehouseData(session.connection());
-    session.window().show();
+    visit.show(session.window());
     tourWarehouse(visit, session);
     tourHost(visit, session);
     tourInvoices(visit, session);

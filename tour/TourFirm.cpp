@@ -193,7 +193,7 @@ void tourFirm(Visit &visit)
     host::Session session(database, login(visit, database), {});
     session.startModules(QCoreApplication::applicationDirPath());
     host::insertNotedFirstRows(session.connection());
-    session.window().show();
+    visit.show(session.window());
     Firm firm(visit, session);
     firm.importArticles();
     firm.customer();

@@ -80,6 +80,12 @@ void Visit::trigger(const QObject *owner, const QString &action)
     test::trigger(owner, action);
 }
 
+void Visit::show(QWidget &mainWindow)
+{
+    mainWindow.resize(1366, 740);
+    mainWindow.show();
+}
+
 void Visit::picture(QWidget *window, const QString &name)
 {
     test::settle();

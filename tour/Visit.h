@@ -28,6 +28,8 @@ public:
     /// Runs a form's or module's command; one that cannot be run is a failure.
     void trigger(const QObject *owner, const QString &action);
 
+    /// Shows the main window as a screen of 1366x768, the smallest in use, shows it below its title bar.
+    void show(QWidget &mainWindow);
     /// "NN-name.png" of `window`.
     void picture(QWidget *window, const QString &name);
     /// "NN-name-dimensione-minima.png" of a child window's form at the smallest size it can get; `suffix` stands before

@@ -76,7 +76,9 @@ MainWindow::MainWindow(const QString &settingsFile)
     setObjectName(u"frmMain"_s);
     setWindowTitle(u"Corvane"_s);
     setWindowIcon(programIcon());
-    setMinimumSize(800, 560);
+    setMinimumSize(640, 400);
+    // A window that closes leaves the place to the one that was used before it.
+    area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setBackground(palette().color(QPalette::Mid));
@@ -158,6 +160,7 @@ void MainWindow::showChild(QWidget *form)
         window = area_->addSubWindow(form);
         window->setAttribute(Qt::WA_DeleteOnClose, form->testAttribute(Qt::WA_DeleteOnClose));
         window->setWindowIcon(windowIcon());
+        window->installEventFilter(this);
         // Room for the frame, and never larger than the area that is there.
         const QSize frame = window->size() - window->contentsRect().size();
         window->resize((wanted + frame).boundedTo(area_->viewport()->size()));
@@ -169,6 +172,24 @@ void MainWindow::showChild(QWidget *form)
     area_->setActiveSubWindow(window);
     window->raise();
     form->setFocus();
+}
+
+// The area looks for the next window when one goes, not when one hides.
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    const auto *window = qobject_cast<QMdiSubWindow *>(watched);
+    if (window && event->type() == QEvent::Hide && window->isHidden())
+        activateLastUsed();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::activateLastUsed()
+{
+    const QList<QMdiSubWindow *> used = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
+    const auto last =
+        std::find_if(used.rbegin(), used.rend(), [](const QMdiSubWindow *window) { return window->isVisible(); });
+    if (last != used.rend())
+        area_->setActiveSubWindow(*last);
 }
 
 void MainWindow::childActivated(QMdiSubWindow *window)
@@ -222,11 +243,23 @@ void MainWindow::switchTo(const Opening &database)
         next_.reset();
 }
 
+// On a screen without room for the usual size and a frame around it the window takes all of the screen.
+void MainWindow::fitScreen()
+{
+    constexpr QSize frame(16, 48);
+    const QSize room = screen()->availableSize();
+    if ((size() + frame).boundedTo(room) == size() + frame)
+        return;
+    resize(size().boundedTo(room - frame));
+    setWindowState(Qt::WindowMaximized);
+}
+
 void MainWindow::restoreLayout()
 {
     resize(1280, 800);
     if (settingsFile_.isEmpty())
         return;
+    fitScreen();
     const QSettings settings(settingsFile_, QSettings::IniFormat);
     const QByteArray geometry = settings.value(geometryKey).toByteArray();
     const QByteArray bars = settings.value(barsKey).toByteArray();

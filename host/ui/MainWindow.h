@@ -20,7 +20,7 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// `settingsFile` keeps the window's geometry; empty keeps nothing.
+    /// `settingsFile` keeps the window's geometry; without one the window has its usual size on any screen.
     explicit MainWindow(const QString &settingsFile);
     ~MainWindow() override;
 
@@ -41,12 +41,15 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void createMenus();
     void createToolBars();
     void childActivated(QMdiSubWindow *window);
+    void activateLastUsed();
     void listWindows();
+    void fitScreen();
     void restoreLayout();
     void saveLayout();
     void about();

@@ -20,6 +20,7 @@ TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *ow
                 &Modulo().dataSet(u"adsMoviMaga"_s), owner)
 {
     setObjectName(u"MMGInserimentoMovimentiMagazzino"_s);
+    setOnClose(ui::OnClose::Hide);
     setOpeningSize({760, 590});
     mainLayout()->addWidget(pages(), 1);
     QWidget *page = addPage(u" Generale "_s);

@@ -25,6 +25,7 @@ TMMGRicercaBolleCarico::TMMGRicercaBolleCarico(QWidget *owner)
           u"actInserimentoBolleCarico"_s, owner)
 {
     setObjectName(u"MMGRicercaBolleCarico"_s);
+    setOnClose(ui::OnClose::Free); // unlike the other lists
     start({u"actChiudi"_s, u"actModifica"_s, {}, u"actNuovo"_s, u"actElimina"_s});
 }
 

@@ -31,7 +31,7 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
     , spec_(spec)
 {
     setOpeningSize({1060, 620});
-    setMinimumSize(860, 540);
+    setMinimumSize(720, 340);
 
     number_ = declare(new ui::IntegerField(
         {.name = u"txtNumero"_s, .label = u"N."_s, .column = u"NUMERO"_s, .minimum = 1, .initial = 1}, this));

@@ -13,6 +13,7 @@ TMMGInserimentoAnagrafica::TMMGInserimentoAnagrafica(const AnagraficaSpec &spec,
     : EntryForm(spec.form, &Modulo().dataSet(spec.dataSet), owner)
     , spec_(spec)
 {
+    setOnClose(ui::OnClose::Hide);
     setOpeningSize({760, 500});
     // Codes, postcodes and telephone numbers stay readable.
     setMinimumSize(640, 0);

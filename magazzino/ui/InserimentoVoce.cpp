@@ -10,6 +10,7 @@ TMMGInserimentoVoce::TMMGInserimentoVoce(const ui::EntryFormSpec &spec, const QS
                                          const ui::TextSpec &field, QWidget *owner)
     : EntryForm(spec, &Modulo().dataSet(dataSet), owner)
 {
+    setOnClose(ui::OnClose::Hide);
     setOpeningSize({560, 180});
     setMinimumSize(460, 0);
     mainLayout()->addWidget(pages(), 1);

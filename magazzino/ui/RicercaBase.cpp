@@ -13,6 +13,7 @@ TMMGRicercaBase::TMMGRicercaBase(const ui::SearchSpec &spec, const QString &entr
     : SearchForm(spec, ModuleConnection(), owner)
     , entryAction_(entryAction)
 {
+    setOnClose(ui::OnClose::Hide);
 }
 
 ui::EntryForm &TMMGRicercaBase::entryForm() const

@@ -6,7 +6,8 @@ namespace ui {
 class EntryForm;
 }
 
-/// A search list of the module: opens its entry form through the module's action.
+/// A search list of the module: opens its entry form through the module's action. It hides when it closes and comes
+/// back with filters, rows and place.
 class TMMGRicercaBase : public ui::SearchForm
 {
     Q_OBJECT

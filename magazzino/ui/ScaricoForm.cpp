@@ -59,6 +59,9 @@ ui::TextField *destinationField(const QString &name, const QString &label, const
 void TMMGInserimentoScarico::layOutGeneralPage(QWidget *addressee, QWidget *bottom)
 {
     auto *page = new QGridLayout(generalPage());
+    // Close together, so that the whole page fits a screen of 768 lines.
+    page->setContentsMargins(8, 4, 8, 4);
+    page->setVerticalSpacing(2);
     page->addWidget(addressee, 0, 0);
     page->addWidget(createDestination(), 0, 1);
     page->addWidget(createCarrier(), 1, 0);

@@ -14,7 +14,7 @@ ChildForm::ChildForm(const QString &caption, const QString &menuCaption, QWidget
     , menu_(new QMenu(menuCaption, this))
 {
     setWindowTitle(caption);
-    setAttribute(Qt::WA_DeleteOnClose);
+    setOnClose(OnClose::Free);
 }
 
 QAction *ChildForm::command(const QString &name) const

@@ -20,8 +20,15 @@ struct Command
     QString hint; ///< tool tip; the caption when empty
 };
 
+/// What becomes of a form when it closes.
+enum class OnClose
+{
+    Free, ///< it goes, and is made anew when it is opened again
+    Hide  ///< it comes back as it was left, with filters, rows and place
+};
+
 /// A child window of the host's main window. It brings a menu of its own, which the host shows while the window is the
-/// active one, and is freed when it closes.
+/// active one. Unless told otherwise it is freed when it closes.
 class ChildForm : public QWidget
 {
     Q_OBJECT
@@ -39,6 +46,8 @@ public:
 
 protected:
     void setOpeningSize(QSize size) { openingSize_ = size; }
+    void setOnClose(OnClose onClose) { setAttribute(Qt::WA_DeleteOnClose, onClose == OnClose::Free); }
+    OnClose onClose() const { return testAttribute(Qt::WA_DeleteOnClose) ? OnClose::Free : OnClose::Hide; }
     /// Makes an action of `command` that is reached by its shortcut inside this form; errors it throws are shown.
     QAction *addCommand(const Command &command);
     /// Puts commands on `bar` and into the form's menu, there in the order of `menuNames` when it differs; an empty

@@ -1,10 +1,11 @@
 #include "platform/ui/Dialogs.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QGuiApplication>
+#include <QScreen>
 #include <QStandardPaths>
 
 namespace ui {
@@ -39,6 +40,21 @@ QString &lastFolder()
     return folder;
 }
 
+// In the middle of the screen, where its owner is a window that is never shown: Qt would place it over that one, in the
+// screen's corner.
+void place(QDialog &dialog)
+{
+    const QWidget *owner = dialog.parentWidget();
+    if (owner && owner->window()->isVisible())
+        return;
+    const QWidget *active = QApplication::activeWindow();
+    const QRect screen = (active ? active : &dialog)->screen()->availableGeometry();
+    dialog.adjustSize();
+    QRect place(QPoint(), dialog.size());
+    place.moveCenter(screen.center());
+    dialog.move(std::max(place.left(), screen.left()), std::max(place.top(), screen.top()));
+}
+
 } // namespace
 
 ModalRunner setModalRunner(ModalRunner runner)
@@ -48,6 +64,7 @@ ModalRunner setModalRunner(ModalRunner runner)
 
 int runModal(QDialog &dialog)
 {
+    place(dialog);
     return modalRunner() ? modalRunner()(dialog) : dialog.exec();
 }
 

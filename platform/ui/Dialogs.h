@@ -11,7 +11,8 @@ namespace ui {
 using ModalRunner = std::function<int(QDialog &)>;
 /// Replaces the runner of modal dialogs and returns the one before it; an empty one restores QDialog::exec().
 ModalRunner setModalRunner(ModalRunner runner);
-/// Shows `dialog` modally and returns its result (QDialog::Accepted or Rejected).
+/// Shows `dialog` modally, over its owner or, when that is never shown, in the middle of the screen. Returns its result
+/// (QDialog::Accepted or Rejected).
 int runModal(QDialog &dialog);
 
 struct SaveFileRequest

@@ -4,6 +4,7 @@
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/PageArea.h"
 #include "platform/ui/TypedEdit.h"
 
 #include <QVBoxLayout>
@@ -51,6 +52,8 @@ void EntryForm::declareCommands()
 void EntryForm::start(const QStringList &commands)
 {
     placeCommands(bar_, commands);
+    // The pages are as large as their contents where the main window has room for that.
+    setOpeningSize(sizeHint().expandedTo(layout_->totalSizeHint()));
     setMinimumSize(minimumSize().expandedTo(minimumSizeHint()));
     NuovoRecord();
 }
@@ -94,9 +97,9 @@ void EntryForm::askIf(std::function<bool()> doubtful, const QString &text)
 
 QWidget *EntryForm::addPage(const QString &title)
 {
-    auto *page = new QWidget(pages_);
-    pages_->addTab(page, title);
-    return page;
+    auto *area = new PageArea(pages_);
+    pages_->addTab(area, title);
+    return area->widget();
 }
 
 void EntryForm::place(QGridLayout *grid, Field *field, int row, int position, int span)
@@ -361,12 +364,8 @@ void EntryForm::writeRecord()
     SetIdRecord(record_->integer(spec_.key));
 }
 
-bool EntryForm::mayClose()
+bool EntryForm::saveFirst()
 {
-    if (!finishEditing())
-        return false;
-    if (spec_.closing == ClosingQuestion::ContinueAnyway)
-        return continueWithoutSaving();
     if (!Modified())
         return true;
     const core::Answer answer = core::showMessage({u"Conferma"_s,
@@ -374,11 +373,21 @@ bool EntryForm::mayClose()
                                                    core::MessageIcon::Question,
                                                    {core::Answer::Yes, core::Answer::No, core::Answer::Cancel},
                                                    this});
-    if (answer == core::Answer::Cancel)
-        return false;
     // Yes closes whether or not the save succeeded; this is intended.
     if (answer == core::Answer::Yes)
         SalvaRecord();
+    return answer != core::Answer::Cancel;
+}
+
+bool EntryForm::mayClose()
+{
+    if (!finishEditing())
+        return false;
+    if (!(spec_.closing == ClosingQuestion::SaveFirst ? saveFirst() : continueWithoutSaving()))
+        return false;
+    // A form that only hides must not come back with what was given up.
+    if (Modified() && onClose() == OnClose::Hide)
+        NuovoRecord();
     return true;
 }
 

@@ -110,6 +110,7 @@ protected:
     /// Asks "Conferma" with `text` while `doubtful()` is true; No ends the save.
     void askIf(std::function<bool()> doubtful, const QString &text);
 
+    /// A page of the form; it scrolls where the window is too small for it.
     QWidget *addPage(const QString &title);
     QTabWidget *pages() const { return pages_; }
     QToolBar *standardBar() const { return bar_; }
@@ -172,6 +173,7 @@ private:
     void load(int id);
     void elimina();
     bool continueWithoutSaving();
+    bool saveFirst();
     bool passes(const QList<Check> &checks);
     bool passesChecks();
     bool save();
