@@ -67,7 +67,7 @@ void creaIndiciMancanti(data::Connection &connection)
     try {
         const data::DriverSettings impostazioni = data::driverSettings(connection.connectionString());
         // The client library needs the file, and a data source name does not tell it.
-        if (impostazioni.driver != u"QIBASE"_s)
+        if (impostazioni.isOdbc)
             return;
         const QSet<QString> presenti = indiciPresenti(connection);
         for (const Indice &indice : indici) {

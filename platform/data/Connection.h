@@ -1,15 +1,16 @@
 #pragma once
 #include "platform/data/Rows.h"
 
-#include <QHash>
 #include <QObject>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 
 #include <functional>
 #include <map>
+#include <memory>
 
 namespace data {
+
+class Driver;
+class Statement;
 
 /// Named parameters of a query, without the colon.
 using Parameters = QVariantMap;
@@ -17,7 +18,9 @@ using Parameters = QVariantMap;
 /// One database connection with its single transaction. Every statement of the program goes through here; a statement
 /// that the database refuses, also one that fails only while its rows are fetched, throws DatabaseError.
 ///
-/// Lock waits have no time limit: no message box, dialog or event loop may run inside a transaction.
+/// Rows that another session holds are waited for, but not without limit, nor is a server that no longer answers (see
+/// WaitLimits): the statement fails then. No message box, dialog or event loop may run inside a transaction, because
+/// its own locks make others wait.
 class Connection : public QObject
 {
     Q_OBJECT
@@ -30,9 +33,10 @@ public:
     void setConnectionString(const QString &text) { connectionString_ = text; }
     QString connectionString() const { return connectionString_; }
 
-    bool isOpen() const { return database_.isOpen(); }
+    bool isOpen() const { return driver_ != nullptr; }
     /// Opens the database; does nothing when it is open. Throws DatabaseError.
     void open();
+    /// Closes it with its locks, also when a transaction was left open.
     void close();
 
     bool inTransaction() const { return inTransaction_; }
@@ -69,18 +73,17 @@ private:
 
     void prepareFor(const QString &sql);
     void ensureOpen();
-    QSqlQuery &statement(const QString &sql, QSqlQuery &shortLived);
-    const QList<Column> &columnsOf(const QSqlQuery &query, const QString &sql);
-    void each(QSqlQuery &query, const QString &sql, const std::function<void(QVariantList &&)> &row);
-    Rows fetch(QSqlQuery &query, const QString &sql);
-    [[noreturn]] void fail(const QSqlError &error, const QString &sql);
+    /// Runs `body` and remembers a lost connection.
+    template <typename Body>
+    auto noting(Body &&body);
+    Statement &statement(const QString &sql, std::unique_ptr<Statement> &shortLived);
+    void fetch(Rows &rows, const QString &sql, const QVariantList &values);
+    Rows fetch(const QString &sql, const QVariantList &values);
 
     std::function<void(const QString &)> hook_;
     QString connectionString_;
-    QString name_;
-    QSqlDatabase database_;
-    std::map<QString, QSqlQuery> statements_; // prepared in the running transaction; they do not survive it
-    QHash<QString, QList<Column>> columns_;   // of results, by statement
+    std::unique_ptr<Driver> driver_;
+    std::map<QString, std::unique_ptr<Statement>> statements_; // prepared in the running transaction
     bool inTransaction_ = false;
     bool lost_ = false; // the server went away; the next use outside a transaction connects again
     int affectedRows_ = 0;

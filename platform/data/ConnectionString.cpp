@@ -65,10 +65,9 @@ DriverSettings driverSettings(const QString &connectionString)
     settings.address.user = values.value(u"user id"_s);
     settings.address.password = values.value(u"password"_s);
     if (provider.compare(u"MSDASQL.1"_s, Qt::CaseInsensitive) == 0) {
-        settings.driver = u"QODBC"_s;
+        settings.isOdbc = true;
         settings.dataSourceName = values.value(u"data source"_s);
     } else if (provider.compare(u"Firebird"_s, Qt::CaseInsensitive) == 0) {
-        settings.driver = u"QIBASE"_s;
         settings.address.host = values.value(u"server"_s);
         settings.address.port = values.value(u"port"_s).toInt();
         settings.address.file = values.value(u"data source"_s);

@@ -24,9 +24,9 @@ struct DatabaseAddress
 /// What a connection string means to the driver layer.
 struct DriverSettings
 {
-    QString driver; ///< "QIBASE" or "QODBC"
-    DatabaseAddress address;
-    QString dataSourceName; ///< QODBC only
+    bool isOdbc = false;     ///< else the database's own client library
+    DatabaseAddress address; ///< of an ODBC data source only user and password
+    QString dataSourceName;  ///< ODBC only
 };
 
 /// "Key=Value;" pairs; keys are compared without case, values may stand in double or single quotes.
@@ -35,8 +35,8 @@ QMap<QString, QString> parseConnectionString(const QString &text);
 /// The connection string of the native provider for `address`.
 QString nativeConnectionString(const DatabaseAddress &address);
 
-/// Maps a connection string to a driver: provider "MSDASQL.1" goes to QODBC with its data source name, provider
-/// "Firebird" to QIBASE. Throws core::Error for any other provider.
+/// Maps a connection string to a driver: provider "MSDASQL.1" goes to ODBC with its data source name, provider
+/// "Firebird" to the client library. Throws core::Error for any other provider.
 DriverSettings driverSettings(const QString &connectionString);
 
 } // namespace data

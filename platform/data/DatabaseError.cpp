@@ -16,9 +16,10 @@ bool tellsFullDisk(const QString &text)
 
 } // namespace
 
-DatabaseError::DatabaseError(const QString &databaseText, const QString &statement)
+DatabaseError::DatabaseError(const QString &databaseText, const QString &statement, Refusal refusal)
     : Error(tellsFullDisk(databaseText) ? diskFull : databaseText,
             tellsFullDisk(databaseText) ? statement + u": "_s + databaseText : statement)
+    , refusal_(refusal)
 {
 }
 

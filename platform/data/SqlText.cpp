@@ -1,38 +1,10 @@
 #include "platform/data/SqlText.h"
 
-#include <QDateTime>
 #include <QRegularExpression>
-
-#include <algorithm>
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
 namespace data {
-
-namespace {
-
-// `takesNull` is asked about each placeholder in its order: "?" or ":NAME".
-QString withNullsAt(const QString &sql, const std::function<bool(QStringView)> &takesNull)
-{
-    // What stands in quotes is passed over.
-    static const QRegularExpression part(u"'[^']*'|\"[^\"]*\"|\\?|:\\w+"_s);
-    QString text;
-    qsizetype copied = 0;
-    for (auto matches = part.globalMatch(sql); matches.hasNext();) {
-        const QRegularExpressionMatch match = matches.next();
-        const QStringView found = match.capturedView();
-        if ((found[0] != u'?' && found[0] != u':') || !takesNull(found))
-            continue;
-        text += QStringView(sql).mid(copied, match.capturedStart() - copied);
-        text += u"NULL"_s;
-        copied = match.capturedEnd();
-    }
-    text += QStringView(sql).mid(copied);
-    return text;
-}
-
-} // namespace
 
 // Without the cast the engine would give the parameter the column's length, and refuse a longer text.
 constexpr qsizetype longestSearched = 255;
@@ -60,39 +32,22 @@ QString capitalsOf(const QString &text)
     return QString::fromUcs4(reinterpret_cast<const char32_t *>(letters.constData()), letters.size());
 }
 
-bool isMissing(const QVariant &value)
+QString positional(const QString &sql, QStringList &names)
 {
-    switch (value.metaType().id()) {
-    case QMetaType::QDate:
-        return value.toDate().isNull();
-    case QMetaType::QTime:
-        return value.toTime().isNull();
-    case QMetaType::QDateTime:
-        return value.toDateTime().isNull();
-    default:
-        return value.isNull();
+    // What stands in quotes is passed over.
+    static const QRegularExpression part(u"'[^']*'|\"[^\"]*\"|:(\\w+)"_s);
+    QString text;
+    qsizetype copied = 0;
+    for (auto matches = part.globalMatch(sql); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        if (!match.hasCaptured(1))
+            continue;
+        names.append(match.captured(1));
+        text += QStringView(sql).mid(copied, match.capturedStart() - copied);
+        text += u'?';
+        copied = match.capturedEnd();
     }
-}
-
-QString withNullsWritten(const QString &sql, QVariantList &values)
-{
-    if (std::none_of(values.cbegin(), values.cend(), isMissing))
-        return sql;
-    qsizetype place = 0;
-    QString text = withNullsAt(sql, [&](QStringView) { return isMissing(values.value(place++, 0)); });
-    values.removeIf(isMissing);
-    return text;
-}
-
-QString withNullsWritten(const QString &sql, QVariantMap &values)
-{
-    if (std::none_of(values.cbegin(), values.cend(), isMissing))
-        return sql;
-    QString text = withNullsAt(sql, [&](QStringView placeholder) {
-        const auto value = values.constFind(placeholder.mid(1).toString());
-        return value != values.cend() && isMissing(*value);
-    });
-    values.removeIf([](const std::pair<const QString &, QVariant &> &one) { return isMissing(one.second); });
+    text += QStringView(sql).mid(copied);
     return text;
 }
 

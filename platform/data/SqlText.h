@@ -21,17 +21,8 @@ QVariant searchedText(const QString &text);
 /// `text` in the database's capitals, for comparing what is not in the database: each letter by itself becomes one.
 QString capitalsOf(const QString &text);
 
-/// True for what is written as NULL: no value, or a date or time that is none. A text without characters is none of
-/// these, whether QString tells it from an empty one or not.
-bool isMissing(const QVariant &value);
-
-/// The statement with NULL in the place of each "?" whose value is missing; only the other values stay in `values`.
-///
-/// The driver drops a missing value that is bound to a required column, so that 0, an empty text or a day of 1858 would
-/// be stored. Written out it comes to the database, which refuses it, unless a trigger puts a value there.
-QString withNullsWritten(const QString &sql, QVariantList &values);
-/// The same for ":NAME".
-QString withNullsWritten(const QString &sql, QVariantMap &values);
+/// The statement with "?" in the place of each ":NAME", whose names are appended to `names` in their order.
+QString positional(const QString &sql, QStringList &names);
 
 /// `query` with only those of its columns that are named: the others, text blobs among them, are never fetched nor
 /// sorted along. Rows and order are those of `query`.
