@@ -7,6 +7,7 @@ namespace data {
 namespace {
 
 const QString diskFull = u"Il disco è pieno."_s;
+const QString connectionLost = u"Il server non risponde oppure il collegamento è caduto."_s;
 
 // The system's words, which an embedded engine and a server pass on.
 bool tellsFullDisk(const QString &text)
@@ -14,11 +15,24 @@ bool tellsFullDisk(const QString &text)
     return text.contains(u"No space left on device"_s) || text.contains(u"Disk quota exceeded"_s);
 }
 
+// What the user can do something about, in words of our own; empty for everything else.
+QString ownWords(const QString &databaseText, Refusal refusal)
+{
+    if (tellsFullDisk(databaseText))
+        return diskFull;
+    return refusal == Refusal::ConnectionLost ? connectionLost : QString();
+}
+
+QString contextFor(const QString &databaseText, const QString &statement, Refusal refusal)
+{
+    return ownWords(databaseText, refusal).isEmpty() ? statement : statement + u": "_s + databaseText;
+}
+
 } // namespace
 
 DatabaseError::DatabaseError(const QString &databaseText, const QString &statement, Refusal refusal)
-    : Error(tellsFullDisk(databaseText) ? diskFull : databaseText,
-            tellsFullDisk(databaseText) ? statement + u": "_s + databaseText : statement)
+    : Error(ownWords(databaseText, refusal).isEmpty() ? databaseText : ownWords(databaseText, refusal),
+            contextFor(databaseText, statement, refusal))
     , refusal_(refusal)
 {
 }

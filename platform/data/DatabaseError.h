@@ -7,12 +7,13 @@ namespace data {
 enum class Refusal
 {
     Other,
-    ConnectionLost,  ///< the server is gone, does not answer, or has thrown the connection out
-    MetadataNotMade, ///< a definition that the database could not carry out ("unsuccessful metadata update")
+    ConnectionLost,    ///< the server is gone, does not answer, or has thrown the connection out
+    DefinitionNotMade, ///< definitions that were understood could not be carried out at the COMMIT
 };
 
-/// A refused statement or connection. The text is the database's own, except for a full disk, which the user can do
-/// something about: "Il disco è pieno."; the context names verb and table, and the database's words then.
+/// A refused statement or connection. The text is the database's own, except for what the user can do something about:
+/// a full disk ("Il disco è pieno.") and a lost server have words of the program, and the database's stand in the
+/// context, which names verb and table.
 class DatabaseError : public core::Error
 {
 public:

@@ -1,7 +1,9 @@
 #include "platform/schema/Engine.h"
 
+#include "platform/core/Log.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DataSet.h"
+#include "platform/data/DatabaseError.h"
 
 #include <algorithm>
 #include <optional>
@@ -43,7 +45,7 @@ void record(data::DataSet &versions, const Step &step)
     versions.updateBatch();
 }
 
-void run(data::Connection &connection, data::DataSet &versions, const Step &step)
+void write(data::Connection &connection, data::DataSet &versions, const Step &step)
 {
     data::Transaction transaction(connection);
     for (const QString &statement : step.statements)
@@ -52,6 +54,28 @@ void run(data::Connection &connection, data::DataSet &versions, const Step &step
         step.action(connection);
     record(versions, step);
     transaction.commit();
+}
+
+// After a power failure in the middle of a definition's COMMIT the database refuses the next definition, in every new
+// connection again. In the connection in which it has refused it, it takes it the second time, once the first one is
+// rolled back. Whatever else it refuses, it would refuse again.
+void writeTryingTwice(data::Connection &connection, data::DataSet &versions, const Step &step)
+{
+    try {
+        write(connection, versions, step);
+    } catch (const data::DatabaseError &error) {
+        if (error.refusal() != data::Refusal::DefinitionNotMade)
+            throw;
+        core::logError(u"%1 %2, primo tentativo"_s.arg(step.object, step.toVersion), error);
+        versions.requery();
+        if (isDue(step, versionOf(versions, step.object)))
+            write(connection, versions, step);
+    }
+}
+
+void run(data::Connection &connection, data::DataSet &versions, const Step &step)
+{
+    writeTryingTwice(connection, versions, step);
     // A table is known to other statements only from here on. Rows that fail now leave it created and recorded, as
     // intended.
     for (const QString &statement : step.following)

@@ -3,6 +3,7 @@
 #include "magazzino/schema/Motore.h"
 #include "magazzino/schema/Passi.h"
 #include "platform/core/Log.h"
+#include "platform/data/DatabaseError.h"
 #include "tests/support/ScriptedMessages.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
@@ -216,6 +217,42 @@ private Q_SLOTS:
         // Tried again at the next start, and only this one.
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         schema::eseguiPassi(db->connection(), steps);
+    }
+
+    void stepIsTriedTwiceWhenItsDefinitionsCannotBeMade_data()
+    {
+        QTest::addColumn<data::Refusal>("refusal");
+        QTest::addColumn<int>("times"); // that the COMMIT is refused
+        QTest::addColumn<int>("tries"); // of the step
+        QTest::addColumn<bool>("told");
+        QTest::newRow("once") << data::Refusal::DefinitionNotMade << 1 << 2 << false;
+        QTest::newRow("twice") << data::Refusal::DefinitionNotMade << 2 << 2 << true;
+        QTest::newRow("for another reason") << data::Refusal::Other << 1 << 1 << true;
+    }
+    void stepIsTriedTwiceWhenItsDefinitionsCannotBeMade()
+    {
+        QFETCH(const data::Refusal, refusal);
+        QFETCH(const int, times);
+        QFETCH(const int, tries);
+        QFETCH(const bool, told);
+        start(test::Content::HostSchema);
+        test::ScriptedMessages messages;
+        messages.watch(db->connection());
+        if (told)
+            messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
+        QStringList run;
+        int refused = 0;
+        db->connection().setStatementHook([&](const QString &sql) {
+            if (sql.startsWith(u"CREATE"))
+                run.append(sql);
+            if (sql == u"COMMIT" && refused++ < times)
+                throw data::DatabaseError(u"unsuccessful metadata update"_s, sql, refusal);
+        });
+        schema::eseguiPassi(db->connection(), {{u"A"_s, {}, {u"CREATE TABLE A(X INTEGER)"_s}, u"1.0.0"_s}});
+        QCOMPARE(messages.verify(), QStringList());
+        QCOMPARE(run.size(), tries);
+        QCOMPARE(db->lines(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'A'"_s),
+                 told ? QStringList() : QStringList({u"1.0.0"_s}));
     }
 
     void stepWhoseVersionCannotBeRecordedIsUndone()

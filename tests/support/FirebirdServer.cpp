@@ -119,6 +119,16 @@ void FirebirdServer::start()
     }
 }
 
+void FirebirdServer::hang() const
+{
+    ::kill(static_cast<pid_t>(process_.processId()), SIGSTOP);
+}
+
+void FirebirdServer::goOn() const
+{
+    ::kill(static_cast<pid_t>(process_.processId()), SIGCONT);
+}
+
 void FirebirdServer::crash()
 {
     process_.kill();

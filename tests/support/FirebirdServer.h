@@ -24,6 +24,9 @@ public:
     void start();
     /// Ends it in the middle of whatever it does, as a power failure would.
     void crash();
+    /// It takes connections and answers nothing more, as a machine that hangs, until goOn().
+    void hang() const;
+    void goOn() const;
 
 private:
     void writeConfiguration();

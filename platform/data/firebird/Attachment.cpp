@@ -2,6 +2,7 @@
 
 #include "platform/core/Log.h"
 #include "platform/data/DatabaseError.h"
+#include "platform/data/WaitLimits.h"
 #include "platform/data/firebird/OpenFailures.h"
 
 #include <QFileInfo>
@@ -179,6 +180,9 @@ void NativeTransaction::commit()
 {
     Status status;
     attachment_.call([&] { isc_commit_transaction(status, &handle_); });
+    // Behind another error it only tells what that one has prevented.
+    if (status.code() == isc_no_meta_update)
+        throw DatabaseError(status.text(), u"COMMIT"_s, Refusal::DefinitionNotMade);
     status.require(u"COMMIT"_s);
 }
 

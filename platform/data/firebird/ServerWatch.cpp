@@ -2,6 +2,7 @@
 
 #include "platform/core/Log.h"
 #include "platform/data/DatabaseFile.h"
+#include "platform/data/WaitLimits.h"
 #include "platform/data/firebird/Status.h"
 
 #include <algorithm>

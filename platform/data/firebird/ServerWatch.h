@@ -3,20 +3,7 @@
 
 #include <ibase.h>
 
-namespace data {
-
-/// How long the database is waited for, in seconds.
-struct WaitLimits
-{
-    int lock = 10;   ///< for rows and tables that another session holds
-    int silence = 4; ///< of a server during a call, before it is asked whether it still answers
-    int answer = 5;  ///< to that question, and to the wish to be let in
-};
-
-/// The limits in force; tests may change them.
-WaitLimits &waitLimits();
-
-namespace firebird {
+namespace data::firebird {
 
 /// A call of the client library that may wait for a server. While it lives, a thread looks after it: a server that has
 /// been silent for waitLimits().silence is asked by a second connection, and when that gets no answer either, the
@@ -34,5 +21,4 @@ private:
     quint64 number_ = 0; ///< 0 for the embedded engine, which is this process
 };
 
-} // namespace firebird
-} // namespace data
+} // namespace data::firebird

@@ -14,10 +14,9 @@ Refusal refusalOf(const Status &status)
 {
     static constexpr ISC_STATUS losses[] = {isc_network_error,      isc_net_read_err,  isc_net_write_err,
                                             isc_lost_db_connection, isc_bad_db_handle, isc_att_shutdown};
-    if (std::any_of(std::begin(losses), std::end(losses), [&status](ISC_STATUS code) { return status.has(code); }))
-        return Refusal::ConnectionLost;
-    // Behind another error it only tells what that one has prevented.
-    return status.code() == isc_no_meta_update ? Refusal::MetadataNotMade : Refusal::Other;
+    const bool lost =
+        std::any_of(std::begin(losses), std::end(losses), [&status](ISC_STATUS code) { return status.has(code); });
+    return lost ? Refusal::ConnectionLost : Refusal::Other;
 }
 
 } // namespace
