@@ -37,23 +37,6 @@ QString dataFolder()
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 
-QString backupFolder()
-{
-    return dataFolder() + u"/backup"_s;
-}
-
-// A firm's data and what the program knows of it are no other account's business, also where an older version of the
-// program or another umask has made the files.
-void protectData()
-{
-    core::keepNewFilesPrivate();
-    QDir().mkpath(dataFolder());
-    for (const QString &folder : {dataFolder(), backupFolder()}) {
-        core::makePrivate(folder);
-        core::WorkFolder::removeAbandoned(folder);
-    }
-}
-
 bool hasScreen()
 {
     const QString platform = QGuiApplication::platformName();
@@ -149,6 +132,17 @@ void choosePlatform(int argc, char *argv[])
         qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
+// A firm's data and what the program knows of it are no other account's business, also where an older version of the
+// program or another umask has made the files.
+void protectData(const QString &folder)
+{
+    QDir().mkpath(folder);
+    for (const QString &own : {folder, folder + u"/backup"_s}) {
+        core::makePrivate(own);
+        core::WorkFolder::removeAbandoned(own);
+    }
+}
+
 void prepareProgram(QApplication &application)
 {
     QCoreApplication::setApplicationName(u"corvane"_s);
@@ -158,7 +152,8 @@ void prepareProgram(QApplication &application)
     auto *translator = new QTranslator(&application);
     if (translator->load(u"qtbase_it"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(translator);
-    protectData();
+    core::keepNewFilesPrivate();
+    protectData(dataFolder());
     core::setLogFile(dataFolder() + u"/corvane.log"_s);
     core::logQtWarnings();
     data::useLockFolder(dataFolder() + u"/lock"_s);

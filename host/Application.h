@@ -53,6 +53,10 @@ inline const QString administrator = QStringLiteral("AMMINISTRATORE");
 /// the application object would end the program. Before that object is made.
 void choosePlatform(int argc, char *argv[]);
 
+/// Takes other accounts' rights on the data folder and its daily backups, and removes there what programs that were
+/// killed have left behind; the folder is made.
+void protectData(const QString &folder);
+
 /// Style, language, log and the embedded engine's lock folder; once, before anything else.
 void prepareProgram(QApplication &application);
 

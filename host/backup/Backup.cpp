@@ -12,11 +12,13 @@
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QMap>
 #include <QRegularExpression>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -115,15 +117,29 @@ Counts restore(const QString &file, const data::DatabaseAddress &target, const Q
     return follower.counts();
 }
 
+// What the names of kept databases begin with.
+QString keptPrefix(const QFileInfo &file)
+{
+    return file.completeBaseName() + u".prima-del-ripristino-"_s;
+}
+
 QString keptName(const QString &file)
 {
     const QFileInfo info(file);
-    const QString name = info.absolutePath() + u'/' + info.completeBaseName() + u".prima-del-ripristino-"_s +
-                         core::now().toString(u"yyyyMMdd-HHmmss"_s);
+    const QString name = info.absolutePath() + u'/' + keptPrefix(info) + core::now().toString(u"yyyyMMdd-HHmmss"_s);
     QString path = name + u".fdb"_s;
     for (int number = 2; QFileInfo::exists(path); ++number)
         path = name + u"-%1.fdb"_s.arg(number);
     return path;
+}
+
+bool areOneFile(const QString &left, const QString &right)
+{
+    struct stat first = {};
+    struct stat second = {};
+    return ::stat(QFile::encodeName(left).constData(), &first) == 0 &&
+           ::stat(QFile::encodeName(right).constData(), &second) == 0 && first.st_dev == second.st_dev &&
+           first.st_ino == second.st_ino;
 }
 
 // The old file gets a second name first, so that there is a database under its own name at every moment.
@@ -171,6 +187,7 @@ void requireKnownVersion(const data::DatabaseAddress &restored)
 
 QString restoreEmbedded(const QString &file, const QString &target, core::Progress &progress)
 {
+    removeLeftovers(embedded(target));
     const core::WorkFolder work(QFileInfo(target).absolutePath());
     const QString restored = work.file(u"ripristino.fdb"_s);
     const Counts told = restore(file, embedded(restored), u"Ripristino della tabella %1…"_s, 0, progress);
@@ -223,6 +240,21 @@ void restoreOnServer(const QString &file, const data::DatabaseAddress &target, c
 }
 
 } // namespace
+
+void removeLeftovers(const data::DatabaseAddress &database)
+{
+    if (!database.isEmbedded())
+        return;
+    const QFileInfo file(database.file);
+    const QString folder = file.absolutePath();
+    core::WorkFolder::removeAbandoned(folder);
+    // A restore that ended between its two steps.
+    const QStringList names = QDir(folder).entryList(QDir::Files);
+    for (const QString &name : names) {
+        if (name.startsWith(keptPrefix(file)) && areOneFile(folder + u'/' + name, file.absoluteFilePath()))
+            QFile::remove(folder + u'/' + name);
+    }
+}
 
 void backupDatabase(const data::DatabaseAddress &database, const QString &file, core::Progress &progress)
 {

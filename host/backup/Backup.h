@@ -27,6 +27,10 @@ void backupDatabase(const data::DatabaseAddress &database, const QString &file, 
 /// Returns the path of the file kept, empty when there was none.
 QString restoreDatabase(const QString &file, const data::DatabaseAddress &target, core::Progress &progress);
 
+/// Removes what a backup or restore that was killed has left beside an embedded database: hidden folders with copies of
+/// it, and the second name that it had for a moment.
+void removeLeftovers(const data::DatabaseAddress &database);
+
 /// The daily backup of an embedded database in `folder`: "NAME-YYYY-MM-DD.fbk". A database that does not lie beside
 /// the folder has a mark of its path in the name, so that two of the same name do not count as one.
 QString dailyBackupFile(const QString &folder, const data::DatabaseAddress &database, QDate day);

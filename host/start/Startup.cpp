@@ -1,6 +1,7 @@
 #include "host/start/Startup.h"
 
 #include "host/DatabaseSetup.h"
+#include "host/backup/Backup.h"
 #include "host/backup/BackupCommands.h"
 #include "host/schema/DemoData.h"
 #include "host/start/DatabaseMemory.h"
@@ -198,6 +199,7 @@ std::optional<Opening> Startup::open(const Opening &opening)
     opened.restoreFrom.clear();
     if (!askServerPassword(opened.database))
         return ask(opened);
+    removeLeftovers(opened.database);
     requireDatabase(opened.database);
     upgradeHost(opened.database);
     const Login entered = login(opened.database, opened.fromCommandLine);

@@ -13,7 +13,9 @@ struct Workload
     std::function<void(const QString &folder)> prepare;
     /// The program and arguments that work in the folder. It is cut, and then run again undisturbed: that run must end
     /// by itself with exit code 0.
-    std::function<QStringList(const QString &folder)> command;
+    std::function<QStringList(const QString &folder)> command = {};
+    /// Or a routine that does so, in a process of its own; what it throws is a failure.
+    std::function<void(const QString &folder)> run = {};
     /// What is wrong after the second run; empty when all is as if nothing had been cut. In a process of its own, too.
     std::function<QStringList(const QString &folder)> problems;
     /// Names of the files that may be in the folder afterwards, hidden ones included; "*" stands for any characters.
@@ -22,6 +24,8 @@ struct Workload
 
 /// Every work, in the order in which it is run without arguments.
 const QList<Workload> &workloads();
+/// Those among them that work on files beside the database: import, backup, restore.
+QList<Workload> fileWorkloads();
 
 /// This program with arguments that make it run `work` of the named workload (see main()): for works that are routines.
 QStringList ownCommand(const QString &work, const QString &workload, const QString &folder);

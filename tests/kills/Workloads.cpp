@@ -131,7 +131,7 @@ QList<Workload> allWorkloads()
     for (int steps = 0; steps < schema::passi().size(); ++steps)
         all.append(upgradeAfter(steps));
     all.append(firstRelease());
-    return all;
+    return all + fileWorkloads();
 }
 
 } // namespace

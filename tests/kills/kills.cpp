@@ -154,10 +154,15 @@ void report(const kills::Workload &workload, quint64 step, const QString &what, 
                 qUtf8Printable(what), qUtf8Printable(detail));
 }
 
+QStringList commandOf(const kills::Workload &workload, const Place &place)
+{
+    return workload.run ? kills::ownCommand(u"run"_s, workload.name, place.work()) : workload.command(place.work());
+}
+
 // The run after the cut, and what it has left behind.
 void judge(const kills::Workload &workload, const Place &place, quint64 step, Result &result)
 {
-    const Ended again = run(workload.command(place.work()), environmentIn(place));
+    const Ended again = run(commandOf(workload, place), environmentIn(place));
     if (!again.inTime) {
         ++result.hangs;
         report(workload, step, u"the next run hangs"_s, again.output);
@@ -179,7 +184,7 @@ quint64 stepsOf(const kills::Workload &workload, const Place &place)
 {
     const Ended prepared = run(kills::ownCommand(u"prepare"_s, workload.name, place.original()), environmentIn(place));
     place.renew();
-    const Ended whole = run(workload.command(place.work()), cutting(place, 0));
+    const Ended whole = run(commandOf(workload, place), cutting(place, 0));
     const Ended looked = run(kills::ownCommand(u"problems"_s, workload.name, place.work()), environmentIn(place));
     if (prepared.code == 0 && whole.code == 0 && looked.code == 0)
         return place.steps();
@@ -196,7 +201,7 @@ Result killTimes(const kills::Workload &workload, int count)
         // From the first step to the last one.
         const quint64 step = 1 + (steps - 1) * static_cast<quint64>(i) / static_cast<quint64>(std::max(count - 1, 1));
         place.renew();
-        const Ended cut = run(workload.command(place.work()), cutting(place, step));
+        const Ended cut = run(commandOf(workload, place), cutting(place, step));
         if (!cut.inTime) {
             ++result.hangs;
             report(workload, step, u"hangs before the cut"_s, cut.output);
@@ -240,8 +245,8 @@ int runPart(const QString &part, const QString &name, const QString &folder)
     for (const kills::Workload &workload : kills::workloads()) {
         if (workload.name != name)
             continue;
-        if (part == u"--prepare") {
-            workload.prepare(folder);
+        if (part == u"--prepare" || part == u"--run") {
+            part == u"--run" ? workload.run(folder) : workload.prepare(folder);
             return 0;
         }
         const QStringList problems = workload.problems(folder);
