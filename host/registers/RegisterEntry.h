@@ -32,6 +32,8 @@ protected:
     void loadDetails() override;
     void recordSaved() override;
     void writeComputed(data::DataSet &record) const override;
+    QVariant detailState() const override { return loadedText_; }
+    void restoreDetails(const QVariant &state) override { loadedText_ = state.toString(); }
     void recordMissing() override;
     bool deleteStored(int id) override;
 

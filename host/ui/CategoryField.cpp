@@ -57,6 +57,20 @@ void CategoryField::refresh()
     tree_->selectKey(chosen.key);
 }
 
+QVariant CategoryField::state() const
+{
+    return QVariantList{key(), tree_->currentText()};
+}
+
+void CategoryField::restore(const QVariant &state)
+{
+    const CategoryTree::Node chosen{
+        .key = state.toList().value(0).toInt(), .parentKey = 0, .caption = state.toList().value(1).toString()};
+    if (chosen.key > 0 && !tree_->contains(chosen.key))
+        tree_->fill({chosen});
+    tree_->selectKey(chosen.key);
+}
+
 void CategoryField::clear()
 {
     fill();

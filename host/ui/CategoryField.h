@@ -50,6 +50,8 @@ public:
     void clear() override;
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override;
+    void restore(const QVariant &state) override;
 
 private:
     void fill();

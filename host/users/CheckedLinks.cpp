@@ -31,17 +31,22 @@ void CheckedLinks::fill(data::Connection &connection)
 void CheckedLinks::load(const QVariant &owner, data::Connection &connection)
 {
     fill(connection);
-    const QSignalBlocker quiet(this);
     const data::Rows rows = connection.run(
         u"SELECT %1 AS ID FROM %2 WHERE UPPER(%3) = "_s.arg(spec_.itemColumn, spec_.linkTable, spec_.ownerColumn) +
             data::inCapitals(),
         {data::searchedText(owner.toString())});
-    for (qsizetype row = 0; row < rows.size(); ++row) {
-        for (int i = 0; i < count(); ++i) {
-            if (item(i)->data(Qt::UserRole).toInt() == rows.integer(row, u"ID"))
-                item(i)->setCheckState(Qt::Checked);
-        }
-    }
+    QList<int> keys;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        keys.append(rows.integer(row, u"ID"));
+    setChecked(QVariant::fromValue(keys));
+}
+
+void CheckedLinks::setChecked(const QVariant &keys)
+{
+    const QSignalBlocker quiet(this);
+    const auto wanted = keys.value<QList<int>>();
+    for (int i = 0; i < count(); ++i)
+        item(i)->setCheckState(wanted.contains(item(i)->data(Qt::UserRole).toInt()) ? Qt::Checked : Qt::Unchecked);
 }
 
 void CheckedLinks::write(const QVariant &owner, data::Connection &connection) const

@@ -31,6 +31,9 @@ public:
     /// Stores what is checked for `owner`; inside the caller's transaction.
     void write(const QVariant &owner, data::Connection &connection) const;
     QList<int> checkedKeys() const;
+    /// The same for setChecked(), which checks those of them that are listed, and no others.
+    QVariant checked() const { return QVariant::fromValue(checkedKeys()); }
+    void setChecked(const QVariant &keys);
 
 Q_SIGNALS:
     void edited();

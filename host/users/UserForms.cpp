@@ -227,6 +227,19 @@ void UserEntry::writeDetails()
         throw ui::SaveRefused(lastAdministrator);
 }
 
+QVariant UserEntry::detailState() const
+{
+    return QVariantList{RegisterEntry::detailState(), newHash_, roles_->checked()};
+}
+
+void UserEntry::restoreDetails(const QVariant &state)
+{
+    const QVariantList parts = state.toList();
+    RegisterEntry::restoreDetails(parts.value(0));
+    newHash_ = parts.value(1).toString();
+    roles_->setChecked(parts.value(2));
+}
+
 RoleEntry::RoleEntry(data::Connection &connection, QWidget *owner)
     : RegisterEntry(roles(), connection, owner)
 {
@@ -265,6 +278,17 @@ void RoleEntry::loadDetails()
 {
     RegisterEntry::loadDetails();
     rights_->load(IdRecord(), connection());
+}
+
+QVariant RoleEntry::detailState() const
+{
+    return QVariantList{RegisterEntry::detailState(), rights_->checked()};
+}
+
+void RoleEntry::restoreDetails(const QVariant &state)
+{
+    RegisterEntry::restoreDetails(state.toList().value(0));
+    rights_->setChecked(state.toList().value(1));
 }
 
 void RoleEntry::writeComputed(data::DataSet &record) const

@@ -24,6 +24,8 @@ protected:
     void recordSaved() override;
     void writeComputed(data::DataSet &record) const override;
     void writeDetails() override;
+    QVariant detailState() const override;
+    void restoreDetails(const QVariant &state) override;
 
 private:
     void choosePassword();
@@ -47,6 +49,8 @@ protected:
     void loadDetails() override;
     void writeComputed(data::DataSet &record) const override;
     void writeDetails() override;
+    QVariant detailState() const override;
+    void restoreDetails(const QVariant &state) override;
 
 private:
     bool leavesNobodyInControl() const;

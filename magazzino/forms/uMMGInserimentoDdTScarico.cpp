@@ -106,6 +106,17 @@ void TMMGInserimentoDdTScarico::writeComputed(data::DataSet &row) const
     TMMGInserimentoScarico::writeComputed(row);
 }
 
+QVariant TMMGInserimentoDdTScarico::detailState() const
+{
+    return QVariantList{TMMGInserimentoScarico::detailState(), static_cast<int>(tipoAnagrafica_)};
+}
+
+void TMMGInserimentoDdTScarico::restoreDetails(const QVariant &state)
+{
+    TMMGInserimentoScarico::restoreDetails(state.toList().value(0));
+    SetTipoAnagrafica(static_cast<TTipoAnagrafica>(state.toList().value(1).toInt()));
+}
+
 // The rows of a delivery note store no cost; each article row's own movement does.
 QHash<int, double> TMMGInserimentoDdTScarico::storedCosts() const
 {

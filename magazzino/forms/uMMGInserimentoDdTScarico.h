@@ -18,6 +18,8 @@ protected:
     void resetDetails() override;
     void loadDetails() override;
     void writeComputed(data::DataSet &record) const override;
+    QVariant detailState() const override;
+    void restoreDetails(const QVariant &state) override;
     void customerChosen(const TCliente &customer) override;
     QHash<int, double> storedCosts() const override;
 

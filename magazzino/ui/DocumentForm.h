@@ -87,6 +87,8 @@ protected:
     void prepareSave() override;
     void writeComputed(data::DataSet &record) const override;
     void writeDetails() override;
+    QVariant detailState() const override;
+    void restoreDetails(const QVariant &state) override;
     bool deleteStored(int id) override { return spec_.deleteDocument(this, id); }
 
     /// Value per unit that an article row's movement is booked at, EUR.

@@ -63,6 +63,24 @@ void TMMGInserimentoDocumento::loadDetails()
                record().number(u"TOTALE_DOCUMENTO"_s));
 }
 
+// The shown totals are not always those of the rows: an opened document shows the stored ones.
+QVariant TMMGInserimentoDocumento::detailState() const
+{
+    QStringList totals;
+    for (const QLabel *label : totalLabels_)
+        totals.append(label->text());
+    return QVariantList{QVariant::fromValue(grid_->rowsModel().rows()), totals};
+}
+
+void TMMGInserimentoDocumento::restoreDetails(const QVariant &state)
+{
+    grid_->rowsModel().setRows(state.toList().value(0).value<QList<DocumentRow>>());
+    grid_->fitRowHeights();
+    const QStringList totals = state.toList().value(1).toStringList();
+    for (qsizetype i = 0; i < totals.size(); ++i)
+        totalLabels_[i]->setText(totals[i]);
+}
+
 DocumentRow TMMGInserimentoDocumento::readRow(const data::DataSet &rows, const QHash<int, double> &costs) const
 {
     DocumentRow row;

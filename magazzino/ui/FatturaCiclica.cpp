@@ -182,3 +182,21 @@ void FatturaCiclicaField::write(data::DataSet &record) const
     record.setValue(u"FC_DATA_FINE"_s, given(end_->toStore()));
     record.setValue(u"FC_DATA_NUOVA_FATTURA"_s, given(next.isValid() ? next.toString(Qt::ISODate) : u""_s));
 }
+
+QVariant FatturaCiclicaField::state() const
+{
+    return QVariantList{enabled_->isChecked(), every_->state(), unit_->currentIndex(),
+                        day_->checkedId(),     start_->state(), end_->state()};
+}
+
+void FatturaCiclicaField::restore(const QVariant &state)
+{
+    const QVariantList parts = state.toList();
+    enabled_->setChecked(parts.value(0).toBool());
+    every_->restore(parts.value(1));
+    unit_->setCurrentIndex(parts.value(2).toInt());
+    day_->button(parts.value(3).toInt())->setChecked(true);
+    start_->restore(parts.value(4));
+    end_->restore(parts.value(5));
+    AggiornaStatoControlliFattureCicliche();
+}

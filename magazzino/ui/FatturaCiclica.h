@@ -32,6 +32,8 @@ public:
     void clear() override;
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override;
+    void restore(const QVariant &state) override;
 
 private:
     void createControls();

@@ -96,6 +96,11 @@ int CategoryTree::selectedKey() const
     return currentIndex() > 0 ? currentData(KeyRole).toInt() : -1;
 }
 
+bool CategoryTree::contains(int key) const
+{
+    return findData(key, KeyRole) >= 0;
+}
+
 void CategoryTree::selectKey(int key)
 {
     setCurrentIndex(std::max(0, findData(key, KeyRole)));

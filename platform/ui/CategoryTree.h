@@ -26,6 +26,7 @@ public:
 
     /// Key of the selected category, or -1 for the root.
     int selectedKey() const;
+    bool contains(int key) const;
     /// Selects the category with `key`; the root when there is none.
     void selectKey(int key);
 

@@ -83,6 +83,16 @@ void ChoiceField::write(data::DataSet &record) const
         record.setValue(spec_.textColumn, chosen ? QVariant(choice_.text) : QVariant());
 }
 
+QVariant ChoiceField::state() const
+{
+    return QVariantList{choice_.key, choice_.text};
+}
+
+void ChoiceField::restore(const QVariant &state)
+{
+    setChoice({state.toList().value(0).toInt(), state.toList().value(1).toString()});
+}
+
 DropDownField::DropDownField(const DropDownSpec &spec, QString tableKey, QString tableText, QWidget *parent)
     : Field(spec.label, parent)
     , box_(new ComboBox(parent))
@@ -119,13 +129,28 @@ void DropDownField::load(const data::DataSet &record)
         return;
     }
     const int key = record.integer(spec_.keyColumn);
-    int index = box_->findData(key);
-    const QString text = spec_.textColumn.isEmpty() ? box_->itemText(index) : record.text(spec_.textColumn);
-    if (index < 0 || box_->itemText(index) != text) {
-        box_->addItem(text, key);
+    choose({key, spec_.textColumn.isEmpty() ? box_->itemText(box_->findData(key)) : record.text(spec_.textColumn)});
+}
+
+// A choice that the list does not have, or has under another text, joins it.
+void DropDownField::choose(const Choice &choice)
+{
+    int index = box_->findData(choice.key);
+    if (index < 0 || box_->itemText(index) != choice.text) {
+        box_->addItem(choice.text, choice.key);
         index = box_->count() - 1;
     }
     box_->setCurrentIndex(index);
+}
+
+QVariant DropDownField::state() const
+{
+    return QVariantList{key(), box_->currentText()};
+}
+
+void DropDownField::restore(const QVariant &state)
+{
+    choose({state.toList().value(0).toInt(), state.toList().value(1).toString()});
 }
 
 void DropDownField::write(data::DataSet &record) const
@@ -190,6 +215,19 @@ void RecordLabels::write(data::DataSet &record) const
         const QVariant none = specs_[i].required ? QVariant(u""_s) : QVariant();
         record.setValue(specs_[i].column, isEmpty(i) ? none : QVariant(text(i)));
     }
+}
+
+QVariant RecordLabels::state() const
+{
+    QStringList values;
+    for (const ElidedLabel *label : labels_)
+        values.append(label->text());
+    return values;
+}
+
+void RecordLabels::restore(const QVariant &state)
+{
+    setValues(state.toStringList());
 }
 
 } // namespace ui

@@ -51,6 +51,8 @@ public:
     void clear() override { setChoice({}); }
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override;
+    void restore(const QVariant &state) override;
 
 private:
     QWidget *box_;
@@ -86,8 +88,12 @@ public:
     void clear() override { box_->setCurrentIndex(0); }
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override;
+    void restore(const QVariant &state) override;
 
 private:
+    void choose(const Choice &choice);
+
     QComboBox *box_;
     DropDownSpec spec_;
     QString tableKey_;
@@ -125,6 +131,8 @@ public:
     void clear() override { setValues({}); }
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override;
+    void restore(const QVariant &state) override;
 
 private:
     QWidget *box_;

@@ -86,6 +86,7 @@ QIcon icon(Icon which)
                                                                 {Icon::Text, QStyle::SP_FileDialogInfoView},
                                                                 {Icon::Choose, QStyle::SP_DirOpenIcon},
                                                                 {Icon::Clear, QStyle::SP_DialogCancelButton},
+                                                                {Icon::Recover, QStyle::SP_ArrowBack},
                                                                 {Icon::Service, QStyle::SP_FileDialogListView},
                                                                 {Icon::Export, QStyle::SP_DialogSaveButton}};
     return QApplication::style()->standardIcon(pixmaps.value(which));

@@ -60,6 +60,7 @@ enum class Icon
     Choose,
     Clear,
     Service,
+    Recover,
     Export
 };
 QIcon icon(Icon which);

@@ -47,11 +47,21 @@ void EntryForm::declareCommands()
                 .icon = Icon::Save,
                 .shortcut = QKeySequence(u"Ctrl+S"_s)});
     addCommand({.name = u"actChiudi"_s, .caption = u"Chiudi"_s, .run = [this] { closeForm(); }, .icon = Icon::Close});
+    addCommand({.name = u"actRecupera"_s,
+                .caption = u"Recupera"_s,
+                .run = [this] { recupera(); },
+                .icon = Icon::Recover,
+                .shortcut = QKeySequence(u"Ctrl+R"_s),
+                .hint = u"Riporta nella maschera i dati non salvati che sono stati abbandonati per ultimi"_s});
 }
 
 void EntryForm::start(const QStringList &commands)
 {
-    placeCommands(bar_, commands);
+    placeCommands(bar_, commands + QStringList{QString(), u"actRecupera"_s});
+    Recovery *recovery = &Recovery::of(connection());
+    const auto follow = [this, recovery] { command(u"actRecupera"_s)->setEnabled(recovery->holds(objectName())); };
+    connect(recovery, &Recovery::changed, this, follow);
+    follow();
     // The pages are as large as their contents where the main window has room for that.
     setOpeningSize(sizeHint().expandedTo(layout_->totalSizeHint()));
     setMinimumSize(minimumSize().expandedTo(minimumSizeHint()));
@@ -66,6 +76,7 @@ data::Connection &EntryForm::connection() const
 void EntryForm::SetModified(bool value)
 {
     modified_ = value;
+    unsaved_ = unsaved_ || value;
     command(u"actSalva"_s)->setEnabled(value);
 }
 
@@ -143,9 +154,60 @@ void EntryForm::startEmpty()
     });
     SetNewRecord(true);
     SetModified(false);
+    unsaved_ = false;
     SetIdRecord(-1);
     keyWithoutRow_ = false;
     knownKey_ = -1;
+}
+
+FormContents EntryForm::contents() const
+{
+    FormContents all{.idRecord = idRecord_,
+                     .newRecord = newRecord_,
+                     .keyWithoutRow = keyWithoutRow_,
+                     .known = known_,
+                     .knownKey = knownKey_,
+                     .fields = {},
+                     .details = detailState()};
+    for (const Field *field : fields_)
+        all.fields.append(field->state());
+    return all;
+}
+
+void EntryForm::show(const FormContents &contents)
+{
+    withoutTracking([this, &contents] {
+        for (qsizetype i = 0; i < fields_.size(); ++i)
+            fields_[i]->restore(contents.fields.value(i));
+        restoreDetails(contents.details);
+    });
+    SetIdRecord(contents.idRecord);
+    SetNewRecord(contents.newRecord);
+    keyWithoutRow_ = contents.keyWithoutRow;
+    known_ = contents.known;
+    knownKey_ = contents.knownKey;
+    SetModified(true);
+}
+
+void EntryForm::keepGivenUp()
+{
+    if (unsaved_)
+        Recovery::of(connection()).keep(objectName(), contents());
+}
+
+// What stands in the form unsaved takes the place of what is brought back, so that nothing is lost.
+void EntryForm::recupera()
+{
+    Recovery &recovery = Recovery::of(connection());
+    if (!finishEditing() || !recovery.holds(objectName()))
+        return;
+    const FormContents current = contents();
+    const bool exchange = unsaved_;
+    show(recovery.contents(objectName()));
+    if (exchange)
+        recovery.keep(objectName(), current);
+    else
+        recovery.forget(objectName());
 }
 
 void EntryForm::NuovoRecord()
@@ -157,14 +219,17 @@ void EntryForm::NuovoRecord()
 
 void EntryForm::NuovoConDomanda()
 {
-    if (finishEditing() && mayStartNew() && continueWithoutSaving())
-        NuovoRecord();
+    if (!finishEditing() || !mayStartNew() || !continueWithoutSaving())
+        return;
+    keepGivenUp();
+    NuovoRecord();
 }
 
 void EntryForm::ApriRecord(int id)
 {
     if (!finishEditing() || !continueWithoutSaving())
         return;
+    keepGivenUp();
     const WaitCursor wait;
     try {
         load(id);
@@ -213,6 +278,7 @@ void EntryForm::load(int id)
         loadDetails();
     });
     SetModified(false);
+    unsaved_ = false;
     SetNewRecord(false);
     keyWithoutRow_ = false;
 }
@@ -222,8 +288,11 @@ void EntryForm::elimina()
     if (!finishEditing())
         return;
     // A key without a row of ours must never be deleted: it may have become another workstation's record.
-    if (storedKey() < 0 || deleteStored(storedKey()))
-        NuovoRecord();
+    if (storedKey() < 0)
+        keepGivenUp();
+    else if (!deleteStored(storedKey()))
+        return;
+    NuovoRecord();
 }
 
 bool EntryForm::passes(const QList<Check> &checks)
@@ -317,6 +386,8 @@ bool EntryForm::save()
     replacedKey_ = -1;
     if (written) {
         keyWithoutRow_ = false;
+        unsaved_ = false;
+        Recovery::of(connection()).forget(objectName());
         recordSaved();
     }
     if (written || spec_.afterFailedSave == AfterFailedSave::AsAfterSave) {
@@ -385,6 +456,7 @@ bool EntryForm::mayClose()
         return false;
     if (!(spec_.closing == ClosingQuestion::SaveFirst ? saveFirst() : continueWithoutSaving()))
         return false;
+    keepGivenUp();
     // A form that only hides must not come back with what was given up.
     if (Modified() && onClose() == OnClose::Hide)
         NuovoRecord();

@@ -1,8 +1,8 @@
 #pragma once
 #include "platform/core/Error.h"
-#include "platform/data/StoredValues.h"
 #include "platform/ui/ChildForm.h"
 #include "platform/ui/Field.h"
+#include "platform/ui/Recovery.h"
 
 #include <QGridLayout>
 #include <QTabWidget>
@@ -59,6 +59,9 @@ inline const QStringList standardCommands = {QStringLiteral("actNuovo"),
 /// A save is one transaction. It looks first whether what is stored is still what the form loaded or wrote last; when
 /// somebody else deleted or changed it, nothing is written before the user was asked. Loading by program never marks
 /// the form modified.
+///
+/// Contents that are given up unsaved, by "Nuovo", "Elimina" on a new record, opening another one or closing, are kept
+/// until the form's next save: "Recupera" brings them back.
 class EntryForm : public ChildForm
 {
     Q_OBJECT
@@ -138,6 +141,9 @@ protected:
     /// The data set of the rows that belong to the record, by the record's key; null where there are none. The base
     /// reads it with the record, in the order of the rows' keys.
     virtual data::DataSet *details() const { return nullptr; }
+    /// What the form holds besides its fields, for restoreDetails().
+    virtual QVariant detailState() const { return {}; }
+    virtual void restoreDetails(const QVariant &) {}
     /// Columns of the record that no field stands for.
     virtual void writeComputed(data::DataSet &) const {}
     /// Inside the transaction, with IdRecord() already the key really given.
@@ -173,6 +179,10 @@ private:
     void load(int id);
     void elimina();
     bool continueWithoutSaving();
+    FormContents contents() const;
+    void show(const FormContents &contents);
+    void keepGivenUp();
+    void recupera();
     bool saveFirst();
     bool passes(const QList<Check> &checks);
     bool passesChecks();
@@ -195,6 +205,8 @@ private:
     int idRecord_ = -1;
     bool newRecord_ = true;
     bool modified_ = false;
+    // Something is typed that no save has stored; after a failed save that may be so without modified_.
+    bool unsaved_ = false;
     // The key was taken by a save that failed, so no row of ours stands under it; another workstation's may.
     bool keyWithoutRow_ = false;
     int replacedKey_ = -1;

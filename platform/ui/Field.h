@@ -1,6 +1,7 @@
 #pragma once
 #include <QObject>
 #include <QString>
+#include <QVariant>
 
 class QWidget;
 namespace data {
@@ -28,6 +29,10 @@ public:
     virtual void clear() = 0;
     virtual void load(const data::DataSet &record) = 0;
     virtual void write(data::DataSet &record) const = 0;
+    /// What is typed, readable or not, and what is kept of the loaded record: for restore(), of the same field in any
+    /// form of its kind, and for nothing else.
+    virtual QVariant state() const = 0;
+    virtual void restore(const QVariant &state) = 0;
 
 Q_SIGNALS:
     void edited();

@@ -120,6 +120,19 @@ void MemoField::write(data::DataSet &record) const
     record.setValue(column_, text == shown_ ? loaded_ : text);
 }
 
+QVariant MemoField::state() const
+{
+    return QVariantList{loaded_, shown_, edit_->toPlainText()};
+}
+
+void MemoField::restore(const QVariant &state)
+{
+    const QVariantList parts = state.toList();
+    edit_->setPlainText(parts.value(2).toString());
+    loaded_ = parts.value(0);
+    shown_ = parts.value(1).toString();
+}
+
 IntegerField::IntegerField(const IntegerSpec &spec, QWidget *parent)
     : Field(spec.label, parent)
     , edit_(new IntegerEdit(parent))
@@ -248,6 +261,19 @@ void MomentField::write(data::DataSet &record) const
     record.setValue(spec_.timeColumn, given ? time_->toStore() : QVariant());
 }
 
+QVariant MomentField::state() const
+{
+    return QVariantList{check_->isChecked(), date_->state(), time_->state()};
+}
+
+void MomentField::restore(const QVariant &state)
+{
+    const QVariantList parts = state.toList();
+    check_->setChecked(parts.value(0).toBool());
+    date_->restore(parts.value(1));
+    time_->restore(parts.value(2));
+}
+
 FlagField::FlagField(const FlagSpec &spec, QWidget *parent)
     : Field({}, parent)
     , check_(new QCheckBox(spec.caption, parent))
@@ -290,12 +316,17 @@ QString RadioField::text() const
     return chosen == buttons_.cend() ? QString() : (*chosen)->text();
 }
 
-void RadioField::load(const data::DataSet &record)
+void RadioField::choose(const QString &item)
 {
     for (QRadioButton *button : std::as_const(buttons_)) {
-        if (button->text() == record.text(column_))
+        if (button->text() == item)
             button->setChecked(true);
     }
+}
+
+void RadioField::load(const data::DataSet &record)
+{
+    choose(record.text(column_));
 }
 
 void RadioField::write(data::DataSet &record) const

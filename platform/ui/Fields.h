@@ -36,6 +36,8 @@ public:
     void clear() override { edit_->clear(); }
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override { return edit_->text(); }
+    void restore(const QVariant &state) override { edit_->setText(state.toString()); }
 
 private:
     LineEdit *edit_;
@@ -65,6 +67,8 @@ public:
     void clear() override;
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override;
+    void restore(const QVariant &state) override;
 
 private:
     void show(const QVariant &stored);
@@ -101,6 +105,8 @@ public:
     void clear() override { edit_->setValue(initial_); }
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override { return edit_->state(); }
+    void restore(const QVariant &state) override { edit_->restore(state); }
 
 private:
     IntegerEdit *edit_;
@@ -136,6 +142,8 @@ public:
     void clear() override { edit_->setValue(initial_); }
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override { return edit_->state(); }
+    void restore(const QVariant &state) override { edit_->restore(state); }
 
 private:
     DecimalEdit *edit_;
@@ -166,6 +174,8 @@ public:
     void clear() override;
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override { return edit_->state(); }
+    void restore(const QVariant &state) override { edit_->restore(state); }
 
 private:
     DateEdit *edit_;
@@ -195,6 +205,8 @@ public:
     void clear() override;
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override;
+    void restore(const QVariant &state) override;
 
 private:
     QWidget *box_;
@@ -226,6 +238,8 @@ public:
     void clear() override { check_->setChecked(false); }
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override { return check_->isChecked(); }
+    void restore(const QVariant &state) override { check_->setChecked(state.toBool()); }
 
 private:
     QCheckBox *check_;
@@ -255,8 +269,12 @@ public:
     void clear() override { buttons_.first()->setChecked(true); }
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override { return text(); }
+    void restore(const QVariant &state) override { choose(state.toString()); }
 
 private:
+    void choose(const QString &item);
+
     QGroupBox *box_;
     QList<QRadioButton *> buttons_;
     QString column_;
@@ -274,6 +292,8 @@ public:
     void clear() override { value_ = initial_; }
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    QVariant state() const override { return value_; }
+    void restore(const QVariant &state) override { value_ = state; }
 
 private:
     QString column_;

@@ -1,6 +1,7 @@
 #include "platform/ui/PageArea.h"
 
 #include <QApplication>
+#include <QScrollBar>
 
 namespace ui {
 
@@ -21,8 +22,9 @@ PageArea::PageArea(QWidget *parent)
 
 QSize PageArea::minimumSizeHint() const
 {
-    constexpr QSize least(240, 120);
-    return sizeHint().boundedTo(least);
+    // Contents of usual width never scroll sideways, not even beside the bar that scrolls downwards.
+    constexpr QSize least(640, 200);
+    return (sizeHint() + QSize(verticalScrollBar()->sizeHint().width(), 0)).boundedTo(least);
 }
 
 } // namespace ui

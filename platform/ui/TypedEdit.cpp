@@ -107,11 +107,30 @@ bool TypedEdit::judge()
 void TypedEdit::showValue()
 {
     const QString shown = written(value_, hasFocus());
-    if (shown == text())
-        return;
+    if (shown != text())
+        showText(shown);
+}
+
+void TypedEdit::showText(const QString &text)
+{
     showing_ = true;
-    setText(shown);
+    setText(text);
     showing_ = false;
+}
+
+QVariant TypedEdit::state() const
+{
+    return QVariantList{stored_, value_, text(), red_};
+}
+
+void TypedEdit::restore(const QVariant &state)
+{
+    const QVariantList parts = state.toList();
+    stored_ = parts.value(0);
+    value_ = parts.value(1);
+    showText(parts.value(2).toString());
+    setRed(parts.value(3).toBool());
+    Q_EMIT changed();
 }
 
 void TypedEdit::textTyped()

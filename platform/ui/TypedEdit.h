@@ -24,6 +24,9 @@ public:
     void load(const QVariant &stored, const QVariant &ifNull = {});
     /// What the column shall hold: what was loaded while it is untouched, else what was typed.
     QVariant toStore() const;
+    /// Text, loaded value and colour, to be brought back by restore().
+    QVariant state() const;
+    void restore(const QVariant &state);
 
     /// What is wrong with the text, in a sentence that begins with the label beside the control; empty when nothing is.
     QString problem() const;
@@ -69,6 +72,7 @@ protected:
 private:
     bool isTyped() const;
     void showValue();
+    void showText(const QString &text);
     void setRed(bool red);
     void textTyped();
     bool stepByKey(const QKeyEvent &event);

@@ -1,0 +1,51 @@
+#pragma once
+#include "platform/data/StoredValues.h"
+
+#include <QHash>
+#include <QObject>
+#include <QVariant>
+
+namespace data {
+class Connection;
+}
+
+namespace ui {
+
+/// What stands in an entry form: everything that it needs to go on where it was left.
+struct FormContents
+{
+    int idRecord = -1;
+    bool newRecord = true;
+    bool keyWithoutRow = false;
+    data::StoredValues known; ///< what was stored when the form last read or wrote it,
+    int knownKey = -1;        ///< under which key
+    QVariantList fields;      ///< Field::state() in the order of the declaration
+    QVariant details;
+};
+
+/// The contents that entry forms gave up unsaved, the last ones of each form, until it saves again. They are kept
+/// beside the connection: forms may be freed meanwhile, and with the session it is over.
+class Recovery : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The one of a connection.
+    static Recovery &of(data::Connection &connection);
+
+    /// `form` is the form's object name.
+    void keep(const QString &form, const FormContents &contents);
+    bool holds(const QString &form) const { return kept_.contains(form); }
+    FormContents contents(const QString &form) const { return kept_.value(form); }
+    void forget(const QString &form);
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    using QObject::QObject;
+
+    QHash<QString, FormContents> kept_;
+};
+
+} // namespace ui
