@@ -1,15 +1,19 @@
 #include "host/DatabaseSetup.h"
 
+#include "host/schema/Creation.h"
 #include "host/schema/DemoData.h"
 #include "host/schema/HostSchema.h"
 #include "platform/core/Error.h"
+#include "platform/core/FileAccess.h"
 #include "platform/core/Log.h"
+#include "platform/core/SaveFile.h"
+#include "platform/core/WorkFolder.h"
 #include "platform/data/Catalogue.h"
 #include "platform/data/Connection.h"
+#include "platform/data/DatabaseError.h"
 #include "platform/data/DatabaseFile.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -44,6 +48,57 @@ QString problemText(data::OpenFailure failure, const data::DatabaseAddress &addr
     return u"Impossibile aprire il database \"%1\". Il motivo si trova nel registro del programma."_s.arg(name);
 }
 
+void openAt(const data::DatabaseAddress &address, data::Connection &connection)
+{
+    connection.setConnectionString(data::nativeConnectionString(address));
+    connection.open();
+}
+
+using Fill = std::function<void(data::Connection &)>;
+
+void fillNew(const data::DatabaseAddress &address, const Fill &fill)
+{
+    data::Connection connection;
+    openAt(address, connection);
+    beginCreation(connection);
+    createHostSchema(connection);
+    fill(connection);
+    endCreation(connection);
+}
+
+// Under its name the file is there when it is complete; what a cut leaves lies in a work folder, which the next one
+// removes.
+void createFile(const data::DatabaseAddress &address, const Fill &fill)
+{
+    const QFileInfo target(address.file);
+    QDir().mkpath(target.absolutePath());
+    const bool replaces = isUnfinished(address);
+    if (!replaces && target.exists())
+        throw data::DatabaseError(u"Il file esiste già."_s, u"CREATE DATABASE"_s);
+    const core::WorkFolder work(target.absolutePath());
+    data::DatabaseAddress made = address;
+    made.file = work.file(u"archivio.fdb"_s);
+    data::createDatabase(made);
+    fillNew(made, fill);
+    core::makePrivate(made.file);
+    if (replaces)
+        core::moveIntoPlace(made.file, target.absoluteFilePath());
+    else
+        core::moveToNewName(made.file, target.absoluteFilePath());
+}
+
+void dropUnfinished(const data::DatabaseAddress &address)
+{
+    try {
+        data::dropDatabase(address);
+    } catch (const data::DatabaseError &error) {
+        throw core::Error(
+            u"Il database \"%1\", rimasto incompleto, non si può sostituire: forse un'altra postazione lo "
+            "sta creando."_s.arg(address.toString()),
+            error.text());
+    }
+}
+
 // The failure that made the database useless is the one to be told.
 void dropQuietly(const data::DatabaseAddress &address)
 {
@@ -51,6 +106,19 @@ void dropQuietly(const data::DatabaseAddress &address)
         data::dropDatabase(address);
     } catch (const std::exception &error) {
         core::logError(u"eliminazione database"_s, error);
+    }
+}
+
+void createOnServer(const data::DatabaseAddress &address, const Fill &fill)
+{
+    if (isUnfinished(address))
+        dropUnfinished(address);
+    data::createDatabase(address);
+    try {
+        fillNew(address, fill);
+    } catch (const std::exception &) {
+        dropQuietly(address);
+        throw;
     }
 }
 
@@ -69,8 +137,11 @@ QString databaseProblem(const data::DatabaseAddress &address)
     if (QString problem = openProblem(address); !problem.isEmpty())
         return problem;
     data::Connection connection;
-    connection.setConnectionString(data::nativeConnectionString(address));
-    connection.open();
+    openAt(address, connection);
+    if (isCreationUnfinished(connection))
+        return u"La creazione dell'archivio \"%1\" si è interrotta o non è ancora finita: non contiene dati e va "
+               u"creato "
+               "di nuovo."_s.arg(address.toString());
     // Every database of this program has these from its first moment.
     for (const QString &table : {u"TABLE_VERSION"_s, u"OPZIONI"_s, u"UTENTI"_s}) {
         if (!data::hasTable(connection, table))
@@ -88,27 +159,24 @@ void requireDatabase(const data::DatabaseAddress &address)
         throw core::Error(problem);
 }
 
+bool isUnfinished(const data::DatabaseAddress &address)
+{
+    const QFileInfo file(address.file);
+    if (address.isEmbedded() && file.isFile() && file.size() == 0)
+        return true;
+    if (data::checkDatabase(address).failure != data::OpenFailure::None)
+        return false;
+    data::Connection connection;
+    openAt(address, connection);
+    return isCreationUnfinished(connection);
+}
+
 void createFilledDatabase(const data::DatabaseAddress &address, const std::function<void(data::Connection &)> &fill)
 {
     if (address.isEmbedded())
-        QDir().mkpath(QFileInfo(address.file).absolutePath());
-    const bool wasThere = address.isEmbedded() && QFileInfo::exists(address.file);
-    bool created = false;
-    try {
-        data::createDatabase(address);
-        created = true;
-        data::Connection connection;
-        connection.setConnectionString(data::nativeConnectionString(address));
-        connection.open();
-        createHostSchema(connection);
-        fill(connection);
-    } catch (const std::exception &) {
-        if (address.isEmbedded() && !wasThere)
-            QFile::remove(address.file);
-        else if (created)
-            dropQuietly(address);
-        throw;
-    }
+        createFile(address, fill);
+    else
+        createOnServer(address, fill);
 }
 
 void createHostDatabase(const data::DatabaseAddress &address, bool demo)

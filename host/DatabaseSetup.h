@@ -19,9 +19,15 @@ QString databaseProblem(const data::DatabaseAddress &address);
 /// Throws core::Error with databaseProblem() when there is one.
 void requireDatabase(const data::DatabaseAddress &address);
 
-/// Creates the database with the host's schema and lets `fill` put the first rows into it. A failure half-way removes
-/// the database again, but never one that was there before. Throws what failed, data::DatabaseError also when the file
-/// exists.
+/// True when a creation that was cut off has left something there that holds nothing of a user's: an empty file, or a
+/// database of which isCreationUnfinished() says so. False where nothing is there or it does not open. Throws
+/// data::DatabaseError.
+bool isUnfinished(const data::DatabaseAddress &address);
+
+/// Creates the database with the host's schema and lets `fill` put the first rows into it. An embedded one gets its
+/// name when it is complete. Something isUnfinished() is replaced: whoever has a user to ask asks before. After a
+/// failure half-way there is what was there before. Throws core::Error, data::DatabaseError also when something else is
+/// there.
 void createFilledDatabase(const data::DatabaseAddress &address, const std::function<void(data::Connection &)> &fill);
 /// The same with the demonstration data, or with nothing.
 void createHostDatabase(const data::DatabaseAddress &address, bool demo);

@@ -75,9 +75,8 @@ const QList<schema::Step> &hostSteps()
 
 void createHostSchema(data::Connection &connection, const QList<schema::Step> &steps)
 {
-    const QStringList statements = definitions(versionTable());
-    for (const QString &statement : statements)
-        connection.execute(statement);
+    if (!data::hasTable(connection, versionTable().name))
+        connection.execute(definitions(versionTable()).first());
     run(connection, steps);
 }
 

@@ -13,7 +13,7 @@ namespace host {
 /// later one brings all databases, new ones included, one version further.
 const QList<schema::Step> &hostSteps();
 
-/// Makes everything in an empty database.
+/// Makes everything in an empty database, or in one that has the table of versions only.
 void createHostSchema(data::Connection &connection, const QList<schema::Step> &steps = hostSteps());
 
 /// Notes the version of a database of the first release, which noted none; leaves every other one alone.

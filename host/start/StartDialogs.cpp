@@ -3,6 +3,7 @@
 #include "host/DatabaseSetup.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/DatabasePlace.h"
+#include "host/start/Leftovers.h"
 #include "host/users/PasswordDialogs.h"
 #include "platform/core/Messages.h"
 #include "platform/core/TaxCodes.h"
@@ -122,7 +123,8 @@ private:
             return wrong;
         if (QString missing = place_->problem(); !missing.isEmpty())
             return missing;
-        return made.database.isEmbedded() && QFileInfo::exists(made.database.file)
+        return made.database.isEmbedded() && QFileInfo::exists(made.database.file) &&
+                       leftoverAt(made.database) == Leftover::None
                    ? u"Il file \"%1\" esiste già: scegliere un altro nome."_s.arg(made.database.file)
                    : QString();
     }
@@ -137,6 +139,9 @@ private:
         if (!vat.isEmpty() && !core::isVatNumber(vat) &&
             !core::confirmLoss(this,
                                u"Partita IVA: il carattere di controllo non corrisponde.\n\rContinuare comunque?"_s))
+            return false;
+        if (const Leftover leftover = leftoverAt(firm().database);
+            leftover != Leftover::None && !makeRoom(this, firm().database, leftover))
             return false;
         const ui::WaitCursor wait;
         createFirm(firm());

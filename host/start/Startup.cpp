@@ -7,6 +7,7 @@
 #include "host/start/DatabaseMemory.h"
 #include "host/start/FileCommands.h"
 #include "host/start/FirstRows.h"
+#include "host/start/Leftovers.h"
 #include "host/start/Opening.h"
 #include "host/start/StartDialogs.h"
 #include "host/start/Upgrade.h"
@@ -19,6 +20,7 @@
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/TextPrompt.h"
+#include "platform/ui/WaitWindow.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -28,6 +30,9 @@ using namespace Qt::StringLiterals;
 namespace host {
 
 namespace {
+
+const QString creatingText = u"Creazione dell'archivio…"_s;
+const QString openingText = u"Apertura dell'archivio…"_s;
 
 data::DatabaseAddress demoDatabase(const QString &folder)
 {
@@ -58,12 +63,26 @@ void createDemo(const data::DatabaseAddress &address)
     });
 }
 
+bool isMissing(const data::DatabaseAddress &address)
+{
+    return data::checkDatabase(address).failure == data::OpenFailure::Missing;
+}
+
+// Without a display there is nobody to ask, and nothing to lose either.
+bool replacesLeftover(const data::DatabaseAddress &address, const StartOptions &options)
+{
+    const Leftover leftover = leftoverAt(address);
+    return (leftover == Leftover::Empty && options.upgrade) ||
+           (leftover != Leftover::None && makeRoom(nullptr, address, leftover));
+}
+
 // The database of the command line, created where that was asked for.
 data::DatabaseAddress fromCommandLine(const StartOptions &options, const QString &folder)
 {
     data::DatabaseAddress address = commandLineDatabase(options, folder);
     const bool mayCreate = options.database.isEmpty() || options.empty;
-    if (mayCreate && data::checkDatabase(address).failure == data::OpenFailure::Missing) {
+    if (mayCreate && (isMissing(address) || replacesLeftover(address, options))) {
+        const ui::WaitWindow window(creatingText);
         if (options.empty)
             createHostDatabase(address, false);
         else
@@ -113,10 +132,14 @@ std::optional<Opening> Startup::first()
 
 std::optional<Opening> Startup::demo()
 {
-    const ui::WaitCursor wait;
     const data::DatabaseAddress address = demoDatabase(folder_);
-    if (data::checkDatabase(address).failure == data::OpenFailure::Missing)
+    const Leftover leftover = leftoverAt(address);
+    if (leftover != Leftover::None && !makeRoom(nullptr, address, leftover))
+        return {};
+    if (leftover != Leftover::None || isMissing(address)) {
+        const ui::WaitWindow window(creatingText);
         createDemo(address);
+    }
     return Opening{.database = address};
 }
 
@@ -187,6 +210,14 @@ Login Startup::login(const data::DatabaseAddress &address, bool fromCommandLine)
     return result;
 }
 
+void prepare(const data::DatabaseAddress &address)
+{
+    const ui::WaitWindow window(openingText);
+    removeLeftovers(address);
+    requireDatabase(address);
+    upgradeHost(address);
+}
+
 // From the backup to be restored, if any, through the login to the closed window. Returns what to open next; where the
 // user turned back, that is the user's choice.
 std::optional<Opening> Startup::open(const Opening &opening)
@@ -199,9 +230,7 @@ std::optional<Opening> Startup::open(const Opening &opening)
     opened.restoreFrom.clear();
     if (!askServerPassword(opened.database))
         return ask(opened);
-    removeLeftovers(opened.database);
-    requireDatabase(opened.database);
-    upgradeHost(opened.database);
+    prepare(opened.database);
     const Login entered = login(opened.database, opened.fromCommandLine);
     if (entered.lockedOut)
         return {};
@@ -214,9 +243,11 @@ std::optional<Opening> Startup::open(const Opening &opening)
 
 std::optional<Opening> Startup::work(const Opening &opening, const QString &user)
 {
+    std::optional<ui::WaitWindow> window(std::in_place, openingText);
     Session session(opening.database, user, memory_.settingsFile());
     session.startModules(QCoreApplication::applicationDirPath());
     insertNotedFirstRows(session.connection());
+    window.reset();
     new FileCommands(session.window(), opening, memory_, folder_);
     worked_.removeIf([&](const data::DatabaseAddress &one) { return one.toString() == opening.database.toString(); });
     worked_.append(opening.database);

@@ -122,6 +122,14 @@ void flushFolderOf(const QString &path)
         ::fsync(folder.number());
 }
 
+// What another program has made may be in the system's memory only. `target` is what an error names.
+void flush(const QString &path, const QString &target)
+{
+    const Handle file(path, O_RDONLY);
+    if (!file.isOpen() || ::fsync(file.number()) != 0)
+        failWith(target, errno);
+}
+
 void rename(const QString &from, const QString &to)
 {
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
@@ -182,9 +190,22 @@ void copyFile(const QString &from, const QString &to)
 
 void moveIntoPlace(const QString &from, const QString &to)
 {
-    const Handle file(from, O_RDONLY);
-    if (!file.isOpen() || ::fsync(file.number()) != 0)
-        failWith(to, errno);
+    flush(from, to);
+    rename(from, to);
+}
+
+void moveToNewName(const QString &from, const QString &to)
+{
+    flush(from, to);
+    // A second name never takes an older file's place, as a rename would.
+    if (::link(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0) {
+        QFile::remove(from);
+        flushFolderOf(to);
+        return;
+    }
+    if (errno == EEXIST || QFileInfo::exists(to))
+        fail(to, u"esiste già"_s);
+    // A file system without second names.
     rename(from, to);
 }
 

@@ -18,6 +18,8 @@ void saveFile(const QString &path, const QByteArray &content, Readers readers = 
 /// Gives the finished file `from` the name `to` on the same disk, in the place of an older file, once it is on the disk
 /// and not in the system's memory only. Throws core::Error.
 void moveIntoPlace(const QString &from, const QString &to);
+/// The same where there is no file `to` yet; one that somebody has made meanwhile stays and is the error.
+void moveToNewName(const QString &from, const QString &to);
 
 /// Copies the file `from` to `to`, which is the account's alone and takes the place of an older file once it is
 /// complete. Meanwhile `from` is locked, as the database engine does with its own files: one that is in use is not

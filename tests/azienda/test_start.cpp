@@ -8,6 +8,7 @@
 #include "platform/ui/NumberEdits.h"
 #include "tests/support/Controls.h"
 #include "tests/support/FirebirdServer.h"
+#include "tests/support/Program.h"
 #include "tests/support/Schemas.h"
 #include "tests/support/ScriptedDialogs.h"
 #include "tests/support/ScriptedMessages.h"
@@ -19,7 +20,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
-#include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
@@ -62,19 +62,12 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// The program itself, without a display and with its files in `home`; returns its exit code and what it told.
+// Its exit code and what it told.
 std::pair<int, QByteArray> runProgram(const QString &home, const QStringList &arguments)
 {
-    QProcess program;
-    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-    for (const QString &display : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
-        variables.remove(display);
-    variables.insert(u"XDG_DATA_HOME"_s, home);
-    program.setProcessEnvironment(variables);
-    program.start(QCoreApplication::applicationDirPath() + u"/corvane"_s, arguments);
-    if (!program.waitForFinished(60'000))
-        program.kill();
-    return {program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1, program.readAllStandardError()};
+    test::Program program(home, arguments);
+    const int code = program.exitCode();
+    return {code, program.told()};
 }
 
 } // namespace

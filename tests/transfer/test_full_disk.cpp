@@ -13,6 +13,7 @@
 #include "platform/report/Output.h"
 #include "platform/report/Report.h"
 #include "tests/support/FullDisk.h"
+#include "tests/support/Program.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
@@ -91,6 +92,7 @@ private Q_SLOTS:
     void backupIsWhollyNewOrTheOldOne();
     void restoreLeavesTheDatabase();
     void importAndCreationLeaveNothing();
+    void firstStartEndsWithItsReason();
 
 private:
     QStringList files() const
@@ -265,6 +267,22 @@ void TestFullDisk::importAndCreationLeaveNothing()
     }
     host::writeImport(database.connection(), job, plan, progress);
     QCOMPARE(database.lines(u"SELECT COUNT(*) FROM ANA_MAGA"_s), QStringList(u"20000"_s));
+}
+
+// Host and module make their tables, each until the disk is full; a later start goes on.
+void TestFullDisk::firstStartEndsWithItsReason()
+{
+    const QTemporaryDir home;
+    const QStringList arguments = {u"--database"_s, home.filePath(u"ditta.fdb"_s), u"--empty"_s, u"--upgrade"_s};
+    for (const qint64 limit : {0, 1000, 2500, 3000, 4000}) {
+        const test::FullDisk full(limit * kilobyte);
+        test::Program program(home.path(), arguments);
+        QCOMPARE(program.exitCode(), 1);
+        const QByteArray told = program.told();
+        QVERIFY2(told.contains("disco è pieno"), told.constData());
+    }
+    test::Program program(home.path(), arguments);
+    QVERIFY2(program.exitCode() == 0, program.told().constData());
 }
 
 static const test::Registered<TestFullDisk> registered;
