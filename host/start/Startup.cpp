@@ -10,6 +10,7 @@
 #include "host/start/Leftovers.h"
 #include "host/start/Opening.h"
 #include "host/start/StartDialogs.h"
+#include "host/start/StartTurn.h"
 #include "host/start/Upgrade.h"
 #include "host/ui/MainWindow.h"
 #include "host/users/PasswordDialogs.h"
@@ -244,9 +245,11 @@ std::optional<Opening> Startup::open(const Opening &opening)
 std::optional<Opening> Startup::work(const Opening &opening, const QString &user)
 {
     std::optional<ui::WaitWindow> window(std::in_place, openingText);
+    std::optional<StartTurn> turn(std::in_place, opening.database);
     Session session(opening.database, user, memory_.settingsFile());
     session.startModules(QCoreApplication::applicationDirPath());
     insertNotedFirstRows(session.connection());
+    turn.reset();
     window.reset();
     new FileCommands(session.window(), opening, memory_, folder_);
     worked_.removeIf([&](const data::DatabaseAddress &one) { return one.toString() == opening.database.toString(); });
@@ -283,6 +286,7 @@ void upgradeDatabase(const StartOptions &options, const QString &folder)
     const data::DatabaseAddress address = fromCommandLine(options, folder);
     requireDatabase(address);
     upgradeHost(address);
+    const StartTurn turn(address);
     Session session(address, options.user.isEmpty() ? administrator : options.user, {});
     session.startModules(QCoreApplication::applicationDirPath());
     insertNotedFirstRows(session.connection());

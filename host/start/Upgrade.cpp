@@ -3,6 +3,7 @@
 #include "host/IntfPack.h"
 #include "host/PackageLoader.h"
 #include "host/backup/UpgradeCopy.h"
+#include "host/start/StartTurn.h"
 #include "platform/data/Connection.h"
 #include "platform/schema/Engine.h"
 #include "platform/ui/Dialogs.h"
@@ -51,6 +52,7 @@ Upgrade upgradeDue(const data::DatabaseAddress &address, const QList<schema::Ste
 void upgradeHost(const data::DatabaseAddress &address, const QList<schema::Step> &steps)
 {
     loadPackages(QCoreApplication::applicationDirPath());
+    const StartTurn turn(address);
     const ui::WaitCursor wait;
     const Upgrade due = upgradeDue(address, steps);
     if (address.isEmbedded() && (due.ofHost || due.ofModules))
