@@ -2,27 +2,25 @@
 //
 // usage: kills COUNT [WORKLOAD...]   COUNT kills each, at moments spread evenly over the work; "upgrade" names every
 //                                    workload that begins so, without names all run
+#include "tests/kills/Runner.h"
 #include "tests/kills/Workload.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QElapsedTimer>
-#include <QProcess>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
 
-#include <csignal>
-#include <sys/prctl.h>
-#include <unistd.h>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int timeLimit = 30'000; // milliseconds; a process that takes longer hangs
+using kills::Ended;
+using kills::run;
 
 struct Result
 {
@@ -32,14 +30,6 @@ struct Result
     int leftovers = 0;
 
     bool isGood() const { return kills > 0 && hangs + refused + leftovers == 0; }
-};
-
-struct Ended
-{
-    bool inTime = false;
-    bool killed = false;
-    int code = -1;
-    QString output;
 };
 
 /// The folders and the counting file of one cut.
@@ -112,30 +102,6 @@ QProcessEnvironment cutting(const Place &place, quint64 killAt)
     return variables;
 }
 
-Ended run(const QStringList &command, const QProcessEnvironment &variables)
-{
-    QProcess process;
-    process.setProcessEnvironment(variables);
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    // A group of its own: the cut takes the programs that it has started along.
-    process.setChildProcessModifier([] {
-        setsid();
-        prctl(PR_SET_PDEATHSIG, SIGKILL);
-    });
-    process.start(command.first(), command.mid(1));
-    const qint64 group = process.processId();
-    Ended ended;
-    ended.inTime = process.waitForFinished(timeLimit);
-    if (!ended.inTime) {
-        ::kill(-static_cast<pid_t>(group), SIGKILL);
-        process.waitForFinished();
-    }
-    ended.killed = process.exitStatus() == QProcess::CrashExit;
-    ended.code = process.exitCode();
-    ended.output = QString::fromUtf8(process.readAll()).trimmed();
-    return ended;
-}
-
 QStringList leftoversOf(const kills::Workload &workload, const QString &folder)
 {
     QStringList found;
@@ -163,7 +129,7 @@ QStringList commandOf(const kills::Workload &workload, const Place &place)
 void judge(const kills::Workload &workload, const Place &place, quint64 step, Result &result)
 {
     const Ended again = run(commandOf(workload, place), environmentIn(place));
-    if (!again.inTime) {
+    if (again.hung) {
         ++result.hangs;
         report(workload, step, u"the next run hangs"_s, again.output);
         return;
@@ -202,7 +168,7 @@ Result killTimes(const kills::Workload &workload, int count)
         const quint64 step = 1 + (steps - 1) * static_cast<quint64>(i) / static_cast<quint64>(std::max(count - 1, 1));
         place.renew();
         const Ended cut = run(commandOf(workload, place), cutting(place, step));
-        if (!cut.inTime) {
+        if (cut.hung) {
             ++result.hangs;
             report(workload, step, u"hangs before the cut"_s, cut.output);
             continue;
