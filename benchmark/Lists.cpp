@@ -15,7 +15,7 @@ void measureLists(Bench &bench)
     auto &list = bench.program().form<ui::SearchForm>(u"actRicercaDdTScarico"_s);
     bench.add({.program =
                    [&] {
-                       list.Cerca();
+                       list.search();
                        settle();
                    },
                .floor =

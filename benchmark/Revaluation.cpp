@@ -2,7 +2,7 @@
 #include "benchmark/Bench.h"
 
 #include "magazzino/MMGUtils.h"
-#include "magazzino/schema/Passi.h"
+#include "magazzino/schema/ModuleSteps.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 
@@ -46,7 +46,7 @@ void revalueBare(Bare &bare, const QString &where)
 
 void revalueEveryArticle(data::Connection &connection)
 {
-    for (const schema::Step &step : schema::passi()) {
+    for (const schema::Step &step : schema::moduleSteps()) {
         if (!step.action)
             continue;
         data::Transaction transaction(connection);

@@ -3,7 +3,6 @@
 #include <QList>
 #include <QString>
 
-class CategoryTree;
 class QIcon;
 class QObject;
 class QToolBar;
@@ -14,6 +13,9 @@ class DataSet;
 } // namespace data
 namespace report {
 class ReportSystem;
+}
+namespace ui {
+class CategoryTree;
 }
 
 /// The host's framework: the logged-in user, the records and enumerations that modules share, and the host's routines
@@ -152,11 +154,11 @@ QString BoolToStrIta(bool value);
 
 /// Fills `tree` from a self-referencing table: every row hangs under its parent, each node keeps its key. A row whose
 /// parent is null or missing hangs under the root.
-void FillTreeView(CategoryTree &tree, const QString &keyColumn, const QString &captionColumn,
+void FillTreeView(ui::CategoryTree &tree, const QString &keyColumn, const QString &captionColumn,
                   const QString &parentColumn, const QString &table, const QString &orderClause,
                   data::Connection &connection);
 /// Gives every node below the root the host's folder images: `closedImage` for a closed, `openImage` for an open one.
-void UpdateTreeNodeImages(CategoryTree &tree, int closedImage, int openImage);
+void UpdateTreeNodeImages(ui::CategoryTree &tree, int closedImage, int openImage);
 
 /// Shows `form` as a child window of the host's main window, or brings it to the front. The host hands the window's
 /// close request to the form and destroys nothing that the form does not destroy itself.

@@ -2,7 +2,6 @@
 
 #include "host/ui/MainWindow.h"
 #include "host/ui/PreviewWindow.h"
-#include "platform/data/Connection.h"
 #include "platform/ui/CategoryTree.h"
 
 #include <QApplication>
@@ -47,20 +46,14 @@ void ShowChildForm(QWidget *form)
         form->show();
 }
 
-void FillTreeView(CategoryTree &tree, const QString &keyColumn, const QString &captionColumn,
+void FillTreeView(ui::CategoryTree &tree, const QString &keyColumn, const QString &captionColumn,
                   const QString &parentColumn, const QString &table, const QString &orderClause,
                   data::Connection &connection)
 {
-    const data::Rows rows = connection.select(
-        u"SELECT %1, %2, %3 FROM %4 %5"_s.arg(keyColumn, captionColumn, parentColumn, table, orderClause));
-    QList<CategoryTree::Node> nodes;
-    nodes.reserve(rows.size());
-    for (qsizetype row = 0; row < rows.size(); ++row)
-        nodes.append({rows.integer(row, keyColumn), rows.integer(row, parentColumn), rows.text(row, captionColumn)});
-    tree.fill(nodes);
+    tree.fill({table, keyColumn, captionColumn, parentColumn}, orderClause, connection);
 }
 
-void UpdateTreeNodeImages(CategoryTree &tree, int closedImage, int openImage)
+void UpdateTreeNodeImages(ui::CategoryTree &tree, int closedImage, int openImage)
 {
     tree.setNodeImages(sharedImage(openImage), sharedImage(closedImage));
 }

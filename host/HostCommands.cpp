@@ -91,7 +91,7 @@ void HostCommands::addSettings()
                  form->finish();
                  const data::Rows rows = connection_.select(u"SELECT FIRST 1 IDAZIENDA FROM AZIENDA ORDER BY 1"_s);
                  if (!rows.isEmpty())
-                     form->ApriRecord(rows.integer(0, u"IDAZIENDA"));
+                     form->openRecord(rows.integer(0, u"IDAZIENDA"));
                  return form;
              },
          .administratorsOnly = true});
@@ -147,7 +147,7 @@ void HostCommands::add(const Command &command)
 void HostCommands::execute(const Command &command)
 {
     if (command.administratorsOnly && !currentUserInControl(connection_)) {
-        core::refuseForRights(&window_);
+        refuseForRights(&window_);
         return;
     }
     if (command.run) {

@@ -1,7 +1,6 @@
 #include "magazzino/MMGUtils.h"
-#include "magazzino/schema/Indici.h"
-#include "magazzino/schema/Motore.h"
-#include "magazzino/schema/Passi.h"
+#include "magazzino/schema/Indexes.h"
+#include "magazzino/schema/ModuleSteps.h"
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
@@ -12,8 +11,8 @@ void AggiornaDatabase()
 {
     try {
         core::namingErrors(u"AggiornaDatabase", [] {
-            schema::eseguiPassi(ModuleConnection(), schema::passi());
-            schema::creaIndiciMancanti(ModuleConnection());
+            schema::runModuleSteps(ModuleConnection(), schema::moduleSteps());
+            schema::createMissingIndexes(ModuleConnection());
         });
     } catch (const std::exception &error) {
         core::logError(u"AggiornaDatabase"_s, error);

@@ -2,10 +2,11 @@
 
 #include "host/Corvane3Impl.h"
 #include "host/IntfPack.h"
+#include "host/users/Users.h"
 #include "magazzino/Azioni.h"
 #include "magazzino/MMGUtils.h"
 #include "magazzino/reports/uMMGdmStampe.h"
-#include "magazzino/schema/Passi.h"
+#include "magazzino/schema/ModuleSteps.h"
 #include "magazzino/ui/SelectionDialog.h"
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
@@ -54,7 +55,7 @@ const QList<DataSetSpec> &dataSetSpecs()
 
 // Registers the module once while its library loads; a second run of the initialisation changes nothing.
 const bool registered = [] {
-    RegisterPackage(packageName, u"Modulo Magazzino"_s, packageClass<TMMGModMagazzino>(schema::passi));
+    RegisterPackage(packageName, u"Modulo Magazzino"_s, packageClass<TMMGModMagazzino>(schema::moduleSteps));
     return true;
 }();
 
@@ -140,7 +141,7 @@ void TMMGModMagazzino::createActions()
 void TMMGModMagazzino::execute(const ModuleAction &spec)
 {
     if (!spec.right.isEmpty() && !UserHasAbilitazione(spec.right, GetKxCurrentUserName(), *ModADOConn)) {
-        core::refuseForRights(this);
+        host::refuseForRights(this);
         return;
     }
     // By value: what runs below may open further forms, and with them the hash moves.

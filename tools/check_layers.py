@@ -10,7 +10,7 @@ from pathlib import Path
 # What a module may know of the host: the package interface, the suite's routines, users and rights; its forms the field
 # of shared categories besides.
 HOST_SERVICES = ["host/IntfPack.h", "host/Corvane3Impl.h", "host/users/Users.h"]
-HOST_API = [*HOST_SERVICES, "host/ui/CategoryField.h"]
+HOST_API = [*HOST_SERVICES, "host/Categories.h"]
 # What works the program's windows; it knows no module, so that the guided tour can use it, too.
 DRIVER = ["tests/support/Controls", "tests/support/QtWarnings", "tests/support/ScriptedDialogs",
           "tests/support/ScriptedMessages"]
@@ -24,7 +24,7 @@ LAYERS = {
     "platform/schema": (["platform/core", "platform/data", "platform/schema"], ["Core"]),
     "platform/report": (["platform/core", "platform/data", "platform/report"], WIDGETS),
     "platform/ui": (["platform"], WIDGETS),
-    "host/schema": (["platform/core", "platform/data", "platform/schema", "host/schema"], ["Core"]),
+    "host/schema": (["platform/core", "platform/data", "platform/schema", "host/schema", "host/TaxCodes."], ["Core"]),
     "host": (["platform", "host"], WIDGETS),
     "host/users/Password.": (["platform/core", "host/users/Password."], ["Core", "Network"]),
     "magazzino/MMGUtils": (["platform/core", "platform/data", "platform/schema", *HOST_SERVICES, "magazzino/MMGUtils",

@@ -229,10 +229,9 @@ void CategoryEditor::move()
     if (key < 1)
         return;
     ui::FormDialog dialog(u"Sposta categoria"_s, this);
-    auto *target = new CategoryTree(&dialog);
+    auto *target = new ui::CategoryTree(&dialog);
     target->setObjectName(u"txtDestinazione"_s);
-    FillTreeView(*target, spec_.categories.key, u"CATEGORIA"_s, u"IDPADRE"_s, spec_.categories.table,
-                 u"ORDER BY CATEGORIA"_s, connection_);
+    target->fill(spec_.categories, u"ORDER BY CATEGORIA"_s, connection_);
     target->setItemText(0, u"(primo livello)"_s);
     target->selectKey(parentOf(key));
     dialog.addRow(u"Sposta \"%1\" sotto"_s.arg(selectedName()), target);

@@ -14,7 +14,7 @@ struct CategoryEditorSpec
 {
     QString name; ///< object name of the form
     QString caption;
-    CategoryTable categories;
+    ui::CategoryTable categories;
     QList<RegisterUse> uses;
 };
 

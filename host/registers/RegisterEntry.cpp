@@ -5,6 +5,7 @@
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
+#include "platform/ui/CategoryField.h"
 #include "platform/ui/ChoiceFields.h"
 #include "platform/ui/Fields.h"
 
@@ -131,7 +132,7 @@ ui::Field *RegisterEntry::createField(const RegisterField &field, QWidget *paren
     case Kind::Category:
         break;
     }
-    return declare(new CategoryField(
+    return declare(new ui::CategoryField(
         {.name = field.name, .label = field.label, .column = field.column, .categories = field.categories},
         connection(), parent));
 }

@@ -32,17 +32,17 @@ RegisterList::RegisterList(const RegisterSpec &spec, data::Connection &connectio
 {
     setObjectName(u"Ricerca"_s + spec.name);
     start({u"actChiudi"_s, u"actModifica"_s, {}, u"actNuovo"_s, u"actElimina"_s});
-    Cerca();
+    search();
 }
 
 void RegisterList::openRecord(int id)
 {
-    entryForm_().ApriRecord(id);
+    entryForm_().openRecord(id);
 }
 
 void RegisterList::newRecord()
 {
-    entryForm_().NuovoConDomanda();
+    entryForm_().startNewAsking();
 }
 
 bool RegisterList::deleteRecord(int id)

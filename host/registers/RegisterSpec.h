@@ -1,5 +1,5 @@
 #pragma once
-#include "host/ui/CategoryField.h"
+#include "host/Categories.h"
 #include "platform/ui/SearchForm.h"
 
 #include <QSize>
@@ -31,7 +31,7 @@ struct RegisterField
     bool upperCase = false;
     QString flagCaption = {};                   ///< Flag: beside its box; `label` stays empty
     QString lookupSql = {};                     ///< Lookup: gives `column` and TESTO
-    CategoryTable categories = {};              ///< Category
+    ui::CategoryTable categories = {};          ///< Category
     bool (*isRight)(const QString &) = nullptr; ///< Text that is not empty and fails: asked about before the save
 };
 

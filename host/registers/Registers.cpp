@@ -1,6 +1,6 @@
 #include "host/registers/RegisterParts.h"
 
-#include "platform/core/TaxCodes.h"
+#include "host/TaxCodes.h"
 
 using namespace Qt::StringLiterals;
 
@@ -40,7 +40,7 @@ RegisterField unitLookup(int row, int position)
             .lookupSql = u"SELECT IDUM, UM AS TESTO FROM UM ORDER BY UPPER(UM)"_s};
 }
 
-RegisterField category(const CategoryTable &table, int row)
+RegisterField category(const ui::CategoryTable &table, int row)
 {
     return {.name = u"txtCategoria"_s,
             .label = u"Categoria"_s,
@@ -51,7 +51,7 @@ RegisterField category(const CategoryTable &table, int row)
 }
 
 /// What articles and services have in common.
-RegisterGroup item(const QString &title, const CategoryTable &categories)
+RegisterGroup item(const QString &title, const ui::CategoryTable &categories)
 {
     return {general,
             title,
@@ -89,9 +89,9 @@ RegisterGroup address(int firstRow)
 RegisterGroup taxData()
 {
     RegisterField taxCode = upperText(u"txtCodiceFiscale"_s, u"Codice fiscale"_s, u"CODICEFISCALE"_s, 16, 0);
-    taxCode.isRight = core::isTaxCode;
+    taxCode.isRight = host::isTaxCode;
     RegisterField vatNumber = upperText(u"txtPartitaIVA"_s, u"Partita IVA"_s, u"PARTITAIVA"_s, 13, 0, 1);
-    vatNumber.isRight = core::isVatNumber;
+    vatNumber.isRight = host::isVatNumber;
     return {general, u"Dati fiscali"_s, {taxCode, vatNumber}};
 }
 

@@ -1,8 +1,8 @@
 #include "host/schema/DemoData.h"
 
+#include "host/TaxCodes.h"
 #include "host/schema/DemoTables.h"
 #include "platform/core/Decimal.h"
-#include "platform/core/TaxCodes.h"
 #include "platform/data/Catalogue.h"
 #include "platform/data/Connection.h"
 
@@ -123,7 +123,7 @@ Keys insertVatRates(data::Connection &connection)
 QString vatNumber(int number, const QString &office)
 {
     const QString digits = QString::number(1000000 + number * 104729 % 8999999) + office;
-    return digits + core::vatCheckDigit(digits);
+    return digits + host::vatCheckDigit(digits);
 }
 
 /// The letters of a name as an Internet name has them: "D'Amico S.n.c." gives "damicosnc".

@@ -110,7 +110,7 @@ bool FileCommands::requireControl()
 {
     const bool inControl = currentUserInControl(*window_.findChild<data::Connection *>());
     if (!inControl)
-        core::refuseForRights(&window_);
+        refuseForRights(&window_);
     return inControl;
 }
 

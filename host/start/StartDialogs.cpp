@@ -1,12 +1,12 @@
 #include "host/start/StartDialogs.h"
 
 #include "host/DatabaseSetup.h"
+#include "host/TaxCodes.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/DatabasePlace.h"
 #include "host/start/Leftovers.h"
 #include "host/users/PasswordDialogs.h"
 #include "platform/core/Messages.h"
-#include "platform/core/TaxCodes.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
@@ -136,7 +136,7 @@ private:
             return false;
         }
         const QString vat = firm().vatNumber;
-        if (!vat.isEmpty() && !core::isVatNumber(vat) &&
+        if (!vat.isEmpty() && !host::isVatNumber(vat) &&
             !core::confirmLoss(this,
                                u"Partita IVA: il carattere di controllo non corrisponde.\n\rContinuare comunque?"_s))
             return false;

@@ -108,14 +108,14 @@ void ImportDialog::chooseFile()
 
 void ImportDialog::openFile(const QString &path)
 {
-    auto file = std::make_unique<CsvFile>(path);
-    CsvFormat found;
+    auto file = std::make_unique<core::CsvFile>(path);
+    core::CsvFormat found;
     // Cancelled, the file chosen before stays.
     if (!work(*file, [&](core::Progress &progress) { found = file->detectFormat(progress); }))
         return;
     file_ = std::move(file);
     fileName_->setText(path);
-    const auto place = static_cast<int>(csvSeparators.indexOf(found.separator));
+    const auto place = static_cast<int>(core::csvSeparators.indexOf(found.separator));
     separatorChoice_->setCurrentIndex(std::max(place, 0));
     encodingChoice_->setCurrentIndex(static_cast<int>(found.encoding));
     readBeginning();
@@ -174,7 +174,7 @@ void ImportDialog::proposeMapping()
 void ImportDialog::showPreview()
 {
     constexpr qsizetype longestCell = 200;
-    const QList<CsvRecord> shown = hasHeader_->isChecked() ? beginning_.mid(1) : beginning_.mid(0, 20);
+    const QList<core::CsvRecord> shown = hasHeader_->isChecked() ? beginning_.mid(1) : beginning_.mid(0, 20);
     preview_->clear();
     preview_->setColumnCount(static_cast<int>(headers_.size()));
     preview_->setRowCount(static_cast<int>(shown.size()));
@@ -204,22 +204,23 @@ auto ImportDialog::reading() const -> Reading
 
 RecordSource ImportDialog::Reading::records(core::Progress &progress) const
 {
-    return [reading = *this, &progress](const std::function<void(const CsvRecord &)> &use) {
+    return [reading = *this, &progress](const std::function<void(const core::CsvRecord &)> &use) {
         bool isHeader = reading.hasHeader;
-        reading.file.forEach(reading.format, progress, [&](const CsvRecord &record) {
+        reading.file.forEach(reading.format, progress, [&](const core::CsvRecord &record) {
             if (!std::exchange(isHeader, false))
                 use(record);
         });
     };
 }
 
-CsvFormat ImportDialog::format() const
+core::CsvFormat ImportDialog::format() const
 {
-    return {csvSeparators[separatorChoice_->currentIndex()], static_cast<CsvEncoding>(encodingChoice_->currentIndex())};
+    return {core::csvSeparators[separatorChoice_->currentIndex()],
+            static_cast<core::CsvEncoding>(encodingChoice_->currentIndex())};
 }
 
 // A long file is read behind a progress dialog, so that the windows stay alive; false when the user has cancelled it.
-bool ImportDialog::work(const CsvFile &file, const std::function<void(core::Progress &)> &body)
+bool ImportDialog::work(const core::CsvFile &file, const std::function<void(core::Progress &)> &body)
 {
     if (file.isLong())
         return ui::runWithProgress(this, u"Lettura del file"_s, body);

@@ -1,6 +1,6 @@
 #pragma once
-#include "host/transfer/CsvFile.h"
 #include "host/transfer/ImportPlan.h"
+#include "platform/core/CsvFile.h"
 
 #include <QDialog>
 
@@ -38,8 +38,8 @@ private:
     /// How the file is read, as the controls say.
     struct Reading
     {
-        CsvFile &file;
-        CsvFormat format;
+        core::CsvFile &file;
+        core::CsvFormat format;
         bool hasHeader;
 
         RecordSource records(core::Progress &progress) const;
@@ -64,8 +64,8 @@ private:
     void showPreview();
     void check();
     void showProblems();
-    bool work(const CsvFile &file, const std::function<void(core::Progress &)> &body);
-    CsvFormat format() const;
+    bool work(const core::CsvFile &file, const std::function<void(core::Progress &)> &body);
+    core::CsvFormat format() const;
     Reading reading() const;
     ImportOptions options() const;
     void runImport();
@@ -73,8 +73,8 @@ private:
     data::Connection &connection_;
     QList<ImportTarget> targets_;
     std::unique_ptr<ImportLookups> lookups_;
-    std::unique_ptr<CsvFile> file_; ///< none before one was chosen
-    QList<CsvRecord> beginning_;    ///< the first records, with the header line
+    std::unique_ptr<core::CsvFile> file_; ///< none before one was chosen
+    QList<core::CsvRecord> beginning_;    ///< the first records, with the header line
     QStringList headers_;
     ImportPlan plan_;
     QString readFailure_; ///< of the beginning

@@ -36,7 +36,7 @@ public:
                 plan_.fields.append(i);
         }
         survey();
-        job_.records([this](const CsvRecord &record) { planRecord(record); });
+        job_.records([this](const core::CsvRecord &record) { planRecord(record); });
         return std::move(plan_);
     }
 
@@ -48,7 +48,7 @@ private:
     {
         plan_.numbers = QList<core::NumberReader>(plan_.fields.size());
         std::deque<quint64> marks;
-        job_.records([&](const CsvRecord &record) {
+        job_.records([&](const core::CsvRecord &record) {
             for (qsizetype i = 0; i < plan_.fields.size(); ++i) {
                 const qsizetype field = plan_.fields[i];
                 if (job_.target.fields[field].kind == ImportField::Kind::Amount)
@@ -70,7 +70,7 @@ private:
         return qHash(data::capitalsOf(code), seed);
     }
 
-    void planRecord(const CsvRecord &record)
+    void planRecord(const core::CsvRecord &record)
     {
         const qsizetype columns = job_.options.headers.size();
         if (record.cells.size() > columns && columns > 0)
@@ -98,7 +98,7 @@ private:
     }
 
     // Complains about a code that must not be there.
-    void lookAtCode(const CsvRecord &record, const QString &text)
+    void lookAtCode(const core::CsvRecord &record, const QString &text)
     {
         if (text.isEmpty())
             return; // told with the other required values
@@ -113,7 +113,7 @@ private:
             plan_.complain({record.line, reader_.header(0), u"Il codice \"%1\" esiste già."_s.arg(text)});
     }
 
-    void requireAll(const CsvRecord &record)
+    void requireAll(const core::CsvRecord &record)
     {
         for (qsizetype i = 0; i < job_.target.fields.size(); ++i) {
             const ImportField &field = job_.target.fields[i];

@@ -1,6 +1,6 @@
 #pragma once
-#include "host/transfer/CsvReader.h"
 #include "host/transfer/ImportLookups.h"
+#include "platform/core/CsvReader.h"
 #include "platform/core/NumberReader.h"
 
 #include <QVariant>
@@ -32,7 +32,7 @@ struct ImportOptions
 
 /// Hands the records of a file, its header line left out, to a function one after the other. Each call goes through
 /// the whole file, which may be longer than the memory.
-using RecordSource = std::function<void(const std::function<void(const CsvRecord &)> &use)>;
+using RecordSource = std::function<void(const std::function<void(const core::CsvRecord &)> &use)>;
 
 /// What is imported, where, and how.
 struct ImportJob

@@ -143,7 +143,7 @@ void writeImport(data::Connection &connection, const ImportJob &job, const Impor
     RecordWriter writer(connection, job.target, plan);
     const RecordReader reader(job, plan);
     int done = 0;
-    job.records([&](const CsvRecord &record) {
+    job.records([&](const core::CsvRecord &record) {
         // What was checked is what is read here, unless somebody has written to the file.
         const PlannedRecord planned = reader.read(record, [](const ImportProblem &problem) {
             throw core::Error(u"Riga %1: %2"_s.arg(problem.line).arg(problem.message));

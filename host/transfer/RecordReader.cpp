@@ -34,7 +34,7 @@ RecordReader::RecordReader(const ImportJob &job, const ImportPlan &plan)
 {
 }
 
-PlannedRecord RecordReader::read(const CsvRecord &record, const Complain &complain) const
+PlannedRecord RecordReader::read(const core::CsvRecord &record, const Complain &complain) const
 {
     PlannedRecord planned{.line = record.line};
     if (const QString code = text(record, 0); !code.isEmpty())
@@ -45,7 +45,7 @@ PlannedRecord RecordReader::read(const CsvRecord &record, const Complain &compla
     return planned;
 }
 
-QString RecordReader::text(const CsvRecord &record, qsizetype field) const
+QString RecordReader::text(const core::CsvRecord &record, qsizetype field) const
 {
     const Kind kind = job_.target.fields[field].kind;
     QString text = core::withoutFormulaGuard(record.cells.value(job_.options.columns[field])).trimmed();
@@ -61,7 +61,7 @@ QString RecordReader::header(qsizetype field) const
     return job_.options.headers.value(job_.options.columns[field], job_.target.fields[field].caption);
 }
 
-QVariant RecordReader::value(const CsvRecord &record, qsizetype index, const Complain &complain) const
+QVariant RecordReader::value(const core::CsvRecord &record, qsizetype index, const Complain &complain) const
 {
     const qsizetype field = plan_.fields[index];
     const ImportField &spec = job_.target.fields[field];

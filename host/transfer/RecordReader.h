@@ -21,15 +21,15 @@ public:
     RecordReader(const ImportJob &job, const ImportPlan &plan);
 
     /// The values; `complain` hears of those that cannot be taken.
-    PlannedRecord read(const CsvRecord &record, const Complain &complain) const;
+    PlannedRecord read(const core::CsvRecord &record, const Complain &complain) const;
 
     /// The text that stands for a field.
-    QString text(const CsvRecord &record, qsizetype field) const;
+    QString text(const core::CsvRecord &record, qsizetype field) const;
     /// The header of a field's column, for messages.
     QString header(qsizetype field) const;
 
 private:
-    QVariant value(const CsvRecord &record, qsizetype index, const Complain &complain) const;
+    QVariant value(const core::CsvRecord &record, qsizetype index, const Complain &complain) const;
     QVariant reference(qsizetype field, const QString &text,
                        const std::function<void(const QString &)> &complain) const;
     QVariant amount(const QString &text, const core::NumberReader &numbers,

@@ -48,14 +48,14 @@ QString refuseUserDeletion(int id, data::Connection &connection)
         return u"Non è possibile eliminare l'utente che sta lavorando."_s;
     if (administratorsExcept(name, 0, connection) == 0)
         return lastAdministrator;
-    return currentUserInControl(connection) ? QString() : core::missingRight;
+    return currentUserInControl(connection) ? QString() : missingRight;
 }
 
 QString refuseRoleDeletion(int id, data::Connection &connection)
 {
     if (administratorsExcept({}, id, connection) == 0)
         return lastAdministrator;
-    return currentUserInControl(connection) ? QString() : core::missingRight;
+    return currentUserInControl(connection) ? QString() : missingRight;
 }
 
 // The right with which the form was opened may be gone by now: asked when the save begins, and inside its transaction,
@@ -63,7 +63,7 @@ QString refuseRoleDeletion(int id, data::Connection &connection)
 void requireControl(data::Connection &connection)
 {
     if (!currentUserInControl(connection))
-        throw ui::SaveRefused(core::missingRight);
+        throw ui::SaveRefused(missingRight);
 }
 
 // The check list of a form in a box on its page.
@@ -160,7 +160,7 @@ UserEntry::UserEntry(data::Connection &connection, QWidget *owner)
                        u"UTENTI_RUOLI"_s, u"USER_NAME"_s, u"IDRUOLO_UTENTE"_s},
                       u"Ruoli"_s, page(general));
     connect(roles_, &CheckedLinks::edited, this, &UserEntry::DataChanged);
-    refuseIf([this] { return !currentUserInControl(this->connection()); }, core::missingRight);
+    refuseIf([this] { return !currentUserInControl(this->connection()); }, missingRight);
     refuseIf([this] { return storedKey() < 0 && newHash_.isEmpty(); }, u"Non è stata impostata la password!"_s);
     refuseIf([this] { return isCurrentUser(storedText()) && !isCurrentUser(textOf(u"USER_NAME"_s)); },
              u"Non è possibile cambiare il nome dell'utente che sta lavorando."_s);
@@ -250,7 +250,7 @@ RoleEntry::RoleEntry(data::Connection &connection, QWidget *owner)
                         u"ABILITAZIONI_RUOLI"_s, u"IDRUOLO_UTENTE"_s, u"IDABILITAZIONE_UTENTE"_s},
                        u"Diritti"_s, page(general));
     connect(rights_, &CheckedLinks::edited, this, &RoleEntry::DataChanged);
-    refuseIf([this] { return !currentUserInControl(this->connection()); }, core::missingRight);
+    refuseIf([this] { return !currentUserInControl(this->connection()); }, missingRight);
     refuseIf([this] { return leavesNobodyInControl(); }, lastAdministrator);
     finish();
 }

@@ -3,6 +3,7 @@
 #include "host/Corvane3Impl.h"
 #include "host/users/Password.h"
 #include "platform/core/Format.h"
+#include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
 
@@ -29,6 +30,11 @@ QStringList userNames(const QString &condition, data::Connection &connection)
 }
 
 } // namespace
+
+void refuseForRights(QObject *owner)
+{
+    core::warn(owner, missingRight);
+}
 
 QStringList activeUsers(data::Connection &connection)
 {

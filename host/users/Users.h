@@ -1,16 +1,23 @@
 #pragma once
 #include <QStringList>
 
+class QObject;
 namespace data {
 class Connection;
 }
 
-/// Users, their roles and the rights of the roles, from the tables UTENTI, RUOLI_UTENTE and ABILITAZIONI_*. Everything
-/// here throws data::DatabaseError.
+/// Users, their roles and the rights of the roles, from the tables UTENTI, RUOLI_UTENTE and ABILITAZIONI_*. What asks
+/// the database throws data::DatabaseError.
 namespace host {
 
 /// The right that includes all others.
 inline const QString fullControl = QStringLiteral("Controllo completo");
+
+/// What is said where a right is missing.
+inline const QString missingRight =
+    QStringLiteral("Non si dispone di diritti sufficienti per eseguire questa operazione.");
+/// Shows `missingRight` titled "Attenzione".
+void refuseForRights(QObject *owner);
 
 /// Names of the users who may log in, in alphabetical order.
 QStringList activeUsers(data::Connection &connection);

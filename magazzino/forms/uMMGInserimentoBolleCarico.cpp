@@ -1,8 +1,8 @@
 #include "magazzino/forms/uMMGInserimentoBolleCarico.h"
 
 #include "magazzino/MMGUtils.h"
-#include "magazzino/ui/CampiTrasporto.h"
-#include "magazzino/ui/Scelta.h"
+#include "magazzino/ui/RecordChoice.h"
+#include "magazzino/ui/TransportFields.h"
 #include "platform/core/Messages.h"
 
 #include <QGroupBox>
@@ -83,7 +83,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createSupplier()
     auto *box = new QGroupBox(u" Fornitore "_s, generalPage());
     box->setObjectName(u"grpFornitore"_s);
     auto *layout = new QVBoxLayout(box);
-    supplier_ = declare(new ui::RecordLabels(etichetteAnagrafica(u"lbl"_s, u"FOR_"_s), box));
+    supplier_ = declare(new ui::RecordLabels(anagraficaLabels(u"lbl"_s, u"FOR_"_s), box));
     QAction *choose = addCommand({.name = u"actSelezionaFornitore"_s,
                                   .caption = u"Seleziona fornitore..."_s,
                                   .run = [this] { selezionaFornitore(); },
@@ -98,7 +98,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
 {
     auto *box = new QGroupBox(u" Trasporto "_s, generalPage());
     box->setObjectName(u"grpTrasporto"_s);
-    transportType_ = declare(campoTipoTrasporto(box));
+    transportType_ = declare(transportTypeField(box));
     transportReason_ =
         declare(new ui::DropDownField({.name = u"txtCausaleTrasporto"_s,
                                        .label = u"Causale del trasporto"_s,
@@ -106,9 +106,9 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
                                        .textColumn = u"CAUSALE_TRASPORTO"_s,
                                        .sql = u"SELECT * FROM CAUSALI_TRASPORTO ORDER BY UPPER(CAUSALE_TRASPORTO)"_s},
                                       u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, box));
-    auto *appearance = declare(campoAspettoBeni(u"Aspetto esteriore dei beni"_s, box));
-    auto *packages = declare(campoColli(box));
-    auto *weight = declare(campoPeso(box));
+    auto *appearance = declare(appearanceField(u"Aspetto esteriore dei beni"_s, box));
+    auto *packages = declare(packagesField(box));
+    auto *weight = declare(weightField(box));
     auto *weightUnit = declare(new ui::DropDownField({.name = u"txtPesoUm"_s,
                                                       .label = u"U.M."_s,
                                                       .keyColumn = u"PESO_IDUM"_s,
@@ -132,12 +132,12 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
 
 void TMMGInserimentoBolleCarico::selezionaFornitore()
 {
-    const auto chosen = scegli(u"actModSelezionaFornitore"_s);
+    const auto chosen = chooseRecord(u"actModSelezionaFornitore"_s);
     if (!chosen)
         return;
     const TFornitore supplier = GetFornitore(chosen->key);
     if (supplier.id <= 0)
         return;
-    supplier_->setValues(valoriAnagrafica(supplier));
+    supplier_->setValues(anagraficaValues(supplier));
     DataChanged();
 }

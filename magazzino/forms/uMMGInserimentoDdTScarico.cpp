@@ -2,7 +2,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "magazzino/reports/MMGStampe.h"
-#include "magazzino/ui/Scelta.h"
+#include "magazzino/ui/RecordChoice.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
 
@@ -59,7 +59,7 @@ QGroupBox *TMMGInserimentoDdTScarico::createAddressee()
                                     .caption = u"Fornitore"_s,
                                     .run =
                                         [this] {
-                                            if (const auto chosen = scegli(u"actModSelezionaFornitore"_s))
+                                            if (const auto chosen = chooseRecord(u"actModSelezionaFornitore"_s))
                                                 setAddressee(TTipoAnagrafica::Fornitore, GetFornitore(chosen->key));
                                         },
                                     .icon = ui::Icon::Choose,

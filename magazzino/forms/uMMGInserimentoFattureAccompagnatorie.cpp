@@ -1,9 +1,10 @@
 #include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
 
+#include "host/users/Users.h"
 #include "magazzino/MMGUtils.h"
 #include "magazzino/reports/MMGStampe.h"
-#include "magazzino/ui/FatturaCiclica.h"
-#include "magazzino/ui/Scelta.h"
+#include "magazzino/ui/FatturaCiclicaField.h"
+#include "magazzino/ui/RecordChoice.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
 #include "platform/core/Messages.h"
@@ -21,7 +22,7 @@ bool deleteInvoice(QWidget *owner, int id)
 {
     if (UserHasAbilitazione(u"Fatture acc. (eliminazione)"_s, GetKxCurrentUserName(), ModuleConnection()))
         return DeleteFatturaAccompagnatoria(id, true);
-    core::refuseForRights(owner);
+    host::refuseForRights(owner);
     return false;
 }
 
@@ -106,7 +107,7 @@ QGroupBox *TMMGInserimentoFattureAccompagnatorie::createPayment()
                                             .label = u"Tipo di pagamento"_s,
                                             .keyColumn = u"IDTIPO_PAGAMENTO"_s,
                                             .textColumn = u"TIPO_PAGAMENTO"_s,
-                                            .choose = [] { return scegli(u"actModSelezionaTipoPagamento"_s); }},
+                                            .choose = [] { return chooseRecord(u"actModSelezionaTipoPagamento"_s); }},
                                            box));
     auto *due = declare(new ui::DateField(
         {.name = u"txtScadenzaPagamento"_s, .label = u"Scadenza pagamento"_s, .column = u"SCADENZA_PAGAMENTO"_s}, box));
@@ -171,7 +172,7 @@ void TMMGInserimentoFattureAccompagnatorie::visualizzaContattiCliente()
 
 void TMMGInserimentoFattureAccompagnatorie::inserisciNotaDocumento()
 {
-    const auto chosen = scegli(u"actModSelezionaNotaDocumenti"_s);
+    const auto chosen = chooseRecord(u"actModSelezionaNotaDocumenti"_s);
     if (!chosen)
         return;
     const QString text = GetNotaDocumento(chosen->key);
@@ -181,7 +182,7 @@ void TMMGInserimentoFattureAccompagnatorie::inserisciNotaDocumento()
 void TMMGInserimentoFattureAccompagnatorie::ImpostaFatturaCiclica()
 {
     notes()->append(
-        u"\n\rFattura ciclica\n\rRif. Fattura n. %1\n\rdel %2"_s.arg(numero()).arg(core::formatDate(data())));
+        u"\n\rFattura ciclica\n\rRif. Fattura n. %1\n\rdel %2"_s.arg(numero()).arg(core::formatDate(documentDate())));
     numberField()->setValue(GetNextNumeroFattAcc(core::today().year()));
     dateField()->setDate(core::today());
     recurrence_->disable();

@@ -1,7 +1,7 @@
 #include "magazzino/forms/uMMGInserimentoFornitori.h"
 
 #include "magazzino/MMGUtils.h"
-#include "magazzino/ui/Scelta.h"
+#include "magazzino/ui/RecordChoice.h"
 #include "platform/core/Messages.h"
 
 using namespace Qt::StringLiterals;
@@ -16,14 +16,15 @@ TMMGInserimentoFornitori::TMMGInserimentoFornitori(QWidget *owner)
                                 owner)
 {
     setObjectName(u"MMGInserimentoFornitori"_s);
-    auto *payment = declare(new ui::ChoiceField({.name = u"txtTipoPagamento"_s,
-                                                 .buttonName = u"cmdSelezionaTipoPagamento"_s,
-                                                 .label = u"Tipo di pagamento"_s,
-                                                 .keyColumn = u"IDTIPO_PAGAMENTO"_s,
-                                                 .choose = [] { return scegli(u"actModSelezionaTipoPagamento"_s); },
-                                                 .textOf = [](int key) { return GetTipoPagamento(key).testo; },
-                                                 .clearable = true},
-                                                generalPage()));
+    auto *payment =
+        declare(new ui::ChoiceField({.name = u"txtTipoPagamento"_s,
+                                     .buttonName = u"cmdSelezionaTipoPagamento"_s,
+                                     .label = u"Tipo di pagamento"_s,
+                                     .keyColumn = u"IDTIPO_PAGAMENTO"_s,
+                                     .choose = [] { return chooseRecord(u"actModSelezionaTipoPagamento"_s); },
+                                     .textOf = [](int key) { return GetTipoPagamento(key).testo; },
+                                     .clearable = true},
+                                    generalPage()));
     place(taxGrid(), payment, 1, 0, 3);
 
     refuseIf([this] { return codice()->isEmpty(); }, u"Non è stato indicato il codice!"_s);

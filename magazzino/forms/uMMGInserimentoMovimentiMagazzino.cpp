@@ -1,9 +1,10 @@
 #include "magazzino/forms/uMMGInserimentoMovimentiMagazzino.h"
 
-#include "host/ui/CategoryField.h"
+#include "host/Categories.h"
 #include "magazzino/MMGUtils.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/Scelta.h"
+#include "magazzino/ui/RecordChoice.h"
+#include "platform/ui/CategoryField.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -13,11 +14,11 @@
 using namespace Qt::StringLiterals;
 
 TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *owner)
-    : EntryForm({.caption = u"Inserimento / Modifica movimenti di magazzino"_s,
-                 .menuCaption = u">Inserimento movimenti di magazzino<"_s,
-                 .key = u"IDMOVI_MAGA"_s,
-                 .generator = u"GN_IDMOVI_MAGA"_s},
-                &Modulo().dataSet(u"adsMoviMaga"_s), owner)
+    : TMMGInserimento({.caption = u"Inserimento / Modifica movimenti di magazzino"_s,
+                       .menuCaption = u">Inserimento movimenti di magazzino<"_s,
+                       .key = u"IDMOVI_MAGA"_s,
+                       .generator = u"GN_IDMOVI_MAGA"_s},
+                      &Modulo().dataSet(u"adsMoviMaga"_s), owner)
 {
     setObjectName(u"MMGInserimentoMovimentiMagazzino"_s);
     setOnClose(ui::OnClose::Hide);
@@ -70,9 +71,12 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createArticle(QWidget *page)
                                               .maxLength = 100,
                                               .readOnly = true},
                                              box));
-    category_ = declare(new host::CategoryField(
-        {.name = u"txtCategoria"_s, .label = u"Categoria"_s, .column = u"IDCATEGORIA_ANA_MAGA"_s, .none = -1},
-        ModuleConnection(), box));
+    category_ = declare(new ui::CategoryField({.name = u"txtCategoria"_s,
+                                               .label = u"Categoria"_s,
+                                               .column = u"IDCATEGORIA_ANA_MAGA"_s,
+                                               .categories = host::articleCategories,
+                                               .none = -1},
+                                              ModuleConnection(), box));
     auto *grid = new QGridLayout(box);
     place(grid, date, 0, 0);
     place(grid, code_, 1, 0);
@@ -131,7 +135,7 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createReason(QWidget *page)
         {.name = u"txtCausaleMagazzino"_s,
          .buttonName = u"cmdSelezionaCausaleMagazzino"_s,
          .keyColumn = u"IDCAUSALE_MAGA"_s,
-         .choose = [] { return scegliConLettore(u"actModSelezionaCausaleMagazzino"_s, GetCausaleMagazzino); },
+         .choose = [] { return chooseRecordReading(u"actModSelezionaCausaleMagazzino"_s, GetCausaleMagazzino); },
          .textOf = [](int key) { return GetCausaleMagazzino(key).testo; }},
         reasonBox_));
     auto *layout = new QHBoxLayout(reasonBox_);
@@ -155,7 +159,7 @@ void TMMGInserimentoMovimentiMagazzino::showEvent(QShowEvent *event)
 
 void TMMGInserimentoMovimentiMagazzino::selezionaArticolo()
 {
-    const auto chosen = scegli(u"actModSelezionaArticolo"_s);
+    const auto chosen = chooseRecord(u"actModSelezionaArticolo"_s);
     if (!chosen)
         return;
     const TArticolo article = GetArticolo(chosen->key);

@@ -1,16 +1,17 @@
 #pragma once
+#include "magazzino/ui/MMGInserimento.h"
 #include "platform/ui/ChoiceFields.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Fields.h"
 
-namespace host {
+class QLabel;
+namespace ui {
 class CategoryField;
 }
-class QLabel;
 
 /// Entry form of one stock movement outside any document. Quantity and total are stored as shown: the form neither
 /// changes the sign of an issue nor computes the total; this is intended. A line warns when sign and kind disagree.
-class TMMGInserimentoMovimentiMagazzino : public ui::EntryForm
+class TMMGInserimentoMovimentiMagazzino : public TMMGInserimento<ui::EntryForm>
 {
     Q_OBJECT
 
@@ -33,7 +34,7 @@ private:
 
     ui::TextField *code_ = nullptr;
     ui::TextField *description_ = nullptr;
-    host::CategoryField *category_ = nullptr;
+    ui::CategoryField *category_ = nullptr;
     ui::DecimalField *price_ = nullptr;
     ui::DecimalField *cost_ = nullptr;
     ui::DecimalField *value_ = nullptr;

@@ -18,7 +18,7 @@ TMMGRicercaBolleCarico::TMMGRicercaBolleCarico(QWidget *owner)
                        {u"Ragione sociale"_s, u"FOR_RAGIONESOCIALE"_s, 350, ui::ListColumn::Width::Rest},
                        {u"Totale"_s, u"TOTALE_DOCUMENTO"_s, 110, ui::ListColumn::Width::Pixels,
                         ui::ListColumn::Display::Currency}},
-           .filters = filtriDocumento(u"FOR_"_s, u"ANNO="_s),
+           .filters = documentFilters(u"FOR_"_s, u"ANNO="_s),
            .newHint = u"Crea una nuova bolla di carico."_s,
            .editHint = u"Modifica la bolla di carico selezionata."_s,
            .closeHint = u"Chiude la maschera."_s},

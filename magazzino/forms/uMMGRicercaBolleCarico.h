@@ -1,5 +1,5 @@
 #pragma once
-#include "magazzino/ui/RicercaBase.h"
+#include "magazzino/ui/MMGRicercaBase.h"
 
 /// List of the goods receipt notes of one year.
 class TMMGRicercaBolleCarico : public TMMGRicercaBase

@@ -16,7 +16,7 @@ TMMGRicercaDdTScarico::TMMGRicercaDdTScarico(QWidget *owner)
                        {u"Data"_s, u"DATA"_s, 80, ui::ListColumn::Width::Pixels, ui::ListColumn::Display::Date},
                        {u"Codice"_s, u"CLI_CODICE"_s, 120},
                        {u"Ragione sociale"_s, u"CLI_RAGIONESOCIALE"_s, 350}},
-           .filters = filtriDocumento(u"CLI_"_s, u"ANNO = "_s),
+           .filters = documentFilters(u"CLI_"_s, u"ANNO = "_s),
            .newHint = u"Crea un nuovo D.d.T. di scarico."_s,
            .editHint = u"Modifica il D.d.T. di scarico selezionato."_s,
            .closeHint = u"Chiude la maschera."_s},

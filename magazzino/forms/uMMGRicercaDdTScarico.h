@@ -1,5 +1,5 @@
 #pragma once
-#include "magazzino/ui/RicercaBase.h"
+#include "magazzino/ui/MMGRicercaBase.h"
 
 /// List of the delivery notes of one year.
 class TMMGRicercaDdTScarico : public TMMGRicercaBase

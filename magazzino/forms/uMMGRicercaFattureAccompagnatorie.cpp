@@ -1,5 +1,6 @@
 #include "magazzino/forms/uMMGRicercaFattureAccompagnatorie.h"
 
+#include "host/users/Users.h"
 #include "magazzino/MMGUtils.h"
 #include "magazzino/reports/MMGStampe.h"
 #include "platform/core/Messages.h"
@@ -21,7 +22,7 @@ ui::SearchSpec spec()
 {
     using Width = ui::ListColumn::Width;
     using Display = ui::ListColumn::Display;
-    QList<ui::ListFilter> filters = filtriDocumento(u"CLI_"_s, u"ANNO="_s);
+    QList<ui::ListFilter> filters = documentFilters(u"CLI_"_s, u"ANNO="_s);
     filters.insert(2, {.name = u"txtDescrizioneRiga"_s, .label = u"Descrizione riga"_s, .condition = rowCondition});
     return {.caption = u"Gestione fatture accompagnatorie"_s,
             .menuCaption = u">Fatture accompagnatorie<"_s,
@@ -60,13 +61,13 @@ void TMMGRicercaFattureAccompagnatorie::newRecord()
     if (hasRight(u"Fatture acc. (modifica)"_s))
         TMMGRicercaBase::newRecord();
     else
-        core::refuseForRights(this);
+        host::refuseForRights(this);
 }
 
 bool TMMGRicercaFattureAccompagnatorie::deleteRecord(int id)
 {
     if (hasRight(u"Fatture acc. (eliminazione)"_s))
         return DeleteFatturaAccompagnatoria(id, true);
-    core::refuseForRights(this);
+    host::refuseForRights(this);
     return false;
 }

@@ -1,5 +1,5 @@
 #pragma once
-#include "magazzino/ui/RicercaBase.h"
+#include "magazzino/ui/MMGRicercaBase.h"
 
 /// List of the accompanying invoices of one year.
 class TMMGRicercaFattureAccompagnatorie : public TMMGRicercaBase

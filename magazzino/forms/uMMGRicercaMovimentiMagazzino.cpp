@@ -40,13 +40,13 @@ TMMGRicercaMovimentiMagazzino::TMMGRicercaMovimentiMagazzino(QWidget *owner)
            .filters = {dateFilter(u"txtDataDal"_s, u"  Dal "_s, u"(DATA_MOVIMENTO >= "_s, {}),
                        dateFilter(u"txtDataAl"_s, u"    al "_s, u"DATA_MOVIMENTO <= "_s, u")"_s)},
            .newHint = u"Crea un nuovo\nmovimento di magazzino."_s,
-           .closeHint = u"Chiude la maschera."_s,
-           .hasDelete = false}, // movements are deleted from their entry form
+           .closeHint = u"Chiude la maschera."_s},
           u"actInserimentoMovimentiMagazzino"_s, owner)
 {
     setObjectName(u"MMGRicercaMovimentiMagazzino"_s);
+    // Movements are deleted from their entry form.
     start({u"actChiudi"_s, u"actModifica"_s, {}, u"actNuovo"_s}, {u"actNuovo"_s, u"actModifica"_s, {}, u"actChiudi"_s});
-    Cerca();
+    search();
 }
 
 void TMMGRicercaMovimentiMagazzino::resetFilters()

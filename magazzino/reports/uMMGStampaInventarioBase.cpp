@@ -140,7 +140,7 @@ QGroupBox *TMMGStampaInventarioBase::createCategory()
 {
     auto *box = new QGroupBox(u" Categoria "_s, this);
     box->setObjectName(u"grpCategoria"_s);
-    category_ = new CategoryTree(box);
+    category_ = new ui::CategoryTree(box);
     category_->setObjectName(u"txtCategoria"_s);
     auto *label = new QLabel(u"Categoria (incluse le sottocategorie)"_s, box);
     label->setBuddy(category_);

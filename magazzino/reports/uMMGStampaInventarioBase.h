@@ -5,12 +5,12 @@
 
 #include <optional>
 
-class CategoryTree;
 class QButtonGroup;
 class QGroupBox;
 namespace ui {
+class CategoryTree;
 class DateEdit;
-}
+} // namespace ui
 
 /// Which articles an inventory lists.
 struct InventarioFilter
@@ -59,5 +59,5 @@ private:
     ui::DateEdit *from_ = nullptr;
     ui::DateEdit *to_ = nullptr;
     QButtonGroup *stock_ = nullptr;
-    CategoryTree *category_ = nullptr;
+    ui::CategoryTree *category_ = nullptr;
 };

@@ -1,8 +1,9 @@
 #include "magazzino/ui/DocumentForm.h"
 
+#include "host/users/Users.h"
 #include "magazzino/MMGUtils.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/Scelta.h"
+#include "magazzino/ui/RecordChoice.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
 #include "platform/core/Messages.h"
@@ -27,7 +28,7 @@ ui::EntryFormSpec namedDocument(ui::EntryFormSpec form)
 } // namespace
 
 TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWidget *owner)
-    : EntryForm(namedDocument(spec.form), &Modulo().dataSet(spec.headerDataSet), owner)
+    : TMMGInserimento(namedDocument(spec.form), &Modulo().dataSet(spec.headerDataSet), owner)
     , spec_(spec)
 {
     setOpeningSize({1060, 620});
@@ -52,7 +53,7 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
     if (!spec.saveRight.isEmpty())
         refuseFirstIf([this] { return !holdsSaveRight(); },
                       u"Non si dispone di diritti sufficienti per eseguire questa operazione."_s);
-    refuseIf([this] { return spec_.numberExists(numero(), data().year(), storedKey()); },
+    refuseIf([this] { return spec_.numberExists(numero(), documentDate().year(), storedKey()); },
              u"Esiste già un documento con questo numero!"_s);
 }
 
@@ -81,7 +82,7 @@ bool TMMGInserimentoDocumento::mayStartNew()
 {
     if (holdsSaveRight())
         return true;
-    core::refuseForRights(this);
+    host::refuseForRights(this);
     return false;
 }
 
@@ -214,13 +215,13 @@ void TMMGInserimentoDocumento::addRow(const DocumentRow &row)
 
 void TMMGInserimentoDocumento::aggiungiArticolo()
 {
-    if (const auto chosen = scegli(u"actModSelezionaArticolo"_s))
+    if (const auto chosen = chooseRecord(u"actModSelezionaArticolo"_s))
         addChosen(tipoRiga::articolo, GetArticolo(chosen->key));
 }
 
 void TMMGInserimentoDocumento::aggiungiServizio()
 {
-    if (const auto chosen = scegli(u"actModSelezionaServizio"_s))
+    if (const auto chosen = chooseRecord(u"actModSelezionaServizio"_s))
         addChosen(tipoRiga::servizio, GetServizio(chosen->key));
 }
 

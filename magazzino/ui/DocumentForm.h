@@ -1,6 +1,7 @@
 #pragma once
 #include "host/Corvane3Impl.h"
 #include "magazzino/ui/DocumentGrid.h"
+#include "magazzino/ui/MMGInserimento.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Fields.h"
 
@@ -53,7 +54,7 @@ struct DocumentSpec
 
 /// The form of a document that moves stock: number and date, header pages, rows, notes. Saving writes the header,
 /// rewrites all rows and for each article row one stock movement, in one transaction.
-class TMMGInserimentoDocumento : public ui::EntryForm
+class TMMGInserimentoDocumento : public TMMGInserimento<ui::EntryForm>
 {
     Q_OBJECT
 
@@ -68,7 +69,7 @@ protected:
     /// The header's page, filled by the concrete form between the constructor and finishLayout().
     QWidget *generalPage() const { return generalPage_; }
     int numero() const { return number_->value(); }
-    QDate data() const { return date_->date(); }
+    QDate documentDate() const { return date_->date(); }
 
     /// Adds rows and notes pages and the commands, then starts a new document. `commands` of the form's tool bar and
     /// menu; an empty name is a separator.

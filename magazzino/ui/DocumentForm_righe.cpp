@@ -202,7 +202,7 @@ void TMMGInserimentoDocumento::writeArticleOrService(data::DataSet &rows, const 
 void TMMGInserimentoDocumento::writeMovement(const DocumentRow &row, int rowKey)
 {
     TMoviMaga movement;
-    movement.dataMovimento = data();
+    movement.dataMovimento = documentDate();
     movement.codice = row.codice;
     movement.descrizione = row.descrizione;
     movement.idCategoria = GetCategoriaAnaMaga(row.idCategoria.value_or(0)).id;
@@ -216,6 +216,6 @@ void TMMGInserimentoDocumento::writeMovement(const DocumentRow &row, int rowKey)
     movement.rifDocTipo = spec_.documentKind;
     movement.rifDocId = IdRecord();
     movement.rifDocIdRiga = rowKey;
-    movement.note = spec_.movementNote + QString::number(numero()) + u" del "_s + core::formatDate(data());
+    movement.note = spec_.movementNote + QString::number(numero()) + u" del "_s + core::formatDate(documentDate());
     AggiornaMoviMaga(movement, true);
 }

@@ -27,7 +27,7 @@ void TMMGInserimentoDocumento::addPrintCommands(const PrintRoutine &print)
                         if (!savedForPrinting())
                             return;
                         const QString file =
-                            Modulo().ScegliFilePDF(this, NomePDF(spec_.documentKind, numero(), data()));
+                            Modulo().ScegliFilePDF(this, NomePDF(spec_.documentKind, numero(), documentDate()));
                         if (file.isEmpty())
                             return;
                         const ui::WaitCursor wait;

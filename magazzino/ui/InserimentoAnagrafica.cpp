@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 
 TMMGInserimentoAnagrafica::TMMGInserimentoAnagrafica(const AnagraficaSpec &spec, QWidget *owner)
-    : EntryForm(spec.form, &Modulo().dataSet(spec.dataSet), owner)
+    : TMMGInserimento(spec.form, &Modulo().dataSet(spec.dataSet), owner)
     , spec_(spec)
 {
     setOnClose(ui::OnClose::Hide);

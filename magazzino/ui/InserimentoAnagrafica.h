@@ -1,4 +1,5 @@
 #pragma once
+#include "magazzino/ui/MMGInserimento.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Fields.h"
 
@@ -13,7 +14,7 @@ struct AnagraficaSpec
 };
 
 /// Entry form of a register of firms: code, name, address, tax data, contacts, notes.
-class TMMGInserimentoAnagrafica : public ui::EntryForm
+class TMMGInserimentoAnagrafica : public TMMGInserimento<ui::EntryForm>
 {
     Q_OBJECT
 

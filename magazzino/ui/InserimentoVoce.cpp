@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 TMMGInserimentoVoce::TMMGInserimentoVoce(const ui::EntryFormSpec &spec, const QString &dataSet,
                                          const ui::TextSpec &field, QWidget *owner)
-    : EntryForm(spec, &Modulo().dataSet(dataSet), owner)
+    : TMMGInserimento(spec, &Modulo().dataSet(dataSet), owner)
 {
     setOnClose(ui::OnClose::Hide);
     setOpeningSize({560, 180});

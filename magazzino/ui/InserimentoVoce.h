@@ -1,9 +1,10 @@
 #pragma once
+#include "magazzino/ui/MMGInserimento.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Fields.h"
 
 /// Entry form of a register with one text.
-class TMMGInserimentoVoce : public ui::EntryForm
+class TMMGInserimentoVoce : public TMMGInserimento<ui::EntryForm>
 {
     Q_OBJECT
 

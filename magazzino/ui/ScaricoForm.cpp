@@ -1,8 +1,8 @@
 #include "magazzino/ui/ScaricoForm.h"
 
 #include "magazzino/MMGUtils.h"
-#include "magazzino/ui/CampiTrasporto.h"
-#include "magazzino/ui/Scelta.h"
+#include "magazzino/ui/RecordChoice.h"
+#include "magazzino/ui/TransportFields.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -91,7 +91,7 @@ QAction *TMMGInserimentoScarico::customerCommand()
                        .caption = u"Cliente"_s,
                        .run =
                            [this] {
-                               if (const auto chosen = scegli(u"actModSelezionaCliente"_s))
+                               if (const auto chosen = chooseRecord(u"actModSelezionaCliente"_s))
                                    customerChosen(GetCliente(chosen->key));
                            },
                        .icon = ui::Icon::Choose,
@@ -102,7 +102,7 @@ QGroupBox *TMMGInserimentoScarico::createAddresseeBox(const QList<std::pair<QAct
 {
     auto *box = new QGroupBox(u" Cliente "_s, generalPage());
     box->setObjectName(u"grpAnagrafica"_s);
-    addressee_ = declare(new ui::RecordLabels(etichetteAnagrafica(u"lbl"_s, u"CLI_"_s), box));
+    addressee_ = declare(new ui::RecordLabels(anagraficaLabels(u"lbl"_s, u"CLI_"_s), box));
     auto *layout = new QVBoxLayout(box);
     auto *line = new QHBoxLayout;
     for (const auto &[action, name] : buttons)
@@ -115,7 +115,7 @@ QGroupBox *TMMGInserimentoScarico::createAddresseeBox(const QList<std::pair<QAct
 
 void TMMGInserimentoScarico::showAddressee(const TCliente &addressee)
 {
-    addressee_->setValues(valoriAnagrafica(addressee));
+    addressee_->setValues(anagraficaValues(addressee));
     DataChanged();
 }
 
@@ -152,7 +152,7 @@ QGroupBox *TMMGInserimentoScarico::createCarrier()
 {
     auto *box = new QGroupBox(u"Vettore"_s, generalPage());
     box->setObjectName(u"grpVettore"_s);
-    carrier_ = declare(new ui::RecordLabels(etichetteAnagrafica(u"lblVett"_s, u"VETT_"_s, false), box));
+    carrier_ = declare(new ui::RecordLabels(anagraficaLabels(u"lblVett"_s, u"VETT_"_s, false), box));
     QAction *choose = addCommand({.name = u"actSelezionaVettore"_s,
                                   .caption = u"Seleziona vettore..."_s,
                                   .run = [this] { selezionaVettore(); },
@@ -179,24 +179,24 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
 {
     auto *box = new QGroupBox(u"Trasporto"_s, generalPage());
     box->setObjectName(u"grpTrasporto"_s);
-    transportType_ = declare(campoTipoTrasporto(box));
-    auto *appearance = declare(campoAspettoBeni(u"Aspetto dei beni"_s, box));
+    transportType_ = declare(transportTypeField(box));
+    auto *appearance = declare(appearanceField(u"Aspetto dei beni"_s, box));
     transportReason_ = declare(new ui::ChoiceField(
         {.name = u"txtCausaleTrasporto"_s,
          .buttonName = u"cmdSelezionaCausaleTrasporto"_s,
          .label = u"Causale del trasporto"_s,
          .keyColumn = u"IDCAUSALE_TRASPORTO"_s,
          .textColumn = u"CAUSALE_TRASPORTO"_s,
-         .choose = [] { return scegliConLettore(u"actModSelezionaCausaleTrasporto"_s, GetCausaleTrasporto); }},
+         .choose = [] { return chooseRecordReading(u"actModSelezionaCausaleTrasporto"_s, GetCausaleTrasporto); }},
         box));
-    auto *packages = declare(campoColli(box));
-    auto *weight = declare(campoPeso(box));
+    auto *packages = declare(packagesField(box));
+    auto *weight = declare(weightField(box));
     auto *weightUnit = declare(new ui::ChoiceField({.name = u"txtPesoUM"_s,
                                                     .buttonName = u"cmdSelezionaPesoUM"_s,
                                                     .label = u"Unità di misura"_s,
                                                     .keyColumn = u"PESO_IDUM"_s,
                                                     .textColumn = u"PESO_UM"_s,
-                                                    .choose = [] { return scegli(u"actModSelezionaUM"_s); },
+                                                    .choose = [] { return chooseRecord(u"actModSelezionaUM"_s); },
                                                     .clearable = true},
                                                    box));
     auto *start = declare(new ui::MomentField({.checkName = u"chkInizioTrasporto"_s,
@@ -221,17 +221,17 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
 
 void TMMGInserimentoScarico::selezionaVettore()
 {
-    const auto chosen = scegli(u"actModSelezionaVettore"_s);
+    const auto chosen = chooseRecord(u"actModSelezionaVettore"_s);
     if (!chosen)
         return;
     const TVettore carrier = GetVettore(chosen->key);
     if (carrier.id <= 0)
         return;
-    carrier_->setValues(valoriAnagrafica(carrier));
+    carrier_->setValues(anagraficaValues(carrier));
     DataChanged();
 }
 
 double TMMGInserimentoScarico::movementValue(const DocumentRow &row) const
 {
-    return GetValoreScaricoCostoMedio(row.codice, data());
+    return GetValoreScaricoCostoMedio(row.codice, documentDate());
 }

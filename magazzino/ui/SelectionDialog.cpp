@@ -91,7 +91,7 @@ void TMMGModSelezionaBase::createFilterBar(QVBoxLayout *layout)
         filterEdits_.append(edit);
     }
     if (!spec_.category.table.isEmpty()) {
-        category_ = new CategoryTree(this);
+        category_ = new ui::CategoryTree(this);
         category_->setObjectName(u"txtCategoria"_s);
         auto *label = new QLabel(u"Categoria"_s, this);
         label->setBuddy(category_);

@@ -7,6 +7,7 @@
 class QLineEdit;
 class QVBoxLayout;
 namespace ui {
+class CategoryTree;
 class LetterBar;
 class ListKeys;
 } // namespace ui
@@ -86,6 +87,6 @@ private:
     SelectionSpec spec_;
     ui::ResultGrid *grid_ = nullptr;
     QList<QLineEdit *> filterEdits_;
-    CategoryTree *category_ = nullptr;
+    ui::CategoryTree *category_ = nullptr;
     ui::ListKeys *keys_ = nullptr;
 };

@@ -61,11 +61,6 @@ bool confirmDeletion(QObject *owner)
     return confirmLoss(owner, u"Confermare l'eliminazione?"_s);
 }
 
-void refuseForRights(QObject *owner)
-{
-    warn(owner, missingRight);
-}
-
 bool guarded(QObject *owner, const std::function<void()> &body)
 {
     try {

@@ -58,11 +58,6 @@ bool confirmLoss(QObject *owner, const QString &text);
 /// "Confermare l'eliminazione?", the question before every deletion of what is stored; Enter alone answers No.
 bool confirmDeletion(QObject *owner);
 
-inline const QString missingRight =
-    QStringLiteral("Non si dispone di diritti sufficienti per eseguire questa operazione.");
-/// `missingRight` titled "Attenzione".
-void refuseForRights(QObject *owner);
-
 /// Runs `body` and shows the text of any error it throws in an "Errore" box: the outermost layer of every slot.
 /// Returns false when an error was shown.
 bool guarded(QObject *owner, const std::function<void()> &body);

@@ -1,5 +1,7 @@
 #include "platform/ui/CategoryTree.h"
 
+#include "platform/data/Connection.h"
+
 #include <QAbstractItemView>
 #include <QFocusEvent>
 #include <QMultiMap>
@@ -7,6 +9,8 @@
 #include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
+
+namespace ui {
 
 namespace {
 
@@ -73,6 +77,18 @@ void CategoryTree::fill(const QList<Node> &nodes)
     view()->setMinimumWidth(view()->sizeHintForColumn(0) + 30);
 }
 
+void CategoryTree::fill(const CategoryTable &categories, const QString &orderClause, data::Connection &connection)
+{
+    const data::Rows rows = connection.select(u"SELECT %1, %2, %3 FROM %4 %5"_s.arg(
+        categories.key, categories.caption, categories.parent, categories.table, orderClause));
+    QList<Node> nodes;
+    nodes.reserve(rows.size());
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        nodes.append({rows.integer(row, categories.key), rows.integer(row, categories.parent),
+                      rows.text(row, categories.caption)});
+    fill(nodes);
+}
+
 void CategoryTree::addChildren(const QMultiMap<int, int> &children, const QList<Node> &nodes, int parentKey, int depth)
 {
     const QList<int> positions = children.values(parentKey);
@@ -109,7 +125,7 @@ void CategoryTree::selectKey(int key)
 void CategoryTree::showPopup()
 {
     Q_EMIT turnedTo();
-    ui::ComboBox::showPopup();
+    ComboBox::showPopup();
 }
 
 void CategoryTree::focusInEvent(QFocusEvent *event)
@@ -117,5 +133,7 @@ void CategoryTree::focusInEvent(QFocusEvent *event)
     // The list that closes gives the focus back.
     if (event->reason() != Qt::PopupFocusReason)
         Q_EMIT turnedTo();
-    ui::ComboBox::focusInEvent(event);
+    ComboBox::focusInEvent(event);
 }
+
+} // namespace ui

@@ -1,9 +1,26 @@
 #pragma once
 #include "platform/ui/Controls.h"
 
+namespace data {
+class Connection;
+}
+
+namespace ui {
+
+/// A table of categories that refers to itself, and the names of its columns.
+struct CategoryTable
+{
+    QString table;
+    QString key;
+    QString caption;
+    QString parent; ///< the key of the category above; NULL on the first level
+
+    bool isEmpty() const { return table.isEmpty(); }
+};
+
 /// A drop-down that shows a tree of categories, each level indented below its parent. Entry 0 is the root that stands
 /// for all of them.
-class CategoryTree : public ui::ComboBox
+class CategoryTree : public ComboBox
 {
     Q_OBJECT
 
@@ -21,6 +38,9 @@ public:
     void clearTree();
     /// Adds `nodes`; brothers stay in the order given.
     void fill(const QList<Node> &nodes);
+    /// Adds what stands in `categories`, in the order of `orderClause` ("ORDER BY CATEGORIA"). Throws
+    /// data::DatabaseError.
+    void fill(const CategoryTable &categories, const QString &orderClause, data::Connection &connection);
     /// Folder images of the nodes below the root: one for nodes with children, one for leaves.
     void setNodeImages(const QIcon &withChildren, const QIcon &leaf);
 
@@ -42,3 +62,5 @@ protected:
 private:
     void addChildren(const QMultiMap<int, int> &children, const QList<Node> &nodes, int parentKey, int depth);
 };
+
+} // namespace ui

@@ -33,23 +33,23 @@ void EntryForm::declareCommands()
 {
     addCommand({.name = u"actNuovo"_s,
                 .caption = u"Nuovo"_s,
-                .run = [this] { NuovoConDomanda(); },
+                .run = [this] { startNewAsking(); },
                 .icon = Icon::New,
                 .shortcut = QKeySequence(u"Ctrl+N"_s)});
     addCommand({.name = u"actElimina"_s,
                 .caption = u"Elimina"_s,
-                .run = [this] { elimina(); },
+                .run = [this] { deleteShown(); },
                 .icon = Icon::Delete,
                 .shortcut = QKeySequence(u"Ctrl+D"_s)});
     addCommand({.name = u"actSalva"_s,
                 .caption = u"Salva"_s,
-                .run = [this] { SalvaRecord(); },
+                .run = [this] { saveRecord(); },
                 .icon = Icon::Save,
                 .shortcut = QKeySequence(u"Ctrl+S"_s)});
     addCommand({.name = u"actChiudi"_s, .caption = u"Chiudi"_s, .run = [this] { closeForm(); }, .icon = Icon::Close});
     addCommand({.name = u"actRecupera"_s,
                 .caption = u"Recupera"_s,
-                .run = [this] { recupera(); },
+                .run = [this] { bringBack(); },
                 .icon = Icon::Recover,
                 .shortcut = QKeySequence(u"Ctrl+R"_s),
                 .hint = u"Riporta nella maschera i dati non salvati che sono stati abbandonati per ultimi"_s});
@@ -65,7 +65,7 @@ void EntryForm::start(const QStringList &commands)
     // The pages are as large as their contents where the main window has room for that.
     setOpeningSize(sizeHint().expandedTo(layout_->totalSizeHint()));
     setMinimumSize(minimumSize().expandedTo(minimumSizeHint()));
-    NuovoRecord();
+    startNew();
 }
 
 data::Connection &EntryForm::connection() const
@@ -196,7 +196,7 @@ void EntryForm::keepGivenUp()
 }
 
 // What stands in the form unsaved takes the place of what is brought back, so that nothing is lost.
-void EntryForm::recupera()
+void EntryForm::bringBack()
 {
     Recovery &recovery = Recovery::of(connection());
     if (!finishEditing() || !recovery.holds(objectName()))
@@ -210,22 +210,22 @@ void EntryForm::recupera()
         recovery.forget(objectName());
 }
 
-void EntryForm::NuovoRecord()
+void EntryForm::startNew()
 {
     const WaitCursor wait;
     startEmpty();
     withoutTracking([this] { resetDetails(); });
 }
 
-void EntryForm::NuovoConDomanda()
+void EntryForm::startNewAsking()
 {
     if (!finishEditing() || !mayStartNew() || !continueWithoutSaving())
         return;
     keepGivenUp();
-    NuovoRecord();
+    startNew();
 }
 
-void EntryForm::ApriRecord(int id)
+void EntryForm::openRecord(int id)
 {
     if (!finishEditing() || !continueWithoutSaving())
         return;
@@ -283,7 +283,7 @@ void EntryForm::load(int id)
     keyWithoutRow_ = false;
 }
 
-void EntryForm::elimina()
+void EntryForm::deleteShown()
 {
     if (!finishEditing())
         return;
@@ -292,7 +292,7 @@ void EntryForm::elimina()
         keepGivenUp();
     else if (!deleteStored(storedKey()))
         return;
-    NuovoRecord();
+    startNew();
 }
 
 bool EntryForm::passes(const QList<Check> &checks)
@@ -316,7 +316,7 @@ bool EntryForm::passesChecks()
     return passes(firstChecks_) && everythingReadable(this) && passes(checks_);
 }
 
-bool EntryForm::SalvaRecord()
+bool EntryForm::saveRecord()
 {
     bool saved = false;
     core::guarded(this, [this, &saved] { saved = finishEditing() && passesChecks() && save(); });
@@ -446,7 +446,7 @@ bool EntryForm::saveFirst()
                                                    this});
     // Yes closes whether or not the save succeeded; this is intended.
     if (answer == core::Answer::Yes)
-        SalvaRecord();
+        saveRecord();
     return answer != core::Answer::Cancel;
 }
 
@@ -459,7 +459,7 @@ bool EntryForm::mayClose()
     keepGivenUp();
     // A form that only hides must not come back with what was given up.
     if (Modified() && onClose() == OnClose::Hide)
-        NuovoRecord();
+        startNew();
     return true;
 }
 

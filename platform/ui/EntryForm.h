@@ -82,14 +82,14 @@ public:
     void SetTyping(bool typing);
 
     /// Empties the form for a new record; asks nothing.
-    void NuovoRecord();
+    void startNew();
     /// Loads a record after the question about unsaved changes; without such a record the form stays as it was. When
     /// the database fails the form is left empty, for a new record, and the error is thrown.
-    void ApriRecord(int id);
+    void openRecord(int id);
     /// Validates and saves; true when it was saved. Errors are shown, never thrown.
-    bool SalvaRecord();
+    bool saveRecord();
     /// The command "Nuovo": asks about unsaved changes first.
-    void NuovoConDomanda();
+    void startNewAsking();
 
 public Q_SLOTS:
     /// Every field's change ends here.
@@ -177,12 +177,12 @@ private:
     void declareCommands();
     void startEmpty();
     void load(int id);
-    void elimina();
+    void deleteShown();
     bool continueWithoutSaving();
     FormContents contents() const;
     void show(const FormContents &contents);
     void keepGivenUp();
-    void recupera();
+    void bringBack();
     bool saveFirst();
     bool passes(const QList<Check> &checks);
     bool passesChecks();

@@ -63,7 +63,7 @@ SearchForm::SearchForm(const SearchSpec &spec, data::Connection &connection, QWi
                   .search =
                       [this] {
                           bool searched = false;
-                          core::guarded(this, [this, &searched] { searched = Cerca(); });
+                          core::guarded(this, [this, &searched] { searched = search(); });
                           return searched;
                       }});
     setMinimumSize(700, 360);
@@ -100,8 +100,6 @@ void SearchForm::declareCommands()
                 .icon = Icon::Open,
                 .shortcut = QKeySequence(u"Ctrl+O"_s),
                 .hint = spec_.editHint});
-    if (spec_.hasDelete)
-        declareDelete();
     addCommand({.name = u"actChiudi"_s,
                 .caption = u"Chiudi"_s,
                 .run = [this] { closeForm(); },
@@ -109,11 +107,11 @@ void SearchForm::declareCommands()
                 .hint = spec_.closeHint});
     addCommand({.name = u"actCerca"_s,
                 .caption = u"Cerca"_s,
-                .run = [this] { Cerca(); },
+                .run = [this] { search(); },
                 .icon = Icon::Search,
                 .shortcut = QKeySequence(u"F5"_s)});
     addCommand(
-        {.name = u"actRipristina"_s, .caption = u"Ripristina"_s, .run = [this] { Ripristina(); }, .icon = Icon::Reset});
+        {.name = u"actRipristina"_s, .caption = u"Ripristina"_s, .run = [this] { reset(); }, .icon = Icon::Reset});
 }
 
 void SearchForm::declareDelete()
@@ -179,7 +177,7 @@ LetterBar *SearchForm::createLetterBar(QVBoxLayout *layout)
     connect(letters, &LetterBar::pressed, this, [this](const QString &caption) {
         core::guarded(this, [this, &caption] {
             // No blank before LIKE and two behind it: the clause as it has always been sent.
-            AggiornaGriglia(LetterBar::condition(caption, spec_.letterColumn, u"LIKE  "_s));
+            refill(LetterBar::condition(caption, spec_.letterColumn, u"LIKE  "_s));
         });
     });
     layout->addWidget(letters);
@@ -202,14 +200,16 @@ void SearchForm::placeExport()
 
 void SearchForm::start(const QStringList &commands, const QStringList &menuCommands)
 {
+    if (commands.contains(u"actElimina"_s))
+        declareDelete();
     placeCommands(bar_, commands, menuCommands);
     placeExport();
     if (!inputs_.isEmpty())
         setFocusProxy(inputs_.first());
-    Ripristina();
+    reset();
 }
 
-void SearchForm::Ripristina()
+void SearchForm::reset()
 {
     for (QWidget *input : std::as_const(inputs_)) {
         if (auto *year = qobject_cast<YearEdit *>(input))
@@ -234,15 +234,15 @@ QString SearchForm::filterText() const
     return conditions.isEmpty() ? QString() : u"WHERE "_s + conditions.join(u" AND "_s);
 }
 
-bool SearchForm::Cerca()
+bool SearchForm::search()
 {
     if (!everythingReadable(this))
         return false;
-    AggiornaGriglia(filterText());
+    refill(filterText());
     return true;
 }
 
-void SearchForm::AggiornaGriglia(const QString &filter)
+void SearchForm::refill(const QString &filter)
 {
     const WaitCursor wait;
     const int key = grid_->selectedKey();

@@ -47,7 +47,6 @@ struct SearchSpec
     QString newHint;
     QString editHint;
     QString closeHint;
-    bool hasDelete = true; ///< records can be deleted from the list
 };
 
 /// A list with filters, from which records are found, opened, created and deleted. What another form saves or deletes
@@ -60,11 +59,11 @@ public:
     SearchForm(const SearchSpec &spec, data::Connection &connection, QWidget *parent);
 
     /// "Cerca": the filters joined with AND. False when one cannot be read, which the user was told.
-    bool Cerca();
+    bool search();
     /// "Ripristina": filters back to their first values; the grid stays.
-    void Ripristina();
+    void reset();
     /// Runs the query with a WHERE clause (or empty text) and refills the grid.
-    void AggiornaGriglia(const QString &filter);
+    void refill(const QString &filter);
     /// Key of the selected record, or -1.
     int selectedKey() const { return grid_->selectedKey(); }
 

@@ -1,8 +1,8 @@
 #include "host/HostCommands.h"
+#include "host/TaxCodes.h"
 #include "host/registers/RegisterEntry.h"
 #include "host/registers/RegisterUses.h"
 #include "platform/core/NumberReader.h"
-#include "platform/core/TaxCodes.h"
 #include "tests/support/Controls.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
@@ -121,27 +121,27 @@ void TestRegisters::everyRegisterKeepsWhatWasTyped()
     QVERIFY(!form->Modified());
     fillIn(form, spec);
     const QStringList typed = contents(form, spec);
-    QVERIFY(form->SalvaRecord());
+    QVERIFY(form->saveRecord());
     const int key = form->IdRecord();
     QCOMPARE(misplaced(form, spec, workplace.database(), key), QStringList());
-    form->NuovoRecord();
+    form->startNew();
     QVERIFY(contents(form, spec) != typed);
-    form->ApriRecord(key);
+    form->openRecord(key);
     QVERIFY(!form->Modified());
     QCOMPARE(contents(form, spec), typed);
     // The same once more: the text is taken, or, where nothing is unique, the required one is missing.
-    form->NuovoRecord();
+    form->startNew();
     fillIn(form, spec);
     if (spec.uniqueColumn.isEmpty())
         test::control<QLineEdit>(form, spec.groups.first().fields.first().name)->clear();
     workplace.messages.expectWarning(spec.uniqueColumn.isEmpty() ? spec.required.first().second : spec.duplicateText);
-    QVERIFY(!form->SalvaRecord());
+    QVERIFY(!form->saveRecord());
     form->SetModified(false);
     // Nothing uses it yet, so it may go.
     workplace.messages.expectQuestion(u"Confermare l'eliminazione?"_s, core::Answer::Yes);
     QVERIFY(host::deleteRegisterRecord(spec, key, workplace.database(), nullptr));
     workplace.messages.expectWarning(u"Il record non esiste più: un'altra postazione l'ha eliminato."_s);
-    form->ApriRecord(key);
+    form->openRecord(key);
 }
 
 void TestRegisters::whatIsUsedStaysAndSaysWhere()
@@ -168,18 +168,18 @@ void TestRegisters::whatIsUsedStaysAndSaysWhere()
     QVERIFY(refuses(host::vatRates(), u"CODICE = '%1'"_s.arg(rate), u"righe di D.d.T. di scarico: 1"_s));
     // Movements name the article by its code, so that must not change either.
     auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(u"actInserimentoArticoli"_s));
-    form->ApriRecord(workplace.lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = 'TRA-0018'"_s).value(0).toInt());
+    form->openRecord(workplace.lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = 'TRA-0018'"_s).value(0).toInt());
     test::control<QLineEdit>(form, u"txtDescrizione"_s)->setText(u"Un altro testo"_s);
     const QString withoutRate = u"Non è stata indicata l'aliquota IVA o l'unità di misura:\n\r"
                                 "mancherà anche nelle righe dei documenti. Salvare comunque?"_s;
     for (const bool saves : {false, true}) {
         workplace.messages.expectQuestion(withoutRate, saves ? core::Answer::Yes : core::Answer::No);
-        QCOMPARE(form->SalvaRecord(), saves);
+        QCOMPARE(form->saveRecord(), saves);
     }
     test::control<QLineEdit>(form, u"txtCodice"_s)->setText(u"ALTRO"_s);
     workplace.messages.expectWarning(
         u"Il codice non si può cambiare: documenti o movimenti di magazzino\n\rlo riportano già."_s);
-    QVERIFY(!form->SalvaRecord());
+    QVERIFY(!form->saveRecord());
     form->SetModified(false);
 }
 
@@ -202,8 +202,8 @@ void TestRegisters::taxCodes_data()
 void TestRegisters::taxCodes()
 {
     QFETCH(QString, text);
-    QTEST(core::isVatNumber(text), "vatNumber");
-    QTEST(core::isTaxCode(text), "taxCode");
+    QTEST(host::isVatNumber(text), "vatNumber");
+    QTEST(host::isTaxCode(text), "taxCode");
 }
 
 void TestRegisters::categoryNeverMovesIntoItself()

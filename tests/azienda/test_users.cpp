@@ -138,13 +138,13 @@ void TestUsers::lastAdministratorStays()
 {
     test::Workplace workplace;
     auto *user = qobject_cast<host::UserEntry *>(workplace.commands().openForm(u"actInserimentoUtenti"_s));
-    user->ApriRecord(1);
+    user->openRecord(1);
     QCOMPARE(test::shown(user, u"txtNomeUtente"_s), host::administrator);
     test::control<QCheckBox>(user, u"chkAttivo"_s)->setChecked(false);
     workplace.messages.expectWarning(lastAdministrator);
     test::trigger(user, u"actSalva"_s);
     auto *role = qobject_cast<host::RoleEntry *>(workplace.commands().openForm(u"actInserimentoRuoli"_s));
-    role->ApriRecord(1);
+    role->openRecord(1);
     auto *rights = test::control<QListWidget>(role, u"list"_s);
     QCOMPARE(rights->item(1)->text(), u"Fatture acc. (visualizzazione) (Magazzino)"_s);
     rights->item(0)->setCheckState(Qt::Unchecked);
@@ -169,7 +169,7 @@ void TestUsers::adminCommandsNeedTheRight()
     SetKxCurrentUserName(u"MAGAZZINIERE"_s);
     for (const QString &name :
          {u"actRicercaUtenti"_s, u"actInserimentoRuoli"_s, u"actAzienda"_s, u"actOpzioni"_s, u"actImporta"_s}) {
-        workplace.messages.expectWarning(core::missingRight);
+        workplace.messages.expectWarning(host::missingRight);
         QVERIFY(!workplace.commands().openForm(name));
     }
     QVERIFY(workplace.commands().openForm(u"actRicercaArticoli"_s));
@@ -177,7 +177,7 @@ void TestUsers::adminCommandsNeedTheRight()
     host::DatabaseMemory memory(folder.path());
     const host::FileCommands file(workplace.window(), {}, memory, folder.path());
     for (const QString &name : {u"actCopiaSicurezza"_s, u"actRipristina"_s}) {
-        workplace.messages.expectWarning(core::missingRight);
+        workplace.messages.expectWarning(host::missingRight);
         test::trigger(&file, name);
     }
 }
@@ -189,8 +189,8 @@ void TestUsers::rightIsAskedAgainAtTheSave()
     workplace.database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
     auto *user = qobject_cast<host::UserEntry *>(workplace.commands().openForm(u"actInserimentoUtenti"_s));
     auto *role = qobject_cast<host::RoleEntry *>(workplace.commands().openForm(u"actInserimentoRuoli"_s));
-    user->ApriRecord(2);
-    role->ApriRecord(2);
+    user->openRecord(2);
+    role->openRecord(2);
     test::type(test::control<QLineEdit>(user, u"txtNome"_s), u"x"_s);
     test::type(test::control<QLineEdit>(role, u"txtRuolo"_s), u"x"_s);
     const QStringList before =
@@ -199,10 +199,10 @@ void TestUsers::rightIsAskedAgainAtTheSave()
                                 u"DELETE FROM UTENTI_RUOLI WHERE USER_NAME = 'AMMINISTRATORE'"_s}) {
         workplace.database().execute(loss);
         for (const QWidget *form : {static_cast<QWidget *>(user), static_cast<QWidget *>(role)}) {
-            workplace.messages.expectWarning(core::missingRight);
+            workplace.messages.expectWarning(host::missingRight);
             test::trigger(form, u"actSalva"_s);
         }
-        workplace.messages.expectWarning(core::missingRight);
+        workplace.messages.expectWarning(host::missingRight);
         QVERIFY(!host::deleteRegisterRecord(host::users(), 2, workplace.database(), nullptr));
         workplace.database().execute(u"UPDATE UTENTI SET ATTIVO = 'True' WHERE IDUTENTE = 1"_s);
     }

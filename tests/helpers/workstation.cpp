@@ -47,12 +47,12 @@ void enter(test::Workplace &workplace, const test::DocumentNames &names, const Q
 void enterArticle(test::Workplace &workplace, const QString &code)
 {
     auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(u"actInserimentoArticoli"_s));
-    form->NuovoRecord();
+    form->startNew();
     test::control<QLineEdit>(form, u"txtCodice"_s)->setText(code);
     test::control<QLineEdit>(form, u"txtDescrizione"_s)->setText(u"Articolo di "_s + code);
     for (const QString &lookup : {u"txtUM"_s, u"txtAliquotaIVA"_s})
         test::control<QComboBox>(form, lookup)->setCurrentIndex(1);
-    if (!form->SalvaRecord())
+    if (!form->saveRecord())
         throw core::Error(u"Articolo non salvato: "_s + code);
 }
 

@@ -1,7 +1,6 @@
 #include "host/Application.h"
 #include "host/DatabaseSetup.h"
-#include "magazzino/schema/Motore.h"
-#include "magazzino/schema/Passi.h"
+#include "magazzino/schema/ModuleSteps.h"
 #include "tests/kills/Workload.h"
 #include "tests/support/Schemas.h"
 #include "tests/support/TestDatabase.h"
@@ -112,7 +111,7 @@ Workload upgradeFrom(const QString &what, test::Content content, const std::func
 Workload upgradeAfter(int steps)
 {
     return upgradeFrom(QString::number(steps), test::Content::HostSchema, [steps](data::Connection &connection) {
-        schema::eseguiPassi(connection, schema::passi().first(steps));
+        schema::runModuleSteps(connection, schema::moduleSteps().first(steps));
     });
 }
 
@@ -129,7 +128,7 @@ Workload firstRelease()
 QList<Workload> allWorkloads()
 {
     QList<Workload> all = {emptyFirm()};
-    for (int steps = 0; steps < schema::passi().size(); ++steps)
+    for (int steps = 0; steps < schema::moduleSteps().size(); ++steps)
         all.append(upgradeAfter(steps));
     all.append(firstRelease());
     return all + fileWorkloads();

@@ -2,9 +2,9 @@
 #include "host/Application.h"
 #include "host/DatabaseSetup.h"
 #include "host/backup/Backup.h"
-#include "host/transfer/CsvFile.h"
 #include "host/transfer/ImportPlan.h"
 #include "platform/core/Clock.h"
+#include "platform/core/CsvFile.h"
 #include "platform/core/Error.h"
 #include "platform/core/Progress.h"
 #include "platform/core/SaveFile.h"
@@ -88,7 +88,7 @@ void import(const QString &folder)
     const auto connection = opened(databaseIn(folder));
     const host::ImportTarget &target = host::importTargets().first();
     const host::ImportLookups lookups(*connection, target);
-    host::CsvFile file(folder + u"/articoli.csv"_s);
+    core::CsvFile file(folder + u"/articoli.csv"_s);
     core::Progress progress;
     const host::ImportJob job = {target,
                                  lookups,

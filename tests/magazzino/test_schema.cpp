@@ -1,7 +1,6 @@
 #include "magazzino/MMGUtils.h"
-#include "magazzino/schema/Catalogo.h"
-#include "magazzino/schema/Motore.h"
-#include "magazzino/schema/Passi.h"
+#include "magazzino/schema/ModuleSteps.h"
+#include "magazzino/schema/Tables.h"
 #include "platform/core/Log.h"
 #include "platform/data/DatabaseError.h"
 #include "tests/support/ScriptedMessages.h"
@@ -46,8 +45,8 @@ const QString triggers = uR"(
 QString tableNames()
 {
     QStringList names;
-    for (const schema::Tabella &table : schema::catalogo())
-        names.append(u'\'' + table.nome.toString() + u'\'');
+    for (const schema::Table &table : schema::tables())
+        names.append(u'\'' + table.name.toString() + u'\'');
     return names.join(u", "_s);
 }
 
@@ -102,7 +101,7 @@ private Q_SLOTS:
         const QString tables = u"SELECT COUNT(*) FROM RDB$RELATIONS WHERE RDB$SYSTEM_FLAG = 0"_s;
         const int all = db->lines(tables).value(0).toInt();
         start(test::Content::HostSchema);
-        QCOMPARE(all - db->lines(tables).value(0).toInt(), int(schema::catalogo().size()));
+        QCOMPARE(all - db->lines(tables).value(0).toInt(), int(schema::tables().size()));
     }
 
     void freshDatabaseHasReasonsAndRights()
@@ -155,13 +154,13 @@ private Q_SLOTS:
                        {{u"TABELLA"_s, entry.section(u'=', 0, 0)}, {u"VERSIONE"_s, entry.section(u'=', 1)}});
         // The real guards and versions with commands that only leave a trace.
         QStringList trace;
-        QList<schema::Step> steps = schema::passi();
+        QList<schema::Step> steps = schema::moduleSteps();
         for (qsizetype i = 0; i < steps.size(); ++i) {
             steps[i].statements.clear();
             steps[i].following.clear();
             steps[i].action = [&trace, i](data::Connection &) { trace.append(QString::number(i + 1)); };
         }
-        schema::eseguiPassi(db->connection(), steps);
+        schema::runModuleSteps(db->connection(), steps);
         QCOMPARE(trace.join(u','), expected);
     }
 
@@ -178,7 +177,7 @@ private Q_SLOTS:
         start();
         const QStringList fresh = everything();
         start(test::Content::HostSchema);
-        schema::eseguiPassi(db->connection(), schema::passi().first(done));
+        schema::runModuleSteps(db->connection(), schema::moduleSteps().first(done));
         AggiornaDatabase();
         QCOMPARE(everything(), fresh);
     }
@@ -207,7 +206,7 @@ private Q_SLOTS:
         messages.watch(db->connection());
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
-        schema::eseguiPassi(db->connection(), steps);
+        schema::runModuleSteps(db->connection(), steps);
         QCOMPARE(messages.verify(), QStringList());
         QCOMPARE(db->lines(versions), QStringList({u"B|1.0.0"_s, u"C|1.0.0"_s}));
         QCOMPARE(db->lines(u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$RELATION_NAME IN ('A', 'B', 'C') "
@@ -216,7 +215,7 @@ private Q_SLOTS:
         QCOMPARE(db->lines(u"SELECT * FROM C"_s), QStringList(u"7"_s));
         // Tried again at the next start, and only this one.
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
-        schema::eseguiPassi(db->connection(), steps);
+        schema::runModuleSteps(db->connection(), steps);
     }
 
     void stepIsTriedTwiceWhenItsDefinitionsCannotBeMade_data()
@@ -248,7 +247,7 @@ private Q_SLOTS:
             if (sql == u"COMMIT" && refused++ < times)
                 throw data::DatabaseError(u"unsuccessful metadata update"_s, sql, refusal);
         });
-        schema::eseguiPassi(db->connection(), {{u"A"_s, {}, {u"CREATE TABLE A(X INTEGER)"_s}, u"1.0.0"_s}});
+        schema::runModuleSteps(db->connection(), {{u"A"_s, {}, {u"CREATE TABLE A(X INTEGER)"_s}, u"1.0.0"_s}});
         QCOMPARE(messages.verify(), QStringList());
         QCOMPARE(run.size(), tries);
         QCOMPARE(db->lines(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'A'"_s),

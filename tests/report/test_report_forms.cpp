@@ -61,7 +61,7 @@ void TestReportForms::cleanup()
 ui::EntryForm *TestReportForms::openNote(int key) const
 {
     auto *form = qobject_cast<ui::EntryForm *>(open(u"actInserimentoDdTScarico"_s));
-    form->ApriRecord(key);
+    form->openRecord(key);
     return form;
 }
 
@@ -206,7 +206,7 @@ void TestReportForms::pdfNameGetsItsExtension()
     QCOMPARE(workplace_->messages.verify(), QStringList());
     // The list proposes the same name.
     auto *list = qobject_cast<ui::SearchForm *>(open(u"actRicercaDdTScarico"_s));
-    list->Cerca();
+    list->search();
     test::control<QTableView>(list, u"GridRisultati"_s)->selectRow(0);
     proposed.clear();
     workplace_->messages.expectQuestion(u"Il file \"%1\" esiste già.\n\rSovrascriverlo?"_s.arg(written),

@@ -242,7 +242,7 @@ void TestFullDisk::importAndCreationLeaveNothing()
         QCOMPARE(files(), before);
     }
     test::ModuleDatabase database(test::Content::ModuleSchema);
-    QList<host::CsvRecord> records;
+    QList<core::CsvRecord> records;
     for (int i = 0; i < 20'000; ++i)
         records.append({i + 1, {u"X%1"_s.arg(i), QString(90, u'x')}});
     const host::ImportTarget &articles = host::importTargets().first();

@@ -19,17 +19,17 @@
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
-using host::CsvEncoding;
+using core::CsvEncoding;
 
 namespace {
 
-QList<host::CsvRecord> recordsOf(QByteArray content, const host::CsvFormat &format)
+QList<core::CsvRecord> recordsOf(QByteArray content, const core::CsvFormat &format)
 {
     QBuffer file(&content);
     file.open(QIODevice::ReadOnly);
-    host::CsvReader reader(file, format);
-    QList<host::CsvRecord> records;
-    for (host::CsvRecord record; reader.read(record);)
+    core::CsvReader reader(file, format);
+    QList<core::CsvRecord> records;
+    for (core::CsvRecord record; reader.read(record);)
         records.append(record);
     return records;
 }
@@ -131,11 +131,11 @@ void TestImport::filesAreRecognised()
     QBuffer file(&content);
     QVERIFY(file.open(QIODevice::ReadOnly));
     core::Progress progress;
-    const host::CsvFormat format = host::detectCsvFormat(file, progress);
+    const core::CsvFormat format = core::detectCsvFormat(file, progress);
     QTEST(format.separator, "separator");
     QTEST(static_cast<int>(format.encoding), "encoding");
     QStringList cells;
-    for (const host::CsvRecord &record : recordsOf(content, format))
+    for (const core::CsvRecord &record : recordsOf(content, format))
         cells.append(QString::number(record.line) + u':' + record.cells.join(u'¦'));
     QTEST(cells.join(u" / "_s), "cells");
 }
@@ -150,7 +150,7 @@ void TestImport::longFilesArriveWhole()
         wanted.append(text);
         content += "\"" + QString(text).replace(u"\""_s, u"\"\""_s).toUtf8() + "\";" + QByteArray(i % 13, 'x') + "\r\n";
     }
-    const QList<host::CsvRecord> found = recordsOf(content, {});
+    const QList<core::CsvRecord> found = recordsOf(content, {});
     QCOMPARE(found.size(), wanted.size());
     for (int i = 0; i < found.size(); ++i) {
         QCOMPARE(found[i].line, 1 + 2 * i);
@@ -185,7 +185,7 @@ void TestImport::decimalMarkIsThatOfTheColumn()
 
 host::ImportJob TestImport::job(const host::ImportTarget &target, const QByteArray &content, bool update)
 {
-    QList<host::CsvRecord> records = recordsOf(content, {});
+    QList<core::CsvRecord> records = recordsOf(content, {});
     const QStringList headers = records.takeFirst().cells;
     lookups_ = std::make_unique<host::ImportLookups>(database_->connection(), target);
     return {target,

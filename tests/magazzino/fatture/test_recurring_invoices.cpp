@@ -1,5 +1,5 @@
 #include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
-#include "magazzino/ui/FatturaCiclica.h"
+#include "magazzino/ui/FatturaCiclicaField.h"
 #include "platform/ui/DateEdit.h"
 #include "platform/ui/NumberEdits.h"
 #include "tests/support/Documents.h"
@@ -70,7 +70,7 @@ void TestRecurringInvoices::nextDate()
     QFETCH(QString, unit);
     QFETCH(bool, on15th);
     QFETCH(QDate, next);
-    QCOMPARE(prossimaFatturaCiclica(start, every, unit, on15th, QDate(2029, 12, 31)), next);
+    QCOMPARE(nextRecurringInvoice(start, every, unit, on15th, QDate(2029, 12, 31)), next);
 }
 
 void TestRecurringInvoices::reminderIsStoredAndComesBack_data()

@@ -122,7 +122,7 @@ void TestMovementForm::whatIsShownIsStored()
     const int id = form_->IdRecord();
     test::trigger(form_, u"actNuovo"_s);
     QVERIFY(kindButton(u"Carico"_s)->isChecked());
-    form_->ApriRecord(id);
+    form_->openRecord(id);
     form_->SetModified(true);
     test::trigger(form_, u"actSalva"_s);
     QCOMPARE(stored(), expected);
@@ -145,7 +145,7 @@ void TestMovementForm::signAgainstTheKindIsShown()
     QVERIFY(line->text().contains(u"aumenta"_s));
     const int id = insertMovement({{u"QUANTITA"_s, -1}, {u"TIPO_MOVIMENTO"_s, u"Scarico"_s}});
     form_->SetModified(false);
-    form_->ApriRecord(id);
+    form_->openRecord(id);
     QVERIFY(!isAmber());
 }
 
@@ -159,7 +159,7 @@ void TestMovementForm::openedMovementKeepsWhatIsNotShown()
                                    {u"RIF_DOC_ID"_s, 8},
                                    {u"RIF_DOC_IDRIGA"_s, 21}});
     const QString before = stored().constFirst();
-    form_->ApriRecord(id);
+    form_->openRecord(id);
     QCOMPARE(shownTotal(), u"-15,75"_s);
     test::retype(form_, u"txtQuantita"_s, u"-6"_s);
     test::trigger(form_, u"actSalva"_s);
@@ -181,8 +181,8 @@ void TestMovementForm::unknownKindLeavesTheChoice()
 {
     const int unknown = insertMovement({{u"TIPO_MOVIMENTO"_s, u"Rettifica"_s}});
     for (const QString &before : {u"Scarico"_s, u"Carico"_s}) {
-        form_->ApriRecord(insertMovement({{u"TIPO_MOVIMENTO"_s, before}}));
-        form_->ApriRecord(unknown);
+        form_->openRecord(insertMovement({{u"TIPO_MOVIMENTO"_s, before}}));
+        form_->openRecord(unknown);
         QCOMPARE(form_->IdRecord(), unknown);
         QVERIFY(kindButton(before)->isChecked());
     }

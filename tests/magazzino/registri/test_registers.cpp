@@ -105,13 +105,13 @@ void TestRegisters::newRecordComesBackAndIsChangedAlone()
 
     test::trigger(form, u"actNuovo"_s);
     QCOMPARE(form->IdRecord(), -1);
-    form->ApriRecord(key);
+    form->openRecord(key);
     QStringList shown;
     for (const QString &control : controls)
         shown.append(test::shown(form, control));
     QCOMPARE(shown, texts);
 
-    form->ApriRecord(2);
+    form->openRecord(2);
     const QString before = test::shown(form, mainControl());
     test::retype(form, mainControl(), u"Nuovo d'oro"_s);
     QCOMPARE(test::flagsOf(form), u"stored modified"_s);
@@ -133,7 +133,7 @@ void TestRegisters::sameTextIsRefusedForOthersOnly()
         QCOMPARE(test::flagsOf(form), u"new modified"_s);
     }
     form->SetModified(false);
-    form->ApriRecord(1);
+    form->openRecord(1);
     test::retype(form, mainControl(), taken.toLower());
     test::trigger(form, u"actSalva"_s);
     QCOMPARE(storedText(1), taken.toLower());
@@ -162,10 +162,10 @@ void TestRegisters::deletion()
     const QString referenced = storedText(1);
     test::refer(place(), names, 1);
     ui::EntryForm *form = open(names);
-    form->ApriRecord(1);
+    form->openRecord(1);
     place().messages.expectWarning(names.entryRefusal);
     told(form, u"actElimina"_s);
-    form->ApriRecord(2);
+    form->openRecord(2);
     for (const core::Answer answer : {core::Answer::No, core::Answer::Yes}) {
         QCOMPARE(stored(names), expected);
         place().messages.expectQuestion(deleting, answer);

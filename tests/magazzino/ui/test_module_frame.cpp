@@ -5,7 +5,7 @@
 #include "host/ui/MainWindow.h"
 #include "magazzino/Azioni.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/Scelta.h"
+#include "magazzino/ui/RecordChoice.h"
 #include "platform/core/Error.h"
 #include "platform/report/Report.h"
 #include "tests/support/Controls.h"
@@ -187,7 +187,7 @@ void TestModuleFrame::everyActionOpens()
         if (action.kind == ActionKind::Form)
             opensWindow(action.name, [&] { return workplace.module().openForm(action.name); });
         else if (action.kind == ActionKind::Selection)
-            opensDialog(action.name, [&] { QVERIFY(!scegli(action.name)); });
+            opensDialog(action.name, [&] { QVERIFY(!chooseRecord(action.name)); });
         else
             opensDialog(action.name, [&] { test::trigger(&workplace.module(), action.name); });
     }

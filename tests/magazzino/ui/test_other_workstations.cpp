@@ -235,7 +235,7 @@ void TestOtherWorkstations::deletedRecord()
                          {{u"CODICE"_s, u"TRA-0018"_s}, {u"IDCAUSALE_MAGA"_s, 1}, {u"IDCATEGORIA_ANA_MAGA"_s, 1}});
     const int newest = lines(u"SELECT MAX(%1) FROM %2"_s.arg(key, table)).first().toInt();
     auto *form = qobject_cast<ui::EntryForm *>(workplace_->module().openForm(action));
-    form->ApriRecord(newest);
+    form->openRecord(newest);
     test::type(test::control<QWidget>(form, field), u"1"_s);
     QVERIFY(form->Modified());
     const QString count = u"SELECT COUNT(*) FROM "_s + table;
@@ -243,10 +243,10 @@ void TestOtherWorkstations::deletedRecord()
     elsewhere(u"DELETE FROM %1 WHERE %2 = %3"_s.arg(table, key).arg(newest));
     const QString question = u"Il record è stato eliminato nel frattempo.\n\rRegistrarlo di nuovo?"_s;
     expectQuestion(question, core::Answer::No);
-    QVERIFY(!form->SalvaRecord());
+    QVERIFY(!form->saveRecord());
     QVERIFY(form->Modified() && !form->NewRecord());
     expectQuestion(question, core::Answer::Yes);
-    QVERIFY(form->SalvaRecord());
+    QVERIFY(form->saveRecord());
     QCOMPARE(form->IdRecord(), newest + 1);
     QCOMPARE(lines(count), all);
 }

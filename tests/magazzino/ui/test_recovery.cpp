@@ -164,7 +164,7 @@ void TestRecovery::refusedSaveOfAClosingNoteComesBack()
 void TestRecovery::changedRecordKeepsWhatItWasOpenedFrom()
 {
     ui::EntryForm *form = supplier();
-    form->ApriRecord(1);
+    form->openRecord(1);
     const QString code = test::shown(form, u"txtCodice"_s);
     test::typeOver(nameOf(form), u"Mio"_s);
     workplace_->messages.expectQuestion(unsaved, core::Answer::Yes);

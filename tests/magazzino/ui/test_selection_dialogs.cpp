@@ -91,7 +91,7 @@ void TestSelectionDialogs::categoryIncludesThoseBelow()
     QFETCH(int, count);
     TMMGModSelezionaBase &dialog = this->dialog(dialogName);
     dialog.show();
-    auto *tree = test::control<CategoryTree>(&dialog, u"txtCategoria"_s);
+    auto *tree = test::control<ui::CategoryTree>(&dialog, u"txtCategoria"_s);
     QCOMPARE(tree->itemText(0).trimmed(), u"Tutte le categorie"_s);
     int entry = 0;
     while (entry < tree->count() && tree->itemText(entry).trimmed() != category)

@@ -1,4 +1,4 @@
-#include "host/transfer/CsvReader.h"
+#include "platform/core/CsvReader.h"
 
 #include "platform/core/Error.h"
 #include "platform/core/Progress.h"
@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace host {
+namespace core {
 
 namespace {
 
@@ -41,7 +41,7 @@ QByteArray pieceOf(QIODevice &device)
     QByteArray piece(pieceSize, Qt::Uninitialized);
     const qint64 count = device.read(piece.data(), pieceSize);
     if (count < 0)
-        throw core::Error(u"Impossibile leggere il file."_s, device.errorString());
+        throw Error(u"Impossibile leggere il file."_s, device.errorString());
     piece.truncate(count);
     return piece;
 }
@@ -49,10 +49,10 @@ QByteArray pieceOf(QIODevice &device)
 void rewind(QIODevice &device)
 {
     if (!device.seek(0))
-        throw core::Error(u"Impossibile leggere il file."_s, device.errorString());
+        throw Error(u"Impossibile leggere il file."_s, device.errorString());
 }
 
-bool isUtf8(QIODevice &device, core::Progress &progress)
+bool isUtf8(QIODevice &device, Progress &progress)
 {
     rewind(device);
     QStringDecoder decoder(QStringDecoder::Utf8);
@@ -66,7 +66,7 @@ bool isUtf8(QIODevice &device, core::Progress &progress)
     return !decoder.hasError();
 }
 
-CsvEncoding detectEncoding(QIODevice &device, core::Progress &progress)
+CsvEncoding detectEncoding(QIODevice &device, Progress &progress)
 {
     rewind(device);
     const QByteArray mark = device.peek(2);
@@ -98,7 +98,7 @@ qsizetype columnsWith(QIODevice &device, const CsvFormat &format)
         CsvReader reader(device, format);
         for (CsvRecord record; columns.size() < sample && reader.read(record);)
             columns.append(record.cells.size());
-    } catch (const core::Error &) {
+    } catch (const Error &) {
         return 0; // quotes that do not fit speak against this separator
     }
     if (columns.isEmpty())
@@ -108,7 +108,7 @@ qsizetype columnsWith(QIODevice &device, const CsvFormat &format)
 
 } // namespace
 
-CsvFormat detectCsvFormat(QIODevice &device, core::Progress &progress)
+CsvFormat detectCsvFormat(QIODevice &device, Progress &progress)
 {
     progress.setTotal(static_cast<int>(device.size() / kilobyte));
     CsvFormat format;
@@ -178,7 +178,7 @@ CsvRecord CsvReader::readRecord()
     CsvRecord record{line_, {}};
     do {
         if (record.cells.size() == mostCells)
-            throw core::Error(u"Riga %1: le colonne sono più di %2."_s.arg(record.line).arg(mostCells));
+            throw Error(u"Riga %1: le colonne sono più di %2."_s.arg(record.line).arg(mostCells));
         record.cells.append(readCell());
     } while (takeSeparator());
     takeLineEnd();
@@ -224,13 +224,13 @@ void CsvReader::readQuoted(QString &cell)
             append(cell, QStringView(text_).mid(begin, place_ - begin));
         }
     }
-    throw core::Error(u"Riga %1: le virgolette aperte non vengono mai chiuse."_s.arg(firstLine));
+    throw Error(u"Riga %1: le virgolette aperte non vengono mai chiuse."_s.arg(firstLine));
 }
 
 void CsvReader::append(QString &cell, QStringView text) const
 {
     if (cell.size() + text.size() > longestCell)
-        throw core::Error(
+        throw Error(
             u"Riga %1: un testo supera il milione di caratteri; forse le sue virgolette non vengono mai chiuse."_s.arg(
                 line_));
     cell.append(text);
@@ -255,4 +255,4 @@ void CsvReader::takeLineEnd()
     ++line_;
 }
 
-} // namespace host
+} // namespace core

@@ -16,6 +16,9 @@ public:
     /// `entryAction` opens the entry form of the same kind of record.
     TMMGRicercaBase(const ui::SearchSpec &spec, const QString &entryAction, QWidget *owner);
 
+    /// Runs the query with a WHERE clause (or empty text) and refills the grid.
+    void AggiornaGriglia(const QString &filter) { refill(filter); }
+
 protected:
     void openRecord(int id) override;
     void newRecord() override;
@@ -36,9 +39,9 @@ inline const QStringList documentListCommands = {QStringLiteral("actChiudi"), QS
                                                  QStringLiteral("actStampa"), QStringLiteral("actSalvaPDF")};
 
 /// Columns of the lists of suppliers and carriers; `nameWidth` of "Ragione sociale".
-QList<ui::ListColumn> colonneAnagrafica();
+QList<ui::ListColumn> anagraficaColumns();
 /// Their filters "Codice" and "Ragione sociale".
-QList<ui::ListFilter> filtriAnagrafica();
+QList<ui::ListFilter> anagraficaFilters();
 /// Filters of the document lists: code and name of the counterpart (columns beginning with `prefix`) and the year,
 /// whose condition begins with `yearCondition`.
-QList<ui::ListFilter> filtriDocumento(const QString &prefix, const QString &yearCondition);
+QList<ui::ListFilter> documentFilters(const QString &prefix, const QString &yearCondition);

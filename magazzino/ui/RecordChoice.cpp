@@ -1,11 +1,11 @@
-#include "magazzino/ui/Scelta.h"
+#include "magazzino/ui/RecordChoice.h"
 
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/SelectionDialog.h"
 
 using namespace Qt::StringLiterals;
 
-std::optional<ui::Choice> scegli(const QString &action)
+std::optional<ui::Choice> chooseRecord(const QString &action)
 {
     TMMGModSelezionaBase &dialog = Modulo().selectionDialog(action);
     if (ui::runModal(dialog) != QDialog::Accepted)
@@ -16,14 +16,14 @@ std::optional<ui::Choice> scegli(const QString &action)
     return ui::Choice{chosen.id, chosen.testo};
 }
 
-QStringList valoriAnagrafica(const TAnagrafica &anagrafica)
+QStringList anagraficaValues(const TAnagrafica &anagrafica)
 {
     return {anagrafica.codice,    anagrafica.ragioneSociale, anagrafica.indirizzo, anagrafica.citta,
             anagrafica.cap,       anagrafica.provincia,      anagrafica.nazione,   anagrafica.codiceFiscale,
             anagrafica.partitaIVA};
 }
 
-QList<ui::RecordLabel> etichetteAnagrafica(const QString &namePrefix, const QString &columnPrefix, bool withTaxCodes)
+QList<ui::RecordLabel> anagraficaLabels(const QString &namePrefix, const QString &columnPrefix, bool withTaxCodes)
 {
     const auto label = [&](const QString &name, const QString &caption, const QString &column, int line,
                            int characters) {

@@ -1,4 +1,4 @@
-#include "platform/core/TaxCodes.h"
+#include "host/TaxCodes.h"
 
 #include <QRegularExpression>
 
@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace core {
+namespace host {
 
 namespace {
 
@@ -68,4 +68,4 @@ bool isTaxCode(const QString &text)
            code[15] == personCheckCharacter(code);
 }
 
-} // namespace core
+} // namespace host

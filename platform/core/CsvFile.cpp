@@ -1,11 +1,11 @@
-#include "host/transfer/CsvFile.h"
+#include "platform/core/CsvFile.h"
 
 #include "platform/core/Error.h"
 #include "platform/core/Progress.h"
 
 using namespace Qt::StringLiterals;
 
-namespace host {
+namespace core {
 
 namespace {
 constexpr qint64 kilobyte = 1024;
@@ -15,9 +15,9 @@ CsvFile::CsvFile(const QString &path)
     : file_(path)
 {
     if (!file_.open(QIODevice::ReadOnly))
-        throw core::Error(u"Impossibile leggere il file \"%1\"."_s.arg(path), file_.errorString());
+        throw Error(u"Impossibile leggere il file \"%1\"."_s.arg(path), file_.errorString());
     if (file_.peek(4) == "PK\x03\x04")
-        throw core::Error(
+        throw Error(
             u"Il file \"%1\" è una cartella di lavoro di un foglio di calcolo: salvarla prima come CSV."_s.arg(path));
     size_ = file_.size();
     changed_ = file_.fileTime(QFile::FileModificationTime);
@@ -29,7 +29,7 @@ bool CsvFile::isLong() const
     return size_ > aMoment;
 }
 
-CsvFormat CsvFile::detectFormat(core::Progress &progress)
+CsvFormat CsvFile::detectFormat(Progress &progress)
 {
     progress.setText(u"Lettura del file…"_s);
     return detectCsvFormat(file_, progress);
@@ -44,8 +44,7 @@ QList<CsvRecord> CsvFile::first(int count, const CsvFormat &format)
     return records;
 }
 
-void CsvFile::forEach(const CsvFormat &format, core::Progress &progress,
-                      const std::function<void(const CsvRecord &)> &use)
+void CsvFile::forEach(const CsvFormat &format, Progress &progress, const std::function<void(const CsvRecord &)> &use)
 {
     progress.setTotal(static_cast<int>(size_ / kilobyte));
     CsvReader reader(file_, format);
@@ -59,7 +58,7 @@ void CsvFile::forEach(const CsvFormat &format, core::Progress &progress,
 void CsvFile::requireUnchanged()
 {
     if (file_.size() != size_ || file_.fileTime(QFile::FileModificationTime) != changed_)
-        throw core::Error(u"Il file \"%1\" è stato cambiato nel frattempo: sceglierlo di nuovo."_s.arg(path()));
+        throw Error(u"Il file \"%1\" è stato cambiato nel frattempo: sceglierlo di nuovo."_s.arg(path()));
 }
 
-} // namespace host
+} // namespace core

@@ -15,7 +15,7 @@ class IntegerEdit;
 /// Date of the next recurring invoice: `start` plus `every` units ("Giorno", "Settimana", "Mese", "Anno"; months and
 /// years clipped to the month's last day), moved to the 15th of its month when `onThe15th`. An invalid date when that
 /// is past `end`.
-QDate prossimaFatturaCiclica(QDate start, int every, const QString &unit, bool onThe15th, QDate end);
+QDate nextRecurringInvoice(QDate start, int every, const QString &unit, bool onThe15th, QDate end);
 
 /// The recurring-invoice reminder of an invoice: its controls are in use, and its columns filled, only while its check
 /// box is checked.

@@ -1,41 +1,20 @@
 #pragma once
+#include "platform/ui/CategoryTree.h"
 #include "platform/ui/Field.h"
 
-#include <QVariant>
-
-class CategoryTree;
-namespace data {
-class Connection;
-}
-
-namespace host {
-
-/// Where the categories of a kind of record are: a table that refers to itself through IDPADRE and names each one in
-/// CATEGORIA.
-struct CategoryTable
-{
-    QString table;
-    QString key;
-
-    bool isEmpty() const { return table.isEmpty(); }
-};
-
-inline const CategoryTable articleCategories = {QStringLiteral("CATEGORIE_ANA_MAGA"),
-                                                QStringLiteral("IDCATEGORIA_ANA_MAGA")};
-inline const CategoryTable serviceCategories = {QStringLiteral("CATEGORIE_SERVIZI"),
-                                                QStringLiteral("IDCATEGORIA_SERVIZI")};
+namespace ui {
 
 struct CategorySpec
 {
     QString name; ///< control name
     QString label;
     QString column; ///< takes the key
-    CategoryTable categories = articleCategories;
+    CategoryTable categories;
     QVariant none; ///< stored when no category is chosen
 };
 
 /// The category of a record, chosen from the tree, which is read anew for every record and when the user turns to it.
-class CategoryField : public ui::Field
+class CategoryField : public Field
 {
     Q_OBJECT
 
@@ -62,4 +41,4 @@ private:
     CategoryTree *tree_;
 };
 
-} // namespace host
+} // namespace ui

@@ -6,12 +6,10 @@
 
 class QIODevice;
 
-namespace core {
-class Progress;
-}
-
 /// Reading CSV files of whatever origin and size: a piece of the file at a time is in memory.
-namespace host {
+namespace core {
+
+class Progress;
 
 enum class CsvEncoding
 {
@@ -39,7 +37,7 @@ inline const QString csvSeparators = QStringLiteral(";,\t|");
 /// separator that divides the first records into the most columns of equal number, or the one that a first line
 /// "sep=" names. Goes through the whole of `device`, which is open; `progress` counts kilobytes. Throws core::Error and
 /// core::Cancelled.
-CsvFormat detectCsvFormat(QIODevice &device, core::Progress &progress);
+CsvFormat detectCsvFormat(QIODevice &device, Progress &progress);
 
 /// Reads the records of a file one after the other. Quoted cells may hold separators, doubled quotes and line breaks
 /// (which arrive as "\n"); a quote within an unquoted cell is a character like others. Empty lines and a first line
@@ -77,4 +75,4 @@ private:
     int line_ = 1;
 };
 
-} // namespace host
+} // namespace core

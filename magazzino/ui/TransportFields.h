@@ -4,8 +4,8 @@
 
 /// The inputs of a document's transport that are the same on every kind of document; the form that declares them owns
 /// them through `box`.
-ui::ChoiceField *campoTipoTrasporto(QWidget *box);
+ui::ChoiceField *transportTypeField(QWidget *box);
 /// `label` is the one thing that differs.
-ui::TextField *campoAspettoBeni(const QString &label, QWidget *box);
-ui::IntegerField *campoColli(QWidget *box);
-ui::DecimalField *campoPeso(QWidget *box);
+ui::TextField *appearanceField(const QString &label, QWidget *box);
+ui::IntegerField *packagesField(QWidget *box);
+ui::DecimalField *weightField(QWidget *box);

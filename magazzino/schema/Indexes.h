@@ -10,6 +10,6 @@ namespace schema {
 
 /// Makes those that are missing, each in a transaction of its own that does not wait for other workstations. One that
 /// cannot be made now is written to the log and left to the next start. Never throws.
-void creaIndiciMancanti(data::Connection &connection);
+void createMissingIndexes(data::Connection &connection);
 
 } // namespace schema

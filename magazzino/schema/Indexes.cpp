@@ -1,4 +1,4 @@
-#include "magazzino/schema/Indici.h"
+#include "magazzino/schema/Indexes.h"
 
 #include "platform/core/Log.h"
 #include "platform/data/Connection.h"
@@ -13,17 +13,17 @@ namespace schema {
 
 namespace {
 
-struct Indice
+struct Index
 {
-    QStringView nome;
-    QStringView tabella;
-    QStringView chiave; ///< what stands behind the table's name
-    bool discendente = false;
+    QStringView name;
+    QStringView table;
+    QStringView key; ///< what stands behind the table's name
+    bool descending = false;
 };
 
 // Each one serves a plan that was measured (docs/performance.md). There is none on the movements' date: the reports
 // would read all movements through it, seventy times slower than one after the other.
-constexpr Indice indici[] = {
+constexpr Index indexes[] = {
     {u"IX_MMG_MOVI_MAGA_CODICE", u"MOVI_MAGA", u"COMPUTED BY (UPPER(CODICE))"},
     {u"IX_MMG_MOVI_MAGA_RIF_DOC", u"MOVI_MAGA", u"(RIF_DOC_ID, RIF_DOC_TIPO)"},
     {u"IX_MMG_BOLLE_CARICO_DETT", u"BOLLE_CARICO_DETT", u"(IDBOLLA_CARICO)"},
@@ -34,48 +34,48 @@ constexpr Indice indici[] = {
     {u"IX_MMG_FATT_ACC_ANNO", u"FATT_ACC", u"(ANNO, NUMERO)", true},
 };
 
-QString comando(const Indice &indice)
+QString command(const Index &index)
 {
-    return u"CREATE %1INDEX %2 ON %3 %4"_s.arg(indice.discendente ? u"DESCENDING "_s : QString(), indice.nome,
-                                               indice.tabella, indice.chiave);
+    return u"CREATE %1INDEX %2 ON %3 %4"_s.arg(index.descending ? u"DESCENDING "_s : QString(), index.name, index.table,
+                                               index.key);
 }
 
-QSet<QString> indiciPresenti(data::Connection &connection)
+QSet<QString> presentIndexes(data::Connection &connection)
 {
-    const data::Rows righe = connection.select(
+    const data::Rows rows = connection.select(
         u"SELECT TRIM(RDB$INDEX_NAME) AS NOME FROM RDB$INDICES WHERE RDB$INDEX_NAME STARTING WITH 'IX_MMG_'"_s);
-    QSet<QString> nomi;
-    for (qsizetype riga = 0; riga < righe.size(); ++riga)
-        nomi.insert(righe.text(riga, u"NOME"));
-    return nomi;
+    QSet<QString> names;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        names.insert(rows.text(row, u"NOME"));
+    return names;
 }
 
-void crea(const data::DatabaseAddress &indirizzo, const Indice &indice)
+void create(const data::DatabaseAddress &address, const Index &index)
 {
     try {
-        data::executeWithoutWaiting(indirizzo, comando(indice));
+        data::executeWithoutWaiting(address, command(index));
     } catch (const std::exception &error) {
         // The program works without it; the next start tries again.
-        core::logError(u"creazione dell'indice %1"_s.arg(indice.nome), error);
+        core::logError(u"creazione dell'indice %1"_s.arg(index.name), error);
     }
 }
 
 } // namespace
 
-void creaIndiciMancanti(data::Connection &connection)
+void createMissingIndexes(data::Connection &connection)
 {
     try {
-        const data::DriverSettings impostazioni = data::driverSettings(connection.connectionString());
+        const data::DriverSettings settings = data::driverSettings(connection.connectionString());
         // The client library needs the file, and a data source name does not tell it.
-        if (impostazioni.isOdbc)
+        if (settings.isOdbc)
             return;
-        const QSet<QString> presenti = indiciPresenti(connection);
-        for (const Indice &indice : indici) {
-            if (!presenti.contains(indice.nome.toString()))
-                crea(impostazioni.address, indice);
+        const QSet<QString> present = presentIndexes(connection);
+        for (const Index &index : indexes) {
+            if (!present.contains(index.name.toString()))
+                create(settings.address, index);
         }
     } catch (const std::exception &error) {
-        core::logError(u"creaIndiciMancanti"_s, error);
+        core::logError(u"createMissingIndexes"_s, error);
     }
 }
 

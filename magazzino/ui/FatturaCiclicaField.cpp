@@ -1,4 +1,4 @@
-#include "magazzino/ui/FatturaCiclica.h"
+#include "magazzino/ui/FatturaCiclicaField.h"
 
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
@@ -28,7 +28,7 @@ constexpr int middleOfMonth = 15;
 
 } // namespace
 
-QDate prossimaFatturaCiclica(QDate start, int every, const QString &unit, bool onThe15th, QDate end)
+QDate nextRecurringInvoice(QDate start, int every, const QString &unit, bool onThe15th, QDate end)
 {
     QDate next;
     switch (units().indexOf(unit)) {
@@ -125,8 +125,8 @@ void FatturaCiclicaField::createControls()
 
 QDate FatturaCiclicaField::nextDate() const
 {
-    return prossimaFatturaCiclica(start_->date(), every_->value(), unit_->currentText(), day_->checkedId() == 0,
-                                  end_->date());
+    return nextRecurringInvoice(start_->date(), every_->value(), unit_->currentText(), day_->checkedId() == 0,
+                                end_->date());
 }
 
 void FatturaCiclicaField::AggiornaStatoControlliFattureCicliche()

@@ -1,13 +1,14 @@
-#include "host/ui/CategoryField.h"
+#include "platform/ui/CategoryField.h"
 
-#include "host/Corvane3Impl.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
-#include "platform/ui/CategoryTree.h"
+
+#include <QApplication>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
-namespace host {
+namespace ui {
 
 CategoryField::CategoryField(const CategorySpec &spec, data::Connection &connection, QWidget *parent)
     : Field(spec.label, parent)
@@ -40,9 +41,9 @@ void CategoryField::fill()
     tree_->clearTree();
     // Here the first entry stands for no choice, not for all of them.
     tree_->setItemText(0, {});
-    FillTreeView(*tree_, spec_.categories.key, u"CATEGORIA"_s, u"IDPADRE"_s, spec_.categories.table,
-                 u"ORDER BY CATEGORIA"_s, connection_);
-    UpdateTreeNodeImages(*tree_, 77, 76);
+    tree_->fill(spec_.categories, u"ORDER BY "_s + spec_.categories.caption, connection_);
+    const QStyle *style = QApplication::style();
+    tree_->setNodeImages(style->standardIcon(QStyle::SP_DirOpenIcon), style->standardIcon(QStyle::SP_DirClosedIcon));
 }
 
 // A category may have been made since the record was opened. Reading the tree anew is no change of the record.
@@ -89,4 +90,4 @@ void CategoryField::write(data::DataSet &record) const
     record.setValue(spec_.column, key() > 0 ? QVariant(key()) : spec_.none);
 }
 
-} // namespace host
+} // namespace ui

@@ -5,13 +5,13 @@ struct TAnagrafica;
 
 /// Shows the module's selection dialog behind `action` modally; nothing when the user cancels. The text is empty unless
 /// the dialog returns one.
-std::optional<ui::Choice> scegli(const QString &action);
+std::optional<ui::Choice> chooseRecord(const QString &action);
 
 /// The same for dialogs that return a key only; `read` looks up the text, nothing when it finds no record.
 template <typename Reader>
-std::optional<ui::Choice> scegliConLettore(const QString &action, Reader read)
+std::optional<ui::Choice> chooseRecordReading(const QString &action, Reader read)
 {
-    const auto choice = scegli(action);
+    const auto choice = chooseRecord(action);
     if (!choice)
         return {};
     const auto found = read(choice->key);
@@ -22,8 +22,8 @@ std::optional<ui::Choice> scegliConLettore(const QString &action, Reader read)
 
 /// The nine texts of a counterpart as documents copy them: code, name, address, town, postcode, province, country, tax
 /// code, VAT number. Carriers take the first seven.
-QStringList valoriAnagrafica(const TAnagrafica &anagrafica);
+QStringList anagraficaValues(const TAnagrafica &anagrafica);
 
 /// The labels that show those texts: control names begin with `namePrefix`, columns with `columnPrefix`.
-QList<ui::RecordLabel> etichetteAnagrafica(const QString &namePrefix, const QString &columnPrefix,
-                                           bool withTaxCodes = true);
+QList<ui::RecordLabel> anagraficaLabels(const QString &namePrefix, const QString &columnPrefix,
+                                        bool withTaxCodes = true);

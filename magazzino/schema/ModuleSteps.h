@@ -3,8 +3,12 @@
 
 namespace schema {
 
+/// The module's upgrade steps in their order, which is part of the design: later ones depend on the versions that
+/// earlier ones leave.
+const QList<Step> &moduleSteps();
+
 /// Runs the due ones of these steps, see runSteps(). A failing step is reported in a message box and the next ones run.
 /// Throws only when the version table cannot be read.
-void eseguiPassi(data::Connection &connection, const QList<Step> &elenco);
+void runModuleSteps(data::Connection &connection, const QList<Step> &steps);
 
 } // namespace schema

@@ -2,7 +2,7 @@
 #include <QString>
 
 /// The check characters of Italian tax identifiers.
-namespace core {
+namespace host {
 
 /// Check digit behind the first ten `digits` of a VAT number: digits in even places count twice, less 9 above 9, and
 /// the sum of all eleven is a multiple of 10.
@@ -16,4 +16,4 @@ bool isVatNumber(const QString &text);
 /// for a firm's eleven digits.
 bool isTaxCode(const QString &text);
 
-} // namespace core
+} // namespace host

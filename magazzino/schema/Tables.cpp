@@ -1,4 +1,4 @@
-#include "magazzino/schema/Catalogo.h"
+#include "magazzino/schema/Tables.h"
 
 using namespace Qt::StringLiterals;
 
@@ -8,22 +8,22 @@ namespace {
 
 constexpr bool NotNull = true;
 
-constexpr Colonna causaliTrasporto[] = {
+constexpr Column causaliTrasporto[] = {
     {u"IDCAUSALE_TRASPORTO", u"INTEGER", NotNull},
     {u"CAUSALE_TRASPORTO", u"VARCHAR(20)", NotNull},
 };
 
-constexpr Colonna causaliMaga[] = {
+constexpr Column causaliMaga[] = {
     {u"IDCAUSALE_MAGA", u"INTEGER", NotNull},
     {u"CAUSALE_MAGA", u"VARCHAR(50)", NotNull},
 };
 
-constexpr Colonna tipiTrasporto[] = {
+constexpr Column tipiTrasporto[] = {
     {u"IDTIPO_TRASPORTO", u"INTEGER", NotNull},
     {u"TIPO_TRASPORTO", u"VARCHAR(50)", NotNull},
 };
 
-constexpr Colonna fornitori[] = {
+constexpr Column fornitori[] = {
     {u"IDFORNITORE", u"INTEGER", NotNull},
     {u"CODICE", u"VARCHAR(20)", NotNull},
     {u"RAGIONESOCIALE", u"VARCHAR(100)", NotNull},
@@ -44,7 +44,7 @@ constexpr Colonna fornitori[] = {
     {u"NOTE", u"BLOB SUB_TYPE 1"},
 };
 
-constexpr Colonna bolleCarico[] = {
+constexpr Column bolleCarico[] = {
     {u"IDBOLLA_CARICO", u"INTEGER", NotNull},
     {u"NUMERO", u"INTEGER", NotNull},
     {u"DATA", u"DATE", NotNull},
@@ -73,7 +73,7 @@ constexpr Colonna bolleCarico[] = {
     {u"NOTE", u"BLOB SUB_TYPE 1"},
 };
 
-constexpr Colonna bolleCaricoDett[] = {
+constexpr Column bolleCaricoDett[] = {
     {u"IDBOLLA_CARICO_DETT", u"INTEGER", NotNull},
     {u"IDBOLLA_CARICO", u"INTEGER", NotNull},
     {u"CODICE", u"VARCHAR(20)"},
@@ -93,7 +93,7 @@ constexpr Colonna bolleCaricoDett[] = {
     {u"TIPO_RIGA", u"VARCHAR(50)", NotNull},
 };
 
-constexpr Colonna ddtScarico[] = {
+constexpr Column ddtScarico[] = {
     {u"IDDDT_SCARICO", u"INTEGER", NotNull},
     {u"NUMERO", u"INTEGER", NotNull},
     {u"DATA", u"DATE", NotNull},
@@ -137,7 +137,7 @@ constexpr Colonna ddtScarico[] = {
     {u"NOTE", u"BLOB SUB_TYPE 1"},
 };
 
-constexpr Colonna ddtScaricoDett[] = {
+constexpr Column ddtScaricoDett[] = {
     {u"IDDDT_SCARICO_DETT", u"INTEGER", NotNull},
     {u"IDDDT_SCARICO", u"INTEGER", NotNull},
     {u"CODICE", u"VARCHAR(20)"},
@@ -157,7 +157,7 @@ constexpr Colonna ddtScaricoDett[] = {
     {u"TIPO_RIGA", u"VARCHAR(50)", NotNull},
 };
 
-constexpr Colonna fattAcc[] = {
+constexpr Column fattAcc[] = {
     {u"IDFATT_ACC", u"INTEGER", NotNull},
     {u"NUMERO", u"INTEGER", NotNull},
     {u"DATA", u"DATE", NotNull},
@@ -211,7 +211,7 @@ constexpr Colonna fattAcc[] = {
     {u"NOTE", u"BLOB SUB_TYPE 1"},
 };
 
-constexpr Colonna fattAccDett[] = {
+constexpr Column fattAccDett[] = {
     {u"IDFATT_ACC_DETT", u"INTEGER", NotNull},
     {u"IDFATT_ACC", u"INTEGER", NotNull},
     {u"CODICE", u"VARCHAR(20)"},
@@ -232,14 +232,14 @@ constexpr Colonna fattAccDett[] = {
     {u"TIPO_RIGA", u"VARCHAR(50)", NotNull},
 };
 
-constexpr Colonna magazzini[] = {
+constexpr Column magazzini[] = {
     {u"IDMAGAZZINO", u"INTEGER", NotNull},
     {u"NUMERO", u"INTEGER", NotNull},
     {u"MAGAZZINO", u"VARCHAR(20)", NotNull},
     {u"DESCRIZIONE", u"VARCHAR(200)"},
 };
 
-constexpr Colonna moviMaga[] = {
+constexpr Column moviMaga[] = {
     {u"IDMOVI_MAGA", u"INTEGER", NotNull},
     {u"IDMAGAZZINO", u"INTEGER", NotNull},
     {u"DATA_MOVIMENTO", u"DATE", NotNull},
@@ -259,7 +259,7 @@ constexpr Colonna moviMaga[] = {
     {u"NOTE", u"BLOB SUB_TYPE 1"},
 };
 
-constexpr Colonna vettori[] = {
+constexpr Column vettori[] = {
     {u"IDVETTORE", u"INTEGER", NotNull},
     {u"CODICE", u"VARCHAR(20)", NotNull},
     {u"RAGIONESOCIALE", u"VARCHAR(100)", NotNull},
@@ -281,9 +281,9 @@ constexpr Colonna vettori[] = {
 
 } // namespace
 
-const QList<Tabella> &catalogo()
+const QList<Table> &tables()
 {
-    static const QList<Tabella> tabelle = {
+    static const QList<Table> all = {
         {u"CAUSALI_TRASPORTO",
          causaliTrasporto,
          {u"CONSTRAINT PK_CAUSALI_TRASPORTO PRIMARY KEY(IDCAUSALE_TRASPORTO)"_s,
@@ -324,20 +324,20 @@ const QList<Tabella> &catalogo()
          vettori,
          {u"CONSTRAINT PK_VETTORI PRIMARY KEY(IDVETTORE)"_s, u"CONSTRAINT UK1_VETTORI UNIQUE(CODICE)"_s}},
     };
-    return tabelle;
+    return all;
 }
 
-QStringList definizione(const Tabella &tabella)
+QStringList definition(const Table &table)
 {
-    QStringList parti;
-    for (const Colonna &colonna : tabella.colonne)
-        parti.append(colonna.nome.toString() + u' ' + colonna.tipo.toString() +
-                     (colonna.obbligatoria ? u" NOT NULL"_s : QString()));
-    parti += tabella.vincoli;
-    const QStringView chiave = tabella.colonne.front().nome;
-    return {u"CREATE TABLE %1(%2)"_s.arg(tabella.nome, parti.join(u", "_s)), u"CREATE GENERATOR GN_%1"_s.arg(chiave),
-            u"CREATE TRIGGER TG_BI_%1 FOR %1 BEFORE INSERT AS BEGIN NEW.%2 = GEN_ID(GN_%2, 1); END"_s.arg(tabella.nome,
-                                                                                                          chiave)};
+    QStringList parts;
+    for (const Column &column : table.columns)
+        parts.append(column.name.toString() + u' ' + column.type.toString() +
+                     (column.required ? u" NOT NULL"_s : QString()));
+    parts += table.constraints;
+    const QStringView key = table.columns.front().name;
+    return {
+        u"CREATE TABLE %1(%2)"_s.arg(table.name, parts.join(u", "_s)), u"CREATE GENERATOR GN_%1"_s.arg(key),
+        u"CREATE TRIGGER TG_BI_%1 FOR %1 BEFORE INSERT AS BEGIN NEW.%2 = GEN_ID(GN_%2, 1); END"_s.arg(table.name, key)};
 }
 
 } // namespace schema

@@ -1,32 +1,32 @@
-#include "magazzino/ui/CampiTrasporto.h"
+#include "magazzino/ui/TransportFields.h"
 
-#include "magazzino/ui/Scelta.h"
+#include "magazzino/ui/RecordChoice.h"
 
 using namespace Qt::StringLiterals;
 
-ui::ChoiceField *campoTipoTrasporto(QWidget *box)
+ui::ChoiceField *transportTypeField(QWidget *box)
 {
     return new ui::ChoiceField({.name = u"txtTipoTrasporto"_s,
                                 .buttonName = u"cmdSelezionaTipoTrasporto"_s,
                                 .label = u"Tipo di trasporto"_s,
                                 .keyColumn = u"IDTIPO_TRASPORTO"_s,
                                 .textColumn = u"TIPO_TRASPORTO"_s,
-                                .choose = [] { return scegli(u"actModSelezionaTipoTrasporto"_s); }},
+                                .choose = [] { return chooseRecord(u"actModSelezionaTipoTrasporto"_s); }},
                                box);
 }
 
-ui::TextField *campoAspettoBeni(const QString &label, QWidget *box)
+ui::TextField *appearanceField(const QString &label, QWidget *box)
 {
     return new ui::TextField(
         {.name = u"txtAspettoBeni"_s, .label = label, .column = u"ASPETTO_BENI"_s, .maxLength = 20}, box);
 }
 
-ui::IntegerField *campoColli(QWidget *box)
+ui::IntegerField *packagesField(QWidget *box)
 {
     return new ui::IntegerField({.name = u"txtColli"_s, .label = u"Colli"_s, .column = u"COLLI"_s}, box);
 }
 
-ui::DecimalField *campoPeso(QWidget *box)
+ui::DecimalField *weightField(QWidget *box)
 {
     return new ui::DecimalField({.name = u"txtPeso"_s, .label = u"Peso"_s, .column = u"PESO"_s}, box);
 }

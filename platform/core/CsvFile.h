@@ -1,12 +1,12 @@
 #pragma once
-#include "host/transfer/CsvReader.h"
+#include "platform/core/CsvReader.h"
 
 #include <QDateTime>
 #include <QFile>
 
 #include <functional>
 
-namespace host {
+namespace core {
 
 /// A CSV file on the disk, however long. Whoever needs its records goes through them anew.
 class CsvFile
@@ -20,13 +20,13 @@ public:
     bool isLong() const;
 
     /// See detectCsvFormat().
-    CsvFormat detectFormat(core::Progress &progress);
+    CsvFormat detectFormat(Progress &progress);
     /// The records with which it begins, at most `count`.
     QList<CsvRecord> first(int count, const CsvFormat &format);
     /// Hands the records to `use`, the header line, if any, included; `progress` counts kilobytes. Throws what `use`
     /// throws, core::Cancelled, and core::Error when the file cannot be read as CSV or has been changed since it was
     /// opened.
-    void forEach(const CsvFormat &format, core::Progress &progress, const std::function<void(const CsvRecord &)> &use);
+    void forEach(const CsvFormat &format, Progress &progress, const std::function<void(const CsvRecord &)> &use);
 
 private:
     void requireUnchanged();
@@ -36,4 +36,4 @@ private:
     QDateTime changed_;
 };
 
-} // namespace host
+} // namespace core

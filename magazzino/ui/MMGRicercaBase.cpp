@@ -1,4 +1,4 @@
-#include "magazzino/ui/RicercaBase.h"
+#include "magazzino/ui/MMGRicercaBase.h"
 
 #include "magazzino/MMGUtils.h"
 #include "magazzino/reports/MMGStampe.h"
@@ -26,12 +26,12 @@ ui::EntryForm &TMMGRicercaBase::entryForm() const
 
 void TMMGRicercaBase::openRecord(int id)
 {
-    entryForm().ApriRecord(id);
+    entryForm().openRecord(id);
 }
 
 void TMMGRicercaBase::newRecord()
 {
-    entryForm().NuovoConDomanda();
+    entryForm().startNewAsking();
 }
 
 void TMMGRicercaBase::addPrintCommands(const PrintRoutine &print, const QString &documentKind)
@@ -63,7 +63,7 @@ void TMMGRicercaBase::addPrintCommands(const PrintRoutine &print, const QString 
                 .icon = ui::Icon::Pdf});
 }
 
-QList<ui::ListColumn> colonneAnagrafica()
+QList<ui::ListColumn> anagraficaColumns()
 {
     return {{u"Codice"_s, u"CODICE"_s, 100},
             {u"Ragione sociale"_s, u"RAGIONESOCIALE"_s, 490},
@@ -71,7 +71,7 @@ QList<ui::ListColumn> colonneAnagrafica()
             {u"Telefono 2"_s, u"TELEFONO2"_s, 90}};
 }
 
-QList<ui::ListFilter> filtriAnagrafica()
+QList<ui::ListFilter> anagraficaFilters()
 {
     return {{.name = u"txtCodice"_s, .label = u"Codice"_s, .condition = ui::containing(u"CODICE"_s)},
             {.name = u"txtRagioneSociale"_s,
@@ -79,7 +79,7 @@ QList<ui::ListFilter> filtriAnagrafica()
              .condition = ui::containing(u"RAGIONESOCIALE"_s)}};
 }
 
-QList<ui::ListFilter> filtriDocumento(const QString &prefix, const QString &yearCondition)
+QList<ui::ListFilter> documentFilters(const QString &prefix, const QString &yearCondition)
 {
     return {{.name = u"txtCodice"_s, .label = u"Codice"_s, .condition = ui::containing(prefix + u"CODICE"_s)},
             {.name = u"txtRagioneSociale"_s,
