@@ -43,8 +43,7 @@ public:
     PreviewWindow(report::ReportSystem &system, QWidget *parent);
 
     const report::Document &document() const { return *document_; }
-    /// The page shown, counted from 0.
-    int currentPage() const { return page_; }
+    /// Shows the page `index`, counted from 0; the nearest one when there is none of that number.
     void goToPage(int index);
 
     enum class Fit
@@ -55,7 +54,6 @@ public:
     };
     /// `percent` of the paper's own size counts for Fit::None only.
     void setZoom(Fit fit, int percent = 100);
-    int zoomPercent() const { return percent_; }
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

@@ -136,7 +136,6 @@ void DataSet::edit()
     if (atEnd())
         throw core::Error(u"Il data set non ha una riga corrente."_s);
     post();
-    beforeEdit_ = rows_.values(current_);
     editing_ = Change{.row = current_, .oldKey = value(target_.key)};
 }
 
@@ -174,18 +173,6 @@ void DataSet::post()
     if (!editing_)
         return;
     pending_.append(*std::exchange(editing_, std::nullopt));
-}
-
-void DataSet::cancel()
-{
-    if (!editing_)
-        return;
-    if (editing_->insert)
-        rows_.mutableValues().removeAt(editing_->row);
-    else
-        rows_.mutableValues()[editing_->row] = beforeEdit_;
-    current_ = std::min(current_, std::max<qsizetype>(rows_.size() - 1, 0));
-    editing_.reset();
 }
 
 void DataSet::updateBatch()

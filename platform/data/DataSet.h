@@ -94,7 +94,6 @@ public:
     void setValue(const QString &column, const QVariant &value);
     /// Ends the change of the row; it waits for updateBatch().
     void post();
-    void cancel();
     /// Writes all pending rows in the order they were posted (a row still being changed is posted first). After an
     /// insert the row holds the key really given and what the database put into columns that were not set. Throws
     /// DatabaseError; also when a row to update is no longer there.
@@ -126,7 +125,6 @@ private:
     qsizetype current_ = 0;
     bool open_ = false;
     std::optional<Change> editing_;
-    QVariantList beforeEdit_;
     QList<Change> pending_;
 };
 
