@@ -94,13 +94,15 @@ void measurePdf(Bench &bench)
     QList<report::Page> pages;
     for (int page = 0; page < document->pageCount(); ++page)
         pages.append(document->page(page));
-    bench.add({.program = [&] { report::writePdf(*project.layOut(name), bench.filePath(u"program.pdf"_s), dpi); },
-               .floor = [&] { paint(pages, *document, bench.filePath(u"floor.pdf"_s)); },
-               .runs = 5},
-              {.workload = u"PDF of the valued inventory, per page"_s,
-               .rows = bench.program().module().dmStampe->query(u"adsInventarioValorizzato"_s).recordCount(),
-               .pages = document->pageCount(),
-               .target = 2});
+    bench.add(
+        {.program =
+             [&] { report::writePdf(*project.layOut(name), bench.filePath(u"program.pdf"_s), report::PdfRenderer()); },
+         .floor = [&] { paint(pages, *document, bench.filePath(u"floor.pdf"_s)); },
+         .runs = 5},
+        {.workload = u"PDF of the valued inventory, per page"_s,
+         .rows = bench.program().module().dmStampe->query(u"adsInventarioValorizzato"_s).recordCount(),
+         .pages = document->pageCount(),
+         .target = 2});
 }
 
 } // namespace bench

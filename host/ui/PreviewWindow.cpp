@@ -279,7 +279,7 @@ void PreviewWindow::salvaPDF()
         return;
     const ui::WaitCursor wait;
     const report::PdfRenderer standard;
-    report::writePdf(*document_, file, (system_->renderer ? system_->renderer : &standard)->metafileDpi);
+    report::writePdf(*document_, file, system_->renderer ? *system_->renderer : standard);
 }
 
 void PreviewWindow::stampa()

@@ -3,12 +3,15 @@
 #include "platform/core/Error.h"
 #include "platform/core/SaveFile.h"
 #include "platform/report/Document.h"
+#include "platform/report/Report.h"
 
 #include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QRegularExpression>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -38,20 +41,41 @@ Pages pagesOf(const Document &document, const QPrinter &printer)
             (printer.toPage() > 0 ? qMin(printer.toPage(), all) : all) - 1};
 }
 
-void paintPages(const Document &document, QPagedPaintDevice &device, int dpi, const Pages &pages)
+struct Painting
+{
+    Pages pages;
+    int dpi = 300;
+    TextStyle texts = TextStyle::Fonts;
+    std::optional<int> pictureQuality = {}; ///< per cent; pictures stay as they are without it
+};
+
+// The picture as a JPEG of this quality has it. One with transparency stays as it is.
+QImage withQuality(const QImage &image, int quality)
+{
+    QBuffer content;
+    content.open(QIODevice::ReadWrite);
+    return !image.hasAlphaChannel() && image.save(&content, "JPEG", quality) ? QImage::fromData(content.data()) : image;
+}
+
+void paintPages(const Document &document, QPagedPaintDevice &device, const Painting &painting)
 {
     QPainter painter;
     if (!painter.begin(&device))
         throw core::Error(u"La stampante non accetta la stampa."_s);
-    for (int index = pages.first; index <= pages.last; ++index) {
-        if (index > pages.first && !device.newPage())
+    for (int index = painting.pages.first; index <= painting.pages.last; ++index) {
+        if (index > painting.pages.first && !device.newPage())
             throw core::Error(u"La stampante ha interrotto la stampa."_s);
-        paintPage(painter, document.page(index), document.fonts(), dpi / 25.4);
+        Page page = document.page(index);
+        for (Picture &picture : page.pictures) {
+            if (painting.pictureQuality)
+                picture.image = withQuality(picture.image, *painting.pictureQuality);
+        }
+        paintPage(painter, page, document.fonts(), painting.dpi / 25.4, painting.texts);
     }
 }
 
 // Made in memory: the painter does not look whether a file takes what it writes.
-void writePages(const Document &document, const QString &path, int dpi, const Pages &pages)
+void writePages(const Document &document, const QString &path, const Painting &painting)
 {
     QBuffer content;
     content.open(QIODevice::WriteOnly);
@@ -60,31 +84,35 @@ void writePages(const Document &document, const QString &path, int dpi, const Pa
         writer.setTitle(document.title());
         writer.setCreator(u"Corvane"_s);
         writer.setPageLayout(layoutOf(document));
-        writer.setResolution(dpi);
-        paintPages(document, writer, dpi, pages);
+        writer.setResolution(painting.dpi);
+        paintPages(document, writer, painting);
     }
     core::saveFile(path, content.data());
 }
 
 } // namespace
 
-void writePdf(const Document &document, const QString &path, int dpi)
+void writePdf(const Document &document, const QString &path, const PdfRenderer &settings)
 {
-    writePages(document, path, dpi, {0, document.pageCount() - 1});
+    writePages(document, path,
+               {.pages = {0, document.pageCount() - 1},
+                .dpi = settings.metafileDpi,
+                .texts = settings.embedFonts ? TextStyle::Fonts : TextStyle::Outlines,
+                .pictureQuality = settings.imageQuality});
 }
 
 void printDocument(const Document &document, QPrinter &printer)
 {
-    const Pages pages = pagesOf(document, printer);
+    const Painting painting{.pages = pagesOf(document, printer), .dpi = printer.resolution()};
     // The print dialog also offers a file; the printer itself would not notice that it was cut short.
     if (!printer.outputFileName().isEmpty()) {
-        writePages(document, printer.outputFileName(), printer.resolution(), pages);
+        writePages(document, printer.outputFileName(), painting);
         return;
     }
     printer.setDocName(fileNameOf(document.title()));
     printer.setPageLayout(layoutOf(document));
     printer.setFullPage(true);
-    paintPages(document, printer, printer.resolution(), pages);
+    paintPages(document, printer, painting);
 }
 
 QString fileNameOf(const QString &title)

@@ -6,10 +6,11 @@ class QPrinter;
 namespace report {
 
 class Document;
+class PdfRenderer;
 
-/// Writes `document` as a PDF with embedded fonts, its title in the metadata. The file appears complete or not at all.
-/// `dpi` is the resolution of its coordinates. Throws core::Error when the file cannot be written.
-void writePdf(const Document &document, const QString &path, int dpi);
+/// Writes `document` as a PDF, its title in the metadata. The file appears complete or not at all. Throws core::Error
+/// when it cannot be written.
+void writePdf(const Document &document, const QString &path, const PdfRenderer &settings);
 
 /// Prints the pages that `printer` was told to (all, or its fromPage() to toPage()). Throws core::Error when it
 /// refuses.

@@ -1,6 +1,7 @@
 #include "platform/report/Page.h"
 
 #include <QPainter>
+#include <QPainterPath>
 
 using namespace Qt::StringLiterals;
 
@@ -50,7 +51,22 @@ double FontSet::width(int index, const QString &text) const
     return lastWidth_;
 }
 
-void paintPage(QPainter &painter, const Page &page, const FontSet &fonts, double dotsPerMm)
+namespace {
+
+void paintText(QPainter &painter, QPointF baseline, const QString &text, TextStyle style)
+{
+    if (style == TextStyle::Fonts) {
+        painter.drawText(baseline, text);
+        return;
+    }
+    QPainterPath outlines;
+    outlines.addText(baseline, painter.font(), text);
+    painter.fillPath(outlines, Qt::black);
+}
+
+} // namespace
+
+void paintPage(QPainter &painter, const Page &page, const FontSet &fonts, double dotsPerMm, TextStyle style)
 {
     painter.save();
     painter.scale(dotsPerMm, dotsPerMm);
@@ -73,7 +89,7 @@ void paintPage(QPainter &painter, const Page &page, const FontSet &fonts, double
         if (run.font != current || run.scale != 1)
             painter.setFont(fonts.font(run.font, run.scale));
         current = run.scale == 1 ? run.font : -1;
-        painter.drawText(run.baseline * units, run.text);
+        paintText(painter, run.baseline * units, run.text, style);
     }
     painter.restore();
 }

@@ -63,15 +63,21 @@ class FontSet
 {
 public:
     FontSet() = default;
+    /// The fonts in the order of `specs`, which is how texts name them.
     explicit FontSet(const QList<FontSpec> &specs);
 
     /// Text is laid out and painted in these units, so that every device gets the same widths.
     static constexpr double unitsPerMm = 100;
 
+    /// The font with this index for painting, its size times `scale`.
     QFont font(int index, double scale = 1) const;
+    /// Millimetres that `text` takes in one line.
     double width(int index, const QString &text) const;
+    /// Millimetres from the baseline to the top of a line.
     double ascent(int index) const { return metrics_[index].ascent() / unitsPerMm; }
+    /// Millimetres from the top of a line to its bottom.
     double lineHeight(int index) const { return metrics_[index].height() / unitsPerMm; }
+    /// The font with this index as it is measured.
     const QFont &unscaled(int index) const { return fonts_[index]; }
 
 private:
@@ -83,8 +89,15 @@ private:
     mutable double lastWidth_ = 0;
 };
 
+enum class TextStyle
+{
+    Fonts,
+    Outlines ///< shapes that no font is needed for
+};
+
 /// The one painting path of preview, printer and PDF. `dotsPerMm` of the device behind `painter`, whose origin is the
 /// page's top left corner.
-void paintPage(QPainter &painter, const Page &page, const FontSet &fonts, double dotsPerMm);
+void paintPage(QPainter &painter, const Page &page, const FontSet &fonts, double dotsPerMm,
+               TextStyle style = TextStyle::Fonts);
 
 } // namespace report

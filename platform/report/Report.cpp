@@ -15,7 +15,7 @@ void ReportSystem::output(std::shared_ptr<const Document> document)
     const PdfRenderer standard;
     switch (defaultDestination) {
     case Destination::File:
-        writePdf(*document_, outputFileName, (renderer ? renderer : &standard)->metafileDpi);
+        writePdf(*document_, outputFileName, renderer ? *renderer : standard);
         return;
     case Destination::Preview:
         if (!overridePreview)

@@ -29,7 +29,7 @@ enum OverrideMode
     ShowWindow = 0
 };
 
-/// How a report is written to a PDF file. Fonts are always embedded, as subsets.
+/// How a report is written to a PDF file.
 class PdfRenderer : public QObject
 {
     Q_OBJECT
@@ -37,9 +37,10 @@ class PdfRenderer : public QObject
 public:
     using QObject::QObject;
 
-    bool embedFonts = true;
-    int imageQuality = 90; ///< JPEG quality, per cent
-    int metafileDpi = 300; ///< dots per inch
+    bool embedFonts = true; ///< subsets of them; without, texts are drawn as outlines that need no font
+    int imageQuality = 90;  ///< JPEG quality of pictures, per cent; those with transparency stay as they are
+    int metafileDpi = 300;  ///< dots per inch of the coordinates
+    /// Kept for modules that set it: embedded fonts bring their own encoding, with every character that a text has.
     QString fontEncoding = QStringLiteral("WinAnsi");
 };
 
@@ -55,6 +56,7 @@ public:
 
     Destination defaultDestination = Destination::Preview;
     bool allowSetup = true; ///< the print-setup window may be shown
+    /// Kept for modules that switch it off: every output paints the same pages, none a printer's own language.
     bool nativeOutput = true;
     QString outputFileName;
     PdfRenderer *renderer = nullptr; ///< used for files only
@@ -84,11 +86,15 @@ public:
 
     /// Takes effect at the next open().
     void setProjectFile(const QString &path) { file_ = path; }
+    /// The path as it was set.
     const QString &projectFile() const { return file_; }
     /// Reads the project. Throws core::Error that names the file, and the line when its contents are wrong.
     void open();
+    /// Forgets the project; nothing can be run then.
     void close();
+    /// Was the project read?
     bool isOpen() const { return project_ != nullptr; }
+    /// Names of the reports in the order of the file; none while it is closed.
     QStringList reportNames() const;
 
     /// Where the rows of a data connection come from.

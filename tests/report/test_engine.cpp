@@ -24,6 +24,7 @@ private Q_SLOTS:
     void everyRowStandsOnceInOrder();
     void rowsAreNeverSplitAndNeverReachTheClosingBlock();
     void failedRunKeepsTheOldFile();
+    void settingsOfThePdfTakeEffect();
 
 private:
     QString projectFile(const QString &reports);
@@ -241,10 +242,39 @@ void TestEngine::failedRunKeepsTheOldFile()
     const QString late = u"<pageFooter height='5'><expr x='0' y='0' width='9' height='5' "
                          "value='if(pages > 1 and page = pages, ALTRO, 0)'/></pageFooter>"_s;
     const auto document = layOut(titles + detail + QString(late).replace(u" > "_s, u" &gt; "_s), numbered(20));
-    QVERIFY(test::errorOf([&] { report::writePdf(*document, file, 300); }).contains(u"non esiste"_s));
+    QVERIFY(test::errorOf([&] { report::writePdf(*document, file, report::PdfRenderer()); }).contains(u"non esiste"_s));
     QVERIFY(old.open(QIODevice::ReadOnly));
     QCOMPARE(old.readAll(), QByteArray("vecchio"));
     QCOMPARE(QDir(folder_.path()).entryList({u"vecchio*"_s}).size(), 1);
+}
+
+void TestEngine::settingsOfThePdfTakeEffect()
+{
+    QImage noise(200, 200, QImage::Format_RGB32);
+    for (int x = 0; x < noise.width(); ++x) {
+        for (int y = 0; y < noise.height(); ++y)
+            noise.setPixel(x, y, qRgb(x * 37 % 256, y * 91 % 256, x * y % 256));
+    }
+    QVERIFY(noise.save(folder_.filePath(u"marchio.png"_s)));
+    const auto document =
+        layOut(titles + detail +
+                   u"<summary height='20'><image x='0' y='0' width='20' height='20' file='marchio.png'/></summary>"_s,
+               numbered(2));
+    const auto written = [&](bool embedFonts, int quality, int dpi) {
+        report::PdfRenderer settings;
+        settings.embedFonts = embedFonts;
+        settings.imageQuality = quality;
+        settings.metafileDpi = dpi;
+        const QString path = folder_.filePath(u"prova.pdf"_s);
+        report::writePdf(*document, path, settings);
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QByteArray usual = written(true, 90, 300);
+    QVERIFY(usual.contains("/FontFile"));
+    QVERIFY(!written(false, 90, 300).contains("/FontFile"));
+    QVERIFY(written(true, 10, 300).size() < usual.size() / 2);
+    QVERIFY(written(true, 90, 72) != written(true, 90, 1200));
 }
 
 static const test::Registered<TestEngine> registration;

@@ -117,7 +117,7 @@ void TestFullDisk::fileIsWhollyNewOrTheOldOne_data()
     row(u"elenco.csv"_s, [](const QString &path) { core::saveFile(path, core::csvText(table())); });
     row(u"elenco.xlsx"_s, [](const QString &path) { core::saveFile(path, core::xlsxFile(table())); });
     const auto print = document(path(u"prova.rav"_s));
-    row(u"stampa.pdf"_s, [print](const QString &path) { report::writePdf(*print, path, 300); });
+    row(u"stampa.pdf"_s, [print](const QString &path) { report::writePdf(*print, path, report::PdfRenderer()); });
     row(u"stampante.pdf"_s, [print](const QString &path) {
         QPrinter printer;
         printer.setOutputFileName(path);
