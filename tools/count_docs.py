@@ -3,8 +3,10 @@
 
 usage: count_docs.py [-l] [folder...]   (default: platform host magazzino; -l lists them)
 
-A function is documented by a "///" comment above it or a "///<" one behind it; overloads that follow one another share
-a comment. Destructors, deleted and defaulted functions and overrides, which the base documents, are not counted.
+A function is documented by a "///" comment above it or a "///<" one behind it. Overloads that follow one another share a
+comment, and so do the functions between "///@{" and "///@}" below it. Not counted are destructors, deleted and defaulted
+functions, overrides, which the base documents, and constructors that take nothing but an owner, of which their class's
+comment says all there is.
 """
 import re
 import sys
@@ -14,6 +16,8 @@ ROOT = Path(__file__).resolve().parent.parent
 ACCESS = re.compile(r"^(public|protected|private|Q_SIGNALS|signals)(\s+Q_SLOTS|\s+slots)?\s*:(?!:)")
 SCOPE = re.compile(r"^(?:template\s*<.*>\s*)?(namespace|class|struct|enum|union)\b")
 IGNORED = re.compile(r"^(using|friend|typedef|static_assert|extern|Q_[A-Z_]+|namespace\b.*=)")
+OWNED = re.compile(r"^(explicit\s+)?\w+\s*\((Q\w+ \*\w+(\s*=\s*nullptr)?)?\)")
+BODY = re.compile(r"\)[\s\w]*$")
 NAME = re.compile(r"(~?\w+|operator\s*(?:\(\)|\[\]|[^\s\w(]+|\w+))\s*\(")
 
 
@@ -49,7 +53,9 @@ class Header:
         self.line = 1
         self.functions = []
         self.scopes = []  # "public" or "private" for each open class or namespace
+        self.classes = []  # for each of them, whether a comment stands above it
         self.documented = False
+        self.group = False
         self.read()
 
     def visible(self):
@@ -72,7 +78,9 @@ class Header:
     def comment(self, statement):
         end = self.text.find("\n", self.position)
         text = self.take(end - self.position)
-        if text.startswith("///<"):
+        if text.startswith("///@"):
+            self.group = text.startswith("///@{")
+        elif text.startswith("///<"):
             if self.functions and not statement:
                 self.functions[-1][2] = True
         elif text.startswith("///") and not statement:
@@ -80,9 +88,10 @@ class Header:
 
     def declared(self, statement, line):
         name = function_name(statement)
-        if name and self.visible():
+        owned = OWNED.match(statement) and self.classes and self.classes[-1]
+        if name and self.visible() and not owned:
             follows = bool(self.functions) and self.functions[-1][1] == name and self.functions[-1][2]
-            self.functions.append([line, name, self.documented or follows])
+            self.functions.append([line, name, self.documented or self.group or follows])
         self.documented = False
 
     def opened(self, statement, line):
@@ -91,11 +100,12 @@ class Header:
         if scope and scope.group(1) != "enum" and "(" not in without_templates(statement):
             self.take(1)
             anonymous = statement == "namespace"
+            self.classes.append(self.documented)
             self.scopes.append("private" if scope.group(1) == "class" or anonymous else "public")
             self.documented = False
             return ""
         self.skip_block()
-        if scope or not function_name(statement):
+        if scope or not BODY.search(statement):
             return statement + " {}"
         self.declared(statement, line)
         return ""
@@ -123,6 +133,7 @@ class Header:
             elif character == "}" and parentheses == 0:
                 if self.scopes:
                     self.scopes.pop()
+                    self.classes.pop()
                 statement = ""
             elif statement or not character.isspace():
                 first = first if statement else self.line
