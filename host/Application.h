@@ -34,8 +34,11 @@ public:
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;
 
+    /// The main window, not yet shown.
     MainWindow &window() const { return *window_; }
+    /// The session's own connection; modules make theirs.
     data::Connection &connection() const { return *connection_; }
+    /// The commands of the host.
     HostCommands &commands() const { return *commands_; }
     /// Loads and starts every "*.bpl" of `folder`.
     void startModules(const QString &folder);

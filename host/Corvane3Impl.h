@@ -126,14 +126,18 @@ struct TKxToolBarProperties
 
 // Session
 
+/// Who is logged in, as the name is stored; empty before the login.
 QString GetKxCurrentUserName();
+/// Tells who is logged in; rights are looked up for this name.
 void SetKxCurrentUserName(const QString &userName);
+/// The host's tool bar of a kind.
 TKxToolBarProperties GetKxCommonToolBarProperties(TKxCommonToolBars kind);
 
 // Database routines
 
 /// The generator's current value, which is not advanced. Throws data::DatabaseError.
 int GetLastGeneratorValue(const QString &generator, data::Connection &connection);
+/// Opens the data set unless it is open. Throws data::DatabaseError.
 void OpenADODsIfClosed(data::DataSet &dataSet);
 /// Year, month and day with hyphens: Firebird refuses the unseparated form as a date literal.
 QString DateToString_YYYYMMDD(QDate date);
@@ -170,4 +174,5 @@ QObject *GetMainFormObject();
 
 /// The host's own print-setup and preview windows for a report system.
 void RaveSystemOverrideSetup(report::ReportSystem &system, int overrideMode, QWidget *form);
+/// The preview window; see RaveSystemOverrideSetup().
 void RaveSystemOverridePreview(report::ReportSystem &system, int overrideMode, QWidget *form);

@@ -30,6 +30,7 @@ public:
     HostCommands(MainWindow &window, data::Connection &connection);
     ~HostCommands() override;
 
+    /// A command of the host by its name; null when there is none.
     QAction *action(const QString &name) const;
     /// Shows the form of an action and returns it; null when it was refused.
     QWidget *openForm(const QString &actionName);

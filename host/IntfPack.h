@@ -45,6 +45,7 @@ void RegisterPackage(const QString &fileName, const QString &displayName, const 
 /// Position of a package in the registry, or -1.
 int GetPackageIndex(const QString &fileName);
 
+/// How many packages are registered.
 int GetPackageCount();
 /// The entry at a position that GetPackageIndex() gave. Throws core::Error for any other.
 PackageEntry &GetPackage(int index);

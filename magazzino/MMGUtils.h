@@ -31,8 +31,8 @@ bool NumerazioneUnicaFattura();
 /// compared without case. Errors carry "[UserHasAbilitazione]".
 bool UserHasAbilitazione(const QString &right, const QString &userName, data::Connection &connection);
 
-// Readers. `id` is the row's key; the result's key is -1 (GetNotaDocumento: empty text) when there is no such row.
-
+/// Readers. `id` is the row's key; the result's key is -1 (GetNotaDocumento: empty text) when there is no such row.
+///@{
 TArticolo GetArticolo(int id);
 TAliquotaIVA GetAliquotaIVA(int id);
 TCodiceTesto GetUM(int id);
@@ -49,9 +49,10 @@ TCodiceTesto GetCategoriaAnaMaga(int id);
 TCodiceTesto GetCategoriaServizio(int id);
 TVettore GetVettore(int id);
 QString GetNotaDocumento(int id);
+///@}
 
-// Existence checks: true when a row other than the one with key `idEscluso` (-1 for a new record) has the value.
-
+/// Existence checks: true when a row other than the one with key `idEscluso` (-1 for a new record) has the value.
+///@{
 bool DdTScaricoExists(int numero, int anno, int idEscluso);
 bool BollaCaricoExists(int numero, int anno, int idEscluso);
 /// With the option NUMERAZIONE_UNICA_FATTURE also true when a sales invoice has the number.
@@ -59,17 +60,19 @@ bool FattAccExists(int numero, int anno, int idEscluso);
 bool TipoTrasportoExists(const QString &testo, int idEscluso);
 bool CodiceFornitoreExists(const QString &codice, int idEscluso);
 bool CodiceVettoreExists(const QString &codice, int idEscluso);
+///@}
 
-// Next number of a year: the highest plus 1, from 1; gaps are never filled and nothing is reserved.
-
+/// Next number of a year: the highest plus 1, from 1; gaps are never filled and nothing is reserved.
+///@{
 int GetNextNumeroDdTScarico(int anno);
 int GetNextNumeroBollaCarico(int anno);
 /// With the option NUMERAZIONE_UNICA_FATTURE one past the highest of accompanying and sales invoices.
 int GetNextNumeroFattAcc(int anno);
+///@}
 
-// Deletion: may the record go, and its removal in a transaction of its own. A deletion that asks shows "Confermare
-// l'eliminazione?"; it returns false when refused or when the database refused (which it reports itself).
-
+/// Deletion: may the record go, and its removal in a transaction of its own. A deletion that asks shows "Confermare
+/// l'eliminazione?"; it returns false when refused or when the database refused (which it reports itself).
+///@{
 bool CanDeleteCausaleTrasporto(int id);
 bool CanDeleteTipoTrasporto(int id);
 bool CanDeleteFornitore(int id);
@@ -86,6 +89,7 @@ bool DeleteDdTScarico(int id, bool ask);
 bool DeleteTipoTrasporto(int id, bool ask);
 bool DeleteCausaleTrasporto(int id, bool ask);
 bool DeleteVettore(int id, bool ask);
+///@}
 
 // Stock movements
 

@@ -50,6 +50,7 @@ public:
 
     /// One of the module's parameterised data sets, by its name ("adsFornitore"). Throws core::Error for another name.
     data::DataSet &dataSet(const QString &name) const;
+    /// An action of the module by its name; null when there is none.
     QAction *action(const QString &name) const;
 
     /// Runs an action and returns the form it opened; null when it was refused or failed.
@@ -62,7 +63,9 @@ public:
     /// Asks for the PDF file to write, proposing `proposedName`; the result ends in ".pdf", or is empty for none.
     QString ScegliFilePDF(QWidget *form, const QString &proposedName);
 
+    /// What the report system calls for the print setup: the host's own window.
     void rSystemOverrideSetup(report::ReportSystem &system, int overrideMode, QWidget *form);
+    /// What the report system calls for the preview: the host's own window.
     void rSystemOverridePreview(report::ReportSystem &system, int overrideMode, QWidget *form);
 
 private:

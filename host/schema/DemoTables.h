@@ -53,6 +53,8 @@ struct Note
     QString text;
 };
 
+/// The facts, each list made once.
+///@{
 const QList<Family> &families();
 const QList<Service> &services();
 const QList<Town> &towns();
@@ -66,5 +68,6 @@ const QStringList &units();
 const QStringList &paymentTypes();
 const QStringList &transportTypes();
 const QStringList &transportReasons();
+///@}
 
 } // namespace host::demo

@@ -14,6 +14,7 @@ namespace host {
 class ClosedConnections
 {
 public:
+    /// Closes those that are open and remembers them.
     explicit ClosedConnections(const QWidget &mainWindow);
 
     /// Opens those that are still closed. Throws data::DatabaseError; it may be tried again.

@@ -18,6 +18,7 @@ public:
     /// Keeps everything in `folder`: "corvane.ini" and "accessi.ini".
     explicit DatabaseMemory(const QString &folder);
 
+    /// The path of "corvane.ini".
     QString settingsFile() const;
 
     /// The database opened last, with its user and password as far as known; nothing before the first one.
@@ -28,11 +29,14 @@ public:
     /// This and what else changes something throws core::Error when it cannot be written; what was remembered before
     /// stays then.
     void remember(const data::DatabaseAddress &database, bool keepPassword);
+    /// Drops a database and its password.
     void forget(const data::DatabaseAddress &database);
     /// True when the password of `database` is kept.
     bool keepsPassword(const data::DatabaseAddress &database) const;
 
+    /// Who logged in last; empty before the first login.
     QString lastUser() const;
+    /// Keeps the name for the next login.
     void rememberUser(const QString &userName);
 
 private:

@@ -27,10 +27,13 @@ public:
     /// `folder` is where files are looked for at first.
     DatabasePlace(Purpose purpose, QString folder, QWidget *parent);
 
+    /// Where the database is, as it stands in the inputs; only good while problem() is empty.
     data::DatabaseAddress address() const;
+    /// Shall the password of the server be kept?
     bool keepPassword() const;
     /// What is missing, in a sentence; empty when nothing is.
     QString problem() const;
+    /// Puts a path there, as the one proposed.
     void setFile(const QString &path);
     /// Shows where a database is; an empty address changes nothing.
     void setAddress(const data::DatabaseAddress &address);

@@ -27,6 +27,7 @@ public:
     /// The one main window; null before it was made and after it went.
     static MainWindow *instance();
 
+    /// One of the tool bars into which modules merge their buttons; never null.
     QToolBar *commonToolBar(TKxCommonToolBars kind) const;
     /// Shows `form` in a child window, or brings its window to the front.
     void showChild(QWidget *form);

@@ -18,9 +18,12 @@ class PageView : public QWidget
     Q_OBJECT
 
 public:
+    /// Shows the first page.
     explicit PageView(std::shared_ptr<const report::Document> document, QWidget *parent);
 
+    /// Shows a page, counted from 0.
     void showPage(int index);
+    /// Dots of the screen for a millimetre of paper.
     void setDotsPerMm(double dots);
 
 protected:
@@ -42,6 +45,7 @@ public:
     /// `system` asks for the PDF file and shows the print setup.
     PreviewWindow(report::ReportSystem &system, QWidget *parent);
 
+    /// What is shown.
     const report::Document &document() const { return *document_; }
     /// Shows the page `index`, counted from 0; the nearest one when there is none of that number.
     void goToPage(int index);

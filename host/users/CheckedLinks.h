@@ -22,6 +22,7 @@ class CheckedLinks : public QListWidget
     Q_OBJECT
 
 public:
+    /// An empty list, until fill().
     CheckedLinks(const CheckedLinksSpec &spec, QWidget *parent);
 
     /// Lists the items as they are in the database now, none checked.
@@ -30,12 +31,14 @@ public:
     void load(const QVariant &owner, data::Connection &connection);
     /// Stores what is checked for `owner`; inside the caller's transaction.
     void write(const QVariant &owner, data::Connection &connection) const;
+    /// Keys of the items that are checked, in their order.
     QList<int> checkedKeys() const;
     /// The same for setChecked(), which checks those of them that are listed, and no others.
     QVariant checked() const { return QVariant::fromValue(checkedKeys()); }
     void setChecked(const QVariant &keys);
 
 Q_SIGNALS:
+    /// The user checked an item, or took the check back.
     void edited();
 
 private:

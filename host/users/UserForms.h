@@ -7,7 +7,9 @@ namespace host {
 
 class CheckedLinks;
 
+/// The register of users.
 const RegisterSpec &users();
+/// The register of roles.
 const RegisterSpec &roles();
 
 /// The entry form of a user: name, whether active, password, roles.
@@ -16,6 +18,7 @@ class UserEntry : public RegisterEntry
     Q_OBJECT
 
 public:
+    /// The form over `connection`, for a new user.
     UserEntry(data::Connection &connection, QWidget *owner);
 
 protected:
@@ -42,6 +45,7 @@ class RoleEntry : public RegisterEntry
     Q_OBJECT
 
 public:
+    /// The form over `connection`, for a new role.
     RoleEntry(data::Connection &connection, QWidget *owner);
 
 protected:

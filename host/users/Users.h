@@ -29,6 +29,7 @@ QStringList usersWithoutPassword(data::Connection &connection);
 /// without a password logs in with an empty one.
 QString authenticate(const QString &userName, const QString &password, data::Connection &connection);
 
+/// Stores a new password, salted and hashed. Nothing happens for an unknown user.
 void setPassword(const QString &userName, const QString &password, data::Connection &connection);
 
 /// True when one of the user's roles grants `right` (compared exactly) or full control. The name is compared without

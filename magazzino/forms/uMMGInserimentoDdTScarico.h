@@ -10,6 +10,7 @@ class TMMGInserimentoDdTScarico : public TMMGInserimentoScarico
 public:
     explicit TMMGInserimentoDdTScarico(QWidget *owner);
 
+    /// Whom the note is addressed to.
     TTipoAnagrafica TipoAnagrafica() const { return tipoAnagrafica_; }
     /// Whom the note is addressed to; sets the caption of the addressee's group.
     void SetTipoAnagrafica(TTipoAnagrafica tipo);

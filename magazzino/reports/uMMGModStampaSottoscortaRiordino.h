@@ -13,6 +13,7 @@ public:
 
     /// 0 for the under-stock level, 1 for the reorder level, -1 for none.
     int tipoStampa() const;
+    /// Puts the choice back to the under-stock level.
     void Ripristina();
 
 private:

@@ -42,10 +42,12 @@ class TMMGStampaInventarioBase : public ui::ChildForm
     Q_OBJECT
 
 public:
+    /// The parameters of the report that `spec` names, at their first values.
     TMMGStampaInventarioBase(const InventarioSpec &spec, QWidget *owner);
 
     /// Puts the parameters back: this year, above zero, all categories.
     void Ripristina();
+    /// Reads the tree of categories anew.
     void AggiornaComboCategorie();
 
 private:

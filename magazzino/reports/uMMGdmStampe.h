@@ -13,6 +13,7 @@ class TMMGdmStampe : public QObject
     Q_OBJECT
 
 public:
+    /// The queries over `connection`, none open.
     TMMGdmStampe(data::Connection *connection, QObject *parent);
 
     /// A query by its name ("adsAzienda"). Throws core::Error for another name.

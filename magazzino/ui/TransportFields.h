@@ -7,5 +7,7 @@
 ui::ChoiceField *transportTypeField(QWidget *box);
 /// `label` is the one thing that differs.
 ui::TextField *appearanceField(const QString &label, QWidget *box);
+/// How many packages.
 ui::IntegerField *packagesField(QWidget *box);
+/// The weight, in the unit beside it.
 ui::DecimalField *weightField(QWidget *box);

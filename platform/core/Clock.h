@@ -6,6 +6,7 @@ namespace core {
 
 /// The current local date and time. Every "now" and "today" of the program comes from here, so tests can set it.
 QDateTime now();
+/// The day of now().
 inline QDate today()
 {
     return now().date();

@@ -13,6 +13,7 @@ bool fitsDecimal(double value, int places);
 
 /// `value` rounded to two places, as a count of hundredths, for exact sums.
 qint64 toHundredths(double value);
+/// The number of which `hundredths` are the hundredths.
 inline double fromHundredths(qint64 hundredths)
 {
     return static_cast<double>(hundredths) / 100.0;

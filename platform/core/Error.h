@@ -8,6 +8,7 @@ namespace core {
 class Error : public std::exception
 {
 public:
+    /// `text` is shown; `context` goes to the log.
     explicit Error(QString text, QString context = {})
         : text_(std::move(text))
         , context_(std::move(context))

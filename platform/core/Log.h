@@ -12,6 +12,7 @@ void setLogFile(const QString &path);
 
 /// One line: time, where it happened (a routine or a document without its contents), statement kind and error text.
 void logError(const QString &where, const std::exception &error);
+/// The same with a text of one's own. Nothing is thrown when the line cannot be written.
 void logLine(const QString &where, const QString &text);
 
 /// From now on what Qt itself warns of is logged, too, as a line of "Qt"; it still appears where it did before.

@@ -36,6 +36,7 @@ class NumberReader
 {
 public:
     NumberReader() = default;
+    /// Looks through all texts of the column, so that each of them can be read.
     explicit NumberReader(const QStringList &column);
 
     /// One more number of the column, before the first one is read.

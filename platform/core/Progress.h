@@ -24,6 +24,7 @@ public:
         const QMutexLocker lock(&mutex_);
         text_ = text;
     }
+    /// What setText() said last; empty before it.
     QString text() const
     {
         const QMutexLocker lock(&mutex_);
@@ -32,7 +33,9 @@ public:
 
     /// Steps in all; 0 while nobody knows.
     void setTotal(int steps) { total_ = steps; }
+    /// The steps of setTotal(); 0 while nobody knows.
     int total() const { return total_; }
+    /// The steps of the last step().
     int done() const { return done_; }
     /// `steps` are done. Throws Cancelled once cancel() was called.
     void step(int steps)
@@ -40,13 +43,16 @@ public:
         done_ = steps;
         check();
     }
+    /// Throws Cancelled once cancel() was called.
     void check() const
     {
         if (cancelled_)
             throw Cancelled();
     }
 
+    /// Asks the work to stop, at its next step.
     void cancel() { cancelled_ = true; }
+    /// Was it asked to stop?
     bool isCancelled() const { return cancelled_; }
 
 private:

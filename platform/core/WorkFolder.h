@@ -17,6 +17,7 @@ public:
     WorkFolder(const WorkFolder &) = delete;
     WorkFolder &operator=(const WorkFolder &) = delete;
 
+    /// Where it is, without a slash at the end.
     QString path() const { return path_; }
     /// The path of `name` in it.
     QString file(const QString &name) const { return path_ + u'/' + name; }

@@ -26,19 +26,23 @@ class Connection : public QObject
     Q_OBJECT
 
 public:
+    /// A closed connection.
     explicit Connection(QObject *parent = nullptr);
     ~Connection() override;
 
     /// ADO-style text (see driverSettings()); takes effect at the next open().
     void setConnectionString(const QString &text) { connectionString_ = text; }
+    /// As it was set; may hold a password.
     QString connectionString() const { return connectionString_; }
 
+    /// Was it opened? A server that went away since shows at the next statement.
     bool isOpen() const { return driver_ != nullptr; }
     /// Opens the database; does nothing when it is open. Throws DatabaseError.
     void open();
     /// Closes it with its locks, also when a transaction was left open.
     void close();
 
+    /// Is there a Transaction on it?
     bool inTransaction() const { return inTransaction_; }
 
     /// Runs a command text; outside a transaction it commits at once.
@@ -94,6 +98,7 @@ private:
 class Transaction
 {
 public:
+    /// Throws DatabaseError when it cannot begin, also when the connection already has one.
     explicit Transaction(Connection &connection)
         : connection_(connection)
     {
@@ -103,6 +108,7 @@ public:
     Transaction(const Transaction &) = delete;
     Transaction &operator=(const Transaction &) = delete;
 
+    /// Ends it for good. Throws DatabaseError; it is rolled back then.
     void commit();
 
 private:

@@ -13,6 +13,7 @@ struct DatabaseAddress
     QString user = QStringLiteral("SYSDBA");
     QString password;
 
+    /// Is it a file that the engine inside this program opens?
     bool isEmbedded() const { return host.isEmpty(); }
     /// "HOST[/PORT]:FILE" or the plain file path, as the command line writes it; no user, no password.
     QString toString() const;

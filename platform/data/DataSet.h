@@ -37,17 +37,28 @@ class DataSet : public QObject
     Q_OBJECT
 
 public:
+    /// A closed data set on `connection`, which it does not own.
     explicit DataSet(Connection *connection, QObject *parent = nullptr);
 
+    /// Takes effect at the next open().
     void setConnection(Connection *connection) { connection_ = connection; }
+    /// Null when the connection is gone.
     Connection *connection() const { return connection_; }
+    /// The query, with its parameters as ":name". Closes the data set and forgets their values.
     void setCommandText(const QString &sql);
+    /// The query as it was set.
     QString commandText() const { return commandText_; }
+    /// Where changed rows go; without it nothing can be written.
     void setUpdateTarget(UpdateTarget target) { target_ = std::move(target); }
+    /// The table and key as they were set.
     const UpdateTarget &updateTarget() const { return target_; }
+    /// Only a forward-only cursor behaves otherwise than the rest: see the class.
     void setCursorType(CursorType type) { cursorType_ = type; }
+    /// Keyset unless set.
     CursorType cursorType() const { return cursorType_; }
+    /// Kept for who asks; the rows are always held here.
     void setCursorLocation(CursorLocation location) { cursorLocation_ = location; }
+    /// Client unless set.
     CursorLocation cursorLocation() const { return cursorLocation_; }
 
     /// Value of the parameter ":name" of the command text, used by the next open().
@@ -55,19 +66,26 @@ public:
 
     /// Fetches the rows and stands on the first one. Throws DatabaseError.
     void open();
+    /// Drops the rows and every change that was not written.
     void close();
     /// close() and open() again with the same parameters.
     void requery();
     /// Forgets the fetched rows but stays open for new ones: somebody has just deleted them.
     void forgetRows();
+    /// Were the rows fetched?
     bool isOpen() const { return open_; }
 
+    /// Has it no row? Also true while it is closed.
     bool isEmpty() const { return rows_.isEmpty(); }
+    /// Does it stand behind its last row?
     bool atEnd() const { return current_ >= rows_.size(); }
+    /// How many rows it has, the new ones included.
     int recordCount() const { return static_cast<int>(rows_.size()); }
     /// All rows as they were fetched and changed since.
     const Rows &rows() const { return rows_; }
+    /// Stands on the first row. Throws core::Error while closed, or when a forward-only one has left it.
     void first();
+    /// Goes one row on, at the last one behind the end. Throws core::Error while closed.
     void next();
     /// Stands on the first row whose `column` equals `value` exactly (case and blanks count); false, and the current
     /// row unchanged, when there is none.
@@ -79,18 +97,24 @@ public:
     const QVariantList &currentValues() const { return rows_.values(current_); }
     /// The current row's value, or the one just set; NULL is an invalid QVariant.
     QVariant value(const QString &column) const;
+    /// Is the current row's value NULL? Throws as value().
     bool isNull(const QString &column) const { return !value(column).isValid(); }
+    /// The value as text; NULL is empty. Throws as value().
     QString text(const QString &column) const { return value(column).toString(); }
+    /// The value as a number; NULL is 0. Throws as value().
     double number(const QString &column) const { return value(column).toDouble(); }
     /// `nullValue` for NULL.
     int integer(const QString &column, int nullValue = 0) const;
+    /// The value as a date; NULL is an invalid one. Throws as value().
     QDate date(const QString &column) const { return value(column).toDate(); }
+    /// The value as a time of day; NULL is an invalid one. Throws as value().
     QTime time(const QString &column) const { return value(column).toTime(); }
 
     /// Starts a new row; its columns are written by setValue() and the rest is left to the database.
     void append();
     /// Starts changing the current row; on an empty data set it starts a new one.
     void edit();
+    /// Sets a column of the row being changed. Throws core::Error when none is, or for an unknown column.
     void setValue(const QString &column, const QVariant &value);
     /// Ends the change of the row; it waits for updateBatch().
     void post();

@@ -21,6 +21,7 @@ public:
     explicit DatabaseError(const QString &databaseText, const QString &statement = {},
                            Refusal refusal = Refusal::Other);
 
+    /// Was the disk full?
     bool isDiskFull() const;
     Refusal refusal() const { return refusal_; }
 

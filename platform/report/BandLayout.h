@@ -15,6 +15,8 @@ struct BrokenText
     QList<Line> lines;
 };
 
+/// Breaks `text` between words into lines of at most `width` millimetres in the font with this index; a word that is
+/// longer is broken, too.
 BrokenText breakText(const QString &text, int font, double width, const FontSet &fonts);
 
 /// Places the items of one band. Items that grow push down what lies below them and stretch what stands beside them.

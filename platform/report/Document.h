@@ -13,11 +13,15 @@ public:
     /// Throws core::Error when a column is missing or a block is higher than a page.
     Document(std::shared_ptr<const Report> report, const QList<FontSpec> &fonts, RunData data);
 
+    /// At least 1.
     int pageCount() const;
     /// Primitives of a page, counted from 0.
     Page page(int index) const;
+    /// The fonts of its pages.
     const FontSet &fonts() const { return fonts_; }
+    /// The title that the report gives to PDF file and print job; may be empty.
     const QString &title() const { return title_; }
+    /// Width and height of the paper, millimetres.
     QSizeF pageSize() const { return {report_->width, report_->height}; } ///< millimetres
 
 private:

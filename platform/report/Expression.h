@@ -58,8 +58,10 @@ public:
     Expression() = default;
     /// Throws core::Error when `text` is no expression.
     static Expression parse(const QString &text);
+    /// The expression that always gives `text`.
     static Expression literal(const QString &text);
 
+    /// Was nothing written?
     bool isEmpty() const { return !root_; }
     /// NULL is an invalid QVariant. Throws core::Error for unknown connections and columns.
     QVariant evaluate(const Scope &scope) const;

@@ -27,7 +27,9 @@ struct ExpressionNode
     int depth = 1; ///< levels of nodes, with this one
 };
 
+/// The value of a node at `scope`; NULL is an invalid QVariant. Throws core::Error for unknown connections and columns.
 QVariant evaluate(const ExpressionNode &node, const Scope &scope);
+/// A number other than 0, or a text that is not empty.
 bool isTrue(const QVariant &value);
 /// Fewest and most arguments of a function; {0, 0} for an unknown one.
 std::pair<int, int> functionArity(const QString &name);

@@ -68,6 +68,7 @@ struct Band
     std::vector<Item> items;
     int line = 0;
 
+    /// Does the project file have this band?
     bool exists() const { return line > 0; }
 };
 
@@ -93,7 +94,9 @@ struct Report
     Band tableFrame;     ///< stretched over the rows' area of every page
     QSet<QString> connections;
 
+    /// Millimetres between the left and the right margin.
     double contentWidth() const { return width - 2 * margin; }
+    /// Millimetres between the upper and the lower margin.
     double contentHeight() const { return height - 2 * margin; }
 };
 

@@ -19,10 +19,12 @@ class CategoryField : public Field
     Q_OBJECT
 
 public:
+    /// A drop-down over the tree in `connection`, none chosen.
     CategoryField(const CategorySpec &spec, data::Connection &connection, QWidget *parent);
 
     /// Key of the chosen category, -1 for none.
     int key() const;
+    /// Chooses a category; none when the table does not have it.
     void selectKey(int key);
 
     QWidget *widget() const override;

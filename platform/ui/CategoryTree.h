@@ -15,6 +15,7 @@ struct CategoryTable
     QString caption;
     QString parent; ///< the key of the category above; NULL on the first level
 
+    /// Is no table named?
     bool isEmpty() const { return table.isEmpty(); }
 };
 
@@ -46,6 +47,7 @@ public:
 
     /// Key of the selected category, or -1 for the root.
     int selectedKey() const;
+    /// Is a category with `key` in the tree? The root does not count.
     bool contains(int key) const;
     /// Selects the category with `key`; the root when there is none.
     void selectKey(int key);

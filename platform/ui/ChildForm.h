@@ -34,9 +34,12 @@ class ChildForm : public QWidget
     Q_OBJECT
 
 public:
+    /// `caption` in the title bar, `menuCaption` over the menu that stands in the host's menu bar.
     ChildForm(const QString &caption, const QString &menuCaption, QWidget *parent);
 
+    /// The menu of the window; never null.
     QMenu *formMenu() const { return menu_; }
+    /// A command of the form by its name; null when it has none of that name.
     QAction *command(const QString &name) const;
     /// Closes the window as its close button does.
     void closeForm();

@@ -40,11 +40,14 @@ class ChoiceField : public Field
     Q_OBJECT
 
 public:
+    /// Label and buttons as `spec` tells, nothing chosen.
     ChoiceField(const ChoiceSpec &spec, QWidget *parent);
 
     /// 0 or less when nothing was chosen.
     int key() const { return choice_.key; }
+    /// Text of what was chosen; empty for none.
     const QString &text() const { return choice_.text; }
+    /// Shows a choice; a key of 0 or less is none.
     void setChoice(const Choice &choice);
 
     QWidget *widget() const override { return box_; }
@@ -80,6 +83,7 @@ public:
     /// `tableKey` and `tableText` are the list query's columns.
     DropDownField(const DropDownSpec &spec, QString tableKey, QString tableText, QWidget *parent);
 
+    /// Key of the entry chosen, -1 for none.
     int key() const;
     /// Fills the list from the database; a choice that is still in it stays.
     void fill(data::Connection &connection);
@@ -119,12 +123,14 @@ class RecordLabels : public Field
     Q_OBJECT
 
 public:
+    /// Labels in the order of their declaration, all empty.
     RecordLabels(const QList<RecordLabel> &labels, QWidget *parent);
 
     /// Shows `values` in the order of the declaration; empty ones show "...".
     void setValues(const QStringList &values);
     /// The label's text, "..." when empty.
     QString text(int index) const { return labels_[index]->text(); }
+    /// Has the label with this index, counted from 0, no text?
     bool isEmpty(int index) const { return labels_[index]->text() == nothingChosen; }
 
     QWidget *widget() const override { return box_; }

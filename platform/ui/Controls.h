@@ -63,6 +63,7 @@ enum class Icon
     Recover,
     Export
 };
+/// The icon of a command.
 QIcon icon(Icon which);
 
 } // namespace ui

@@ -40,6 +40,7 @@ public:
 
     /// The time as it stands there, with the seconds that were loaded; invalid while it cannot be read.
     QTime time() const { return current().toTime(); }
+    /// Shows `time`; an invalid one shows nothing.
     void setTime(QTime time) { load(time.isValid() ? QVariant(time) : QVariant()); }
 
 protected:

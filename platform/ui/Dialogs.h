@@ -24,6 +24,7 @@ struct SaveFileRequest
 };
 
 using SaveFileChooser = std::function<QString(QWidget *, const SaveFileRequest &)>;
+/// Replaces the dialog that asks for a file to write and returns what stood for it before; an empty one restores it.
 SaveFileChooser setSaveFileChooser(SaveFileChooser chooser);
 /// Asks for a file to write (with a question before overwriting); empty when the user cancels.
 QString chooseSaveFile(QWidget *owner, const SaveFileRequest &request);
@@ -36,6 +37,7 @@ struct OpenFileRequest
 };
 
 using OpenFileChooser = std::function<QString(QWidget *, const OpenFileRequest &)>;
+/// Replaces the dialog that asks for a file to read and returns what stood for it before; an empty one restores it.
 OpenFileChooser setOpenFileChooser(OpenFileChooser chooser);
 /// Asks for a file to read, which exists; empty when the user cancels.
 QString chooseOpenFile(QWidget *owner, const OpenFileRequest &request);

@@ -67,16 +67,20 @@ class EntryForm : public ChildForm
     Q_OBJECT
 
 public:
+    /// The form on the current row of `record`, a data set of whoever opens the form.
     EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *parent);
 
     /// Key of the record shown; -1 for a new one that was never given a key.
     int IdRecord() const { return idRecord_; }
+    /// Takes `id` for the key of what is shown; loads nothing.
     void SetIdRecord(int id) { idRecord_ = id; }
     /// True while the record has never been saved.
     bool NewRecord() const { return newRecord_; }
+    /// Takes what is shown for a record that was never saved, or for one that was.
     void SetNewRecord(bool value) { newRecord_ = value; }
     /// True while there are unsaved changes; "Salva" is enabled exactly then.
     bool Modified() const { return modified_; }
+    /// Sets the flag, and with it the command "Salva".
     void SetModified(bool value);
     /// Something is being typed that is no change yet, in a cell of a grid: "Salva" takes it over and saves.
     void SetTyping(bool typing);

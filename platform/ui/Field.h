@@ -17,6 +17,7 @@ class Field : public QObject
     Q_OBJECT
 
 public:
+    /// A field with this caption.
     Field(QString label, QObject *parent)
         : QObject(parent)
         , label_(std::move(label))
@@ -25,9 +26,13 @@ public:
 
     /// Caption beside the control; empty where the control carries its own.
     const QString &label() const { return label_; }
+    /// What is laid out: the control, or a box around several; null for a field without one.
     virtual QWidget *widget() const = 0;
+    /// Shows what a new record begins with.
     virtual void clear() = 0;
+    /// Shows the values of the current row. Throws core::Error for a column that it does not have.
     virtual void load(const data::DataSet &record) = 0;
+    /// Sets the columns of the row being changed. Throws core::Error for a column that it does not have.
     virtual void write(data::DataSet &record) const = 0;
     /// What is typed, readable or not, and what is kept of the loaded record: for restore(), of the same field in any
     /// form of its kind, and for nothing else.
@@ -35,6 +40,7 @@ public:
     virtual void restore(const QVariant &state) = 0;
 
 Q_SIGNALS:
+    /// The user, or the program, changed what is shown.
     void edited();
 
 private:

@@ -26,10 +26,14 @@ class TextField : public Field
     Q_OBJECT
 
 public:
+    /// The field that `spec` describes, empty.
     TextField(const TextSpec &spec, QWidget *parent);
 
+    /// What stands there.
     QString text() const { return edit_->text(); }
+    /// Does nothing stand there?
     bool isEmpty() const { return edit_->text().isEmpty(); }
+    /// Shows `text`, as if the user had typed it.
     void setText(const QString &text) { edit_->setText(text); }
 
     QWidget *widget() const override { return edit_; }
@@ -57,8 +61,10 @@ class MemoField : public Field
     Q_OBJECT
 
 public:
+    /// The field that `spec` describes, empty.
     MemoField(const MemoSpec &spec, QWidget *parent);
 
+    /// What stands there, its lines ended by line feeds.
     QString text() const { return edit_->toPlainText(); }
     /// Adds `text` behind what is there.
     void append(const QString &text);
@@ -96,9 +102,12 @@ class IntegerField : public Field
     Q_OBJECT
 
 public:
+    /// The field that `spec` describes, at its initial value.
     IntegerField(const IntegerSpec &spec, QWidget *parent);
 
+    /// The number that stands there; 0 while it cannot be read.
     int value() const { return edit_->value(); }
+    /// Shows a number.
     void setValue(int value) { edit_->setValue(value); }
 
     QWidget *widget() const override { return edit_; }
@@ -133,9 +142,12 @@ class DecimalField : public Field
     Q_OBJECT
 
 public:
+    /// The field that `spec` describes, at its initial value.
     DecimalField(const DecimalSpec &spec, QWidget *parent);
 
+    /// The number that stands there; 0 while it cannot be read.
     double value() const { return edit_->value(); }
+    /// Shows a number.
     void setValue(double value) { edit_->setValue(value); }
 
     QWidget *widget() const override { return edit_; }
@@ -165,9 +177,12 @@ class DateField : public Field
     Q_OBJECT
 
 public:
+    /// The field that `spec` describes, on today.
     DateField(const DateSpec &spec, QWidget *parent);
 
+    /// The date that stands there; invalid while it cannot be read, or when none does.
     QDate date() const { return edit_->date(); }
+    /// Shows a date; an invalid one shows nothing.
     void setDate(QDate date) { edit_->setDate(date); }
 
     QWidget *widget() const override { return edit_; }
@@ -199,6 +214,7 @@ class MomentField : public Field
     Q_OBJECT
 
 public:
+    /// The field that `spec` describes, not checked.
     MomentField(const MomentSpec &spec, QWidget *parent);
 
     QWidget *widget() const override { return box_; }
@@ -229,9 +245,12 @@ class FlagField : public Field
     Q_OBJECT
 
 public:
+    /// The field that `spec` describes, not checked.
     FlagField(const FlagSpec &spec, QWidget *parent);
 
+    /// Is it checked?
     bool isChecked() const { return check_->isChecked(); }
+    /// Checks it, or takes the check back.
     void setChecked(bool checked) { check_->setChecked(checked); }
 
     QWidget *widget() const override { return check_; }
@@ -260,6 +279,7 @@ class RadioField : public Field
     Q_OBJECT
 
 public:
+    /// The field that `spec` describes, on its first item.
     RadioField(const RadioSpec &spec, QWidget *parent);
 
     /// Of the item chosen.
@@ -286,6 +306,7 @@ class KeptField : public Field
     Q_OBJECT
 
 public:
+    /// Holds `initial` until a record is loaded.
     KeptField(QString column, QVariant initial, QObject *parent);
 
     QWidget *widget() const override { return nullptr; }

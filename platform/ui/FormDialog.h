@@ -14,12 +14,14 @@ class FormDialog : public QDialog
     Q_OBJECT
 
 public:
+    /// An empty dialog; `owner` may be null.
     FormDialog(const QString &title, QWidget *owner);
 
     /// An input without a label takes the whole width.
     void addRow(const QString &label, QWidget *input);
     /// A paragraph over the whole width.
     void addText(const QString &text);
+    /// The button "OK", for whoever switches it off.
     QPushButton *okButton() const { return ok_; }
     /// Runs when the user accepts and every date and number can be read; the dialog stays open when it returns false or
     /// fails, and errors are shown.

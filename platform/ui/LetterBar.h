@@ -22,6 +22,7 @@ public:
                              const QString &like = QStringLiteral(" LIKE "));
 
 Q_SIGNALS:
+    /// A button was pressed: its letter, or "*".
     void pressed(const QString &caption);
     /// Down was pressed in the bar: on to what the letters fill.
     void leftDown();

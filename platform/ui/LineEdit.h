@@ -11,6 +11,7 @@ class LineEdit : public QLineEdit
 
 public:
     explicit LineEdit(QWidget *parent = nullptr);
+    /// A line that holds `text`.
     LineEdit(const QString &text, QWidget *parent);
 
     /// A point that is typed becomes a comma, for numbers; a pasted one stays.

@@ -18,10 +18,12 @@ public:
     void setDecimals(int places);
     /// What may be typed.
     void setRange(double minimum, double maximum);
+    /// Changes the lower end of the range alone.
     void setMinimum(double minimum) { setRange(minimum, maximum_); }
 
     /// The number as it stands there; 0 while it cannot be read.
     double value() const { return current().toDouble(); }
+    /// Shows a number, also one that could not be typed here.
     void setValue(double value) { load(value); }
 
 protected:
@@ -52,6 +54,7 @@ public:
 
     /// The number as it stands there; 0 while it cannot be read.
     int value() const { return current().toInt(); }
+    /// Shows a number, also one that could not be typed here.
     void setValue(int value) { load(value); }
 
 protected:

@@ -27,6 +27,7 @@ class ProgressDialog : public QDialog
     Q_OBJECT
 
 public:
+    /// Shows `progress`, which must live longer, as it goes on.
     ProgressDialog(const QString &title, core::Progress &progress, QWidget *owner);
 
     void reject() override;

@@ -45,19 +45,23 @@ class RowsModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
+    /// `keyField` holds an integer that tells the rows apart.
     RowsModel(QString keyField, QList<ListColumn> columns, QObject *parent);
 
     /// Takes over the rows; an empty result shows the headers only.
     void setRows(data::Rows rows);
+    /// Takes the row with `key` out of the list; does nothing when it is not in it.
     void removeKey(int key);
     /// Draws every cell from its top, for texts of several lines.
     void setTopAligned(bool top) { vertical_ = top ? Qt::AlignTop : Qt::AlignVCenter; }
 
     /// The columns of a query that the list needs: the key and what it shows.
     QStringList fields() const;
+    /// Key of a row, counted from 0 as it is shown.
     int keyAt(int row) const;
     /// Invalid for a field that the list does not read.
     QVariant valueAt(int row, const QString &field) const;
+    /// The columns as declared.
     const QList<ListColumn> &columns() const { return columns_; }
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -87,8 +91,10 @@ class ResultGrid : public QTableView
     Q_OBJECT
 
 public:
+    /// An empty list; see RowsModel.
     ResultGrid(const QString &keyField, const QList<ListColumn> &columns, QWidget *parent);
 
+    /// The model behind the list.
     RowsModel &rows() const { return *model_; }
     /// Runs a query for the key and the shown columns, and shows its rows in their order. Throws what the database
     /// throws; the list then holds the rows that came before the error, and none of an earlier query.
