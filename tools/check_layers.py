@@ -46,11 +46,16 @@ LAYERS = {
 RESERVED = [
     (re.compile(r"#\s*include\s*<QSql"), ["platform/data", "platform/core", "benchmark/Bare"],
      "database headers belong to platform/data"),
-    (re.compile(r"\bQMessageBox::"), ["platform", "host/ui"], "message boxes go through platform/core/Messages.h"),
-    (re.compile(r"\bQFileDialog::"), ["platform", "host/ui"], "file dialogs go through their seam"),
+    (re.compile(r"\bQMessageBox\b"), ["platform/ui/MessageBoxes.cpp"],
+     "message boxes go through platform/core/Messages.h"),
+    (re.compile(r"\bQFileDialog\b"), ["platform/ui/Dialogs.cpp"], "file dialogs go through platform/ui/Dialogs.h"),
+    (re.compile(r"\bQ(Print|PageSetup)Dialog\b"), ["host/ui/PreviewWindow.cpp", "tests/report"],
+     "printing asks in host/ui/PreviewWindow"),
+    (re.compile(r"\bQ(InputDialog|ProgressDialog|ErrorMessage|ColorDialog|FontDialog)\b"), [],
+     "dialogs are those of platform/ui"),
     # The log tells when something happened, whatever the program takes for now.
-    (re.compile(r"\bQ(DateTime|Date|Time)::current"), ["platform/core/Clock.cpp", "platform/core/Log.cpp",
-                                                       "benchmark/main.cpp"],
+    (re.compile(r"\bQ(DateTime|Date|Time)::current|\bsystem_clock\b|\bclock_gettime\b|\bgettimeofday\b"),
+     ["platform/core/Clock.cpp", "platform/core/Log.cpp", "benchmark/main.cpp"],
      "now and today come from platform/core/Clock.h"),
     # A dialog is run through its seam; the driver runs statements, and the program its main loop.
     (re.compile(r"(\.|->|\bQ(Core|Gui)?Application::)exec\("),
@@ -60,6 +65,9 @@ RESERVED = [
     (re.compile(r"\bQEventLoop\b|\bprocessEvents\b"),
      ["tests/support/Controls", "benchmark/Program.cpp", "platform/ui/WaitWindow.cpp"],
      "events are handled by the program's main loop, by the window that is there before it, and the tests' settle()"),
+    # For a file that another program holds just now, and before the program's first window.
+    (re.compile(r"\b(QThread::)?[mu]?sleep(_for|_until)?\("), ["platform/core/Settings.cpp", "platform/ui/WaitWindow.cpp", "host/start/StartTurn.cpp"],
+     "a program with windows does not sleep"),
     (re.compile(r"\bnew Q(LineEdit|ComboBox|(Date|Time|DateTime)Edit)\("), [], "inputs are those of platform/ui"),
     (re.compile(r"\bnew Q(Double)?SpinBox\("), ["host/ui"], "inputs are those of platform/ui"),
 ]
