@@ -37,7 +37,7 @@ TMoviMaga sample()
 }
 const QString sampleText = u"%1|0|2026-03-31|A'1|Vite|3|Scarico|1.01|2.5|-4|0.34|-1.01|2|D.d.T. di scarico|8|9|nota"_s;
 
-// The rule as it is told: every issue in date order, each written before the next one is valued.
+// The rule by itself: every issue in date order, each written before the next one is valued.
 void revalueStepByStep(data::Connection &connection, const QString &code)
 {
     data::DataSet issues(&connection);

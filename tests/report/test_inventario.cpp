@@ -31,7 +31,7 @@ QString quotedDate(QDate date)
     return date.toString(u"''yyyy-MM-dd''"_s);
 }
 
-// Word by word what the reports are defined by.
+// The rule as one statement that works out every sum for each article by itself.
 QString plainStatement(const InventarioFilter &filter, bool valued)
 {
     const QString sum = u"(SELECT SUM(MOVI_MAGA.QUANTITA) FROM MOVI_MAGA WHERE MOVI_MAGA.CODICE = ANA_MAGA.CODICE)"_s;
