@@ -61,6 +61,7 @@ private Q_SLOTS:
     void lastAdministratorStays();
     void adminCommandsNeedTheRight();
     void rightIsAskedAgainAtTheSave();
+    void rightIsAskedInsideTheSave();
 };
 
 void TestUsers::passwordsAreSaltedAndChecked()
@@ -208,6 +209,39 @@ void TestUsers::rightIsAskedAgainAtTheSave()
     }
     QCOMPARE(workplace.lines(u"SELECT NOME FROM UTENTI"_s) + workplace.lines(u"SELECT RUOLO FROM RUOLI_UTENTE"_s),
              before);
+}
+
+// Another workstation takes the right away between the form's own questions and the transaction of its save.
+void TestUsers::rightIsAskedInsideTheSave()
+{
+    test::Workplace workplace;
+    workplace.database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
+    data::Connection other;
+    other.setConnectionString(workplace.database().connectionString());
+    other.open();
+    const QString names = u"SELECT NOME FROM UTENTI UNION ALL SELECT RUOLO FROM RUOLI_UTENTE"_s;
+    const QStringList before = workplace.lines(names);
+    for (const auto &[command, field] :
+         {std::pair(u"actInserimentoUtenti"_s, u"txtNome"_s), {u"actInserimentoRuoli"_s, u"txtRuolo"_s}}) {
+        auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(command));
+        form->openRecord(2);
+        test::type(test::control<QLineEdit>(form, field), u"x"_s);
+        int losses = 0;
+        workplace.database().setStatementHook([&](const QString &sql) {
+            // The last administrator is what is asked about after the right.
+            if (losses == 0 && !workplace.database().inTransaction() && sql.contains(u"COUNT(DISTINCT U.IDUTENTE)")) {
+                ++losses;
+                other.execute(u"UPDATE UTENTI SET ATTIVO = 'False' WHERE IDUTENTE = 1"_s);
+            }
+        });
+        workplace.messages.expectError(host::missingRight);
+        test::trigger(form, u"actSalva"_s);
+        workplace.database().setStatementHook({});
+        QCOMPARE(losses, 1);
+        QVERIFY(form->Modified());
+        QCOMPARE(workplace.lines(names), before);
+        other.execute(u"UPDATE UTENTI SET ATTIVO = 'True' WHERE IDUTENTE = 1"_s);
+    }
 }
 
 static const test::Registered<TestUsers> registered;
