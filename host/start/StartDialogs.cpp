@@ -7,6 +7,7 @@
 #include "host/start/Leftovers.h"
 #include "host/users/PasswordDialogs.h"
 #include "platform/core/Messages.h"
+#include "platform/data/DatabaseFile.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
@@ -140,12 +141,22 @@ private:
             !core::confirmLoss(this,
                                u"Partita IVA: il carattere di controllo non corrisponde.\n\rContinuare comunque?"_s))
             return false;
-        if (const Leftover leftover = leftoverAt(firm().database);
-            leftover != Leftover::None && !makeRoom(this, firm().database, leftover))
+        if (!hasRoom(firm().database))
             return false;
         const ui::WaitCursor wait;
         createFirm(firm());
         return true;
+    }
+
+    bool hasRoom(const data::DatabaseAddress &database)
+    {
+        const Leftover leftover = leftoverAt(database);
+        if (leftover != Leftover::None)
+            return makeRoom(this, database, leftover);
+        if (database.isEmbedded() || data::checkDatabase(database).failure != data::OpenFailure::None)
+            return true;
+        core::warn(this, u"Sul server esiste già il database \"%1\": indicare un nome nuovo."_s.arg(database.file));
+        return false;
     }
 
     QString folder_;
