@@ -12,6 +12,7 @@
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/DatabaseFile.h"
+#include "platform/data/EnginePath.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -75,7 +76,7 @@ void createFile(const data::DatabaseAddress &address, const Fill &fill)
     const bool replaces = isUnfinished(address);
     if (!replaces && target.exists())
         throw data::DatabaseError(u"Il file esiste già."_s, u"CREATE DATABASE"_s);
-    const core::WorkFolder work(target.absolutePath());
+    const core::WorkFolder work(data::engineFolder(target.absolutePath()));
     data::DatabaseAddress made = address;
     made.file = work.file(u"archivio.fdb"_s);
     data::createDatabase(made);

@@ -11,6 +11,7 @@
 #include "platform/core/WorkFolder.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
+#include "platform/data/EnginePath.h"
 
 #include <QDir>
 #include <QFile>
@@ -45,7 +46,7 @@ QStringList folderOf(const data::DatabaseAddress &database)
 
 QString gbakName(const data::DatabaseAddress &database)
 {
-    return database.isEmbedded() ? QFileInfo(database.file).absoluteFilePath() : database.toString();
+    return database.isEmbedded() ? data::enginePath(database.file) : database.toString();
 }
 
 // Counts the tables' rows as the program tells them and shows where it is.
@@ -112,8 +113,8 @@ Counts restore(const QString &file, const data::DatabaseAddress &target, const Q
                core::Progress &progress)
 {
     Follower follower(progress, verb, firstStep);
-    runGbak(target, {u"-c"_s, u"-v"_s, QFileInfo(file).absoluteFilePath(), gbakName(target)}, folderOf(target),
-            progress, [&follower](const QString &line) { follower(line); });
+    runGbak(target, {u"-c"_s, u"-v"_s, data::enginePath(file), gbakName(target)}, folderOf(target), progress,
+            [&follower](const QString &line) { follower(line); });
     return follower.counts();
 }
 
@@ -188,7 +189,7 @@ void requireKnownVersion(const data::DatabaseAddress &restored)
 QString restoreEmbedded(const QString &file, const QString &target, core::Progress &progress)
 {
     removeLeftovers(embedded(target));
-    const core::WorkFolder work(QFileInfo(target).absolutePath());
+    const core::WorkFolder work(data::engineFolder(QFileInfo(target).absolutePath()));
     const QString restored = work.file(u"ripristino.fdb"_s);
     const Counts told = restore(file, embedded(restored), u"Ripristino della tabella %1…"_s, 0, progress);
     progress.setText(u"Verifica del database ripristinato…"_s);
@@ -224,7 +225,7 @@ void restoreOnServer(const QString &file, const data::DatabaseAddress &target, c
     bool begun = false;
     try {
         Follower follower(progress, u"Ripristino della tabella %1…"_s, 0);
-        runGbak(target, {u"-c"_s, u"-v"_s, QFileInfo(file).absoluteFilePath(), gbakName(target)}, {}, progress,
+        runGbak(target, {u"-c"_s, u"-v"_s, data::enginePath(file), gbakName(target)}, {}, progress,
                 [&](const QString &line) {
                     begun = begun || line.startsWith(u"created database");
                     follower(line);
@@ -260,7 +261,7 @@ void backupDatabase(const data::DatabaseAddress &database, const QString &file, 
 {
     if (database.isEmbedded() && !QFileInfo::exists(database.file))
         throw core::Error(u"Il database \"%1\" non esiste."_s.arg(database.file));
-    const core::WorkFolder work(QFileInfo(file).absolutePath());
+    const core::WorkFolder work(data::engineFolder(QFileInfo(file).absolutePath()));
     const QString backup = work.file(u"copia.fbk"_s);
     Follower follower(progress, u"Copia della tabella %1…"_s, 0);
     // The database is written to as well: it counts its transactions.

@@ -25,8 +25,8 @@ struct OpenCheck
 /// Tries to attach to the database and lets go of it again.
 OpenCheck checkDatabase(const DatabaseAddress &address);
 
-/// Creates an empty database: page size 8192, dialect 3, character set UTF8. Throws DatabaseError, also when the file
-/// exists.
+/// Creates an empty database: page size 8192, dialect 3, character set UTF8. An embedded one's path must have no colon
+/// (see engineFolder()). Throws DatabaseError, also when the file exists.
 void createDatabase(const DatabaseAddress &address);
 
 /// Removes a database with its file; does nothing when it cannot be opened. Throws DatabaseError when it is in use.

@@ -69,6 +69,7 @@ private Q_SLOTS:
     void databaseOfAnotherProcessIsInUse();
     void unreachableServerIsNamedWithoutThePassword();
     void existingFileIsNeverTouched();
+    void pathWithColonIsAFile();
     void failureHalfWayLeavesNoFile();
     void lockFolderOfAnotherAccountIsAvoided();
 };
@@ -144,6 +145,36 @@ void TestDatabaseSetup::existingFileIsNeverTouched()
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("Cara mamma"));
+}
+
+void TestDatabaseSetup::pathWithColonIsAFile()
+{
+    const QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkpath(u"sede: uno"_s));
+    const data::DatabaseAddress address = fileAddress(folder.filePath(u"sede: uno/ditta 1:2.fdb"_s));
+    host::createHostDatabase(address, true);
+    QCOMPARE(host::databaseProblem(address), QString());
+    // Another program has another second name of it, and is let in alone all the same.
+    QProcess holder;
+    holder.start(QCoreApplication::applicationDirPath() + u"/hold_database"_s, {address.file});
+    QVERIFY(holder.waitForReadyRead(20000));
+    QVERIFY(host::openProblem(address).contains(u"è già in uso"_s));
+    holder.closeWriteChannel();
+    QVERIFY(holder.waitForFinished(20000));
+    {
+        data::Connection connection;
+        connection.setConnectionString(data::nativeConnectionString(address));
+        connection.open();
+        connection.execute(u"UPDATE AZIENDA SET RAGIONESOCIALE = 'Rossi'"_s);
+    }
+    // It is the file itself that was written to.
+    const data::DatabaseAddress plain = fileAddress(folder.filePath(u"spostata.fdb"_s));
+    QVERIFY(QFile::rename(address.file, plain.file));
+    data::Connection connection;
+    connection.setConnectionString(data::nativeConnectionString(plain));
+    connection.open();
+    QCOMPARE(test::linesOf(connection, u"SELECT RAGIONESOCIALE FROM AZIENDA"_s), QStringList(u"Rossi"_s));
+    QCOMPARE(host::openProblem(address), u"Il database \"%1\" non esiste."_s.arg(address.file));
 }
 
 void TestDatabaseSetup::failureHalfWayLeavesNoFile()

@@ -59,6 +59,7 @@ private Q_SLOTS:
     void backupComesBackAndTheOldDatabaseStays();
     void refusedBackupsChangeNothing_data();
     void refusedBackupsChangeNothing();
+    void pathWithColonIsAFile();
     void failedBackupLeavesNothing();
     void passwordIsInTheEnvironmentOnly();
     void tenDailyBackupsAreKept();
@@ -204,6 +205,26 @@ void TestBackup::refusedBackupsChangeNothing()
     }
     QCOMPARE(files(), before);
     QCOMPARE(contentOf(database_.file), current);
+}
+
+// The engine's programs take what stands before a colon for a server.
+void TestBackup::pathWithColonIsAFile()
+{
+    const QDir folder(path(u"sede: uno"_s));
+    QVERIFY(folder.mkpath(u"."_s));
+    data::DatabaseAddress database;
+    database.file = folder.filePath(u"ditta 1:2.fdb"_s);
+    QVERIFY(QFile::copy(database_.file, database.file));
+    const QString backup = folder.filePath(u"copia 1:2.fbk"_s);
+    QCOMPARE(errorOfBackup(database, backup), u"no error"_s);
+    openDatabase(database)->execute(u"UPDATE AZIENDA SET RAGIONESOCIALE = 'Prima'"_s);
+    QCOMPARE(errorOfRestore(backup, database), u"no error"_s);
+    const QString kept = folder.filePath(u"ditta 1:2.prima-del-ripristino-20260316-103000.fdb"_s);
+    const QString name = u"SELECT FIRST 1 1 FROM AZIENDA WHERE RAGIONESOCIALE = 'Prima'"_s;
+    QVERIFY(test::linesOf(*openDatabase(database), name).isEmpty());
+    database.file = kept;
+    QVERIFY(!test::linesOf(*openDatabase(database), name).isEmpty());
+    QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), qsizetype(3));
 }
 
 void TestBackup::failedBackupLeavesNothing()

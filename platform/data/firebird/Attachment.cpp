@@ -2,10 +2,9 @@
 
 #include "platform/core/Log.h"
 #include "platform/data/DatabaseError.h"
+#include "platform/data/EnginePath.h"
 #include "platform/data/WaitLimits.h"
 #include "platform/data/firebird/OpenFailures.h"
-
-#include <QFileInfo>
 
 #include <condition_variable>
 #include <memory>
@@ -109,7 +108,7 @@ QByteArray parametersOf(Access access)
 
 QString attachName(const DatabaseAddress &address)
 {
-    return address.isEmbedded() ? QFileInfo(address.file).absoluteFilePath() : address.toString();
+    return address.isEmbedded() ? enginePath(address.file) : address.toString();
 }
 
 Attached attach(const DatabaseAddress &address)
