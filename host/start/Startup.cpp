@@ -64,17 +64,27 @@ void createDemo(const data::DatabaseAddress &address)
     });
 }
 
-bool isMissing(const data::DatabaseAddress &address)
+/// What stands where a database is to be created.
+struct Place
 {
-    return data::checkDatabase(address).failure == data::OpenFailure::Missing;
+    bool isFree = false;
+    Leftover leftover = Leftover::None;
+};
+
+// A server may be slow to answer.
+Place lookAt(const data::DatabaseAddress &address)
+{
+    const ui::WaitWindow window(openingText);
+    return {.isFree = data::checkDatabase(address).failure == data::OpenFailure::Missing,
+            .leftover = leftoverAt(address)};
 }
 
 // Without a display there is nobody to ask, and nothing to lose either.
-bool replacesLeftover(const data::DatabaseAddress &address, const StartOptions &options)
+bool mayCreateAt(const data::DatabaseAddress &address, const StartOptions &options)
 {
-    const Leftover leftover = leftoverAt(address);
-    return (leftover == Leftover::Empty && options.upgrade) ||
-           (leftover != Leftover::None && makeRoom(nullptr, address, leftover));
+    const Place place = lookAt(address);
+    return place.isFree || (place.leftover == Leftover::Empty && options.upgrade) ||
+           (place.leftover != Leftover::None && makeRoom(nullptr, address, place.leftover));
 }
 
 // The database of the command line, created where that was asked for.
@@ -82,7 +92,7 @@ data::DatabaseAddress fromCommandLine(const StartOptions &options, const QString
 {
     data::DatabaseAddress address = commandLineDatabase(options, folder);
     const bool mayCreate = options.database.isEmpty() || options.empty;
-    if (mayCreate && (isMissing(address) || replacesLeftover(address, options))) {
+    if (mayCreate && mayCreateAt(address, options)) {
         const ui::WaitWindow window(creatingText);
         if (options.empty)
             createHostDatabase(address, false);
@@ -134,10 +144,10 @@ std::optional<Opening> Startup::first()
 std::optional<Opening> Startup::demo()
 {
     const data::DatabaseAddress address = demoDatabase(folder_);
-    const Leftover leftover = leftoverAt(address);
-    if (leftover != Leftover::None && !makeRoom(nullptr, address, leftover))
+    const Place place = lookAt(address);
+    if (place.leftover != Leftover::None && !makeRoom(nullptr, address, place.leftover))
         return {};
-    if (leftover != Leftover::None || isMissing(address)) {
+    if (place.leftover != Leftover::None || place.isFree) {
         const ui::WaitWindow window(creatingText);
         createDemo(address);
     }
@@ -179,8 +189,10 @@ std::optional<Opening> Startup::ask(const Opening &tried)
 bool Startup::askServerPassword(data::DatabaseAddress &address) const
 {
     const auto refused = [&address] {
-        const ui::WaitCursor wait;
-        return !address.isEmbedded() && data::checkDatabase(address).failure == data::OpenFailure::Refused;
+        if (address.isEmbedded())
+            return false;
+        const ui::WaitWindow window(openingText);
+        return data::checkDatabase(address).failure == data::OpenFailure::Refused;
     };
     for (bool again = !address.password.isEmpty(); refused(); again = true) {
         if (again)

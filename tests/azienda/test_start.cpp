@@ -62,6 +62,26 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// Names of the program's windows in the order in which they were painted first.
+class FirstPaints : public QObject
+{
+public:
+    FirstPaints() { qApp->installEventFilter(this); }
+
+    const QStringList &names() const { return names_; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const auto *widget = qobject_cast<QWidget *>(watched);
+        if (event->type() == QEvent::Paint && widget && widget->isWindow() && !names_.contains(widget->objectName()))
+            names_.append(widget->objectName());
+        return false;
+    }
+
+private:
+    QStringList names_;
+};
+
 // Its exit code and what it told.
 std::pair<int, QByteArray> runProgram(const QString &home, const QStringList &arguments)
 {
@@ -82,6 +102,7 @@ private Q_SLOTS:
     void newFirmOnAServer();
     void onlyADatabaseThatOpensIsAccepted();
     void sessionsFollowOneAnother();
+    void firstWindowStandsBeforeAnythingWaits();
     void damagedWindowStateIsForgotten();
     void programKeepsItsFilesToItself();
     void withoutADisplayItUpgradesOnly();
@@ -231,6 +252,20 @@ void TestStart::sessionsFollowOneAnother()
     host::runSessions({}, folder.path());
     QCOMPARE(seen, QStringList({u"Rossi"_s, u"tipi"_s, u"Generale"_s, u"Acquisto"_s}));
     QCOMPARE(QDir(folder.filePath(u"backup"_s)).entryList({u"rossi-*.fbk"_s}).size(), 1);
+}
+
+void TestStart::firstWindowStandsBeforeAnythingWaits()
+{
+    const QTemporaryDir folder;
+    const test::TestDatabase database(test::Content::HostSchema);
+    QVERIFY(QFile::copy(database.address().file, folder.filePath(u"corvane.fdb"_s)));
+    const FirstPaints painted;
+    test::ScriptedDialogs dialogs;
+    dialogs.expect([](QDialog &dialog) { test::press(&dialog, u"cmdAnnulla"_s); });
+    dialogs.expect([](QDialog &dialog) { dialog.reject(); });
+    host::runSessions({}, folder.path());
+    QCOMPARE(dialogs.verify(), QStringList());
+    QCOMPARE(painted.names().value(0), u"frmAttesa"_s);
 }
 
 // A wrong number of tool bars made Qt count for hours.
