@@ -75,7 +75,7 @@ TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWi
                                     .icon = ui::Icon::Open});
     QGroupBox *customer = createAddresseeBox(
         {{customerCommand(), u"cmdSelezionaCliente"_s}, {contacts, u"cmdVisualizzaContattiCliente"_s}});
-    layOutGeneralPage(customer, createPayment());
+    layOutGeneralPage(customer, [this] { return createPayment(); });
 
     refuseWithoutCustomer();
     refuseIf([this] { return payment_->key() <= 0; }, u"Non è stato selezionato un tipo di pagamento!"_s);

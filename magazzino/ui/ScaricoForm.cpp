@@ -56,7 +56,7 @@ ui::TextField *destinationField(const QString &name, const QString &label, const
 
 } // namespace
 
-void TMMGInserimentoScarico::layOutGeneralPage(QWidget *addressee, QWidget *bottom)
+void TMMGInserimentoScarico::layOutGeneralPage(QWidget *addressee, const std::function<QWidget *()> &createBottom)
 {
     auto *page = new QGridLayout(generalPage());
     // Close together, so that the whole page fits a screen of 768 lines.
@@ -66,8 +66,8 @@ void TMMGInserimentoScarico::layOutGeneralPage(QWidget *addressee, QWidget *bott
     page->addWidget(createDestination(), 0, 1);
     page->addWidget(createCarrier(), 1, 0);
     page->addWidget(createTransport(), 1, 1);
-    if (bottom)
-        page->addWidget(bottom, 2, 0, 1, 2);
+    if (createBottom)
+        page->addWidget(createBottom(), 2, 0, 1, 2);
     page->setColumnStretch(0, 1);
     page->setColumnStretch(1, 1);
     page->setRowStretch(3, 1);

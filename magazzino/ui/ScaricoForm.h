@@ -19,8 +19,9 @@ public:
     using TMMGInserimentoDocumento::TMMGInserimentoDocumento;
 
 protected:
-    /// Puts the groups on the header's page: `addressee` first, `bottom` (may be null) below the others.
-    void layOutGeneralPage(QWidget *addressee, QWidget *bottom = nullptr);
+    /// Puts the groups on the header's page: `addressee` first, what `createBottom` makes (if given) below the
+    /// others. It makes its controls last, so that Tab comes to them last.
+    void layOutGeneralPage(QWidget *addressee, const std::function<QWidget *()> &createBottom = {});
     void refuseWithoutCustomer();
     void askWithoutTaxData();
 

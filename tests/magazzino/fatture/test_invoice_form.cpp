@@ -24,6 +24,7 @@ private Q_SLOTS:
     void totals();
     void movements();
     void rightsComeFirst();
+    void tabGoesDownThePage();
     void everythingComesBack();
 
 private:
@@ -189,6 +190,18 @@ void TestInvoiceForm::rightsComeFirst()
     invoice().save();
     QCOMPARE(workplace_->messages.verify(), QStringList());
     QCOMPARE(invoice().stored(), before);
+}
+
+void TestInvoiceForm::tabGoesDownThePage()
+{
+    invoice().control<QWidget>(u"chkInizioTrasporto"_s)->setFocus();
+    QStringList reached;
+    for (int i = 0; i < 5; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        reached.append(QApplication::focusWidget()->objectName());
+    }
+    QCOMPARE(reached, QStringList({u"cmdSelezionaTipoPagamento"_s, u"txtScadenzaPagamento"_s, u"chkPagato"_s,
+                                   u"chkNotificato"_s, u"chkIVAEsente"_s}));
 }
 
 void TestInvoiceForm::everythingComesBack()
