@@ -42,6 +42,15 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
     place(heading, number_, 0, 0);
     place(heading, date_, 0, 1);
     heading->setColumnStretch(4, 1);
+    if (!spec.saveRight.isEmpty()) {
+        readOnly_ = new QLabel(u"Sola lettura"_s, this);
+        readOnly_->setObjectName(u"lblSolaLettura"_s);
+        readOnly_->setToolTip(u"Per salvare serve il diritto \"%1\"."_s.arg(spec.saveRight));
+        QFont bold = readOnly_->font();
+        bold.setBold(true);
+        readOnly_->setFont(bold);
+        heading->addWidget(readOnly_, 0, 5);
+    }
     heading->setHorizontalSpacing(8);
     mainLayout()->addLayout(heading);
     mainLayout()->addWidget(pages(), 1);
@@ -180,8 +189,16 @@ DocumentTotals TMMGInserimentoDocumento::AggiornaTotaliDocumento()
     return totals_;
 }
 
+// Rights may have changed since the form was opened.
+void TMMGInserimentoDocumento::showRight()
+{
+    if (readOnly_)
+        readOnly_->setVisible(!holdsSaveRight());
+}
+
 void TMMGInserimentoDocumento::resetDetails()
 {
+    showRight();
     number_->setValue(spec_.nextNumber(core::today().year()));
     grid_->rowsModel().setRows({});
     totals_ = {};

@@ -109,6 +109,7 @@ private:
     void createRowsPage();
     void createRowCommands(QToolBar *bar);
     QWidget *createTotals();
+    void showRight();
     void addRow(const DocumentRow &row);
     /// Appends a row for an article or a service; nothing when it was not found.
     template <typename Voce>
@@ -137,5 +138,6 @@ private:
     DocumentGrid *grid_ = nullptr;
     ui::MemoField *notes_ = nullptr;
     QList<QLabel *> totalLabels_;
+    QLabel *readOnly_ = nullptr; ///< only where saving needs a right
     DocumentTotals totals_;
 };

@@ -52,6 +52,7 @@ data::DataSet *TMMGInserimentoDocumento::details() const
 
 void TMMGInserimentoDocumento::loadDetails()
 {
+    showRight();
     data::DataSet &rows = *details();
     const QHash<int, double> costs = storedCosts();
     QList<DocumentRow> loaded;

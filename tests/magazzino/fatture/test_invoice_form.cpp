@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -172,7 +173,11 @@ void TestInvoiceForm::rightsComeFirst()
     invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
     invoice().save();
     const QStringList before = invoice().stored();
+    const auto readOnly = [this] { return invoice().control<QLabel>(u"lblSolaLettura"_s)->isVisible(); };
+    QVERIFY(!readOnly());
     SetKxCurrentUserName(u"MAGAZZINIERE"_s);
+    invoice().form().ApriRecord(invoice().form().IdRecord());
+    QVERIFY(readOnly());
     invoice().form().DataChanged();
     workplace_->messages.expectWarning(noRights);
     invoice().save();
