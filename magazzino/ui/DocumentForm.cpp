@@ -275,7 +275,7 @@ void TMMGInserimentoDocumento::aggiungiNonImponibile()
 void TMMGInserimentoDocumento::eliminaRiga()
 {
     const int row = grid_->selectedRow();
-    if (row < 0 || !core::confirm(this, u"Eliminare la riga selezionata?"_s))
+    if (row < 0 || !core::confirmLoss(this, u"Eliminare la riga selezionata?"_s))
         return;
     grid_->rowsModel().remove(row);
     rowsChanged();

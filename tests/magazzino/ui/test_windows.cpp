@@ -3,9 +3,8 @@
 #include "magazzino/ui/SelectionDialog.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/MessageBoxes.h"
-#include "tests/support/Controls.h"
+#include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
-#include "tests/support/Workplace.h"
 
 #include <QLineEdit>
 #include <QMdiArea>
@@ -75,6 +74,12 @@ void TestWindows::enterLosesNothing()
     QVERIFY(!core::confirmDeletion(form));
     enterInNextBox();
     QVERIFY(core::confirm(form, u"Salvarlo ora?"_s));
+    const test::Document note(*workplace_, test::deliveryNote());
+    note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+    enterInNextBox();
+    note.trigger(u"actEliminaRiga"_s);
+    QCOMPARE(note.grid()->model()->rowCount(), 1);
+    note.form().SetModified(false);
 }
 
 void TestWindows::boxOfTheHiddenModuleOpensOverTheActiveWindow()
