@@ -150,7 +150,10 @@ QWidget *TMMGInserimentoDocumento::createTotals()
                                                        {u"lblTotaleDocumento"_s, u"Totale documento"_s}};
     for (const auto &[name, caption] : totals) {
         line->addSpacing(12);
-        line->addWidget(new QLabel(caption, box));
+        auto *title = new QLabel(caption, box);
+        // Where the room is scarce it is the captions that are cut, never a number.
+        title->setMinimumWidth(1);
+        line->addWidget(title);
         auto *value = new QLabel(box);
         value->setObjectName(name);
         value->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
@@ -170,9 +173,12 @@ void TMMGInserimentoDocumento::showTotals(double imponibile, double imposta, dou
 {
     if (!spec_.showsTotals)
         return;
-    totalLabels_[0]->setText(core::formatCurrency(imponibile));
-    totalLabels_[1]->setText(core::formatCurrency(imposta));
-    totalLabels_[2]->setText(core::formatCurrency(documento));
+    const QList<double> totals = {imponibile, imposta, documento};
+    for (qsizetype i = 0; i < totals.size(); ++i) {
+        QLabel *label = totalLabels_[i];
+        label->setText(core::formatCurrency(totals[i]));
+        label->setMinimumWidth(std::max(label->minimumWidth(), label->sizeHint().width()));
+    }
 }
 
 DocumentTotals TMMGInserimentoDocumento::AggiornaTotaliDocumento()

@@ -2,6 +2,8 @@
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
+#include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -161,6 +163,14 @@ void TestReceiptForm::numberColumnsGrow()
     }
     QCOMPARE(together(), usable);
     QCOMPARE(note().grid()->rowHeight(0), lineHeight);
+    // Nor is a total cut where the form is as small as can be.
+    QWidget *window = note().form().parentWidget();
+    window->resize(window->minimumSizeHint());
+    test::settle();
+    for (const QString &name : {u"lblTotaleImponibile"_s, u"lblTotaleImposta"_s, u"lblTotaleDocumento"_s}) {
+        const auto *total = note().control<QLabel>(name);
+        QVERIFY2(total->width() >= total->sizeHint().width(), qPrintable(total->text()));
+    }
 }
 
 void TestReceiptForm::saveTakesWhatIsStillTyped_data()
