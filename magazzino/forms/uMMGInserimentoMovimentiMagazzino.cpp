@@ -38,6 +38,9 @@ TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *ow
     layout->addWidget(createReason(page));
     keepReferences();
     auto *notes = declare(new ui::MemoField({.name = u"txtNote"_s, .label = u"Note"_s, .column = u"NOTE"_s}, page));
+    // A few lines at least and what room there is: the whole form fits a screen of 768 lines.
+    notes->widget()->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    notes->widget()->setMinimumHeight(4 * fontMetrics().lineSpacing());
     auto *caption = new QLabel(notes->label(), page);
     caption->setBuddy(notes->widget());
     layout->addWidget(caption);
