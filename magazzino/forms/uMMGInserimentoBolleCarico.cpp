@@ -69,6 +69,7 @@ TMMGInserimentoBolleCarico::TMMGInserimentoBolleCarico(QWidget *owner)
     setObjectName(u"MMGInserimentoBolleCarico"_s);
     auto *layout = new QVBoxLayout(generalPage());
     layout->addWidget(createSupplier());
+    layout->addWidget(createTransportType());
     layout->addWidget(createTransport());
     layout->addStretch();
 
@@ -94,11 +95,20 @@ QGroupBox *TMMGInserimentoBolleCarico::createSupplier()
     return box;
 }
 
+QGroupBox *TMMGInserimentoBolleCarico::createTransportType()
+{
+    auto *box = new QGroupBox(u" Tipo di trasporto "_s, generalPage());
+    box->setObjectName(u"grpTipoTrasporto"_s);
+    transportType_ = declare(transportTypeField(box));
+    auto *layout = new QVBoxLayout(box);
+    layout->addWidget(transportType_->widget());
+    return box;
+}
+
 QGroupBox *TMMGInserimentoBolleCarico::createTransport()
 {
     auto *box = new QGroupBox(u" Trasporto "_s, generalPage());
     box->setObjectName(u"grpTrasporto"_s);
-    transportType_ = declare(transportTypeField(box));
     transportReason_ =
         declare(new ui::DropDownField({.name = u"txtCausaleTrasporto"_s,
                                        .label = u"Causale del trasporto"_s,
@@ -119,8 +129,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
     weightUnit->fill(connection());
 
     auto *grid = new QGridLayout(box);
-    place(grid, transportType_, 0, 0);
-    place(grid, transportReason_, 0, 1, 2);
+    place(grid, transportReason_, 0, 0, 2);
     place(grid, appearance, 1, 0);
     place(grid, packages, 1, 1);
     place(grid, weight, 2, 0);

@@ -20,6 +20,7 @@ protected:
 
 private:
     QGroupBox *createSupplier();
+    QGroupBox *createTransportType();
     QGroupBox *createTransport();
     void selezionaFornitore();
 
