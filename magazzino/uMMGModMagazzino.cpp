@@ -13,6 +13,7 @@
 #include "platform/data/DataSet.h"
 #include "platform/report/Output.h"
 #include "platform/report/Report.h"
+#include "platform/ui/EntryForm.h"
 
 #include <QAction>
 #include <QApplication>
@@ -149,6 +150,8 @@ void TMMGModMagazzino::execute(const ModuleAction &spec)
     if (!form) {
         form = spec.create(this);
         forms_.insert(spec.name, form);
+        if (const auto *entry = qobject_cast<ui::EntryForm *>(form))
+            connect(entry, &ui::EntryForm::stored, this, &TMMGModMagazzino::tableChanged);
     }
     if (spec.kind == ActionKind::Form)
         ShowChildForm(form);

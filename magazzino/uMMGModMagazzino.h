@@ -68,6 +68,10 @@ public:
     /// What the report system calls for the preview: the host's own window.
     void rSystemOverridePreview(report::ReportSystem &system, int overrideMode, QWidget *form);
 
+Q_SIGNALS:
+    /// One of the module's forms saved a record to `table` or deleted one.
+    void tableChanged(const QString &table);
+
 private:
     void createDataSets();
     void createActions();

@@ -1,6 +1,7 @@
 #include "magazzino/forms/uMMGInserimentoBolleCarico.h"
 
 #include "magazzino/MMGUtils.h"
+#include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "magazzino/ui/TransportFields.h"
 #include "platform/core/Messages.h"
@@ -77,6 +78,11 @@ TMMGInserimentoBolleCarico::TMMGInserimentoBolleCarico(QWidget *owner)
     refuseIf([this] { return transportType_->key() < 1; }, u"Non è stato selezionato un tipo di trasporto!"_s);
     refuseIf([this] { return transportReason_->key() < 1; }, u"Non è stata indicata la causale del trasporto!"_s);
     finishLayout(ui::standardCommands);
+    // "Nuovo" leaves the list as it is; this is intended.
+    connect(&Modulo(), &TMMGModMagazzino::tableChanged, this, [this](const QString &table) {
+        if (table == u"CAUSALI_TRASPORTO"_s)
+            core::guarded(this, [this] { withoutTracking([this] { transportReason_->fill(connection()); }); });
+    });
 }
 
 QGroupBox *TMMGInserimentoBolleCarico::createSupplier()

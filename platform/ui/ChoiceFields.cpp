@@ -111,36 +111,54 @@ int DropDownField::key() const
     return box_->currentData().toInt();
 }
 
+bool DropDownField::showsStored() const
+{
+    return stored_.key > 0 && key() == stored_.key && box_->currentText() == stored_.text;
+}
+
 void DropDownField::fill(data::Connection &connection)
 {
     const data::Rows rows = connection.select(spec_.sql);
     const int chosen = key();
+    const bool untouched = showsStored();
     box_->clear();
+    addedItem_ = false;
     box_->addItem(QString(), -1);
     for (qsizetype row = 0; row < rows.size(); ++row)
         box_->addItem(rows.text(row, tableText_), rows.integer(row, tableKey_));
-    box_->setCurrentIndex(std::max(0, box_->findData(chosen)));
+    if (untouched)
+        showStored();
+    else
+        box_->setCurrentIndex(std::max(0, box_->findData(chosen)));
+}
+
+void DropDownField::clear()
+{
+    stored_ = {};
+    box_->setCurrentIndex(0);
+    if (std::exchange(addedItem_, false))
+        box_->removeItem(box_->count() - 1);
+}
+
+// Documents keep the text that they were written with, whatever the table says by now.
+void DropDownField::showStored()
+{
+    int index = box_->findData(stored_.key);
+    if (index < 0 || (!spec_.textColumn.isEmpty() && box_->itemText(index) != stored_.text)) {
+        box_->addItem(stored_.text, stored_.key);
+        addedItem_ = true;
+        index = box_->count() - 1;
+    }
+    box_->setCurrentIndex(index);
 }
 
 void DropDownField::load(const data::DataSet &record)
 {
-    if (record.isNull(spec_.keyColumn)) {
-        clear();
+    clear();
+    if (record.isNull(spec_.keyColumn))
         return;
-    }
-    const int key = record.integer(spec_.keyColumn);
-    choose({key, spec_.textColumn.isEmpty() ? box_->itemText(box_->findData(key)) : record.text(spec_.textColumn)});
-}
-
-// A choice that the list does not have, or has under another text, joins it.
-void DropDownField::choose(const Choice &choice)
-{
-    int index = box_->findData(choice.key);
-    if (index < 0 || box_->itemText(index) != choice.text) {
-        box_->addItem(choice.text, choice.key);
-        index = box_->count() - 1;
-    }
-    box_->setCurrentIndex(index);
+    stored_ = {record.integer(spec_.keyColumn), spec_.textColumn.isEmpty() ? QString() : record.text(spec_.textColumn)};
+    showStored();
 }
 
 QVariant DropDownField::state() const
@@ -150,7 +168,9 @@ QVariant DropDownField::state() const
 
 void DropDownField::restore(const QVariant &state)
 {
-    choose({state.toList().value(0).toInt(), state.toList().value(1).toString()});
+    clear();
+    stored_ = {state.toList().value(0).toInt(), state.toList().value(1).toString()};
+    showStored();
 }
 
 void DropDownField::write(data::DataSet &record) const
@@ -159,6 +179,11 @@ void DropDownField::write(data::DataSet &record) const
     record.setValue(spec_.keyColumn, chosen ? QVariant(key()) : QVariant());
     if (!spec_.textColumn.isEmpty())
         record.setValue(spec_.textColumn, chosen ? QVariant(box_->currentText()) : QVariant());
+}
+
+void DropDownField::written()
+{
+    stored_ = {key(), box_->currentText()};
 }
 
 RecordLabels::RecordLabels(const QList<RecordLabel> &labels, QWidget *parent)

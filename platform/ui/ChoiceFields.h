@@ -85,23 +85,28 @@ public:
 
     /// Key of the entry chosen, -1 for none.
     int key() const;
-    /// Fills the list from the database; a choice that is still in it stays.
+    /// Fills the list from the database. An untouched stored choice stays as it was stored, another one while the
+    /// table has it.
     void fill(data::Connection &connection);
 
     QWidget *widget() const override { return box_; }
-    void clear() override { box_->setCurrentIndex(0); }
+    void clear() override;
     void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
+    void written() override;
     QVariant state() const override;
     void restore(const QVariant &state) override;
 
 private:
-    void choose(const Choice &choice);
+    bool showsStored() const;
+    void showStored();
 
     QComboBox *box_;
     DropDownSpec spec_;
     QString tableKey_;
     QString tableText_;
+    Choice stored_;          // as it was loaded or written
+    bool addedItem_ = false; // the last item is not the table's but the stored choice
 };
 
 /// One read-only label of a copied record. Labels of the same line stand side by side in the order of their

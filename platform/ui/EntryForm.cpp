@@ -288,11 +288,14 @@ void EntryForm::deleteShown()
     if (!finishEditing())
         return;
     // A key without a row of ours must never be deleted: it may have become another workstation's record.
-    if (storedKey() < 0)
+    const bool wasStored = storedKey() >= 0;
+    if (!wasStored)
         keepGivenUp();
     else if (!deleteStored(storedKey()))
         return;
     startNew();
+    if (wasStored)
+        Q_EMIT stored(record_->updateTarget().table);
 }
 
 bool EntryForm::passes(const QList<Check> &checks)
@@ -388,12 +391,16 @@ bool EntryForm::save()
         keyWithoutRow_ = false;
         unsaved_ = false;
         Recovery::of(connection()).forget(objectName());
+        for (Field *field : std::as_const(fields_))
+            field->written();
         recordSaved();
     }
     if (written || spec_.afterFailedSave == AfterFailedSave::AsAfterSave) {
         SetModified(false);
         SetNewRecord(false);
     }
+    if (written)
+        Q_EMIT stored(record_->updateTarget().table);
     return written;
 }
 

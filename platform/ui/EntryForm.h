@@ -99,6 +99,10 @@ public Q_SLOTS:
     /// Every field's change ends here.
     void DataChanged();
 
+Q_SIGNALS:
+    /// A record was saved to or deleted from `table`; the form is done with it.
+    void stored(const QString &table);
+
 protected:
     // Declaration
 

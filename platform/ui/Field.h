@@ -34,6 +34,8 @@ public:
     virtual void load(const data::DataSet &record) = 0;
     /// Sets the columns of the row being changed. Throws core::Error for a column that it does not have.
     virtual void write(data::DataSet &record) const = 0;
+    /// After the commit of a save: what it wrote is stored.
+    virtual void written() {}
     /// What is typed, readable or not, and what is kept of the loaded record: for restore(), of the same field in any
     /// form of its kind, and for nothing else.
     virtual QVariant state() const = 0;

@@ -1,4 +1,5 @@
 #include "host/ui/MainWindow.h"
+#include "magazzino/uMMGModMagazzino.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void saveTakesWhatIsStillTyped_data();
     void saveTakesWhatIsStillTyped();
     void otherRowTypesAreEditedAndKept();
+    void renamedReasons();
     void rowCommands();
     void questionBeforeLosingChanges_data();
     void questionBeforeLosingChanges();
@@ -237,6 +239,45 @@ void TestReceiptForm::otherRowTypesAreEditedAndKept()
                           u"Testo|Solo testo|||||||"_s, u"Articolo|Senza costo|COD|0|0|2|0||"_s}));
     QCOMPARE(lines(u"SELECT DESCRIZIONE FROM MOVI_MAGA ORDER BY IDMOVI_MAGA"_s),
              QStringList({u"Trapano avvitatore 18 V a batteria"_s, u"Senza costo"_s}));
+}
+
+void TestReceiptForm::renamedReasons()
+{
+    note().fillHeader();
+    note().save();
+    const int id = note().form().IdRecord();
+    auto *list = note().control<QComboBox>(u"txtCausaleTrasporto"_s);
+    const int items = list->count();
+    const QString reason = u"SELECT IDCAUSALE_TRASPORTO FROM CAUSALI_TRASPORTO WHERE CAUSALE_TRASPORTO = '%1'"_s;
+    auto *reasons = qobject_cast<ui::EntryForm *>(workplace_->module().openForm(u"actInserimentoCausaliTrasporto"_s));
+    const auto rename = [&](const QString &text) {
+        reasons->openRecord(lines(reason.arg(text)).first().toInt());
+        auto *edit = test::control<QLineEdit>(reasons, u"txtCausaleTrasporto"_s);
+        QTest::keyClick(edit, Qt::Key_End);
+        test::type(edit, u" 2"_s);
+        test::trigger(reasons, u"actSalva"_s);
+    };
+    rename(u"Vendita"_s);
+    // The stored receipt keeps its text, the list has the new one.
+    QCOMPARE(list->currentText(), u"Vendita"_s);
+    QCOMPARE(note().flags(), u"stored"_s);
+    QVERIFY(list->findText(u"Vendita 2"_s) > 0);
+    for (int i = 0; i < 2; ++i) {
+        note().form().ApriRecord(id);
+        QCOMPARE(list->currentText(), u"Vendita"_s);
+        QCOMPARE(list->count(), items + 1);
+    }
+    note().trigger(u"actNuovo"_s);
+    QCOMPARE(list->count(), items);
+    QCOMPARE(list->findText(u"Vendita"_s), -1);
+    // One that is chosen but not stored yet follows.
+    list->setCurrentText(u"Reso"_s);
+    rename(u"Reso"_s);
+    QCOMPARE(list->currentText(), u"Reso 2"_s);
+    workplace_->messages.expectQuestion(u"Confermare l'eliminazione?"_s, core::Answer::Yes);
+    test::trigger(reasons, u"actElimina"_s);
+    QCOMPARE(list->findText(u"Reso 2"_s), -1);
+    note().form().SetModified(false);
 }
 
 void TestReceiptForm::rowCommands()
