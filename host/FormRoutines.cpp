@@ -7,6 +7,8 @@
 #include <QApplication>
 #include <QStyle>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -67,5 +69,16 @@ void RaveSystemOverrideSetup(report::ReportSystem &system, int, QWidget *form)
 
 void RaveSystemOverridePreview(report::ReportSystem &system, int, QWidget *form)
 {
-    ShowChildForm(new host::PreviewWindow(system, form));
+    const QWidget *mainForm = GetMainForm();
+    const QList<host::PreviewWindow *> open =
+        mainForm ? mainForm->findChildren<host::PreviewWindow *>() : QList<host::PreviewWindow *>();
+    const auto same = std::find_if(open.begin(), open.end(), [&system](const host::PreviewWindow *preview) {
+        return !system.subject.isEmpty() && preview->subject() == system.subject;
+    });
+    if (same == open.end()) {
+        ShowChildForm(new host::PreviewWindow(system, form));
+        return;
+    }
+    (*same)->showDocument(system);
+    ShowChildForm(*same);
 }

@@ -65,6 +65,8 @@ PreviewWindow::PreviewWindow(report::ReportSystem &system, QWidget *parent)
     : ChildForm(u"Anteprima - %1"_s.arg(system.document()->title()), u">Anteprima<"_s, parent)
     , system_(&system)
     , document_(system.document())
+    , subject_(system.subject)
+    , proposedName_(system.proposedName)
     , view_(new PageView(document_, this))
     , scroll_(new QScrollArea(this))
 {
@@ -170,8 +172,7 @@ QToolBar *PreviewWindow::createToolBar()
     addStep(u"actPaginaPrecedente"_s, u"‹"_s);
     pageEdit_ = new QSpinBox(bar);
     pageEdit_->setObjectName(u"txtPagina"_s);
-    pageEdit_->setRange(1, document_->pageCount());
-    pageEdit_->setSuffix(u" di %1"_s.arg(document_->pageCount()));
+    countPages();
     pageEdit_->setKeyboardTracking(false);
     pageEdit_->setToolTip(u"Pagina da mostrare"_s);
     connect(pageEdit_, &QSpinBox::valueChanged, this, [this](int number) { goToPage(number - 1); });
@@ -189,6 +190,24 @@ QToolBar *PreviewWindow::createToolBar()
     addStep(u"actIngrandisci"_s, u"+"_s);
     placeCommands(bar, {u"actAdattaLarghezza"_s, u"actPaginaIntera"_s, {}, u"actChiudi"_s});
     return bar;
+}
+
+void PreviewWindow::countPages()
+{
+    const QSignalBlocker quiet(pageEdit_);
+    pageEdit_->setRange(1, document_->pageCount());
+    pageEdit_->setSuffix(u" di %1"_s.arg(document_->pageCount()));
+}
+
+void PreviewWindow::showDocument(const report::ReportSystem &system)
+{
+    document_ = system.document();
+    proposedName_ = system.proposedName;
+    setWindowTitle(u"Anteprima - %1"_s.arg(document_->title()));
+    view_->setDocument(document_);
+    countPages();
+    goToPage(page_);
+    applyZoom();
 }
 
 void PreviewWindow::goToPage(int index)
@@ -274,7 +293,7 @@ void PreviewWindow::salvaPDF()
 {
     if (!system_ || !system_->choosePdfFile)
         return;
-    const QString file = system_->choosePdfFile(this, document_->title());
+    const QString file = system_->choosePdfFile(this, proposedName_.isEmpty() ? document_->title() : proposedName_);
     if (file.isEmpty())
         return;
     const ui::WaitCursor wait;

@@ -21,6 +21,8 @@ public:
     /// Shows the first page.
     explicit PageView(std::shared_ptr<const report::Document> document, QWidget *parent);
 
+    /// Takes the place of the document shown, at the next showPage().
+    void setDocument(std::shared_ptr<const report::Document> document) { document_ = std::move(document); }
     /// Shows a page, counted from 0.
     void showPage(int index);
     /// Dots of the screen for a millimetre of paper.
@@ -47,6 +49,10 @@ public:
 
     /// What is shown.
     const report::Document &document() const { return *document_; }
+    /// The record that is shown, as the system named it; empty for a list.
+    const QString &subject() const { return subject_; }
+    /// Shows what `system` has laid out now of the same record, at the page and in the size that were shown.
+    void showDocument(const report::ReportSystem &system);
     /// Shows the page `index`, counted from 0; the nearest one when there is none of that number.
     void goToPage(int index);
 
@@ -67,6 +73,7 @@ private:
     void addPageCommands();
     void addZoomCommands();
     QToolBar *createToolBar();
+    void countPages();
     void stepZoom(int direction);
     void applyZoom();
     void salvaPDF();
@@ -74,6 +81,8 @@ private:
 
     QPointer<report::ReportSystem> system_;
     std::shared_ptr<const report::Document> document_;
+    QString subject_;
+    QString proposedName_;
     PageView *view_;
     QScrollArea *scroll_;
     QSpinBox *pageEdit_ = nullptr;

@@ -35,6 +35,31 @@ void openCompany(TMMGModMagazzino &module)
     company.open();
 }
 
+// Which record a run is about, while it runs.
+class PrintedRecord
+{
+public:
+    PrintedRecord(report::ReportSystem &system, const data::DataSet &record, const QString &key,
+                  const QString &documentKind)
+        : system_(system)
+    {
+        if (record.isEmpty())
+            return;
+        system_.subject = key + record.text(key);
+        system_.proposedName = NomePDF(documentKind, record.integer(u"NUMERO"_s), record.date(u"DATA"_s));
+    }
+    ~PrintedRecord()
+    {
+        system_.subject.clear();
+        system_.proposedName.clear();
+    }
+    PrintedRecord(const PrintedRecord &) = delete;
+    PrintedRecord &operator=(const PrintedRecord &) = delete;
+
+private:
+    report::ReportSystem &system_;
+};
+
 void runDocument(TMMGModMagazzino &module, const QString &report, const QString &file, TKxReportDestination destination)
 {
     report::ReportSystem &system = *module.rSystem;
@@ -79,8 +104,9 @@ void StampaDdTScarico(int id, const QString &file, TKxReportDestination destinat
         TMMGModMagazzino &module = Modulo();
         const QString key = u"IDDDT_SCARICO"_s;
         openCompany(module);
-        openByKey(module, u"adsDdTScarico"_s, key, id);
+        const data::DataSet &note = openByKey(module, u"adsDdTScarico"_s, key, id);
         openRows(module, u"adsDdTScaricoDett"_s, key, id, u"IDDDT_SCARICO_DETT"_s);
+        const PrintedRecord printed(*module.rSystem, note, key, u"D.d.T. di scarico"_s);
         runDocument(module, u"DdTScarico"_s, file, destination);
     });
 }
@@ -99,6 +125,7 @@ void StampaFatturaAccompagnatoria(int id, const QString &file, TKxReportDestinat
             report = u"FatturaAccompagnatoriaIVAEsente"_s;
             module.rProject->setParameter(u"Param1"_s, exemptionNote());
         }
+        const PrintedRecord printed(*module.rSystem, invoice, key, u"Fattura accompagnatoria"_s);
         runDocument(module, report, file, destination);
     });
 }

@@ -11,8 +11,8 @@ void StampaDdTScarico(int id, const QString &file, TKxReportDestination destinat
 /// option FATT_IVA_ESENTE_NOTE. Errors carry "[StampaFatturaAccompagnatoria]".
 void StampaFatturaAccompagnatoria(int id, const QString &file, TKxReportDestination destination);
 
-/// What list and form of a document propose as the name of its PDF file: "D.d.T. di scarico 12-2026". Numbers begin
-/// anew every year.
+/// What list, form and preview of a document propose as the name of its PDF file: "D.d.T. di scarico 12-2026".
+/// Numbers begin anew every year.
 QString NomePDF(const QString &documentKind, int numero, QDate data);
 
 /// Runs a report of the module's project to the destination that its report system has, normally the preview. `heading`

@@ -59,6 +59,11 @@ public:
     /// Kept for modules that switch it off: every output paints the same pages, none a printer's own language.
     bool nativeOutput = true;
     QString outputFileName;
+    /// The record that is printed; a preview of it takes the place of an earlier one. Empty for lists, each of which
+    /// is a preview of its own.
+    QString subject;
+    /// What a preview of it proposes as the name of a file; the document's title when empty.
+    QString proposedName;
     PdfRenderer *renderer = nullptr; ///< used for files only
     /// Shows the print setup and prints; `form` is the preview that asks, or null.
     WindowHook overrideSetup;

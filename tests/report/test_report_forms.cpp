@@ -15,6 +15,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QRadioButton>
+#include <QSpinBox>
 #include <QTableView>
 #include <QTemporaryDir>
 
@@ -35,6 +36,7 @@ private Q_SLOTS:
     void changedNoteIsSavedFirst();
     void pdfNameGetsItsExtension();
     void previewSavesAndPrintsItsOwnDocument();
+    void oneNoteHasOnePreview();
 
 private:
     QWidget *open(const QString &action) const { return workplace_->module().openForm(action); }
@@ -215,6 +217,26 @@ void TestReportForms::pdfNameGetsItsExtension()
     QCOMPARE(proposed, u"D.d.T. di scarico 1234-2026.pdf"_s);
 }
 
+void TestReportForms::oneNoteHasOnePreview()
+{
+    const int first = test::insertNote(workplace_->database(), 100);
+    StampaDdTScarico(first, {}, TKxReportDestination::Anteprima);
+    const QPointer<host::PreviewWindow> window = preview();
+    QVERIFY(window->document().pageCount() > 1);
+    window->goToPage(1);
+    workplace_->database().execute(u"DELETE FROM DDT_SCARICO_DETT"_s);
+    StampaDdTScarico(first, {}, TKxReportDestination::Anteprima);
+    QCOMPARE(workplace_->window().findChildren<host::PreviewWindow *>().size(), 1);
+    QCOMPARE(window->document().pageCount(), 1);
+    QCOMPARE(test::control<QSpinBox>(window, u"txtPagina"_s)->value(), 1);
+    // Every other record has its own, and a list has one for each time that it is printed.
+    StampaDdTScarico(test::insertNote(workplace_->database(), 1, {{u"NUMERO"_s, 13}}), {},
+                     TKxReportDestination::Anteprima);
+    for (int i = 0; i < 2; ++i)
+        StampaElenco(u"Inventario"_s, {});
+    QCOMPARE(workplace_->window().findChildren<host::PreviewWindow *>().size(), 4);
+}
+
 void TestReportForms::previewSavesAndPrintsItsOwnDocument()
 {
     const QTemporaryDir folder;
@@ -228,7 +250,8 @@ void TestReportForms::previewSavesAndPrintsItsOwnDocument()
     ui::setSaveFileChooser(
         [&](QWidget *, const ui::SaveFileRequest &request) { return folder.filePath(request.proposedName); });
     test::trigger(window, u"actSalvaPDF"_s);
-    QCOMPARE(test::pdfPages(folder.filePath(u"Documento di trasporto n. 12-2026.pdf"_s)).size(), pages);
+    // As list and form propose it.
+    QCOMPARE(test::pdfPages(folder.filePath(u"D.d.T. di scarico 12-2026.pdf"_s)).size(), pages);
 
     const QString printed = folder.filePath(u"stampante.pdf"_s);
     workplace_->dialogs.expect([&](QDialog &dialog) {
