@@ -133,8 +133,9 @@ void TestInvoiceForm::totals()
     QCOMPARE(storedTotals(), stored);
     invoice().form().ApriRecord(invoice().form().IdRecord());
     QCOMPARE(shownTotals(), shown);
-    // A change of the exemption counts at the next event, here the save.
+    // A change of the exemption counts at the next event, here the save; a new text row is none.
     invoice().control<QCheckBox>(u"chkIVAEsente"_s)->setChecked(!exempt);
+    invoice().trigger(u"actAggiungiTesto"_s);
     QCOMPARE(shownTotals(), shown);
     invoice().save();
     QVERIFY(shownTotals() != shown);

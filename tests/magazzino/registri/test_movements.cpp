@@ -4,7 +4,9 @@
 #include "tests/support/TestMain.h"
 
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -113,6 +115,7 @@ void TestMovementForm::whatIsShownIsStored()
     test::retype(form_, u"txtQuantita"_s, u"3,25"_s);
     test::retype(form_, u"txtValore"_s, u"7,25"_s);
     test::retype(form_, u"txtNote"_s, u"così è"_s);
+    QVERIFY(test::control<QPlainTextEdit>(form_, u"txtNote"_s)->verticalScrollBar()->isVisible());
     test::trigger(form_, u"actSalva"_s);
     const QStringList expected = {u"0|2026-02-28|%1|%2|%3|Scarico|10.5|4|3.25|7.25|0|2||||così è"_s.arg(
         article, ofArticle(u"DESCRIZIONE"_s), ofArticle(u"IDCATEGORIA_ANA_MAGA"_s))};

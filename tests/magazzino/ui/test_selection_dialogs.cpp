@@ -27,6 +27,7 @@ private Q_SLOTS:
     void categoryIncludesThoseBelow();
     void okWithoutARowWarnsAndStaysOpen();
     void failedSearchIsShown();
+    void longNotesReadFromTheirFirstLine();
 
 private:
     TMMGModSelezionaBase &dialog(const QString &name)
@@ -141,6 +142,21 @@ void TestSelectionDialogs::failedSearchIsShown()
     connection.setStatementHook({});
     test::press(&dialog, u"actCerca"_s);
     QCOMPARE(codes(dialog), QStringList({u"TRA-0018"_s}));
+    dialog.reject();
+}
+
+void TestSelectionDialogs::longNotesReadFromTheirFirstLine()
+{
+    workplace_->database().run(u"INSERT INTO NOTE_DOCUMENTI(TITOLO, TESTO) VALUES('0 righe', ?)"_s,
+                               {QStringList(6, u"riga"_s).join(u'\n')});
+    TMMGModSelezionaBase &dialog = this->dialog(u"NotaDocumenti"_s);
+    dialog.show();
+    test::settle();
+    QVERIFY(grid(dialog)->rowHeight(0) >= 6 * grid(dialog)->fontMetrics().height());
+    for (int column = 0; column < 2; ++column) {
+        const QVariant alignment = grid(dialog)->model()->index(0, column).data(Qt::TextAlignmentRole);
+        QCOMPARE(Qt::Alignment(alignment.toInt()), Qt::AlignLeft | Qt::AlignTop);
+    }
     dialog.reject();
 }
 
