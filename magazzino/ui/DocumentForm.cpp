@@ -151,7 +151,7 @@ QWidget *TMMGInserimentoDocumento::createTotals()
     for (const auto &[name, caption] : totals) {
         line->addSpacing(12);
         auto *title = new QLabel(caption, box);
-        // Where the room is scarce it is the captions that are cut, never a number.
+        // Once numbers need more room than the smallest form has, the captions are cut and not the numbers.
         title->setMinimumWidth(1);
         line->addWidget(title);
         auto *value = new QLabel(box);
@@ -166,6 +166,7 @@ QWidget *TMMGInserimentoDocumento::createTotals()
         line->addWidget(value);
         totalLabels_.append(value);
     }
+    box->setMinimumWidth(box->sizeHint().width());
     return box;
 }
 
