@@ -183,12 +183,19 @@ void TestModuleFrame::everyActionOpens()
         open();
         QVERIFY2(workplace.dialogs.verify().isEmpty(), qPrintable(action));
     };
+    // Closing hides the others, which come back as they were.
+    const QStringList freed = {
+        u"actInserimentoBolleCarico"_s, u"actInserimentoDdTScarico"_s, u"actInserimentoFattureAccompagnatorie"_s,
+        u"actRicercaBolleCarico"_s,     u"actStampaInventario"_s,      u"actStampaInventarioValorizzato"_s};
     for (const ModuleAction &action : moduleActions()) {
-        if (action.kind == ActionKind::Form)
+        if (action.kind == ActionKind::Form) {
+            const QPointer<QWidget> form = workplace.module().openForm(action.name);
             opensWindow(action.name, [&] { return workplace.module().openForm(action.name); });
-        else if (action.kind == ActionKind::Selection)
+            QVERIFY2(form.isNull() == freed.contains(action.name), qPrintable(action.name));
+        }
+        if (action.kind == ActionKind::Selection)
             opensDialog(action.name, [&] { QVERIFY(!chooseRecord(action.name)); });
-        else
+        if (action.kind == ActionKind::Report)
             opensDialog(action.name, [&] { test::trigger(&workplace.module(), action.name); });
     }
     const QStringList dialogs = {u"actOpzioni"_s, u"actImporta"_s, u"actCambiaPassword"_s};
