@@ -35,10 +35,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// A form's object name is its class's without the leading T.
 template <typename Form>
 QWidget *make(QWidget *owner)
 {
-    return new Form(owner);
+    auto *form = new Form(owner);
+    form->setObjectName(QString::fromLatin1(Form::staticMetaObject.className()).mid(1));
+    return form;
 }
 
 const QString inserimento = u"Inserimento"_s;

@@ -23,8 +23,8 @@ bool documentExists(const QString &table, const QString &key, int numero, int an
 bool textExists(const QString &table, const QString &column, const QString &text, const QString &skip, int idEscluso)
 {
     return countsAny(ModuleConnection().run(u"SELECT COUNT(*) AS NUM FROM %1 WHERE UPPER(%2) = "_s.arg(table, column) +
-                                                data::inCapitals() + u" AND NOT "_s + skip + QString::number(idEscluso),
-                                            {data::searchedText(text)}));
+                                                data::inCapitals() + u" AND NOT "_s + skip + u'?',
+                                            {data::searchedText(text), idEscluso}));
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "host/registers/RegisterList.h"
 
 #include "host/registers/RegisterUses.h"
-#include "platform/ui/EntryForm.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,12 +12,12 @@ ui::SearchSpec listOf(const RegisterSpec &spec)
 {
     return {.caption = u"Gestione "_s + spec.lowerCaption(),
             .menuCaption = u">%1<"_s.arg(spec.caption),
-            .selectText = spec.selectText(),
-            .orderText = spec.orderText,
-            .keyField = spec.key,
-            .columns = spec.listColumns,
-            .filters = spec.listFilters,
-            .letterColumn = spec.letterColumn};
+            .list = {.selectText = spec.selectText(),
+                     .orderText = spec.orderText,
+                     .keyField = spec.key,
+                     .columns = spec.listColumns,
+                     .filters = spec.listFilters,
+                     .letterColumn = spec.letterColumn}};
 }
 
 } // namespace
@@ -31,18 +30,8 @@ RegisterList::RegisterList(const RegisterSpec &spec, data::Connection &connectio
     , entryForm_(std::move(entryForm))
 {
     setObjectName(u"Ricerca"_s + spec.name);
-    start({u"actChiudi"_s, u"actModifica"_s, {}, u"actNuovo"_s, u"actElimina"_s});
+    start();
     search();
-}
-
-void RegisterList::openRecord(int id)
-{
-    entryForm_().openRecord(id);
-}
-
-void RegisterList::newRecord()
-{
-    entryForm_().startNewAsking();
 }
 
 bool RegisterList::deleteRecord(int id)

@@ -1,10 +1,6 @@
 #pragma once
 #include "host/registers/RegisterSpec.h"
 
-namespace ui {
-class EntryForm;
-}
-
 namespace host {
 
 /// The list of a register, made from its declaration.
@@ -18,8 +14,7 @@ public:
                  QWidget *owner);
 
 protected:
-    void openRecord(int id) override;
-    void newRecord() override;
+    ui::EntryForm &entryForm() override { return entryForm_(); }
     bool deleteRecord(int id) override;
 
 private:

@@ -30,11 +30,6 @@ RegisterField number(RegisterField::Kind kind, const QString &name, const QStrin
     return {.name = name, .label = label, .column = column, .kind = kind, .row = row, .position = position};
 }
 
-ui::ListFilter filter(const QString &name, const QString &label, const QString &column)
-{
-    return {.name = name, .label = label, .condition = ui::containing(column)};
-}
-
 QList<RegisterUse> documentRows(const QString &condition)
 {
     return {{u"righe di bolle di carico"_s, u"BOLLE_CARICO_DETT"_s, condition},

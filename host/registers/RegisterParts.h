@@ -24,8 +24,6 @@ const RegisterSpec &kept()
     return spec;
 }
 
-/// A filter of a list: the text anywhere in `column`.
-ui::ListFilter filter(const QString &name, const QString &label, const QString &column);
 /// Rows of the three kinds of documents that meet `condition`.
 QList<RegisterUse> documentRows(const QString &condition);
 

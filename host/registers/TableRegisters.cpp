@@ -36,7 +36,7 @@ RegisterSpec makeVatRates()
             .listColumns = {{u"Codice"_s, u"CODICE"_s, 80},
                             {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
                             {u"Aliquota %"_s, u"ALIQUOTA"_s, 100, Width::Pixels, Display::Quantity}},
-            .listFilters = {filter(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+            .listFilters = {ui::containing(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
             .orderText = u" ORDER BY UPPER(CODICE)"_s};
 }
 
@@ -60,7 +60,7 @@ RegisterSpec makeUnits()
             .uses = uses,
             .openingSize = {460, 160},
             .listColumns = {{u"Unità di misura"_s, u"UM"_s, 0, Width::Rest}},
-            .listFilters = {filter(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s)},
+            .listFilters = {ui::containing(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s)},
             .orderText = u" ORDER BY UPPER(UM)"_s};
 }
 
@@ -82,7 +82,7 @@ RegisterSpec makePaymentTypes()
                  {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, ofType}},
         .openingSize = {520, 160},
         .listColumns = {{u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 0, Width::Rest}},
-        .listFilters = {filter(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s)},
+        .listFilters = {ui::containing(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s)},
         .orderText = u" ORDER BY UPPER(TIPO_PAGAMENTO)"_s};
 }
 
@@ -102,7 +102,7 @@ RegisterSpec makeDocumentNotes()
             .required = {{u"TITOLO"_s, u"Non è stato indicato il titolo!"_s}},
             .openingSize = {640, 340},
             .listColumns = {{u"Titolo"_s, u"TITOLO"_s, 0, Width::Rest}},
-            .listFilters = {filter(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s)},
+            .listFilters = {ui::containing(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s)},
             .orderText = u" ORDER BY UPPER(TITOLO)"_s};
 }
 

@@ -107,9 +107,7 @@ RegisterSpec makeUsers()
             .listColumns = {{u"Nome utente"_s, u"USER_NAME"_s, 200},
                             {u"Nome e cognome"_s, u"NOME"_s, 0, Width::Rest},
                             {u"Attivo"_s, u"ATTIVO"_s, 80, Width::Pixels, ui::ListColumn::Display::Flag}},
-            .listFilters = {{.name = u"txtNomeUtente"_s,
-                             .label = u"Nome utente"_s,
-                             .condition = ui::containing(u"USER_NAME"_s)}},
+            .listFilters = {ui::containing(u"txtNomeUtente"_s, u"Nome utente"_s, u"USER_NAME"_s)},
             .orderText = u" ORDER BY UPPER(USER_NAME)"_s};
 }
 
@@ -131,7 +129,7 @@ RegisterSpec makeRoles()
             .deletedWith = {u"DELETE FROM ABILITAZIONI_RUOLI WHERE IDRUOLO_UTENTE = ?"_s},
             .openingSize = {560, 360},
             .listColumns = {{u"Ruolo"_s, u"RUOLO"_s, 0, Width::Rest}},
-            .listFilters = {{.name = u"txtRuolo"_s, .label = u"Ruolo"_s, .condition = ui::containing(u"RUOLO"_s)}},
+            .listFilters = {ui::containing(u"txtRuolo"_s, u"Ruolo"_s, u"RUOLO"_s)},
             .orderText = u" ORDER BY UPPER(RUOLO)"_s};
 }
 

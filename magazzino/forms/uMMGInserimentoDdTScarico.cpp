@@ -4,7 +4,6 @@
 #include "magazzino/reports/MMGStampe.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "platform/data/DataSet.h"
-#include "platform/data/SqlText.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -121,8 +120,8 @@ void TMMGInserimentoDdTScarico::restoreDetails(const QVariant &state)
 QHash<int, double> TMMGInserimentoDdTScarico::storedCosts() const
 {
     const data::Rows movements =
-        connection().select(u"SELECT RIF_DOC_IDRIGA, COSTO FROM MOVI_MAGA WHERE RIF_DOC_TIPO="_s +
-                            data::quoted(documentKind) + u" AND RIF_DOC_ID="_s + QString::number(IdRecord()));
+        connection().run(u"SELECT RIF_DOC_IDRIGA, COSTO FROM MOVI_MAGA WHERE RIF_DOC_TIPO = ? AND RIF_DOC_ID = ?"_s,
+                         {documentKind, IdRecord()});
     QHash<int, double> costs;
     for (qsizetype i = 0; i < movements.size(); ++i)
         costs.insert(movements.integer(i, u"RIF_DOC_IDRIGA"), movements.number(i, u"COSTO"));

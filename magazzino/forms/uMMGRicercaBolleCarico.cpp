@@ -5,28 +5,32 @@
 
 using namespace Qt::StringLiterals;
 
-TMMGRicercaBolleCarico::TMMGRicercaBolleCarico(QWidget *owner)
-    : TMMGRicercaBase(
-          {.caption = u"Gestione bolle di carico"_s,
-           .menuCaption = u">Bolle di carico<"_s,
-           .selectText = u"SELECT * FROM BOLLE_CARICO "_s,
-           .orderText = u" ORDER BY ANNO DESC, NUMERO DESC"_s,
-           .keyField = u"IDBOLLA_CARICO"_s,
-           .columns = {{u"N."_s, u"NUMERO"_s, 50, ui::ListColumn::Width::Pixels, ui::ListColumn::Display::Integer},
-                       {u"Data"_s, u"DATA"_s, 80, ui::ListColumn::Width::Pixels, ui::ListColumn::Display::Date},
-                       {u"Codice"_s, u"FOR_CODICE"_s, 120},
-                       {u"Ragione sociale"_s, u"FOR_RAGIONESOCIALE"_s, 350, ui::ListColumn::Width::Rest},
-                       {u"Totale"_s, u"TOTALE_DOCUMENTO"_s, 110, ui::ListColumn::Width::Pixels,
-                        ui::ListColumn::Display::Currency}},
-           .filters = documentFilters(u"FOR_"_s, u"ANNO="_s),
-           .newHint = u"Crea una nuova bolla di carico."_s,
-           .editHint = u"Modifica la bolla di carico selezionata."_s,
-           .closeHint = u"Chiude la maschera."_s},
-          u"actInserimentoBolleCarico"_s, owner)
+namespace {
+
+ui::SearchSpec spec()
 {
-    setObjectName(u"MMGRicercaBolleCarico"_s);
+    using Width = ui::ListColumn::Width;
+    QList<ui::ListColumn> columns = documentColumns(u"FOR_"_s);
+    columns.last().widthKind = Width::Rest;
+    columns.append({u"Totale"_s, u"TOTALE_DOCUMENTO"_s, 110, Width::Pixels, ui::ListColumn::Display::Currency});
+    return {.caption = u"Gestione bolle di carico"_s,
+            .menuCaption = u">Bolle di carico<"_s,
+            .list = {.selectText = u"SELECT * FROM BOLLE_CARICO "_s,
+                     .orderText = u" ORDER BY ANNO DESC, NUMERO DESC"_s,
+                     .keyField = u"IDBOLLA_CARICO"_s,
+                     .columns = columns,
+                     .filters = documentFilters(u"FOR_"_s, u"ANNO="_s)},
+            .newHint = u"Crea una nuova bolla di carico."_s,
+            .editHint = u"Modifica la bolla di carico selezionata."_s};
+}
+
+} // namespace
+
+TMMGRicercaBolleCarico::TMMGRicercaBolleCarico(QWidget *owner)
+    : TMMGRicercaBase(spec(), u"actInserimentoBolleCarico"_s, owner)
+{
     setOnClose(ui::OnClose::Free); // unlike the other lists
-    start({u"actChiudi"_s, u"actModifica"_s, {}, u"actNuovo"_s, u"actElimina"_s});
+    start();
 }
 
 bool TMMGRicercaBolleCarico::deleteRecord(int id)

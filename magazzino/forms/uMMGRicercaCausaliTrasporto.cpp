@@ -9,18 +9,16 @@ TMMGRicercaCausaliTrasporto::TMMGRicercaCausaliTrasporto(QWidget *owner)
     : TMMGRicercaBase(
           {.caption = u"Gestione causali di trasporto"_s,
            .menuCaption = u">Causali di trasporto<"_s,
-           .selectText = u"SELECT * FROM CAUSALI_TRASPORTO "_s,
-           .orderText = u" ORDER BY UPPER(CAUSALE_TRASPORTO)"_s,
-           .keyField = u"IDCAUSALE_TRASPORTO"_s,
-           .columns = {{u"Causale di trasporto"_s, u"CAUSALE_TRASPORTO"_s, 350, ui::ListColumn::Width::Rest}},
+           .list = {.selectText = u"SELECT * FROM CAUSALI_TRASPORTO "_s,
+                    .orderText = u" ORDER BY UPPER(CAUSALE_TRASPORTO)"_s,
+                    .keyField = u"IDCAUSALE_TRASPORTO"_s,
+                    .columns = {{u"Causale di trasporto"_s, u"CAUSALE_TRASPORTO"_s, 350, ui::ListColumn::Width::Rest}}},
            .openingSize = {700, 440},
            .newHint = u"Crea una nuova causale di trasporto."_s,
-           .editHint = u"Modifica la causale di trasporto selezionata."_s,
-           .closeHint = u"Chiude la maschera."_s},
+           .editHint = u"Modifica la causale di trasporto selezionata."_s},
           u"actInserimentoCausaliTrasporto"_s, owner)
 {
-    setObjectName(u"MMGRicercaCausaliTrasporto"_s);
-    start({u"actChiudi"_s, u"actModifica"_s, {}, u"actNuovo"_s, u"actElimina"_s});
+    start();
 }
 
 // The deletion runs on the transport types: the type with the key of the chosen reason goes, the reason stays. Required

@@ -10,19 +10,17 @@ using namespace Qt::StringLiterals;
 TMMGRicercaFornitori::TMMGRicercaFornitori(QWidget *owner)
     : TMMGRicercaBase({.caption = u"Gestione fornitori"_s,
                        .menuCaption = u">Fornitori<"_s,
-                       .selectText = u"SELECT * FROM FORNITORI "_s,
-                       .orderText = u" ORDER BY UPPER(RAGIONESOCIALE)"_s,
-                       .keyField = u"IDFORNITORE"_s,
-                       .columns = anagraficaColumns(),
-                       .filters = anagraficaFilters(),
-                       .letterColumn = u"RAGIONESOCIALE"_s,
+                       .list = {.selectText = u"SELECT * FROM FORNITORI "_s,
+                                .orderText = u" ORDER BY UPPER(RAGIONESOCIALE)"_s,
+                                .keyField = u"IDFORNITORE"_s,
+                                .columns = anagraficaColumns(),
+                                .filters = anagraficaFilters(),
+                                .letterColumn = u"RAGIONESOCIALE"_s},
                        .newHint = u"Crea un nuovo fornitore."_s,
-                       .editHint = u"Modifica il fornitore selezionato."_s,
-                       .closeHint = u"Chiude la maschera."_s},
+                       .editHint = u"Modifica il fornitore selezionato."_s},
                       u"actInserimentoFornitori"_s, owner)
 {
-    setObjectName(u"MMGRicercaFornitori"_s);
-    start({u"actChiudi"_s, u"actModifica"_s, {}, u"actNuovo"_s, u"actElimina"_s});
+    start();
     AggiornaGriglia(u"WHERE UPPER(RAGIONESOCIALE) LIKE 'A%'"_s);
 }
 

@@ -8,8 +8,4 @@ class TMMGRicercaMovimentiMagazzino : public TMMGRicercaBase
 
 public:
     explicit TMMGRicercaMovimentiMagazzino(QWidget *owner);
-
-protected:
-    /// From the first day of the previous month to the last one of the current month.
-    void resetFilters() override;
 };

@@ -8,19 +8,17 @@ using namespace Qt::StringLiterals;
 TMMGRicercaVettori::TMMGRicercaVettori(QWidget *owner)
     : TMMGRicercaBase({.caption = u"Gestione vettori"_s,
                        .menuCaption = u">Vettori<"_s,
-                       .selectText = u"SELECT * FROM VETTORI "_s,
-                       .orderText = u" ORDER BY UPPER(CODICE)"_s,
-                       .keyField = u"IDVETTORE"_s,
-                       .columns = anagraficaColumns(),
-                       .filters = anagraficaFilters(),
-                       .letterColumn = u"RAGIONESOCIALE"_s,
+                       .list = {.selectText = u"SELECT * FROM VETTORI "_s,
+                                .orderText = u" ORDER BY UPPER(CODICE)"_s,
+                                .keyField = u"IDVETTORE"_s,
+                                .columns = anagraficaColumns(),
+                                .filters = anagraficaFilters(),
+                                .letterColumn = u"RAGIONESOCIALE"_s},
                        .newHint = u"Crea un nuovo vettore."_s,
-                       .editHint = u"Modifica il vettore selezionato."_s,
-                       .closeHint = u"Chiude la maschera."_s},
+                       .editHint = u"Modifica il vettore selezionato."_s},
                       u"actInserimentoVettori"_s, owner)
 {
-    setObjectName(u"MMGRicercaVettori"_s);
-    start({u"actChiudi"_s, u"actModifica"_s, {}, u"actNuovo"_s, u"actElimina"_s});
+    start();
 }
 
 bool TMMGRicercaVettori::deleteRecord(int id)

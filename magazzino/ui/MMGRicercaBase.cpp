@@ -9,29 +9,32 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// The statements' texts are fixed, values included: no blank before LIKE and two behind it.
+ui::SearchSpec withFixedText(ui::SearchSpec spec)
+{
+    spec.list.way = data::Values::Way::Written;
+    spec.list.letterLike = u"LIKE  "_s;
+    spec.closeHint = u"Chiude la maschera."_s;
+    return spec;
+}
+
+} // namespace
+
 TMMGRicercaBase::TMMGRicercaBase(const ui::SearchSpec &spec, const QString &entryAction, QWidget *owner)
-    : SearchForm(spec, ModuleConnection(), owner)
+    : SearchForm(withFixedText(spec), ModuleConnection(), owner)
     , entryAction_(entryAction)
 {
     setOnClose(ui::OnClose::Hide);
 }
 
-ui::EntryForm &TMMGRicercaBase::entryForm() const
+ui::EntryForm &TMMGRicercaBase::entryForm()
 {
     auto *form = qobject_cast<ui::EntryForm *>(Modulo().openForm(entryAction_));
     if (!form)
         throw core::Error(u"La maschera di inserimento non è disponibile."_s);
     return *form;
-}
-
-void TMMGRicercaBase::openRecord(int id)
-{
-    entryForm().openRecord(id);
-}
-
-void TMMGRicercaBase::newRecord()
-{
-    entryForm().startNewAsking();
 }
 
 void TMMGRicercaBase::addPrintCommands(const PrintRoutine &print, const QString &documentKind)
@@ -73,20 +76,22 @@ QList<ui::ListColumn> anagraficaColumns()
 
 QList<ui::ListFilter> anagraficaFilters()
 {
-    return {{.name = u"txtCodice"_s, .label = u"Codice"_s, .condition = ui::containing(u"CODICE"_s)},
-            {.name = u"txtRagioneSociale"_s,
-             .label = u"Ragione sociale"_s,
-             .condition = ui::containing(u"RAGIONESOCIALE"_s)}};
+    return {ui::containing(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
+            ui::containing(u"txtRagioneSociale"_s, u"Ragione sociale"_s, u"RAGIONESOCIALE"_s)};
+}
+
+QList<ui::ListColumn> documentColumns(const QString &prefix)
+{
+    using Column = ui::ListColumn;
+    return {{u"N."_s, u"NUMERO"_s, 50, Column::Width::Pixels, Column::Display::Integer},
+            {u"Data"_s, u"DATA"_s, 80, Column::Width::Pixels, Column::Display::Date},
+            {u"Codice"_s, prefix + u"CODICE"_s, 120},
+            {u"Ragione sociale"_s, prefix + u"RAGIONESOCIALE"_s, 350}};
 }
 
 QList<ui::ListFilter> documentFilters(const QString &prefix, const QString &yearCondition)
 {
-    return {{.name = u"txtCodice"_s, .label = u"Codice"_s, .condition = ui::containing(prefix + u"CODICE"_s)},
-            {.name = u"txtRagioneSociale"_s,
-             .label = u"Ragione sociale"_s,
-             .condition = ui::containing(prefix + u"RAGIONESOCIALE"_s)},
-            {.name = u"txtAnno"_s,
-             .label = u"Anno"_s,
-             .kind = ui::ListFilter::Kind::Year,
-             .condition = [yearCondition](const QString &year) { return yearCondition + year; }}};
+    return {ui::containing(u"txtCodice"_s, u"Codice"_s, prefix + u"CODICE"_s),
+            ui::containing(u"txtRagioneSociale"_s, u"Ragione sociale"_s, prefix + u"RAGIONESOCIALE"_s),
+            ui::yearFilter(u"txtAnno"_s, u"Anno"_s, yearCondition)};
 }

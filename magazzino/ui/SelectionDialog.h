@@ -1,32 +1,9 @@
 #pragma once
 #include "host/Corvane3Impl.h"
-#include "platform/ui/ResultGrid.h"
+#include "magazzino/ui/CategoryFilter.h"
+#include "platform/ui/ListPanel.h"
 
 #include <QDialog>
-
-class QLineEdit;
-class QVBoxLayout;
-namespace ui {
-class CategoryTree;
-class LetterBar;
-class ListKeys;
-} // namespace ui
-
-/// A text filter of a selection dialog; Enter in it searches.
-struct TextFilter
-{
-    QString name; ///< control name
-    QString label;
-    QString column; ///< compared with CONTAINING: anywhere in the value, without case
-};
-
-/// A filter by a category and everything below it.
-struct CategoryFilter
-{
-    QString table;  ///< self-referencing through IDPADRE, caption CATEGORIA
-    QString key;    ///< its key column
-    QString column; ///< qualified column of the query that is compared
-};
 
 enum class OnShow
 {
@@ -35,22 +12,24 @@ enum class OnShow
     LoadAll
 };
 
-/// What one selection dialog is: texts of its query, columns and filters.
+/// What one selection dialog is.
 struct SelectionSpec
 {
     QString caption;
-    QString selectText; ///< ends with a blank
-    QString orderText;  ///< begins with a blank
-    QString keyField;
-    QList<ui::ListColumn> columns;
-    QList<TextFilter> filters;
-    CategoryFilter category;     ///< unused while its table is empty
-    QString letterColumn;        ///< column of the letter bar; no bar while empty
+    ui::ListSpec list;
     bool searchCommands = false; ///< "Cerca" and "Ripristina"
     OnShow onShow = OnShow::KeepRows;
     bool returnsText = false; ///< the result carries the first column's text as well
-    bool longTexts = false;   ///< cells show texts of several lines from their first one
 };
+
+/// The dialog over a table with one text, which `column` shows: all its rows, each time it is shown.
+SelectionSpec sceltaDaTabella(const QString &caption, const QString &table, const QString &key,
+                              const ui::ListColumn &column, bool returnsText = false);
+/// The one over articles or services, with their categories.
+SelectionSpec sceltaDaCatalogo(const QString &caption, const QString &table, const QString &key,
+                               const ui::CategoryTable &categories);
+/// The one over customers or suppliers: at first those with A.
+SelectionSpec sceltaDaAnagrafica(const QString &caption, const QString &table, const QString &key);
 
 /// The modal dialog that lists the rows of a table and returns the one chosen. One instance lives as long as the module
 /// and keeps filters and rows from one use to the next.
@@ -64,11 +43,11 @@ public:
     /// The selected row's key, -1 when none is selected; the text is filled by the dialogs that return one.
     TCodiceTesto ApriSelezionato() const;
     /// Runs the query with a WHERE clause (or empty text) and refills the grid.
-    void AggiornaGriglia(const QString &filter);
+    void AggiornaGriglia(const QString &filter) { list_->fill(filter); }
     /// "Cerca": the filter fields joined with AND.
-    void Cerca();
+    void Cerca() { list_->search(); }
     /// "Ripristina": empties the filters and fills the category tree again; the grid stays.
-    void Ripristina();
+    void Ripristina() { list_->reset(); }
 
     void done(int result) override;
 
@@ -77,16 +56,10 @@ protected:
 
 private:
     int dialogWidth() const;
-    void createFilterBar(QVBoxLayout *layout);
-    ui::LetterBar *createLetterBar(QVBoxLayout *layout);
-    void createKeys(ui::LetterBar *letters);
-    void createButtons(QVBoxLayout *layout);
-    void searchLetter(const QString &caption);
-    QString filterText() const;
+    void createButtons();
+    QPushButton *pushButton(const QString &name, const QString &caption, QWidget *parent,
+                            const std::function<void()> &run);
 
     SelectionSpec spec_;
-    ui::ResultGrid *grid_ = nullptr;
-    QList<QLineEdit *> filterEdits_;
-    ui::CategoryTree *category_ = nullptr;
-    ui::ListKeys *keys_ = nullptr;
+    ui::ListPanel *list_;
 };

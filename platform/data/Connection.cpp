@@ -184,10 +184,10 @@ Rows Connection::select(const QString &sql, const Parameters &parameters)
     return fetch(text, values);
 }
 
-void Connection::selectInto(Rows &rows, const QString &sql)
+void Connection::selectInto(Rows &rows, const QString &sql, const QVariantList &values)
 {
     prepareFor(sql);
-    noting([&] { fetch(rows, sql, {}); });
+    noting([&] { fetch(rows, sql, values); });
 }
 
 void Connection::forEach(const QString &sql, const std::function<void(QVariantList &&)> &row)

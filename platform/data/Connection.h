@@ -53,8 +53,8 @@ public:
     Rows run(const QString &sql, const QVariantList &values = {});
     /// Runs a query with named parameters (":NAME" in its text) and fetches all its rows.
     Rows select(const QString &sql, const Parameters &parameters = {});
-    /// Fetches the rows of a query into `rows`, which keep those that came before an error.
-    void selectInto(Rows &rows, const QString &sql);
+    /// Fetches the rows of a query with positional values into `rows`, which keep those that came before an error.
+    void selectInto(Rows &rows, const QString &sql, const QVariantList &values = {});
     /// Hands the rows of a query to `row` one after the other, for results that are too long to be held. `row` may run
     /// other statements of the same transaction.
     void forEach(const QString &sql, const std::function<void(QVariantList &&)> &row);

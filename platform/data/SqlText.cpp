@@ -1,17 +1,39 @@
 #include "platform/data/SqlText.h"
 
+#include <QDate>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
 namespace data {
 
-// Without the cast the engine would give the parameter the column's length, and refuse a longer text.
 constexpr qsizetype longestSearched = 255;
+
+namespace {
+
+// Without the cast the engine would give the parameter the column's length, and refuse a longer text.
+QString textParameter(const QString &placeholder)
+{
+    return u"CAST(%1 AS VARCHAR(%2))"_s.arg(placeholder).arg(longestSearched);
+}
+
+} // namespace
+
+QString Values::add(const QVariant &value)
+{
+    const int type = value.metaType().id();
+    if (way_ == Way::Bound) {
+        bound_.append(value);
+        return type == QMetaType::QString ? textParameter(u"?"_s) : u"?"_s;
+    }
+    if (type == QMetaType::QDate)
+        return quoted(value.toDate().toString(Qt::ISODate));
+    return type == QMetaType::QString ? quoted(value.toString()) : value.toString();
+}
 
 QString inCapitals(const QString &placeholder)
 {
-    return u"UPPER(CAST(%1 AS VARCHAR(%2)))"_s.arg(placeholder).arg(longestSearched);
+    return u"UPPER(%1)"_s.arg(textParameter(placeholder));
 }
 
 QVariant searchedText(const QString &text)

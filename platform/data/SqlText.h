@@ -11,6 +11,32 @@ inline QString quoted(const QString &text)
     return QLatin1Char('\'') + doubled.replace(QLatin1Char('\''), QLatin1String("''")) + QLatin1Char('\'');
 }
 
+/// How values get into a statement that is put together from pieces: bound to it, or written into the text of those
+/// statements whose text is fixed.
+class Values
+{
+public:
+    enum class Way
+    {
+        Bound,
+        Written
+    };
+
+    explicit Values(Way way)
+        : way_(way)
+    {
+    }
+
+    /// What stands in the statement for `value`, a text, an integer or a date; to be asked in the order of the text.
+    QString add(const QVariant &value);
+    /// Those that are bound, in the order in which they were added.
+    const QVariantList &bound() const { return bound_; }
+
+private:
+    Way way_;
+    QVariantList bound_;
+};
+
 /// What UPPER(column) is compared with to find `placeholder` whatever its case; bind searchedText() to it. The database
 /// capitalises both sides, since it leaves letters as they are of which QString::toUpper() makes two ("ß").
 QString inCapitals(const QString &placeholder = QStringLiteral("?"));

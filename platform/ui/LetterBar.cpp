@@ -71,11 +71,14 @@ bool LetterBar::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
-QString LetterBar::condition(const QString &caption, const QString &column, const QString &like)
+// Bound to LIKE, a text could not be looked up in an index.
+QString LetterBar::condition(const QString &caption, const QString &column, const QString &like, data::Values &values)
 {
     if (caption == u"*"_s)
         return {};
-    return u"WHERE UPPER("_s + column + u')' + like + data::quoted(caption.toUpper() + u'%');
+    const QString compared =
+        like.isEmpty() ? u" STARTING WITH "_s + values.add(caption) : like + values.add(caption + u'%');
+    return u"WHERE UPPER("_s + column + u')' + compared;
 }
 
 } // namespace ui

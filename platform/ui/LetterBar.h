@@ -2,6 +2,9 @@
 #include <QWidget>
 
 class QToolButton;
+namespace data {
+class Values;
+}
 
 namespace ui {
 
@@ -16,10 +19,9 @@ public:
     /// Presses the button of `letter`, capital or small; false when there is none.
     bool press(QChar letter);
 
-    /// The WHERE clause for a pressed button: names in `column` that begin with the letter, empty text for "*".
-    /// `spacing` stands around LIKE.
-    static QString condition(const QString &caption, const QString &column,
-                             const QString &like = QStringLiteral(" LIKE "));
+    /// The WHERE clause for a pressed button: names in `column` that begin with the letter, empty text for "*". `like`
+    /// is the text of the comparison with its blanks, where it is fixed.
+    static QString condition(const QString &caption, const QString &column, const QString &like, data::Values &values);
 
 Q_SIGNALS:
     /// A button was pressed: its letter, or "*".

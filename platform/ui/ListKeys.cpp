@@ -1,7 +1,8 @@
 #include "platform/ui/ListKeys.h"
 
+#include "platform/core/Messages.h"
 #include "platform/ui/LetterBar.h"
-#include "platform/ui/ResultGrid.h"
+#include "platform/ui/ListPanel.h"
 #include "platform/ui/TypedEdit.h"
 
 #include <QAbstractButton>
@@ -23,18 +24,20 @@ bool isPlain(const QKeyEvent &event)
 
 } // namespace
 
-ListKeys::ListKeys(const List &list)
-    : QObject(list.window)
+ListKeys::ListKeys(ListPanel &list, QWidget &window)
+    : QObject(&list)
     , list_(list)
+    , window_(window)
 {
-    for (QWidget *filter : std::as_const(list_.filters))
-        filter->installEventFilter(this);
-    list_.grid->installEventFilter(this);
-    list_.window->installEventFilter(this);
-    if (list_.letters)
-        connect(list_.letters, &LetterBar::leftDown, this, &ListKeys::enterGrid);
+    const QList<QWidget *> inputs = list.filterInputs();
+    for (QWidget *input : inputs)
+        input->installEventFilter(this);
+    list.grid().installEventFilter(this);
+    window.installEventFilter(this);
+    if (list.letters())
+        connect(list.letters(), &LetterBar::leftDown, this, &ListKeys::enterGrid);
     // Rows that came another way, from the letter bar say, are not what Enter searched for.
-    connect(&list_.grid->rows(), &QAbstractItemModel::modelReset, this, [this] {
+    connect(&list.grid().rows(), &QAbstractItemModel::modelReset, this, [this] {
         if (!searching_)
             forget();
     });
@@ -46,9 +49,9 @@ bool ListKeys::eventFilter(QObject *watched, QEvent *event)
     if (event->type() != QEvent::KeyPress)
         return false;
     const auto &key = *static_cast<QKeyEvent *>(event);
-    if (watched == list_.window)
+    if (watched == &window_)
         return windowKey(key);
-    if (watched == list_.grid)
+    if (watched == &list_.grid())
         return pressLetter(key);
     return filterKey(static_cast<QWidget *>(watched), key);
 }
@@ -69,45 +72,47 @@ bool ListKeys::filterKey(const QWidget *filter, const QKeyEvent &event)
 
 bool ListKeys::windowKey(const QKeyEvent &event)
 {
-    QWidget *focused = list_.window->focusWidget();
+    QWidget *focused = window_.focusWidget();
     auto *button = qobject_cast<QAbstractButton *>(focused);
     // No button is the default one, or Enter in a filter would press it; the one with the focus is still meant.
     if (button && isEnter(event)) {
         button->click();
         return true;
     }
-    return !list_.filters.contains(focused) && pressLetter(event);
+    return !list_.filterInputs().contains(focused) && pressLetter(event);
 }
 
 bool ListKeys::pressLetter(const QKeyEvent &event)
 {
-    return list_.letters && isPlain(event) && event.text().size() == 1 && list_.letters->press(event.text().front());
+    return list_.letters() && isPlain(event) && event.text().size() == 1 &&
+           list_.letters()->press(event.text().front());
 }
 
 void ListKeys::enterInFilter()
 {
-    const QString asked = list_.asked();
+    const QVariantList asked = list_.asked();
     const bool again = searched_ == asked;
     searching_ = true;
-    const bool found = list_.search();
+    bool found = false;
+    core::guarded(&list_, [this, &found] { found = list_.search(); });
     searching_ = false;
     searched_.reset();
     if (!found)
         return;
     searched_ = asked;
-    if (again && list_.grid->rows().rowCount() == 1) {
-        list_.grid->selectRow(0);
-        Q_EMIT list_.grid->chosen();
+    if (again && list_.grid().rows().rowCount() == 1) {
+        list_.grid().selectRow(0);
+        Q_EMIT list_.grid().chosen();
     }
 }
 
 void ListKeys::enterGrid()
 {
-    if (list_.grid->rows().rowCount() == 0)
+    if (list_.grid().rows().rowCount() == 0)
         return;
-    if (list_.grid->selectedKey() < 0)
-        list_.grid->selectRow(0);
-    list_.grid->setFocus(Qt::OtherFocusReason);
+    if (list_.grid().selectedKey() < 0)
+        list_.grid().selectRow(0);
+    list_.grid().setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace ui

@@ -1,15 +1,14 @@
 #pragma once
 #include <QObject>
+#include <QVariant>
 
-#include <functional>
 #include <optional>
 
 class QKeyEvent;
 
 namespace ui {
 
-class LetterBar;
-class ResultGrid;
+class ListPanel;
 
 /// The keyboard of a list of records: how its filters, grid and letter bar work together, whatever window they are in.
 ///
@@ -21,18 +20,8 @@ class ListKeys : public QObject
     Q_OBJECT
 
 public:
-    struct List
-    {
-        QWidget *window = nullptr;
-        ResultGrid *grid = nullptr;
-        LetterBar *letters = nullptr;   ///< may be missing
-        QList<QWidget *> filters;       ///< inputs above the grid
-        std::function<QString()> asked; ///< what the filters ask for at the moment, as text
-        std::function<bool()> search;   ///< fills the grid; false when it did not search, which the user was told
-    };
-
-    /// Belongs to the list's window.
-    explicit ListKeys(const List &list);
+    /// Serves `list`, which stands in `window`, and belongs to it.
+    ListKeys(ListPanel &list, QWidget &window);
 
     /// The next Enter in a filter only searches: the window is used anew.
     void forget() { searched_.reset(); }
@@ -47,8 +36,9 @@ private:
     void enterInFilter();
     void enterGrid();
 
-    List list_;
-    std::optional<QString> searched_; // what Enter last searched for, while its rows stand in the grid
+    ListPanel &list_;
+    QWidget &window_;
+    std::optional<QVariantList> searched_; // what Enter last searched for, while its rows stand in the grid
     bool searching_ = false;
 };
 

@@ -202,11 +202,11 @@ ResultGrid::ResultGrid(const QString &keyField, const QList<ListColumn> &columns
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &) { Q_EMIT chosen(); });
 }
 
-void ResultGrid::fill(data::Connection &connection, const QString &sql)
+void ResultGrid::fill(data::Connection &connection, const QString &sql, const QVariantList &values)
 {
     data::Rows rows;
     const auto show = qScopeGuard([this, &rows] { setRows(std::move(rows)); });
-    connection.selectInto(rows, data::limitedTo(model_->fields(), sql));
+    connection.selectInto(rows, data::limitedTo(model_->fields(), sql), values);
 }
 
 void ResultGrid::setRows(data::Rows rows)
@@ -260,12 +260,6 @@ void ResultGrid::allowSorting()
         selectKey(key);
     };
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, sortBy);
-}
-
-QString ResultGrid::selectedText() const
-{
-    const QModelIndexList selected = selectionModel()->selectedRows();
-    return selected.isEmpty() ? QString() : selected.first().siblingAtColumn(0).data().toString();
 }
 
 QVariant ResultGrid::selectedValue(const QString &field) const

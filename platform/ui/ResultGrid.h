@@ -96,9 +96,9 @@ public:
 
     /// The model behind the list.
     RowsModel &rows() const { return *model_; }
-    /// Runs a query for the key and the shown columns, and shows its rows in their order. Throws what the database
+    /// Runs a query with positional values for the key and the shown columns, and shows its rows in their order. Throws what the database
     /// throws; the list then holds the rows that came before the error, and none of an earlier query.
-    void fill(data::Connection &connection, const QString &sql);
+    void fill(data::Connection &connection, const QString &sql, const QVariantList &values = {});
     /// Takes over the rows of a new query; they stand in its order, whatever header was clicked before.
     void setRows(data::Rows rows);
     /// Key of the selected row, or -1.
@@ -109,8 +109,6 @@ public:
     void showLongTexts();
     /// Lets a click on a header order the rows.
     void allowSorting();
-    /// Text of the selected row's first column, empty without one.
-    QString selectedText() const;
     /// Value of a field of the selected row; invalid without a row or for a field that the list does not read.
     QVariant selectedValue(const QString &field) const;
     /// The commands that export the rows; the context menu has them, too.

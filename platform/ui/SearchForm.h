@@ -1,53 +1,27 @@
 #pragma once
 #include "platform/ui/ChildForm.h"
-#include "platform/ui/ResultGrid.h"
-
-class QHBoxLayout;
-class QVBoxLayout;
-namespace data {
-class Connection;
-}
+#include "platform/ui/Filters.h"
+#include "platform/ui/ListPanel.h"
 
 namespace ui {
 
-class LetterBar;
+class EntryForm;
 
-/// One input of a list's filter bar. Enter in it searches.
-struct ListFilter
-{
-    enum class Kind
-    {
-        Text,
-        Year,
-        Date
-    };
-
-    QString name; ///< control name
-    QString label;
-    Kind kind = Kind::Text;
-    /// The condition for what stands in the input: the text (never empty), the year, or the date as yyyy-MM-dd.
-    std::function<QString(const QString &value)> condition;
-};
-
-/// "COLUMN CONTAINING 'text'": anywhere in the value, without case, the text taken literally.
-std::function<QString(const QString &)> containing(const QString &column);
-
-/// What a list is: its query, columns, filters and what its commands do.
+/// What a form with a list is: the list and what its commands say.
 struct SearchSpec
 {
     QString caption;
     QString menuCaption;
-    QString selectText; ///< ends with a blank
-    QString orderText;  ///< begins with a blank
-    QString keyField;
-    QList<ListColumn> columns;
-    QList<ListFilter> filters;
-    QString letterColumn;         ///< of the alphabet bar; none while empty
+    ListSpec list;
     QSize openingSize = {0, 520}; ///< without a width as wide as its columns
-    QString newHint;
-    QString editHint;
-    QString closeHint;
+    QString newHint = {};
+    QString editHint = {};
+    QString closeHint = {};
 };
+
+/// The commands of a list from which records are deleted, too. An empty name is a separator.
+inline const QStringList listCommands = {QStringLiteral("actChiudi"), QStringLiteral("actModifica"), QString(),
+                                         QStringLiteral("actNuovo"), QStringLiteral("actElimina")};
 
 /// A list with filters, from which records are found, opened, created and deleted. What another form saves or deletes
 /// shows up at the next search only; the selection survives a search when its record is still listed.
@@ -59,45 +33,37 @@ public:
     SearchForm(const SearchSpec &spec, data::Connection &connection, QWidget *parent);
 
     /// "Cerca": the filters joined with AND. False when one cannot be read, which the user was told.
-    bool search();
+    bool search() { return list_->search(); }
     /// "Ripristina": filters back to their first values; the grid stays.
-    void reset();
+    void reset() { list_->reset(); }
     /// Runs the query with a WHERE clause (or empty text) and refills the grid.
-    void refill(const QString &filter);
+    void refill(const QString &clause) { list_->fill(clause); }
     /// Key of the selected record, or -1.
-    int selectedKey() const { return grid_->selectedKey(); }
+    int selectedKey() const { return grid().selectedKey(); }
 
 protected:
-    /// Puts the commands on tool bar and menu and resets the filters; the concrete form calls it last. `commands` of
-    /// the standard bar, and of the menu unless it has an order of its own; an empty name is a separator.
-    void start(const QStringList &commands, const QStringList &menuCommands = {});
+    /// Puts the commands on tool bar and menu, where they may have an order of their own, and resets the filters; the
+    /// concrete form calls it last. Without "actElimina" the list has no command to delete.
+    void start(const QStringList &commands = listCommands, const QStringList &menuCommands = {});
 
-    virtual void openRecord(int id) = 0;
-    virtual void newRecord() = 0;
+    /// Shows the form in which the records are entered, and returns it. Throws core::Error where there is none.
+    virtual EntryForm &entryForm() = 0;
+    virtual void newRecord();
     /// Deletes the record with its questions; true when it is gone.
     virtual bool deleteRecord(int) { return false; }
-    /// First values of the filters that are not just empty or the current year.
-    virtual void resetFilters() {}
 
-    QWidget *filterInput(int index) const { return inputs_[index]; }
-    ResultGrid &grid() const { return *grid_; }
+    QWidget *filterInput(int position) const { return list_->filterInputs().value(position); }
+    ResultGrid &grid() const { return list_->grid(); }
 
 private:
-    QSize openingSize() const;
-    void declareCommands();
+    QSize openingSize(const SearchSpec &spec) const;
+    void declareCommands(const SearchSpec &spec);
     void declareDelete();
     void placeExport();
-    void createFilterBar(QVBoxLayout *layout);
-    void addFilter(const ListFilter &filter, QHBoxLayout *line);
-    LetterBar *createLetterBar(QVBoxLayout *layout);
     void withSelected(const std::function<void(int)> &run);
-    QString filterText() const;
 
-    SearchSpec spec_;
-    data::Connection &connection_;
     QToolBar *bar_ = nullptr;
-    QList<QWidget *> inputs_;
-    ResultGrid *grid_ = nullptr;
+    ListPanel *list_ = nullptr;
 };
 
 } // namespace ui

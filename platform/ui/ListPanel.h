@@ -1,0 +1,79 @@
+#pragma once
+#include "platform/data/SqlText.h"
+#include "platform/ui/Filter.h"
+#include "platform/ui/ResultGrid.h"
+
+class QHBoxLayout;
+class QPushButton;
+class QVBoxLayout;
+
+namespace ui {
+
+class LetterBar;
+class ListKeys;
+
+/// What a list shows: its query, columns and filters.
+struct ListSpec
+{
+    QString selectText; ///< ends with a blank
+    QString orderText;  ///< begins with a blank
+    QString keyField;
+    QList<ListColumn> columns;
+    QList<ListFilter> filters = {};
+    QString letterColumn = {}; ///< of the letter bar; none while empty
+    QString letterLike = {};   ///< text of the letter bar's comparison, where it is fixed
+    data::Values::Way way = data::Values::Way::Bound;
+    QString gridName = QStringLiteral("GridRisultati"); ///< control name
+    bool longTexts = false;                             ///< cells show texts of several lines from their first one
+    bool keepsSelection = true; ///< a search selects the record again that was selected, if it is still listed
+};
+
+/// The list of a window: filters, grid and letter bar over one query, with the keyboard and the export of every list.
+class ListPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Makes the buttons behind the filters, by which the window searches and resets.
+    using ButtonMaker = std::function<QList<QPushButton *>(QWidget *parent)>;
+
+    /// Stands in the layout that `window` already has.
+    ListPanel(const ListSpec &spec, data::Connection &connection, const ButtonMaker &buttons, QWidget *window);
+
+    /// Fills the grid with the rows that fit the filters, joined with AND. False when a filter cannot be read, which
+    /// the user was told. This and fill() throw what the database throws; the grid then holds the rows before the
+    /// error.
+    bool search();
+    /// The rows that begin with a letter of the letter bar, all for "*".
+    void searchLetter(const QString &letter);
+    /// The rows of a WHERE clause, or of all with an empty text.
+    void fill(const QString &clause, const QVariantList &values = {});
+    /// Brings the filters back to their first values; the grid stays.
+    void reset();
+    /// The window is used anew: the next Enter in a filter only searches.
+    void forgetSearch();
+
+    ResultGrid &grid() const { return *grid_; }
+    /// Null without a letter bar.
+    LetterBar *letters() const { return letters_; }
+    /// The filters' inputs in the order of the declaration.
+    QList<QWidget *> filterInputs() const;
+    /// What the filters ask for at the moment.
+    QVariantList asked() const;
+    /// As wide as told columns of `width` altogether need it.
+    int widthFor(int width) const;
+
+private:
+    void createFilterBar(const ButtonMaker &buttons, QVBoxLayout *layout);
+    void addFilter(Filter *filter, QHBoxLayout *line);
+    void createLetterBar(QVBoxLayout *layout);
+
+    ListSpec spec_;
+    data::Connection &connection_;
+    QList<Filter *> filters_;
+    ResultGrid *grid_;
+    LetterBar *letters_ = nullptr;
+    ListKeys *keys_;
+};
+
+} // namespace ui
