@@ -12,6 +12,7 @@
 #include "platform/core/WorkFolder.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
+#include "platform/ui/ListLayouts.h"
 #include "platform/ui/MessageBoxes.h"
 
 #include <QApplication>
@@ -103,6 +104,7 @@ Session::Session(const data::DatabaseAddress &address, const QString &user, cons
     connection_->setConnectionString(data::nativeConnectionString(address));
     connection_->open();
     SetKxCurrentUserName(user);
+    ui::keepListLayouts(settingsFile, user);
     window_->showSession(user, address.toString());
     commands_ = new HostCommands(*window_, *connection_);
 }

@@ -19,6 +19,7 @@ ui::ListSpec withFixedText(ui::ListSpec list)
     list.way = data::Values::Way::Written;
     list.letterLike = u" LIKE "_s;
     list.keepsSelection = false;
+    list.keepsLayout = false;
     return list;
 }
 

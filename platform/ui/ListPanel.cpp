@@ -129,6 +129,14 @@ void ListPanel::forgetSearch()
     keys_->forget();
 }
 
+// By now the window has its name.
+void ListPanel::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (spec_.keepsLayout && !std::exchange(shown_, true))
+        grid_->keepLayout(parentWidget()->objectName());
+}
+
 int ListPanel::widthFor(int width) const
 {
     const QMargins margins = parentWidget()->layout()->contentsMargins();

@@ -24,6 +24,7 @@ struct ListSpec
     QString letterLike = {};   ///< text of the letter bar's comparison, where it is fixed
     data::Values::Way way = data::Values::Way::Bound;
     QString gridName = QStringLiteral("GridRisultati"); ///< control name
+    bool keepsLayout = true;                            ///< widths that the user gives to columns are kept
     bool longTexts = false;                             ///< cells show texts of several lines from their first one
     bool keepsSelection = true; ///< a search selects the record again that was selected, if it is still listed
 };
@@ -63,6 +64,9 @@ public:
     /// As wide as told columns of `width` altogether need it.
     int widthFor(int width) const;
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     void createFilterBar(const ButtonMaker &buttons, QVBoxLayout *layout);
     void addFilter(Filter *filter, QHBoxLayout *line);
@@ -74,6 +78,7 @@ private:
     ResultGrid *grid_;
     LetterBar *letters_ = nullptr;
     ListKeys *keys_;
+    bool shown_ = false;
 };
 
 } // namespace ui

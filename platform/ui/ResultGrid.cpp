@@ -1,21 +1,28 @@
 #include "platform/ui/ResultGrid.h"
 
 #include "platform/core/Format.h"
+#include "platform/core/Messages.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/ListExport.h"
+#include "platform/ui/ListLayouts.h"
 
+#include <QAction>
 #include <QColor>
 #include <QDate>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QScrollBar>
+#include <QScopedValueRollback>
 
 #include <algorithm>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
 namespace ui {
+
+// Of a column that the user drags, or that makes room for such a one.
+constexpr int leastWidth = 30;
 
 RowsModel::RowsModel(QString keyField, QList<ListColumn> columns, QObject *parent)
     : QAbstractTableModel(parent)
@@ -198,7 +205,7 @@ ResultGrid::ResultGrid(const QString &keyField, const QList<ListColumn> &columns
     setTabKeyNavigation(false);
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
-    horizontalHeader()->setHighlightSections(false);
+    prepareHeader();
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &) { Q_EMIT chosen(); });
 }
 
@@ -288,34 +295,102 @@ void ResultGrid::keyPressEvent(QKeyEvent *event)
     QTableView::keyPressEvent(event);
 }
 
-// Fixed widths first, per cents of the whole, and what is left to the column that takes the rest. Where that leaves
-// nothing, all columns shrink in proportion: a list never scrolls sideways.
+// Told or given widths first, per cents of the whole, and what is left to the column that takes the rest.
+QList<int> ResultGrid::wantedWidths(int available) const
+{
+    constexpr int leastRest = 120;
+    QList<int> widths;
+    qsizetype rest = -1;
+    for (const ListColumn &column : model_->columns()) {
+        const bool isPercent = column.widthKind == ListColumn::Width::Percent;
+        const int told = isPercent ? qRound(available * column.width / 100.0) : column.width;
+        if (column.widthKind == ListColumn::Width::Rest)
+            rest = widths.size();
+        widths.append(column.widthKind == ListColumn::Width::Rest ? 0 : given_.value(column.field, told));
+    }
+    if (rest >= 0)
+        widths[rest] = std::max(available - std::accumulate(widths.begin(), widths.end(), 0), leastRest);
+    return widths;
+}
+
+// Where the widths leave nothing, columns shrink in proportion, at first those that the user gave no width: a list
+// never scrolls sideways.
 void ResultGrid::fitColumns()
 {
     const int available = viewport()->width();
-    const QList<ListColumn> &columns = model_->columns();
-    QList<int> widths;
-    int rest = -1;
-    int used = 0;
-    for (int i = 0; i < columns.size(); ++i) {
-        int width = columns[i].width;
-        if (columns[i].widthKind == ListColumn::Width::Percent)
-            width = qRound(available * columns[i].width / 100.0);
-        if (columns[i].widthKind == ListColumn::Width::Rest) {
-            rest = i;
-            width = 0;
-        }
-        widths.append(width);
-        used += width;
-    }
-    constexpr int leastRest = 120;
-    if (rest >= 0)
-        widths[rest] = std::max(available - used, leastRest);
-    const int total = std::max(1, used + (rest >= 0 ? widths[rest] : 0));
+    const QList<int> widths = wantedWidths(available);
+    const int total = std::accumulate(widths.begin(), widths.end(), 0);
+    const int given = std::accumulate(given_.begin(), given_.end(), 0);
+    const bool spare = available - given >= leastWidth * (widths.size() - given_.size());
+    const qint64 room = spare ? available - given : available;
+    const QScopedValueRollback fitting(fitting_, true);
     for (int i = 0; i < widths.size(); ++i) {
-        const bool fits = total <= available;
-        setColumnWidth(i, fits ? widths[i] : static_cast<int>(qint64(widths[i]) * available / total));
+        const bool fits = total <= available || (spare && given_.contains(model_->columns()[i].field));
+        setColumnWidth(i, fits ? widths[i] : static_cast<int>(widths[i] * room / (spare ? total - given : total)));
     }
+}
+
+void ResultGrid::prepareHeader()
+{
+    QHeaderView *header = horizontalHeader();
+    header->setHighlightSections(false);
+    header->setMinimumSectionSize(leastWidth / 3);
+    header->viewport()->installEventFilter(this);
+    connect(header, &QHeaderView::sectionResized, this, &ResultGrid::columnResized);
+    auto *reset = new QAction(u"Larghezze originali delle colonne"_s, header);
+    reset->setObjectName(u"actLarghezzeOriginali"_s);
+    connect(reset, &QAction::triggered, this, [this] {
+        given_.clear();
+        fitColumns();
+        saveLayout();
+    });
+    header->addAction(reset);
+    header->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+// What the user drags. Behind the column that takes the rest it is the next one's width that changes.
+void ResultGrid::columnResized(int column, int from, int to)
+{
+    if (fitting_)
+        return;
+    const QList<ListColumn> &columns = model_->columns();
+    int width = to;
+    if (columns[column].widthKind == ListColumn::Width::Rest && ++column < columns.size())
+        width = columnWidth(column) + from - to;
+    if (column < columns.size()) {
+        // At most so wide that the others keep a third of theirs.
+        const QList<int> widths = wantedWidths(viewport()->width());
+        const int others = std::accumulate(widths.begin(), widths.end(), -widths[column]);
+        const int most = std::max(viewport()->width() - others / 3, leastWidth);
+        given_.insert(columns[column].field, std::clamp(width, leastWidth, most));
+        dragged_ = true;
+    }
+    fitColumns();
+}
+
+// A drag ends with the mouse button.
+bool ResultGrid::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonRelease && std::exchange(dragged_, false))
+        QMetaObject::invokeMethod(this, &ResultGrid::saveLayout, Qt::QueuedConnection);
+    return QTableView::eventFilter(watched, event);
+}
+
+void ResultGrid::keepLayout(const QString &list)
+{
+    list_ = list;
+    const QMap<QString, int> kept = keptWidths(list);
+    for (const ListColumn &column : model_->columns()) {
+        if (column.widthKind != ListColumn::Width::Rest && kept.contains(column.field))
+            given_.insert(column.field, kept[column.field]);
+    }
+    fitColumns();
+}
+
+void ResultGrid::saveLayout()
+{
+    if (!list_.isEmpty())
+        core::guarded(this, [this] { keepWidths(list_, given_); });
 }
 
 } // namespace ui

@@ -2,6 +2,7 @@
 #include "platform/data/Rows.h"
 
 #include <QAbstractTableModel>
+#include <QMap>
 #include <QTableView>
 
 namespace data {
@@ -85,7 +86,8 @@ private:
     Qt::AlignmentFlag vertical_ = Qt::AlignVCenter;
 };
 
-/// A list with whole-row selection. Its columns have their widths; one that takes the rest follows the list's own.
+/// A list with whole-row selection. Its columns have their widths until the user drags them; one that takes the rest
+/// follows the list's own.
 class ResultGrid : public QTableView
 {
     Q_OBJECT
@@ -96,8 +98,8 @@ public:
 
     /// The model behind the list.
     RowsModel &rows() const { return *model_; }
-    /// Runs a query with positional values for the key and the shown columns, and shows its rows in their order. Throws what the database
-    /// throws; the list then holds the rows that came before the error, and none of an earlier query.
+    /// Runs a query with positional values for the key and the shown columns, and shows its rows in their order. Throws
+    /// what the database throws; the list then holds the rows that came before the error, and none of an earlier query.
     void fill(data::Connection &connection, const QString &sql, const QVariantList &values = {});
     /// Takes over the rows of a new query; they stand in its order, whatever header was clicked before.
     void setRows(data::Rows rows);
@@ -107,6 +109,8 @@ public:
     bool selectKey(int key);
     /// Shows texts of several lines from their first one, in rows as high as they need.
     void showLongTexts();
+    /// Gives the columns the widths that the user has given them in the list of this name, and keeps those of later on.
+    void keepLayout(const QString &list);
     /// Lets a click on a header order the rows.
     void allowSorting();
     /// Value of a field of the selected row; invalid without a row or for a field that the list does not read.
@@ -121,13 +125,22 @@ Q_SIGNALS:
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void prepareHeader();
     void fitColumns();
+    QList<int> wantedWidths(int available) const;
+    void columnResized(int column, int from, int to);
+    void saveLayout();
 
     RowsModel *model_;
     ListExport *export_;
     bool longTexts_ = false;
+    QString list_;             // under this name the widths are kept; nowhere while empty
+    QMap<QString, int> given_; // widths that the user gave, by field
+    bool fitting_ = false;
+    bool dragged_ = false; // since they were kept
 };
 
 } // namespace ui

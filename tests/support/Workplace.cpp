@@ -22,10 +22,10 @@ ScriptedDialogs::Use choosingArticle(const QString &code)
     return searching(code, code);
 }
 
-Workplace::Workplace(Start start)
+Workplace::Workplace(Start start, const QString &settingsFile)
     : copy_(std::make_unique<TestDatabase>(Content::DemoData))
 {
-    open(copy_->address());
+    open(copy_->address(), settingsFile);
     if (start == Start::WithModule)
         startModule();
 }
@@ -36,10 +36,10 @@ Workplace::Workplace(const data::DatabaseAddress &address)
     startModule();
 }
 
-void Workplace::open(const data::DatabaseAddress &address)
+void Workplace::open(const data::DatabaseAddress &address, const QString &settingsFile)
 {
     core::setClock(workplaceTime);
-    session_ = std::make_unique<host::Session>(address, host::administrator, QString());
+    session_ = std::make_unique<host::Session>(address, host::administrator, settingsFile);
     window().show();
     QApplication::setActiveWindow(&window());
 }

@@ -27,8 +27,8 @@ public:
         WindowOnly ///< until startModule()
     };
 
-    /// On a copy of the demonstration database.
-    explicit Workplace(Start start = Start::WithModule);
+    /// On a copy of the demonstration database; `settingsFile` keeps what the program remembers, nothing does without.
+    explicit Workplace(Start start = Start::WithModule, const QString &settingsFile = {});
     /// On a database that is already there, with the module.
     explicit Workplace(const data::DatabaseAddress &address);
     ~Workplace();
@@ -46,7 +46,7 @@ public:
     ScriptedDialogs dialogs;
 
 private:
-    void open(const data::DatabaseAddress &address);
+    void open(const data::DatabaseAddress &address, const QString &settingsFile = {});
 
     std::unique_ptr<TestDatabase> copy_;
     std::unique_ptr<host::Session> session_;
