@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -20,7 +21,7 @@ namespace {
 // has worked in is longer.
 bool mayBeCutCreation(const QString &path)
 {
-    constexpr qint64 emptyDatabase = 2 * 1024 * 1024; // bytes at most
+    constexpr qint64 emptyDatabase = qint64{2} * 1024 * 1024; // bytes at most
     constexpr qint64 headSize = 16;
     QFile file(path);
     if (!QFileInfo(path).isFile() || file.size() > emptyDatabase || !file.open(QIODevice::ReadOnly))

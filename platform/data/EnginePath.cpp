@@ -77,8 +77,8 @@ QString engineFolder(const QString &folder)
 
 QString enginePath(const QString &file)
 {
-    const QString path = QFileInfo(file).absoluteFilePath();
-    const QString real = QFileInfo(file).canonicalFilePath();
+    QString path = QFileInfo(file).absoluteFilePath();
+    QString real = QFileInfo(file).canonicalFilePath();
     if (real.isEmpty() || (!path.contains(u':') && !real.contains(u':')))
         return path;
     if (!real.contains(u':'))
@@ -90,7 +90,7 @@ QString enginePath(const QString &file)
     if (folder && areOneFile(folder->file(secondName), real))
         return folder->file(secondName);
     folder = std::make_unique<core::WorkFolder>(engineFolder(QFileInfo(real).absolutePath()));
-    const QString second = folder->file(secondName);
+    QString second = folder->file(secondName);
     if (::link(QFile::encodeName(real).constData(), QFile::encodeName(second).constData()) != 0)
         refuse(real, qt_error_string());
     return second;

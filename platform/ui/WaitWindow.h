@@ -10,6 +10,7 @@ class WaitWindow : public QWidget
     Q_OBJECT
 
 public:
+    /// Shows `text` in the middle of the screen and returns once it is painted, after half a second at most.
     explicit WaitWindow(const QString &text);
     ~WaitWindow() override;
 };
