@@ -40,7 +40,7 @@ QSize SearchForm::openingSize(const SearchSpec &spec) const
             return spec.openingSize.expandedTo({usualWidth, 0});
         columns += column.width;
     }
-    return spec.openingSize.expandedTo({list_->widthFor(columns), 0});
+    return spec.openingSize.expandedTo({list_->widthFor(columns), 0}).expandedTo(minimumSize());
 }
 
 void SearchForm::declareCommands(const SearchSpec &spec)

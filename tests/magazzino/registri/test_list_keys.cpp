@@ -233,7 +233,9 @@ void TestListKeys::columnsOpenAtTheirWidths()
 {
     QFETCH(QString, action);
     QFETCH(QList<int>, widths);
-    const QTableView *grid = test::gridOf(test::openList(*workplace_, action));
+    const ui::SearchForm *list = test::openList(*workplace_, action);
+    QVERIFY(list->parentWidget()->rect().contains(list->geometry()));
+    const QTableView *grid = test::gridOf(list);
     QList<int> found;
     for (int column = 0; column < grid->model()->columnCount(); ++column)
         found.append(grid->columnWidth(column));
