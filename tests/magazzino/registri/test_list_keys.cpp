@@ -1,3 +1,4 @@
+#include "host/HostCommands.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/SelectionDialog.h"
 #include "tests/magazzino/registri/Registri.h"
@@ -52,6 +53,8 @@ private Q_SLOTS:
     void enterTwiceInAListEdits();
     void yearOfTwoDigitsIsSearched();
     void failedSearchShowsNoOldRows();
+    void registerTakesAnyText_data();
+    void registerTakesAnyText();
     void movementListHasNoDelete();
     void columnsOpenAtTheirWidths_data();
     void columnsOpenAtTheirWidths();
@@ -209,6 +212,34 @@ void TestListKeys::failedSearchShowsNoOldRows()
     workplace_->messages.expectError(u"rete interrotta"_s);
     test::press(list, u"cmdCerca"_s);
     QCOMPARE(names(*list), QStringList());
+}
+
+void TestListKeys::registerTakesAnyText_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("found");
+    QTest::newRow("apostrophe, other case") << u"zz'"_s << u"ZZ'1"_s;
+    QTest::newRow("question mark and colon") << u"?:"_s << u"ZZ?:2"_s;
+    QTest::newRow("longer than the column") << QString(90, u'z') << QString();
+    QTest::newRow("nothing like a pattern") << u"z_"_s << QString();
+}
+
+void TestListKeys::registerTakesAnyText()
+{
+    QFETCH(QString, typed);
+    for (const QString &code : {u"ZZ'1"_s, u"ZZ?:2"_s})
+        test::insertInto(workplace_->database(), u"ANA_MAGA"_s, {{u"CODICE"_s, code}, {u"DESCRIZIONE"_s, u"esca"_s}});
+    const QWidget *list = workplace_->commands().openForm(u"actRicercaArticoli"_s);
+    const QTableView *grid = gridOf(*list);
+    test::type(test::control<QLineEdit>(list, u"txtCodice"_s), typed);
+    pressKey(Qt::Key_Return);
+    QTEST(test::columnTexts(grid, u"Codice"_s).join(u'|'), "found");
+    test::press(list, u"cmdRipristina"_s);
+    test::control<QTableView>(list, u"GridRisultati"_s)->setFocus();
+    for (const auto &[letter, some] : {std::pair(Qt::Key_B, false), {Qt::Key_E, true}, {Qt::Key_Asterisk, true}}) {
+        pressKey(letter);
+        QCOMPARE(test::columnTexts(grid, u"Codice"_s).contains(u"ZZ'1"_s), some);
+    }
 }
 
 void TestListKeys::movementListHasNoDelete()
