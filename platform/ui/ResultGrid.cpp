@@ -133,18 +133,16 @@ QVariant RowsModel::data(const QModelIndex &index, int role) const
     if (!index.isValid())
         return {};
     const ListColumn &column = columns_[index.column()];
-    if (role == Qt::DisplayRole) {
+    const auto value = [this, &index] {
         const int field = fieldIndexes_.value(index.column(), -1);
-        return field < 0 ? QVariant() : shown(rows_.values(index.row())[field], column.display);
-    }
-    if (role == ExportValue) {
-        const int field = fieldIndexes_.value(index.column(), -1);
-        return field < 0 ? QVariant() : exported(rows_.values(index.row())[field], column.display);
-    }
-    if (role == Qt::ForegroundRole && column.redBelowZero) {
-        const int field = fieldIndexes_.value(index.column(), -1);
-        return field >= 0 && rows_.values(index.row())[field].toDouble() < 0 ? QVariant(QColor(Qt::red)) : QVariant();
-    }
+        return field < 0 ? QVariant() : rows_.values(index.row())[field];
+    };
+    if (role == Qt::DisplayRole)
+        return shown(value(), column.display);
+    if (role == ExportValue)
+        return exported(value(), column.display);
+    if (role == Qt::ForegroundRole && column.redBelowZero)
+        return value().toDouble() < 0 ? QVariant(QColor(Qt::red)) : QVariant();
     return role == Qt::TextAlignmentRole ? alignment(column) : QVariant();
 }
 

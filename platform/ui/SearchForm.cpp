@@ -45,45 +45,30 @@ QSize SearchForm::openingSize(const SearchSpec &spec) const
 
 void SearchForm::declareCommands(const SearchSpec &spec)
 {
-    addCommand({.name = u"actNuovo"_s,
-                .caption = u"Nuovo"_s,
-                .run = [this] { newRecord(); },
-                .icon = Icon::New,
-                .shortcut = QKeySequence(u"Ctrl+N"_s),
-                .hint = spec.newHint});
-    addCommand({.name = u"actModifica"_s,
-                .caption = u"Modifica"_s,
-                .run = [this] { withSelected([this](int id) { entryForm().openRecord(id); }); },
-                .icon = Icon::Open,
-                .shortcut = QKeySequence(u"Ctrl+O"_s),
-                .hint = spec.editHint});
-    addCommand({.name = u"actChiudi"_s,
-                .caption = u"Chiudi"_s,
-                .run = [this] { closeForm(); },
-                .icon = Icon::Close,
-                .hint = spec.closeHint});
-    addCommand({.name = u"actCerca"_s,
-                .caption = u"Cerca"_s,
-                .run = [this] { search(); },
-                .icon = Icon::Search,
-                .shortcut = QKeySequence(u"F5"_s)});
-    addCommand(
-        {.name = u"actRipristina"_s, .caption = u"Ripristina"_s, .run = [this] { reset(); }, .icon = Icon::Reset});
+    const auto open = [this](int id) { entryForm().openRecord(id); };
+    const QList<Command> commands = {
+        {u"actNuovo"_s, u"Nuovo"_s, [this] { newRecord(); }, Icon::New, QKeySequence(u"Ctrl+N"_s), spec.newHint},
+        {u"actModifica"_s, u"Modifica"_s, [this, open] { withSelected(open); }, Icon::Open, QKeySequence(u"Ctrl+O"_s),
+         spec.editHint},
+        {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close, {}, spec.closeHint},
+        {u"actCerca"_s, u"Cerca"_s, [this] { search(); }, Icon::Search, QKeySequence(u"F5"_s), {}},
+        {u"actRipristina"_s, u"Ripristina"_s, [this] { reset(); }, Icon::Reset, {}, {}}};
+    for (const Command &command : commands)
+        addCommand(command);
 }
 
 void SearchForm::declareDelete()
 {
-    const auto run = [this] {
-        withSelected([this](int id) {
-            if (deleteRecord(id))
-                grid().rows().removeKey(id);
-        });
+    const auto remove = [this](int id) {
+        if (deleteRecord(id))
+            grid().rows().removeKey(id);
     };
-    addCommand({.name = u"actElimina"_s,
-                .caption = u"Elimina"_s,
-                .run = run,
-                .icon = Icon::Delete,
-                .shortcut = QKeySequence(u"Ctrl+D"_s)});
+    addCommand({u"actElimina"_s,
+                u"Elimina"_s,
+                [this, remove] { withSelected(remove); },
+                Icon::Delete,
+                QKeySequence(u"Ctrl+D"_s),
+                {}});
 }
 
 void SearchForm::placeExport()
