@@ -25,6 +25,7 @@ bool deleteReceipt(QWidget *owner, int id)
 DocumentSpec spec()
 {
     return {
+        .kind = bollaCarico(),
         .form = {.caption = u"Inserimento / Modifica bolle di carico"_s,
                  .menuCaption = u">Inserimento bolle di carico<"_s,
                  .key = u"IDBOLLA_CARICO"_s,
@@ -38,19 +39,10 @@ DocumentSpec spec()
         .rowsPage = u" Righe documento "_s,
         .notesPage = u" Note "_s,
         .gridName = u"gridRigheDocumento"_s,
-        .columns = {{RowColumn::Codice, u"Codice"_s, 13, true},
-                    {RowColumn::Descrizione, u"Descrizione"_s},
-                    {RowColumn::Costo, u"Costo"_s, 100},
-                    {RowColumn::Quantita, u"Q.tà"_s, 60},
-                    {RowColumn::Importo, u"Importo"_s, 100},
-                    {RowColumn::IVA, u"IVA"_s, 40},
-                    {RowColumn::UM, u"U.M."_s, 50}},
         .rowCommands = {.articolo = u"Articolo"_s,
                         .elimina = u"Rimuovi riga"_s,
                         .su = u"Sposta in alto"_s,
                         .giu = u"Sposta in basso"_s},
-        .unitPrice = &DocumentRow::costo,
-        .storesCost = true,
         .showsTotals = true,
         .documentKind = u"Bolla di carico"_s,
         .movementKind = u"Carico"_s,

@@ -18,6 +18,7 @@ const QString documentKind = u"D.d.T. di scarico"_s;
 DocumentSpec spec()
 {
     return specScarico({
+        .kind = ddtScarico(),
         .form = {.caption = u"Inserimento / Modifica D.d.T. di scarico"_s,
                  .menuCaption = u">Inserimento D.d.T. di scarico<"_s,
                  .key = u"IDDDT_SCARICO"_s,
@@ -117,7 +118,7 @@ void TMMGInserimentoDdTScarico::restoreDetails(const QVariant &state)
 }
 
 // The rows of a delivery note store no cost; each article row's own movement does.
-QHash<int, double> TMMGInserimentoDdTScarico::storedCosts() const
+void TMMGInserimentoDdTScarico::completeLoaded(QList<DocumentRow> &rows) const
 {
     const data::Rows movements =
         connection().run(u"SELECT RIF_DOC_IDRIGA, COSTO FROM MOVI_MAGA WHERE RIF_DOC_TIPO = ? AND RIF_DOC_ID = ?"_s,
@@ -125,5 +126,8 @@ QHash<int, double> TMMGInserimentoDdTScarico::storedCosts() const
     QHash<int, double> costs;
     for (qsizetype i = 0; i < movements.size(); ++i)
         costs.insert(movements.integer(i, u"RIF_DOC_IDRIGA"), movements.number(i, u"COSTO"));
-    return costs;
+    for (DocumentRow &row : rows) {
+        if (row.tipo != tipoRiga::testo)
+            row.costo = costs.value(row.idRiga, 0);
+    }
 }

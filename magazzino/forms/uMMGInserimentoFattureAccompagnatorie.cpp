@@ -29,6 +29,7 @@ bool deleteInvoice(QWidget *owner, int id)
 DocumentSpec spec()
 {
     return specScarico({
+        .kind = fatturaAccompagnatoria(),
         .form = {.caption = u"Inserimento / Modifica fatture accompagnatorie"_s,
                  .menuCaption = u">Inserimento fatture accompagnatorie<"_s,
                  .key = u"IDFATT_ACC"_s,
@@ -40,8 +41,6 @@ DocumentSpec spec()
         .rowGenerator = u"GN_IDFATT_ACC_DETT"_s,
         .gridName = u"gridRigheFattura"_s,
         .rowCommands = {.nonImponibile = u"Aggiungi non imponibile"_s},
-        .storesCost = true,
-        .hasDiscount = true,
         .showsTotals = true,
         .saveRight = u"Fatture acc. (modifica)"_s,
         .documentKind = u"Fattura accompagnatoria"_s,
@@ -53,9 +52,9 @@ DocumentSpec spec()
 }
 
 // "Codice: ...", "Descrizione: ...", "Aliquota: ... %" of a row's VAT rate, for the hint over its cell.
-QString vatHint(int rateKey)
+QString vatHint(const DocumentRow &row)
 {
-    const TAliquotaIVA rate = GetAliquotaIVA(rateKey);
+    const TAliquotaIVA rate = GetAliquotaIVA(row.idAliquotaIVA.value_or(-1));
     if (rate.id <= 0)
         return {};
     return u"<b>Aliquota IVA</b><br>Codice: %1<br>Descrizione: %2<br>Aliquota: %3 %"_s.arg(
@@ -87,7 +86,7 @@ TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWi
     addPrintCommands(StampaFatturaAccompagnatoria);
     finishLayout({u"actNuovo"_s, u"actElimina"_s, u"actSalva"_s, u"actChiudi"_s, {}, u"actStampa"_s, u"actSalvaPDF"_s});
     addOtherMenu();
-    grid().rowsModel().setVatHint(vatHint);
+    grid().rowsModel().setHint(&DocumentRow::codiceIVA, vatHint);
 }
 
 void TMMGInserimentoFattureAccompagnatorie::addFurtherPages()

@@ -103,7 +103,7 @@ void TMMGInserimentoDocumento::createRowsPage()
     QToolBar *bar = newToolBar(u"tBarRighe"_s);
     createRowCommands(bar);
     layout->addWidget(bar);
-    grid_ = new DocumentGrid(spec_.columns, page);
+    grid_ = new DocumentGrid(spec_.kind, page);
     grid_->setObjectName(spec_.gridName);
     layout->addWidget(grid_, 1);
     connect(grid_, &DocumentGrid::typing, this, &TMMGInserimentoDocumento::SetTyping);
@@ -191,7 +191,7 @@ DocumentTotals TMMGInserimentoDocumento::AggiornaTotaliDocumento()
         return rate.id > 0 ? std::optional(rate.aliquota) : std::nullopt;
     };
     grid_->rowsModel().updateRows(
-        [&](QList<DocumentRow> &rows) { totals_ = recomputeDocument(rows, spec_.unitPrice, rateOf, isExempt()); });
+        [&](QList<DocumentRow> &rows) { totals_ = recomputeDocument(rows, spec_.kind.unitPrice, rateOf, isExempt()); });
     showTotals(totals_.imponibile, totals_.imposta, totals_.documento());
     return totals_;
 }
@@ -232,8 +232,8 @@ void TMMGInserimentoDocumento::addRow(const DocumentRow &row)
     } else {
         rowsChanged();
     }
-    const RowColumn unit = model.indexOf(RowColumn::Costo) >= 0 ? RowColumn::Costo : RowColumn::Prezzo;
-    grid_->select(model.rowCount() - 1, row.tipo == tipoRiga::testo ? RowColumn::Descrizione : unit);
+    grid_->select(model.rowCount() - 1,
+                  row.tipo == tipoRiga::testo ? RowMember(&DocumentRow::descrizione) : RowMember(spec_.kind.unitPrice));
     grid_->setFocus();
 }
 

@@ -23,6 +23,7 @@ struct RowCommandCaptions
 /// Everything in which one kind of document differs from another.
 struct DocumentSpec
 {
+    const DocumentKind &kind;
     ui::EntryFormSpec form;
     QString headerDataSet; ///< of the module
     QString rowsDataSet;   ///< of the module, by the header's key
@@ -33,13 +34,8 @@ struct DocumentSpec
     QString rowsPage;
     QString notesPage;
     QString gridName;
-    QList<RowColumnSpec> columns;
     RowCommandCaptions rowCommands;
-    UnitPrice unitPrice = nullptr; ///< the price that is typed: cost of a receipt, sale price of an issue
-    bool storesCost = false;       ///< rows store the cost
-    bool storesPrice = false;      ///< rows store the sale price; otherwise it is 0
-    bool hasDiscount = false;      ///< rows store a discount
-    bool showsTotals = false;      ///< and stores them; otherwise the stored totals are 0
+    bool showsTotals = false; ///< and stores them; otherwise the stored totals are 0
 
     QString saveRight;    ///< named right that saving and starting a new document need; none while empty
     QString documentKind; ///< RIF_DOC_TIPO of the movements
@@ -94,8 +90,8 @@ protected:
 
     /// Value per unit that an article row's movement is booked at, EUR.
     virtual double movementValue(const DocumentRow &row) const = 0;
-    /// Costs of stored article rows by row key, for documents whose rows do not store them.
-    virtual QHash<int, double> storedCosts() const { return {}; }
+    /// Completes loaded rows with what their own table does not store.
+    virtual void completeLoaded(QList<DocumentRow> &) const {}
     /// Does no VAT arise on the whole document?
     virtual bool isExempt() const { return false; }
     bool mayStartNew() override;
@@ -124,9 +120,8 @@ private:
     void cellEdited();
     void cellRefused(const QString &text, bool unreadable);
     void rowsChanged();
-    DocumentRow readRow(const data::DataSet &rows, const QHash<int, double> &costs) const;
+    DocumentRow readRow(const data::DataSet &rows) const;
     void writeRow(data::DataSet &rows, const DocumentRow &row);
-    void writeArticleOrService(data::DataSet &rows, const DocumentRow &row) const;
     void writeMovement(const DocumentRow &row, int rowKey);
     bool savedForPrinting();
     void showTotals(double imponibile, double imposta, double documento);

@@ -14,19 +14,32 @@ namespace {
 // Every issue and every receipt is booked under this reason.
 constexpr int documentReason = 2;
 
-QVariant orNull(const std::optional<int> &value)
+// What stands in category and rate is copied, so that the document keeps what applied when it was written.
+void takeFromRegisters(DocumentRow &row)
 {
-    return value ? QVariant(*value) : QVariant();
+    const int categoryKey = row.idCategoria.value_or(0);
+    const TCodiceTesto category =
+        row.tipo == tipoRiga::articolo ? GetCategoriaAnaMaga(categoryKey) : GetCategoriaServizio(categoryKey);
+    const bool hasCategory = category.id > 0;
+    row.idCategoria = hasCategory ? std::optional(category.id) : std::nullopt;
+    row.categoria = hasCategory ? std::optional(category.testo) : std::nullopt;
+    const TAliquotaIVA rate = GetAliquotaIVA(row.idAliquotaIVA.value_or(0));
+    const bool hasRate = rate.id > 0;
+    row.idAliquotaIVA = hasRate ? std::optional(rate.id) : std::nullopt;
+    row.codiceIVA = hasRate ? std::optional(rate.codice) : std::nullopt;
+    row.descrizioneIVA = hasRate ? std::optional(rate.descrizione) : std::nullopt;
+    row.aliquotaIVA = hasRate ? std::optional(rate.aliquota) : std::nullopt;
 }
 
-std::optional<double> numberOf(const data::DataSet &rows, const QString &column)
+/// The row as it is stored: without gaps in its amounts, with category and rate as they are in the registers now.
+DocumentRow completed(DocumentRow row)
 {
-    return rows.isNull(column) ? std::nullopt : std::optional(rows.number(column));
-}
-
-std::optional<int> keyOf(const data::DataSet &rows, const QString &column)
-{
-    return rows.isNull(column) ? std::nullopt : std::optional(rows.integer(column));
+    for (const auto amount : {&DocumentRow::costo, &DocumentRow::prezzo, &DocumentRow::sconto, &DocumentRow::quantita,
+                              &DocumentRow::importo})
+        row.*amount = (row.*amount).value_or(0);
+    if (rowsOfGoods.testFlag(row.type()))
+        takeFromRegisters(row);
+    return row;
 }
 
 } // namespace
@@ -54,10 +67,10 @@ void TMMGInserimentoDocumento::loadDetails()
 {
     showRight();
     data::DataSet &rows = *details();
-    const QHash<int, double> costs = storedCosts();
     QList<DocumentRow> loaded;
     for (; !rows.atEnd(); rows.next())
-        loaded.append(readRow(rows, costs));
+        loaded.append(readRow(rows));
+    completeLoaded(loaded);
     grid_->rowsModel().setRows(loaded);
     grid_->fitRowHeights();
     showTotals(record().number(u"TOTALE_IMPONIBILE"_s), record().number(u"TOTALE_IMPOSTA"_s),
@@ -82,28 +95,14 @@ void TMMGInserimentoDocumento::restoreDetails(const QVariant &state)
         totalLabels_[i]->setText(totals[i]);
 }
 
-DocumentRow TMMGInserimentoDocumento::readRow(const data::DataSet &rows, const QHash<int, double> &costs) const
+DocumentRow TMMGInserimentoDocumento::readRow(const data::DataSet &rows) const
 {
-    DocumentRow row;
-    row.idRiga = rows.integer(spec_.rowKey);
-    row.tipo = rows.text(u"TIPO_RIGA"_s);
-    row.descrizione = rows.text(u"DESCRIZIONE"_s);
-    if (row.tipo == tipoRiga::testo)
-        return row;
-    row.costo = spec_.storesCost ? numberOf(rows, u"COSTO"_s) : costs.value(row.idRiga, 0);
-    row.prezzo = numberOf(rows, u"PREZZO"_s);
-    if (spec_.hasDiscount)
-        row.sconto = numberOf(rows, u"SCONTO"_s);
-    row.quantita = numberOf(rows, u"QUANTITA"_s);
-    row.importo = numberOf(rows, u"IMPORTO"_s);
-    if (row.tipo == tipoRiga::nonImponibile)
-        return row;
-    row.codice = rows.text(u"CODICE"_s);
-    row.idCategoria = keyOf(rows, u"IDCATEGORIA"_s);
-    row.idAliquotaIVA = keyOf(rows, u"IVA_IDALIQUOTA_IVA"_s);
-    row.codiceIVA = rows.text(u"IVA_CODICE"_s);
-    row.idUM = keyOf(rows, u"IDUM"_s);
-    row.um = rows.text(u"UM"_s);
+    DocumentRow row{.idRiga = rows.integer(spec_.rowKey), .tipo = rows.text(u"TIPO_RIGA"_s)};
+    const RowType type = row.type();
+    for (const RowColumn &column : spec_.kind.storedColumns) {
+        if (column.types.testFlag(type))
+            readValue(column, rows.value(column.column), row);
+    }
     return row;
 }
 
@@ -140,64 +139,19 @@ void TMMGInserimentoDocumento::writeDetails()
         writeRow(rows, row);
 }
 
-void TMMGInserimentoDocumento::writeRow(data::DataSet &rows, const DocumentRow &row)
+void TMMGInserimentoDocumento::writeRow(data::DataSet &rows, const DocumentRow &shown)
 {
-    static const QStringList optionalColumns = {u"CODICE"_s,
-                                                u"IDCATEGORIA"_s,
-                                                u"CATEGORIA"_s,
-                                                u"PREZZO"_s,
-                                                u"QUANTITA"_s,
-                                                u"IMPORTO"_s,
-                                                u"IVA_IDALIQUOTA_IVA"_s,
-                                                u"IVA_CODICE"_s,
-                                                u"IVA_DESCRIZIONE"_s,
-                                                u"IVA_ALIQUOTA"_s,
-                                                u"IDUM"_s,
-                                                u"UM"_s};
     rows.append();
     rows.setValue(spec_.rowKey, connection().lastGeneratorValue(spec_.rowGenerator) + 1);
     rows.setValue(spec_.form.key, IdRecord());
-    rows.setValue(u"DESCRIZIONE"_s, row.descrizione);
-    rows.setValue(u"TIPO_RIGA"_s, row.tipo);
-    for (const QString &column : optionalColumns)
-        rows.setValue(column, {});
-    if (row.tipo != tipoRiga::testo) {
-        if (spec_.storesCost)
-            rows.setValue(u"COSTO"_s, row.costo.value_or(0));
-        rows.setValue(u"PREZZO"_s, spec_.storesPrice ? row.prezzo.value_or(0) : 0);
-        if (spec_.hasDiscount)
-            rows.setValue(u"SCONTO"_s, row.sconto.value_or(0));
-        rows.setValue(u"QUANTITA"_s, row.quantita.value_or(0));
-        rows.setValue(u"IMPORTO"_s, row.importo.value_or(0));
-    }
-    if (row.tipo != tipoRiga::testo && row.tipo != tipoRiga::nonImponibile)
-        writeArticleOrService(rows, row);
+    const DocumentRow row = completed(shown);
+    const RowType type = row.type();
+    for (const RowColumn &column : spec_.kind.storedColumns)
+        rows.setValue(column.column, column.types.testFlag(type) ? storedValue(column, row) : QVariant());
     rows.updateBatch();
     // The movement points at the key that the row was really given.
-    if (row.tipo == tipoRiga::articolo)
+    if (type == RowType::Articolo)
         writeMovement(row, rows.integer(spec_.rowKey));
-}
-
-void TMMGInserimentoDocumento::writeArticleOrService(data::DataSet &rows, const DocumentRow &row) const
-{
-    rows.setValue(u"CODICE"_s, row.codice);
-    const int categoryKey = row.idCategoria.value_or(0);
-    const TCodiceTesto category =
-        row.tipo == tipoRiga::articolo ? GetCategoriaAnaMaga(categoryKey) : GetCategoriaServizio(categoryKey);
-    if (category.id > 0) {
-        rows.setValue(u"IDCATEGORIA"_s, category.id);
-        rows.setValue(u"CATEGORIA"_s, category.testo);
-    }
-    // The rate is copied, so that the document keeps the one that applied when it was written.
-    const TAliquotaIVA rate = GetAliquotaIVA(row.idAliquotaIVA.value_or(0));
-    if (rate.id > 0) {
-        rows.setValue(u"IVA_IDALIQUOTA_IVA"_s, rate.id);
-        rows.setValue(u"IVA_CODICE"_s, rate.codice);
-        rows.setValue(u"IVA_DESCRIZIONE"_s, rate.descrizione);
-        rows.setValue(u"IVA_ALIQUOTA"_s, rate.aliquota);
-    }
-    rows.setValue(u"IDUM"_s, orNull(row.idUM));
-    rows.setValue(u"UM"_s, row.um);
 }
 
 void TMMGInserimentoDocumento::writeMovement(const DocumentRow &row, int rowKey)
@@ -206,9 +160,9 @@ void TMMGInserimentoDocumento::writeMovement(const DocumentRow &row, int rowKey)
     movement.dataMovimento = documentDate();
     movement.codice = row.codice;
     movement.descrizione = row.descrizione;
-    movement.idCategoria = GetCategoriaAnaMaga(row.idCategoria.value_or(0)).id;
+    movement.idCategoria = row.idCategoria.value_or(-1);
     movement.tipoMovimento = spec_.movementKind;
-    movement.prezzo = spec_.storesPrice ? row.prezzo.value_or(0) : 0;
+    movement.prezzo = spec_.kind.unitPrice == &DocumentRow::prezzo ? row.prezzo.value_or(0) : 0;
     movement.costo = row.costo.value_or(0);
     movement.quantita = row.quantita.value_or(0) * spec_.quantitySign;
     movement.valore = movementValue(row);

@@ -47,7 +47,7 @@ QWidget *DocumentRowsDelegate::createEditor(QWidget *parent, const QStyleOptionV
                                             const QModelIndex &index) const
 {
     const auto *model = qobject_cast<const DocumentRowsModel *>(index.model());
-    if (model->columns()[index.column()].column == RowColumn::Descrizione) {
+    if (model->columns()[index.column()].format == RowFormat::Memo) {
         auto *memo = new QPlainTextEdit(parent);
         memo->setTabChangesFocus(true);
         memo->setFrameShape(QFrame::Box);
@@ -134,15 +134,15 @@ void DocumentRowsDelegate::initStyleOption(QStyleOptionViewItem *option, const Q
 {
     QStyledItemDelegate::initStyleOption(option, index);
     // Half of a number is another number.
-    if (qobject_cast<const DocumentRowsModel *>(index.model())->isNumber(index.column())) {
+    if (qobject_cast<const DocumentRowsModel *>(index.model())->columns()[index.column()].isNumber()) {
         option->features.setFlag(QStyleOptionViewItem::WrapText, false);
         option->textElideMode = Qt::ElideNone;
     }
 }
 
-DocumentGrid::DocumentGrid(const QList<RowColumnSpec> &columns, QWidget *parent)
+DocumentGrid::DocumentGrid(const DocumentKind &kind, QWidget *parent)
     : QTableView(parent)
-    , model_(new DocumentRowsModel(columns, this))
+    , model_(new DocumentRowsModel(kind, this))
     , delegate_(new DocumentRowsDelegate(this))
 {
     setModel(model_);
@@ -172,7 +172,7 @@ int DocumentGrid::selectedRow() const
     return currentIndex().isValid() ? currentIndex().row() : -1;
 }
 
-void DocumentGrid::select(int row, RowColumn column)
+void DocumentGrid::select(int row, const RowMember &column)
 {
     const QModelIndex index = model_->index(row, std::max(0, model_->indexOf(column)));
     setCurrentIndex(index);
@@ -259,7 +259,7 @@ void DocumentGrid::fitColumns()
     constexpr int frameAndScrollBar = 21;
     constexpr int leastRest = 100;
     const int usable = std::min(width() - frameAndScrollBar, viewport()->width());
-    const QList<RowColumnSpec> &columns = model_->columns();
+    const QList<RowColumn> &columns = model_->columns();
     int used = 0;
     int rest = -1;
     for (int i = 0; i < columns.size(); ++i) {
@@ -268,7 +268,7 @@ void DocumentGrid::fitColumns()
             continue;
         }
         int width = columns[i].percent ? qRound(usable * columns[i].width / 100.0) : columns[i].width;
-        if (model_->isNumber(i))
+        if (columns[i].isNumber())
             width = std::max(width, widthOfNumbers(i));
         setColumnWidth(i, width);
         used += width;

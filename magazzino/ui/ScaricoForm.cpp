@@ -18,23 +18,12 @@ DocumentSpec specScarico(DocumentSpec own)
     own.generalPage = u"Generale"_s;
     own.rowsPage = u"Righe documento "_s;
     own.notesPage = u"Note"_s;
-    own.columns = {{RowColumn::Codice, u"Codice"_s, 13, true},
-                   {RowColumn::Descrizione, u"Descrizione"_s},
-                   {RowColumn::Prezzo, u"Prezzo"_s, 100},
-                   {RowColumn::Quantita, u"Q.tà"_s, 60},
-                   {RowColumn::Importo, u"Importo"_s, 100},
-                   {RowColumn::IVA, u"IVA"_s, 40},
-                   {RowColumn::UM, u"U.M."_s, 50}};
-    if (own.hasDiscount)
-        own.columns.insert(3, {RowColumn::Sconto, u"Sc."_s, 60});
     own.rowCommands.articolo = u"Aggiungi articolo"_s;
     own.rowCommands.servizio = u"Aggiungi servizio"_s;
     own.rowCommands.testo = u"Aggiungi testo"_s;
     own.rowCommands.elimina = u"Elimina riga"_s;
     own.rowCommands.su = u"Sposta riga in alto"_s;
     own.rowCommands.giu = u"Sposta riga in basso"_s;
-    own.unitPrice = &DocumentRow::prezzo;
-    own.storesPrice = true;
     own.movementKind = u"Scarico"_s;
     own.quantitySign = -1;
     return own;

@@ -259,15 +259,13 @@ void TestExport::commandStaysVisibleInTheNarrowestList()
 
 void TestExport::documentRowsExport()
 {
-    DocumentGrid grid({{RowColumn::Codice, u"Codice"_s, 80},
-                       {RowColumn::Descrizione, u"Descrizione"_s},
-                       {RowColumn::Prezzo, u"Prezzo"_s, 80},
-                       {RowColumn::Quantita, u"Quantità"_s, 80}},
-                      nullptr);
-    grid.rowsModel().append({.codice = u"A1"_s, .descrizione = u"-10 cm"_s, .prezzo = 1.5, .quantita = 3});
+    DocumentGrid grid(bollaCarico(), nullptr);
+    grid.rowsModel().append({.codice = u"A1"_s, .descrizione = u"-10 cm"_s, .costo = 1.5, .quantita = 3});
     grid.rowsModel().append({.tipo = tipoRiga::testo, .descrizione = u"Nota"_s});
     const core::Table table = ui::tableOf(grid);
-    QCOMPARE(table.rows, (QList<QVariantList>{{u"A1"_s, u"-10 cm"_s, 1.5, 3.0}, {QString(), u"Nota"_s, {}, {}}}));
+    const QVariant none = QString();
+    QCOMPARE(table.rows, (QList<QVariantList>{{u"A1"_s, u"-10 cm"_s, 1.5, 3.0, 0.0, none, none},
+                                              {none, u"Nota"_s, {}, {}, {}, none, none}}));
     QVERIFY(table.columns[2].currency && !table.columns[3].currency);
 }
 

@@ -192,7 +192,7 @@ void TestDeliveryNoteForm::costOutlivesOpeningAndSaving()
         note().trigger(u"actNuovo"_s);
         note().form().ApriRecord(id);
         note().showPage(1);
-        note().grid()->select(0, RowColumn::Prezzo);
+        note().grid()->select(0, &DocumentRow::prezzo);
         note().trigger(u"actSpostaRigaGiu"_s);
         note().save();
     }

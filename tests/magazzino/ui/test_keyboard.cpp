@@ -42,7 +42,7 @@ void TestKeyboard::keypadPointTypesAComma()
     QCOMPARE(weight->value(), 7.5);
 
     note.addArticle(u"TRA-0018"_s, u"2"_s, u"1"_s);
-    note.grid()->select(0, RowColumn::Quantita);
+    note.grid()->select(0, &DocumentRow::quantita);
     QTest::keyClick(note.grid(), Qt::Key_3); // the first key opens the editor
     auto *editor = test::control<QLineEdit>(note.grid(), u"editorRiga"_s);
     QTest::keyClick(editor, Qt::Key_Period, Qt::KeypadModifier);
@@ -58,7 +58,7 @@ test::Document TestKeyboard::twoArticles() const
     receipt.addArticle(u"TRA-0018"_s, u"2"_s, u"1"_s);
     receipt.addArticle(u"SMA-0750"_s, u"8"_s, u"2"_s);
     receipt.grid()->setFocus();
-    receipt.grid()->select(0, RowColumn::Costo);
+    receipt.grid()->select(0, &DocumentRow::costo);
     return receipt;
 }
 
@@ -100,7 +100,7 @@ void TestKeyboard::tabAndEnterGoThroughTheEditableCells()
     QCOMPARE(test::columnTexts(receipt.grid(), u"Q.tà"_s), QStringList({u"4,00"_s, u"7,00"_s}));
     for (const Qt::KeyboardModifier back : {Qt::NoModifier, Qt::ShiftModifier}) {
         receipt.grid()->setFocus();
-        receipt.grid()->select(0, RowColumn::Costo);
+        receipt.grid()->select(0, &DocumentRow::costo);
         QCOMPARE(digitThen(Qt::Key_9, Qt::Key_F6, back), u"left"_s);
         QCOMPARE(test::cellText(receipt.grid(), 0, u"Costo"_s), u"€ 9,00"_s);
     }
@@ -132,7 +132,7 @@ void TestKeyboard::saveTakesOverTheCellBeingTyped()
     QCOMPARE(receipt.flags(), u"stored"_s);
     receipt.showPage(1);
     receipt.grid()->setFocus();
-    receipt.grid()->select(1, RowColumn::Quantita);
+    receipt.grid()->select(1, &DocumentRow::quantita);
     press(Qt::Key_6);
     press(Qt::Key_Escape);
     QCOMPARE(receipt.flags(), u"stored"_s);

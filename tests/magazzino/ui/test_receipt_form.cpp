@@ -285,7 +285,7 @@ void TestReceiptForm::rowCommands()
     for (const QString &cost : {u"1"_s, u"2"_s, u"3"_s})
         note().addArticle(u"TRA-0018"_s, cost, u"1"_s);
     const auto costs = [this] { return test::columnTexts(note().grid(), u"Costo"_s).join(u' ').remove(u"€ "_s); };
-    note().grid()->select(2, RowColumn::Costo);
+    note().grid()->select(2, &DocumentRow::costo);
     note().form().SetModified(false);
     note().trigger(u"actSpostaRigaGiu"_s); // the last row stays
     QCOMPARE(note().flags(), u"new"_s);

@@ -199,7 +199,7 @@ void TestTyping::cellsReadTheSame()
     note.form().SetModified(false);
     note.form().NuovoRecord();
     note.addArticle(u"TRA-0018"_s, u"2"_s, u"3"_s);
-    note.grid()->select(0, RowColumn::Quantita);
+    note.grid()->select(0, &DocumentRow::quantita);
     // The first key opens the cell.
     keys(note.grid(), typed.left(1));
     auto *editor = test::control<QLineEdit>(note.grid(), u"editorRiga"_s);
@@ -240,7 +240,7 @@ void TestTyping::pastedNumbersAreRead()
     pasteInto(weight, Qt::Key_Tab);
     QTEST(weight->text(), "shown");
     note.addArticle(u"TRA-0018"_s, u"2"_s, u"3"_s);
-    note.grid()->select(0, RowColumn::Quantita);
+    note.grid()->select(0, &DocumentRow::quantita);
     QTest::keyClick(note.grid(), Qt::Key_F2);
     pasteInto(test::control<QWidget>(note.grid(), u"editorRiga"_s), Qt::Key_Return);
     QTEST(test::cellText(note.grid(), 0, u"Q.tà"_s), "shown");

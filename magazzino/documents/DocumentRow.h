@@ -1,4 +1,5 @@
 #pragma once
+#include <QFlags>
 #include <QList>
 #include <QString>
 
@@ -13,7 +14,18 @@ inline const QString testo = QStringLiteral("Testo");
 inline const QString nonImponibile = QStringLiteral("Non imponibile");
 } // namespace tipoRiga
 
-/// One row of a document as it stands in the grid.
+enum class RowType : quint8
+{
+    Testo = 1,
+    NonImponibile = 2,
+    Articolo = 4,
+    Servizio = 8
+};
+Q_DECLARE_FLAGS(RowTypes, RowType)
+Q_DECLARE_OPERATORS_FOR_FLAGS(RowTypes)
+
+/// One row of a document as it stands in the grid. Which column of the database holds a member, and how it is shown and
+/// typed, tells the table of row columns (DocumentKind.cpp).
 struct DocumentRow
 {
     int idRiga = -1; ///< key of the stored row; -1 for one that was never saved
@@ -21,15 +33,21 @@ struct DocumentRow
     QString codice;
     QString descrizione;
     std::optional<int> idCategoria;
+    std::optional<QString> categoria;
     std::optional<double> costo;    ///< EUR per unit
     std::optional<double> prezzo;   ///< EUR per unit
     std::optional<double> sconto;   ///< per cent
     std::optional<double> quantita; ///< always positive here
     std::optional<double> importo;  ///< EUR
     std::optional<int> idAliquotaIVA;
-    QString codiceIVA;
+    std::optional<QString> codiceIVA;
+    std::optional<QString> descrizioneIVA;
+    std::optional<double> aliquotaIVA; ///< per cent
     std::optional<int> idUM;
     QString um;
+
+    /// What `tipo` says; a kind that is not one of the four counts as a service.
+    RowType type() const;
 };
 
 /// What a document counts as its unit price.

@@ -1,6 +1,15 @@
-#include "magazzino/ui/DocumentRow.h"
+#include "magazzino/documents/DocumentRow.h"
 
 #include <QHash>
+
+RowType DocumentRow::type() const
+{
+    if (tipo == tipoRiga::articolo)
+        return RowType::Articolo;
+    if (tipo == tipoRiga::testo)
+        return RowType::Testo;
+    return tipo == tipoRiga::nonImponibile ? RowType::NonImponibile : RowType::Servizio;
+}
 
 DocumentTotals recomputeDocument(QList<DocumentRow> &rows, UnitPrice unitPrice, const VatRateOf &rateOf, bool exempt)
 {

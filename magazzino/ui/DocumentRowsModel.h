@@ -1,0 +1,50 @@
+#pragma once
+#include "magazzino/documents/DocumentKind.h"
+
+#include <QAbstractTableModel>
+
+/// The rows of a document as an editable table. Columns show and take what the table of row columns says of them; a
+/// value out of range is refused and the old one stays.
+class DocumentRowsModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    DocumentRowsModel(const DocumentKind &kind, QObject *parent);
+
+    const QList<DocumentRow> &rows() const { return rows_; }
+    const QList<RowColumn> &columns() const { return columns_; }
+    /// Position of the column that shows a member of the rows, or -1.
+    int indexOf(const RowMember &member) const;
+    /// Shows what `hint` says of a row over its cell in the column of a member.
+    void setHint(const RowMember &member, std::function<QString(const DocumentRow &)> hint);
+
+    void setRows(QList<DocumentRow> rows);
+    void append(const DocumentRow &row);
+    void remove(int row);
+    /// Swaps a row with the one `step` (-1 or 1) away; false when there is none.
+    bool move(int row, int step);
+    /// Lets `change` work on all rows and shows the result.
+    void updateRows(const std::function<void(QList<DocumentRow> &)> &change);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+
+Q_SIGNALS:
+    /// The user changed a cell.
+    void cellEdited(int row);
+    /// The user typed something that the cell refuses; `unreadable` for a text that is no number at all.
+    void cellRefused(const QString &text, bool unreadable);
+
+private:
+    bool takeNumber(DocumentRow &row, const RowColumn &column, const QString &text);
+    bool refuse(const QString &text, bool unreadable = false);
+
+    UnitPrice unitPrice_;
+    QList<RowColumn> columns_;
+    QList<DocumentRow> rows_;
+};
