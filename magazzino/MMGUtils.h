@@ -7,6 +7,8 @@
 /// and runs its own short-lived queries on the module's connection. Unless told otherwise an error reaches the caller
 /// as data::DatabaseError with the database's own text.
 
+struct DocumentKind;
+
 inline const QString packageName = QStringLiteral("Magazzino.bpl");
 
 /// The module's one connection. Throws core::Error when the module is not registered or not created.
@@ -53,9 +55,10 @@ QString GetNotaDocumento(int id);
 
 /// Existence checks: true when a row other than the one with key `idEscluso` (-1 for a new record) has the value.
 ///@{
+/// With the option NUMERAZIONE_UNICA_FATTURE a sales invoice with the number of an accompanying one counts as well.
+bool DocumentoExists(const DocumentKind &kind, int numero, int anno, int idEscluso);
 bool DdTScaricoExists(int numero, int anno, int idEscluso);
 bool BollaCaricoExists(int numero, int anno, int idEscluso);
-/// With the option NUMERAZIONE_UNICA_FATTURE also true when a sales invoice has the number.
 bool FattAccExists(int numero, int anno, int idEscluso);
 bool TipoTrasportoExists(const QString &testo, int idEscluso);
 bool CodiceFornitoreExists(const QString &codice, int idEscluso);
@@ -64,9 +67,10 @@ bool CodiceVettoreExists(const QString &codice, int idEscluso);
 
 /// Next number of a year: the highest plus 1, from 1; gaps are never filled and nothing is reserved.
 ///@{
+/// With the option NUMERAZIONE_UNICA_FATTURE one past the highest of accompanying and sales invoices for the former.
+int GetNextNumeroDocumento(const DocumentKind &kind, int anno);
 int GetNextNumeroDdTScarico(int anno);
 int GetNextNumeroBollaCarico(int anno);
-/// With the option NUMERAZIONE_UNICA_FATTURE one past the highest of accompanying and sales invoices.
 int GetNextNumeroFattAcc(int anno);
 ///@}
 
@@ -83,6 +87,8 @@ bool CanDeleteBollaCarico(int id);
 
 bool DeleteMovimentoMagazzino(int id);
 bool DeleteFornitore(int id);
+/// A document's header and rows; the movements that it made stay.
+bool DeleteDocumento(const DocumentKind &kind, int id, bool ask);
 bool DeleteBollaCarico(int id);
 bool DeleteFatturaAccompagnatoria(int id, bool ask);
 bool DeleteDdTScarico(int id, bool ask);

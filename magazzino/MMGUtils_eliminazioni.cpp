@@ -1,4 +1,5 @@
 #include "magazzino/MMGUtils.h"
+#include "magazzino/documents/DocumentKind.h"
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
@@ -16,13 +17,13 @@ bool unreferenced(const QString &sql)
     return rows.isEmpty() || rows.integer(0, u"NUMERO") <= 0;
 }
 
-// How many documents of the three kinds use a transport reason or type.
+// How many documents use a transport reason or type.
 bool unusedInDocuments(const QString &key, const QString &table, int id)
 {
-    return unreferenced(
-        u"SELECT FIRST 1 ((SELECT COUNT(*) FROM BOLLE_CARICO WHERE %1=%2) + (SELECT COUNT(*) FROM "
-        "DDT_SCARICO WHERE %1=%2) + (SELECT COUNT(*) FROM FATT_ACC WHERE %1=%2)) AS NUMERO FROM %3"_s.arg(
-            key, QString::number(id), table));
+    QStringList counts;
+    for (const DocumentKind *kind : documentKinds())
+        counts.append(u"(SELECT COUNT(*) FROM %1 WHERE %2=%3)"_s.arg(kind->table, key, QString::number(id)));
+    return unreferenced(u"SELECT FIRST 1 (%1) AS NUMERO FROM %2"_s.arg(counts.join(u" + "_s), table));
 }
 
 bool supplierWithoutNotes(const QString &codice)
@@ -121,27 +122,29 @@ bool DeleteFornitore(int id)
     return deleteRecord({u"DELETE FROM FORNITORI WHERE IDFORNITORE="_s}, id, true);
 }
 
-// The stock movements that a document made stay when it goes, as intended: here and for the two kinds below.
+// The stock movements that a document made stay when it goes, as intended.
+bool DeleteDocumento(const DocumentKind &kind, int id, bool ask)
+{
+    const auto remove = [&] {
+        const QString statement = u"DELETE FROM %1 WHERE %2="_s;
+        return deleteRecord({statement.arg(kind.rowTable(), kind.key), statement.arg(kind.table, kind.key)}, id, ask);
+    };
+    return kind.deletionRoutine.isEmpty() ? remove() : core::namingErrors(kind.deletionRoutine, remove);
+}
+
 bool DeleteBollaCarico(int id)
 {
-    return deleteRecord(
-        {u"DELETE FROM BOLLE_CARICO_DETT WHERE IDBOLLA_CARICO="_s, u"DELETE FROM BOLLE_CARICO WHERE IDBOLLA_CARICO="_s},
-        id, true);
+    return DeleteDocumento(bollaCarico(), id, true);
 }
 
 bool DeleteFatturaAccompagnatoria(int id, bool ask)
 {
-    return deleteRecord({u"DELETE FROM FATT_ACC_DETT WHERE IDFATT_ACC="_s, u"DELETE FROM FATT_ACC WHERE IDFATT_ACC="_s},
-                        id, ask);
+    return DeleteDocumento(fatturaAccompagnatoria(), id, ask);
 }
 
 bool DeleteDdTScarico(int id, bool ask)
 {
-    return core::namingErrors(u"DeleteDdTScarico", [&] {
-        return deleteRecord(
-            {u"DELETE FROM DDT_SCARICO_DETT WHERE IDDDT_SCARICO="_s, u"DELETE FROM DDT_SCARICO WHERE IDDDT_SCARICO="_s},
-            id, ask);
-    });
+    return DeleteDocumento(ddtScarico(), id, ask);
 }
 
 bool DeleteTipoTrasporto(int id, bool ask)

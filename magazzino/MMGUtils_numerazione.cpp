@@ -1,4 +1,5 @@
 #include "magazzino/MMGUtils.h"
+#include "magazzino/documents/DocumentKind.h"
 #include "platform/data/Connection.h"
 
 #include <algorithm>
@@ -24,18 +25,24 @@ int nextNumber(const QString &sql)
 
 } // namespace
 
+int GetNextNumeroDocumento(const DocumentKind &kind, int anno)
+{
+    const QString own = highestNumber(kind.table, anno);
+    const bool shared = !kind.numbersTable.isEmpty() && NumerazioneUnicaFattura();
+    return nextNumber(shared ? highestNumber(kind.numbersTable, anno) + u" UNION "_s + own : own);
+}
+
 int GetNextNumeroDdTScarico(int anno)
 {
-    return nextNumber(highestNumber(u"DDT_SCARICO"_s, anno));
+    return GetNextNumeroDocumento(ddtScarico(), anno);
 }
 
 int GetNextNumeroBollaCarico(int anno)
 {
-    return nextNumber(highestNumber(u"BOLLE_CARICO"_s, anno));
+    return GetNextNumeroDocumento(bollaCarico(), anno);
 }
 
 int GetNextNumeroFattAcc(int anno)
 {
-    const QString own = highestNumber(u"FATT_ACC"_s, anno);
-    return nextNumber(NumerazioneUnicaFattura() ? highestNumber(u"FATT_VEND"_s, anno) + u" UNION "_s + own : own);
+    return GetNextNumeroDocumento(fatturaAccompagnatoria(), anno);
 }

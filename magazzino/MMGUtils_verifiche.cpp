@@ -1,4 +1,5 @@
 #include "magazzino/MMGUtils.h"
+#include "magazzino/documents/DocumentKind.h"
 #include "platform/core/Error.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
@@ -12,11 +13,18 @@ bool countsAny(const data::Rows &rows)
     return !rows.isEmpty() && rows.integer(0, u"NUM") > 0;
 }
 
-bool documentExists(const QString &table, const QString &key, int numero, int anno, int idEscluso)
+bool numberExists(const DocumentKind &kind, int numero, int anno, int idEscluso)
 {
-    return countsAny(ModuleConnection().run(
-        u"SELECT COUNT(*) AS NUM FROM %1 WHERE NUMERO = ? AND ANNO = ? AND NOT %2=?"_s.arg(table, key),
+    const bool found = countsAny(ModuleConnection().run(
+        u"SELECT COUNT(*) AS NUM FROM %1 WHERE NUMERO = ? AND ANNO = ? AND NOT %2=?"_s.arg(kind.table, kind.key),
         {numero, anno, idEscluso}));
+    if (kind.numbersTable.isEmpty() || !NumerazioneUnicaFattura())
+        return found;
+    // The document being edited never stands there, so no key is left out.
+    return countsAny(ModuleConnection().select(
+               u"SELECT COUNT(*) AS NUM FROM %1 WHERE NUMERO = :NUMERO AND ANNO = :ANNO"_s.arg(kind.numbersTable),
+               {{u"NUMERO"_s, numero}, {u"ANNO"_s, anno}})) ||
+           found;
 }
 
 // `skip` is the comparison with the key to leave out, up to and with its equals sign.
@@ -29,28 +37,25 @@ bool textExists(const QString &table, const QString &column, const QString &text
 
 } // namespace
 
+bool DocumentoExists(const DocumentKind &kind, int numero, int anno, int idEscluso)
+{
+    const auto check = [&] { return numberExists(kind, numero, anno, idEscluso); };
+    return kind.checkRoutine.isEmpty() ? check() : core::namingErrors(kind.checkRoutine, check);
+}
+
 bool DdTScaricoExists(int numero, int anno, int idEscluso)
 {
-    return documentExists(u"DDT_SCARICO"_s, u"IDDDT_SCARICO"_s, numero, anno, idEscluso);
+    return DocumentoExists(ddtScarico(), numero, anno, idEscluso);
 }
 
 bool BollaCaricoExists(int numero, int anno, int idEscluso)
 {
-    return core::namingErrors(u"BollaCaricoExists", [&] {
-        return documentExists(u"BOLLE_CARICO"_s, u"IDBOLLA_CARICO"_s, numero, anno, idEscluso);
-    });
+    return DocumentoExists(bollaCarico(), numero, anno, idEscluso);
 }
 
 bool FattAccExists(int numero, int anno, int idEscluso)
 {
-    const bool found = documentExists(u"FATT_ACC"_s, u"IDFATT_ACC"_s, numero, anno, idEscluso);
-    if (!NumerazioneUnicaFattura())
-        return found;
-    // The record being edited is never a sales invoice, so no key is left out.
-    return countsAny(ModuleConnection().select(
-               u"SELECT COUNT(*) AS NUM FROM FATT_VEND WHERE NUMERO = :NUMERO AND ANNO = :ANNO"_s,
-               {{u"NUMERO"_s, numero}, {u"ANNO"_s, anno}})) ||
-           found;
+    return DocumentoExists(fatturaAccompagnatoria(), numero, anno, idEscluso);
 }
 
 bool TipoTrasportoExists(const QString &testo, int idEscluso)

@@ -5,6 +5,7 @@
 #include "host/users/Users.h"
 #include "magazzino/Azioni.h"
 #include "magazzino/MMGUtils.h"
+#include "magazzino/documents/DocumentKind.h"
 #include "magazzino/reports/uMMGdmStampe.h"
 #include "magazzino/schema/ModuleSteps.h"
 #include "magazzino/ui/SelectionDialog.h"
@@ -35,22 +36,29 @@ struct DataSetSpec
     data::CursorType cursor = data::CursorType::Keyset;
 };
 
+// Header and rows of every kind of document, both by the header's key.
+QList<DataSetSpec> documentDataSets()
+{
+    QList<DataSetSpec> specs;
+    for (const DocumentKind *kind : documentKinds()) {
+        specs.append({kind->dataSet(), kind->table, kind->key, kind->key});
+        specs.append({kind->rowsDataSet(), kind->rowTable(), kind->key, kind->rowKey()});
+    }
+    return specs;
+}
+
 const QList<DataSetSpec> &dataSetSpecs()
 {
     constexpr auto fixed = data::CursorType::Static;
-    static const QList<DataSetSpec> specs = {
-        {u"adsCausaliTrasporto"_s, u"CAUSALI_TRASPORTO"_s, u"IDCAUSALE_TRASPORTO"_s, u"IDCAUSALE_TRASPORTO"_s},
-        {u"adsDdTScarico"_s, u"DDT_SCARICO"_s, u"IDDDT_SCARICO"_s, u"IDDDT_SCARICO"_s},
-        {u"adsDdTScaricoDett"_s, u"DDT_SCARICO_DETT"_s, u"IDDDT_SCARICO"_s, u"IDDDT_SCARICO_DETT"_s},
-        {u"adsTipiTrasporto"_s, u"TIPI_TRASPORTO"_s, u"IDTIPO_TRASPORTO"_s, u"IDTIPO_TRASPORTO"_s},
-        {u"adsFattAcc"_s, u"FATT_ACC"_s, u"IDFATT_ACC"_s, u"IDFATT_ACC"_s},
-        {u"adsFattAccDett"_s, u"FATT_ACC_DETT"_s, u"IDFATT_ACC"_s, u"IDFATT_ACC_DETT"_s},
-        {u"adsMoviMaga"_s, u"MOVI_MAGA"_s, u"IDMOVI_MAGA"_s, u"IDMOVI_MAGA"_s, fixed},
-        {u"adsFornitore"_s, u"FORNITORI"_s, u"IDFORNITORE"_s, u"IDFORNITORE"_s},
-        {u"adsBollaCarico"_s, u"BOLLE_CARICO"_s, u"IDBOLLA_CARICO"_s, u"IDBOLLA_CARICO"_s},
-        {u"adsBollaCaricoDett"_s, u"BOLLE_CARICO_DETT"_s, u"IDBOLLA_CARICO"_s, u"IDBOLLA_CARICO_DETT"_s},
-        {u"adsVettore"_s, u"VETTORI"_s, u"IDVETTORE"_s, u"IDVETTORE"_s, fixed},
-    };
+    static const QList<DataSetSpec> specs =
+        documentDataSets() +
+        QList<DataSetSpec>{
+            {u"adsCausaliTrasporto"_s, u"CAUSALI_TRASPORTO"_s, u"IDCAUSALE_TRASPORTO"_s, u"IDCAUSALE_TRASPORTO"_s},
+            {u"adsTipiTrasporto"_s, u"TIPI_TRASPORTO"_s, u"IDTIPO_TRASPORTO"_s, u"IDTIPO_TRASPORTO"_s},
+            {u"adsMoviMaga"_s, u"MOVI_MAGA"_s, u"IDMOVI_MAGA"_s, u"IDMOVI_MAGA"_s, fixed},
+            {u"adsFornitore"_s, u"FORNITORI"_s, u"IDFORNITORE"_s, u"IDFORNITORE"_s},
+            {u"adsVettore"_s, u"VETTORI"_s, u"IDVETTORE"_s, u"IDVETTORE"_s, fixed},
+        };
     return specs;
 }
 

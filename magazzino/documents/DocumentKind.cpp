@@ -1,5 +1,7 @@
 #include "magazzino/documents/DocumentKind.h"
 
+#include "magazzino/MMGUtils.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -141,22 +143,135 @@ DocumentKind withColumns(Kind kind, DocumentKind own)
     return own;
 }
 
+QList<DocumentTotal> totals()
+{
+    return {{u"TOTALE_IMPONIBILE"_s, u"lblTotaleImponibile"_s, u"Totale imponibile"_s,
+             [](const DocumentTotals &sums) { return sums.imponibile; }},
+            {u"TOTALE_IMPOSTA"_s, u"lblTotaleImposta"_s, u"Totale imposta"_s,
+             [](const DocumentTotals &sums) { return sums.imposta; }},
+            {u"TOTALE_DOCUMENTO"_s, u"lblTotaleDocumento"_s, u"Totale documento"_s,
+             [](const DocumentTotals &sums) { return sums.documento(); }}};
+}
+
+QList<DocumentTotal> storedAsZero()
+{
+    QList<DocumentTotal> list = totals();
+    for (DocumentTotal &total : list) {
+        total.caption.clear();
+        total.value = [](const DocumentTotals &) { return 0.0; };
+    }
+    return list;
+}
+
+// What delivery notes and accompanying invoices have in common.
+DocumentKind issue(Kind kind, DocumentKind own)
+{
+    own.counterpart = u"CLI_"_s;
+    own.unitPrice = &DocumentRow::prezzo;
+    own.movement.type = u"Scarico"_s;
+    own.movement.sign = -1;
+    own.movement.price = &DocumentRow::prezzo;
+    own.movement.atAverageCost = true;
+    own.captions.generalPage = u"Generale"_s;
+    own.captions.rowsPage = u"Righe documento "_s;
+    own.captions.notesPage = u"Note"_s;
+    RowCommandCaptions &rows = own.captions.rows;
+    rows.articolo = u"Aggiungi articolo"_s;
+    rows.servizio = u"Aggiungi servizio"_s;
+    rows.testo = u"Aggiungi testo"_s;
+    rows.elimina = u"Elimina riga"_s;
+    rows.su = u"Sposta riga in alto"_s;
+    rows.giu = u"Sposta riga in basso"_s;
+    return withColumns(kind, own);
+}
+
 } // namespace
 
 const DocumentKind &bollaCarico()
 {
-    static const DocumentKind kind = withColumns(Kind::Bolla, {.unitPrice = &DocumentRow::costo});
+    static const DocumentKind kind =
+        withColumns(Kind::Bolla,
+                    {.name = u"Bolla di carico"_s,
+                     .table = u"BOLLE_CARICO"_s,
+                     .key = u"IDBOLLA_CARICO"_s,
+                     .dataName = u"BollaCarico"_s,
+                     .formName = u"BolleCarico"_s,
+                     .counterpart = u"FOR_"_s,
+                     .checkRoutine = u"BollaCaricoExists"_s,
+                     .canDelete = CanDeleteBollaCarico,
+                     .keptText = u"Non è possibile eliminare questa bolla di carico,\n\resistono dei dati correlati!"_s,
+                     .unitPrice = &DocumentRow::costo,
+                     .movement = {.type = u"Carico"_s, .note = u"Bolla di carico n. "_s},
+                     .captions = {.entry = u"Inserimento / Modifica bolle di carico"_s,
+                                  .entryMenu = u">Inserimento bolle di carico<"_s,
+                                  .generalPage = u" Generale "_s,
+                                  .rowsPage = u" Righe documento "_s,
+                                  .notesPage = u" Note "_s,
+                                  .rowsGrid = u"gridRigheDocumento"_s,
+                                  .rows = {.articolo = u"Articolo"_s,
+                                           .elimina = u"Rimuovi riga"_s,
+                                           .su = u"Sposta in alto"_s,
+                                           .giu = u"Sposta in basso"_s},
+                                  .list = u"Gestione bolle di carico"_s,
+                                  .listMenu = u">Bolle di carico<"_s,
+                                  .newHint = u"Crea una nuova bolla di carico."_s,
+                                  .editHint = u"Modifica la bolla di carico selezionata."_s},
+                     .totals = totals()});
     return kind;
 }
 
 const DocumentKind &ddtScarico()
 {
-    static const DocumentKind kind = withColumns(Kind::DdT, {.unitPrice = &DocumentRow::prezzo});
+    static const DocumentKind kind =
+        issue(Kind::DdT, {.name = u"D.d.T. di scarico"_s,
+                          .table = u"DDT_SCARICO"_s,
+                          .key = u"IDDDT_SCARICO"_s,
+                          .dataName = u"DdTScarico"_s,
+                          .formName = u"DdTScarico"_s,
+                          .deletionRoutine = u"DeleteDdTScarico"_s,
+                          .movement = {.note = u"D.d.T. di scarico n. "_s},
+                          .print = {.routine = u"StampaDdTScarico"_s, .report = u"DdTScarico"_s},
+                          .captions = {.entry = u"Inserimento / Modifica D.d.T. di scarico"_s,
+                                       .entryMenu = u">Inserimento D.d.T. di scarico<"_s,
+                                       .rowsGrid = u"gridRigheDocumento"_s,
+                                       .list = u"Gestione D.d.T. di scarico"_s,
+                                       .listMenu = u">D.d.T. di scarico<"_s,
+                                       .newHint = u"Crea un nuovo D.d.T. di scarico."_s,
+                                       .editHint = u"Modifica il D.d.T. di scarico selezionato."_s},
+                          .totals = storedAsZero()});
     return kind;
 }
 
 const DocumentKind &fatturaAccompagnatoria()
 {
-    static const DocumentKind kind = withColumns(Kind::Fattura, {.unitPrice = &DocumentRow::prezzo});
+    static const DocumentKind kind =
+        issue(Kind::Fattura, {.name = u"Fattura accompagnatoria"_s,
+                              .table = u"FATT_ACC"_s,
+                              .key = u"IDFATT_ACC"_s,
+                              .dataName = u"FattAcc"_s,
+                              .formName = u"FattureAccompagnatorie"_s,
+                              .numbersTable = u"FATT_VEND"_s,
+                              .editRight = u"Fatture acc. (modifica)"_s,
+                              .deleteRight = u"Fatture acc. (eliminazione)"_s,
+                              .movement = {.note = u"Fattura immediata accompagnatoria n. "_s},
+                              .print = {.routine = u"StampaFatturaAccompagnatoria"_s,
+                                        .report = u"FatturaAccompagnatoria"_s,
+                                        .exemptReport = u"FatturaAccompagnatoriaIVAEsente"_s,
+                                        .vatQuery = u"adsFattAccIva"_s},
+                              .captions = {.entry = u"Inserimento / Modifica fatture accompagnatorie"_s,
+                                           .entryMenu = u">Inserimento fatture accompagnatorie<"_s,
+                                           .rowsGrid = u"gridRigheFattura"_s,
+                                           .rows = {.nonImponibile = u"Aggiungi non imponibile"_s},
+                                           .list = u"Gestione fatture accompagnatorie"_s,
+                                           .listMenu = u">Fatture accompagnatorie<"_s,
+                                           .newHint = u"Crea una nuova fattura accompagnatoria."_s,
+                                           .editHint = u"Modifica la fattura accompagnatoria selezionata."_s},
+                              .totals = totals()});
     return kind;
+}
+
+const QList<const DocumentKind *> &documentKinds()
+{
+    static const QList<const DocumentKind *> kinds = {&bollaCarico(), &ddtScarico(), &fatturaAccompagnatoria()};
+    return kinds;
 }

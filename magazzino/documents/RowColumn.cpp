@@ -12,11 +12,10 @@ struct Overloaded : Handlers...
 
 QVariant storedValue(const RowColumn &column, const DocumentRow &row)
 {
-    return std::visit(
-        Overloaded{[](double fixed) { return QVariant(fixed); },
-                   [&row](QString DocumentRow::*text) { return QVariant(row.*text); },
-                   [&row](auto member) { return (row.*member) ? QVariant(*(row.*member)) : QVariant(); }},
-        column.member);
+    return std::visit(Overloaded{[](double fixed) { return QVariant(fixed); },
+                                 [&row](QString DocumentRow::*text) { return QVariant(row.*text); },
+                                 [&row](auto member) { return (row.*member) ? QVariant(*(row.*member)) : QVariant(); }},
+                      column.member);
 }
 
 void readValue(const RowColumn &column, const QVariant &value, DocumentRow &row)

@@ -19,8 +19,7 @@ enum class RowFormat
     Currency   ///< EUR
 };
 
-inline constexpr RowTypes everyRow =
-    RowType::Testo | RowType::NonImponibile | RowType::Articolo | RowType::Servizio;
+inline constexpr RowTypes everyRow = RowType::Testo | RowType::NonImponibile | RowType::Articolo | RowType::Servizio;
 inline constexpr RowTypes rowsWithAmounts = RowType::NonImponibile | RowType::Articolo | RowType::Servizio;
 inline constexpr RowTypes rowsOfGoods = RowType::Articolo | RowType::Servizio; ///< and services
 

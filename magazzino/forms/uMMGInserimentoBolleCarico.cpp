@@ -12,54 +12,9 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-bool deleteReceipt(QWidget *owner, int id)
-{
-    if (CanDeleteBollaCarico(id))
-        return DeleteBollaCarico(id);
-    core::warn(owner, u"Non è possibile eliminare questa bolla di carico,\n\resistono dei dati correlati!"_s);
-    return false;
-}
-
-DocumentSpec spec()
-{
-    return {
-        .kind = bollaCarico(),
-        .form = {.caption = u"Inserimento / Modifica bolle di carico"_s,
-                 .menuCaption = u">Inserimento bolle di carico<"_s,
-                 .key = u"IDBOLLA_CARICO"_s,
-                 .generator = u"GN_IDBOLLA_CARICO"_s},
-        .headerDataSet = u"adsBollaCarico"_s,
-        .rowsDataSet = u"adsBollaCaricoDett"_s,
-        .rowTable = u"BOLLE_CARICO_DETT"_s,
-        .rowKey = u"IDBOLLA_CARICO_DETT"_s,
-        .rowGenerator = u"GN_IDBOLLA_CARICO_DETT"_s,
-        .generalPage = u" Generale "_s,
-        .rowsPage = u" Righe documento "_s,
-        .notesPage = u" Note "_s,
-        .gridName = u"gridRigheDocumento"_s,
-        .rowCommands = {.articolo = u"Articolo"_s,
-                        .elimina = u"Rimuovi riga"_s,
-                        .su = u"Sposta in alto"_s,
-                        .giu = u"Sposta in basso"_s},
-        .showsTotals = true,
-        .documentKind = u"Bolla di carico"_s,
-        .movementKind = u"Carico"_s,
-        .quantitySign = 1,
-        .movementNote = u"Bolla di carico n. "_s,
-        .nextNumber = GetNextNumeroBollaCarico,
-        .numberExists = BollaCaricoExists,
-        .deleteDocument = deleteReceipt,
-    };
-}
-
-} // namespace
-
 TMMGInserimentoBolleCarico::TMMGInserimentoBolleCarico(QWidget *owner)
-    : TMMGInserimentoDocumento(spec(), owner)
+    : TMMGInserimentoDocumento(bollaCarico(), {}, owner)
 {
-    setObjectName(u"MMGInserimentoBolleCarico"_s);
     auto *layout = new QVBoxLayout(generalPage());
     layout->addWidget(createSupplier());
     layout->addWidget(createTransportType());
@@ -69,7 +24,7 @@ TMMGInserimentoBolleCarico::TMMGInserimentoBolleCarico(QWidget *owner)
     refuseIf([this] { return supplier_->isEmpty(0); }, u"Non è stato selezionato un fornitore!"_s);
     refuseIf([this] { return transportType_->key() < 1; }, u"Non è stato selezionato un tipo di trasporto!"_s);
     refuseIf([this] { return transportReason_->key() < 1; }, u"Non è stata indicata la causale del trasporto!"_s);
-    finishLayout(ui::standardCommands);
+    finishLayout();
     // "Nuovo" leaves the list as it is; this is intended.
     connect(&Modulo(), &TMMGModMagazzino::tableChanged, this, [this](const QString &table) {
         if (table == u"CAUSALI_TRASPORTO"_s)

@@ -15,9 +15,6 @@ class TMMGInserimentoBolleCarico : public TMMGInserimentoDocumento
 public:
     explicit TMMGInserimentoBolleCarico(QWidget *owner);
 
-protected:
-    double movementValue(const DocumentRow &row) const override { return row.costo.value_or(0); }
-
 private:
     QGroupBox *createSupplier();
     QGroupBox *createTransportType();

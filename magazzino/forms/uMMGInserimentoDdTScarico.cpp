@@ -1,9 +1,9 @@
 #include "magazzino/forms/uMMGInserimentoDdTScarico.h"
 
 #include "magazzino/MMGUtils.h"
-#include "magazzino/reports/MMGStampe.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "platform/data/DataSet.h"
+#include "platform/data/SqlText.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -11,46 +11,15 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QString documentKind = u"D.d.T. di scarico"_s;
-
-DocumentSpec spec()
-{
-    return specScarico({
-        .kind = ddtScarico(),
-        .form = {.caption = u"Inserimento / Modifica D.d.T. di scarico"_s,
-                 .menuCaption = u">Inserimento D.d.T. di scarico<"_s,
-                 .key = u"IDDDT_SCARICO"_s,
-                 .generator = u"GN_IDDDT_SCARICO"_s},
-        .headerDataSet = u"adsDdTScarico"_s,
-        .rowsDataSet = u"adsDdTScaricoDett"_s,
-        .rowTable = u"DDT_SCARICO_DETT"_s,
-        .rowKey = u"IDDDT_SCARICO_DETT"_s,
-        .rowGenerator = u"GN_IDDDT_SCARICO_DETT"_s,
-        .gridName = u"gridRigheDocumento"_s,
-        .documentKind = documentKind,
-        .movementNote = u"D.d.T. di scarico n. "_s,
-        .nextNumber = GetNextNumeroDdTScarico,
-        .numberExists = DdTScaricoExists,
-        .deleteDocument = [](QWidget *, int id) { return DeleteDdTScarico(id, true); },
-    });
-}
-
-} // namespace
-
 TMMGInserimentoDdTScarico::TMMGInserimentoDdTScarico(QWidget *owner)
-    : TMMGInserimentoScarico(spec(), owner)
+    : TMMGInserimentoScarico(ddtScarico(), owner)
 {
-    setObjectName(u"MMGInserimentoDdTScarico"_s);
     layOutGeneralPage(createAddressee());
     refuseWithoutCustomer();
     refuseIf([this] { return transportType()->key() <= 0; }, u"Non è stato selezionato un tipo di trasporto!"_s);
     refuseIf([this] { return transportReason()->key() <= 0; }, u"Non è stato selezionata una causale di trasporto!"_s);
     askWithoutTaxData();
-
-    addPrintCommands(StampaDdTScarico);
-    finishLayout({u"actNuovo"_s, u"actElimina"_s, u"actSalva"_s, u"actChiudi"_s, {}, u"actStampa"_s, u"actSalvaPDF"_s});
+    finishLayout();
 }
 
 QGroupBox *TMMGInserimentoDdTScarico::createAddressee()
@@ -121,8 +90,8 @@ void TMMGInserimentoDdTScarico::restoreDetails(const QVariant &state)
 void TMMGInserimentoDdTScarico::completeLoaded(QList<DocumentRow> &rows) const
 {
     const data::Rows movements =
-        connection().run(u"SELECT RIF_DOC_IDRIGA, COSTO FROM MOVI_MAGA WHERE RIF_DOC_TIPO = ? AND RIF_DOC_ID = ?"_s,
-                         {documentKind, IdRecord()});
+        connection().select(u"SELECT RIF_DOC_IDRIGA, COSTO FROM MOVI_MAGA WHERE RIF_DOC_TIPO="_s +
+                            data::quoted(ddtScarico().name) + u" AND RIF_DOC_ID="_s + QString::number(IdRecord()));
     QHash<int, double> costs;
     for (qsizetype i = 0; i < movements.size(); ++i)
         costs.insert(movements.integer(i, u"RIF_DOC_IDRIGA"), movements.number(i, u"COSTO"));

@@ -1,8 +1,6 @@
 #include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
 
-#include "host/users/Users.h"
 #include "magazzino/MMGUtils.h"
-#include "magazzino/reports/MMGStampe.h"
 #include "magazzino/ui/FatturaCiclicaField.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "platform/core/Clock.h"
@@ -18,39 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool deleteInvoice(QWidget *owner, int id)
-{
-    if (UserHasAbilitazione(u"Fatture acc. (eliminazione)"_s, GetKxCurrentUserName(), ModuleConnection()))
-        return DeleteFatturaAccompagnatoria(id, true);
-    host::refuseForRights(owner);
-    return false;
-}
-
-DocumentSpec spec()
-{
-    return specScarico({
-        .kind = fatturaAccompagnatoria(),
-        .form = {.caption = u"Inserimento / Modifica fatture accompagnatorie"_s,
-                 .menuCaption = u">Inserimento fatture accompagnatorie<"_s,
-                 .key = u"IDFATT_ACC"_s,
-                 .generator = u"GN_IDFATT_ACC"_s},
-        .headerDataSet = u"adsFattAcc"_s,
-        .rowsDataSet = u"adsFattAccDett"_s,
-        .rowTable = u"FATT_ACC_DETT"_s,
-        .rowKey = u"IDFATT_ACC_DETT"_s,
-        .rowGenerator = u"GN_IDFATT_ACC_DETT"_s,
-        .gridName = u"gridRigheFattura"_s,
-        .rowCommands = {.nonImponibile = u"Aggiungi non imponibile"_s},
-        .showsTotals = true,
-        .saveRight = u"Fatture acc. (modifica)"_s,
-        .documentKind = u"Fattura accompagnatoria"_s,
-        .movementNote = u"Fattura immediata accompagnatoria n. "_s,
-        .nextNumber = GetNextNumeroFattAcc,
-        .numberExists = FattAccExists,
-        .deleteDocument = deleteInvoice,
-    });
-}
-
 // "Codice: ...", "Descrizione: ...", "Aliquota: ... %" of a row's VAT rate, for the hint over its cell.
 QString vatHint(const DocumentRow &row)
 {
@@ -64,9 +29,8 @@ QString vatHint(const DocumentRow &row)
 } // namespace
 
 TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWidget *owner)
-    : TMMGInserimentoScarico(spec(), owner)
+    : TMMGInserimentoScarico(fatturaAccompagnatoria(), owner)
 {
-    setObjectName(u"MMGInserimentoFattureAccompagnatorie"_s);
     setOpeningSize({1080, 720});
     QAction *contacts = addCommand({.name = u"actVisualizzaContattiCliente"_s,
                                     .caption = u"Visualizza contatti cliente"_s,
@@ -83,8 +47,7 @@ TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWi
     refuseIf([this] { return transportReason()->key() <= 0; }, u"Non è stata indicata la causale del trasporto!"_s);
     askWithoutTaxData();
 
-    addPrintCommands(StampaFatturaAccompagnatoria);
-    finishLayout({u"actNuovo"_s, u"actElimina"_s, u"actSalva"_s, u"actChiudi"_s, {}, u"actStampa"_s, u"actSalvaPDF"_s});
+    finishLayout();
     addOtherMenu();
     grid().rowsModel().setHint(&DocumentRow::codiceIVA, vatHint);
 }

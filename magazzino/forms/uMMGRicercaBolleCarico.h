@@ -1,14 +1,11 @@
 #pragma once
-#include "magazzino/ui/MMGRicercaBase.h"
+#include "magazzino/ui/DocumentList.h"
 
 /// List of the goods receipt notes of one year.
-class TMMGRicercaBolleCarico : public TMMGRicercaBase
+class TMMGRicercaBolleCarico : public TMMGRicercaDocumenti
 {
     Q_OBJECT
 
 public:
     explicit TMMGRicercaBolleCarico(QWidget *owner);
-
-protected:
-    bool deleteRecord(int id) override;
 };

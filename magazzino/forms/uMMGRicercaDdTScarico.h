@@ -1,14 +1,11 @@
 #pragma once
-#include "magazzino/ui/MMGRicercaBase.h"
+#include "magazzino/ui/DocumentList.h"
 
 /// List of the delivery notes of one year.
-class TMMGRicercaDdTScarico : public TMMGRicercaBase
+class TMMGRicercaDdTScarico : public TMMGRicercaDocumenti
 {
     Q_OBJECT
 
 public:
     explicit TMMGRicercaDdTScarico(QWidget *owner);
-
-protected:
-    bool deleteRecord(int id) override;
 };

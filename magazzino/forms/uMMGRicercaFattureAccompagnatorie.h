@@ -1,15 +1,11 @@
 #pragma once
-#include "magazzino/ui/MMGRicercaBase.h"
+#include "magazzino/ui/DocumentList.h"
 
 /// List of the accompanying invoices of one year.
-class TMMGRicercaFattureAccompagnatorie : public TMMGRicercaBase
+class TMMGRicercaFattureAccompagnatorie : public TMMGRicercaDocumenti
 {
     Q_OBJECT
 
 public:
     explicit TMMGRicercaFattureAccompagnatorie(QWidget *owner);
-
-protected:
-    void newRecord() override;
-    bool deleteRecord(int id) override;
 };

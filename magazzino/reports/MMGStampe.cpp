@@ -1,6 +1,7 @@
 #include "magazzino/reports/MMGStampe.h"
 
 #include "magazzino/MMGUtils.h"
+#include "magazzino/documents/DocumentKind.h"
 #include "magazzino/reports/uMMGdmStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Error.h"
@@ -39,14 +40,13 @@ void openCompany(TMMGModMagazzino &module)
 class PrintedRecord
 {
 public:
-    PrintedRecord(report::ReportSystem &system, const data::DataSet &record, const QString &key,
-                  const QString &documentKind)
+    PrintedRecord(report::ReportSystem &system, const data::DataSet &record, const DocumentKind &kind)
         : system_(system)
     {
         if (record.isEmpty())
             return;
-        system_.subject = key + record.text(key);
-        system_.proposedName = NomePDF(documentKind, record.integer(u"NUMERO"_s), record.date(u"DATA"_s));
+        system_.subject = kind.key + record.text(kind.key);
+        system_.proposedName = NomePDF(kind.name, record.integer(u"NUMERO"_s), record.date(u"DATA"_s));
     }
     ~PrintedRecord()
     {
@@ -98,36 +98,33 @@ QString exemptionNote()
 
 } // namespace
 
+void StampaDocumento(const DocumentKind &kind, int id, const QString &file, TKxReportDestination destination)
+{
+    core::namingErrors(kind.print.routine, [&] {
+        TMMGModMagazzino &module = Modulo();
+        openCompany(module);
+        const data::DataSet &document = openByKey(module, kind.dataSet(), kind.key, id);
+        openRows(module, kind.rowsDataSet(), kind.key, id, kind.rowKey());
+        if (!kind.print.vatQuery.isEmpty())
+            openByKey(module, kind.print.vatQuery, kind.key, id);
+        QString report = kind.print.report;
+        if (!kind.print.exemptReport.isEmpty() && isExempt(document)) {
+            report = kind.print.exemptReport;
+            module.rProject->setParameter(u"Param1"_s, exemptionNote());
+        }
+        const PrintedRecord printed(*module.rSystem, document, kind);
+        runDocument(module, report, file, destination);
+    });
+}
+
 void StampaDdTScarico(int id, const QString &file, TKxReportDestination destination)
 {
-    core::namingErrors(u"StampaDdTScarico", [&] {
-        TMMGModMagazzino &module = Modulo();
-        const QString key = u"IDDDT_SCARICO"_s;
-        openCompany(module);
-        const data::DataSet &note = openByKey(module, u"adsDdTScarico"_s, key, id);
-        openRows(module, u"adsDdTScaricoDett"_s, key, id, u"IDDDT_SCARICO_DETT"_s);
-        const PrintedRecord printed(*module.rSystem, note, key, u"D.d.T. di scarico"_s);
-        runDocument(module, u"DdTScarico"_s, file, destination);
-    });
+    StampaDocumento(ddtScarico(), id, file, destination);
 }
 
 void StampaFatturaAccompagnatoria(int id, const QString &file, TKxReportDestination destination)
 {
-    core::namingErrors(u"StampaFatturaAccompagnatoria", [&] {
-        TMMGModMagazzino &module = Modulo();
-        const QString key = u"IDFATT_ACC"_s;
-        openCompany(module);
-        const data::DataSet &invoice = openByKey(module, u"adsFattAcc"_s, key, id);
-        openRows(module, u"adsFattAccDett"_s, key, id, u"IDFATT_ACC_DETT"_s);
-        openByKey(module, u"adsFattAccIva"_s, key, id);
-        QString report = u"FatturaAccompagnatoria"_s;
-        if (isExempt(invoice)) {
-            report = u"FatturaAccompagnatoriaIVAEsente"_s;
-            module.rProject->setParameter(u"Param1"_s, exemptionNote());
-        }
-        const PrintedRecord printed(*module.rSystem, invoice, key, u"Fattura accompagnatoria"_s);
-        runDocument(module, report, file, destination);
-    });
+    StampaDocumento(fatturaAccompagnatoria(), id, file, destination);
 }
 
 QString NomePDF(const QString &documentKind, int numero, QDate data)

@@ -1,14 +1,17 @@
 #pragma once
 #include "host/Corvane3Impl.h"
 
-/// Printing of the two outgoing documents through the module's report project.
+struct DocumentKind;
 
-/// Prints the delivery note with key `id`; without such a note the form comes out empty. `file` is used only when the
-/// destination is the PDF file; every other destination goes to the preview. Errors carry "[StampaDdTScarico]".
+/// Printing of documents through the module's report project.
+
+/// Prints the document with key `id`; without such a document the form comes out empty. `file` is used only when the
+/// destination is the PDF file; every other destination goes to the preview. A VAT-exempt invoice gets its own layout
+/// with the note of the option FATT_IVA_ESENTE_NOTE. Errors carry the routine that the kind names.
+void StampaDocumento(const DocumentKind &kind, int id, const QString &file, TKxReportDestination destination);
+/// The same for a delivery note. Errors carry "[StampaDdTScarico]".
 void StampaDdTScarico(int id, const QString &file, TKxReportDestination destination);
-
-/// The same for the accompanying invoice with key `id`; a VAT-exempt one gets its own layout with the note of the
-/// option FATT_IVA_ESENTE_NOTE. Errors carry "[StampaFatturaAccompagnatoria]".
+/// The same for an accompanying invoice. Errors carry "[StampaFatturaAccompagnatoria]".
 void StampaFatturaAccompagnatoria(int id, const QString &file, TKxReportDestination destination);
 
 /// What list, form and preview of a document propose as the name of its PDF file: "D.d.T. di scarico 12-2026".

@@ -1,5 +1,6 @@
 #include "magazzino/reports/uMMGdmStampe.h"
 
+#include "magazzino/documents/DocumentKind.h"
 #include "platform/core/Error.h"
 #include "platform/data/DataSet.h"
 
@@ -41,27 +42,39 @@ QString sumOf(const QString &column, const QString &alias)
                                                                                                              alias);
 }
 
+// Header and rows of every kind of document that is printed.
+QList<PrintQuery> documentQueries()
+{
+    QList<PrintQuery> queries;
+    for (const DocumentKind *kind : documentKinds()) {
+        if (kind->print.report.isEmpty())
+            continue;
+        const QString connection = u"ds"_s + kind->dataName;
+        queries.append({kind->dataSet(), connection, byKey(kind->table, kind->key)});
+        queries.append({kind->rowsDataSet(), connection + u"Dett"_s, byKey(kind->rowTable(), kind->key)});
+    }
+    return queries;
+}
+
 const QList<PrintQuery> &printQueries()
 {
     static const QString stock = sumOf(u"QUANTITA"_s, u"ESISTENZA"_s);
     static const QString article = u"SELECT ANA_MAGA.CODICE, ANA_MAGA.DESCRIZIONE, "_s;
-    static const QList<PrintQuery> queries = {
-        {u"adsAzienda"_s, u"MMGdsAzienda"_s, companyText()},
-        {u"adsDdTScarico"_s, u"dsDdTScarico"_s, byKey(u"DDT_SCARICO"_s, u"IDDDT_SCARICO"_s)},
-        {u"adsDdTScaricoDett"_s, u"dsDdTScaricoDett"_s, byKey(u"DDT_SCARICO_DETT"_s, u"IDDDT_SCARICO"_s)},
-        {u"adsFattAcc"_s, u"dsFattAcc"_s, byKey(u"FATT_ACC"_s, u"IDFATT_ACC"_s)},
-        {u"adsFattAccDett"_s, u"dsFattAccDett"_s, byKey(u"FATT_ACC_DETT"_s, u"IDFATT_ACC"_s)},
-        {u"adsFattAccIva"_s, u"dsFattAccIva"_s,
-         u"SELECT\r\nSUM(IMPORTO) AS IMPONIBILE,\r\nSUM((IMPORTO * IVA_ALIQUOTA) / 100) AS IMPOSTA,\r\n"
-         "IVA_CODICE,\r\nIVA_DESCRIZIONE,\r\nIVA_ALIQUOTA\r\nFROM FATT_ACC_DETT\r\n"
-         "WHERE IDFATT_ACC = :IDFATT_ACC AND IVA_IDALIQUOTA_IVA IS NOT NULL\r\n"
-         "GROUP BY IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA\r\nORDER BY IVA_CODICE"_s},
-        {u"adsInventario"_s, u"dsInventario"_s, article + stock + u" FROM ANA_MAGA"_s},
-        {u"adsSottoscortaRiordino"_s, u"dsSottoscortaRiordino"_s,
-         article + u"ANA_MAGA.SOTTOSCORTA, ANA_MAGA.RIORDINO, "_s + stock + u" FROM ANA_MAGA"_s},
-        {u"adsInventarioValorizzato"_s, u"dsInventarioValorizzato"_s,
-         article + stock + u", "_s + sumOf(u"VALORE_IMPORTO"_s, u"VALORE"_s) + u" FROM ANA_MAGA"_s},
-    };
+    static const QList<PrintQuery> queries =
+        documentQueries() +
+        QList<PrintQuery>{
+            {u"adsAzienda"_s, u"MMGdsAzienda"_s, companyText()},
+            {u"adsFattAccIva"_s, u"dsFattAccIva"_s,
+             u"SELECT\r\nSUM(IMPORTO) AS IMPONIBILE,\r\nSUM((IMPORTO * IVA_ALIQUOTA) / 100) AS IMPOSTA,\r\n"
+             "IVA_CODICE,\r\nIVA_DESCRIZIONE,\r\nIVA_ALIQUOTA\r\nFROM FATT_ACC_DETT\r\n"
+             "WHERE IDFATT_ACC = :IDFATT_ACC AND IVA_IDALIQUOTA_IVA IS NOT NULL\r\n"
+             "GROUP BY IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA\r\nORDER BY IVA_CODICE"_s},
+            {u"adsInventario"_s, u"dsInventario"_s, article + stock + u" FROM ANA_MAGA"_s},
+            {u"adsSottoscortaRiordino"_s, u"dsSottoscortaRiordino"_s,
+             article + u"ANA_MAGA.SOTTOSCORTA, ANA_MAGA.RIORDINO, "_s + stock + u" FROM ANA_MAGA"_s},
+            {u"adsInventarioValorizzato"_s, u"dsInventarioValorizzato"_s,
+             article + stock + u", "_s + sumOf(u"VALORE_IMPORTO"_s, u"VALORE"_s) + u" FROM ANA_MAGA"_s},
+        };
     return queries;
 }
 

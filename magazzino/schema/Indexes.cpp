@@ -1,5 +1,6 @@
 #include "magazzino/schema/Indexes.h"
 
+#include "magazzino/documents/DocumentKind.h"
 #include "platform/core/Log.h"
 #include "platform/data/Connection.h"
 #include "platform/data/ConnectionString.h"
@@ -15,24 +16,24 @@ namespace {
 
 struct Index
 {
-    QStringView name;
-    QStringView table;
-    QStringView key; ///< what stands behind the table's name
+    QString name;
+    QString table;
+    QString key; ///< what stands behind the table's name
     bool descending = false;
 };
 
 // Each one serves a plan that was measured (docs/performance.md). There is none on the movements' date: the reports
 // would read all movements through it, seventy times slower than one after the other.
-constexpr Index indexes[] = {
-    {u"IX_MMG_MOVI_MAGA_CODICE", u"MOVI_MAGA", u"COMPUTED BY (UPPER(CODICE))"},
-    {u"IX_MMG_MOVI_MAGA_RIF_DOC", u"MOVI_MAGA", u"(RIF_DOC_ID, RIF_DOC_TIPO)"},
-    {u"IX_MMG_BOLLE_CARICO_DETT", u"BOLLE_CARICO_DETT", u"(IDBOLLA_CARICO)"},
-    {u"IX_MMG_DDT_SCARICO_DETT", u"DDT_SCARICO_DETT", u"(IDDDT_SCARICO)"},
-    {u"IX_MMG_FATT_ACC_DETT", u"FATT_ACC_DETT", u"(IDFATT_ACC)"},
-    {u"IX_MMG_BOLLE_CARICO_ANNO", u"BOLLE_CARICO", u"(ANNO, NUMERO)", true},
-    {u"IX_MMG_DDT_SCARICO_ANNO", u"DDT_SCARICO", u"(ANNO, NUMERO)", true},
-    {u"IX_MMG_FATT_ACC_ANNO", u"FATT_ACC", u"(ANNO, NUMERO)", true},
-};
+QList<Index> indexes()
+{
+    QList<Index> list = {{u"IX_MMG_MOVI_MAGA_CODICE"_s, u"MOVI_MAGA"_s, u"COMPUTED BY (UPPER(CODICE))"_s},
+                         {u"IX_MMG_MOVI_MAGA_RIF_DOC"_s, u"MOVI_MAGA"_s, u"(RIF_DOC_ID, RIF_DOC_TIPO)"_s}};
+    for (const DocumentKind *kind : documentKinds()) {
+        list.append({u"IX_MMG_"_s + kind->rowTable(), kind->rowTable(), u'(' + kind->key + u')'});
+        list.append({u"IX_MMG_%1_ANNO"_s.arg(kind->table), kind->table, u"(ANNO, NUMERO)"_s, true});
+    }
+    return list;
+}
 
 QString command(const Index &index)
 {
@@ -70,8 +71,8 @@ void createMissingIndexes(data::Connection &connection)
         if (settings.isOdbc)
             return;
         const QSet<QString> present = presentIndexes(connection);
-        for (const Index &index : indexes) {
-            if (!present.contains(index.name.toString()))
+        for (const Index &index : indexes()) {
+            if (!present.contains(index.name))
                 create(settings.address, index);
         }
     } catch (const std::exception &error) {

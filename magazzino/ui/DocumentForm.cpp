@@ -19,21 +19,44 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-ui::EntryFormSpec namedDocument(ui::EntryFormSpec form)
+const QStringList printedCommands = {u"actNuovo"_s,  u"actElimina"_s, u"actSalva"_s, u"actChiudi"_s, {},
+                                     u"actStampa"_s, u"actSalvaPDF"_s};
+
+ui::EntryFormSpec formOf(const DocumentKind &kind, ui::EntryFormSpec form)
 {
+    form.caption = kind.captions.entry;
+    form.menuCaption = kind.captions.entryMenu;
+    form.key = kind.key;
+    form.generator = kind.generator();
     form.subject = u"Il documento"_s;
     return form;
 }
 
 } // namespace
 
-TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWidget *owner)
-    : TMMGInserimento(namedDocument(spec.form), &Modulo().dataSet(spec.headerDataSet), owner)
-    , spec_(spec)
+TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentKind &kind, ui::EntryFormSpec behaviour,
+                                                   QWidget *owner)
+    : TMMGInserimento(formOf(kind, std::move(behaviour)), &Modulo().dataSet(kind.dataSet()), owner)
+    , kind_(kind)
 {
+    setObjectName(u"MMGInserimento"_s + kind.formName);
     setOpeningSize({1060, 620});
     setMinimumSize(720, 340);
+    createHeading();
+    mainLayout()->addWidget(pages(), 1);
+    generalPage_ = addPage(kind.captions.generalPage);
+    setTabOrder(number_->widget(), date_->widget());
+    setTabOrder(date_->widget(), pages());
+    setFocusProxy(number_->widget());
 
+    if (!kind.editRight.isEmpty())
+        refuseFirstIf([this] { return !mayEdit(kind_); }, host::missingRight);
+    refuseIf([this] { return DocumentoExists(kind_, numero(), documentDate().year(), storedKey()); },
+             u"Esiste già un documento con questo numero!"_s);
+}
+
+void TMMGInserimentoDocumento::createHeading()
+{
     number_ = declare(new ui::IntegerField(
         {.name = u"txtNumero"_s, .label = u"N."_s, .column = u"NUMERO"_s, .minimum = 1, .initial = 1}, this));
     date_ = declare(new ui::DateField(
@@ -42,54 +65,47 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentSpec &spec, QWi
     place(heading, number_, 0, 0);
     place(heading, date_, 0, 1);
     heading->setColumnStretch(4, 1);
-    if (!spec.saveRight.isEmpty()) {
-        readOnly_ = new QLabel(u"Sola lettura"_s, this);
-        readOnly_->setObjectName(u"lblSolaLettura"_s);
-        readOnly_->setToolTip(u"Per salvare serve il diritto \"%1\"."_s.arg(spec.saveRight));
-        QFont bold = readOnly_->font();
-        bold.setBold(true);
-        readOnly_->setFont(bold);
-        heading->addWidget(readOnly_, 0, 5);
-    }
+    if (!kind_.editRight.isEmpty())
+        heading->addWidget(createReadOnlyHint(), 0, 5);
     heading->setHorizontalSpacing(8);
     mainLayout()->addLayout(heading);
-    mainLayout()->addWidget(pages(), 1);
-    generalPage_ = addPage(spec.generalPage);
-    setTabOrder(number_->widget(), date_->widget());
-    setTabOrder(date_->widget(), pages());
-    setFocusProxy(number_->widget());
-
-    if (!spec.saveRight.isEmpty())
-        refuseFirstIf([this] { return !holdsSaveRight(); },
-                      u"Non si dispone di diritti sufficienti per eseguire questa operazione."_s);
-    refuseIf([this] { return spec_.numberExists(numero(), documentDate().year(), storedKey()); },
-             u"Esiste già un documento con questo numero!"_s);
 }
 
-void TMMGInserimentoDocumento::finishLayout(const QStringList &commands)
+QLabel *TMMGInserimentoDocumento::createReadOnlyHint()
 {
+    readOnly_ = new QLabel(u"Sola lettura"_s, this);
+    readOnly_->setObjectName(u"lblSolaLettura"_s);
+    readOnly_->setToolTip(u"Per salvare serve il diritto \"%1\"."_s.arg(kind_.editRight));
+    QFont bold = readOnly_->font();
+    bold.setBold(true);
+    readOnly_->setFont(bold);
+    return readOnly_;
+}
+
+void TMMGInserimentoDocumento::finishLayout()
+{
+    addPrintCommands();
     createRowsPage();
     addFurtherPages();
-    QWidget *notesPage = addPage(spec_.notesPage);
-    notes_ = declare(new ui::MemoField({.name = u"txtNote"_s, .label = u"Note"_s, .column = u"NOTE"_s}, notesPage));
-    auto *notesLayout = new QVBoxLayout(notesPage);
-    auto *notesLabel = new QLabel(notes_->label(), notesPage);
-    notesLabel->setBuddy(notes_->widget());
-    notesLayout->addWidget(notesLabel);
-    notesLayout->addWidget(notes_->widget());
-    if (spec_.showsTotals)
-        mainLayout()->addWidget(createTotals());
-    start(commands);
+    createNotesPage();
+    mainLayout()->addWidget(createTotals());
+    start(kind_.print.report.isEmpty() ? ui::standardCommands : printedCommands);
 }
 
-bool TMMGInserimentoDocumento::holdsSaveRight() const
+void TMMGInserimentoDocumento::createNotesPage()
 {
-    return spec_.saveRight.isEmpty() || UserHasAbilitazione(spec_.saveRight, GetKxCurrentUserName(), connection());
+    QWidget *page = addPage(kind_.captions.notesPage);
+    notes_ = declare(new ui::MemoField({.name = u"txtNote"_s, .label = u"Note"_s, .column = u"NOTE"_s}, page));
+    auto *layout = new QVBoxLayout(page);
+    auto *label = new QLabel(notes_->label(), page);
+    label->setBuddy(notes_->widget());
+    layout->addWidget(label);
+    layout->addWidget(notes_->widget());
 }
 
 bool TMMGInserimentoDocumento::mayStartNew()
 {
-    if (holdsSaveRight())
+    if (mayEdit(kind_))
         return true;
     host::refuseForRights(this);
     return false;
@@ -97,14 +113,14 @@ bool TMMGInserimentoDocumento::mayStartNew()
 
 void TMMGInserimentoDocumento::createRowsPage()
 {
-    QWidget *page = addPage(spec_.rowsPage);
+    QWidget *page = addPage(kind_.captions.rowsPage);
     auto *layout = new QVBoxLayout(page);
     layout->setSpacing(2);
     QToolBar *bar = newToolBar(u"tBarRighe"_s);
     createRowCommands(bar);
     layout->addWidget(bar);
-    grid_ = new DocumentGrid(spec_.kind, page);
-    grid_->setObjectName(spec_.gridName);
+    grid_ = new DocumentGrid(kind_, page);
+    grid_->setObjectName(kind_.captions.rowsGrid);
     layout->addWidget(grid_, 1);
     connect(grid_, &DocumentGrid::typing, this, &TMMGInserimentoDocumento::SetTyping);
     connect(&grid_->rowsModel(), &DocumentRowsModel::cellEdited, this, &TMMGInserimentoDocumento::cellEdited);
@@ -115,7 +131,7 @@ void TMMGInserimentoDocumento::createRowsPage()
 
 void TMMGInserimentoDocumento::createRowCommands(QToolBar *bar)
 {
-    const RowCommandCaptions &captions = spec_.rowCommands;
+    const RowCommandCaptions &captions = kind_.captions.rows;
     const QList<ui::Command> commands = {
         {u"actAggiungiArticolo"_s, captions.articolo, [this] { aggiungiArticolo(); }, ui::Icon::Add,
          QKeySequence(u"Ctrl+Ins"_s)},
@@ -145,39 +161,40 @@ QWidget *TMMGInserimentoDocumento::createTotals()
     auto *line = new QHBoxLayout(box);
     line->setContentsMargins(0, 0, 0, 0);
     line->addStretch();
-    const QList<std::pair<QString, QString>> totals = {{u"lblTotaleImponibile"_s, u"Totale imponibile"_s},
-                                                       {u"lblTotaleImposta"_s, u"Totale imposta"_s},
-                                                       {u"lblTotaleDocumento"_s, u"Totale documento"_s}};
-    for (const auto &[name, caption] : totals) {
+    for (const DocumentTotal &total : kind_.totals) {
+        if (total.caption.isEmpty())
+            continue;
         line->addSpacing(12);
-        auto *title = new QLabel(caption, box);
+        auto *title = new QLabel(total.caption, box);
         // Once numbers need more room than the smallest form has, the captions are cut and not the numbers.
         title->setMinimumWidth(1);
         line->addWidget(title);
-        auto *value = new QLabel(box);
-        value->setObjectName(name);
-        value->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-        value->setMargin(4);
-        value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        value->setMinimumWidth(fontMetrics().horizontalAdvance(u"-€ 99.999.999,99"_s) + 16);
-        QFont bold = value->font();
-        bold.setBold(totalLabels_.size() == 2);
-        value->setFont(bold);
-        line->addWidget(value);
-        totalLabels_.append(value);
+        line->addWidget(createTotal(total, box));
     }
     box->setMinimumWidth(box->sizeHint().width());
+    box->setHidden(totalLabels_.isEmpty());
     return box;
 }
 
-void TMMGInserimentoDocumento::showTotals(double imponibile, double imposta, double documento)
+QLabel *TMMGInserimentoDocumento::createTotal(const DocumentTotal &total, QWidget *box)
 {
-    if (!spec_.showsTotals)
-        return;
-    const QList<double> totals = {imponibile, imposta, documento};
-    for (qsizetype i = 0; i < totals.size(); ++i) {
-        QLabel *label = totalLabels_[i];
-        label->setText(core::formatCurrency(totals[i]));
+    auto *label = new QLabel(box);
+    label->setObjectName(total.control);
+    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    label->setMargin(4);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    label->setMinimumWidth(fontMetrics().horizontalAdvance(u"-€ 99.999.999,99"_s) + 16);
+    QFont bold = label->font();
+    bold.setBold(total.column == kind_.totals.constLast().column);
+    label->setFont(bold);
+    totalLabels_.append({total, label});
+    return label;
+}
+
+void TMMGInserimentoDocumento::showTotals(const std::function<double(const DocumentTotal &)> &amountOf)
+{
+    for (const auto &[total, label] : std::as_const(totalLabels_)) {
+        label->setText(core::formatCurrency(amountOf(total)));
         label->setMinimumWidth(std::max(label->minimumWidth(), label->sizeHint().width()));
     }
 }
@@ -185,14 +202,15 @@ void TMMGInserimentoDocumento::showTotals(double imponibile, double imposta, dou
 DocumentTotals TMMGInserimentoDocumento::AggiornaTotaliDocumento()
 {
     const VatRateOf rateOf = [this](int key) -> std::optional<double> {
-        if (!spec_.showsTotals)
+        // Nobody sees or stores the tax.
+        if (totalLabels_.isEmpty())
             return {};
         const TAliquotaIVA rate = GetAliquotaIVA(key);
         return rate.id > 0 ? std::optional(rate.aliquota) : std::nullopt;
     };
     grid_->rowsModel().updateRows(
-        [&](QList<DocumentRow> &rows) { totals_ = recomputeDocument(rows, spec_.kind.unitPrice, rateOf, isExempt()); });
-    showTotals(totals_.imponibile, totals_.imposta, totals_.documento());
+        [&](QList<DocumentRow> &rows) { totals_ = recomputeDocument(rows, kind_.unitPrice, rateOf, isExempt()); });
+    showTotals([this](const DocumentTotal &total) { return total.value(totals_); });
     return totals_;
 }
 
@@ -200,16 +218,16 @@ DocumentTotals TMMGInserimentoDocumento::AggiornaTotaliDocumento()
 void TMMGInserimentoDocumento::showRight()
 {
     if (readOnly_)
-        readOnly_->setVisible(!holdsSaveRight());
+        readOnly_->setVisible(!mayEdit(kind_));
 }
 
 void TMMGInserimentoDocumento::resetDetails()
 {
     showRight();
-    number_->setValue(spec_.nextNumber(core::today().year()));
+    number_->setValue(GetNextNumeroDocumento(kind_, core::today().year()));
     grid_->rowsModel().setRows({});
     totals_ = {};
-    showTotals(0, 0, 0);
+    showTotals([](const DocumentTotal &) { return 0; });
 }
 
 // Row changes
@@ -233,7 +251,7 @@ void TMMGInserimentoDocumento::addRow(const DocumentRow &row)
         rowsChanged();
     }
     grid_->select(model.rowCount() - 1,
-                  row.tipo == tipoRiga::testo ? RowMember(&DocumentRow::descrizione) : RowMember(spec_.kind.unitPrice));
+                  row.tipo == tipoRiga::testo ? RowMember(&DocumentRow::descrizione) : RowMember(kind_.unitPrice));
     grid_->setFocus();
 }
 

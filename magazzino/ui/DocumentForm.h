@@ -1,52 +1,11 @@
 #pragma once
-#include "host/Corvane3Impl.h"
+#include "magazzino/ui/DocumentCommands.h"
 #include "magazzino/ui/DocumentGrid.h"
 #include "magazzino/ui/MMGInserimento.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Fields.h"
 
 class QLabel;
-struct TMoviMaga;
-
-/// Captions of the row commands; a command with an empty caption does not exist.
-struct RowCommandCaptions
-{
-    QString articolo;
-    QString servizio;
-    QString testo;
-    QString nonImponibile;
-    QString elimina;
-    QString su;
-    QString giu;
-};
-
-/// Everything in which one kind of document differs from another.
-struct DocumentSpec
-{
-    const DocumentKind &kind;
-    ui::EntryFormSpec form;
-    QString headerDataSet; ///< of the module
-    QString rowsDataSet;   ///< of the module, by the header's key
-    QString rowTable;
-    QString rowKey;
-    QString rowGenerator;
-    QString generalPage; ///< page captions
-    QString rowsPage;
-    QString notesPage;
-    QString gridName;
-    RowCommandCaptions rowCommands;
-    bool showsTotals = false; ///< and stores them; otherwise the stored totals are 0
-
-    QString saveRight;    ///< named right that saving and starting a new document need; none while empty
-    QString documentKind; ///< RIF_DOC_TIPO of the movements
-    QString movementKind; ///< TIPO_MOVIMENTO
-    int quantitySign = 1; ///< 1 for goods in, -1 for goods out
-    QString movementNote; ///< before the document's number
-
-    std::function<int(int anno)> nextNumber;
-    std::function<bool(int numero, int anno, int idEscluso)> numberExists;
-    std::function<bool(QWidget *owner, int id)> deleteDocument; ///< with its questions; true when it is gone
-};
 
 /// The form of a document that moves stock: number and date, header pages, rows, notes. Saving writes the header,
 /// rewrites all rows and for each article row one stock movement, in one transaction.
@@ -55,7 +14,8 @@ class TMMGInserimentoDocumento : public TMMGInserimento<ui::EntryForm>
     Q_OBJECT
 
 public:
-    TMMGInserimentoDocumento(const DocumentSpec &spec, QWidget *owner);
+    /// `behaviour` tells closing question and failed saves; the rest of the form's own comes from `kind`.
+    TMMGInserimentoDocumento(const DocumentKind &kind, ui::EntryFormSpec behaviour, QWidget *owner);
 
     /// Recomputes row amounts and the shown totals.
     DocumentTotals AggiornaTotaliDocumento();
@@ -67,13 +27,8 @@ protected:
     int numero() const { return number_->value(); }
     QDate documentDate() const { return date_->date(); }
 
-    /// Adds rows and notes pages and the commands, then starts a new document. `commands` of the form's tool bar and
-    /// menu; an empty name is a separator.
-    void finishLayout(const QStringList &commands);
-
-    /// Adds the commands "Stampa" and "Salva in PDF" over the document's print routine (key, PDF file, destination).
-    using PrintRoutine = std::function<void(int id, const QString &file, TKxReportDestination destination)>;
-    void addPrintCommands(const PrintRoutine &print);
+    /// Adds rows and notes pages and the commands, then starts a new document.
+    void finishLayout();
 
     void resetDetails() override;
     void clearDetails() override;
@@ -86,10 +41,8 @@ protected:
     void writeDetails() override;
     QVariant detailState() const override;
     void restoreDetails(const QVariant &state) override;
-    bool deleteStored(int id) override { return spec_.deleteDocument(this, id); }
+    bool deleteStored(int id) override { return eliminaDocumento(kind_, this, id); }
 
-    /// Value per unit that an article row's movement is booked at, EUR.
-    virtual double movementValue(const DocumentRow &row) const = 0;
     /// Completes loaded rows with what their own table does not store.
     virtual void completeLoaded(QList<DocumentRow> &) const {}
     /// Does no VAT arise on the whole document?
@@ -104,8 +57,12 @@ protected:
 private:
     void createRowsPage();
     void createRowCommands(QToolBar *bar);
-    QWidget *createTotals();
+    void createHeading();
+    QLabel *createReadOnlyHint();
     void showRight();
+    void createNotesPage();
+    QWidget *createTotals();
+    QLabel *createTotal(const DocumentTotal &total, QWidget *box);
     void addRow(const DocumentRow &row);
     /// Appends a row for an article or a service; nothing when it was not found.
     template <typename Voce>
@@ -124,15 +81,16 @@ private:
     void writeRow(data::DataSet &rows, const DocumentRow &row);
     void writeMovement(const DocumentRow &row, int rowKey);
     bool savedForPrinting();
-    void showTotals(double imponibile, double imposta, double documento);
+    void addPrintCommands();
+    void showTotals(const std::function<double(const DocumentTotal &)> &amountOf);
 
-    DocumentSpec spec_;
-    ui::IntegerField *number_;
-    ui::DateField *date_;
-    QWidget *generalPage_;
+    const DocumentKind &kind_;
+    ui::IntegerField *number_ = nullptr;
+    ui::DateField *date_ = nullptr;
+    QWidget *generalPage_ = nullptr;
     DocumentGrid *grid_ = nullptr;
     ui::MemoField *notes_ = nullptr;
-    QList<QLabel *> totalLabels_;
+    QList<std::pair<DocumentTotal, QLabel *>> totalLabels_;
     QLabel *readOnly_ = nullptr; ///< only where saving needs a right
     DocumentTotals totals_;
 };

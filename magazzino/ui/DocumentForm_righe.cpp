@@ -60,7 +60,7 @@ void TMMGInserimentoDocumento::recordMissing()
 
 data::DataSet *TMMGInserimentoDocumento::details() const
 {
-    return &Modulo().dataSet(spec_.rowsDataSet);
+    return &Modulo().dataSet(kind_.rowsDataSet());
 }
 
 void TMMGInserimentoDocumento::loadDetails()
@@ -73,15 +73,14 @@ void TMMGInserimentoDocumento::loadDetails()
     completeLoaded(loaded);
     grid_->rowsModel().setRows(loaded);
     grid_->fitRowHeights();
-    showTotals(record().number(u"TOTALE_IMPONIBILE"_s), record().number(u"TOTALE_IMPOSTA"_s),
-               record().number(u"TOTALE_DOCUMENTO"_s));
+    showTotals([this](const DocumentTotal &total) { return record().number(total.column); });
 }
 
 // The shown totals are not always those of the rows: an opened document shows the stored ones.
 QVariant TMMGInserimentoDocumento::detailState() const
 {
     QStringList totals;
-    for (const QLabel *label : totalLabels_)
+    for (const auto &[total, label] : totalLabels_)
         totals.append(label->text());
     return QVariantList{QVariant::fromValue(grid_->rowsModel().rows()), totals};
 }
@@ -92,14 +91,14 @@ void TMMGInserimentoDocumento::restoreDetails(const QVariant &state)
     grid_->fitRowHeights();
     const QStringList totals = state.toList().value(1).toStringList();
     for (qsizetype i = 0; i < totals.size(); ++i)
-        totalLabels_[i]->setText(totals[i]);
+        totalLabels_[i].second->setText(totals[i]);
 }
 
 DocumentRow TMMGInserimentoDocumento::readRow(const data::DataSet &rows) const
 {
-    DocumentRow row{.idRiga = rows.integer(spec_.rowKey), .tipo = rows.text(u"TIPO_RIGA"_s)};
+    DocumentRow row{.idRiga = rows.integer(kind_.rowKey()), .tipo = rows.text(u"TIPO_RIGA"_s)};
     const RowType type = row.type();
-    for (const RowColumn &column : spec_.kind.storedColumns) {
+    for (const RowColumn &column : kind_.storedColumns) {
         if (column.types.testFlag(type))
             readValue(column, rows.value(column.column), row);
     }
@@ -113,10 +112,8 @@ void TMMGInserimentoDocumento::prepareSave()
 
 void TMMGInserimentoDocumento::writeComputed(data::DataSet &record) const
 {
-    const DocumentTotals stored = spec_.showsTotals ? totals_ : DocumentTotals();
-    record.setValue(u"TOTALE_IMPONIBILE"_s, stored.imponibile);
-    record.setValue(u"TOTALE_IMPOSTA"_s, stored.imposta);
-    record.setValue(u"TOTALE_DOCUMENTO"_s, stored.documento());
+    for (const DocumentTotal &total : kind_.totals)
+        record.setValue(total.column, total.value(totals_));
 }
 
 // Rows and movements are always rewritten whole: what an earlier save wrote goes first.
@@ -125,13 +122,13 @@ void TMMGInserimentoDocumento::writeDetails()
     // A document that was deleted leaves its movements behind. Written anew under another key, it takes them along.
     for (const int key : {replacedKey(), IdRecord()}) {
         if (key >= 0)
-            connection().execute(u"DELETE FROM MOVI_MAGA WHERE RIF_DOC_TIPO="_s + data::quoted(spec_.documentKind) +
+            connection().execute(u"DELETE FROM MOVI_MAGA WHERE RIF_DOC_TIPO="_s + data::quoted(kind_.name) +
                                  u" AND RIF_DOC_ID="_s + QString::number(key));
     }
-    connection().execute(u"DELETE FROM %1 WHERE %2=%3"_s.arg(spec_.rowTable, spec_.form.key).arg(IdRecord()));
+    connection().execute(u"DELETE FROM %1 WHERE %2=%3"_s.arg(kind_.rowTable(), kind_.key).arg(IdRecord()));
     data::DataSet &rows = *details();
     if (!rows.isOpen()) {
-        rows.setParameter(spec_.form.key, IdRecord());
+        rows.setParameter(kind_.key, IdRecord());
         rows.open();
     }
     rows.forgetRows();
@@ -142,16 +139,16 @@ void TMMGInserimentoDocumento::writeDetails()
 void TMMGInserimentoDocumento::writeRow(data::DataSet &rows, const DocumentRow &shown)
 {
     rows.append();
-    rows.setValue(spec_.rowKey, connection().lastGeneratorValue(spec_.rowGenerator) + 1);
-    rows.setValue(spec_.form.key, IdRecord());
+    rows.setValue(kind_.rowKey(), connection().lastGeneratorValue(kind_.rowGenerator()) + 1);
+    rows.setValue(kind_.key, IdRecord());
     const DocumentRow row = completed(shown);
     const RowType type = row.type();
-    for (const RowColumn &column : spec_.kind.storedColumns)
+    for (const RowColumn &column : kind_.storedColumns)
         rows.setValue(column.column, column.types.testFlag(type) ? storedValue(column, row) : QVariant());
     rows.updateBatch();
     // The movement points at the key that the row was really given.
     if (type == RowType::Articolo)
-        writeMovement(row, rows.integer(spec_.rowKey));
+        writeMovement(row, rows.integer(kind_.rowKey()));
 }
 
 void TMMGInserimentoDocumento::writeMovement(const DocumentRow &row, int rowKey)
@@ -161,16 +158,17 @@ void TMMGInserimentoDocumento::writeMovement(const DocumentRow &row, int rowKey)
     movement.codice = row.codice;
     movement.descrizione = row.descrizione;
     movement.idCategoria = row.idCategoria.value_or(-1);
-    movement.tipoMovimento = spec_.movementKind;
-    movement.prezzo = spec_.kind.unitPrice == &DocumentRow::prezzo ? row.prezzo.value_or(0) : 0;
+    movement.tipoMovimento = kind_.movement.type;
+    movement.prezzo = kind_.movement.price ? (row.*kind_.movement.price).value_or(0) : 0;
     movement.costo = row.costo.value_or(0);
-    movement.quantita = row.quantita.value_or(0) * spec_.quantitySign;
-    movement.valore = movementValue(row);
+    movement.quantita = row.quantita.value_or(0) * kind_.movement.sign;
+    movement.valore =
+        kind_.movement.atAverageCost ? GetValoreScaricoCostoMedio(row.codice, documentDate()) : row.costo.value_or(0);
     movement.valoreImporto = movement.valore * movement.quantita;
     movement.idCausaleMaga = documentReason;
-    movement.rifDocTipo = spec_.documentKind;
+    movement.rifDocTipo = kind_.name;
     movement.rifDocId = IdRecord();
     movement.rifDocIdRiga = rowKey;
-    movement.note = spec_.movementNote + QString::number(numero()) + u" del "_s + core::formatDate(documentDate());
+    movement.note = kind_.movement.note + QString::number(numero()) + u" del "_s + core::formatDate(documentDate());
     AggiornaMoviMaga(movement, true);
 }

@@ -1,5 +1,4 @@
 #pragma once
-#include "host/Corvane3Impl.h"
 #include "platform/ui/SearchForm.h"
 
 /// A search list of the module: opens its entry form through the module's action. It hides when it closes and comes
@@ -18,23 +17,10 @@ public:
 protected:
     ui::EntryForm &entryForm() override;
 
-    /// Adds the commands "Stampa" and "Salva in PDF" on the selected document (key, PDF file, destination).
-    using PrintRoutine = std::function<void(int id, const QString &file, TKxReportDestination destination)>;
-    void addPrintCommands(const PrintRoutine &print, const QString &documentKind);
-
 private:
     QString entryAction_;
 };
 
-/// Commands of a document list that can be printed.
-inline const QStringList documentListCommands =
-    ui::listCommands + QStringList{QString(), QStringLiteral("actStampa"), QStringLiteral("actSalvaPDF")};
-
 /// Columns and filters of the lists of suppliers and carriers.
 QList<ui::ListColumn> anagraficaColumns();
 QList<ui::ListFilter> anagraficaFilters();
-/// Columns of the document lists: number, date, and code and name of the counterpart, whose columns begin with
-/// `prefix`.
-QList<ui::ListColumn> documentColumns(const QString &prefix);
-/// Their filters: code and name of the counterpart and the year, whose condition begins with `yearCondition`.
-QList<ui::ListFilter> documentFilters(const QString &prefix, const QString &yearCondition);

@@ -10,25 +10,6 @@
 
 using namespace Qt::StringLiterals;
 
-DocumentSpec specScarico(DocumentSpec own)
-{
-    own.form.closing = ui::ClosingQuestion::SaveFirst;
-    // After a failed save the document counts as saved, so that the next save edits; this is intended.
-    own.form.afterFailedSave = ui::AfterFailedSave::AsAfterSave;
-    own.generalPage = u"Generale"_s;
-    own.rowsPage = u"Righe documento "_s;
-    own.notesPage = u"Note"_s;
-    own.rowCommands.articolo = u"Aggiungi articolo"_s;
-    own.rowCommands.servizio = u"Aggiungi servizio"_s;
-    own.rowCommands.testo = u"Aggiungi testo"_s;
-    own.rowCommands.elimina = u"Elimina riga"_s;
-    own.rowCommands.su = u"Sposta riga in alto"_s;
-    own.rowCommands.giu = u"Sposta riga in basso"_s;
-    own.movementKind = u"Scarico"_s;
-    own.quantitySign = -1;
-    return own;
-}
-
 namespace {
 
 // Positions of the copied texts in an addressee's labels.
@@ -44,6 +25,13 @@ ui::TextField *destinationField(const QString &name, const QString &label, const
 }
 
 } // namespace
+
+// After a failed save the document counts as saved, so that the next save edits; this is intended.
+TMMGInserimentoScarico::TMMGInserimentoScarico(const DocumentKind &kind, QWidget *owner)
+    : TMMGInserimentoDocumento(
+          kind, {.closing = ui::ClosingQuestion::SaveFirst, .afterFailedSave = ui::AfterFailedSave::AsAfterSave}, owner)
+{
+}
 
 void TMMGInserimentoScarico::layOutGeneralPage(QWidget *addressee, const std::function<QWidget *()> &createBottom)
 {
@@ -218,9 +206,4 @@ void TMMGInserimentoScarico::selezionaVettore()
         return;
     carrier_->setValues(anagraficaValues(carrier));
     DataChanged();
-}
-
-double TMMGInserimentoScarico::movementValue(const DocumentRow &row) const
-{
-    return GetValoreScaricoCostoMedio(row.codice, documentDate());
 }

@@ -5,10 +5,6 @@
 
 class QGroupBox;
 
-/// `own` completed with what delivery notes and accompanying invoices have in common: pages, columns, row commands, and
-/// that goods go out at the sale price that is typed.
-DocumentSpec specScarico(DocumentSpec own);
-
 /// What delivery notes and accompanying invoices have in common: an addressee, a destination, a carrier and the data of
 /// the transport; each article row unloads stock at its average cost at the document's date.
 class TMMGInserimentoScarico : public TMMGInserimentoDocumento
@@ -16,7 +12,7 @@ class TMMGInserimentoScarico : public TMMGInserimentoDocumento
     Q_OBJECT
 
 public:
-    using TMMGInserimentoDocumento::TMMGInserimentoDocumento;
+    TMMGInserimentoScarico(const DocumentKind &kind, QWidget *owner);
 
 protected:
     /// Puts the groups on the header's page: `addressee` first, what `createBottom` makes (if given) below the
@@ -35,8 +31,6 @@ protected:
 
     ui::ChoiceField *transportType() const { return transportType_; }
     ui::ChoiceField *transportReason() const { return transportReason_; }
-
-    double movementValue(const DocumentRow &row) const override;
 
 private:
     QGroupBox *createDestination();

@@ -1,0 +1,73 @@
+#include "magazzino/ui/DocumentCommands.h"
+
+#include "host/Corvane3Impl.h"
+#include "host/users/Users.h"
+#include "magazzino/MMGUtils.h"
+#include "magazzino/reports/MMGStampe.h"
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Messages.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool holdsRight(const QString &right)
+{
+    return right.isEmpty() || UserHasAbilitazione(right, GetKxCurrentUserName(), ModuleConnection());
+}
+
+void savePdf(const DocumentKind &kind, QWidget *form, const PrintableDocument &document)
+{
+    const QString file = Modulo().ScegliFilePDF(form, NomePDF(kind.name, document.numero, document.data));
+    if (file.isEmpty())
+        return;
+    const ui::WaitCursor wait;
+    StampaDocumento(kind, document.id, file, TKxReportDestination::FilePDF);
+}
+
+void preview(const DocumentKind &kind, const PrintableDocument &document)
+{
+    const ui::WaitCursor wait;
+    StampaDocumento(kind, document.id, {}, TKxReportDestination::Anteprima);
+}
+
+} // namespace
+
+QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
+                                 const std::function<std::optional<PrintableDocument>()> &document)
+{
+    if (kind.print.report.isEmpty())
+        return {};
+    const auto print = [&kind, document] {
+        if (const auto chosen = document())
+            preview(kind, *chosen);
+    };
+    const auto save = [&kind, form, document] {
+        if (const auto chosen = document())
+            savePdf(kind, form, *chosen);
+    };
+    return {{.name = u"actStampa"_s,
+             .caption = u"Stampa"_s,
+             .run = print,
+             .icon = ui::Icon::Print,
+             .shortcut = QKeySequence(u"Ctrl+P"_s)},
+            {.name = u"actSalvaPDF"_s, .caption = u"Salva in PDF"_s, .run = save, .icon = ui::Icon::Pdf}};
+}
+
+bool mayEdit(const DocumentKind &kind)
+{
+    return holdsRight(kind.editRight);
+}
+
+bool eliminaDocumento(const DocumentKind &kind, QWidget *owner, int id)
+{
+    if (!holdsRight(kind.deleteRight)) {
+        host::refuseForRights(owner);
+        return false;
+    }
+    if (kind.canDelete && !kind.canDelete(id)) {
+        core::warn(owner, kind.keptText);
+        return false;
+    }
+    return DeleteDocumento(kind, id, true);
+}

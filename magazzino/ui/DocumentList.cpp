@@ -1,0 +1,58 @@
+#include "magazzino/ui/DocumentList.h"
+
+#include "host/users/Users.h"
+
+using namespace Qt::StringLiterals;
+
+ui::SearchSpec documentList(const DocumentKind &kind, const QString &yearCondition)
+{
+    using Column = ui::ListColumn;
+    const QString code = kind.counterpart + u"CODICE"_s;
+    const QString name = kind.counterpart + u"RAGIONESOCIALE"_s;
+    return {.caption = kind.captions.list,
+            .menuCaption = kind.captions.listMenu,
+            .list = {.selectText = u"SELECT * FROM %1 "_s.arg(kind.table),
+                     .orderText = u" ORDER BY ANNO DESC, NUMERO DESC"_s,
+                     .keyField = kind.key,
+                     .columns = {{u"N."_s, u"NUMERO"_s, 50, Column::Width::Pixels, Column::Display::Integer},
+                                 {u"Data"_s, u"DATA"_s, 80, Column::Width::Pixels, Column::Display::Date},
+                                 {u"Codice"_s, code, 120},
+                                 {u"Ragione sociale"_s, name, 350}},
+                     .filters = {ui::containing(u"txtCodice"_s, u"Codice"_s, code),
+                                 ui::containing(u"txtRagioneSociale"_s, u"Ragione sociale"_s, name),
+                                 ui::yearFilter(u"txtAnno"_s, u"Anno"_s, yearCondition)}},
+            .newHint = kind.captions.newHint,
+            .editHint = kind.captions.editHint};
+}
+
+TMMGRicercaDocumenti::TMMGRicercaDocumenti(const DocumentKind &kind, const ui::SearchSpec &spec, QWidget *owner)
+    : TMMGRicercaBase(spec, kind.entryAction(), owner)
+    , kind_(kind)
+{
+    setObjectName(u"MMGRicerca"_s + kind.formName);
+    const QList<ui::Command> print = printCommands(kind, this, [this] { return selectedDocument(); });
+    for (const ui::Command &command : print)
+        addCommand(command);
+    start(print.isEmpty() ? ui::listCommands : ui::listCommands + QStringList{{}, u"actStampa"_s, u"actSalvaPDF"_s});
+}
+
+std::optional<PrintableDocument> TMMGRicercaDocumenti::selectedDocument() const
+{
+    if (selectedKey() <= 0)
+        return {};
+    return PrintableDocument{selectedKey(), grid().selectedValue(u"NUMERO"_s).toInt(),
+                             grid().selectedValue(u"DATA"_s).toDate()};
+}
+
+void TMMGRicercaDocumenti::newRecord()
+{
+    if (mayEdit(kind_))
+        TMMGRicercaBase::newRecord();
+    else
+        host::refuseForRights(this);
+}
+
+bool TMMGRicercaDocumenti::deleteRecord(int id)
+{
+    return eliminaDocumento(kind_, this, id);
+}
