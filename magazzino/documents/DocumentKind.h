@@ -1,6 +1,16 @@
 #pragma once
 #include "magazzino/documents/RowColumn.h"
 
+#include <QDate>
+
+/// What tells one document of a kind from the others.
+struct DocumentHead
+{
+    int id = -1; ///< key of the header
+    int numero = 0;
+    QDate data;
+};
+
 /// A total of a document.
 struct DocumentTotal
 {

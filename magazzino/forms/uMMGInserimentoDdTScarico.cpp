@@ -3,7 +3,6 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "platform/data/DataSet.h"
-#include "platform/data/SqlText.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -84,19 +83,4 @@ void TMMGInserimentoDdTScarico::restoreDetails(const QVariant &state)
 {
     TMMGInserimentoScarico::restoreDetails(state.toList().value(0));
     SetTipoAnagrafica(static_cast<TTipoAnagrafica>(state.toList().value(1).toInt()));
-}
-
-// The rows of a delivery note store no cost; each article row's own movement does.
-void TMMGInserimentoDdTScarico::completeLoaded(QList<DocumentRow> &rows) const
-{
-    const data::Rows movements =
-        connection().select(u"SELECT RIF_DOC_IDRIGA, COSTO FROM MOVI_MAGA WHERE RIF_DOC_TIPO="_s +
-                            data::quoted(ddtScarico().name) + u" AND RIF_DOC_ID="_s + QString::number(IdRecord()));
-    QHash<int, double> costs;
-    for (qsizetype i = 0; i < movements.size(); ++i)
-        costs.insert(movements.integer(i, u"RIF_DOC_IDRIGA"), movements.number(i, u"COSTO"));
-    for (DocumentRow &row : rows) {
-        if (row.tipo != tipoRiga::testo)
-            row.costo = costs.value(row.idRiga, 0);
-    }
 }

@@ -22,7 +22,6 @@ protected:
     QVariant detailState() const override;
     void restoreDetails(const QVariant &state) override;
     void customerChosen(const TCliente &customer) override;
-    void completeLoaded(QList<DocumentRow> &rows) const override;
 
 private:
     QGroupBox *createAddressee();

@@ -16,7 +16,7 @@ bool holdsRight(const QString &right)
     return right.isEmpty() || UserHasAbilitazione(right, GetKxCurrentUserName(), ModuleConnection());
 }
 
-void savePdf(const DocumentKind &kind, QWidget *form, const PrintableDocument &document)
+void savePdf(const DocumentKind &kind, QWidget *form, const DocumentHead &document)
 {
     const QString file = Modulo().ScegliFilePDF(form, NomePDF(kind.name, document.numero, document.data));
     if (file.isEmpty())
@@ -25,7 +25,7 @@ void savePdf(const DocumentKind &kind, QWidget *form, const PrintableDocument &d
     StampaDocumento(kind, document.id, file, TKxReportDestination::FilePDF);
 }
 
-void preview(const DocumentKind &kind, const PrintableDocument &document)
+void preview(const DocumentKind &kind, const DocumentHead &document)
 {
     const ui::WaitCursor wait;
     StampaDocumento(kind, document.id, {}, TKxReportDestination::Anteprima);
@@ -34,7 +34,7 @@ void preview(const DocumentKind &kind, const PrintableDocument &document)
 } // namespace
 
 QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
-                                 const std::function<std::optional<PrintableDocument>()> &document)
+                                 const std::function<std::optional<DocumentHead>()> &document)
 {
     if (kind.print.report.isEmpty())
         return {};

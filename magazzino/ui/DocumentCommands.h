@@ -2,22 +2,12 @@
 #include "magazzino/documents/DocumentKind.h"
 #include "platform/ui/ChildForm.h"
 
-#include <QDate>
-
 /// What forms and lists of a kind of document do alike.
-
-/// A document to print.
-struct PrintableDocument
-{
-    int id = -1;
-    int numero = 0;
-    QDate data;
-};
 
 /// The commands "Stampa" and "Salva in PDF" of `form`; none for a kind that is not printed. `document` gives what to
 /// print when a command runs, nothing for none.
 QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
-                                 const std::function<std::optional<PrintableDocument>()> &document);
+                                 const std::function<std::optional<DocumentHead>()> &document);
 
 /// May the user save documents of the kind and start new ones?
 bool mayEdit(const DocumentKind &kind);

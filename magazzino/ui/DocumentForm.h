@@ -24,6 +24,8 @@ public:
 protected:
     /// The header's page, filled by the concrete form between the constructor and finishLayout().
     QWidget *generalPage() const { return generalPage_; }
+    /// What tells the document from others of its kind.
+    DocumentHead head() const { return {IdRecord(), numero(), documentDate()}; }
     int numero() const { return number_->value(); }
     QDate documentDate() const { return date_->date(); }
 
@@ -43,8 +45,6 @@ protected:
     void restoreDetails(const QVariant &state) override;
     bool deleteStored(int id) override { return eliminaDocumento(kind_, this, id); }
 
-    /// Completes loaded rows with what their own table does not store.
-    virtual void completeLoaded(QList<DocumentRow> &) const {}
     /// Does no VAT arise on the whole document?
     virtual bool isExempt() const { return false; }
     bool mayStartNew() override;
@@ -77,9 +77,6 @@ private:
     void cellEdited();
     void cellRefused(const QString &text, bool unreadable);
     void rowsChanged();
-    DocumentRow readRow(const data::DataSet &rows) const;
-    void writeRow(data::DataSet &rows, const DocumentRow &row);
-    void writeMovement(const DocumentRow &row, int rowKey);
     bool savedForPrinting();
     void addPrintCommands();
     void showTotals(const std::function<double(const DocumentTotal &)> &amountOf);

@@ -6,9 +6,8 @@ using namespace Qt::StringLiterals;
 
 void TMMGInserimentoDocumento::addPrintCommands()
 {
-    const auto document = [this]() -> std::optional<PrintableDocument> {
-        return savedForPrinting() ? std::optional(PrintableDocument{IdRecord(), numero(), documentDate()})
-                                  : std::nullopt;
+    const auto document = [this]() -> std::optional<DocumentHead> {
+        return savedForPrinting() ? std::optional(head()) : std::nullopt;
     };
     for (const ui::Command &command : printCommands(kind_, this, document))
         addCommand(command);

@@ -36,12 +36,12 @@ TMMGRicercaDocumenti::TMMGRicercaDocumenti(const DocumentKind &kind, const ui::S
     start(print.isEmpty() ? ui::listCommands : ui::listCommands + QStringList{{}, u"actStampa"_s, u"actSalvaPDF"_s});
 }
 
-std::optional<PrintableDocument> TMMGRicercaDocumenti::selectedDocument() const
+std::optional<DocumentHead> TMMGRicercaDocumenti::selectedDocument() const
 {
     if (selectedKey() <= 0)
         return {};
-    return PrintableDocument{selectedKey(), grid().selectedValue(u"NUMERO"_s).toInt(),
-                             grid().selectedValue(u"DATA"_s).toDate()};
+    return DocumentHead{selectedKey(), grid().selectedValue(u"NUMERO"_s).toInt(),
+                        grid().selectedValue(u"DATA"_s).toDate()};
 }
 
 void TMMGRicercaDocumenti::newRecord()

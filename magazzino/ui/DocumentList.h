@@ -19,7 +19,7 @@ protected:
     bool deleteRecord(int id) override;
 
 private:
-    std::optional<PrintableDocument> selectedDocument() const;
+    std::optional<DocumentHead> selectedDocument() const;
 
     const DocumentKind &kind_;
 };

@@ -1,0 +1,58 @@
+#include "magazzino/documents/Movements.h"
+
+#include "magazzino/MMGUtils.h"
+#include "platform/core/Format.h"
+#include "platform/data/Connection.h"
+#include "platform/data/SqlText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Every issue and every receipt is booked under this reason.
+constexpr int documentReason = 2;
+
+QString fromMovements(const DocumentKind &kind, int id)
+{
+    return u" FROM MOVI_MAGA WHERE RIF_DOC_TIPO="_s + data::quoted(kind.name) + u" AND RIF_DOC_ID="_s +
+           QString::number(id);
+}
+
+} // namespace
+
+void deleteMovements(const DocumentKind &kind, int id)
+{
+    ModuleConnection().execute(u"DELETE"_s + fromMovements(kind, id));
+}
+
+QHash<int, double> movementCosts(const DocumentKind &kind, int id)
+{
+    const data::Rows movements = ModuleConnection().select(u"SELECT RIF_DOC_IDRIGA, COSTO"_s + fromMovements(kind, id));
+    QHash<int, double> costs;
+    for (qsizetype i = 0; i < movements.size(); ++i)
+        costs.insert(movements.integer(i, u"RIF_DOC_IDRIGA"), movements.number(i, u"COSTO"));
+    return costs;
+}
+
+void writeMovement(const DocumentKind &kind, const DocumentHead &document, const DocumentRow &row, int rowKey)
+{
+    const MovementRule &rule = kind.movement;
+    const double cost = row.costo.value_or(0);
+    TMoviMaga movement{.dataMovimento = document.data,
+                       .codice = row.codice,
+                       .descrizione = row.descrizione,
+                       .idCategoria = row.idCategoria.value_or(-1),
+                       .tipoMovimento = rule.type,
+                       .prezzo = rule.price ? (row.*rule.price).value_or(0) : 0,
+                       .costo = cost,
+                       .quantita = row.quantita.value_or(0) * rule.sign,
+                       .valore = rule.atAverageCost ? GetValoreScaricoCostoMedio(row.codice, document.data) : cost,
+                       .idCausaleMaga = documentReason,
+                       .rifDocTipo = kind.name,
+                       .rifDocId = document.id,
+                       .rifDocIdRiga = rowKey,
+                       .note =
+                           rule.note + QString::number(document.numero) + u" del "_s + core::formatDate(document.data)};
+    movement.valoreImporto = movement.valore * movement.quantita;
+    AggiornaMoviMaga(movement, true);
+}

@@ -1,0 +1,17 @@
+#pragma once
+#include "magazzino/documents/DocumentKind.h"
+
+#include <QHash>
+
+/// The stock movements that documents make. They point at their document by its kind's name and its key. Everything
+/// here throws data::DatabaseError and leaves the transaction to the caller.
+
+/// Deletes the movements that an earlier save of the document with key `id` wrote.
+void deleteMovements(const DocumentKind &kind, int id);
+
+/// Cost per unit (EUR) of the rows that made the document's movements, by row key.
+QHash<int, double> movementCosts(const DocumentKind &kind, int id);
+
+/// Writes the movement of an article row that was stored under `rowKey`. Errors carry "[AggiornaMoviMaga]" or
+/// "[GetValoreScaricoCostoMedio]".
+void writeMovement(const DocumentKind &kind, const DocumentHead &document, const DocumentRow &row, int rowKey);
