@@ -12,22 +12,18 @@ namespace {
 // Every issue and every receipt is booked under this reason.
 constexpr int documentReason = 2;
 
-QString fromMovements(const DocumentKind &kind, int id)
-{
-    return u" FROM MOVI_MAGA WHERE RIF_DOC_TIPO="_s + data::quoted(kind.name) + u" AND RIF_DOC_ID="_s +
-           QString::number(id);
-}
-
 } // namespace
 
 void deleteMovements(const DocumentKind &kind, int id)
 {
-    ModuleConnection().execute(u"DELETE"_s + fromMovements(kind, id));
+    ModuleConnection().execute(u"DELETE FROM MOVI_MAGA WHERE RIF_DOC_TIPO="_s + data::quoted(kind.name) +
+                               u" AND RIF_DOC_ID="_s + QString::number(id));
 }
 
 QHash<int, double> movementCosts(const DocumentKind &kind, int id)
 {
-    const data::Rows movements = ModuleConnection().select(u"SELECT RIF_DOC_IDRIGA, COSTO"_s + fromMovements(kind, id));
+    const data::Rows movements = ModuleConnection().run(
+        u"SELECT RIF_DOC_IDRIGA, COSTO FROM MOVI_MAGA WHERE RIF_DOC_TIPO = ? AND RIF_DOC_ID = ?"_s, {kind.name, id});
     QHash<int, double> costs;
     for (qsizetype i = 0; i < movements.size(); ++i)
         costs.insert(movements.integer(i, u"RIF_DOC_IDRIGA"), movements.number(i, u"COSTO"));

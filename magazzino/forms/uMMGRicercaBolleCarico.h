@@ -1,5 +1,5 @@
 #pragma once
-#include "magazzino/ui/DocumentList.h"
+#include "magazzino/ui/MMGRicercaDocumenti.h"
 
 /// List of the goods receipt notes of one year.
 class TMMGRicercaBolleCarico : public TMMGRicercaDocumenti

@@ -1,5 +1,5 @@
 #pragma once
-#include "magazzino/ui/DocumentList.h"
+#include "magazzino/ui/MMGRicercaDocumenti.h"
 
 /// List of the delivery notes of one year.
 class TMMGRicercaDdTScarico : public TMMGRicercaDocumenti

@@ -1,5 +1,5 @@
 #pragma once
-#include "magazzino/ui/DocumentList.h"
+#include "magazzino/ui/MMGRicercaDocumenti.h"
 
 /// List of the accompanying invoices of one year.
 class TMMGRicercaFattureAccompagnatorie : public TMMGRicercaDocumenti

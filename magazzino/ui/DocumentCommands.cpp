@@ -59,7 +59,7 @@ bool mayEdit(const DocumentKind &kind)
     return holdsRight(kind.editRight);
 }
 
-bool eliminaDocumento(const DocumentKind &kind, QWidget *owner, int id)
+bool deleteDocument(const DocumentKind &kind, QWidget *owner, int id)
 {
     if (!holdsRight(kind.deleteRight)) {
         host::refuseForRights(owner);

@@ -13,4 +13,4 @@ QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
 bool mayEdit(const DocumentKind &kind);
 
 /// Deletes a stored document with its questions; true when it is gone. Tells the user when a right is missing.
-bool eliminaDocumento(const DocumentKind &kind, QWidget *owner, int id);
+bool deleteDocument(const DocumentKind &kind, QWidget *owner, int id);

@@ -43,7 +43,7 @@ protected:
     void writeDetails() override;
     QVariant detailState() const override;
     void restoreDetails(const QVariant &state) override;
-    bool deleteStored(int id) override { return eliminaDocumento(kind_, this, id); }
+    bool deleteStored(int id) override { return deleteDocument(kind_, this, id); }
 
     /// Does no VAT arise on the whole document?
     virtual bool isExempt() const { return false; }

@@ -1,4 +1,4 @@
-#include "magazzino/ui/DocumentList.h"
+#include "magazzino/ui/MMGRicercaDocumenti.h"
 
 #include "host/users/Users.h"
 
@@ -54,5 +54,5 @@ void TMMGRicercaDocumenti::newRecord()
 
 bool TMMGRicercaDocumenti::deleteRecord(int id)
 {
-    return eliminaDocumento(kind_, this, id);
+    return deleteDocument(kind_, this, id);
 }
