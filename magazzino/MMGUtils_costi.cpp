@@ -105,7 +105,7 @@ void writeValue(data::Connection &connection, int id, double valore, double impo
                    {core::roundDecimal(valore, 2), importo, id});
 }
 
-// Swallowed as required: a revaluation that fails leaves the values as they were and never stops its caller.
+// Swallowed on purpose: a revaluation that fails leaves the values as they were and never stops its caller.
 void logFailure(const std::exception &error)
 {
     core::logError(u"RivalorizzaScarichiMagazzino MOVI_MAGA"_s, error);

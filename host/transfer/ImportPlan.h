@@ -54,6 +54,7 @@ struct ImportPlan
     int updates = 0;       ///< records that change existing ones
     int newCategories = 0; ///< that the records need
 
+    /// Counts a problem, and lists it while there is room.
     void complain(const ImportProblem &problem);
 };
 

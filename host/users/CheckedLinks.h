@@ -35,6 +35,7 @@ public:
     QList<int> checkedKeys() const;
     /// The same for setChecked(), which checks those of them that are listed, and no others.
     QVariant checked() const { return QVariant::fromValue(checkedKeys()); }
+    /// Checks the items with these keys, as checked() gives them, and takes the check from all others.
     void setChecked(const QVariant &keys);
 
 Q_SIGNALS:

@@ -15,6 +15,7 @@ public:
     /// Opens it. Throws core::Error when it cannot be read or is a spreadsheet program's own file.
     explicit CsvFile(const QString &path);
 
+    /// As it was given.
     QString path() const { return file_.fileName(); }
     /// So long that reading it is worth a progress dialog.
     bool isLong() const;

@@ -23,6 +23,7 @@ public:
 
     /// Was the disk full?
     bool isDiskFull() const;
+    /// Why it was refused, as far as the program goes on differently.
     Refusal refusal() const { return refusal_; }
 
 private:

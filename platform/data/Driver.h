@@ -35,9 +35,11 @@ public:
     Driver(const Driver &) = delete;
     Driver &operator=(const Driver &) = delete;
 
+    /// Starts the transaction; there must be none.
     virtual void begin() = 0;
     /// When it fails, the transaction is still there and waits for rollback().
     virtual void commit() = 0;
+    /// Ends the transaction, also after a commit that failed; nothing of it stays.
     virtual void rollback() = 0;
     /// For the running transaction; without one, for a reading of its own that ends with the statement. A statement
     /// ends before the transaction in which it was prepared.

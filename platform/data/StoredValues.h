@@ -20,6 +20,7 @@ public:
     /// the order they have there. Both must be open.
     StoredValues(const DataSet &record, const DataSet *details);
 
+    /// Was there no such record?
     bool isMissing() const { return rows_.isEmpty(); }
     bool operator==(const StoredValues &) const = default;
 

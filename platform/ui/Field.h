@@ -39,6 +39,7 @@ public:
     /// What is typed, readable or not, and what is kept of the loaded record: for restore(), of the same field in any
     /// form of its kind, and for nothing else.
     virtual QVariant state() const = 0;
+    /// Shows what state() was.
     virtual void restore(const QVariant &state) = 0;
 
 Q_SIGNALS:

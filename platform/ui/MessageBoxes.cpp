@@ -48,8 +48,8 @@ QMessageBox::Icon iconOf(core::MessageIcon icon)
     return QMessageBox::NoIcon;
 }
 
-// The window the user is working in. The told owner may be a window that is never shown, or lie under a dialog, where
-// the box would open in the screen's corner or unseen.
+// The window the user is working in. The owner that a message names may be a window that is never shown, or lie under a
+// dialog, where the box would open in the screen's corner or unseen.
 QWidget *windowBelow(const core::Message &message)
 {
     if (QWidget *modal = QApplication::activeModalWidget())

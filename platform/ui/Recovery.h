@@ -35,11 +35,15 @@ public:
 
     /// `form` is the form's object name.
     void keep(const QString &form, const FormContents &contents);
+    /// Are there contents of `form`?
     bool holds(const QString &form) const { return kept_.contains(form); }
+    /// What was kept of `form`; those of an empty new record when nothing was.
     FormContents contents(const QString &form) const { return kept_.value(form); }
+    /// Drops what was kept of `form`; it has saved.
     void forget(const QString &form);
 
 Q_SIGNALS:
+    /// Contents were kept or dropped, of whatever form.
     void changed();
 
 private:

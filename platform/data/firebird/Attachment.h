@@ -30,8 +30,10 @@ public:
     Attachment(const Attachment &) = delete;
     Attachment &operator=(const Attachment &) = delete;
 
+    /// What the client library knows the attachment by; 0 once it is gone.
     isc_db_handle *handle() { return &handle_; }
 
+    /// Runs `function`, in which the server is waited for; given up with the attachment when it does not answer.
     template <typename Function>
     void call(Function &&function)
     {
@@ -65,6 +67,7 @@ public:
     NativeTransaction(const NativeTransaction &) = delete;
     NativeTransaction &operator=(const NativeTransaction &) = delete;
 
+    /// What the client library knows the transaction by; 0 once it has ended.
     isc_tr_handle *handle() { return &handle_; }
 
     /// Throws DatabaseError; the transaction then is as before and can be rolled back.

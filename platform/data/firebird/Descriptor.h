@@ -11,15 +11,19 @@ namespace data::firebird {
 class Descriptor
 {
 public:
+    /// Of no field yet.
     Descriptor();
 
+    /// For the client library, which describes, fills and reads the fields.
     XSQLDA *get() { return area_.get(); }
+    /// How many fields there are.
     int size() const { return area_->sqld; }
     /// Makes room for `fields`, all still undescribed.
     void reserve(int fields);
     /// Gives every described field room for its value.
     void makeRoom();
 
+    /// Names and types of a result's fields, in their order.
     QList<Column> columns() const;
 
     /// What field `index` holds after a fetch; see Rows. Text blobs are read whole. Throws DatabaseError.
