@@ -63,6 +63,7 @@ const Table &versionTable()
 }
 
 // Codes are stored as typed but compared without case everywhere, so they are unique without case as well.
+// NOLINTNEXTLINE(readability-function-size): data alone
 const QList<Table> &baseTables()
 {
     static const QList<Table> all = {

@@ -119,7 +119,7 @@ private:
     std::optional<Opening> ask(const Opening &tried);
     std::optional<Opening> chosen(FirstStart choice, const Opening &tried);
     std::optional<Opening> demo();
-    bool askServerPassword(data::DatabaseAddress &address) const;
+    static bool askServerPassword(data::DatabaseAddress &address);
     Login login(const data::DatabaseAddress &address, bool fromCommandLine);
     std::optional<Opening> open(const Opening &opening);
     std::optional<Opening> work(const Opening &opening, const QString &user);
@@ -186,7 +186,7 @@ std::optional<Opening> Startup::ask(const Opening &tried)
 }
 
 // A password that is missing or was changed is asked for as long as the server refuses it.
-bool Startup::askServerPassword(data::DatabaseAddress &address) const
+bool Startup::askServerPassword(data::DatabaseAddress &address)
 {
     const auto refused = [&address] {
         if (address.isEmbedded())

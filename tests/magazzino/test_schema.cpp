@@ -56,18 +56,18 @@ class SchemaTest : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<test::ModuleDatabase> db;
+    std::unique_ptr<test::ModuleDatabase> db_;
 
     void start(test::Content content = test::Content::ModuleSchema)
     {
-        db.reset();
-        db = std::make_unique<test::ModuleDatabase>(content);
+        db_.reset();
+        db_ = std::make_unique<test::ModuleDatabase>(content);
     }
 
     // Of all module tables, in an order that does not depend on the database's.
     QStringList sorted(const QString &query)
     {
-        QStringList lines = db->lines(query.arg(tableNames()));
+        QStringList lines = db_->lines(query.arg(tableNames()));
         lines.sort();
         return lines;
     }
@@ -75,17 +75,17 @@ class SchemaTest : public QObject
     // Versions, columns in the order in which they stand in their tables, constraints, triggers.
     QStringList catalogue()
     {
-        return db->lines(versions) + db->lines(columns.arg(tableNames())) + sorted(constraints) + sorted(triggers);
+        return db_->lines(versions) + db_->lines(columns.arg(tableNames())) + sorted(constraints) + sorted(triggers);
     }
 
     QStringList everything()
     {
-        return catalogue() + db->lines(u"SELECT * FROM CAUSALI_MAGA ORDER BY 1"_s) +
-               db->lines(u"SELECT ABILITAZIONE_UTENTE, MODULO FROM ABILITAZIONI_UTENTE ORDER BY 1"_s);
+        return catalogue() + db_->lines(u"SELECT * FROM CAUSALI_MAGA ORDER BY 1"_s) +
+               db_->lines(u"SELECT ABILITAZIONE_UTENTE, MODULO FROM ABILITAZIONI_UTENTE ORDER BY 1"_s);
     }
 
 private Q_SLOTS:
-    void cleanup() { db.reset(); }
+    void cleanup() { db_.reset(); }
 
     void freshDatabaseEndsAsCatalogued()
     {
@@ -99,17 +99,17 @@ private Q_SLOTS:
         QCOMPARE(found.size(), expected.size());
         // And no table besides.
         const QString tables = u"SELECT COUNT(*) FROM RDB$RELATIONS WHERE RDB$SYSTEM_FLAG = 0"_s;
-        const int all = db->lines(tables).value(0).toInt();
+        const int all = db_->lines(tables).value(0).toInt();
         start(test::Content::HostSchema);
-        QCOMPARE(all - db->lines(tables).value(0).toInt(), int(schema::tables().size()));
+        QCOMPARE(all - db_->lines(tables).value(0).toInt(), int(schema::tables().size()));
     }
 
     void freshDatabaseHasReasonsAndRights()
     {
         start();
-        QCOMPARE(db->lines(u"SELECT * FROM CAUSALI_MAGA ORDER BY 1"_s), QStringList({u"1|Carico"_s, u"2|Scarico"_s}));
-        QCOMPARE(db->lines(u"SELECT ABILITAZIONE_UTENTE, MODULO FROM ABILITAZIONI_UTENTE WHERE MODULO <> 'Corvane' "
-                           "ORDER BY IDABILITAZIONE_UTENTE"_s),
+        QCOMPARE(db_->lines(u"SELECT * FROM CAUSALI_MAGA ORDER BY 1"_s), QStringList({u"1|Carico"_s, u"2|Scarico"_s}));
+        QCOMPARE(db_->lines(u"SELECT ABILITAZIONE_UTENTE, MODULO FROM ABILITAZIONI_UTENTE WHERE MODULO <> 'Corvane' "
+                            "ORDER BY IDABILITAZIONE_UTENTE"_s),
                  QStringList({u"Fatture acc. (visualizzazione)|Magazzzino"_s, u"Fatture acc. (modifica)|Magazzzino"_s,
                               u"Fatture acc. (eliminazione)|Magazzzino"_s}));
     }
@@ -150,8 +150,8 @@ private Q_SLOTS:
         QFETCH(const QString, expected);
         start(test::Content::HostSchema);
         for (const QString &entry : recorded)
-            db->insert(u"TABLE_VERSION"_s,
-                       {{u"TABELLA"_s, entry.section(u'=', 0, 0)}, {u"VERSIONE"_s, entry.section(u'=', 1)}});
+            db_->insert(u"TABLE_VERSION"_s,
+                        {{u"TABELLA"_s, entry.section(u'=', 0, 0)}, {u"VERSIONE"_s, entry.section(u'=', 1)}});
         // The real guards and versions with commands that only leave a trace.
         QStringList trace;
         QList<schema::Step> steps = schema::moduleSteps();
@@ -160,7 +160,7 @@ private Q_SLOTS:
             steps[i].following.clear();
             steps[i].action = [&trace, i](data::Connection &) { trace.append(QString::number(i + 1)); };
         }
-        schema::runModuleSteps(db->connection(), steps);
+        schema::runModuleSteps(db_->connection(), steps);
         QCOMPARE(trace.join(u','), expected);
     }
 
@@ -177,7 +177,7 @@ private Q_SLOTS:
         start();
         const QStringList fresh = everything();
         start(test::Content::HostSchema);
-        schema::runModuleSteps(db->connection(), schema::moduleSteps().first(done));
+        schema::runModuleSteps(db_->connection(), schema::moduleSteps().first(done));
         AggiornaDatabase();
         QCOMPARE(everything(), fresh);
     }
@@ -185,10 +185,10 @@ private Q_SLOTS:
     void tableWithoutVersionRowIsReportedAndLeftAlone()
     {
         start();
-        db->connection().execute(u"DELETE FROM TABLE_VERSION WHERE TABELLA = 'FATT_ACC'"_s);
+        db_->connection().execute(u"DELETE FROM TABLE_VERSION WHERE TABELLA = 'FATT_ACC'"_s);
         const QStringList before = everything();
         test::ScriptedMessages messages;
-        messages.watch(db->connection());
+        messages.watch(db_->connection());
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         AggiornaDatabase();
         QCOMPARE(messages.verify(), QStringList());
@@ -203,19 +203,19 @@ private Q_SLOTS:
             {u"B"_s, {}, {u"CREATE TABLE B(X INTEGER)"_s}, u"1.0.0"_s, {u"INSERT INTO NOWHERE VALUES(1)"_s}},
             {u"C"_s, {}, {u"CREATE TABLE C(X INTEGER)"_s}, u"1.0.0"_s, {u"INSERT INTO C VALUES(7)"_s}}};
         test::ScriptedMessages messages;
-        messages.watch(db->connection());
+        messages.watch(db_->connection());
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
-        schema::runModuleSteps(db->connection(), steps);
+        schema::runModuleSteps(db_->connection(), steps);
         QCOMPARE(messages.verify(), QStringList());
-        QCOMPARE(db->lines(versions), QStringList({u"B|1.0.0"_s, u"C|1.0.0"_s}));
-        QCOMPARE(db->lines(u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$RELATION_NAME IN ('A', 'B', 'C') "
-                           "ORDER BY 1"_s),
+        QCOMPARE(db_->lines(versions), QStringList({u"B|1.0.0"_s, u"C|1.0.0"_s}));
+        QCOMPARE(db_->lines(u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$RELATION_NAME IN ('A', 'B', 'C') "
+                            "ORDER BY 1"_s),
                  QStringList({u"B"_s, u"C"_s}));
-        QCOMPARE(db->lines(u"SELECT * FROM C"_s), QStringList(u"7"_s));
+        QCOMPARE(db_->lines(u"SELECT * FROM C"_s), QStringList(u"7"_s));
         // Tried again at the next start, and only this one.
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
-        schema::runModuleSteps(db->connection(), steps);
+        schema::runModuleSteps(db_->connection(), steps);
     }
 
     void stepIsTriedTwiceWhenItsDefinitionsCannotBeMade_data()
@@ -236,71 +236,71 @@ private Q_SLOTS:
         QFETCH(const bool, told);
         start(test::Content::HostSchema);
         test::ScriptedMessages messages;
-        messages.watch(db->connection());
+        messages.watch(db_->connection());
         if (told)
             messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         QStringList run;
         int refused = 0;
-        db->connection().setStatementHook([&](const QString &sql) {
+        db_->connection().setStatementHook([&](const QString &sql) {
             if (sql.startsWith(u"CREATE"))
                 run.append(sql);
             if (sql == u"COMMIT" && refused++ < times)
                 throw data::DatabaseError(u"unsuccessful metadata update"_s, sql, refusal);
         });
-        schema::runModuleSteps(db->connection(), {{u"A"_s, {}, {u"CREATE TABLE A(X INTEGER)"_s}, u"1.0.0"_s}});
+        schema::runModuleSteps(db_->connection(), {{u"A"_s, {}, {u"CREATE TABLE A(X INTEGER)"_s}, u"1.0.0"_s}});
         QCOMPARE(messages.verify(), QStringList());
         QCOMPARE(run.size(), tries);
-        QCOMPARE(db->lines(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'A'"_s),
+        QCOMPARE(db_->lines(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'A'"_s),
                  told ? QStringList() : QStringList({u"1.0.0"_s}));
     }
 
     void stepWhoseVersionCannotBeRecordedIsUndone()
     {
         start(test::Content::HostSchema);
-        db->connection().execute(u"CREATE EXCEPTION REFUSED 'no'"_s);
-        db->connection().execute(u"CREATE TRIGGER REFUSE FOR TABLE_VERSION BEFORE INSERT AS BEGIN IF (NEW.TABELLA = "
-                                 "'DDT_SCARICO') THEN EXCEPTION REFUSED; END"_s);
+        db_->connection().execute(u"CREATE EXCEPTION REFUSED 'no'"_s);
+        db_->connection().execute(u"CREATE TRIGGER REFUSE FOR TABLE_VERSION BEFORE INSERT AS BEGIN IF (NEW.TABELLA = "
+                                  "'DDT_SCARICO') THEN EXCEPTION REFUSED; END"_s);
         // One box only: the later steps of the object see that it is still absent.
         test::ScriptedMessages messages;
-        messages.watch(db->connection());
+        messages.watch(db_->connection());
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         AggiornaDatabase();
         QCOMPARE(messages.verify(), QStringList());
-        QCOMPARE(db->lines(columns.arg(u"'DDT_SCARICO'"_s)), QStringList());
-        QCOMPARE(db->lines(versions).size(), 13);
+        QCOMPARE(db_->lines(columns.arg(u"'DDT_SCARICO'"_s)), QStringList());
+        QCOMPARE(db_->lines(versions).size(), 13);
     }
 
     void recostingTakesArticleCostsAndRevaluesIssues()
     {
         start();
         for (const QString &code : {u"A"_s, u"B"_s})
-            db->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, code}, {u"COSTO"_s, 2.5}});
+            db_->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, code}, {u"COSTO"_s, 2.5}});
         const auto movement = [this](const QString &code, const QString &kind, double quantity) {
-            db->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, code}, {u"TIPO_MOVIMENTO"_s, kind}, {u"QUANTITA"_s, quantity}});
+            db_->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, code}, {u"TIPO_MOVIMENTO"_s, kind}, {u"QUANTITA"_s, quantity}});
         };
         movement(u"A"_s, u"Carico"_s, 10);
         movement(u"B"_s, u"Carico"_s, 4);
         movement(u"A"_s, u"Scarico"_s, -2);
-        db->connection().execute(u"UPDATE TABLE_VERSION SET VERSIONE = '1.0.0' WHERE TABELLA = 'MOVI_MAGA'"_s);
+        db_->connection().execute(u"UPDATE TABLE_VERSION SET VERSIONE = '1.0.0' WHERE TABELLA = 'MOVI_MAGA'"_s);
         AggiornaDatabase();
         // The issue sees itself without value: 25 / 8.
-        QCOMPARE(db->lines(u"SELECT CODICE, COSTO, VALORE, VALORE_IMPORTO FROM MOVI_MAGA ORDER BY IDMOVI_MAGA"_s),
+        QCOMPARE(db_->lines(u"SELECT CODICE, COSTO, VALORE, VALORE_IMPORTO FROM MOVI_MAGA ORDER BY IDMOVI_MAGA"_s),
                  QStringList({u"A|2.5|2.5|25"_s, u"B|2.5|2.5|10"_s, u"A|0|3.13|-6.25"_s}));
     }
 
     void recostingWithoutArticleIsRolledBackAsAWhole()
     {
         start();
-        db->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"A"_s}, {u"COSTO"_s, 2.5}});
-        db->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, u"A"_s}, {u"TIPO_MOVIMENTO"_s, u"Carico"_s}, {u"QUANTITA"_s, 1}});
-        db->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, u"GONE"_s}, {u"TIPO_MOVIMENTO"_s, u"Carico"_s}, {u"QUANTITA"_s, 1}});
-        db->connection().execute(u"UPDATE TABLE_VERSION SET VERSIONE = '1.0.0' WHERE TABELLA = 'MOVI_MAGA'"_s);
+        db_->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"A"_s}, {u"COSTO"_s, 2.5}});
+        db_->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, u"A"_s}, {u"TIPO_MOVIMENTO"_s, u"Carico"_s}, {u"QUANTITA"_s, 1}});
+        db_->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, u"GONE"_s}, {u"TIPO_MOVIMENTO"_s, u"Carico"_s}, {u"QUANTITA"_s, 1}});
+        db_->connection().execute(u"UPDATE TABLE_VERSION SET VERSIONE = '1.0.0' WHERE TABELLA = 'MOVI_MAGA'"_s);
         test::ScriptedMessages messages;
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         AggiornaDatabase();
         QCOMPARE(messages.verify(), QStringList());
-        QCOMPARE(db->lines(u"SELECT SUM(COSTO) FROM MOVI_MAGA"_s), QStringList(u"0"_s));
-        QCOMPARE(db->lines(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'MOVI_MAGA'"_s),
+        QCOMPARE(db_->lines(u"SELECT SUM(COSTO) FROM MOVI_MAGA"_s), QStringList(u"0"_s));
+        QCOMPARE(db_->lines(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'MOVI_MAGA'"_s),
                  QStringList(u"1.0.0"_s));
     }
 
@@ -316,14 +316,14 @@ private Q_SLOTS:
         const QString indexes = u"SELECT RDB$INDEX_NAME FROM RDB$INDICES WHERE RDB$INDEX_NAME STARTING WITH 'IX_MMG_' "
                                 "ORDER BY 1"_s;
         start();
-        const QStringList all = db->lines(indexes);
+        const QStringList all = db_->lines(indexes);
         QVERIFY(all.contains(u"IX_MMG_MOVI_MAGA_RIF_DOC"_s));
-        db->connection().execute(u"DROP INDEX IX_MMG_MOVI_MAGA_RIF_DOC"_s);
-        db->connection().execute(u"DROP INDEX IX_MMG_FATT_ACC_DETT"_s);
+        db_->connection().execute(u"DROP INDEX IX_MMG_MOVI_MAGA_RIF_DOC"_s);
+        db_->connection().execute(u"DROP INDEX IX_MMG_FATT_ACC_DETT"_s);
         test::ScriptedMessages messages;
 
         data::Connection other;
-        other.setConnectionString(db->database().connectionString());
+        other.setConnectionString(db_->database().connectionString());
         other.open();
         {
             data::Transaction writing(other);
@@ -331,11 +331,11 @@ private Q_SLOTS:
             AggiornaDatabase();
             writing.commit();
         }
-        QCOMPARE(db->lines(indexes).size(), all.size() - 1);
+        QCOMPARE(db_->lines(indexes).size(), all.size() - 1);
         QCOMPARE(logged(), 1);
 
         AggiornaDatabase();
-        QCOMPARE(db->lines(indexes), all);
+        QCOMPARE(db_->lines(indexes), all);
         // What is there is not tried again.
         AggiornaDatabase();
         QCOMPARE(logged(), 1);
@@ -346,7 +346,7 @@ private Q_SLOTS:
         test::ScriptedMessages messages;
         messages.expectError(u"[AggiornaDatabase]\n\rIl modulo \"Magazzino.bpl\" non è caricato."_s);
         start(test::Content::Empty);
-        db.reset();
+        db_.reset();
         AggiornaDatabase();
     }
 };

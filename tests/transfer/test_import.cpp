@@ -370,7 +370,7 @@ void TestImport::longFileNeedsLittleMemoryAndShowsItsProgress()
 {
     test::ScriptedMessages messages;
     test::ScriptedDialogs dialogs;
-    const QString path = folder_.filePath(u"lungo.csv"_s);
+    QString path = folder_.filePath(u"lungo.csv"_s);
     qint64 size = 0;
     {
         const QByteArray content = articles(300'000);
