@@ -53,14 +53,14 @@ void runReorderReport(QWidget *dialog)
     StampaSottoscortaRiordino(*qobject_cast<TMMGModStampaSottoscortaRiordino *>(dialog));
 }
 
-constexpr auto selection = ActionKind::Selection;
-constexpr auto form = ActionKind::Form;
+constexpr auto selection = ui::ActionKind::Selection;
+constexpr auto form = ui::ActionKind::Form;
 
 } // namespace
 
-const QList<ModuleAction> &moduleActions()
+const QList<ui::ActionSpec> &moduleActions()
 {
-    static const QList<ModuleAction> actions = {
+    static const QList<ui::ActionSpec> actions = {
         {u"actInserimentoCausaliTrasporto"_s, inserimento, u"Inserimento causali di trasporto"_s, form,
          make<TMMGInserimentoCausaliTrasporto>},
         {u"actRicercaCausaliTrasporto"_s, ricerca, u"Causali di trasporto"_s, form, make<TMMGRicercaCausaliTrasporto>},
@@ -101,7 +101,7 @@ const QList<ModuleAction> &moduleActions()
         {u"actStampaSottoscortaRiordino"_s,
          stampe,
          u"Stampa sottoscorta / riordino"_s,
-         ActionKind::Report,
+         ui::ActionKind::Report,
          make<TMMGModStampaSottoscortaRiordino>,
          {},
          runReorderReport},

@@ -108,8 +108,7 @@ TMMGModMagazzino::TMMGModMagazzino(QObject *owner)
 TMMGModMagazzino::~TMMGModMagazzino()
 {
     // The forms live in the host's child windows, but they work on this module's data sets.
-    for (const QPointer<QWidget> &form : std::as_const(forms_))
-        delete form;
+    delete commands_;
 }
 
 void TMMGModMagazzino::createDataSets()
@@ -131,46 +130,31 @@ data::DataSet &TMMGModMagazzino::dataSet(const QString &name) const
     return *found;
 }
 
-QAction *TMMGModMagazzino::action(const QString &name) const
-{
-    return findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
-}
-
 void TMMGModMagazzino::createActions()
 {
-    for (const ModuleAction &spec : moduleActions()) {
-        auto *action = new QAction(spec.caption, this);
-        action->setObjectName(spec.name);
-        action->setProperty("category", spec.category);
-        action->setEnabled(spec.create != nullptr);
-        connect(action, &QAction::triggered, this, [this, &spec] { core::guarded(this, [&] { execute(spec); }); });
-    }
+    const auto grants = [this](const QString &right) {
+        const bool granted = UserHasAbilitazione(right, GetKxCurrentUserName(), *ModADOConn);
+        if (!granted)
+            host::refuseForRights(this);
+        return granted;
+    };
+    commands_ = new ui::CommandRegistry({.owner = this, .show = ShowChildForm, .grants = grants}, this, this);
+    connect(commands_, &ui::CommandRegistry::formMade, this, [this](const QWidget *form) {
+        if (const auto *entry = qobject_cast<const ui::EntryForm *>(form))
+            connect(entry, &ui::EntryForm::stored, this, &TMMGModMagazzino::tableChanged);
+    });
+    for (const ui::ActionSpec &spec : moduleActions())
+        commands_->add(spec);
 }
 
-void TMMGModMagazzino::execute(const ModuleAction &spec)
+QAction *TMMGModMagazzino::action(const QString &name) const
 {
-    if (!spec.right.isEmpty() && !UserHasAbilitazione(spec.right, GetKxCurrentUserName(), *ModADOConn)) {
-        host::refuseForRights(this);
-        return;
-    }
-    // By value: what runs below may open further forms, and with them the hash moves.
-    QPointer<QWidget> form = forms_.value(spec.name);
-    if (!form) {
-        form = spec.create(this);
-        forms_.insert(spec.name, form);
-        if (const auto *entry = qobject_cast<ui::EntryForm *>(form))
-            connect(entry, &ui::EntryForm::stored, this, &TMMGModMagazzino::tableChanged);
-    }
-    if (spec.kind == ActionKind::Form)
-        ShowChildForm(form);
-    if (spec.kind == ActionKind::Report && ui::runModal(*qobject_cast<QDialog *>(form)) == QDialog::Accepted)
-        spec.report(form);
+    return commands_->action(name);
 }
 
 QWidget *TMMGModMagazzino::openForm(const QString &actionName)
 {
-    action(actionName)->trigger();
-    return forms_.value(actionName);
+    return commands_->openForm(actionName);
 }
 
 TMMGModSelezionaBase &TMMGModMagazzino::selectionDialog(const QString &actionName)

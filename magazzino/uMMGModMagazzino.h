@@ -1,8 +1,6 @@
 #pragma once
 #include "platform/ui/Dialogs.h"
 
-#include <QHash>
-#include <QPointer>
 #include <QVariant>
 #include <QWidget>
 
@@ -11,11 +9,13 @@ class QMenu;
 class QToolBar;
 class TMMGdmStampe;
 class TMMGModSelezionaBase;
-struct ModuleAction;
 namespace data {
 class Connection;
 class DataSet;
 } // namespace data
+namespace ui {
+class CommandRegistry;
+}
 namespace report {
 class PdfRenderer;
 class ReportProject;
@@ -50,9 +50,10 @@ public:
 
     /// One of the module's parameterised data sets, by its name ("adsFornitore"). Throws core::Error for another name.
     data::DataSet &dataSet(const QString &name) const;
+    /// The module's actions and the forms they open.
+    ui::CommandRegistry &commands() const { return *commands_; }
     /// An action of the module by its name; null when there is none.
     QAction *action(const QString &name) const;
-
     /// Runs an action and returns the form it opened; null when it was refused or failed.
     QWidget *openForm(const QString &actionName);
     /// Runs a selection action, which makes sure that its dialog exists, and returns the dialog.
@@ -78,9 +79,8 @@ private:
     void createMenus();
     void createToolBars();
     void adoptHostConnection();
-    void execute(const ModuleAction &action);
 
-    QHash<QString, QPointer<QWidget>> forms_; // by action; a form that was freed clears its pointer by dying
+    ui::CommandRegistry *commands_ = nullptr;
     QList<QMenu *> menus_;
     QList<QToolBar *> toolBars_;
 };

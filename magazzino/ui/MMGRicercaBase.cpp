@@ -2,7 +2,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "platform/core/Error.h"
+#include "platform/ui/CommandRegistry.h"
 #include "platform/ui/EntryForm.h"
 
 using namespace Qt::StringLiterals;
@@ -29,10 +29,7 @@ TMMGRicercaBase::TMMGRicercaBase(const ui::SearchSpec &spec, const QString &entr
 
 ui::EntryForm &TMMGRicercaBase::entryForm()
 {
-    auto *form = qobject_cast<ui::EntryForm *>(Modulo().openForm(entryAction_));
-    if (!form)
-        throw core::Error(u"La maschera di inserimento non è disponibile."_s);
-    return *form;
+    return Modulo().commands().entryForm(entryAction_);
 }
 
 QList<ui::ListColumn> anagraficaColumns()

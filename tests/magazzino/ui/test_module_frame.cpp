@@ -187,15 +187,15 @@ void TestModuleFrame::everyActionOpens()
     const QStringList freed = {
         u"actInserimentoBolleCarico"_s, u"actInserimentoDdTScarico"_s, u"actInserimentoFattureAccompagnatorie"_s,
         u"actRicercaBolleCarico"_s,     u"actStampaInventario"_s,      u"actStampaInventarioValorizzato"_s};
-    for (const ModuleAction &action : moduleActions()) {
-        if (action.kind == ActionKind::Form) {
+    for (const ui::ActionSpec &action : moduleActions()) {
+        if (action.kind == ui::ActionKind::Form) {
             const QPointer<QWidget> form = workplace.module().openForm(action.name);
             opensWindow(action.name, [&] { return workplace.module().openForm(action.name); });
             QVERIFY2(form.isNull() == freed.contains(action.name), qPrintable(action.name));
         }
-        if (action.kind == ActionKind::Selection)
+        if (action.kind == ui::ActionKind::Selection)
             opensDialog(action.name, [&] { QVERIFY(!chooseRecord(action.name)); });
-        if (action.kind == ActionKind::Report)
+        if (action.kind == ui::ActionKind::Report)
             opensDialog(action.name, [&] { test::trigger(&workplace.module(), action.name); });
     }
     const QStringList dialogs = {u"actOpzioni"_s, u"actImporta"_s, u"actCambiaPassword"_s};

@@ -107,8 +107,8 @@ void TestSelectionDialogs::categoryIncludesThoseBelow()
 
 void TestSelectionDialogs::okWithoutARowWarnsAndStaysOpen()
 {
-    for (const ModuleAction &action : moduleActions()) {
-        if (action.kind != ActionKind::Selection)
+    for (const ui::ActionSpec &action : moduleActions()) {
+        if (action.kind != ui::ActionKind::Selection)
             continue;
         TMMGModSelezionaBase &dialog = workplace_->module().selectionDialog(action.name);
         dialog.show();
