@@ -1,7 +1,7 @@
 #include "benchmark/Bench.h"
 
 #include "host/DatabaseSetup.h"
-#include "host/schema/DemoData.h"
+#include "host/start/FirstRows.h"
 #include "platform/core/Log.h"
 #include "platform/data/Connection.h"
 
@@ -37,7 +37,7 @@ void Bench::createDatabase()
 {
     host::createHostDatabase(address_, true);
     restart();
-    host::insertDemoWarehouseData(program_->connection());
+    host::insertDemoModuleData(program_->connection());
     makeArticles(program_->connection(), size);
 }
 

@@ -7,6 +7,9 @@
 class QApplication;
 class QMenu;
 class QToolBar;
+namespace data {
+class Connection;
+}
 namespace schema {
 struct Step;
 }
@@ -21,13 +24,17 @@ struct PackageClass
     std::function<QObject *(QObject *owner)> create;
     /// What the module object does to the database's schema when it starts; so the host can copy the database before.
     std::function<const QList<schema::Step> &()> steps = {};
+    /// What it puts into its tables in a new database, where they are empty: with the demonstration data, and as most
+    /// firms have it.
+    std::function<void(data::Connection &)> demoRows = {};
+    std::function<void(data::Connection &)> commonRows = {};
 };
 
 template <typename Module>
-PackageClass packageClass(const std::function<const QList<schema::Step> &()> &steps = {})
+PackageClass packageClass()
 {
-    return {QString::fromLatin1(Module::staticMetaObject.className()), [](QObject *owner) { return new Module(owner); },
-            steps};
+    return {QString::fromLatin1(Module::staticMetaObject.className()),
+            [](QObject *owner) { return new Module(owner); }};
 }
 
 struct PackageEntry

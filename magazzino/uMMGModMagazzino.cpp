@@ -2,12 +2,15 @@
 
 #include "host/Corvane3Impl.h"
 #include "host/IntfPack.h"
+#include "host/transfer/ImportTarget.h"
 #include "host/users/Users.h"
 #include "magazzino/Azioni.h"
 #include "magazzino/MMGUtils.h"
 #include "magazzino/documents/DocumentKind.h"
 #include "magazzino/reports/uMMGdmStampe.h"
+#include "magazzino/schema/InitialRows.h"
 #include "magazzino/schema/ModuleSteps.h"
+#include "magazzino/schema/ModuleUses.h"
 #include "magazzino/ui/SelectionDialog.h"
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
@@ -62,9 +65,21 @@ const QList<DataSetSpec> &dataSetSpecs()
     return specs;
 }
 
-// Registers the module once while its library loads; a second run of the initialisation changes nothing.
+PackageClass moduleClass()
+{
+    PackageClass module = packageClass<TMMGModMagazzino>();
+    module.steps = schema::moduleSteps;
+    module.demoRows = schema::insertDemoRows;
+    module.commonRows = schema::insertCommonRows;
+    return module;
+}
+
+// Registers the module once while its library loads, with what it has of what the host works on.
 const bool registered = [] {
-    RegisterPackage(packageName, u"Modulo Magazzino"_s, packageClass<TMMGModMagazzino>(schema::moduleSteps));
+    RegisterPackage(packageName, u"Modulo Magazzino"_s, moduleClass());
+    data::registerUses(schema::moduleUses());
+    host::registerImportTarget(
+        {u"Fornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s, host::firmImportFields(u"fornitore"_s)});
     return true;
 }();
 

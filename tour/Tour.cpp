@@ -2,7 +2,7 @@
 
 #include "host/Application.h"
 #include "host/DatabaseSetup.h"
-#include "host/schema/DemoData.h"
+#include "host/start/FirstRows.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
 #include "platform/data/Connection.h"
@@ -38,7 +38,7 @@ void show(Visit &visit)
     visit.tell(u"Nuovo database dimostrativo \"%1\""_s.arg(file));
     host::Session session(demoDatabase(file), host::administrator, {});
     session.startModules(QCoreApplication::applicationDirPath());
-    host::insertDemoWarehouseData(session.connection());
+    host::insertDemoModuleData(session.connection());
     visit.show(session.window());
     tourWarehouse(visit, session);
     tourHost(visit, session);

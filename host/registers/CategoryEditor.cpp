@@ -1,7 +1,7 @@
 #include "host/registers/CategoryEditor.h"
 
 #include "host/Corvane3Impl.h"
-#include "host/registers/RegisterUses.h"
+#include "host/registers/RegisterDeletion.h"
 #include "platform/core/Messages.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
@@ -24,23 +24,6 @@ namespace {
 
 constexpr int nameLength = 50;
 
-CategoryEditorSpec articleEditor()
-{
-    CategoryEditorSpec spec{u"CategorieArticoli"_s, u"Categorie degli articoli"_s, articleCategories, {}};
-    spec.uses = {{u"sottocategorie"_s, u"CATEGORIE_ANA_MAGA"_s, u"IDPADRE = :ID"_s},
-                 {u"articoli"_s, u"ANA_MAGA"_s, u"IDCATEGORIA_ANA_MAGA = :ID"_s},
-                 {u"movimenti di magazzino"_s, u"MOVI_MAGA"_s, u"IDCATEGORIA_ANA_MAGA = :ID"_s}};
-    return spec;
-}
-
-CategoryEditorSpec serviceEditor()
-{
-    CategoryEditorSpec spec{u"CategorieServizi"_s, u"Categorie dei servizi"_s, serviceCategories, {}};
-    spec.uses = {{u"sottocategorie"_s, u"CATEGORIE_SERVIZI"_s, u"IDPADRE = :ID"_s},
-                 {u"servizi"_s, u"SERVIZI"_s, u"IDCATEGORIA_SERVIZI = :ID"_s}};
-    return spec;
-}
-
 // NULL for the top level.
 QVariant parentValue(int parent)
 {
@@ -51,13 +34,13 @@ QVariant parentValue(int parent)
 
 const CategoryEditorSpec &articleCategoryEditor()
 {
-    static const CategoryEditorSpec spec = articleEditor();
+    static const CategoryEditorSpec spec = {u"CategorieArticoli"_s, u"Categorie degli articoli"_s, articleCategories};
     return spec;
 }
 
 const CategoryEditorSpec &serviceCategoryEditor()
 {
-    static const CategoryEditorSpec spec = serviceEditor();
+    static const CategoryEditorSpec spec = {u"CategorieServizi"_s, u"Categorie dei servizi"_s, serviceCategories};
     return spec;
 }
 
@@ -256,10 +239,8 @@ void CategoryEditor::remove()
     const int key = selectedKey();
     if (key < 1)
         return;
-    const RegisterSpec category{.oneRecord = u"questa categoria"_s,
-                                .table = spec_.categories.table,
-                                .key = spec_.categories.key,
-                                .uses = spec_.uses};
+    const RegisterSpec category{
+        .oneRecord = u"questa categoria"_s, .table = spec_.categories.table, .key = spec_.categories.key};
     const int parent = parentOf(key);
     if (deleteRegisterRecord(category, key, connection_, this))
         reload(parent);

@@ -2,20 +2,17 @@
 #include "host/registers/RegisterSpec.h"
 #include "platform/ui/ChildForm.h"
 
-#include <QList>
-
 class QTreeWidget;
 class QTreeWidgetItem;
 
 namespace host {
 
-/// One kind of categories: their table and the records that are sorted into them.
+/// One kind of categories.
 struct CategoryEditorSpec
 {
     QString name; ///< object name of the form
     QString caption;
     ui::CategoryTable categories;
-    QList<RegisterUse> uses;
 };
 
 const CategoryEditorSpec &articleCategoryEditor();

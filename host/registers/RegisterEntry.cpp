@@ -1,9 +1,10 @@
 #include "host/registers/RegisterEntry.h"
 
 #include "host/Corvane3Impl.h"
-#include "host/registers/RegisterUses.h"
+#include "host/registers/RegisterDeletion.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
+#include "platform/data/RecordUses.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/CategoryField.h"
 #include "platform/ui/ChoiceFields.h"
@@ -189,7 +190,7 @@ bool RegisterEntry::isDuplicate() const
 bool RegisterEntry::renamesUsedRecord() const
 {
     return storedKey() > 0 && textOf(spec_.uniqueColumn) != loadedText_ &&
-           !usesOf(spec_.uses, storedKey(), connection()).isEmpty();
+           !data::usesOf(spec_.table, storedKey(), connection()).isEmpty();
 }
 
 void RegisterEntry::resetDetails()

@@ -1,6 +1,6 @@
 #include "host/registers/RegisterList.h"
 
-#include "host/registers/RegisterUses.h"
+#include "host/registers/RegisterDeletion.h"
 
 using namespace Qt::StringLiterals;
 

@@ -30,11 +30,4 @@ RegisterField number(RegisterField::Kind kind, const QString &name, const QStrin
     return {.name = name, .label = label, .column = column, .kind = kind, .row = row, .position = position};
 }
 
-QList<RegisterUse> documentRows(const QString &condition)
-{
-    return {{u"righe di bolle di carico"_s, u"BOLLE_CARICO_DETT"_s, condition},
-            {u"righe di D.d.T. di scarico"_s, u"DDT_SCARICO_DETT"_s, condition},
-            {u"righe di fatture accompagnatorie"_s, u"FATT_ACC_DETT"_s, condition}};
-}
-
 } // namespace host::parts

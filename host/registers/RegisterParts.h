@@ -24,7 +24,4 @@ const RegisterSpec &kept()
     return spec;
 }
 
-/// Rows of the three kinds of documents that meet `condition`.
-QList<RegisterUse> documentRows(const QString &condition);
-
 } // namespace host::parts

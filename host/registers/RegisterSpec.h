@@ -43,14 +43,6 @@ struct RegisterGroup
     QList<RegisterField> fields;
 };
 
-/// Where records of a register are used: rows of `table` that meet `condition`, in which :ID is the record's key.
-struct RegisterUse
-{
-    QString what; ///< in the plural, "righe di D.d.T."
-    QString table;
-    QString condition;
-};
-
 /// A register: its entry form, its list and the rules of both, all as data.
 struct RegisterSpec
 {
@@ -66,7 +58,6 @@ struct RegisterSpec
     QString uniqueColumn = {}; ///< text that only one record may have, whatever its case
     QString duplicateText = {};
     QString codePrefix = {}; ///< of the code proposed for a new record; none while empty
-    QList<RegisterUse> uses = {};
     /// Documents and movements repeat the unique text instead of the key, so it cannot change while they do.
     bool namedByText = false;
     /// Says why the record with this key must stay, empty when it may go.

@@ -97,9 +97,6 @@ RegisterGroup taxData()
 
 RegisterSpec makeArticles()
 {
-    const QString ofArticle = u"UPPER(CODICE) = (SELECT UPPER(CODICE) FROM ANA_MAGA WHERE IDANA_MAGA = :ID)"_s;
-    QList<RegisterUse> uses = documentRows(ofArticle + u" AND TIPO_RIGA = 'Articolo'"_s);
-    uses.append({u"movimenti di magazzino"_s, u"MOVI_MAGA"_s, ofArticle});
     return {.name = u"Articoli"_s,
             .caption = u"Articoli"_s,
             .oneRecord = u"questo articolo"_s,
@@ -119,7 +116,6 @@ RegisterSpec makeArticles()
                 "dei documenti. Salvare comunque?"_s,
             .uniqueColumn = u"CODICE"_s,
             .duplicateText = codeIsTaken,
-            .uses = uses,
             .namedByText = true,
             .openingSize = {760, 400},
             .listSql = u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA, UM.UM FROM ANA_MAGA "
@@ -148,8 +144,6 @@ RegisterSpec makeServices()
             .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
             .uniqueColumn = u"CODICE"_s,
             .duplicateText = codeIsTaken,
-            .uses = documentRows(u"UPPER(CODICE) = (SELECT UPPER(CODICE) FROM SERVIZI WHERE IDSERVIZIO = :ID) AND "
-                                 "TIPO_RIGA = 'Servizio'"_s),
             .namedByText = true,
             .openingSize = {760, 340},
             .listSql = u"SELECT SERVIZI.*, CATEGORIE_SERVIZI.CATEGORIA FROM SERVIZI LEFT JOIN CATEGORIE_SERVIZI ON "
@@ -166,7 +160,6 @@ RegisterSpec makeServices()
 
 RegisterSpec makeCustomers()
 {
-    const QString ofCustomer = u"UPPER(CLI_CODICE) = (SELECT UPPER(CODICE) FROM CLIENTI WHERE IDCLIENTE = :ID)"_s;
     RegisterGroup firm = address(1);
     firm.fields.prepend(text(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 20, 0));
     RegisterGroup tax = taxData();
@@ -197,9 +190,6 @@ RegisterSpec makeCustomers()
             .uniqueColumn = u"CODICE"_s,
             .duplicateText = codeIsTaken,
             .codePrefix = u"CLI"_s,
-            .uses = {{u"D.d.T. di scarico"_s, u"DDT_SCARICO"_s, ofCustomer + u" AND TIPO_ANAGRAFICA = 0"_s},
-                     {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, ofCustomer},
-                     {u"fatture di vendita"_s, u"FATT_VEND"_s, ofCustomer}},
             .namedByText = true,
             .openingSize = {760, 500},
             .listColumns = {{u"Codice"_s, u"CODICE"_s, 100},

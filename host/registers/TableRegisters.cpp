@@ -15,9 +15,6 @@ using Width = ui::ListColumn::Width;
 
 RegisterSpec makeVatRates()
 {
-    QList<RegisterUse> uses = {{u"articoli"_s, u"ANA_MAGA"_s, u"IDALIQUOTA_IVA = :ID"_s},
-                               {u"servizi"_s, u"SERVIZI"_s, u"IDALIQUOTA_IVA = :ID"_s}};
-    uses += documentRows(u"IVA_IDALIQUOTA_IVA = :ID"_s);
     return {.name = u"AliquoteIVA"_s,
             .caption = u"Aliquote IVA"_s,
             .oneRecord = u"questa aliquota IVA"_s,
@@ -31,7 +28,6 @@ RegisterSpec makeVatRates()
             .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
             .uniqueColumn = u"CODICE"_s,
             .duplicateText = codeIsTaken,
-            .uses = uses,
             .openingSize = {560, 220},
             .listColumns = {{u"Codice"_s, u"CODICE"_s, 80},
                             {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
@@ -42,12 +38,6 @@ RegisterSpec makeVatRates()
 
 RegisterSpec makeUnits()
 {
-    QList<RegisterUse> uses = {{u"articoli"_s, u"ANA_MAGA"_s, u"IDUM = :ID"_s},
-                               {u"servizi"_s, u"SERVIZI"_s, u"IDUM = :ID"_s}};
-    uses += documentRows(u"IDUM = :ID"_s);
-    uses += {{u"bolle di carico"_s, u"BOLLE_CARICO"_s, u"PESO_IDUM = :ID"_s},
-             {u"D.d.T. di scarico"_s, u"DDT_SCARICO"_s, u"PESO_IDUM = :ID"_s},
-             {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, u"PESO_IDUM = :ID"_s}};
     return {.name = u"UnitaMisura"_s,
             .caption = u"Unità di misura"_s,
             .oneRecord = u"questa unità di misura"_s,
@@ -57,7 +47,6 @@ RegisterSpec makeUnits()
             .required = {{u"UM"_s, u"Non è stata indicata l'unità di misura!"_s}},
             .uniqueColumn = u"UM"_s,
             .duplicateText = u"Esiste già un'unità di misura con questo nome!"_s,
-            .uses = uses,
             .openingSize = {460, 160},
             .listColumns = {{u"Unità di misura"_s, u"UM"_s, 0, Width::Rest}},
             .listFilters = {ui::containing(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s)},
@@ -66,7 +55,6 @@ RegisterSpec makeUnits()
 
 RegisterSpec makePaymentTypes()
 {
-    const QString ofType = u"IDTIPO_PAGAMENTO = :ID"_s;
     return {
         .name = u"TipiPagamento"_s,
         .caption = u"Tipi di pagamento"_s,
@@ -77,9 +65,6 @@ RegisterSpec makePaymentTypes()
         .required = {{u"TIPO_PAGAMENTO"_s, u"Non è stato indicato il tipo di pagamento!"_s}},
         .uniqueColumn = u"TIPO_PAGAMENTO"_s,
         .duplicateText = u"Esiste già un tipo di pagamento con questo nome!"_s,
-        .uses = {{u"clienti"_s, u"CLIENTI"_s, ofType},
-                 {u"fornitori"_s, u"FORNITORI"_s, ofType},
-                 {u"fatture accompagnatorie"_s, u"FATT_ACC"_s, ofType}},
         .openingSize = {520, 160},
         .listColumns = {{u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 0, Width::Rest}},
         .listFilters = {ui::containing(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s)},

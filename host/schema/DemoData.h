@@ -11,18 +11,9 @@ namespace host {
 /// and the users MAGAZZINIERE and UFFICIO beside AMMINISTRATORE. Throws data::DatabaseError.
 void insertDemoMasterData(data::Connection &connection);
 
-/// Fills the warehouse module's suppliers, carriers, transport types and transport reasons, each table only when it
-/// exists and is empty, and grants the view of invoices to the role of UFFICIO. Call it after the module has created
-/// its tables. Throws data::DatabaseError.
-void insertDemoWarehouseData(data::Connection &connection);
-
 /// What a firm of its own starts with besides: VAT rates, units, payment types, notes for documents, a category of
 /// articles. For empty tables;
 /// throws data::DatabaseError.
 void insertCommonTables(data::Connection &connection);
-
-/// The same for the warehouse module's tables, once it has made them: transport types and reasons, where there are
-/// none.
-void insertCommonWarehouseTables(data::Connection &connection);
 
 } // namespace host

@@ -126,24 +126,6 @@ const QStringList &customers()
     return all;
 }
 
-const QStringList &suppliers()
-{
-    static const QStringList all =
-        u"Acciaierie Brentane S.p.A.|Bulloneria Lombarda S.r.l.|Chiusure & Sicurezza S.r.l.|Dell'Orto Sementi S.r.l.|"
-        "Elettroforniture Nord S.p.A.|Fonderie Càmuna S.p.A.|Giardino Italiano S.r.l.|Inox Casa S.r.l.|"
-        "Lampade e Luce S.r.l.|Meccanica Utensili S.p.A.|Plastiche Adriatiche S.r.l.|Scope Friulane S.n.c.|"
-        "Tubificio Padano S.r.l.|Vernici Alba S.p.A.|Zincheria Orobica S.r.l."_s.split(u'|');
-    return all;
-}
-
-const QStringList &carriers()
-{
-    static const QStringList all =
-        u"Autotrasporti Fratelli Conti S.n.c.|Brenta Corriere S.r.l.|Corriere dell'Adige S.r.l.|"
-        "Logistica Tre Valli S.r.l.|Spedizioni Sant'Anna S.r.l.|Trasporti Zoppé S.a.s."_s.split(u'|');
-    return all;
-}
-
 const QStringList &units()
 {
     static const QStringList all = {u"PZ"_s, u"KG"_s, u"MT"_s, u"CF"_s, u"LT"_s, u"PA"_s, u"MQ"_s, u"ORA"_s};
@@ -155,21 +137,6 @@ const QStringList &paymentTypes()
     static const QStringList all = {
         u"Rimessa diretta"_s,         u"Contanti alla consegna"_s,     u"Bonifico bancario 30 gg. d.f."_s,
         u"Ri.Ba. 30 gg. fine mese"_s, u"Ri.Ba. 30/60 gg. fine mese"_s, u"Assegno bancario"_s};
-    return all;
-}
-
-const QStringList &transportTypes()
-{
-    static const QStringList all = {u"Mittente"_s, u"Vettore"_s, u"Destinatario"_s};
-    return all;
-}
-
-const QStringList &transportReasons()
-{
-    static const QStringList all = {
-        u"Vendita"_s,           u"Reso"_s,        u"Conto visione"_s,     u"Conto deposito"_s,
-        u"Conto riparazione"_s, u"Omaggio"_s,     u"Conto lavorazione"_s, u"Reso da c/visione"_s,
-        u"Sostituzione"_s,      u"Campionatura"_s};
     return all;
 }
 

@@ -62,12 +62,8 @@ const QList<VatRate> &vatRates();
 const QList<Note> &documentNotes();
 const QStringList &streets();
 const QStringList &customers();
-const QStringList &suppliers();
-const QStringList &carriers();
 const QStringList &units();
 const QStringList &paymentTypes();
-const QStringList &transportTypes();
-const QStringList &transportReasons();
 ///@}
 
 } // namespace host::demo

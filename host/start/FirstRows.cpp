@@ -1,6 +1,6 @@
 #include "host/start/FirstRows.h"
 
-#include "host/schema/DemoData.h"
+#include "host/IntfPack.h"
 #include "platform/data/Connection.h"
 
 using namespace Qt::StringLiterals;
@@ -13,7 +13,21 @@ const QString option = u"PRIME_RIGHE"_s;
 const QString demo = u"dimostrative"_s;
 const QString common = u"tabelle comuni"_s;
 
+void insertRowsOfModules(FirstRows rows, data::Connection &connection)
+{
+    for (int i = 0; i < GetPackageCount(); ++i) {
+        const PackageClass &module = GetPackage(i).moduleClass;
+        if (const auto &insert = rows == FirstRows::Demo ? module.demoRows : module.commonRows)
+            insert(connection);
+    }
+}
+
 } // namespace
+
+void insertDemoModuleData(data::Connection &connection)
+{
+    insertRowsOfModules(FirstRows::Demo, connection);
+}
 
 void noteFirstRows(FirstRows rows, data::Connection &connection)
 {
@@ -28,10 +42,7 @@ void insertNotedFirstRows(data::Connection &connection)
     if (noted.isEmpty())
         return;
     // Both fill empty tables only, so a second run after a failure between them changes nothing.
-    if (noted.text(0, u"VALORE") == demo)
-        insertDemoWarehouseData(connection);
-    else
-        insertCommonWarehouseTables(connection);
+    insertRowsOfModules(noted.text(0, u"VALORE") == demo ? FirstRows::Demo : FirstRows::CommonTables, connection);
     connection.run(u"DELETE FROM OPZIONI WHERE OPZIONE = ?"_s, {option});
 }
 

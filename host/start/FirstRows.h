@@ -13,6 +13,10 @@ enum class FirstRows
     CommonTables ///< transport types and reasons as most firms have them
 };
 
+/// Lets every module insert its demonstration data; call it after the modules have made their tables. Throws
+/// data::DatabaseError.
+void insertDemoModuleData(data::Connection &connection);
+
 /// Notes in the new database what it is still to get, so that it gets it whenever it is opened next.
 void noteFirstRows(FirstRows rows, data::Connection &connection);
 /// Inserts what was noted, once; does nothing in any other database. Throws data::DatabaseError.

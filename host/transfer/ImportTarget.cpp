@@ -40,7 +40,38 @@ QList<ImportField> articleFields()
     };
 }
 
-QList<ImportField> firmFields(const QString &kind)
+// Letters and digits alone, without accents and case.
+QString comparable(const QString &name)
+{
+    QString letters;
+    for (const QChar c : name.normalized(QString::NormalizationForm_D)) {
+        if (c.isLetterOrNumber())
+            letters += c.toLower();
+    }
+    return letters;
+}
+
+QStringList namesOf(const ImportField &field)
+{
+    QStringList names = {comparable(field.caption), comparable(field.column)};
+    for (const QString &name : field.otherNames)
+        names.append(comparable(name));
+    return names;
+}
+
+// Modules add theirs while their libraries load.
+QList<ImportTarget> &targets()
+{
+    static QList<ImportTarget> all = {
+        {u"Articoli"_s, u"ANA_MAGA"_s, u"IDANA_MAGA"_s, articleFields()},
+        {u"Clienti"_s, u"CLIENTI"_s, u"IDCLIENTE"_s, firmImportFields(u"cliente"_s)},
+    };
+    return all;
+}
+
+} // namespace
+
+QList<ImportField> firmImportFields(const QString &kind)
 {
     const ImportLookup payment = {
         .table = u"TIPI_PAGAMENTO"_s, .key = u"IDTIPO_PAGAMENTO"_s, .column = u"TIPO_PAGAMENTO"_s};
@@ -65,35 +96,14 @@ QList<ImportField> firmFields(const QString &kind)
     };
 }
 
-// Letters and digits alone, without accents and case.
-QString comparable(const QString &name)
-{
-    QString letters;
-    for (const QChar c : name.normalized(QString::NormalizationForm_D)) {
-        if (c.isLetterOrNumber())
-            letters += c.toLower();
-    }
-    return letters;
-}
-
-QStringList namesOf(const ImportField &field)
-{
-    QStringList names = {comparable(field.caption), comparable(field.column)};
-    for (const QString &name : field.otherNames)
-        names.append(comparable(name));
-    return names;
-}
-
-} // namespace
-
 const QList<ImportTarget> &importTargets()
 {
-    static const QList<ImportTarget> targets = {
-        {u"Articoli"_s, u"ANA_MAGA"_s, u"IDANA_MAGA"_s, articleFields()},
-        {u"Clienti"_s, u"CLIENTI"_s, u"IDCLIENTE"_s, firmFields(u"cliente"_s)},
-        {u"Fornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s, firmFields(u"fornitore"_s)},
-    };
-    return targets;
+    return targets();
+}
+
+void registerImportTarget(const ImportTarget &target)
+{
+    targets().append(target);
 }
 
 QList<int> mapColumns(const ImportTarget &target, const QStringList &headers)

@@ -46,8 +46,14 @@ struct ImportTarget
     QList<ImportField> fields;
 };
 
-/// Articles, customers, suppliers. A module's table may be missing in a database.
+/// Articles, customers and what modules added. A module's table may be missing in a database.
 const QList<ImportTarget> &importTargets();
+
+/// Adds a table of a module's for the rest of the program's life; called by the module's library while it loads.
+void registerImportTarget(const ImportTarget &target);
+
+/// The fields of a register of firms; `kind` is what one is called, "cliente", as files may name its columns.
+QList<ImportField> firmImportFields(const QString &kind);
 
 /// The CSV column (from 0) for each field of `target`, -1 where no header names it: by caption, column name or another
 /// usual name, without case, accents, blanks and signs. No column is used twice.

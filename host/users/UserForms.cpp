@@ -124,7 +124,6 @@ RegisterSpec makeRoles()
             .required = {{u"RUOLO"_s, u"Non è stato indicato il ruolo!"_s}},
             .uniqueColumn = u"RUOLO"_s,
             .duplicateText = u"Esiste già un ruolo con questo nome!"_s,
-            .uses = {{u"utenti"_s, u"UTENTI_RUOLI"_s, u"IDRUOLO_UTENTE = :ID"_s}},
             .refuseDeletion = refuseRoleDeletion,
             .deletedWith = {u"DELETE FROM ABILITAZIONI_RUOLI WHERE IDRUOLO_UTENTE = ?"_s},
             .openingSize = {560, 360},

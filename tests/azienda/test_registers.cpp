@@ -1,7 +1,7 @@
 #include "host/HostCommands.h"
 #include "host/TaxCodes.h"
 #include "host/registers/RegisterEntry.h"
-#include "host/registers/RegisterUses.h"
+#include "host/registers/RegisterDeletion.h"
 #include "platform/core/NumberReader.h"
 #include "tests/support/Controls.h"
 #include "tests/support/Documents.h"

@@ -1,5 +1,5 @@
 #include "host/HostCommands.h"
-#include "host/registers/RegisterUses.h"
+#include "host/registers/RegisterDeletion.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/FileCommands.h"
 #include "host/ui/MainWindow.h"

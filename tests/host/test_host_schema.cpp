@@ -1,4 +1,5 @@
 #include "host/schema/DemoData.h"
+#include "host/start/FirstRows.h"
 #include "magazzino/MMGUtils.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
@@ -29,7 +30,7 @@ namespace {
 void fill(test::ModuleDatabase &database)
 {
     host::insertDemoMasterData(database.connection());
-    host::insertDemoWarehouseData(database.connection());
+    host::insertDemoModuleData(database.connection());
 }
 
 } // namespace
@@ -54,7 +55,7 @@ void TestHostSchema::warehouseDataLeaveFilledTablesAlone()
     test::ModuleDatabase database;
     database.insert(u"FORNITORI"_s, {{u"CODICE"_s, u"MIO"_s}});
     fill(database);
-    host::insertDemoWarehouseData(database.connection());
+    host::insertDemoModuleData(database.connection());
     QCOMPARE(database.lines(u"SELECT CODICE FROM FORNITORI"_s), QStringList({u"MIO"_s}));
     QCOMPARE(database.lines(u"SELECT COUNT(*) FROM VETTORI"_s), QStringList({u"6"_s}));
 }

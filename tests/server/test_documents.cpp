@@ -1,5 +1,5 @@
 #include "host/DatabaseSetup.h"
-#include "host/schema/DemoData.h"
+#include "host/start/FirstRows.h"
 #include "magazzino/reports/uMMGStampaInventarioBase.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Error.h"
@@ -52,7 +52,7 @@ void TestServerDocuments::initTestCase()
 void TestServerDocuments::init()
 {
     workplace_ = std::make_unique<test::Workplace>(server_->address(u"documenti.fdb"_s));
-    host::insertDemoWarehouseData(workplace_->database());
+    host::insertDemoModuleData(workplace_->database());
     for (const char *table : {"DDT_SCARICO_DETT", "DDT_SCARICO", "FATT_ACC_DETT", "FATT_ACC", "MOVI_MAGA"})
         workplace_->database().execute(u"DELETE FROM "_s + QLatin1StringView(table));
 }

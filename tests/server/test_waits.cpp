@@ -1,5 +1,5 @@
 #include "host/DatabaseSetup.h"
-#include "host/schema/DemoData.h"
+#include "host/start/FirstRows.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/WaitLimits.h"
@@ -64,7 +64,7 @@ void TestWaits::init()
 {
     data::waitLimits() = {.lock = 2, .silence = 1, .answer = 1};
     workplace_ = std::make_unique<test::Workplace>(server_->address());
-    host::insertDemoWarehouseData(workplace_->database());
+    host::insertDemoModuleData(workplace_->database());
 }
 
 void TestWaits::cleanup()

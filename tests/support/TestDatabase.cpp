@@ -3,6 +3,7 @@
 #include "host/IntfPack.h"
 #include "host/schema/DemoData.h"
 #include "host/schema/HostSchema.h"
+#include "host/start/FirstRows.h"
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Error.h"
 #include "platform/data/DatabaseFile.h"
@@ -59,7 +60,7 @@ void fill(const data::DatabaseAddress &address, Content content)
     AggiornaDatabase();
     if (content == Content::DemoData) {
         host::insertDemoMasterData(ModuleConnection());
-        host::insertDemoWarehouseData(ModuleConnection());
+        host::insertDemoModuleData(ModuleConnection());
     }
 }
 

@@ -1,32 +1,16 @@
-#include "host/registers/RegisterUses.h"
+#include "host/registers/RegisterDeletion.h"
 
 #include "platform/core/Messages.h"
-#include "platform/data/Catalogue.h"
 #include "platform/data/Connection.h"
+#include "platform/data/RecordUses.h"
 
 using namespace Qt::StringLiterals;
 
 namespace host {
 
-QStringList usesOf(const QList<RegisterUse> &uses, int id, data::Connection &connection)
-{
-    QStringList lines;
-    for (const RegisterUse &use : uses) {
-        if (!data::hasTable(connection, use.table))
-            continue;
-        const int count =
-            connection
-                .select(u"SELECT COUNT(*) AS NUM FROM %1 WHERE %2"_s.arg(use.table, use.condition), {{u"ID"_s, id}})
-                .integer(0, u"NUM");
-        if (count > 0)
-            lines.append(u"%1: %2"_s.arg(use.what).arg(count));
-    }
-    return lines;
-}
-
 bool deleteRegisterRecord(const RegisterSpec &spec, int id, data::Connection &connection, QObject *owner)
 {
-    const QStringList lines = usesOf(spec.uses, id, connection);
+    const QStringList lines = data::usesOf(spec.table, id, connection);
     if (!lines.isEmpty()) {
         core::warn(owner, u"Non è possibile eliminare %1,\n\resistono dei dati correlati:\n\r%2"_s.arg(
                               spec.oneRecord, lines.join(u"\n\r"_s)));
@@ -41,7 +25,7 @@ bool deleteRegisterRecord(const RegisterSpec &spec, int id, data::Connection &co
         return false;
     data::Transaction transaction(connection);
     // Another workstation may have used the record while the question stood on the screen.
-    const bool unused = usesOf(spec.uses, id, connection).isEmpty() && refusal().isEmpty();
+    const bool unused = data::usesOf(spec.table, id, connection).isEmpty() && refusal().isEmpty();
     if (unused) {
         for (const QString &statement : spec.deletedWith)
             connection.run(statement, {id});

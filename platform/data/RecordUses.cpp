@@ -1,0 +1,45 @@
+#include "platform/data/RecordUses.h"
+
+#include "platform/data/Catalogue.h"
+#include "platform/data/Connection.h"
+
+using namespace Qt::StringLiterals;
+
+namespace data {
+
+namespace {
+
+// Libraries register while they load, before main(): the list must exist at its first use.
+QList<RecordUse> &registered()
+{
+    static QList<RecordUse> uses;
+    return uses;
+}
+
+int countOf(const RecordUse &use, int id, Connection &connection)
+{
+    return connection
+        .select(u"SELECT COUNT(*) AS NUM FROM %1 WHERE %2"_s.arg(use.table, use.condition), {{u"ID"_s, id}})
+        .integer(0, u"NUM");
+}
+
+} // namespace
+
+void registerUses(const QList<RecordUse> &uses)
+{
+    registered() += uses;
+}
+
+QStringList usesOf(const QString &table, int id, Connection &connection)
+{
+    QStringList lines;
+    for (const RecordUse &use : std::as_const(registered())) {
+        if (use.of != table || !hasTable(connection, use.table))
+            continue;
+        if (const int count = countOf(use, id, connection); count > 0)
+            lines.append(u"%1: %2"_s.arg(use.what).arg(count));
+    }
+    return lines;
+}
+
+} // namespace data
