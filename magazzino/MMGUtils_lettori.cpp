@@ -1,3 +1,4 @@
+#include "host/FirmFields.h"
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Error.h"
 #include "platform/data/Connection.h"
@@ -72,29 +73,19 @@ TCodiceTesto readPair(const QString &table, const QString &key, const QString &t
 }
 
 template <typename Record>
-Fields<Record> anagraficaFields(QStringView key)
+Fields<Record> anagraficaFields(QStringView key, host::FirmKind kind)
 {
-    return {{key, &Record::id},
-            {u"CODICE", &Record::codice},
-            {u"RAGIONESOCIALE", &Record::ragioneSociale},
-            {u"INDIRIZZO", &Record::indirizzo},
-            {u"CITTA", &Record::citta},
-            {u"CAP", &Record::cap},
-            {u"PROVINCIA", &Record::provincia},
-            {u"NAZIONE", &Record::nazione},
-            {u"CODICEFISCALE", &Record::codiceFiscale},
-            {u"PARTITAIVA", &Record::partitaIVA},
-            {u"TELEFONO1", &Record::telefono1},
-            {u"TELEFONO2", &Record::telefono2},
-            {u"TELEFONO3", &Record::telefono3},
-            {u"FAX", &Record::fax},
-            {u"EMAIL", &Record::email},
-            {u"WEB", &Record::web}};
+    Fields<Record> fields = {{key, &Record::id}};
+    for (const host::FirmField &field : host::firmFields()) {
+        if (field.member && field.firms.testFlag(kind))
+            fields.append({field.column, static_cast<QString Record::*>(field.member)});
+    }
+    return fields;
 }
 
-Fields<TCliente> clienteFields(QStringView key)
+Fields<TCliente> clienteFields(QStringView key, host::FirmKind kind = host::FirmKind::Customer)
 {
-    Fields<TCliente> fields = anagraficaFields<TCliente>(key);
+    Fields<TCliente> fields = anagraficaFields<TCliente>(key, kind);
     fields.append({u"IDTIPO_PAGAMENTO", &TCliente::idTipoPagamento, -1});
     return fields;
 }
@@ -162,7 +153,8 @@ TCliente GetCliente(const QString &codice)
 TFornitore GetFornitore(int id)
 {
     return core::namingErrors(u"GetFornitore", [&] {
-        return readRecord(byKey(u"FORNITORI"_s, u"IDFORNITORE"_s, id), clienteFields(u"IDFORNITORE"));
+        return readRecord(byKey(u"FORNITORI"_s, u"IDFORNITORE"_s, id),
+                          clienteFields(u"IDFORNITORE", host::FirmKind::Supplier));
     });
 }
 
@@ -201,7 +193,8 @@ TCodiceTesto GetCategoriaServizio(int id)
 TVettore GetVettore(int id)
 {
     return core::namingErrors(u"GetVettore", [&] {
-        return readRecord(byKey(u"VETTORI"_s, u"IDVETTORE"_s, id), anagraficaFields<TVettore>(u"IDVETTORE"));
+        return readRecord(byKey(u"VETTORI"_s, u"IDVETTORE"_s, id),
+                          anagraficaFields<TVettore>(u"IDVETTORE", host::FirmKind::Carrier));
     });
 }
 

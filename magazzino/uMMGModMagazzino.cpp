@@ -78,8 +78,8 @@ PackageClass moduleClass()
 const bool registered = [] {
     RegisterPackage(packageName, u"Modulo Magazzino"_s, moduleClass());
     data::registerUses(schema::moduleUses());
-    host::registerImportTarget(
-        {u"Fornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s, host::firmImportFields(u"fornitore"_s)});
+    host::registerImportTarget({u"Fornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s,
+                                host::firmImportFields(host::FirmKind::Supplier, u"fornitore"_s)});
     return true;
 }();
 

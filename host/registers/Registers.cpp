@@ -1,6 +1,5 @@
+#include "host/registers/FirmGroups.h"
 #include "host/registers/RegisterParts.h"
-
-#include "host/TaxCodes.h"
 
 using namespace Qt::StringLiterals;
 
@@ -73,28 +72,6 @@ RegisterGroup notes()
     return {u"Note"_s, {}, {{.name = u"txtNote"_s, .label = {}, .column = u"NOTE"_s, .kind = Kind::Memo}}};
 }
 
-/// Address, tax data and contacts of a firm. The company itself keeps one telephone number.
-RegisterGroup address(int firstRow)
-{
-    return {general,
-            u"Anagrafica"_s,
-            {text(u"txtRagioneSociale"_s, u"Ragione sociale"_s, u"RAGIONESOCIALE"_s, 100, firstRow, 0, 3),
-             text(u"txtIndirizzo"_s, u"Indirizzo"_s, u"INDIRIZZO"_s, 50, firstRow + 1, 0, 3),
-             text(u"txtCitta"_s, u"Città"_s, u"CITTA"_s, 30, firstRow + 2),
-             upperText(u"txtCap"_s, u"CAP"_s, u"CAP"_s, 5, firstRow + 2, 1),
-             upperText(u"txtProvincia"_s, u"Prov."_s, u"PROVINCIA"_s, 2, firstRow + 2, 2),
-             text(u"txtNazione"_s, u"Nazione"_s, u"NAZIONE"_s, 30, firstRow + 3)}};
-}
-
-RegisterGroup taxData()
-{
-    RegisterField taxCode = upperText(u"txtCodiceFiscale"_s, u"Codice fiscale"_s, u"CODICEFISCALE"_s, 16, 0);
-    taxCode.isRight = host::isTaxCode;
-    RegisterField vatNumber = upperText(u"txtPartitaIVA"_s, u"Partita IVA"_s, u"PARTITAIVA"_s, 13, 0, 1);
-    vatNumber.isRight = host::isVatNumber;
-    return {general, u"Dati fiscali"_s, {taxCode, vatNumber}};
-}
-
 RegisterSpec makeArticles()
 {
     return {.name = u"Articoli"_s,
@@ -160,32 +137,21 @@ RegisterSpec makeServices()
 
 RegisterSpec makeCustomers()
 {
-    RegisterGroup firm = address(1);
-    firm.fields.prepend(text(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 20, 0));
-    RegisterGroup tax = taxData();
-    tax.fields.append(
+    QList<RegisterGroup> groups = firmGroups(FirmKind::Customer);
+    groups[static_cast<int>(FirmBox::TaxData)].fields.append(
         {.name = u"txtTipoPagamento"_s,
          .label = u"Tipo di pagamento"_s,
          .column = u"IDTIPO_PAGAMENTO"_s,
          .kind = Kind::Lookup,
          .row = 1,
          .lookupSql = u"SELECT IDTIPO_PAGAMENTO, TIPO_PAGAMENTO AS TESTO FROM TIPI_PAGAMENTO ORDER BY 2"_s});
+    groups.append(notes());
     return {.name = u"Clienti"_s,
             .caption = u"Clienti"_s,
             .oneRecord = u"questo cliente"_s,
             .table = u"CLIENTI"_s,
             .key = u"IDCLIENTE"_s,
-            .groups = {firm,
-                       tax,
-                       {general,
-                        u"Contatti"_s,
-                        {text(u"txtTelefono1"_s, u"Telefono 1"_s, u"TELEFONO1"_s, 20, 0),
-                         text(u"txtTelefono2"_s, u"Telefono 2"_s, u"TELEFONO2"_s, 20, 0, 1),
-                         text(u"txtTelefono3"_s, u"Telefono 3"_s, u"TELEFONO3"_s, 20, 1),
-                         text(u"txtFax"_s, u"Fax"_s, u"FAX"_s, 20, 1, 1),
-                         text(u"txtEmail"_s, u"e-mail"_s, u"EMAIL"_s, 100, 2),
-                         text(u"txtWeb"_s, u"web"_s, u"WEB"_s, 100, 2, 1)}},
-                       notes()},
+            .groups = groups,
             .required = {{u"CODICE"_s, codeIsMissing}, {u"RAGIONESOCIALE"_s, nameIsMissing}},
             .uniqueColumn = u"CODICE"_s,
             .duplicateText = codeIsTaken,
@@ -211,14 +177,7 @@ RegisterSpec makeCompany()
             .oneRecord = u"questa azienda"_s,
             .table = u"AZIENDA"_s,
             .key = u"IDAZIENDA"_s,
-            .groups = {address(0),
-                       taxData(),
-                       {general,
-                        u"Contatti"_s,
-                        {text(u"txtTelefono"_s, u"Telefono"_s, u"TELEFONO"_s, 20, 0),
-                         text(u"txtFax"_s, u"Fax"_s, u"FAX"_s, 20, 0, 1),
-                         text(u"txtEmail"_s, u"e-mail"_s, u"EMAIL"_s, 100, 1),
-                         text(u"txtWeb"_s, u"web"_s, u"WEB"_s, 100, 1, 1)}}},
+            .groups = firmGroups(FirmKind::Company),
             .required = {{u"RAGIONESOCIALE"_s, nameIsMissing}},
             .openingSize = {760, 400}};
 }

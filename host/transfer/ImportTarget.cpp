@@ -64,36 +64,33 @@ QList<ImportTarget> &targets()
 {
     static QList<ImportTarget> all = {
         {u"Articoli"_s, u"ANA_MAGA"_s, u"IDANA_MAGA"_s, articleFields()},
-        {u"Clienti"_s, u"CLIENTI"_s, u"IDCLIENTE"_s, firmImportFields(u"cliente"_s)},
+        {u"Clienti"_s, u"CLIENTI"_s, u"IDCLIENTE"_s, firmImportFields(FirmKind::Customer, u"cliente"_s)},
     };
     return all;
 }
 
 } // namespace
 
-QList<ImportField> firmImportFields(const QString &kind)
+QList<ImportField> firmImportFields(FirmKind firm, const QString &called)
 {
-    const ImportLookup payment = {
-        .table = u"TIPI_PAGAMENTO"_s, .key = u"IDTIPO_PAGAMENTO"_s, .column = u"TIPO_PAGAMENTO"_s};
-    return {
-        {u"CODICE"_s, u"Codice"_s, {u"Codice "_s + kind, u"Cod."_s}, Kind::Text, 20, true},
-        {u"RAGIONESOCIALE"_s, u"Ragione sociale"_s, {u"Denominazione"_s, u"Nome"_s, kind}, Kind::Text, 100, true},
-        {u"INDIRIZZO"_s, u"Indirizzo"_s, {u"Via"_s}, Kind::Text, 50},
-        {u"CITTA"_s, u"Città"_s, {u"Comune"_s, u"Località"_s}, Kind::Text, 30},
-        {u"CAP"_s, u"CAP"_s, {u"Codice postale"_s}, Kind::Text, 5},
-        {u"PROVINCIA"_s, u"Provincia"_s, {u"Prov."_s, u"PR"_s}, Kind::UpperText, 2},
-        {u"NAZIONE"_s, u"Nazione"_s, {u"Paese"_s, u"Stato"_s}, Kind::Text, 30},
-        {u"CODICEFISCALE"_s, u"Codice fiscale"_s, {u"Cod. fiscale"_s, u"C.F."_s}, Kind::UpperText, 16},
-        {u"PARTITAIVA"_s, u"Partita IVA"_s, {u"P. IVA"_s, u"Part. IVA"_s}, Kind::UpperText, 13},
-        {u"IDTIPO_PAGAMENTO"_s, u"Tipo di pagamento"_s, {u"Pagamento"_s}, Kind::Lookup, 0, false, payment},
-        {u"TELEFONO1"_s, u"Telefono 1"_s, {u"Telefono"_s, u"Tel."_s}, Kind::Text, 20},
-        {u"TELEFONO2"_s, u"Telefono 2"_s, {u"Cellulare"_s}, Kind::Text, 20},
-        {u"TELEFONO3"_s, u"Telefono 3"_s, {}, Kind::Text, 20},
-        {u"FAX"_s, u"Fax"_s, {}, Kind::Text, 20},
-        {u"EMAIL"_s, u"E-mail"_s, {u"Posta elettronica"_s, u"Mail"_s}, Kind::Text, 100},
-        {u"WEB"_s, u"Sito web"_s, {u"Sito"_s, u"Sito Internet"_s}, Kind::Text, 100},
-        {u"NOTE"_s, u"Note"_s, {u"Annotazioni"_s}, Kind::Memo},
-    };
+    const ImportField payment = {
+        .column = u"IDTIPO_PAGAMENTO"_s,
+        .caption = u"Tipo di pagamento"_s,
+        .otherNames = {u"Pagamento"_s},
+        .kind = Kind::Lookup,
+        .lookup = {.table = u"TIPI_PAGAMENTO"_s, .key = u"IDTIPO_PAGAMENTO"_s, .column = u"TIPO_PAGAMENTO"_s}};
+    QList<ImportField> fields;
+    for (const FirmField &field : firmFieldsOf(firm)) {
+        if (field.box == FirmBox::Contacts && fields.last().column == u"PARTITAIVA")
+            fields.append(payment);
+        QStringList names = field.headers;
+        names.replaceInStrings(u"%1"_s, called);
+        fields.append({field.column, names.takeFirst(), names,
+                       field.letters == FirmField::Letters::Capitals ? Kind::UpperText : Kind::Text, field.length,
+                       field.required});
+    }
+    fields.append({u"NOTE"_s, u"Note"_s, {u"Annotazioni"_s}, Kind::Memo});
+    return fields;
 }
 
 const QList<ImportTarget> &importTargets()

@@ -1,6 +1,6 @@
 #pragma once
-#include <QList>
-#include <QString>
+#include "host/FirmFields.h"
+
 #include <QStringList>
 
 /// What can be imported from CSV files, as data.
@@ -52,8 +52,8 @@ const QList<ImportTarget> &importTargets();
 /// Adds a table of a module's for the rest of the program's life; called by the module's library while it loads.
 void registerImportTarget(const ImportTarget &target);
 
-/// The fields of a register of firms; `kind` is what one is called, "cliente", as files may name its columns.
-QList<ImportField> firmImportFields(const QString &kind);
+/// The fields of a register of firms that have a payment type; `called` is what files may call one, "cliente".
+QList<ImportField> firmImportFields(FirmKind firm, const QString &called);
 
 /// The CSV column (from 0) for each field of `target`, -1 where no header names it: by caption, column name or another
 /// usual name, without case, accents, blanks and signs. No column is used twice.

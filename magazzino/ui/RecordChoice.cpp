@@ -1,5 +1,6 @@
 #include "magazzino/ui/RecordChoice.h"
 
+#include "host/FirmFields.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/SelectionDialog.h"
 
@@ -18,29 +19,23 @@ std::optional<ui::Choice> chooseRecord(const QString &action)
 
 QStringList anagraficaValues(const TAnagrafica &anagrafica)
 {
-    return {anagrafica.codice,    anagrafica.ragioneSociale, anagrafica.indirizzo, anagrafica.citta,
-            anagrafica.cap,       anagrafica.provincia,      anagrafica.nazione,   anagrafica.codiceFiscale,
-            anagrafica.partitaIVA};
+    QStringList values;
+    for (const host::FirmField &field : host::firmFields()) {
+        if (field.copy.line >= 0)
+            values.append(anagrafica.*field.member);
+    }
+    return values;
 }
 
 QList<ui::RecordLabel> anagraficaLabels(const QString &namePrefix, const QString &columnPrefix, bool withTaxCodes)
 {
-    const auto label = [&](const QString &name, const QString &caption, const QString &column, int line,
-                           int characters) {
-        return ui::RecordLabel{namePrefix + name, caption, columnPrefix + column, line, characters};
-    };
-    QList<ui::RecordLabel> labels = {label(u"Codice"_s, u"Codice:"_s, u"CODICE"_s, 0, 20),
-                                     label(u"RagioneSociale"_s, u"Ragione sociale:"_s, u"RAGIONESOCIALE"_s, 1, 20),
-                                     label(u"Indirizzo"_s, u"Indirizzo:"_s, u"INDIRIZZO"_s, 2, 20),
-                                     label(u"Citta"_s, u"Città:"_s, u"CITTA"_s, 3, 12),
-                                     label(u"Cap"_s, u"CAP:"_s, u"CAP"_s, 3, 5),
-                                     label(u"Provincia"_s, u"Prov.:"_s, u"PROVINCIA"_s, 3, 3),
-                                     label(u"Nazione"_s, u"Nazione:"_s, u"NAZIONE"_s, 4, 20)};
-    if (withTaxCodes) {
+    QList<ui::RecordLabel> labels;
+    for (const host::FirmField &field : host::firmFields()) {
+        if (field.copy.line < 0 || (field.box == host::FirmBox::TaxData && !withTaxCodes))
+            continue;
         // Somebody is always addressed; a document without a carrier has none of its columns.
-        labels[0].required = labels[1].required = true;
-        labels.append(label(u"CodiceFiscale"_s, u"Codice fiscale:"_s, u"CODICEFISCALE"_s, 5, 16));
-        labels.append(label(u"PartitaIVA"_s, u"Partita IVA:"_s, u"PARTITAIVA"_s, 5, 12));
+        labels.append({namePrefix + field.name, field.label + u':', columnPrefix + field.column, field.copy.line,
+                       field.copy.characters, withTaxCodes && field.required});
     }
     return labels;
 }

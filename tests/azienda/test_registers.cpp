@@ -1,7 +1,8 @@
+#include "host/FirmFields.h"
 #include "host/HostCommands.h"
 #include "host/TaxCodes.h"
-#include "host/registers/RegisterEntry.h"
 #include "host/registers/RegisterDeletion.h"
+#include "host/registers/RegisterEntry.h"
 #include "platform/core/NumberReader.h"
 #include "tests/support/Controls.h"
 #include "tests/support/Documents.h"
@@ -102,6 +103,7 @@ private Q_SLOTS:
     void whatIsUsedStaysAndSaysWhere();
     void taxCodes_data();
     void taxCodes();
+    void firmFieldsAreColumns();
     void categoryNeverMovesIntoItself();
 };
 
@@ -204,6 +206,30 @@ void TestRegisters::taxCodes()
     QFETCH(QString, text);
     QTEST(host::isVatNumber(text), "vatNumber");
     QTEST(host::isTaxCode(text), "taxCode");
+}
+
+// A column comes from a step that never changes, so it is told beside the field's declaration: both must agree.
+void TestRegisters::firmFieldsAreColumns()
+{
+    using host::FirmKind;
+    test::Workplace workplace;
+    QStringList missing;
+    const QList<std::pair<FirmKind, QString>> tables = {{FirmKind::Customer, u"CLIENTI"_s},
+                                                        {FirmKind::Company, u"AZIENDA"_s},
+                                                        {FirmKind::Supplier, u"FORNITORI"_s},
+                                                        {FirmKind::Carrier, u"VETTORI"_s}};
+    for (const auto &[kind, table] : tables) {
+        const QStringList columns = workplace.lines(
+            u"SELECT TRIM(C.RDB$FIELD_NAME), T.RDB$CHARACTER_LENGTH FROM RDB$RELATION_FIELDS C JOIN RDB$FIELDS T ON "
+            "T.RDB$FIELD_NAME = C.RDB$FIELD_SOURCE WHERE C.RDB$RELATION_NAME = '%1'"_s.arg(table));
+        for (const host::FirmField &field : host::firmFieldsOf(kind)) {
+            const QString column = u"%1|%2"_s.arg(field.column).arg(field.length);
+            if (!columns.contains(column))
+                missing.append(table + u'.' + column);
+        }
+    }
+    // Carriers have short VAT numbers.
+    QCOMPARE(missing, QStringList({u"VETTORI.PARTITAIVA|13"_s}));
 }
 
 void TestRegisters::categoryNeverMovesIntoItself()
