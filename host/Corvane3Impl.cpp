@@ -1,6 +1,6 @@
 #include "host/Corvane3Impl.h"
 
-#include "platform/core/Error.h"
+#include "platform/core/Format.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DataSet.h"
 
@@ -44,7 +44,7 @@ QString DateToString_YYYYMMDD(QDate date)
 
 QString GetCustomCodice(int number, const QString &prefix)
 {
-    return prefix + u"%1"_s.arg(number, 6, 10, QLatin1Char('0'));
+    return core::recordCode(number, prefix);
 }
 
 QList<int> GetElencoIdFiglio(const QString &keyColumn, int id, const QString &table, data::Connection &connection)
@@ -68,7 +68,7 @@ QList<int> GetElencoIdFiglio(const QString &keyColumn, int id, const QString &ta
 
 QString GetCurrencyPrefix()
 {
-    return u"€ "_s;
+    return core::currencyPrefix;
 }
 
 QString BoolToStrIta(bool value)

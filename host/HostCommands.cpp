@@ -3,14 +3,15 @@
 #include "host/Corvane3Impl.h"
 #include "host/registers/CategoryEditor.h"
 #include "host/registers/OptionsDialog.h"
-#include "host/registers/RegisterEntry.h"
-#include "host/registers/RegisterList.h"
+#include "host/registers/Registers.h"
 #include "host/transfer/ImportDialog.h"
 #include "host/ui/MainWindow.h"
 #include "host/users/PasswordDialogs.h"
 #include "host/users/UserForms.h"
 #include "host/users/Users.h"
 #include "platform/data/Connection.h"
+#include "platform/ui/RegisterEntry.h"
+#include "platform/ui/RegisterList.h"
 
 #include <QAction>
 #include <QMenu>
@@ -77,24 +78,24 @@ void HostCommands::addRegisters()
     addRegister(documentNotes(), tablesMenu);
 }
 
-void HostCommands::addRegister(const RegisterSpec &spec, const QString &menu)
+void HostCommands::addRegister(const ui::RegisterSpec &spec, const QString &menu)
 {
     add({.name = u"actInserimento"_s + spec.name,
          .caption = u"Inserimento "_s + spec.lowerCaption(),
          .create = [this, &spec](QWidget *owner) {
-             auto *form = new RegisterEntry(spec, connection_, owner);
+             auto *form = new ui::RegisterEntry(spec, connection_, owner);
              form->finish();
              return form;
          }});
     addTo(menu, listOf(spec));
 }
 
-ui::ActionSpec HostCommands::listOf(const RegisterSpec &spec)
+ui::ActionSpec HostCommands::listOf(const ui::RegisterSpec &spec)
 {
     const auto entry = [this, name = u"actInserimento"_s + spec.name]() -> ui::EntryForm & { return entryForm(name); };
     return {
         .name = u"actRicerca"_s + spec.name, .caption = spec.caption, .create = [this, &spec, entry](QWidget *owner) {
-            return new RegisterList(spec, connection_, entry, owner);
+            return new ui::RegisterList(spec, connection_, entry, owner);
         }};
 }
 
@@ -104,7 +105,7 @@ void HostCommands::addSettings()
                       .caption = u"Dati dell'azienda"_s,
                       .create =
                           [this](QWidget *owner) {
-                              auto *form = new RegisterEntry(company(), connection_, owner);
+                              auto *form = new ui::RegisterEntry(company(), connection_, owner);
                               form->finish();
                               const data::Rows rows =
                                   connection_.select(u"SELECT FIRST 1 IDAZIENDA FROM AZIENDA ORDER BY 1"_s);
@@ -122,7 +123,7 @@ void HostCommands::addSettings()
 
 void HostCommands::addUsers()
 {
-    for (const RegisterSpec *spec : {&users(), &roles()}) {
+    for (const ui::RegisterSpec *spec : {&users(), &roles()}) {
         ui::ActionSpec list = listOf(*spec);
         list.right = fullControl;
         addTo(toolsMenu, list);

@@ -4,11 +4,13 @@
 namespace data {
 class Connection;
 }
+namespace ui {
+struct RegisterSpec;
+}
 
 namespace host {
 
 class MainWindow;
-struct RegisterSpec;
 
 /// The host's own commands: registers, users, settings, in the main window's menus.
 class HostCommands : public ui::CommandRegistry
@@ -25,8 +27,8 @@ private:
     void addRegisters();
     void addSettings();
     void addUsers();
-    void addRegister(const RegisterSpec &spec, const QString &menu);
-    ui::ActionSpec listOf(const RegisterSpec &spec);
+    void addRegister(const ui::RegisterSpec &spec, const QString &menu);
+    ui::ActionSpec listOf(const ui::RegisterSpec &spec);
 
     MainWindow &window_;
     data::Connection &connection_;

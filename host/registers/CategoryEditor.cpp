@@ -1,13 +1,13 @@
 #include "host/registers/CategoryEditor.h"
 
+#include "host/Categories.h"
 #include "host/Corvane3Impl.h"
-#include "host/registers/RegisterDeletion.h"
 #include "platform/core/Messages.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
-#include "platform/ui/CategoryTree.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
+#include "platform/ui/RegisterDeletion.h"
 #include "platform/ui/TextPrompt.h"
 
 #include <QApplication>
@@ -239,10 +239,10 @@ void CategoryEditor::remove()
     const int key = selectedKey();
     if (key < 1)
         return;
-    const RegisterSpec category{
+    const ui::RegisterSpec category{
         .oneRecord = u"questa categoria"_s, .table = spec_.categories.table, .key = spec_.categories.key};
     const int parent = parentOf(key);
-    if (deleteRegisterRecord(category, key, connection_, this))
+    if (ui::deleteRegisterRecord(category, key, connection_, this))
         reload(parent);
 }
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "host/registers/RegisterSpec.h"
+#include "platform/ui/CategoryTree.h"
 #include "platform/ui/ChildForm.h"
 
 class QTreeWidget;

@@ -1,16 +1,16 @@
 #include "host/registers/FirmGroups.h"
 
-#include "host/registers/RegisterParts.h"
+#include "platform/ui/RegisterParts.h"
 
 using namespace Qt::StringLiterals;
 
 namespace host {
 
-QList<RegisterGroup> firmGroups(FirmKind kind)
+QList<ui::RegisterGroup> firmGroups(FirmKind kind)
 {
-    QList<RegisterGroup> groups = {{parts::general, u"Anagrafica"_s, {}},
-                                   {parts::general, u"Dati fiscali"_s, {}},
-                                   {parts::general, u"Contatti"_s, {}}};
+    QList<ui::RegisterGroup> groups = {{ui::parts::general, u"Anagrafica"_s, {}},
+                                       {ui::parts::general, u"Dati fiscali"_s, {}},
+                                       {ui::parts::general, u"Contatti"_s, {}}};
     for (const FirmField &field : firmFieldsOf(kind))
         groups[static_cast<int>(field.box)].fields.append({.name = field.control(),
                                                            .label = field.label,

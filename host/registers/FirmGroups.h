@@ -1,10 +1,10 @@
 #pragma once
 #include "host/FirmFields.h"
-#include "host/registers/RegisterSpec.h"
+#include "platform/ui/RegisterSpec.h"
 
 namespace host {
 
 /// The boxes "Anagrafica", "Dati fiscali" and "Contatti" of the page "Generale", with what a kind of firm has.
-QList<RegisterGroup> firmGroups(FirmKind kind);
+QList<ui::RegisterGroup> firmGroups(FirmKind kind);
 
 } // namespace host

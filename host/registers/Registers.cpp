@@ -1,5 +1,8 @@
+#include "host/registers/Registers.h"
+
+#include "host/Categories.h"
 #include "host/registers/FirmGroups.h"
-#include "host/registers/RegisterParts.h"
+#include "platform/ui/RegisterParts.h"
 
 using namespace Qt::StringLiterals;
 
@@ -7,15 +10,15 @@ using namespace Qt::StringLiterals;
 // order of the Tab key.
 namespace host {
 
-using namespace parts;
+using namespace ui::parts;
 
 namespace {
 
-using Kind = RegisterField::Kind;
+using Kind = ui::RegisterField::Kind;
 using Display = ui::ListColumn::Display;
 using Width = ui::ListColumn::Width;
 
-RegisterField vatLookup(int row, int position)
+ui::RegisterField vatLookup(int row, int position)
 {
     return {.name = u"txtAliquotaIVA"_s,
             .label = u"Aliquota IVA"_s,
@@ -28,7 +31,7 @@ RegisterField vatLookup(int row, int position)
                          "ALIQUOTA DESC, CODICE"_s};
 }
 
-RegisterField unitLookup(int row, int position)
+ui::RegisterField unitLookup(int row, int position)
 {
     return {.name = u"txtUM"_s,
             .label = u"Unità di misura"_s,
@@ -39,7 +42,7 @@ RegisterField unitLookup(int row, int position)
             .lookupSql = u"SELECT IDUM, UM AS TESTO FROM UM ORDER BY UPPER(UM)"_s};
 }
 
-RegisterField category(const ui::CategoryTable &table, int row)
+ui::RegisterField category(const ui::CategoryTable &table, int row)
 {
     return {.name = u"txtCategoria"_s,
             .label = u"Categoria"_s,
@@ -50,7 +53,7 @@ RegisterField category(const ui::CategoryTable &table, int row)
 }
 
 /// What articles and services have in common.
-RegisterGroup item(const QString &title, const ui::CategoryTable &categories)
+ui::RegisterGroup item(const QString &title, const ui::CategoryTable &categories)
 {
     return {general,
             title,
@@ -59,7 +62,7 @@ RegisterGroup item(const QString &title, const ui::CategoryTable &categories)
              unitLookup(2, 1)}};
 }
 
-RegisterGroup prices(const QString &costLabel)
+ui::RegisterGroup prices(const QString &costLabel)
 {
     return {general,
             u"Prezzi"_s,
@@ -67,12 +70,12 @@ RegisterGroup prices(const QString &costLabel)
              number(Kind::Amount, u"txtCosto"_s, costLabel, u"COSTO"_s, 0, 1), vatLookup(1, 0)}};
 }
 
-RegisterGroup notes()
+ui::RegisterGroup notes()
 {
     return {u"Note"_s, {}, {{.name = u"txtNote"_s, .label = {}, .column = u"NOTE"_s, .kind = Kind::Memo}}};
 }
 
-RegisterSpec makeArticles()
+ui::RegisterSpec makeArticles()
 {
     return {.name = u"Articoli"_s,
             .caption = u"Articoli"_s,
@@ -110,7 +113,7 @@ RegisterSpec makeArticles()
             .letterColumn = u"DESCRIZIONE"_s};
 }
 
-RegisterSpec makeServices()
+ui::RegisterSpec makeServices()
 {
     return {.name = u"Servizi"_s,
             .caption = u"Servizi"_s,
@@ -135,9 +138,9 @@ RegisterSpec makeServices()
             .letterColumn = u"DESCRIZIONE"_s};
 }
 
-RegisterSpec makeCustomers()
+ui::RegisterSpec makeCustomers()
 {
-    QList<RegisterGroup> groups = firmGroups(FirmKind::Customer);
+    QList<ui::RegisterGroup> groups = firmGroups(FirmKind::Customer);
     groups[static_cast<int>(FirmBox::TaxData)].fields.append(
         {.name = u"txtTipoPagamento"_s,
          .label = u"Tipo di pagamento"_s,
@@ -170,7 +173,7 @@ RegisterSpec makeCustomers()
             .letterColumn = u"RAGIONESOCIALE"_s};
 }
 
-RegisterSpec makeCompany()
+ui::RegisterSpec makeCompany()
 {
     return {.name = u"Azienda"_s,
             .caption = u"Dati dell'azienda"_s,
@@ -184,22 +187,22 @@ RegisterSpec makeCompany()
 
 } // namespace
 
-const RegisterSpec &articles()
+const ui::RegisterSpec &articles()
 {
     return kept<makeArticles>();
 }
 
-const RegisterSpec &services()
+const ui::RegisterSpec &services()
 {
     return kept<makeServices>();
 }
 
-const RegisterSpec &customers()
+const ui::RegisterSpec &customers()
 {
     return kept<makeCustomers>();
 }
 
-const RegisterSpec &company()
+const ui::RegisterSpec &company()
 {
     return kept<makeCompany>();
 }

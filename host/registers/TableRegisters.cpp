@@ -1,19 +1,21 @@
-#include "host/registers/RegisterParts.h"
+#include "host/registers/Registers.h"
+
+#include "platform/ui/RegisterParts.h"
 
 using namespace Qt::StringLiterals;
 
 // The small tables that other records refer to.
 namespace host {
 
-using namespace parts;
+using namespace ui::parts;
 
 namespace {
 
-using Kind = RegisterField::Kind;
+using Kind = ui::RegisterField::Kind;
 using Display = ui::ListColumn::Display;
 using Width = ui::ListColumn::Width;
 
-RegisterSpec makeVatRates()
+ui::RegisterSpec makeVatRates()
 {
     return {.name = u"AliquoteIVA"_s,
             .caption = u"Aliquote IVA"_s,
@@ -36,7 +38,7 @@ RegisterSpec makeVatRates()
             .orderText = u" ORDER BY UPPER(CODICE)"_s};
 }
 
-RegisterSpec makeUnits()
+ui::RegisterSpec makeUnits()
 {
     return {.name = u"UnitaMisura"_s,
             .caption = u"Unità di misura"_s,
@@ -53,7 +55,7 @@ RegisterSpec makeUnits()
             .orderText = u" ORDER BY UPPER(UM)"_s};
 }
 
-RegisterSpec makePaymentTypes()
+ui::RegisterSpec makePaymentTypes()
 {
     return {
         .name = u"TipiPagamento"_s,
@@ -72,7 +74,7 @@ RegisterSpec makePaymentTypes()
 }
 
 // Documents copy a note's text, so nothing refers to one.
-RegisterSpec makeDocumentNotes()
+ui::RegisterSpec makeDocumentNotes()
 {
     return {.name = u"NoteDocumenti"_s,
             .caption = u"Note per i documenti"_s,
@@ -93,22 +95,22 @@ RegisterSpec makeDocumentNotes()
 
 } // namespace
 
-const RegisterSpec &vatRates()
+const ui::RegisterSpec &vatRates()
 {
     return kept<makeVatRates>();
 }
 
-const RegisterSpec &units()
+const ui::RegisterSpec &units()
 {
     return kept<makeUnits>();
 }
 
-const RegisterSpec &paymentTypes()
+const ui::RegisterSpec &paymentTypes()
 {
     return kept<makePaymentTypes>();
 }
 
-const RegisterSpec &documentNotes()
+const ui::RegisterSpec &documentNotes()
 {
     return kept<makeDocumentNotes>();
 }

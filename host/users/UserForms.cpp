@@ -1,7 +1,6 @@
 #include "host/users/UserForms.h"
 
 #include "host/Corvane3Impl.h"
-#include "host/registers/RegisterParts.h"
 #include "host/users/CheckedLinks.h"
 #include "host/users/Password.h"
 #include "host/users/PasswordDialogs.h"
@@ -11,6 +10,7 @@
 #include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/RegisterParts.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -77,7 +77,7 @@ CheckedLinks *addLinks(const CheckedLinksSpec &spec, const QString &title, QWidg
     return list;
 }
 
-RegisterSpec makeUsers()
+ui::RegisterSpec makeUsers()
 {
     return {.name = u"Utenti"_s,
             .caption = u"Utenti"_s,
@@ -94,7 +94,7 @@ RegisterSpec makeUsers()
                          {.name = u"txtNome"_s, .label = u"Nome e cognome"_s, .column = u"NOME"_s, .row = 1},
                          {.name = u"chkAttivo"_s,
                           .column = u"ATTIVO"_s,
-                          .kind = RegisterField::Kind::Flag,
+                          .kind = ui::RegisterField::Kind::Flag,
                           .row = 2,
                           .flagCaption = u"Attivo: può accedere al programma"_s}}}},
             .required = {{u"USER_NAME"_s, u"Non è stato indicato il nome utente!"_s}},
@@ -111,7 +111,7 @@ RegisterSpec makeUsers()
             .orderText = u" ORDER BY UPPER(USER_NAME)"_s};
 }
 
-RegisterSpec makeRoles()
+ui::RegisterSpec makeRoles()
 {
     return {.name = u"Ruoli"_s,
             .caption = u"Ruoli"_s,
@@ -134,18 +134,18 @@ RegisterSpec makeRoles()
 
 } // namespace
 
-const RegisterSpec &users()
+const ui::RegisterSpec &users()
 {
-    return parts::kept<makeUsers>();
+    return ui::parts::kept<makeUsers>();
 }
 
-const RegisterSpec &roles()
+const ui::RegisterSpec &roles()
 {
-    return parts::kept<makeRoles>();
+    return ui::parts::kept<makeRoles>();
 }
 
 UserEntry::UserEntry(data::Connection &connection, QWidget *owner)
-    : RegisterEntry(users(), connection, owner)
+    : ui::RegisterEntry(users(), connection, owner)
 {
     password_ = new QPushButton(u"Imposta la password..."_s, page(general));
     password_->setObjectName(u"cmdPassword"_s);
@@ -185,7 +185,7 @@ bool UserEntry::leavesNobodyInControl() const
 
 void UserEntry::resetDetails()
 {
-    RegisterEntry::resetDetails();
+    ui::RegisterEntry::resetDetails();
     newHash_.clear();
     roles_->fill(connection());
     findChild<QCheckBox *>(u"chkAttivo"_s)->setChecked(true);
@@ -193,21 +193,21 @@ void UserEntry::resetDetails()
 
 void UserEntry::loadDetails()
 {
-    RegisterEntry::loadDetails();
+    ui::RegisterEntry::loadDetails();
     newHash_.clear();
     roles_->load(storedText(), connection());
 }
 
 void UserEntry::recordSaved()
 {
-    RegisterEntry::recordSaved();
+    ui::RegisterEntry::recordSaved();
     newHash_.clear();
 }
 
 void UserEntry::writeComputed(data::DataSet &record) const
 {
     requireControl(connection());
-    RegisterEntry::writeComputed(record);
+    ui::RegisterEntry::writeComputed(record);
     if (!newHash_.isEmpty())
         record.setValue(u"PASSWORD_HASH"_s, newHash_);
 }
@@ -226,19 +226,19 @@ void UserEntry::writeDetails()
 
 QVariant UserEntry::detailState() const
 {
-    return QVariantList{RegisterEntry::detailState(), newHash_, roles_->checked()};
+    return QVariantList{ui::RegisterEntry::detailState(), newHash_, roles_->checked()};
 }
 
 void UserEntry::restoreDetails(const QVariant &state)
 {
     const QVariantList parts = state.toList();
-    RegisterEntry::restoreDetails(parts.value(0));
+    ui::RegisterEntry::restoreDetails(parts.value(0));
     newHash_ = parts.value(1).toString();
     roles_->setChecked(parts.value(2));
 }
 
 RoleEntry::RoleEntry(data::Connection &connection, QWidget *owner)
-    : RegisterEntry(roles(), connection, owner)
+    : ui::RegisterEntry(roles(), connection, owner)
 {
     // The module's rights are stored with a slip of the pen in its name, which databases in use carry.
     rights_ = addLinks({u"SELECT IDABILITAZIONE_UTENTE AS ID, ABILITAZIONE_UTENTE || COALESCE(' (' || "
@@ -267,31 +267,31 @@ bool RoleEntry::leavesNobodyInControl() const
 
 void RoleEntry::resetDetails()
 {
-    RegisterEntry::resetDetails();
+    ui::RegisterEntry::resetDetails();
     rights_->fill(connection());
 }
 
 void RoleEntry::loadDetails()
 {
-    RegisterEntry::loadDetails();
+    ui::RegisterEntry::loadDetails();
     rights_->load(IdRecord(), connection());
 }
 
 QVariant RoleEntry::detailState() const
 {
-    return QVariantList{RegisterEntry::detailState(), rights_->checked()};
+    return QVariantList{ui::RegisterEntry::detailState(), rights_->checked()};
 }
 
 void RoleEntry::restoreDetails(const QVariant &state)
 {
-    RegisterEntry::restoreDetails(state.toList().value(0));
+    ui::RegisterEntry::restoreDetails(state.toList().value(0));
     rights_->setChecked(state.toList().value(1));
 }
 
 void RoleEntry::writeComputed(data::DataSet &record) const
 {
     requireControl(connection());
-    RegisterEntry::writeComputed(record);
+    ui::RegisterEntry::writeComputed(record);
 }
 
 void RoleEntry::writeDetails()

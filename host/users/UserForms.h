@@ -1,5 +1,5 @@
 #pragma once
-#include "host/registers/RegisterEntry.h"
+#include "platform/ui/RegisterEntry.h"
 
 class QPushButton;
 
@@ -8,12 +8,12 @@ namespace host {
 class CheckedLinks;
 
 /// The register of users.
-const RegisterSpec &users();
+const ui::RegisterSpec &users();
 /// The register of roles.
-const RegisterSpec &roles();
+const ui::RegisterSpec &roles();
 
 /// The entry form of a user: name, whether active, password, roles.
-class UserEntry : public RegisterEntry
+class UserEntry : public ui::RegisterEntry
 {
     Q_OBJECT
 
@@ -40,7 +40,7 @@ private:
 };
 
 /// The entry form of a role: name and rights.
-class RoleEntry : public RegisterEntry
+class RoleEntry : public ui::RegisterEntry
 {
     Q_OBJECT
 

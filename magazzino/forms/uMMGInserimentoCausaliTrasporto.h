@@ -1,14 +1,15 @@
 #pragma once
-#include "magazzino/ui/InserimentoVoce.h"
+#include "magazzino/ui/ModuleRegisters.h"
+#include "magazzino/ui/RegisterForms.h"
 
 /// Entry form of the transport reasons.
-class TMMGInserimentoCausaliTrasporto : public TMMGInserimentoVoce
+class TMMGInserimentoCausaliTrasporto : public TMMGInserimentoRegistro
 {
     Q_OBJECT
 
 public:
-    explicit TMMGInserimentoCausaliTrasporto(QWidget *owner);
-
-protected:
-    bool deleteStored(int id) override;
+    explicit TMMGInserimentoCausaliTrasporto(QWidget *owner)
+        : TMMGInserimentoRegistro(transportReasons(), QStringLiteral("adsCausaliTrasporto"), owner)
+    {
+    }
 };

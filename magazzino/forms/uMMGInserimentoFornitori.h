@@ -1,14 +1,15 @@
 #pragma once
-#include "magazzino/ui/InserimentoAnagrafica.h"
+#include "magazzino/ui/ModuleRegisters.h"
+#include "magazzino/ui/RegisterForms.h"
 
 /// Entry form of the suppliers.
-class TMMGInserimentoFornitori : public TMMGInserimentoAnagrafica
+class TMMGInserimentoFornitori : public TMMGInserimentoRegistro
 {
     Q_OBJECT
 
 public:
-    explicit TMMGInserimentoFornitori(QWidget *owner);
-
-protected:
-    bool deleteStored(int id) override;
+    explicit TMMGInserimentoFornitori(QWidget *owner)
+        : TMMGInserimentoRegistro(suppliers(), QStringLiteral("adsFornitore"), owner)
+    {
+    }
 };

@@ -1,14 +1,15 @@
 #pragma once
-#include "magazzino/ui/InserimentoVoce.h"
+#include "magazzino/ui/ModuleRegisters.h"
+#include "magazzino/ui/RegisterForms.h"
 
 /// Entry form of the transport types.
-class TMMGInserimentoTipiTrasporto : public TMMGInserimentoVoce
+class TMMGInserimentoTipiTrasporto : public TMMGInserimentoRegistro
 {
     Q_OBJECT
 
 public:
-    explicit TMMGInserimentoTipiTrasporto(QWidget *owner);
-
-protected:
-    bool deleteStored(int id) override;
+    explicit TMMGInserimentoTipiTrasporto(QWidget *owner)
+        : TMMGInserimentoRegistro(transportTypes(), QStringLiteral("adsTipiTrasporto"), owner)
+    {
+    }
 };

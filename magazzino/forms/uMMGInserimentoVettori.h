@@ -1,14 +1,15 @@
 #pragma once
-#include "magazzino/ui/InserimentoAnagrafica.h"
+#include "magazzino/ui/ModuleRegisters.h"
+#include "magazzino/ui/RegisterForms.h"
 
 /// Entry form of the carriers.
-class TMMGInserimentoVettori : public TMMGInserimentoAnagrafica
+class TMMGInserimentoVettori : public TMMGInserimentoRegistro
 {
     Q_OBJECT
 
 public:
-    explicit TMMGInserimentoVettori(QWidget *owner);
-
-protected:
-    bool deleteStored(int id) override;
+    explicit TMMGInserimentoVettori(QWidget *owner)
+        : TMMGInserimentoRegistro(carriers(), QStringLiteral("adsVettore"), owner)
+    {
+    }
 };

@@ -1,14 +1,15 @@
 #pragma once
-#include "magazzino/ui/MMGRicercaBase.h"
+#include "magazzino/ui/ModuleRegisters.h"
+#include "magazzino/ui/RegisterForms.h"
 
 /// List of the transport reasons.
-class TMMGRicercaCausaliTrasporto : public TMMGRicercaBase
+class TMMGRicercaCausaliTrasporto : public TMMGRicercaRegistro
 {
     Q_OBJECT
 
 public:
-    explicit TMMGRicercaCausaliTrasporto(QWidget *owner);
-
-protected:
-    bool deleteRecord(int id) override;
+    explicit TMMGRicercaCausaliTrasporto(QWidget *owner)
+        : TMMGRicercaRegistro(transportReasons(), owner)
+    {
+    }
 };

@@ -1,14 +1,15 @@
 #pragma once
-#include "magazzino/ui/MMGRicercaBase.h"
+#include "magazzino/ui/ModuleRegisters.h"
+#include "magazzino/ui/RegisterForms.h"
 
 /// List of the suppliers.
-class TMMGRicercaFornitori : public TMMGRicercaBase
+class TMMGRicercaFornitori : public TMMGRicercaRegistro
 {
     Q_OBJECT
 
 public:
-    explicit TMMGRicercaFornitori(QWidget *owner);
-
-protected:
-    bool deleteRecord(int id) override;
+    explicit TMMGRicercaFornitori(QWidget *owner)
+        : TMMGRicercaRegistro(suppliers(), owner)
+    {
+    }
 };

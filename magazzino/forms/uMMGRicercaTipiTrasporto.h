@@ -1,14 +1,15 @@
 #pragma once
-#include "magazzino/ui/MMGRicercaBase.h"
+#include "magazzino/ui/ModuleRegisters.h"
+#include "magazzino/ui/RegisterForms.h"
 
 /// List of the transport types.
-class TMMGRicercaTipiTrasporto : public TMMGRicercaBase
+class TMMGRicercaTipiTrasporto : public TMMGRicercaRegistro
 {
     Q_OBJECT
 
 public:
-    explicit TMMGRicercaTipiTrasporto(QWidget *owner);
-
-protected:
-    bool deleteRecord(int id) override;
+    explicit TMMGRicercaTipiTrasporto(QWidget *owner)
+        : TMMGRicercaRegistro(transportTypes(), owner)
+    {
+    }
 };

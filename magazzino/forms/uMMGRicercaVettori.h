@@ -1,14 +1,15 @@
 #pragma once
-#include "magazzino/ui/MMGRicercaBase.h"
+#include "magazzino/ui/ModuleRegisters.h"
+#include "magazzino/ui/RegisterForms.h"
 
 /// List of the carriers.
-class TMMGRicercaVettori : public TMMGRicercaBase
+class TMMGRicercaVettori : public TMMGRicercaRegistro
 {
     Q_OBJECT
 
 public:
-    explicit TMMGRicercaVettori(QWidget *owner);
-
-protected:
-    bool deleteRecord(int id) override;
+    explicit TMMGRicercaVettori(QWidget *owner)
+        : TMMGRicercaRegistro(carriers(), owner)
+    {
+    }
 };

@@ -31,17 +31,3 @@ ui::EntryForm &TMMGRicercaBase::entryForm()
 {
     return Modulo().commands().entryForm(entryAction_);
 }
-
-QList<ui::ListColumn> anagraficaColumns()
-{
-    return {{u"Codice"_s, u"CODICE"_s, 100},
-            {u"Ragione sociale"_s, u"RAGIONESOCIALE"_s, 490},
-            {u"Telefono 1"_s, u"TELEFONO1"_s, 90},
-            {u"Telefono 2"_s, u"TELEFONO2"_s, 90}};
-}
-
-QList<ui::ListFilter> anagraficaFilters()
-{
-    return {ui::containing(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
-            ui::containing(u"txtRagioneSociale"_s, u"Ragione sociale"_s, u"RAGIONESOCIALE"_s)};
-}

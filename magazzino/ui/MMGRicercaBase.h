@@ -20,7 +20,3 @@ protected:
 private:
     QString entryAction_;
 };
-
-/// Columns and filters of the lists of suppliers and carriers.
-QList<ui::ListColumn> anagraficaColumns();
-QList<ui::ListFilter> anagraficaFilters();

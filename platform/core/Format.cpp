@@ -24,7 +24,12 @@ QString formatNumber(double value, int places)
 QString formatCurrency(double value, int places)
 {
     const QString digits = formatNumber(value, places);
-    return digits.startsWith(u'-') ? u"-€ "_s + digits.mid(1) : u"€ "_s + digits;
+    return digits.startsWith(u'-') ? u'-' + currencyPrefix + digits.mid(1) : currencyPrefix + digits;
+}
+
+QString recordCode(int number, const QString &prefix)
+{
+    return prefix + u"%1"_s.arg(number, 6, 10, QLatin1Char('0'));
 }
 
 QString formatDate(QDate date)

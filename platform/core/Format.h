@@ -10,6 +10,10 @@ namespace core {
 QString formatNumber(double value, int places = 2);
 /// "€ 1.234,50", negative "-€ 1.234,50".
 QString formatCurrency(double value, int places = 2);
+/// What stands before an amount.
+inline const QString currencyPrefix = QStringLiteral("€ ");
+/// "FOR000012": `prefix` and `number` padded to six digits.
+QString recordCode(int number, const QString &prefix);
 /// "dd/MM/yyyy"; empty for an invalid date.
 QString formatDate(QDate date);
 

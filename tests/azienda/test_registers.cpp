@@ -1,9 +1,10 @@
 #include "host/FirmFields.h"
 #include "host/HostCommands.h"
 #include "host/TaxCodes.h"
-#include "host/registers/RegisterDeletion.h"
-#include "host/registers/RegisterEntry.h"
+#include "host/registers/Registers.h"
 #include "platform/core/NumberReader.h"
+#include "platform/ui/RegisterDeletion.h"
+#include "platform/ui/RegisterEntry.h"
 #include "tests/support/Controls.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
@@ -19,26 +20,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QList<const host::RegisterSpec *> &registers()
+const QList<const ui::RegisterSpec *> &registers()
 {
-    static const QList<const host::RegisterSpec *> all = {
-        &host::articles(), &host::services(),     &host::customers(),    &host::vatRates(),
-        &host::units(),    &host::paymentTypes(), &host::documentNotes()};
+    static const QList<const ui::RegisterSpec *> all = {&host::articles(),     &host::services(), &host::customers(),
+                                                        &host::vatRates(),     &host::units(),    &host::paymentTypes(),
+                                                        &host::documentNotes()};
     return all;
 }
 
-bool isNumber(const host::RegisterField &field)
+bool isNumber(const ui::RegisterField &field)
 {
-    using Kind = host::RegisterField::Kind;
+    using Kind = ui::RegisterField::Kind;
     return field.kind == Kind::Amount || field.kind == Kind::Quantity;
 }
 
 // Something different in every input, as long as the column allows.
-void fillIn(QWidget *form, const host::RegisterSpec &spec)
+void fillIn(QWidget *form, const ui::RegisterSpec &spec)
 {
     int number = 100;
-    for (const host::RegisterGroup &group : spec.groups) {
-        for (const host::RegisterField &field : group.fields) {
+    for (const ui::RegisterGroup &group : spec.groups) {
+        for (const ui::RegisterField &field : group.fields) {
             if (field.isRight)
                 continue;
             QWidget *input = test::control<QWidget>(form, field.name);
@@ -59,26 +60,26 @@ void fillIn(QWidget *form, const host::RegisterSpec &spec)
     }
 }
 
-QStringList contents(QWidget *form, const host::RegisterSpec &spec)
+QStringList contents(QWidget *form, const ui::RegisterSpec &spec)
 {
     QStringList texts;
-    for (const host::RegisterGroup &group : spec.groups) {
-        for (const host::RegisterField &field : group.fields)
+    for (const ui::RegisterGroup &group : spec.groups) {
+        for (const ui::RegisterField &field : group.fields)
             texts.append(test::shown(form, field.name));
     }
     return texts;
 }
 
 // Inputs whose text does not stand in the column that they are named after.
-QStringList misplaced(QWidget *form, const host::RegisterSpec &spec, data::Connection &connection, int key)
+QStringList misplaced(QWidget *form, const ui::RegisterSpec &spec, data::Connection &connection, int key)
 {
     const data::Rows rows = connection.run(u"SELECT * FROM %1 WHERE %2 = ?"_s.arg(spec.table, spec.key), {key});
     QHash<QString, QVariant> stored;
     for (qsizetype column = 0; column < rows.columns().size(); ++column)
         stored.insert(QString(rows.columns()[column].name).remove(u'_'), rows.values(0)[column]);
     QStringList wrong;
-    for (const host::RegisterGroup &group : spec.groups) {
-        for (const host::RegisterField &field : group.fields) {
+    for (const ui::RegisterGroup &group : spec.groups) {
+        for (const ui::RegisterField &field : group.fields) {
             const QString typed = test::shown(form, field.name);
             const QVariant value = stored.value(field.name.mid(3).toUpper());
             const bool same = isNumber(field)
@@ -117,9 +118,9 @@ void TestRegisters::everyRegisterKeepsWhatWasTyped_data()
 void TestRegisters::everyRegisterKeepsWhatWasTyped()
 {
     QFETCH(int, index);
-    const host::RegisterSpec &spec = *registers()[index];
+    const ui::RegisterSpec &spec = *registers()[index];
     test::Workplace workplace;
-    auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(u"actInserimento"_s + spec.name));
+    auto *form = qobject_cast<ui::RegisterEntry *>(workplace.commands().openForm(u"actInserimento"_s + spec.name));
     QVERIFY(!form->Modified());
     fillIn(form, spec);
     const QStringList typed = contents(form, spec);
@@ -141,7 +142,7 @@ void TestRegisters::everyRegisterKeepsWhatWasTyped()
     form->SetModified(false);
     // Nothing uses it yet, so it may go.
     workplace.messages.expectQuestion(u"Confermare l'eliminazione?"_s, core::Answer::Yes);
-    QVERIFY(host::deleteRegisterRecord(spec, key, workplace.database(), nullptr));
+    QVERIFY(ui::deleteRegisterRecord(spec, key, workplace.database(), nullptr));
     workplace.messages.expectWarning(u"Il record non esiste più: un'altra postazione l'ha eliminato."_s);
     form->openRecord(key);
 }
@@ -153,12 +154,12 @@ void TestRegisters::whatIsUsedStaysAndSaysWhere()
     note.fillHeader();
     note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
     note.save();
-    const auto refuses = [&workplace](const host::RegisterSpec &spec, const QString &condition, const QString &lines) {
+    const auto refuses = [&workplace](const ui::RegisterSpec &spec, const QString &condition, const QString &lines) {
         const int key =
             workplace.lines(u"SELECT %1 FROM %2 WHERE "_s.arg(spec.key, spec.table) + condition).value(0).toInt();
         workplace.messages.expectWarning(
             u"Non è possibile eliminare %1,\n\resistono dei dati correlati:\n\r"_s.arg(spec.oneRecord) + lines);
-        return !host::deleteRegisterRecord(spec, key, workplace.database(), nullptr);
+        return !ui::deleteRegisterRecord(spec, key, workplace.database(), nullptr);
     };
     QVERIFY(refuses(host::articles(), u"CODICE = 'TRA-0018'"_s,
                     u"righe di D.d.T. di scarico: 1\n\rmovimenti di magazzino: 1"_s));
@@ -169,7 +170,7 @@ void TestRegisters::whatIsUsedStaysAndSaysWhere()
     const QString rate = workplace.lines(u"SELECT IVA_CODICE FROM DDT_SCARICO_DETT"_s).value(0);
     QVERIFY(refuses(host::vatRates(), u"CODICE = '%1'"_s.arg(rate), u"righe di D.d.T. di scarico: 1"_s));
     // Movements name the article by its code, so that must not change either.
-    auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(u"actInserimentoArticoli"_s));
+    auto *form = qobject_cast<ui::RegisterEntry *>(workplace.commands().openForm(u"actInserimentoArticoli"_s));
     form->openRecord(workplace.lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = 'TRA-0018'"_s).value(0).toInt());
     test::control<QLineEdit>(form, u"txtDescrizione"_s)->setText(u"Un altro testo"_s);
     const QString withoutRate = u"Non è stata indicata l'aliquota IVA o l'unità di misura:\n\r"

@@ -1,5 +1,4 @@
 #include "host/HostCommands.h"
-#include "host/registers/RegisterDeletion.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/FileCommands.h"
 #include "host/ui/MainWindow.h"
@@ -7,6 +6,7 @@
 #include "host/users/PasswordDialogs.h"
 #include "host/users/UserForms.h"
 #include "host/users/Users.h"
+#include "platform/ui/RegisterDeletion.h"
 #include "tests/support/Controls.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/Workplace.h"
@@ -152,10 +152,10 @@ void TestUsers::lastAdministratorStays()
     workplace.messages.expectWarning(lastAdministrator);
     test::trigger(role, u"actSalva"_s);
     workplace.messages.expectWarning(u"Non è possibile eliminare l'utente che sta lavorando."_s);
-    QVERIFY(!host::deleteRegisterRecord(host::users(), 1, workplace.database(), nullptr));
+    QVERIFY(!ui::deleteRegisterRecord(host::users(), 1, workplace.database(), nullptr));
     SetKxCurrentUserName(u"UFFICIO"_s);
     workplace.messages.expectWarning(lastAdministrator);
-    QVERIFY(!host::deleteRegisterRecord(host::users(), 1, workplace.database(), nullptr));
+    QVERIFY(!ui::deleteRegisterRecord(host::users(), 1, workplace.database(), nullptr));
     SetKxCurrentUserName(host::administrator);
     // With a second administrator the first one may go, with its roles.
     workplace.database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
@@ -204,7 +204,7 @@ void TestUsers::rightIsAskedAgainAtTheSave()
             test::trigger(form, u"actSalva"_s);
         }
         workplace.messages.expectWarning(host::missingRight);
-        QVERIFY(!host::deleteRegisterRecord(host::users(), 2, workplace.database(), nullptr));
+        QVERIFY(!ui::deleteRegisterRecord(host::users(), 2, workplace.database(), nullptr));
         workplace.database().execute(u"UPDATE UTENTI SET ATTIVO = 'True' WHERE IDUTENTE = 1"_s);
     }
     QCOMPARE(workplace.lines(u"SELECT NOME FROM UTENTI"_s) + workplace.lines(u"SELECT RUOLO FROM RUOLI_UTENTE"_s),
@@ -223,7 +223,7 @@ void TestUsers::rightIsAskedInsideTheSave()
     const QStringList before = workplace.lines(names);
     for (const auto &[command, field] :
          {std::pair(u"actInserimentoUtenti"_s, u"txtNome"_s), {u"actInserimentoRuoli"_s, u"txtRuolo"_s}}) {
-        auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(command));
+        auto *form = qobject_cast<ui::RegisterEntry *>(workplace.commands().openForm(command));
         form->openRecord(2);
         test::type(test::control<QLineEdit>(form, field), u"x"_s);
         int losses = 0;

@@ -5,9 +5,9 @@
 //        workstation DATABASE               does what it is told on its standard input, see obey()
 // The password comes in ISC_PASSWORD.
 #include "host/HostCommands.h"
-#include "host/registers/RegisterEntry.h"
 #include "platform/core/Error.h"
 #include "platform/ui/NumberEdits.h"
+#include "platform/ui/RegisterEntry.h"
 #include "tests/support/Documents.h"
 
 #include <QApplication>
@@ -46,7 +46,7 @@ void enter(test::Workplace &workplace, const test::DocumentNames &names, const Q
 
 void enterArticle(test::Workplace &workplace, const QString &code)
 {
-    auto *form = qobject_cast<host::RegisterEntry *>(workplace.commands().openForm(u"actInserimentoArticoli"_s));
+    auto *form = qobject_cast<ui::RegisterEntry *>(workplace.commands().openForm(u"actInserimentoArticoli"_s));
     form->startNew();
     test::control<QLineEdit>(form, u"txtCodice"_s)->setText(code);
     test::control<QLineEdit>(form, u"txtDescrizione"_s)->setText(u"Articolo di "_s + code);

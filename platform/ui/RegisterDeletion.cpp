@@ -1,4 +1,4 @@
-#include "host/registers/RegisterDeletion.h"
+#include "platform/ui/RegisterDeletion.h"
 
 #include "platform/core/Messages.h"
 #include "platform/data/Connection.h"
@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace host {
+namespace ui {
 
 bool deleteRegisterRecord(const RegisterSpec &spec, int id, data::Connection &connection, QObject *owner)
 {
@@ -39,4 +39,4 @@ bool deleteRegisterRecord(const RegisterSpec &spec, int id, data::Connection &co
     return unused;
 }
 
-} // namespace host
+} // namespace ui

@@ -1,7 +1,6 @@
-#include "host/registers/RegisterEntry.h"
+#include "platform/ui/RegisterEntry.h"
 
-#include "host/Corvane3Impl.h"
-#include "host/registers/RegisterDeletion.h"
+#include "platform/core/Format.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/RecordUses.h"
@@ -9,13 +8,14 @@
 #include "platform/ui/CategoryField.h"
 #include "platform/ui/ChoiceFields.h"
 #include "platform/ui/Fields.h"
+#include "platform/ui/RegisterDeletion.h"
 
 #include <QGroupBox>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
-namespace host {
+namespace ui {
 
 namespace {
 
@@ -30,23 +30,49 @@ data::DataSet *recordOf(const RegisterSpec &spec, data::Connection &connection)
     return record;
 }
 
-ui::EntryFormSpec formOf(const RegisterSpec &spec)
+EntryFormSpec formOf(const RegisterSpec &spec)
 {
-    return {.caption = spec.isSingle() ? spec.caption : u"Inserimento / Modifica "_s + spec.lowerCaption(),
-            .menuCaption = u">%1<"_s.arg(spec.caption),
+    return {.caption = spec.entryTitle(),
+            .menuCaption = spec.entryMenu.isEmpty() ? spec.menuCaption() : spec.entryMenu,
             .key = spec.key,
             .generator = spec.generator(),
-            .closing = ui::ClosingQuestion::SaveFirst};
+            .closing = spec.habits.closing};
+}
+
+void placeBelowLabel(QGridLayout *grid, Field *field)
+{
+    if (!field->label().isEmpty()) {
+        auto *label = new QLabel(field->label(), field->widget()->parentWidget());
+        label->setBuddy(field->widget());
+        grid->addWidget(label, 0, 0, 1, 2);
+    }
+    grid->addWidget(field->widget(), 1, 0, 1, 2);
+    grid->setRowStretch(1, 1);
+}
+
+ChoiceSpec choiceOf(const RegisterField &field)
+{
+    ChoiceSpec choice = field.choice;
+    choice.name = field.name;
+    choice.label = field.label;
+    choice.keyColumn = field.column;
+    return choice;
 }
 
 } // namespace
 
 RegisterEntry::RegisterEntry(const RegisterSpec &spec, data::Connection &connection, QWidget *owner)
-    : EntryForm(formOf(spec), recordOf(spec, connection), owner)
-    , spec_(spec)
+    : RegisterEntry(spec, *recordOf(spec, connection), owner)
 {
     record().setParent(this);
-    setObjectName(u"Inserimento"_s + spec.name);
+}
+
+RegisterEntry::RegisterEntry(const RegisterSpec &spec, data::DataSet &record, QWidget *owner)
+    : EntryForm(formOf(spec), &record, owner)
+    , spec_(spec)
+{
+    setOnClose(spec.habits.onClose);
+    setObjectName(spec.owner + u"Inserimento"_s + spec.name);
     setOpeningSize(spec.openingSize);
     // Codes, postcodes and telephone numbers stay readable.
     setMinimumSize(spec.openingSize.width() * 5 / 6, 0);
@@ -62,7 +88,7 @@ void RegisterEntry::finish()
         if (!page->findChild<QPlainTextEdit *>() && !page->findChild<QAbstractItemView *>(u"list"_s))
             qobject_cast<QVBoxLayout *>(page->layout())->addStretch();
     }
-    start(spec_.isSingle() ? singleCommands : ui::standardCommands);
+    start(spec_.isSingle() ? singleCommands : standardCommands);
 }
 
 void RegisterEntry::createGroup(const RegisterGroup &group)
@@ -79,8 +105,12 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
         grid->setContentsMargins(0, 0, 0, 0);
     bool anyWide = false;
     for (const RegisterField &spec : group.fields) {
-        ui::Field *field = createField(spec, box);
-        place(grid, field, spec.row, spec.position, spec.span);
+        Field *field = createField(spec, box);
+        // A note alone on its page stands below its caption.
+        if (spec.kind == RegisterField::Kind::Memo && group.fields.size() == 1)
+            placeBelowLabel(grid, field);
+        else
+            place(grid, field, spec.row, spec.position, spec.span);
         // A control with a limited width stays beside its label, the others share what is left.
         const bool wide = field->widget()->maximumWidth() == QWIDGETSIZE_MAX;
         if (wide)
@@ -98,49 +128,52 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
         grid->setColumnStretch(grid->columnCount(), 1);
 }
 
-ui::Field *RegisterEntry::createField(const RegisterField &field, QWidget *parent)
+Field *RegisterEntry::createField(const RegisterField &field, QWidget *parent)
 {
     using Kind = RegisterField::Kind;
     switch (field.kind) {
     case Kind::Text: {
-        auto *text = declare(new ui::TextField({.name = field.name,
-                                                .label = field.label,
-                                                .column = field.column,
-                                                .maxLength = field.maxLength,
-                                                .upperCase = field.upperCase},
-                                               parent));
+        auto *text = declare(new TextField({.name = field.name,
+                                            .label = field.label,
+                                            .column = field.column,
+                                            .maxLength = field.maxLength,
+                                            .upperCase = field.upperCase},
+                                           parent));
         texts_.insert(field.column, text);
         return text;
     }
     case Kind::Memo:
-        return declare(new ui::MemoField({field.name, field.label, field.column}, parent));
+        return declare(new MemoField({field.name, field.label, field.column}, parent));
     case Kind::Amount:
     case Kind::Quantity:
-        return declare(new ui::DecimalField({.name = field.name,
-                                             .label = field.label,
-                                             .column = field.column,
-                                             .prefix = field.kind == Kind::Amount ? GetCurrencyPrefix() : QString()},
-                                            parent));
+        return declare(new DecimalField({.name = field.name,
+                                         .label = field.label,
+                                         .column = field.column,
+                                         .prefix = field.kind == Kind::Amount ? core::currencyPrefix : QString()},
+                                        parent));
     case Kind::Lookup: {
-        auto *lookup = declare(new ui::DropDownField(
+        auto *lookup = declare(new DropDownField(
             {.name = field.name, .label = field.label, .keyColumn = field.column, .sql = field.lookupSql}, field.column,
             u"TESTO"_s, parent));
         lookups_.insert(field.column, lookup);
         return lookup;
     }
+    case Kind::Choice:
+        return declare(new ChoiceField(choiceOf(field), parent));
     case Kind::Flag:
-        return declare(new ui::FlagField({field.name, field.flagCaption, field.column}, parent));
+        return declare(new FlagField({field.name, field.flagCaption, field.column}, parent));
     case Kind::Category:
         break;
     }
-    return declare(new ui::CategoryField(
+    return declare(new CategoryField(
         {.name = field.name, .label = field.label, .column = field.column, .categories = field.categories},
         connection(), parent));
 }
 
 QString RegisterEntry::textOf(const QString &column) const
 {
-    return texts_.value(column)->text().trimmed();
+    const QString text = texts_.value(column)->text();
+    return spec_.habits.blanksCount ? text : text.trimmed();
 }
 
 void RegisterEntry::declareChecks()
@@ -180,6 +213,8 @@ void RegisterEntry::declareDoubts()
 
 bool RegisterEntry::isDuplicate() const
 {
+    if (spec_.isTaken)
+        return spec_.isTaken(textOf(spec_.uniqueColumn), storedKey());
     return !connection()
                 .run(u"SELECT FIRST 1 1 AS NUM FROM %1 WHERE UPPER(%2) = %3 AND %4 <> ?"_s.arg(
                          spec_.table, spec_.uniqueColumn, data::inCapitals(), spec_.key),
@@ -198,14 +233,14 @@ void RegisterEntry::resetDetails()
     loadedText_.clear();
     if (!spec_.codePrefix.isEmpty())
         texts_.value(spec_.uniqueColumn)
-            ->setText(GetCustomCodice(connection().lastGeneratorValue(spec_.generator()) + 1, spec_.codePrefix));
+            ->setText(core::recordCode(connection().lastGeneratorValue(spec_.generator()) + 1, spec_.codePrefix));
 }
 
 // The other registers may have changed since the form was opened.
 void RegisterEntry::clearDetails()
 {
     withoutTracking([this] {
-        for (ui::DropDownField *lookup : std::as_const(lookups_))
+        for (DropDownField *lookup : std::as_const(lookups_))
             lookup->fill(connection());
     });
 }
@@ -231,12 +266,14 @@ void RegisterEntry::writeComputed(data::DataSet &record) const
 
 void RegisterEntry::recordMissing()
 {
-    core::warn(this, u"Il record non esiste più: un'altra postazione l'ha eliminato."_s);
+    if (spec_.habits.tellsMissing)
+        core::warn(this, u"Il record non esiste più: un'altra postazione l'ha eliminato."_s);
 }
 
 bool RegisterEntry::deleteStored(int id)
 {
-    return deleteRegisterRecord(spec_, id, connection(), this);
+    return spec_.deleteFromEntry ? spec_.deleteFromEntry(id, *this)
+                                 : deleteRegisterRecord(spec_, id, connection(), this);
 }
 
-} // namespace host
+} // namespace ui

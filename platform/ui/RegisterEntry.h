@@ -1,28 +1,26 @@
 #pragma once
-#include "host/registers/RegisterSpec.h"
-#include "platform/ui/EntryForm.h"
+#include "platform/ui/RegisterSpec.h"
 
 #include <QHash>
 
 namespace ui {
-class DropDownField;
-class TextField;
-} // namespace ui
 
-namespace host {
+class TextField;
 
 /// The entry form of a register, made from its declaration.
-class RegisterEntry : public ui::EntryForm
+class RegisterEntry : public EntryForm
 {
     Q_OBJECT
 
 public:
     RegisterEntry(const RegisterSpec &spec, data::Connection &connection, QWidget *owner);
+    /// The same over a data set of the caller's, which selects by the register's key.
+    RegisterEntry(const RegisterSpec &spec, data::DataSet &record, QWidget *owner);
     /// Ends the declaration, behind what a derived form added, and starts a new record.
     void finish();
 
 protected:
-    /// The text typed for `column`, without blanks at its ends.
+    /// The text typed for `column`, without blanks at its ends unless they count.
     QString textOf(const QString &column) const;
     QWidget *page(const QString &title) const { return pagesByTitle_.value(title); }
     /// The unique text as it is stored; empty for a new record.
@@ -39,7 +37,7 @@ protected:
 
 private:
     void createGroup(const RegisterGroup &group);
-    ui::Field *createField(const RegisterField &field, QWidget *parent);
+    Field *createField(const RegisterField &field, QWidget *parent);
     void declareChecks();
     void declareDoubts();
     bool isDuplicate() const;
@@ -47,9 +45,9 @@ private:
 
     RegisterSpec spec_;
     QHash<QString, QWidget *> pagesByTitle_;
-    QHash<QString, ui::TextField *> texts_;       // by column
-    QHash<QString, ui::DropDownField *> lookups_; // by column
-    QString loadedText_;                          // of the unique column
+    QHash<QString, TextField *> texts_;       // by column
+    QHash<QString, DropDownField *> lookups_; // by column
+    QString loadedText_;                      // of the unique column
 };
 
-} // namespace host
+} // namespace ui

@@ -1,8 +1,8 @@
-#include "host/registers/RegisterParts.h"
+#include "platform/ui/RegisterParts.h"
 
 using namespace Qt::StringLiterals;
 
-namespace host::parts {
+namespace ui::parts {
 
 RegisterField text(const QString &name, const QString &label, const QString &column, int maxLength, int row,
                    int position, int span)
@@ -30,4 +30,4 @@ RegisterField number(RegisterField::Kind kind, const QString &name, const QStrin
     return {.name = name, .label = label, .column = column, .kind = kind, .row = row, .position = position};
 }
 
-} // namespace host::parts
+} // namespace ui::parts

@@ -1,8 +1,8 @@
 #pragma once
-#include "host/registers/RegisterSpec.h"
+#include "platform/ui/RegisterSpec.h"
 
 /// What the declarations of the registers are made of.
-namespace host::parts {
+namespace ui::parts {
 
 inline const QString general = QStringLiteral("Generale");
 inline const QString codeIsMissing = QStringLiteral("Non è stato indicato il codice!");
@@ -24,4 +24,4 @@ const RegisterSpec &kept()
     return spec;
 }
 
-} // namespace host::parts
+} // namespace ui::parts
