@@ -11,6 +11,7 @@
 #include "platform/ui/RegisterDeletion.h"
 
 #include <QGroupBox>
+#include <QSet>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -48,6 +49,11 @@ void placeBelowLabel(QGridLayout *grid, Field *field)
     }
     grid->addWidget(field->widget(), 1, 0, 1, 2);
     grid->setRowStretch(1, 1);
+}
+
+bool hasLimitedWidth(const Field *field)
+{
+    return field->widget()->maximumWidth() < QWIDGETSIZE_MAX;
 }
 
 ChoiceSpec choiceOf(const RegisterField &field)
@@ -103,7 +109,8 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
     auto *grid = new QGridLayout(box);
     if (group.title.isEmpty())
         grid->setContentsMargins(0, 0, 0, 0);
-    bool anyWide = false;
+    QSet<int> growing;       // columns of controls that take any width,
+    QSet<int> growingBehind; // and the last ones of such that reach over several
     for (const RegisterField &spec : group.fields) {
         Field *field = createField(spec, box);
         // A note alone on its page stands below its caption.
@@ -111,21 +118,20 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
             placeBelowLabel(grid, field);
         else
             place(grid, field, spec.row, spec.position, spec.span);
-        // A control with a limited width stays beside its label, the others share what is left.
-        const bool wide = field->widget()->maximumWidth() == QWIDGETSIZE_MAX;
-        if (wide)
-            grid->setColumnStretch(spec.position * 2 + 1, 1);
-        else
+        if (hasLimitedWidth(field))
             grid->setAlignment(field->widget(), Qt::AlignLeft | Qt::AlignVCenter);
-        anyWide = anyWide || wide;
+        else
+            (spec.span > 1 ? growingBehind : growing).insert((spec.position + spec.span) * 2 - 1);
         if (spec.kind == RegisterField::Kind::Memo)
             grid->setRowStretch(spec.row, 1);
         if (!focusProxy())
             setFocusProxy(field->widget());
     }
-    // Where nothing takes what is left, it goes behind the controls instead of between them and their labels.
-    if (!anyWide)
-        grid->setColumnStretch(grid->columnCount(), 1);
+    // What is left must not come between controls of a limited width and their labels.
+    if (growing.isEmpty())
+        growing = growingBehind.isEmpty() ? QSet<int>{grid->columnCount()} : growingBehind;
+    for (const int column : std::as_const(growing))
+        grid->setColumnStretch(column, 1);
 }
 
 Field *RegisterEntry::createField(const RegisterField &field, QWidget *parent)
@@ -139,6 +145,9 @@ Field *RegisterEntry::createField(const RegisterField &field, QWidget *parent)
                                             .maxLength = field.maxLength,
                                             .upperCase = field.upperCase},
                                            parent));
+        // A code is read as a whole.
+        if (field.upperCase && hasLimitedWidth(text))
+            text->widget()->setMinimumWidth(text->widget()->maximumWidth());
         texts_.insert(field.column, text);
         return text;
     }
