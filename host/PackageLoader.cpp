@@ -15,6 +15,9 @@ namespace host {
 
 namespace {
 
+// What the program is delivered with; there may be others.
+const QString delivered = u"Magazzino.bpl"_s;
+
 // A module object declares Initialize() and Finalize() as slots; what Initialize() throws passes through the call.
 void call(QObject *module, const char *slot)
 {
@@ -26,7 +29,7 @@ void call(QObject *module, const char *slot)
 
 void loadPackages(const QString &folder)
 {
-    static QSet<QString> told;
+    static QSet<QString> told; // of this program's life: every session loads them again
     const QStringList files = QDir(folder).entryList({u"*.bpl"_s}, QDir::Files, QDir::Name);
     for (const QString &file : files) {
         QLibrary library(QDir(folder).filePath(file));
@@ -36,6 +39,11 @@ void loadPackages(const QString &folder)
             core::logLine(u"caricamento di "_s + file, library.errorString());
             core::showError(nullptr, u"Impossibile caricare il modulo \"%1\"."_s.arg(file));
         }
+    }
+    if (!files.contains(delivered) && GetPackageIndex(delivered) < 0 && !told.contains(delivered)) {
+        told.insert(delivered);
+        core::showError(nullptr,
+                        u"Il modulo \"%1\" manca nella cartella del programma \"%2\"."_s.arg(delivered, folder));
     }
 }
 

@@ -6,7 +6,8 @@ class QObject;
 namespace host {
 
 /// Loads every "*.bpl" of `folder`; each registers itself while it loads. A library that cannot be loaded is reported
-/// in an "Errore" box, the first time, and left out. What is loaded already stays as it is.
+/// in an "Errore" box, the first time, and left out; so is the warehouse module when it is missing. What is loaded
+/// already stays as it is.
 void loadPackages(const QString &folder);
 
 /// Creates the module object of every registered package and calls its Initialize(). One that fails is reported,

@@ -107,6 +107,7 @@ private Q_SLOTS:
     void programKeepsItsFilesToItself();
     void withoutADisplayItUpgradesOnly();
     void commandLineUpgradesHostAndModule();
+    void missingModuleIsReported();
 };
 
 void TestStart::databasesAreRememberedLatestFirst()
@@ -355,6 +356,18 @@ void TestStart::commandLineUpgradesHostAndModule()
     connection.setConnectionString(data::nativeConnectionString(address));
     connection.open();
     QCOMPARE(test::linesOf(connection, versions), QStringList({u"1.0.0"_s, u"1.3.0"_s}));
+}
+
+void TestStart::missingModuleIsReported()
+{
+    const QTemporaryDir home;
+    const QDir folder(home.filePath(u"programma"_s));
+    QVERIFY(folder.mkpath(u"."_s));
+    QVERIFY(QFile::copy(QCoreApplication::applicationDirPath() + u"/corvane"_s, folder.filePath(u"corvane"_s)));
+    test::Program program(home.path(), {u"--database"_s, home.filePath(u"ditta.fdb"_s), u"--empty"_s, u"--upgrade"_s},
+                          {}, folder.path());
+    QCOMPARE(program.exitCode(), 1);
+    QCOMPARE(program.told().count("Il modulo \"Magazzino.bpl\" manca"), 1);
 }
 
 static const test::Registered<TestStart> registered;

@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/data/ConnectionString.h"
 
+#include <QCoreApplication>
 #include <QProcess>
 #include <QStringList>
 
@@ -10,8 +11,9 @@ namespace test {
 class Program
 {
 public:
-    /// Starts it. `login` is the database whose password it gets, if any.
-    Program(const QString &home, const QStringList &arguments, const data::DatabaseAddress &login = {});
+    /// Starts it. `login` is the database whose password it gets, if any; `folder` is where it lies.
+    Program(const QString &home, const QStringList &arguments, const data::DatabaseAddress &login = {},
+            const QString &folder = QCoreApplication::applicationDirPath());
 
     /// Waits for its end, a minute at most, and returns its exit code; -1 when it did not end by itself.
     int exitCode();
