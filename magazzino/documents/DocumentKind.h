@@ -94,6 +94,8 @@ struct DocumentKind
     QList<RowColumn> storedColumns; ///< of its rows
     QList<RowColumn> shownColumns;  ///< of its rows grid, from left to right
 
+    /// What follows from these names, alike for every kind.
+    ///@{
     QString generator() const { return QStringLiteral("GN_") + key; }
     QString rowTable() const { return table + QStringLiteral("_DETT"); }
     QString rowKey() const { return key + QStringLiteral("_DETT"); }
@@ -101,11 +103,15 @@ struct DocumentKind
     QString dataSet() const { return QStringLiteral("ads") + dataName; }
     QString rowsDataSet() const { return dataSet() + QStringLiteral("Dett"); }
     QString entryAction() const { return QStringLiteral("actInserimento") + formName; }
+    ///@}
 };
 
+/// The kinds, each made once.
+///@{
 const DocumentKind &bollaCarico();
 const DocumentKind &ddtScarico();
 const DocumentKind &fatturaAccompagnatoria();
+///@}
 
 /// The three of them, in this order.
 const QList<const DocumentKind *> &documentKinds();

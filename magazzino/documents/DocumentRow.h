@@ -61,6 +61,7 @@ struct DocumentTotals
     double nonImponibile = 0;
     double esente = 0;
 
+    /// The document's total.
     double documento() const { return imponibile + imposta + nonImponibile + esente; }
 };
 

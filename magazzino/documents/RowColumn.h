@@ -40,7 +40,9 @@ struct RowColumn
     RowTypes greyed = {};               ///< rows whose cell is grey
     std::function<QString(const DocumentRow &)> hint = {}; ///< over the cell
 
+    /// Is it a number, with or without a currency sign?
     bool isNumber() const { return format == RowFormat::Number || format == RowFormat::Currency; }
+    /// Texts stand at the left, everything else at the right.
     bool isLeftAligned() const { return format == RowFormat::Text || format == RowFormat::Memo; }
 };
 

@@ -57,14 +57,18 @@ class DocumentGrid : public QTableView
     Q_OBJECT
 
 public:
+    /// An empty grid of the columns that `kind` shows.
     DocumentGrid(const DocumentKind &kind, QWidget *parent);
 
+    /// The rows that it shows.
     DocumentRowsModel &rowsModel() const { return *model_; }
     /// Row of the current cell, or -1.
     int selectedRow() const;
     /// Makes a cell the current one; the row's first one when the column is not shown.
     void select(int row, const RowMember &column);
+    /// Takes over what stands in an open editor; false when the cell refused it.
     bool finishEditing() { return delegate_->finish(); }
+    /// Makes each row as high as its description needs it.
     void fitRowHeights();
 
 Q_SIGNALS:

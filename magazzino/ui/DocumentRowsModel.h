@@ -10,17 +10,23 @@ class DocumentRowsModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
+    /// No rows yet; the columns are those that `kind` shows.
     DocumentRowsModel(const DocumentKind &kind, QObject *parent);
 
+    /// The rows as they stand in the grid.
     const QList<DocumentRow> &rows() const { return rows_; }
+    /// The shown columns from left to right.
     const QList<RowColumn> &columns() const { return columns_; }
     /// Position of the column that shows a member of the rows, or -1.
     int indexOf(const RowMember &member) const;
     /// Shows what `hint` says of a row over its cell in the column of a member.
     void setHint(const RowMember &member, std::function<QString(const DocumentRow &)> hint);
 
+    /// Shows other rows; what stood there is gone.
     void setRows(QList<DocumentRow> rows);
+    /// Adds a row behind the others.
     void append(const DocumentRow &row);
+    /// Takes out the row at this position, which must be there.
     void remove(int row);
     /// Swaps a row with the one `step` (-1 or 1) away; false when there is none.
     bool move(int row, int step);

@@ -26,6 +26,7 @@ class FatturaCiclicaField : public ui::Field
 public:
     explicit FatturaCiclicaField(QWidget *page);
 
+    /// Takes the check back; the other controls are out of use then.
     void disable();
 
     QWidget *widget() const override { return box_; }

@@ -17,6 +17,7 @@ class Filter : public QObject
     Q_OBJECT
 
 public:
+    /// `label` is the caption before the input.
     Filter(QString label, QObject *parent)
         : QObject(parent)
         , label_(std::move(label))
@@ -25,6 +26,7 @@ public:
 
     /// Caption before the input.
     const QString &label() const { return label_; }
+    /// The input.
     virtual QWidget *widget() const = 0;
     /// Back to the first value; what it offers is read anew.
     virtual void reset() = 0;

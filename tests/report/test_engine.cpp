@@ -27,7 +27,7 @@ private Q_SLOTS:
     void settingsOfThePdfTakeEffect();
 
 private:
-    QString projectFile(const QString &reports);
+    QString projectFile(const QString &contents);
     std::shared_ptr<const report::Document> layOut(const QString &bands, const data::Rows &rows);
 
     QTemporaryDir folder_;
@@ -147,7 +147,7 @@ void TestEngine::brokenProjectsNameFileAndLine_data()
     QTest::newRow("expression") << inBand(u"<expr x='0' y='0' width='1' height='1' value='1 + )'/>"_s)
                                 << u"riga 5: \")\" inatteso nell'espressione"_s;
     const QString minus = QString(20'000, u'-') + u'1';
-    const QString sum = QString(u"1 + "_s).repeated(20'000) + u'1';
+    const QString sum = u"1 + "_s.repeated(20'000) + u'1';
     const QString parentheses = QString(20'000, u'(') + u'1' + QString(20'000, u')');
     for (const QString &deep : {minus, sum, parentheses}) {
         QTest::addRow("expression too deep, %c", deep.at(1).toLatin1())
