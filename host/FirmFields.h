@@ -63,6 +63,7 @@ struct FirmField
     bool (*isRight)(const QString &) = nullptr; ///< text that fails it is doubtful
     QString column = name.toUpper();
 
+    /// Object name of its input.
     QString control() const { return QStringLiteral("txt") + name; }
 };
 

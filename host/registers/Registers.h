@@ -4,6 +4,7 @@
 namespace host {
 
 /// Every register of the host, in the order of the menus.
+///@{
 const ui::RegisterSpec &articles();
 const ui::RegisterSpec &services();
 const ui::RegisterSpec &customers();
@@ -12,5 +13,6 @@ const ui::RegisterSpec &units();
 const ui::RegisterSpec &paymentTypes();
 const ui::RegisterSpec &documentNotes();
 const ui::RegisterSpec &company();
+///@}
 
 } // namespace host

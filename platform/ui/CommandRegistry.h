@@ -54,6 +54,7 @@ public:
     /// Takes the forms along: they work on what belongs to the registry's owner.
     ~CommandRegistry() override;
 
+    /// Makes the action of a command and returns it; the spec is kept.
     QAction *add(const ActionSpec &spec);
     /// Null when there is none of the name.
     QAction *action(const QString &name) const;

@@ -106,15 +106,19 @@ struct RegisterSpec
 
     /// "aliquote IVA", inside a sentence.
     QString lowerCaption() const { return caption.left(1).toLower() + caption.mid(1); }
+    /// In the title bar of the entry form.
     QString entryTitle() const
     {
         if (!entryCaption.isEmpty())
             return entryCaption;
         return isSingle() ? caption : QStringLiteral("Inserimento / Modifica ") + lowerCaption();
     }
+    /// What follows from these texts, alike for every register.
+    ///@{
     QString menuCaption() const { return QStringLiteral(">%1<").arg(caption); }
     QString generator() const { return QStringLiteral("GN_") + key; }
     QString selectText() const { return listSql.isEmpty() ? QStringLiteral("SELECT * FROM %1 ").arg(table) : listSql; }
+    ///@}
     /// A register of one record (the company) has no list.
     bool isSingle() const { return listColumns.isEmpty(); }
 };
