@@ -87,6 +87,24 @@ void DocumentRowsModel::append(const DocumentRow &row)
     endInsertRows();
 }
 
+int DocumentRowsModel::rowLike(const DocumentRow &row) const
+{
+    for (int i = 0; i < rowCount(); ++i) {
+        const DocumentRow &other = rows_[i];
+        if (other.tipo == row.tipo && other.codice == row.codice &&
+            (other.*unitPrice_).value_or(0) == (row.*unitPrice_).value_or(0) &&
+            other.sconto.value_or(0) == row.sconto.value_or(0))
+            return i;
+    }
+    return -1;
+}
+
+bool DocumentRowsModel::raiseQuantity(int row, double quantity)
+{
+    return setData(index(row, indexOf(&DocumentRow::quantita)), plainNumber(rows_[row].quantita.value_or(0) + quantity),
+                   Qt::EditRole);
+}
+
 void DocumentRowsModel::remove(int row)
 {
     beginRemoveRows({}, row, row);
@@ -173,32 +191,34 @@ Qt::ItemFlags DocumentRowsModel::flags(const QModelIndex &index) const
     return columns_[index.column()].editable.testFlag(rows_[index.row()].type()) ? base | Qt::ItemIsEditable : base;
 }
 
-bool DocumentRowsModel::refuse(const QString &text, bool unreadable)
-{
-    Q_EMIT cellRefused(text, unreadable);
-    return false;
-}
-
 // Cells hold two decimals, so that what is summed is what will be stored.
-bool DocumentRowsModel::takeNumber(DocumentRow &row, const RowColumn &column, const QString &text)
+CellRefusal DocumentRowsModel::tryNumber(DocumentRow &row, const RowColumn &column, const QString &text) const
 {
     const std::optional<core::WrittenNumber> typed = core::readNumber(text);
     if (!typed)
-        return refuse(u"\"%1\" non è un numero valido."_s.arg(text), true);
+        return {u"\"%1\" non è un numero valido."_s.arg(text), true};
     if (typed->places > 2)
-        return refuse(u"\"%1\" ha più di due decimali."_s.arg(text), true);
+        return {u"\"%1\" ha più di due decimali."_s.arg(text), true};
     if (typed->value > column.maximum && column.maximum > 100)
-        return refuse(u"Il numero è troppo grande."_s);
+        return {u"Il numero è troppo grande."_s};
     if (typed->value < 0 || (typed->value == 0 && !column.zeroAllowed) || typed->value > column.maximum)
-        return refuse(column.refusal);
+        return {column.refusal};
     DocumentRow changed = row;
     changed.*numberOf(column) = typed->value;
     // Before the discount, so that the order of typing does not matter.
     const double amount = (changed.*unitPrice_).value_or(0) * changed.quantita.value_or(0);
     if (!core::fitsDecimal(amount, 2))
-        return refuse(u"L'importo della riga è troppo grande."_s);
+        return {u"L'importo della riga è troppo grande."_s};
     row = changed;
-    return true;
+    return {};
+}
+
+bool DocumentRowsModel::takeNumber(DocumentRow &row, const RowColumn &column, const QString &text)
+{
+    const CellRefusal refusal = tryNumber(row, column, text);
+    if (!refusal.text.isEmpty())
+        Q_EMIT cellRefused(refusal.text, refusal.unreadable);
+    return refusal.text.isEmpty();
 }
 
 bool DocumentRowsModel::setData(const QModelIndex &index, const QVariant &value, int role)

@@ -3,6 +3,13 @@
 
 #include <QAbstractTableModel>
 
+/// Why a number is not taken; an empty text when it is.
+struct CellRefusal
+{
+    QString text;
+    bool unreadable = false; ///< it is no number at all
+};
+
 /// The rows of a document as an editable table. Columns show and take what the table of row columns says of them; a
 /// value out of range is refused and the old one stays.
 class DocumentRowsModel : public QAbstractTableModel
@@ -28,8 +35,15 @@ public:
     void append(const DocumentRow &row);
     /// Takes out the row at this position, which must be there.
     void remove(int row);
+    /// Position of the row with the article, unit price and discount of `row`, or -1.
+    int rowLike(const DocumentRow &row) const;
+    /// Adds `quantity` to that of a row, as if its sum were typed; false when it is refused.
+    bool raiseQuantity(int row, double quantity);
     /// Swaps a row with the one `step` (-1 or 1) away; false when there is none.
     bool move(int row, int step);
+    /// Reads what is typed for a number of `row`, a row of the document or one to be; `row` stays as it is when the
+    /// number is refused.
+    CellRefusal tryNumber(DocumentRow &row, const RowColumn &column, const QString &text) const;
     /// Lets `change` work on all rows and shows the result.
     void updateRows(const std::function<void(QList<DocumentRow> &)> &change);
 
@@ -48,7 +62,6 @@ Q_SIGNALS:
 
 private:
     bool takeNumber(DocumentRow &row, const RowColumn &column, const QString &text);
-    bool refuse(const QString &text, bool unreadable = false);
 
     UnitPrice unitPrice_;
     QList<RowColumn> columns_;
