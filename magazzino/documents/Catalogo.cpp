@@ -1,0 +1,128 @@
+#include "magazzino/documents/Catalogo.h"
+
+#include "magazzino/MMGUtils.h"
+#include "magazzino/documents/DocumentRow.h"
+#include "platform/core/Clock.h"
+#include "platform/data/Connection.h"
+#include "platform/data/SqlText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What other workstations change meanwhile is offered late; what is taken is read anew in any case.
+constexpr qint64 keptSeconds = 60;
+
+QString tableOf(const QString &tipo)
+{
+    return tipo == tipoRiga::servizio ? u"SERVIZI"_s : u"ANA_MAGA"_s;
+}
+
+QString keyOfTable(const QString &tipo)
+{
+    return tipo == tipoRiga::servizio ? u"IDSERVIZIO"_s : u"IDANA_MAGA"_s;
+}
+
+QString searchable(const QString &text)
+{
+    QString plain;
+    plain.reserve(text.size());
+    for (const QChar letter : text.normalized(QString::NormalizationForm_D)) {
+        if (!letter.isMark())
+            plain.append(letter);
+    }
+    return data::capitalsOf(plain);
+}
+
+bool hasAll(const QString &text, const QStringList &words)
+{
+    return std::all_of(words.begin(), words.end(), [&](const QString &word) { return text.contains(word); });
+}
+
+} // namespace
+
+Catalogo::Catalogo(const QString &tipo)
+    : tipo_(tipo)
+{
+}
+
+void Catalogo::refresh()
+{
+    const QDateTime now = core::now();
+    if (readAt_.isValid() && readAt_.secsTo(now) < keptSeconds)
+        return;
+    const data::Rows rows = ModuleConnection().run(
+        u"SELECT VOCI.%1, VOCI.CODICE, VOCI.DESCRIZIONE, VOCI.PREZZO, VOCI.COSTO, UM.UM FROM %2 VOCI "
+        "LEFT JOIN UM ON UM.IDUM = VOCI.IDUM ORDER BY UPPER(VOCI.CODICE)"_s.arg(keyOfTable(tipo_), tableOf(tipo_)));
+    QList<VoceCatalogo> voci;
+    voci.reserve(rows.size());
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        const QVariantList &values = rows.values(row);
+        VoceCatalogo voce{.id = values[0].toInt(),
+                          .codice = values[1].toString(),
+                          .descrizione = values[2].toString(),
+                          .um = values[5].toString(),
+                          .prezzo = values[3].toDouble(),
+                          .costo = values[4].toDouble()};
+        voce.codiceCercato = searchable(voce.codice);
+        voce.testoCercato = voce.codiceCercato + u' ' + searchable(voce.descrizione);
+        voci.append(std::move(voce));
+    }
+    voci_ = std::move(voci);
+    readAt_ = now;
+}
+
+QList<VoceCatalogo> Catalogo::find(const QString &text, qsizetype most) const
+{
+    const QString wanted = searchable(text).simplified();
+    if (wanted.isEmpty())
+        return {};
+    const QStringList words = wanted.split(u' ');
+    QList<VoceCatalogo> beginning;
+    QList<VoceCatalogo> inCode;
+    QList<VoceCatalogo> inText;
+    for (const VoceCatalogo &voce : voci_) {
+        if (voce.codiceCercato.startsWith(wanted))
+            beginning.append(voce);
+        else if (inCode.size() < most && voce.codiceCercato.contains(wanted))
+            inCode.append(voce);
+        else if (inText.size() < most && hasAll(voce.testoCercato, words))
+            inText.append(voce);
+        if (beginning.size() == most)
+            break;
+    }
+    return (beginning + inCode + inText).mid(0, most);
+}
+
+int Catalogo::keyOf(const QString &codice) const
+{
+    const data::Rows rows = ModuleConnection().run(
+        u"SELECT %1 FROM %2 WHERE UPPER(CODICE) = %3"_s.arg(keyOfTable(tipo_), tableOf(tipo_), data::inCapitals()),
+        {data::searchedText(codice)});
+    return rows.isEmpty() ? -1 : rows.values(0).first().toInt();
+}
+
+QHash<QString, double> GiacenzeAttuali(const QStringList &codici)
+{
+    QHash<QString, double> giacenze;
+    if (codici.isEmpty())
+        return giacenze;
+    QStringList placeholders;
+    QVariantList values;
+    for (const QString &codice : codici) {
+        placeholders.append(data::inCapitals());
+        values.append(data::searchedText(codice));
+    }
+    const data::Rows rows =
+        ModuleConnection().run(u"SELECT UPPER(CODICE), SUM(QUANTITA) FROM MOVI_MAGA WHERE UPPER(CODICE) IN (%1) "
+                               "GROUP BY 1"_s.arg(placeholders.join(u", "_s)),
+                               values);
+    QHash<QString, double> byCapitals;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        byCapitals.insert(rows.values(row)[0].toString(), rows.values(row)[1].toDouble());
+    for (const QString &codice : codici) {
+        if (const auto found = byCapitals.constFind(data::capitalsOf(codice)); found != byCapitals.constEnd())
+            giacenze.insert(codice, *found);
+    }
+    return giacenze;
+}
