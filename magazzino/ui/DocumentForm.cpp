@@ -3,16 +3,13 @@
 #include "host/users/Users.h"
 #include "magazzino/MMGUtils.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/RecordChoice.h"
+#include "magazzino/ui/EntryLine.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
-#include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
-#include "platform/ui/Dialogs.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QToolTip>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -122,6 +119,8 @@ void TMMGInserimentoDocumento::createRowsPage()
     grid_ = new DocumentGrid(kind_, page);
     grid_->setObjectName(kind_.captions.rowsGrid);
     layout->addWidget(grid_, 1);
+    createEntryLine(page);
+    layout->addWidget(entry_);
     connect(grid_, &DocumentGrid::typing, this, &TMMGInserimentoDocumento::SetTyping);
     connect(&grid_->rowsModel(), &DocumentRowsModel::cellEdited, this, &TMMGInserimentoDocumento::cellEdited);
     // Shown once the editor has closed: a box while it loses the focus would open it again.
@@ -225,117 +224,8 @@ void TMMGInserimentoDocumento::resetDetails()
 {
     showRight();
     number_->setValue(GetNextNumeroDocumento(kind_, core::today().year()));
+    entry_->clear();
     grid_->rowsModel().setRows({});
     totals_ = {};
     showTotals([](const DocumentTotal &) { return 0; });
-}
-
-// Row changes
-
-void TMMGInserimentoDocumento::rowsChanged()
-{
-    SetModified(true);
-    AggiornaTotaliDocumento();
-    grid_->fitRowHeights();
-}
-
-void TMMGInserimentoDocumento::addRow(const DocumentRow &row)
-{
-    DocumentRowsModel &model = grid_->rowsModel();
-    model.append(row);
-    if (row.tipo == tipoRiga::testo) {
-        // The totals stay as they are shown; this is intended.
-        SetModified(true);
-        grid_->fitRowHeights();
-    } else {
-        rowsChanged();
-    }
-    grid_->select(model.rowCount() - 1,
-                  row.tipo == tipoRiga::testo ? RowMember(&DocumentRow::descrizione) : RowMember(kind_.unitPrice));
-    grid_->setFocus();
-}
-
-void TMMGInserimentoDocumento::aggiungiArticolo()
-{
-    if (const auto chosen = chooseRecord(u"actModSelezionaArticolo"_s))
-        addChosen(tipoRiga::articolo, GetArticolo(chosen->key));
-}
-
-void TMMGInserimentoDocumento::aggiungiServizio()
-{
-    if (const auto chosen = chooseRecord(u"actModSelezionaServizio"_s))
-        addChosen(tipoRiga::servizio, GetServizio(chosen->key));
-}
-
-template <typename Voce>
-void TMMGInserimentoDocumento::addChosen(const QString &tipo, const Voce &voce)
-{
-    if (voce.id <= 0)
-        return;
-    addRow({.tipo = tipo,
-            .codice = voce.codice,
-            .descrizione = voce.descrizione,
-            .idCategoria = voce.idCategoria,
-            .costo = voce.costo,
-            .prezzo = voce.prezzo,
-            .quantita = 1,
-            .importo = voce.prezzo,
-            .idAliquotaIVA = voce.idAliquotaIVA,
-            .codiceIVA = GetAliquotaIVA(voce.idAliquotaIVA).codice,
-            .idUM = voce.idUM,
-            .um = GetUM(voce.idUM).testo});
-}
-
-void TMMGInserimentoDocumento::aggiungiTesto()
-{
-    addRow({.tipo = tipoRiga::testo});
-    grid_->edit(grid_->currentIndex());
-}
-
-void TMMGInserimentoDocumento::aggiungiNonImponibile()
-{
-    addRow({.tipo = tipoRiga::nonImponibile, .costo = 0, .prezzo = 0, .quantita = 1, .importo = 0});
-}
-
-void TMMGInserimentoDocumento::eliminaRiga()
-{
-    const int row = grid_->selectedRow();
-    if (row < 0 || !core::confirmLoss(this, u"Eliminare la riga selezionata?"_s))
-        return;
-    grid_->rowsModel().remove(row);
-    rowsChanged();
-}
-
-void TMMGInserimentoDocumento::spostaRiga(int step)
-{
-    const QModelIndex current = grid_->currentIndex();
-    if (!current.isValid() || !grid_->rowsModel().move(current.row(), step))
-        return;
-    grid_->setCurrentIndex(current.siblingAtRow(current.row() + step));
-    grid_->fitRowHeights();
-    SetModified(true);
-}
-
-void TMMGInserimentoDocumento::cellEdited()
-{
-    SetModified(true);
-    core::guarded(this, [this] {
-        const ui::WaitCursor wait;
-        AggiornaTotaliDocumento();
-    });
-}
-
-void TMMGInserimentoDocumento::cellRefused(const QString &text, bool unreadable)
-{
-    if (unreadable) {
-        core::showError(this, text);
-        return;
-    }
-    const QRect cell = grid_->visualRect(grid_->currentIndex());
-    QToolTip::showText(grid_->viewport()->mapToGlobal(cell.bottomLeft()), text, grid_);
-}
-
-bool TMMGInserimentoDocumento::finishEditing()
-{
-    return grid_->finishEditing();
 }

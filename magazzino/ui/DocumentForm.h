@@ -5,6 +5,7 @@
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Fields.h"
 
+class DocumentEntryLine;
 class QLabel;
 
 /// The form of a document that moves stock: number and date, header pages, rows, notes. Saving writes the header,
@@ -63,10 +64,11 @@ private:
     void createNotesPage();
     QWidget *createTotals();
     QLabel *createTotal(const DocumentTotal &total, QWidget *box);
+    void createEntryLine(QWidget *page);
+    void appendRow(const DocumentRow &row);
     void addRow(const DocumentRow &row);
-    /// Appends a row for an article or a service; nothing when it was not found.
-    template <typename Voce>
-    void addChosen(const QString &tipo, const Voce &voce);
+    bool addEntered(const DocumentRow &row, bool scanned);
+    void addChosen(const QString &tipo, const QString &action);
     void aggiungiArticolo();
     void aggiungiServizio();
     void aggiungiTesto();
@@ -86,6 +88,7 @@ private:
     ui::DateField *date_ = nullptr;
     QWidget *generalPage_ = nullptr;
     DocumentGrid *grid_ = nullptr;
+    DocumentEntryLine *entry_ = nullptr;
     ui::MemoField *notes_ = nullptr;
     QList<std::pair<DocumentTotal, QLabel *>> totalLabels_;
     QLabel *readOnly_ = nullptr; ///< only where saving needs a right

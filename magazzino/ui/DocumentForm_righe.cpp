@@ -3,6 +3,7 @@
 #include "magazzino/documents/StoredRows.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/DocumentForm.h"
+#include "magazzino/ui/EntryLine.h"
 #include "platform/data/DataSet.h"
 
 using namespace Qt::StringLiterals;
@@ -11,6 +12,7 @@ void TMMGInserimentoDocumento::clearDetails()
 {
     // The rows go before the header is looked for, also when there is no such document; this is intended.
     grid_->finishEditing();
+    entry_->clear();
     grid_->rowsModel().setRows({});
 }
 

@@ -1,0 +1,179 @@
+// How the rows of a document's form are added and changed.
+#include "magazzino/MMGUtils.h"
+#include "magazzino/ui/DocumentForm.h"
+#include "magazzino/ui/EntryLine.h"
+#include "magazzino/ui/RecordChoice.h"
+#include "platform/core/Messages.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QShortcut>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <typename Voce>
+std::optional<DocumentRow> rowOfVoce(const QString &tipo, const Voce &voce)
+{
+    if (voce.id <= 0)
+        return {};
+    return DocumentRow{.tipo = tipo,
+                       .codice = voce.codice,
+                       .descrizione = voce.descrizione,
+                       .idCategoria = voce.idCategoria,
+                       .costo = voce.costo,
+                       .prezzo = voce.prezzo,
+                       .quantita = 1,
+                       .importo = voce.prezzo,
+                       .idAliquotaIVA = voce.idAliquotaIVA,
+                       .codiceIVA = GetAliquotaIVA(voce.idAliquotaIVA).codice,
+                       .idUM = voce.idUM,
+                       .um = GetUM(voce.idUM).testo};
+}
+
+// The row that an article or a service makes, chosen or typed; nothing when it was not found.
+std::optional<DocumentRow> rowOf(const QString &tipo, int id)
+{
+    return tipo == tipoRiga::servizio ? rowOfVoce(tipo, GetServizio(id)) : rowOfVoce(tipo, GetArticolo(id));
+}
+
+} // namespace
+
+void TMMGInserimentoDocumento::createEntryLine(QWidget *page)
+{
+    const auto chooseArticle = [] {
+        const auto chosen = chooseRecord(u"actModSelezionaArticolo"_s);
+        return chosen ? std::optional(chosen->key) : std::nullopt;
+    };
+    entry_ = new DocumentEntryLine(
+        kind_, *grid_,
+        {rowOf, chooseArticle, [this](const DocumentRow &row, bool scanned) { return addEntered(row, scanned); }},
+        page);
+    auto *key = new QShortcut(QKeySequence(u"Ctrl+I"_s), this);
+    key->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(key, &QShortcut::activated, this, [this] {
+        for (int i = 0; i < pages()->count(); ++i) {
+            if (pages()->widget(i)->isAncestorOf(entry_))
+                pages()->setCurrentIndex(i);
+        }
+        entry_->start();
+    });
+}
+
+void TMMGInserimentoDocumento::rowsChanged()
+{
+    SetModified(true);
+    AggiornaTotaliDocumento();
+    grid_->fitRowHeights();
+}
+
+void TMMGInserimentoDocumento::appendRow(const DocumentRow &row)
+{
+    DocumentRowsModel &model = grid_->rowsModel();
+    model.append(row);
+    if (row.tipo == tipoRiga::testo) {
+        // The totals stay as they are shown; this is intended.
+        SetModified(true);
+        grid_->fitRowHeights();
+    } else {
+        rowsChanged();
+    }
+    grid_->select(model.rowCount() - 1,
+                  row.tipo == tipoRiga::testo ? RowMember(&DocumentRow::descrizione) : RowMember(kind_.unitPrice));
+}
+
+void TMMGInserimentoDocumento::addRow(const DocumentRow &row)
+{
+    appendRow(row);
+    grid_->setFocus();
+}
+
+// A row typed in the line under the grid. The focus stays there.
+bool TMMGInserimentoDocumento::addEntered(const DocumentRow &row, bool scanned)
+{
+    // A cell that refuses its text comes before any other row.
+    if (!finishEditing())
+        return false;
+    const ui::WaitCursor wait;
+    DocumentRowsModel &model = grid_->rowsModel();
+    const int same = scanned ? model.rowLike(row) : -1;
+    if (same < 0) {
+        appendRow(row);
+        return true;
+    }
+    grid_->select(same, &DocumentRow::quantita);
+    return model.raiseQuantity(same, row.quantita.value_or(0));
+}
+
+void TMMGInserimentoDocumento::aggiungiArticolo()
+{
+    addChosen(tipoRiga::articolo, u"actModSelezionaArticolo"_s);
+}
+
+void TMMGInserimentoDocumento::aggiungiServizio()
+{
+    addChosen(tipoRiga::servizio, u"actModSelezionaServizio"_s);
+}
+
+void TMMGInserimentoDocumento::addChosen(const QString &tipo, const QString &action)
+{
+    if (const auto chosen = chooseRecord(action)) {
+        if (const auto row = rowOf(tipo, chosen->key))
+            addRow(*row);
+    }
+}
+
+void TMMGInserimentoDocumento::aggiungiTesto()
+{
+    addRow({.tipo = tipoRiga::testo});
+    grid_->edit(grid_->currentIndex());
+}
+
+void TMMGInserimentoDocumento::aggiungiNonImponibile()
+{
+    addRow({.tipo = tipoRiga::nonImponibile, .costo = 0, .prezzo = 0, .quantita = 1, .importo = 0});
+}
+
+void TMMGInserimentoDocumento::eliminaRiga()
+{
+    const int row = grid_->selectedRow();
+    if (row < 0 || !core::confirmLoss(this, u"Eliminare la riga selezionata?"_s))
+        return;
+    grid_->rowsModel().remove(row);
+    rowsChanged();
+}
+
+void TMMGInserimentoDocumento::spostaRiga(int step)
+{
+    const QModelIndex current = grid_->currentIndex();
+    if (!current.isValid() || !grid_->rowsModel().move(current.row(), step))
+        return;
+    grid_->setCurrentIndex(current.siblingAtRow(current.row() + step));
+    grid_->fitRowHeights();
+    SetModified(true);
+}
+
+void TMMGInserimentoDocumento::cellEdited()
+{
+    SetModified(true);
+    core::guarded(this, [this] {
+        const ui::WaitCursor wait;
+        AggiornaTotaliDocumento();
+    });
+}
+
+void TMMGInserimentoDocumento::cellRefused(const QString &text, bool unreadable)
+{
+    if (unreadable) {
+        core::showError(this, text);
+        return;
+    }
+    const QRect cell = grid_->visualRect(grid_->currentIndex());
+    QToolTip::showText(grid_->viewport()->mapToGlobal(cell.bottomLeft()), text, grid_);
+}
+
+bool TMMGInserimentoDocumento::finishEditing()
+{
+    return grid_->finishEditing();
+}
