@@ -67,6 +67,11 @@ void fillNew(const data::DatabaseAddress &address, const Fill &fill)
     endCreation(connection);
 }
 
+[[noreturn]] void refuseExisting()
+{
+    throw data::DatabaseError(u"Il file esiste già."_s, u"CREATE DATABASE"_s);
+}
+
 // Under its name the file is there when it is complete; what a cut leaves lies in a work folder, which the next one
 // removes.
 void createFile(const data::DatabaseAddress &address, const Fill &fill)
@@ -75,17 +80,20 @@ void createFile(const data::DatabaseAddress &address, const Fill &fill)
     QDir().mkpath(target.absolutePath());
     const bool replaces = isUnfinished(address);
     if (!replaces && target.exists())
-        throw data::DatabaseError(u"Il file esiste già."_s, u"CREATE DATABASE"_s);
+        refuseExisting();
     const core::WorkFolder work(data::engineFolder(target.absolutePath()));
     data::DatabaseAddress made = address;
     made.file = work.file(u"archivio.fdb"_s);
     data::createDatabase(made);
     fillNew(made, fill);
     core::makePrivate(made.file);
-    if (replaces)
+    if (!replaces)
+        core::moveToNewName(made.file, target.absoluteFilePath());
+    // Another program may have replaced it first, and have a user at work by now.
+    else if (isUnfinished(address))
         core::moveIntoPlace(made.file, target.absoluteFilePath());
     else
-        core::moveToNewName(made.file, target.absoluteFilePath());
+        refuseExisting();
 }
 
 void dropUnfinished(const data::DatabaseAddress &address)

@@ -78,6 +78,7 @@ class TestLeftovers : public QObject
 private Q_SLOTS:
     void onlyWhatHoldsNothingIsReplaced_data();
     void onlyWhatHoldsNothingIsReplaced();
+    void replacementByAnotherProgramStays();
     void demonstrationReplacesAfterAQuestion_data();
     void demonstrationReplacesAfterAQuestion();
     void databasesLeftByFaultsEndUsable();
@@ -132,6 +133,21 @@ void TestLeftovers::onlyWhatHoldsNothingIsReplaced()
         QVERIFY_EXCEPTION_THROWN(host::createHostDatabase(address, false), data::DatabaseError);
         QCOMPARE(linesIn(address, tables), before);
     }
+    QCOMPARE(filesIn(folder), QStringList(u"ditta.fdb"_s));
+}
+
+void TestLeftovers::replacementByAnotherProgramStays()
+{
+    const QTemporaryDir folder;
+    const data::DatabaseAddress address = fileAddress(folder.filePath(u"ditta.fdb"_s));
+    core::saveFile(address.file, QByteArray());
+    // While this one is being filled.
+    const auto other = [&address](data::Connection &) {
+        host::createFilledDatabase(
+            address, [](data::Connection &connection) { connection.execute(u"INSERT INTO UM(UM) VALUES('PZ')"_s); });
+    };
+    QVERIFY_EXCEPTION_THROWN(host::createFilledDatabase(address, other), data::DatabaseError);
+    QCOMPARE(linesIn(address, u"SELECT UM FROM UM"_s), QStringList(u"PZ"_s));
     QCOMPARE(filesIn(folder), QStringList(u"ditta.fdb"_s));
 }
 
