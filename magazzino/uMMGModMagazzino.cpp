@@ -77,7 +77,7 @@ PackageClass moduleClass()
 // Registers the module once while its library loads, with what it has of what the host works on.
 const bool registered = [] {
     RegisterPackage(packageName, u"Modulo Magazzino"_s, moduleClass());
-    data::registerUses(schema::moduleUses());
+    data::registerUses(schema::moduleUses);
     host::registerImportTarget({u"Fornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s,
                                 host::firmImportFields(host::FirmKind::Supplier, u"fornitore"_s)});
     return true;

@@ -5,8 +5,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // What the host's own tables use. Modules register theirs.
-const bool registered = [] {
-    data::registerUses({
+QList<data::RecordUse> hostUses()
+{
+    return {
         {u"ALIQUOTE_IVA"_s, u"articoli"_s, u"ANA_MAGA"_s, u"IDALIQUOTA_IVA = :ID"_s},
         {u"ALIQUOTE_IVA"_s, u"servizi"_s, u"SERVIZI"_s, u"IDALIQUOTA_IVA = :ID"_s},
         {u"UM"_s, u"articoli"_s, u"ANA_MAGA"_s, u"IDUM = :ID"_s},
@@ -19,7 +20,11 @@ const bool registered = [] {
         {u"RUOLI_UTENTE"_s, u"utenti"_s, u"UTENTI_RUOLI"_s, u"IDRUOLO_UTENTE = :ID"_s},
         {u"CLIENTI"_s, u"fatture di vendita"_s, u"FATT_VEND"_s,
          u"UPPER(CLI_CODICE) = (SELECT UPPER(CODICE) FROM CLIENTI WHERE IDCLIENTE = :ID)"_s},
-    });
+    };
+}
+
+const bool registered = [] {
+    data::registerUses(hostUses);
     return true;
 }();
 

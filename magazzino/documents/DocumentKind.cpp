@@ -192,6 +192,7 @@ const DocumentKind &bollaCarico()
     static const DocumentKind kind =
         withColumns(Kind::Bolla,
                     {.name = u"Bolla di carico"_s,
+                     .plural = u"bolle di carico"_s,
                      .table = u"BOLLE_CARICO"_s,
                      .key = u"IDBOLLA_CARICO"_s,
                      .dataName = u"BollaCarico"_s,
@@ -224,6 +225,7 @@ const DocumentKind &ddtScarico()
 {
     static const DocumentKind kind =
         issue(Kind::DdT, {.name = u"D.d.T. di scarico"_s,
+                          .plural = u"D.d.T. di scarico"_s,
                           .table = u"DDT_SCARICO"_s,
                           .key = u"IDDDT_SCARICO"_s,
                           .dataName = u"DdTScarico"_s,
@@ -246,6 +248,7 @@ const DocumentKind &fatturaAccompagnatoria()
 {
     static const DocumentKind kind =
         issue(Kind::Fattura, {.name = u"Fattura accompagnatoria"_s,
+                              .plural = u"fatture accompagnatorie"_s,
                               .table = u"FATT_ACC"_s,
                               .key = u"IDFATT_ACC"_s,
                               .dataName = u"FattAcc"_s,

@@ -72,6 +72,7 @@ struct DocumentCaptions
 struct DocumentKind
 {
     QString name;         ///< RIF_DOC_TIPO of its movements; PDF files are named after it
+    QString plural;       ///< inside a sentence
     QString table;        ///< rows are in the table of this name with "_DETT"
     QString key;          ///< the rows' key is this name with "_DETT", generators begin with "GN_"
     QString dataName;     ///< "DdTScarico" stands for the data sets adsDdTScarico and adsDdTScaricoDett

@@ -10,9 +10,17 @@ namespace data {
 namespace {
 
 // Libraries register while they load, before main(): the list must exist at its first use.
-QList<RecordUse> &registered()
+QList<QList<RecordUse> (*)()> &registered()
 {
-    static QList<RecordUse> uses;
+    static QList<QList<RecordUse> (*)()> owners;
+    return owners;
+}
+
+QList<RecordUse> all()
+{
+    QList<RecordUse> uses;
+    for (const auto &ofOwner : std::as_const(registered()))
+        uses += ofOwner();
     return uses;
 }
 
@@ -25,15 +33,15 @@ int countOf(const RecordUse &use, int id, Connection &connection)
 
 } // namespace
 
-void registerUses(const QList<RecordUse> &uses)
+void registerUses(QList<RecordUse> (*uses)())
 {
-    registered() += uses;
+    registered().append(uses);
 }
 
 QStringList usesOf(const QString &table, int id, Connection &connection)
 {
     QStringList lines;
-    for (const RecordUse &use : std::as_const(registered())) {
+    for (const RecordUse &use : all()) {
         if (use.of != table || !hasTable(connection, use.table))
             continue;
         if (const int count = countOf(use, id, connection); count > 0)

@@ -15,9 +15,10 @@ struct RecordUse
     QString condition; ///< in which :ID is the record's key
 };
 
-/// Adds `uses` for the rest of the program's life, behind those that are there. The owner of the tables that use calls
-/// it while its library loads: then the uses count although the module itself could not be started.
-void registerUses(const QList<RecordUse> &uses);
+/// Adds what `uses` returns for the rest of the program's life, behind what is there. The owner of the tables that use
+/// calls it while its library loads: then the uses count although the module itself could not be started. The function
+/// is called when they are asked for, since a loading library has not made all its texts yet.
+void registerUses(QList<RecordUse> (*uses)());
 
 /// What uses the record of `table` with key `id`, a line each: "righe di D.d.T.: 3"; empty when nothing does. Tables
 /// that the database does not have do not count. Reads from `connection`; throws DatabaseError.
