@@ -158,6 +158,7 @@ void TMMGModMagazzino::createActions()
         if (const auto *entry = qobject_cast<const ui::EntryForm *>(form))
             connect(entry, &ui::EntryForm::stored, this, &TMMGModMagazzino::tableChanged);
     });
+    commands_->setObjectName(u"actListModMagazzino"_s);
     for (const ui::ActionSpec &spec : moduleActions())
         commands_->add(spec);
 }
@@ -183,7 +184,8 @@ TMMGModSelezionaBase &TMMGModMagazzino::selectionDialog(const QString &actionNam
 void TMMGModMagazzino::Initialize()
 {
     try {
-        for (QMenu *menu : std::as_const(menus_)) {
+        for (const QAction *item : mnModMagazzino->actions()) {
+            auto *menu = item->menu<QMenu *>();
             // Only these two of the host's menus are made when the host has none of the name.
             const bool createMissing = menu->objectName() == u"mnDocumenti"_s || menu->objectName() == u"mnMagazzino"_s;
             MergeAdvMenuItems(qApp, menu->objectName(), menu, createMissing);

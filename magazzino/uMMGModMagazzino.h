@@ -46,6 +46,7 @@ public:
     report::ReportProject *rProject;
     report::PdfRenderer *rPDF;
     ui::SaveFileRequest dlgSavePDF;
+    QMenu *mnModMagazzino = nullptr; ///< holds the menus that are merged into the host's
     TMMGdmStampe *dmStampe = nullptr;
 
     /// One of the module's parameterised data sets, by its name ("adsFornitore"). Throws core::Error for another name.
@@ -80,8 +81,7 @@ private:
     void createToolBars();
     void adoptHostConnection();
 
-    ui::CommandRegistry *commands_ = nullptr;
-    QList<QMenu *> menus_;
+    ui::CommandRegistry *commands_ = nullptr; // "actListModMagazzino"
     QList<QToolBar *> toolBars_;
 };
 

@@ -91,6 +91,8 @@ QAction *renamed(QAction *action, const QString &caption, QObject *parent)
 
 void TMMGModMagazzino::createMenus()
 {
+    mnModMagazzino = new QMenu(this);
+    mnModMagazzino->setObjectName(u"mnModMagazzino"_s);
     for (const Container &spec : menuSpecs()) {
         auto *menu = new QMenu(spec.caption, this);
         menu->setObjectName(spec.name);
@@ -102,7 +104,7 @@ void TMMGModMagazzino::createMenus()
             else
                 menu->addAction(renamed(action(entry.action), entry.caption, menu));
         }
-        menus_.append(menu);
+        mnModMagazzino->addMenu(menu);
     }
 }
 

@@ -52,7 +52,15 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransportType()
 {
     auto *box = new QGroupBox(u" Tipo di trasporto "_s, generalPage());
     box->setObjectName(u"grpTipoTrasporto"_s);
-    transportType_ = declare(transportTypeField(box));
+    QAction *choose = addCommand({.name = u"actSelezionaTipoTrasporto"_s,
+                                  .caption = u"Seleziona tipo di trasporto..."_s,
+                                  .run = [this] { selezionaTipoTrasporto(); },
+                                  .icon = ui::Icon::Choose});
+    const auto run = [choose]() -> std::optional<ui::Choice> {
+        choose->trigger();
+        return {};
+    };
+    transportType_ = declare(transportTypeField(run, box));
     auto *layout = new QVBoxLayout(box);
     layout->addWidget(transportType_->widget());
     return box;
@@ -90,6 +98,14 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(5, 1);
     return box;
+}
+
+void TMMGInserimentoBolleCarico::selezionaTipoTrasporto()
+{
+    if (const auto chosen = chooseRecord(u"actModSelezionaTipoTrasporto"_s)) {
+        transportType_->setChoice(*chosen);
+        DataChanged();
+    }
 }
 
 void TMMGInserimentoBolleCarico::selezionaFornitore()

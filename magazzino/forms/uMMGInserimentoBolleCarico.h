@@ -20,6 +20,7 @@ private:
     QGroupBox *createTransportType();
     QGroupBox *createTransport();
     void selezionaFornitore();
+    void selezionaTipoTrasporto();
 
     ui::RecordLabels *supplier_ = nullptr;
     ui::ChoiceField *transportType_ = nullptr;

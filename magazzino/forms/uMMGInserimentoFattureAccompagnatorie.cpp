@@ -31,7 +31,6 @@ QString vatHint(const DocumentRow &row)
 TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWidget *owner)
     : TMMGInserimentoScarico(fatturaAccompagnatoria(), owner)
 {
-    setOpeningSize({1080, 720});
     QAction *contacts = addCommand({.name = u"actVisualizzaContattiCliente"_s,
                                     .caption = u"Visualizza contatti cliente"_s,
                                     .run = [this] { visualizzaContattiCliente(); },
@@ -50,6 +49,12 @@ TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWi
     finishLayout();
     addOtherMenu();
     grid().rowsModel().setHint(&DocumentRow::codiceIVA, vatHint);
+}
+
+void TMMGInserimentoFattureAccompagnatorie::RidimensionaForm()
+{
+    TMMGInserimentoScarico::RidimensionaForm();
+    setOpeningSize({1080, 720});
 }
 
 void TMMGInserimentoFattureAccompagnatorie::addFurtherPages()

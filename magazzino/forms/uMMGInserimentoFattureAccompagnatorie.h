@@ -18,6 +18,7 @@ public:
     /// Turns the invoice shown into a new, unsaved copy with the next number and today's date; its notes name the old
     /// one. Offered to callers outside the module.
     Q_INVOKABLE void ImpostaFatturaCiclica();
+    void RidimensionaForm() override;
 
 protected:
     void customerChosen(const TCliente &customer) override;

@@ -26,7 +26,7 @@ TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *ow
     mainLayout()->addWidget(pages(), 1);
     QWidget *page = addPage(u" Generale "_s);
     auto *layout = new QVBoxLayout(page);
-    declare(new ui::KeptField(u"IDMAGAZZINO"_s, 0, this));
+    warehouse_ = declare(new ui::KeptField(u"IDMAGAZZINO"_s, 0, this));
     layout->addWidget(createArticle(page));
     kind_ = declare(new ui::RadioField({.name = u"grpTipoMovimento"_s,
                                         .caption = u" Tipo di movimento "_s,
@@ -36,7 +36,9 @@ TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *ow
     layout->addWidget(kind_->widget());
     layout->addWidget(createAmounts(page));
     layout->addWidget(createReason(page));
-    keepReferences();
+    documentKind_ = declare(new ui::KeptField(u"RIF_DOC_TIPO"_s, {}, this));
+    documentId_ = declare(new ui::KeptField(u"RIF_DOC_ID"_s, {}, this));
+    documentRowId_ = declare(new ui::KeptField(u"RIF_DOC_IDRIGA"_s, {}, this));
     auto *notes = declare(new ui::MemoField({.name = u"txtNote"_s, .label = u"Note"_s, .column = u"NOTE"_s}, page));
     // A few lines at least and what room there is: the whole form fits a screen of 768 lines.
     notes->widget()->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
@@ -134,23 +136,69 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createReason(QWidget *page)
 {
     reasonBox_ = new QGroupBox(u" Causale di magazzino "_s, page);
     reasonBox_->setObjectName(u"grpCausaleMagazzino"_s);
-    reason_ = declare(new ui::ChoiceField(
-        {.name = u"txtCausaleMagazzino"_s,
-         .buttonName = u"cmdSelezionaCausaleMagazzino"_s,
-         .keyColumn = u"IDCAUSALE_MAGA"_s,
-         .choose = [] { return chooseRecordReading(u"actModSelezionaCausaleMagazzino"_s, GetCausaleMagazzino); },
-         .textOf = [](int key) { return GetCausaleMagazzino(key).testo; }},
-        reasonBox_));
+    reason_ = declare(new ui::ChoiceField({.name = u"txtCausaleMagazzino"_s,
+                                           .buttonName = u"cmdSelezionaCausaleMagazzino"_s,
+                                           .keyColumn = u"IDCAUSALE_MAGA"_s,
+                                           .choose = [this]() -> std::optional<ui::Choice> {
+                                               selezionaCausaleMagazzino();
+                                               return {};
+                                           },
+                                           .textOf = [](int key) { return GetCausaleMagazzino(key).testo; }},
+                                          reasonBox_));
     auto *layout = new QHBoxLayout(reasonBox_);
     layout->addWidget(reason_->widget());
     return reasonBox_;
 }
 
-// The document that made the movement; null for one entered by hand.
-void TMMGInserimentoMovimentiMagazzino::keepReferences()
+void TMMGInserimentoMovimentiMagazzino::SetIdMagazzino(int id)
 {
-    for (const QString &column : {u"RIF_DOC_TIPO"_s, u"RIF_DOC_ID"_s, u"RIF_DOC_IDRIGA"_s})
-        declare(new ui::KeptField(column, {}, this));
+    warehouse_->restore(id);
+}
+
+void TMMGInserimentoMovimentiMagazzino::SetIdCausaleMagazzino(int id)
+{
+    reason_->setChoice({id, id >= 1 ? GetCausaleMagazzino(id).testo : QString()});
+}
+
+void TMMGInserimentoMovimentiMagazzino::SetRifDocTipo(const QVariant &tipo)
+{
+    documentKind_->restore(tipo);
+}
+
+void TMMGInserimentoMovimentiMagazzino::SetRifDocID(const QVariant &id)
+{
+    documentId_->restore(id);
+}
+
+void TMMGInserimentoMovimentiMagazzino::SetRifDocIDRiga(const QVariant &id)
+{
+    documentRowId_->restore(id);
+}
+
+void TMMGInserimentoMovimentiMagazzino::resetDetails()
+{
+    SetIdMagazzino(0);
+    SetIdCausaleMagazzino(-1);
+    SetRifDocTipo({});
+    SetRifDocID({});
+    SetRifDocIDRiga({});
+    AggiornaImporti();
+    showSign();
+}
+
+// What the setters set was loaded with the other fields.
+void TMMGInserimentoMovimentiMagazzino::loadDetails()
+{
+    AggiornaImporti();
+    showSign();
+}
+
+void TMMGInserimentoMovimentiMagazzino::selezionaCausaleMagazzino()
+{
+    if (const auto chosen = chooseRecord(u"actModSelezionaCausaleMagazzino"_s)) {
+        SetIdCausaleMagazzino(chosen->key);
+        DataChanged();
+    }
 }
 
 void TMMGInserimentoMovimentiMagazzino::showEvent(QShowEvent *event)

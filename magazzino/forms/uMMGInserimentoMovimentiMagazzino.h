@@ -18,18 +18,33 @@ class TMMGInserimentoMovimentiMagazzino : public TMMGInserimento<ui::EntryForm>
 public:
     explicit TMMGInserimentoMovimentiMagazzino(QWidget *owner);
 
+    /// Key of the warehouse, which the form keeps and does not show; 0 for none.
+    void SetIdMagazzino(int id);
+    /// Key of the reason, -1 for none; reads its text and shows it.
+    void SetIdCausaleMagazzino(int id);
+    /// The document that made the movement: kind, key and row key, each null for a movement entered by hand.
+    ///@{
+    void SetRifDocTipo(const QVariant &tipo);
+    void SetRifDocID(const QVariant &id);
+    void SetRifDocIDRiga(const QVariant &id);
+    ///@}
+    /// Nothing, as intended: the total stays what was loaded, 0 for a new movement. A form that computed one here would
+    /// change figures that nobody asked it to change.
+    void AggiornaImporti() {}
+
 protected:
     bool deleteStored(int id) override;
     void showEvent(QShowEvent *event) override;
-    void resetDetails() override { showSign(); }
-    void loadDetails() override { showSign(); }
+    void resetDetails() override;
+    void loadDetails() override;
+    void prepareSave() override { AggiornaImporti(); }
 
 private:
     QWidget *createArticle(QWidget *page);
     QWidget *createAmounts(QWidget *page);
     QWidget *createReason(QWidget *page);
-    void keepReferences();
     void selezionaArticolo();
+    void selezionaCausaleMagazzino();
     void showSign();
 
     ui::TextField *code_ = nullptr;
@@ -41,6 +56,10 @@ private:
     ui::DecimalField *quantity_ = nullptr;
     ui::RadioField *kind_ = nullptr;
     QLabel *hint_ = nullptr;
+    ui::KeptField *warehouse_ = nullptr;
+    ui::KeptField *documentKind_ = nullptr;
+    ui::KeptField *documentId_ = nullptr;
+    ui::KeptField *documentRowId_ = nullptr;
     ui::ChoiceField *reason_ = nullptr;
     QGroupBox *reasonBox_ = nullptr;
 };

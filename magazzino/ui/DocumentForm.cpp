@@ -37,8 +37,6 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentKind &kind, ui:
     , kind_(kind)
 {
     setObjectName(u"MMGInserimento"_s + kind.formName);
-    setOpeningSize({1060, 620});
-    setMinimumSize(720, 340);
     createHeading();
     mainLayout()->addWidget(pages(), 1);
     generalPage_ = addPage(kind.captions.generalPage);
@@ -79,8 +77,25 @@ QLabel *TMMGInserimentoDocumento::createReadOnlyHint()
     return readOnly_;
 }
 
+void TMMGInserimentoDocumento::RidimensionaForm()
+{
+    setOpeningSize({1060, 620});
+    setMinimumSize(720, 340);
+}
+
+void TMMGInserimentoDocumento::CreaGrigliaVuotaRigheDocumento()
+{
+    grid_->rowsModel().setRows({});
+}
+
+void TMMGInserimentoDocumento::RidimensionaGrigliaRigheDocumento()
+{
+    grid_->fitToWidth();
+}
+
 void TMMGInserimentoDocumento::finishLayout()
 {
+    RidimensionaForm();
     addPrintCommands();
     createRowsPage();
     addFurtherPages();
@@ -121,6 +136,7 @@ void TMMGInserimentoDocumento::createRowsPage()
     layout->addWidget(grid_, 1);
     createEntryLine(page);
     layout->addWidget(entry_);
+    connect(grid_, &DocumentGrid::resized, this, &TMMGInserimentoDocumento::RidimensionaGrigliaRigheDocumento);
     connect(grid_, &DocumentGrid::typing, this, &TMMGInserimentoDocumento::SetTyping);
     connect(&grid_->rowsModel(), &DocumentRowsModel::cellEdited, this, &TMMGInserimentoDocumento::cellEdited);
     // Shown once the editor has closed: a box while it loses the focus would open it again.
@@ -225,7 +241,7 @@ void TMMGInserimentoDocumento::resetDetails()
     showRight();
     number_->setValue(GetNextNumeroDocumento(kind_, core::today().year()));
     entry_->clear();
-    grid_->rowsModel().setRows({});
+    CreaGrigliaVuotaRigheDocumento();
     totals_ = {};
     showTotals([](const DocumentTotal &) { return 0; });
 }

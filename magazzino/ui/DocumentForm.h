@@ -20,6 +20,12 @@ public:
 
     /// Recomputes row amounts and the shown totals.
     DocumentTotals AggiornaTotaliDocumento();
+    /// Empties the rows grid to its headers.
+    void CreaGrigliaVuotaRigheDocumento();
+    /// Fits columns and rows of the rows grid to its width, whenever that changes.
+    void RidimensionaGrigliaRigheDocumento();
+    /// Gives the form the size at which it opens, and its least one.
+    virtual void RidimensionaForm();
     DocumentGrid &grid() const { return *grid_; }
 
 protected:

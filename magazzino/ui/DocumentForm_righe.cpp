@@ -13,7 +13,7 @@ void TMMGInserimentoDocumento::clearDetails()
     // The rows go before the header is looked for, also when there is no such document; this is intended.
     grid_->finishEditing();
     entry_->clear();
-    grid_->rowsModel().setRows({});
+    CreaGrigliaVuotaRigheDocumento();
 }
 
 // The header stays as it is, over no rows: it must not be saved over the document that it belonged to.

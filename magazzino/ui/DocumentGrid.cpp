@@ -184,6 +184,12 @@ void DocumentGrid::fitRowHeights()
     resizeRowsToContents();
 }
 
+void DocumentGrid::fitToWidth()
+{
+    fitColumns();
+    fitRowHeights();
+}
+
 void DocumentGrid::keyPressEvent(QKeyEvent *event)
 {
     if (const auto wanted = stepOf(*event, false))
@@ -238,8 +244,7 @@ QModelIndex DocumentGrid::editableFrom(const QModelIndex &from, int direction) c
 void DocumentGrid::resizeEvent(QResizeEvent *event)
 {
     QTableView::resizeEvent(event);
-    fitColumns();
-    fitRowHeights();
+    Q_EMIT resized();
 }
 
 // What the widest number of a column needs.

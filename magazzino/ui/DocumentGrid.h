@@ -70,8 +70,11 @@ public:
     bool finishEditing() { return delegate_->finish(); }
     /// Makes each row as high as its description needs it.
     void fitRowHeights();
+    /// Fits columns and rows to the grid's width.
+    void fitToWidth();
 
 Q_SIGNALS:
+    void resized();
     /// See DocumentRowsDelegate.
     void typing(bool different);
 

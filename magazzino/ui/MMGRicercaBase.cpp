@@ -25,6 +25,7 @@ TMMGRicercaBase::TMMGRicercaBase(const ui::SearchSpec &spec, const QString &entr
     , entryAction_(entryAction)
 {
     setOnClose(ui::OnClose::Hide);
+    CreaGrigliaVuota();
 }
 
 ui::EntryForm &TMMGRicercaBase::entryForm()

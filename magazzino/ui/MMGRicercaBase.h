@@ -11,6 +11,8 @@ public:
     /// `entryAction` opens the entry form of the same kind of record.
     TMMGRicercaBase(const ui::SearchSpec &spec, const QString &entryAction, QWidget *owner);
 
+    /// Empties the grid to its headers.
+    void CreaGrigliaVuota() { grid().setRows({}); }
     /// Runs the query with a WHERE clause (or empty text) and refills the grid.
     void AggiornaGriglia(const QString &filter) { refill(filter); }
 

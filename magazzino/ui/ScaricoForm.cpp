@@ -156,7 +156,7 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
 {
     auto *box = new QGroupBox(u"Trasporto"_s, generalPage());
     box->setObjectName(u"grpTrasporto"_s);
-    transportType_ = declare(transportTypeField(box));
+    transportType_ = declare(transportTypeField([] { return chooseRecord(u"actModSelezionaTipoTrasporto"_s); }, box));
     auto *appearance = declare(appearanceField(u"Aspetto dei beni"_s, box));
     transportReason_ = declare(new ui::ChoiceField(
         {.name = u"txtCausaleTrasporto"_s,
@@ -168,14 +168,17 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
         box));
     auto *packages = declare(packagesField(box));
     auto *weight = declare(weightField(box));
-    auto *weightUnit = declare(new ui::ChoiceField({.name = u"txtPesoUM"_s,
-                                                    .buttonName = u"cmdSelezionaPesoUM"_s,
-                                                    .label = u"Unità di misura"_s,
-                                                    .keyColumn = u"PESO_IDUM"_s,
-                                                    .textColumn = u"PESO_UM"_s,
-                                                    .choose = [] { return chooseRecord(u"actModSelezionaUM"_s); },
-                                                    .clearable = true},
-                                                   box));
+    weightUnit_ = declare(new ui::ChoiceField({.name = u"txtPesoUM"_s,
+                                               .buttonName = u"cmdSelezionaPesoUM"_s,
+                                               .label = u"Unità di misura"_s,
+                                               .keyColumn = u"PESO_IDUM"_s,
+                                               .textColumn = u"PESO_UM"_s,
+                                               .choose = [this]() -> std::optional<ui::Choice> {
+                                                   selezionaPesoUM();
+                                                   return {};
+                                               },
+                                               .clearable = true},
+                                              box));
     auto *start = declare(new ui::MomentField({.checkName = u"chkInizioTrasporto"_s,
                                                .dateName = u"txtDataInizioTrasporto"_s,
                                                .timeName = u"txtOraInizioTrasporto"_s,
@@ -189,11 +192,24 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
     place(grid, transportReason_, 2, 0, 2);
     place(grid, packages, 3, 0);
     place(grid, weight, 4, 0);
-    place(grid, weightUnit, 4, 1);
+    place(grid, weightUnit_, 4, 1);
     place(grid, start, 5, 0, 2);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
     return box;
+}
+
+void TMMGInserimentoScarico::SetPesoUM(int id, const QString &testo)
+{
+    weightUnit_->setChoice({id, testo});
+}
+
+void TMMGInserimentoScarico::selezionaPesoUM()
+{
+    if (const auto chosen = chooseRecord(u"actModSelezionaUM"_s)) {
+        SetPesoUM(chosen->key, chosen->text);
+        DataChanged();
+    }
 }
 
 void TMMGInserimentoScarico::selezionaVettore()

@@ -14,6 +14,9 @@ class TMMGInserimentoScarico : public TMMGInserimentoDocumento
 public:
     TMMGInserimentoScarico(const DocumentKind &kind, QWidget *owner);
 
+    /// The unit of the weight by key and text; a key of 0 or less for none.
+    void SetPesoUM(int id, const QString &testo);
+
 protected:
     /// Puts the groups on the header's page: `addressee` first, what `createBottom` makes (if given) below the
     /// others. It makes its controls last, so that Tab comes to them last.
@@ -37,9 +40,11 @@ private:
     QGroupBox *createCarrier();
     QGroupBox *createTransport();
     void selezionaVettore();
+    void selezionaPesoUM();
 
     ui::RecordLabels *addressee_ = nullptr;
     ui::RecordLabels *carrier_ = nullptr;
     ui::ChoiceField *transportType_ = nullptr;
     ui::ChoiceField *transportReason_ = nullptr;
+    ui::ChoiceField *weightUnit_ = nullptr;
 };

@@ -90,6 +90,7 @@ TMMGModSelezionaBase::TMMGModSelezionaBase(const SelectionSpec &spec, QWidget *o
     connect(&list_->grid(), &ui::ResultGrid::chosen, this, &QDialog::accept);
     createButtons();
     setFixedSize(dialogWidth(), 480);
+    CreaGrigliaVuota();
     Ripristina();
 }
 

@@ -42,6 +42,8 @@ public:
 
     /// The selected row's key, -1 when none is selected; the text is filled by the dialogs that return one.
     TCodiceTesto ApriSelezionato() const;
+    /// Empties the grid to its headers.
+    void CreaGrigliaVuota() { list_->grid().setRows({}); }
     /// Runs the query with a WHERE clause (or empty text) and refills the grid.
     void AggiornaGriglia(const QString &filter) { list_->fill(filter); }
     /// "Cerca": the filter fields joined with AND.

@@ -1,17 +1,15 @@
 #include "magazzino/ui/TransportFields.h"
 
-#include "magazzino/ui/RecordChoice.h"
-
 using namespace Qt::StringLiterals;
 
-ui::ChoiceField *transportTypeField(QWidget *box)
+ui::ChoiceField *transportTypeField(const std::function<std::optional<ui::Choice>()> &choose, QWidget *box)
 {
     return new ui::ChoiceField({.name = u"txtTipoTrasporto"_s,
                                 .buttonName = u"cmdSelezionaTipoTrasporto"_s,
                                 .label = u"Tipo di trasporto"_s,
                                 .keyColumn = u"IDTIPO_TRASPORTO"_s,
                                 .textColumn = u"TIPO_TRASPORTO"_s,
-                                .choose = [] { return chooseRecord(u"actModSelezionaTipoTrasporto"_s); }},
+                                .choose = choose},
                                box);
 }
 
