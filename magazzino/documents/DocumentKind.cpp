@@ -25,19 +25,70 @@ struct RowColumnUse
     Kinds shownIn = {};
 };
 
-// Every column of document rows, in the order in which they are shown. What has no header is never shown.
+// Copied from the registers when a row is stored.
+RowColumn copied(const QString &column, const RowMember &member)
+{
+    return {.column = column, .member = member, .types = rowsOfGoods};
+}
+
+RowColumn shown(const QString &column, const RowMember &member, RowFormat format, const QString &header, int width)
+{
+    return {
+        .column = column, .member = member, .types = rowsOfGoods, .format = format, .header = header, .width = width};
+}
+
+RowColumn amount(const QString &column, const RowMember &member, RowFormat format, const QString &header, int width)
+{
+    RowColumn own = shown(column, member, format, header, width);
+    own.types = rowsWithAmounts;
+    return own;
+}
+
+// A number that is typed; `refusal` is what is said of one out of range.
+RowColumn typed(RowColumn own, const QString &refusal)
+{
+    own.editable = own.types;
+    own.refusal = refusal;
+    return own;
+}
+
+RowColumn code()
+{
+    RowColumn own = shown(u"CODICE"_s, &DocumentRow::codice, RowFormat::Text, u"Codice"_s, 13);
+    own.percent = true;
+    return own;
+}
+
+RowColumn discount()
+{
+    RowColumn own = typed(amount(u"SCONTO"_s, &DocumentRow::sconto, RowFormat::Number, u"Sc."_s, 60),
+                          u"Lo sconto va da 0 a 100."_s);
+    own.maximum = 100;
+    return own;
+}
+
+RowColumn quantity()
+{
+    RowColumn own = typed(amount(u"QUANTITA"_s, &DocumentRow::quantita, RowFormat::Number, u"Q.tà"_s, 60),
+                          u"La quantità deve essere maggiore di zero."_s);
+    own.zeroAllowed = false;
+    return own;
+}
+
+// Outside the VAT base the cell where a rate would stand is grey.
+RowColumn vatCode()
+{
+    RowColumn own = shown(u"IVA_CODICE"_s, &DocumentRow::codiceIVA, RowFormat::ShortText, u"IVA"_s, 40);
+    own.greyed = RowType::NonImponibile;
+    return own;
+}
+
+// Every column of document rows, in the order in which they are shown: what stores it, and what shows it.
 const QList<RowColumnUse> &rowColumns()
 {
     static const QList<RowColumnUse> columns = {
         {{.column = u"TIPO_RIGA"_s, .member = &DocumentRow::tipo}, all},
-        {{.column = u"CODICE"_s,
-          .member = &DocumentRow::codice,
-          .types = rowsOfGoods,
-          .header = u"Codice"_s,
-          .width = 13,
-          .percent = true},
-         all,
-         all},
+        {code(), all, all},
         {{.column = u"DESCRIZIONE"_s,
           .member = &DocumentRow::descrizione,
           .editable = RowType::Testo | RowType::NonImponibile,
@@ -45,83 +96,26 @@ const QList<RowColumnUse> &rowColumns()
           .header = u"Descrizione"_s},
          all,
          all},
-        {{.column = u"IDCATEGORIA"_s, .member = &DocumentRow::idCategoria, .types = rowsOfGoods}, all},
-        {{.column = u"CATEGORIA"_s, .member = &DocumentRow::categoria, .types = rowsOfGoods}, all},
+        {copied(u"IDCATEGORIA"_s, &DocumentRow::idCategoria), all},
+        {copied(u"CATEGORIA"_s, &DocumentRow::categoria), all},
         // A delivery note leaves its costs to the movements.
-        {{.column = u"COSTO"_s,
-          .member = &DocumentRow::costo,
-          .types = rowsWithAmounts,
-          .editable = rowsWithAmounts,
-          .format = RowFormat::Currency,
-          .header = u"Costo"_s,
-          .width = 100,
-          .refusal = u"Il costo non può essere negativo."_s},
-         Kind::Bolla | Kind::Fattura,
-         Kind::Bolla},
+        {typed(amount(u"COSTO"_s, &DocumentRow::costo, RowFormat::Currency, u"Costo"_s, 100),
+               u"Il costo non può essere negativo."_s),
+         Kind::Bolla | Kind::Fattura, Kind::Bolla},
         // What comes in has no sale price.
         {{.column = u"PREZZO"_s, .member = 0.0, .types = rowsWithAmounts}, Kind::Bolla},
-        {{.column = u"PREZZO"_s,
-          .member = &DocumentRow::prezzo,
-          .types = rowsWithAmounts,
-          .editable = rowsWithAmounts,
-          .format = RowFormat::Currency,
-          .header = u"Prezzo"_s,
-          .width = 100,
-          .refusal = u"Il prezzo non può essere negativo."_s},
-         issues,
-         issues},
-        {{.column = u"SCONTO"_s,
-          .member = &DocumentRow::sconto,
-          .types = rowsWithAmounts,
-          .editable = rowsWithAmounts,
-          .format = RowFormat::Number,
-          .header = u"Sc."_s,
-          .width = 60,
-          .maximum = 100,
-          .refusal = u"Lo sconto va da 0 a 100."_s},
-         Kind::Fattura,
-         Kind::Fattura},
-        {{.column = u"QUANTITA"_s,
-          .member = &DocumentRow::quantita,
-          .types = rowsWithAmounts,
-          .editable = rowsWithAmounts,
-          .format = RowFormat::Number,
-          .header = u"Q.tà"_s,
-          .width = 60,
-          .zeroAllowed = false,
-          .refusal = u"La quantità deve essere maggiore di zero."_s},
-         all,
-         all},
-        {{.column = u"IMPORTO"_s,
-          .member = &DocumentRow::importo,
-          .types = rowsWithAmounts,
-          .format = RowFormat::Currency,
-          .header = u"Importo"_s,
-          .width = 100},
-         all,
-         all},
-        {{.column = u"IVA_IDALIQUOTA_IVA"_s, .member = &DocumentRow::idAliquotaIVA, .types = rowsOfGoods}, all},
-        // Outside the VAT base the cell where a rate would stand is grey.
-        {{.column = u"IVA_CODICE"_s,
-          .member = &DocumentRow::codiceIVA,
-          .types = rowsOfGoods,
-          .format = RowFormat::ShortText,
-          .header = u"IVA"_s,
-          .width = 40,
-          .greyed = RowType::NonImponibile},
-         all,
-         all},
-        {{.column = u"IVA_DESCRIZIONE"_s, .member = &DocumentRow::descrizioneIVA, .types = rowsOfGoods}, all},
-        {{.column = u"IVA_ALIQUOTA"_s, .member = &DocumentRow::aliquotaIVA, .types = rowsOfGoods}, all},
-        {{.column = u"IDUM"_s, .member = &DocumentRow::idUM, .types = rowsOfGoods}, all},
-        {{.column = u"UM"_s,
-          .member = &DocumentRow::um,
-          .types = rowsOfGoods,
-          .format = RowFormat::ShortText,
-          .header = u"U.M."_s,
-          .width = 50},
-         all,
-         all},
+        {typed(amount(u"PREZZO"_s, &DocumentRow::prezzo, RowFormat::Currency, u"Prezzo"_s, 100),
+               u"Il prezzo non può essere negativo."_s),
+         issues, issues},
+        {discount(), Kind::Fattura, Kind::Fattura},
+        {quantity(), all, all},
+        {amount(u"IMPORTO"_s, &DocumentRow::importo, RowFormat::Currency, u"Importo"_s, 100), all, all},
+        {copied(u"IVA_IDALIQUOTA_IVA"_s, &DocumentRow::idAliquotaIVA), all},
+        {vatCode(), all, all},
+        {copied(u"IVA_DESCRIZIONE"_s, &DocumentRow::descrizioneIVA), all},
+        {copied(u"IVA_ALIQUOTA"_s, &DocumentRow::aliquotaIVA), all},
+        {copied(u"IDUM"_s, &DocumentRow::idUM), all},
+        {shown(u"UM"_s, &DocumentRow::um, RowFormat::ShortText, u"U.M."_s, 50), all, all},
     };
     return columns;
 }

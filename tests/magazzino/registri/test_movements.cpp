@@ -1,3 +1,4 @@
+#include "magazzino/forms/uMMGInserimentoMovimentiMagazzino.h"
 #include "platform/ui/DateEdit.h"
 #include "platform/ui/NumberEdits.h"
 #include "tests/magazzino/registri/Registri.h"
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void cleanup() { workplace_.reset(); }
 
     void whatIsShownIsStored();
+    void whatCallersSetIsStored();
     void signAgainstTheKindIsShown();
     void openedMovementKeepsWhatIsNotShown();
     void unknownKindLeavesTheChoice();
@@ -129,6 +131,30 @@ void TestMovementForm::whatIsShownIsStored()
     form_->SetModified(true);
     test::trigger(form_, u"actSalva"_s);
     QCOMPARE(stored(), expected);
+}
+
+void TestMovementForm::whatCallersSetIsStored()
+{
+    auto *movement = qobject_cast<TMMGInserimentoMovimentiMagazzino *>(form_);
+    chooseArticle();
+    movement->SetIdMagazzino(3);
+    movement->SetIdCausaleMagazzino(2);
+    QCOMPARE(test::shown(form_, u"txtCausaleMagazzino"_s), u"Scarico"_s);
+    movement->SetRifDocTipo(u"Inventario"_s);
+    movement->SetRifDocID(7);
+    movement->SetRifDocIDRiga(9);
+    test::trigger(form_, u"actSalva"_s);
+    QCOMPARE(place().lines(u"SELECT IDMAGAZZINO, IDCAUSALE_MAGA, RIF_DOC_TIPO, RIF_DOC_ID, RIF_DOC_IDRIGA FROM "
+                           "MOVI_MAGA"_s),
+             QStringList{u"3|2|Inventario|7|9"_s});
+    // A new movement has none of it.
+    test::trigger(form_, u"actNuovo"_s);
+    chooseArticle();
+    movement->SetIdCausaleMagazzino(1);
+    test::trigger(form_, u"actSalva"_s);
+    QCOMPARE(place().lines(u"SELECT IDMAGAZZINO, RIF_DOC_TIPO, RIF_DOC_ID, RIF_DOC_IDRIGA FROM MOVI_MAGA "
+                           "WHERE IDCAUSALE_MAGA = 1"_s),
+             QStringList{u"0|||"_s});
 }
 
 void TestMovementForm::signAgainstTheKindIsShown()
