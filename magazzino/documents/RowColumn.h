@@ -23,6 +23,9 @@ inline constexpr RowTypes everyRow = RowType::Testo | RowType::NonImponibile | R
 inline constexpr RowTypes rowsWithAmounts = RowType::NonImponibile | RowType::Articolo | RowType::Servizio;
 inline constexpr RowTypes rowsOfGoods = RowType::Articolo | RowType::Servizio; ///< and services
 
+/// The largest number that a cell takes.
+inline constexpr double largestNumber = 99'999'999'999.99;
+
 /// A column of document rows: all that reading, storing, showing and typing need to know of it.
 struct RowColumn
 {
@@ -34,10 +37,10 @@ struct RowColumn
     QString header = {};
     int width = 0; ///< pixels, or per cent of the usable width; 0 takes the rest
     bool percent = false;
-    double maximum = 99'999'999'999.99; ///< of a typed number; the least one is 0
-    bool zeroAllowed = true;            ///< quantity 0 is refused while a price of 0 is fine; the asymmetry is intended
-    QString refusal = {};               ///< what is said of a number out of range
-    RowTypes greyed = {};               ///< rows whose cell is grey
+    double maximum = largestNumber; ///< of a typed number; the least one is 0
+    bool zeroAllowed = true;        ///< quantity 0 is refused while a price of 0 is fine; the asymmetry is intended
+    QString refusal = {};           ///< what is said of a number out of range
+    RowTypes greyed = {};           ///< rows whose cell is grey
     std::function<QString(const DocumentRow &)> hint = {}; ///< over the cell
 
     /// Is it a number, with or without a currency sign?

@@ -47,7 +47,8 @@ QWidget *DocumentRowsDelegate::createEditor(QWidget *parent, const QStyleOptionV
                                             const QModelIndex &index) const
 {
     const auto *model = qobject_cast<const DocumentRowsModel *>(index.model());
-    if (model->columns()[index.column()].format == RowFormat::Memo) {
+    const RowColumn &column = model->columns()[index.column()];
+    if (column.format == RowFormat::Memo) {
         auto *memo = new QPlainTextEdit(parent);
         memo->setTabChangesFocus(true);
         memo->setFrameShape(QFrame::Box);
@@ -57,8 +58,8 @@ QWidget *DocumentRowsDelegate::createEditor(QWidget *parent, const QStyleOptionV
         editor_ = memo;
     } else {
         auto *line = new ui::LineEdit(parent);
-        line->setPointTypesComma(true);
-        line->setAlignment(Qt::AlignRight);
+        line->setPointTypesComma(column.isNumber());
+        line->setAlignment(column.isLeftAligned() ? Qt::AlignLeft : Qt::AlignRight);
         line->setFrame(false);
         connect(line, &QLineEdit::textChanged, this, [this, cell = QPersistentModelIndex(index)](const QString &text) {
             Q_EMIT typing(text != cell.data(Qt::EditRole).toString());

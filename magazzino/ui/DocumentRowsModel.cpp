@@ -199,7 +199,7 @@ CellRefusal DocumentRowsModel::tryNumber(DocumentRow &row, const RowColumn &colu
         return {u"\"%1\" non è un numero valido."_s.arg(text), true};
     if (typed->places > 2)
         return {u"\"%1\" ha più di due decimali."_s.arg(text), true};
-    if (typed->value > column.maximum && column.maximum > 100)
+    if (typed->value > largestNumber && column.maximum == largestNumber)
         return {u"Il numero è troppo grande."_s};
     if (typed->value < 0 || (typed->value == 0 && !column.zeroAllowed) || typed->value > column.maximum)
         return {column.refusal};
