@@ -4,6 +4,6 @@ using namespace Qt::StringLiterals;
 
 TMMGModSelezionaArticolo::TMMGModSelezionaArticolo(QWidget *owner)
     : TMMGModSelezionaBase(
-          sceltaDaCatalogo(u"Seleziona un articolo"_s, u"ANA_MAGA"_s, u"IDANA_MAGA"_s, host::articleCategories), owner)
+          itemSelection(u"Seleziona un articolo"_s, u"ANA_MAGA"_s, u"IDANA_MAGA"_s, host::articleCategories), owner)
 {
 }

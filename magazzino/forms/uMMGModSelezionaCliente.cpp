@@ -8,7 +8,7 @@ namespace {
 
 SelectionSpec spec()
 {
-    SelectionSpec customers = sceltaDaAnagrafica(u"Seleziona un cliente"_s, u"CLIENTI"_s, u"IDCLIENTE"_s);
+    SelectionSpec customers = anagraficaSelection(u"Seleziona un cliente"_s, u"CLIENTI"_s, u"IDCLIENTE"_s);
     customers.list.filters = {ui::containing(u"txtRagioneSociale"_s, u"Ragione sociale"_s, u"RAGIONESOCIALE"_s)};
     customers.searchCommands = true;
     return customers;

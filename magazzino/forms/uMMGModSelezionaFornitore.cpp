@@ -3,6 +3,6 @@
 using namespace Qt::StringLiterals;
 
 TMMGModSelezionaFornitore::TMMGModSelezionaFornitore(QWidget *owner)
-    : TMMGModSelezionaBase(sceltaDaAnagrafica(u"Seleziona un fornitore"_s, u"FORNITORI"_s, u"IDFORNITORE"_s), owner)
+    : TMMGModSelezionaBase(anagraficaSelection(u"Seleziona un fornitore"_s, u"FORNITORI"_s, u"IDFORNITORE"_s), owner)
 {
 }

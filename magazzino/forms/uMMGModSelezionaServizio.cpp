@@ -4,6 +4,6 @@ using namespace Qt::StringLiterals;
 
 TMMGModSelezionaServizio::TMMGModSelezionaServizio(QWidget *owner)
     : TMMGModSelezionaBase(
-          sceltaDaCatalogo(u"Seleziona un servizio"_s, u"SERVIZI"_s, u"IDSERVIZIO"_s, host::serviceCategories), owner)
+          itemSelection(u"Seleziona un servizio"_s, u"SERVIZI"_s, u"IDSERVIZIO"_s, host::serviceCategories), owner)
 {
 }

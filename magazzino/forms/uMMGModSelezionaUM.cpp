@@ -3,8 +3,8 @@
 using namespace Qt::StringLiterals;
 
 TMMGModSelezionaUM::TMMGModSelezionaUM(QWidget *owner)
-    : TMMGModSelezionaBase(sceltaDaTabella(u"Seleziona un'unità di misura"_s, u"UM"_s, u"IDUM"_s,
-                                           {u"Unità di misura"_s, u"UM"_s, 468}, true),
+    : TMMGModSelezionaBase(tableSelection(u"Seleziona un'unità di misura"_s, u"UM"_s, u"IDUM"_s,
+                                          {u"Unità di misura"_s, u"UM"_s, 468}, true),
                            owner)
 {
 }

@@ -25,8 +25,8 @@ ui::ListSpec withFixedText(ui::ListSpec list)
 
 } // namespace
 
-SelectionSpec sceltaDaTabella(const QString &caption, const QString &table, const QString &key,
-                              const ui::ListColumn &column, bool returnsText)
+SelectionSpec tableSelection(const QString &caption, const QString &table, const QString &key,
+                             const ui::ListColumn &column, bool returnsText)
 {
     return {.caption = caption,
             .list = {.selectText = u"SELECT * FROM %1 "_s.arg(table),
@@ -37,8 +37,8 @@ SelectionSpec sceltaDaTabella(const QString &caption, const QString &table, cons
             .returnsText = returnsText};
 }
 
-SelectionSpec sceltaDaCatalogo(const QString &caption, const QString &table, const QString &key,
-                               const ui::CategoryTable &categories)
+SelectionSpec itemSelection(const QString &caption, const QString &table, const QString &key,
+                            const ui::CategoryTable &categories)
 {
     return {.caption = caption,
             .list = {.selectText = u"SELECT %1.*, %2.CATEGORIA FROM %1 LEFT JOIN %2 ON %2.%3=%1.%3 "_s.arg(
@@ -54,7 +54,7 @@ SelectionSpec sceltaDaCatalogo(const QString &caption, const QString &table, con
             .searchCommands = true};
 }
 
-SelectionSpec sceltaDaAnagrafica(const QString &caption, const QString &table, const QString &key)
+SelectionSpec anagraficaSelection(const QString &caption, const QString &table, const QString &key)
 {
     return {.caption = caption,
             .list = {.selectText = u"SELECT * FROM %1 "_s.arg(table),

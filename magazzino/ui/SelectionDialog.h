@@ -23,13 +23,13 @@ struct SelectionSpec
 };
 
 /// The dialog over a table with one text, which `column` shows: all its rows, each time it is shown.
-SelectionSpec sceltaDaTabella(const QString &caption, const QString &table, const QString &key,
-                              const ui::ListColumn &column, bool returnsText = false);
+SelectionSpec tableSelection(const QString &caption, const QString &table, const QString &key,
+                             const ui::ListColumn &column, bool returnsText = false);
 /// The one over articles or services, with their categories.
-SelectionSpec sceltaDaCatalogo(const QString &caption, const QString &table, const QString &key,
-                               const ui::CategoryTable &categories);
+SelectionSpec itemSelection(const QString &caption, const QString &table, const QString &key,
+                            const ui::CategoryTable &categories);
 /// The one over customers or suppliers: at first those with A.
-SelectionSpec sceltaDaAnagrafica(const QString &caption, const QString &table, const QString &key);
+SelectionSpec anagraficaSelection(const QString &caption, const QString &table, const QString &key);
 
 /// The modal dialog that lists the rows of a table and returns the one chosen. One instance lives as long as the module
 /// and keeps filters and rows from one use to the next.

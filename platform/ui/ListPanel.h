@@ -61,7 +61,7 @@ public:
     QList<QWidget *> filterInputs() const;
     /// What the filters ask for at the moment.
     QVariantList asked() const;
-    /// As wide as told columns of `width` altogether need it.
+    /// Width of the window in which columns of `width` altogether, in pixels, are seen whole.
     int widthFor(int width) const;
 
 protected:

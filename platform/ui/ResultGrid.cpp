@@ -293,7 +293,7 @@ void ResultGrid::keyPressEvent(QKeyEvent *event)
     QTableView::keyPressEvent(event);
 }
 
-// Told or given widths first, per cents of the whole, and what is left to the column that takes the rest.
+// Declared or given widths first, per cents of the whole, and what is left to the column that takes the rest.
 QList<int> ResultGrid::wantedWidths(int available) const
 {
     constexpr int leastRest = 120;
@@ -301,10 +301,10 @@ QList<int> ResultGrid::wantedWidths(int available) const
     qsizetype rest = -1;
     for (const ListColumn &column : model_->columns()) {
         const bool isPercent = column.widthKind == ListColumn::Width::Percent;
-        const int told = isPercent ? qRound(available * column.width / 100.0) : column.width;
+        const int declared = isPercent ? qRound(available * column.width / 100.0) : column.width;
         if (column.widthKind == ListColumn::Width::Rest)
             rest = widths.size();
-        widths.append(column.widthKind == ListColumn::Width::Rest ? 0 : given_.value(column.field, told));
+        widths.append(column.widthKind == ListColumn::Width::Rest ? 0 : given_.value(column.field, declared));
     }
     if (rest >= 0)
         widths[rest] = std::max(available - std::accumulate(widths.begin(), widths.end(), 0), leastRest);

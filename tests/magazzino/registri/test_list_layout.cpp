@@ -101,7 +101,7 @@ void TestListLayout::draggedWidthIsKept()
     QTableView *grid = test::gridOf(list);
     QCOMPARE(widthOf(grid, header), told - 40);
     QCOMPARE(allWidths(grid) == grid->viewport()->width(), hasRest);
-    // What was told stays for whoever has dragged nothing, and comes back when it is asked for.
+    // The declared width stays for whoever has dragged nothing, and comes back when it is asked for.
     ui::keepListLayouts(file(), u"UFFICIO"_s);
     QVERIFY(ui::keptWidths(list->objectName()).isEmpty());
     ui::keepListLayouts(file(), host::administrator);
