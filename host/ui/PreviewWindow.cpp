@@ -74,12 +74,12 @@ PreviewWindow::PreviewWindow(report::ReportSystem &system, QWidget *parent)
     setOpeningSize({900, 700});
     addCommand({.name = u"actStampa"_s,
                 .caption = u"Stampa..."_s,
-                .run = [this] { stampa(); },
+                .run = [this] { printPages(); },
                 .icon = ui::Icon::Print,
                 .shortcut = QKeySequence(u"Ctrl+P"_s)});
     addCommand({.name = u"actSalvaPDF"_s,
                 .caption = u"Salva in PDF..."_s,
-                .run = [this] { salvaPDF(); },
+                .run = [this] { savePdf(); },
                 .icon = ui::Icon::Pdf,
                 .shortcut = QKeySequence(u"Ctrl+S"_s)});
     addPageCommands();
@@ -289,7 +289,7 @@ bool PreviewWindow::eventFilter(QObject *watched, QEvent *event)
     return false;
 }
 
-void PreviewWindow::salvaPDF()
+void PreviewWindow::savePdf()
 {
     if (!system_ || !system_->choosePdfFile)
         return;
@@ -301,7 +301,7 @@ void PreviewWindow::salvaPDF()
     report::writePdf(*document_, file, system_->renderer ? *system_->renderer : standard);
 }
 
-void PreviewWindow::stampa()
+void PreviewWindow::printPages()
 {
     if (system_ && system_->allowSetup && system_->overrideSetup)
         system_->overrideSetup(*system_, report::ShowWindow, this);

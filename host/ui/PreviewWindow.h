@@ -76,8 +76,8 @@ private:
     void countPages();
     void stepZoom(int direction);
     void applyZoom();
-    void salvaPDF();
-    void stampa();
+    void savePdf();
+    void printPages();
 
     QPointer<report::ReportSystem> system_;
     std::shared_ptr<const report::Document> document_;
