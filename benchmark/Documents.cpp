@@ -3,7 +3,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/DocumentForm.h"
+#include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
 #include "platform/data/SqlText.h"

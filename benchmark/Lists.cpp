@@ -2,7 +2,7 @@
 #include "benchmark/Bench.h"
 
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/SelectionDialog.h"
+#include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/core/Clock.h"
 #include "platform/ui/SearchForm.h"
 

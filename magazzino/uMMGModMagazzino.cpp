@@ -11,7 +11,7 @@
 #include "magazzino/schema/InitialRows.h"
 #include "magazzino/schema/ModuleSteps.h"
 #include "magazzino/schema/ModuleUses.h"
-#include "magazzino/ui/SelectionDialog.h"
+#include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"

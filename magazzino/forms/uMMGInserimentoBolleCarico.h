@@ -1,5 +1,5 @@
 #pragma once
-#include "magazzino/ui/DocumentForm.h"
+#include "magazzino/ui/MMGInserimentoDocumento.h"
 
 namespace ui {
 class ChoiceField;

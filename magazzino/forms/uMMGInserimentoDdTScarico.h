@@ -1,5 +1,5 @@
 #pragma once
-#include "magazzino/ui/ScaricoForm.h"
+#include "magazzino/ui/MMGInserimentoScarico.h"
 
 /// Delivery note: goods issued to a customer or a supplier. Each article row unloads stock at its average cost at the
 /// note's date. It carries no monetary totals.

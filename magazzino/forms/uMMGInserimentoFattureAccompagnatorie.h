@@ -1,5 +1,5 @@
 #pragma once
-#include "magazzino/ui/ScaricoForm.h"
+#include "magazzino/ui/MMGInserimentoScarico.h"
 
 class FatturaCiclicaField;
 namespace ui {

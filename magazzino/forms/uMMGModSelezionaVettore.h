@@ -1,5 +1,5 @@
 #pragma once
-#include "magazzino/ui/SelectionDialog.h"
+#include "magazzino/ui/MMGModSelezionaBase.h"
 
 /// Selection dialog over the carriers.
 class TMMGModSelezionaVettore : public TMMGModSelezionaBase

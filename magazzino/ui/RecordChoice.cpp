@@ -2,7 +2,7 @@
 
 #include "host/FirmFields.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/SelectionDialog.h"
+#include "magazzino/ui/MMGModSelezionaBase.h"
 
 using namespace Qt::StringLiterals;
 

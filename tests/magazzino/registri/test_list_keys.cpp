@@ -1,6 +1,6 @@
 #include "host/HostCommands.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/SelectionDialog.h"
+#include "magazzino/ui/MMGModSelezionaBase.h"
 #include "tests/magazzino/registri/Registri.h"
 #include "tests/support/TestMain.h"
 

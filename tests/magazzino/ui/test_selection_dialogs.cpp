@@ -1,6 +1,6 @@
 #include "magazzino/Azioni.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/SelectionDialog.h"
+#include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/core/Error.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/CategoryTree.h"

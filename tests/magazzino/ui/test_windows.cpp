@@ -1,6 +1,6 @@
 #include "host/ui/MainWindow.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/SelectionDialog.h"
+#include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/MessageBoxes.h"
 #include "tests/support/Documents.h"

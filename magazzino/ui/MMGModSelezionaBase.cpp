@@ -1,4 +1,4 @@
-#include "magazzino/ui/SelectionDialog.h"
+#include "magazzino/ui/MMGModSelezionaBase.h"
 
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Messages.h"

@@ -1,4 +1,4 @@
-#include "magazzino/ui/DocumentForm.h"
+#include "magazzino/ui/MMGInserimentoDocumento.h"
 
 #include "platform/core/Messages.h"
 

@@ -1,7 +1,7 @@
 // How the rows of a document's form are added and changed.
 #include "magazzino/MMGUtils.h"
-#include "magazzino/ui/DocumentForm.h"
 #include "magazzino/ui/EntryLine.h"
+#include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/Dialogs.h"

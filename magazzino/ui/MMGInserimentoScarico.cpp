@@ -1,4 +1,4 @@
-#include "magazzino/ui/ScaricoForm.h"
+#include "magazzino/ui/MMGInserimentoScarico.h"
 
 #include "magazzino/MMGUtils.h"
 #include "magazzino/ui/RecordChoice.h"

@@ -1,6 +1,6 @@
 #pragma once
 #include "host/Corvane3Impl.h"
-#include "magazzino/ui/DocumentForm.h"
+#include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "platform/ui/ChoiceFields.h"
 
 class QGroupBox;

@@ -2,8 +2,8 @@
 #include "magazzino/documents/Movements.h"
 #include "magazzino/documents/StoredRows.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "magazzino/ui/DocumentForm.h"
 #include "magazzino/ui/EntryLine.h"
+#include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "platform/data/DataSet.h"
 
 using namespace Qt::StringLiterals;
