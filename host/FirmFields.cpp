@@ -1,21 +1,148 @@
 #include "host/FirmFields.h"
 
+#include "host/InvoiceCodes.h"
 #include "host/TaxCodes.h"
 
 using namespace Qt::StringLiterals;
 
 namespace host {
 
+namespace {
+
+constexpr auto capitals = FirmField::Letters::Capitals;
+
+// What the electronic invoice asks of the company besides; its capital, a number, stands with the register.
+QList<FirmField> companyInvoiceFields()
+{
+    constexpr auto box = FirmBox::ElectronicInvoice;
+    constexpr FirmKinds company = FirmKind::Company;
+    return {
+        {.name = u"RegimeFiscale"_s,
+         .label = u"Regime fiscale"_s,
+         .length = 4,
+         .letters = capitals,
+         .box = box,
+         .place = {0, 0, 2},
+         .firms = company,
+         .help = u"Il regime con cui l'azienda applica l'IVA: di solito RF01, ordinario."_s,
+         .codes = taxRegimes()},
+        {.name = u"ReaUfficio"_s,
+         .label = u"Ufficio REA"_s,
+         .length = 2,
+         .letters = capitals,
+         .box = box,
+         .place = {1},
+         .firms = company,
+         .isRight = isProvinceCode,
+         .doubt = u"la provincia si scrive con due lettere."_s,
+         .help = u"La provincia della Camera di commercio dove l'azienda è iscritta, per esempio VI."_s},
+        {.name = u"ReaNumero"_s,
+         .label = u"Numero REA"_s,
+         .length = 20,
+         .letters = capitals,
+         .box = box,
+         .place = {1, 1},
+         .firms = company,
+         .help = u"Il numero d'iscrizione al repertorio economico amministrativo, come sta sulla visura."_s},
+        {.name = u"StatoLiquidazione"_s,
+         .label = u"Liquidazione"_s,
+         .length = 2,
+         .letters = capitals,
+         .box = box,
+         .place = {2, 1},
+         .firms = company,
+         .help = u"Per le società iscritte al REA: se la società è in liquidazione."_s,
+         .codes = liquidationStates()},
+        {.name = u"Iban"_s,
+         .label = u"IBAN"_s,
+         .length = 34,
+         .letters = capitals,
+         .box = box,
+         .place = {3, 0, 2},
+         .firms = company,
+         .isRight = isIban,
+         .doubt = u"le cifre di controllo non corrispondono."_s,
+         .help = u"Il conto su cui i clienti pagano: sta nelle fatture da pagare con bonifico."_s},
+    };
+}
+
+QList<FirmField> customerInvoiceFields()
+{
+    constexpr auto box = FirmBox::ElectronicInvoice;
+    constexpr FirmKinds customer = FirmKind::Customer;
+    constexpr auto typed = FirmField::Letters::AsTyped;
+    return {
+        {.name = u"CodiceDestinatario"_s,
+         .label = u"Codice destinatario"_s,
+         .length = 7,
+         .letters = capitals,
+         .box = box,
+         .place = {0},
+         .headers = {u"Codice destinatario"_s, u"Cod. destinatario"_s, u"Codice SDI"_s, u"SDI"_s},
+         .firms = customer,
+         .isRight = isRecipientCode,
+         .doubt = u"servono sette lettere o cifre."_s,
+         .help = u"Le sette lettere o cifre che il cliente ha comunicato. Vuoto se non si conosce: nella fattura va "
+                 "0000000, e XXXXXXX per i clienti esteri."_s},
+        {.name = u"NazioneIso"_s,
+         .label = u"Codice nazione"_s,
+         .length = 2,
+         .letters = capitals,
+         .box = box,
+         .place = {0, 1},
+         .headers = {u"Codice nazione"_s, u"Codice paese"_s, u"ISO"_s},
+         .firms = customer,
+         .isRight = isCountryCode,
+         .doubt = u"non è un codice ISO di due lettere (IT, DE, FR...)."_s,
+         .help = u"La nazione in due lettere: IT per l'Italia, DE per la Germania, FR per la Francia... Vuoto vale IT "
+                 "se la nazione è vuota o Italia."_s},
+        {.name = u"CognomePersona"_s,
+         .label = u"Cognome"_s,
+         .length = 60,
+         .letters = typed,
+         .box = box,
+         .place = {1},
+         .headers = {u"Cognome"_s},
+         .firms = customer,
+         .help = u"Solo per una persona privata: con cognome e nome la fattura non riporta la ragione sociale."_s},
+        {.name = u"NomePersona"_s,
+         .label = u"Nome"_s,
+         .length = 60,
+         .letters = typed,
+         .box = box,
+         .place = {1, 1},
+         .headers = {u"Nome di persona"_s, u"Nome proprio"_s},
+         .firms = customer,
+         .help = u"Solo per una persona privata, insieme al cognome."_s},
+    };
+}
+
+FirmField certifiedMail(FirmKind firm, FirmField::Place place, const QString &help)
+{
+    return {.name = u"Pec"_s,
+            .label = u"PEC"_s,
+            .length = 100,
+            .letters = FirmField::Letters::AsTyped,
+            .box = FirmBox::ElectronicInvoice,
+            .place = place,
+            .headers = {u"PEC"_s, u"Posta certificata"_s, u"Indirizzo PEC"_s},
+            .firms = firm,
+            .isRight = isMailAddress,
+            .doubt = u"non è un indirizzo di posta."_s,
+            .help = help};
+}
+
+} // namespace
+
 const QList<FirmField> &firmFields()
 {
     using F = TAnagrafica;
     constexpr auto typed = FirmField::Letters::AsTyped;
-    constexpr auto capitals = FirmField::Letters::Capitals;
     constexpr auto firm = FirmBox::Firm;
     constexpr auto tax = FirmBox::TaxData;
     constexpr auto contact = FirmBox::Contacts;
     // clang-format off
-    static const QList<FirmField> all = {
+    static const QList<FirmField> all = QList<FirmField>{
         {u"Codice"_s, u"Codice"_s, 20, typed, firm, {0}, &F::codice,
          {u"Codice"_s, u"Codice %1"_s, u"Cod."_s}, {0, 20}, partners, true},
         {u"RagioneSociale"_s, u"Ragione sociale"_s, 100, typed, firm, {1, 0, 3}, &F::ragioneSociale,
@@ -45,7 +172,11 @@ const QList<FirmField> &firmFields()
         {u"Email"_s, u"e-mail"_s, 100, typed, contact, {2}, &F::email,
          {u"E-mail"_s, u"Posta elettronica"_s, u"Mail"_s}},
         {u"Web"_s, u"web"_s, 100, typed, contact, {2, 1}, &F::web, {u"Sito web"_s, u"Sito"_s, u"Sito Internet"_s}},
-    };
+    } + companyInvoiceFields()
+      + QList{certifiedMail(FirmKind::Company, {4, 0, 2}, u"L'indirizzo di posta certificata dell'azienda."_s)}
+      + customerInvoiceFields()
+      + QList{certifiedMail(FirmKind::Customer, {2, 0, 2},
+                            u"Dove il cliente riceve le fatture se non ha un codice destinatario."_s)};
     // clang-format on
     return all;
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include "host/Corvane3Impl.h"
+#include "platform/core/CodeText.h"
 
 namespace host {
 
@@ -23,7 +24,8 @@ enum class FirmBox
 {
     Firm,
     TaxData,
-    Contacts
+    Contacts,
+    ElectronicInvoice ///< on a page of its own
 };
 
 /// One text that is kept of a firm, as it is today. Registers, import, readers and the copies in documents are made
@@ -54,14 +56,17 @@ struct FirmField
     Letters letters;
     FirmBox box;
     Place place;
-    QString TAnagrafica::*member; ///< where readers put it; null: nowhere
+    QString TAnagrafica::*member = nullptr; ///< where readers put it; null: nowhere
     /// In CSV files, the usual name first; %1 stands for what the firm is called, "cliente".
-    QStringList headers;
+    QStringList headers = {};
     Copy copy = {};
     FirmKinds firms = everyFirm;
     bool required = false;
     bool (*isRight)(const QString &) = nullptr; ///< text that fails it is doubtful
     QString column = name.toUpper();
+    QString doubt = {};               ///< what is said of such text, ends with a full stop; the usual words while empty
+    QString help = {};                ///< shown while the pointer rests on the control
+    QList<core::CodeText> codes = {}; ///< from which one is chosen; any text may stand there while empty
 
     /// Object name of its input.
     QString control() const { return QStringLiteral("txt") + name; }

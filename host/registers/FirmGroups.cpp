@@ -11,7 +11,9 @@ QList<ui::RegisterGroup> firmGroups(FirmKind kind)
     QList<ui::RegisterGroup> groups = {{ui::parts::general, u"Anagrafica"_s, {}},
                                        {ui::parts::general, u"Dati fiscali"_s, {}},
                                        {ui::parts::general, u"Contatti"_s, {}}};
-    for (const FirmField &field : firmFieldsOf(kind))
+    for (const FirmField &field : firmFieldsOf(kind)) {
+        if (field.box == FirmBox::ElectronicInvoice && groups.size() == 3)
+            groups.append({invoicePage, {}, {}});
         groups[static_cast<int>(field.box)].fields.append({.name = field.control(),
                                                            .label = field.label,
                                                            .column = field.column,
@@ -20,7 +22,13 @@ QList<ui::RegisterGroup> firmGroups(FirmKind kind)
                                                            .span = field.place.span,
                                                            .maxLength = field.length,
                                                            .upperCase = field.letters == FirmField::Letters::Capitals,
-                                                           .isRight = field.isRight});
+                                                           .isRight = field.isRight,
+                                                           .doubt = field.doubt,
+                                                           .help = field.help,
+                                                           .codes = field.codes});
+        if (!field.codes.isEmpty())
+            groups[static_cast<int>(field.box)].fields.last().kind = ui::RegisterField::Kind::Code;
+    }
     return groups;
 }
 

@@ -175,12 +175,18 @@ ui::RegisterSpec makeCustomers()
 
 ui::RegisterSpec makeCompany()
 {
+    QList<ui::RegisterGroup> groups = firmGroups(FirmKind::Company);
+    QList<ui::RegisterField> &invoice = groups.last().fields;
+    const auto besideLiquidation =
+        std::find_if(invoice.begin(), invoice.end(), [](const ui::RegisterField &field) { return field.row == 2; });
+    invoice.insert(besideLiquidation,
+                   number(Kind::Amount, u"txtCapitaleSociale"_s, u"Capitale sociale"_s, u"CAPITALESOCIALE"_s, 2));
     return {.name = u"Azienda"_s,
             .caption = u"Dati dell'azienda"_s,
             .oneRecord = u"questa azienda"_s,
             .table = u"AZIENDA"_s,
             .key = u"IDAZIENDA"_s,
-            .groups = firmGroups(FirmKind::Company),
+            .groups = groups,
             .required = {{u"RAGIONESOCIALE"_s, nameIsMissing}},
             .openingSize = {760, 400}};
 }

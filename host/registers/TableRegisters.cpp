@@ -1,5 +1,6 @@
 #include "host/registers/Registers.h"
 
+#include "host/InvoiceCodes.h"
 #include "platform/ui/RegisterParts.h"
 
 using namespace Qt::StringLiterals;
@@ -15,8 +16,18 @@ using Kind = ui::RegisterField::Kind;
 using Display = ui::ListColumn::Display;
 using Width = ui::ListColumn::Width;
 
+ui::RegisterField codeChoice(const QString &name, const QString &label, const QString &column, int row,
+                             const QList<core::CodeText> &codes, const QString &help)
+{
+    return {
+        .name = name, .label = label, .column = column, .kind = Kind::Code, .row = row, .help = help, .codes = codes};
+}
+
 ui::RegisterSpec makeVatRates()
 {
+    ui::RegisterField reference =
+        text(u"txtRiferimentoNormativo"_s, u"Riferimento normativo"_s, u"RIFERIMENTO_NORMATIVO"_s, 100, 4);
+    reference.help = u"La norma per cui non c'è IVA, per esempio: Art. 10 DPR 633/72. Sta nella fattura elettronica."_s;
     return {.name = u"AliquoteIVA"_s,
             .caption = u"Aliquote IVA"_s,
             .oneRecord = u"questa aliquota IVA"_s,
@@ -26,11 +37,15 @@ ui::RegisterSpec makeVatRates()
                         {},
                         {upperText(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 2, 0),
                          text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 30, 1),
-                         number(Kind::Quantity, u"txtAliquota"_s, u"Aliquota %"_s, u"ALIQUOTA"_s, 2)}}},
+                         number(Kind::Quantity, u"txtAliquota"_s, u"Aliquota %"_s, u"ALIQUOTA"_s, 2),
+                         codeChoice(u"txtNatura"_s, u"Natura"_s, u"NATURA"_s, 3, vatNatures(),
+                                    u"Perché non c'è IVA: serve alla fattura elettronica per le aliquote a zero, e "
+                                    "soltanto per quelle."_s),
+                         reference}}},
             .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
             .uniqueColumn = u"CODICE"_s,
             .duplicateText = codeIsTaken,
-            .openingSize = {560, 220},
+            .openingSize = {640, 290},
             .listColumns = {{u"Codice"_s, u"CODICE"_s, 80},
                             {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
                             {u"Aliquota %"_s, u"ALIQUOTA"_s, 100, Width::Pixels, Display::Quantity}},
@@ -63,11 +78,17 @@ ui::RegisterSpec makePaymentTypes()
         .oneRecord = u"questo tipo di pagamento"_s,
         .table = u"TIPI_PAGAMENTO"_s,
         .key = u"IDTIPO_PAGAMENTO"_s,
-        .groups = {{general, {}, {text(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 30, 0)}}},
+        .groups = {{general,
+                    {},
+                    {text(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 30, 0),
+                     codeChoice(u"txtModalita"_s, u"Modalità"_s, u"MODALITA"_s, 1, paymentMethods(),
+                                u"Come si paga, con il codice della fattura elettronica."_s),
+                     codeChoice(u"txtCondizioni"_s, u"Condizioni"_s, u"CONDIZIONI"_s, 2, paymentTerms(),
+                                u"In una volta sola, a rate o in anticipo; vuoto vale TP02, pagamento completo."_s)}}},
         .required = {{u"TIPO_PAGAMENTO"_s, u"Non è stato indicato il tipo di pagamento!"_s}},
         .uniqueColumn = u"TIPO_PAGAMENTO"_s,
         .duplicateText = u"Esiste già un tipo di pagamento con questo nome!"_s,
-        .openingSize = {520, 160},
+        .openingSize = {560, 220},
         .listColumns = {{u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 0, Width::Rest}},
         .listFilters = {ui::containing(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s)},
         .orderText = u" ORDER BY UPPER(TIPO_PAGAMENTO)"_s};

@@ -74,11 +74,36 @@ Keys insertVatRates(data::Connection &connection)
 {
     Keys keys;
     for (const demo::VatRate &rate : demo::vatRates())
-        keys.insert(
-            rate.code,
-            insertRow(connection, u"ALIQUOTE_IVA"_s, u"IDALIQUOTA_IVA"_s,
-                      {{u"CODICE"_s, rate.code}, {u"DESCRIZIONE"_s, rate.description}, {u"ALIQUOTA"_s, rate.rate}}));
+        keys.insert(rate.code, insertRow(connection, u"ALIQUOTE_IVA"_s, u"IDALIQUOTA_IVA"_s,
+                                         {{u"CODICE"_s, rate.code},
+                                          {u"DESCRIZIONE"_s, rate.description},
+                                          {u"ALIQUOTA"_s, rate.rate},
+                                          {u"NATURA"_s, rate.nature},
+                                          {u"RIFERIMENTO_NORMATIVO"_s, rate.reference}}));
     return keys;
+}
+
+Keys insertPaymentTypes(data::Connection &connection)
+{
+    Keys keys;
+    for (const demo::PaymentType &type : demo::paymentTypes())
+        keys.insert(
+            type.text,
+            insertRow(connection, u"TIPI_PAGAMENTO"_s, u"IDTIPO_PAGAMENTO"_s,
+                      {{u"TIPO_PAGAMENTO"_s, type.text}, {u"MODALITA"_s, type.method}, {u"CONDIZIONI"_s, type.terms}}));
+    return keys;
+}
+
+// Every third firm reads its invoices in a certified mailbox, the others through a provider.
+QList<Column> invoiceColumns(const QString &name, qsizetype index)
+{
+    if (index == 0)
+        return {{u"NAZIONEISO"_s, u"IT"_s},
+                {u"COGNOMEPERSONA"_s, name.section(u' ', 0, 0)},
+                {u"NOMEPERSONA"_s, name.section(u' ', 1)}};
+    if (index % 3 == 0)
+        return {{u"NAZIONEISO"_s, u"IT"_s}, {u"PEC"_s, u"fatture%1@pec.example"_s.arg(index)}};
+    return {{u"NAZIONEISO"_s, u"IT"_s}, {u"CODICEDESTINATARIO"_s, u"DEMO%1"_s.arg(index % 10, 3, 10, QChar(u'0'))}};
 }
 
 void insertCustomers(data::Connection &connection, const QVariantList &payments)
@@ -93,6 +118,7 @@ void insertCustomers(data::Connection &connection, const QVariantList &payments)
             });
         else
             columns.append({u"IDTIPO_PAGAMENTO"_s, payments[i % payments.size()]});
+        columns += invoiceColumns(names[i], i);
         insertRow(connection, u"CLIENTI"_s, {}, columns);
     }
 }
@@ -112,7 +138,14 @@ void insertCompany(data::Connection &connection)
                {u"TELEFONO"_s, u"0424 5550100"_s},
                {u"FAX"_s, u"0424 5550101"_s},
                {u"EMAIL"_s, u"info@casaeferro.example"_s},
-               {u"WEB"_s, u"www.casaeferro.example"_s}});
+               {u"WEB"_s, u"www.casaeferro.example"_s},
+               {u"REGIMEFISCALE"_s, u"RF01"_s},
+               {u"REAUFFICIO"_s, u"VI"_s},
+               {u"REANUMERO"_s, u"345678"_s},
+               {u"CAPITALESOCIALE"_s, 100000},
+               {u"STATOLIQUIDAZIONE"_s, u"LN"_s},
+               {u"IBAN"_s, u"IT60X0542811101000000123456"_s},
+               {u"PEC"_s, u"casaeferro@pec.example"_s}});
 }
 
 void insertUser(data::Connection &connection, const QString &userName, const QString &name, const QString &role)
@@ -135,8 +168,7 @@ TableKeys insertTables(data::Connection &connection)
     TableKeys keys;
     keys.vatRates = insertVatRates(connection);
     keys.units = insertTexts(connection, u"UM"_s, u"IDUM"_s, u"UM"_s, demo::units());
-    keys.paymentTypes =
-        insertTexts(connection, u"TIPI_PAGAMENTO"_s, u"IDTIPO_PAGAMENTO"_s, u"TIPO_PAGAMENTO"_s, demo::paymentTypes());
+    keys.paymentTypes = insertPaymentTypes(connection);
     for (const demo::Note &note : demo::documentNotes())
         insertRow(connection, u"NOTE_DOCUMENTI"_s, {}, {{u"TITOLO"_s, note.title}, {u"TESTO"_s, note.text}});
     return keys;
@@ -158,8 +190,8 @@ void insertDemoMasterData(data::Connection &connection)
     data::Transaction transaction(connection);
     const auto [vat, units, payments] = insertTables(connection);
     QVariantList paymentKeys;
-    for (const QString &type : demo::paymentTypes())
-        paymentKeys.append(payments.value(type));
+    for (const demo::PaymentType &type : demo::paymentTypes())
+        paymentKeys.append(payments.value(type.text));
     insertArticlesAndServices(connection, vat, units);
     insertCustomers(connection, paymentKeys);
     insertCompany(connection);

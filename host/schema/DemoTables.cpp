@@ -78,8 +78,9 @@ const QList<Town> &towns()
 
 const QList<VatRate> &vatRates()
 {
-    static const QList<VatRate> all = {{u"22"_s, u"Aliquota ordinaria 22%"_s, 22}, {u"10"_s, u"Aliquota ridotta 10%"_s, 10},
-                                       {u"04"_s, u"Aliquota minima 4%"_s, 4},      {u"ES"_s, u"Esente art. 10 DPR 633/72"_s, 0}};
+    static const QList<VatRate> all = {{u"22"_s, u"Aliquota ordinaria 22%"_s, 22, {}, {}}, {u"10"_s, u"Aliquota ridotta 10%"_s, 10, {}, {}},
+                                       {u"04"_s, u"Aliquota minima 4%"_s, 4, {}, {}},
+                                       {u"ES"_s, u"Esente art. 10 DPR 633/72"_s, 0, u"N4"_s, u"Art. 10 DPR 633/72"_s}};
     return all;
 }
 
@@ -132,11 +133,14 @@ const QStringList &units()
     return all;
 }
 
-const QStringList &paymentTypes()
+const QList<PaymentType> &paymentTypes()
 {
-    static const QStringList all = {
-        u"Rimessa diretta"_s,         u"Contanti alla consegna"_s,     u"Bonifico bancario 30 gg. d.f."_s,
-        u"Ri.Ba. 30 gg. fine mese"_s, u"Ri.Ba. 30/60 gg. fine mese"_s, u"Assegno bancario"_s};
+    static const QList<PaymentType> all = {{u"Rimessa diretta"_s, u"MP01"_s, u"TP02"_s},
+                                           {u"Contanti alla consegna"_s, u"MP01"_s, u"TP02"_s},
+                                           {u"Bonifico bancario 30 gg. d.f."_s, u"MP05"_s, u"TP02"_s},
+                                           {u"Ri.Ba. 30 gg. fine mese"_s, u"MP12"_s, u"TP02"_s},
+                                           {u"Ri.Ba. 30/60 gg. fine mese"_s, u"MP12"_s, u"TP01"_s},
+                                           {u"Assegno bancario"_s, u"MP02"_s, u"TP02"_s}};
     return all;
 }
 

@@ -44,7 +44,16 @@ struct VatRate
 {
     QString code;
     QString description;
-    double rate = 0; ///< per cent
+    double rate = 0;   ///< per cent
+    QString nature;    ///< why there is no VAT; empty where there is
+    QString reference; ///< the law that says so
+};
+
+struct PaymentType
+{
+    QString text;
+    QString method; ///< codes of the electronic invoice
+    QString terms;
 };
 
 struct Note
@@ -63,7 +72,7 @@ const QList<Note> &documentNotes();
 const QStringList &streets();
 const QStringList &customers();
 const QStringList &units();
-const QStringList &paymentTypes();
+const QList<PaymentType> &paymentTypes();
 ///@}
 
 } // namespace host::demo

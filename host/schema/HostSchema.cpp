@@ -18,6 +18,7 @@ namespace {
 const QString hostObject = u"CORVANE"_s;
 const QString tablesOnly = u"0.1.0"_s;
 const QString baseVersion = u"1.0.0"_s; // what the first release made
+const QString invoiceCodesVersion = u"1.1.0"_s;
 
 QStringList createTables()
 {
@@ -25,6 +26,18 @@ QStringList createTables()
     for (const Table &table : baseTables())
         statements += definitions(table);
     return statements;
+}
+
+// What an electronic invoice asks of the registers besides.
+QStringList addInvoiceColumns()
+{
+    return {u"ALTER TABLE AZIENDA ADD REGIMEFISCALE VARCHAR(4), ADD REAUFFICIO VARCHAR(2), ADD REANUMERO VARCHAR(20), "
+            "ADD CAPITALESOCIALE DECIMAL(13, 2), ADD STATOLIQUIDAZIONE VARCHAR(2), ADD IBAN VARCHAR(34), "
+            "ADD PEC VARCHAR(100)"_s,
+            u"ALTER TABLE CLIENTI ADD CODICEDESTINATARIO VARCHAR(7), ADD NAZIONEISO VARCHAR(2), ADD PEC VARCHAR(100), "
+            "ADD COGNOMEPERSONA VARCHAR(60), ADD NOMEPERSONA VARCHAR(60)"_s,
+            u"ALTER TABLE ALIQUOTE_IVA ADD NATURA VARCHAR(4), ADD RIFERIMENTO_NORMATIVO VARCHAR(100)"_s,
+            u"ALTER TABLE TIPI_PAGAMENTO ADD MODALITA VARCHAR(4), ADD CONDIZIONI VARCHAR(4)"_s};
 }
 
 void insertFirstRows(data::Connection &connection)
@@ -69,6 +82,10 @@ const QList<schema::Step> &hostSteps()
     static const QList<schema::Step> steps = {
         {.object = hostObject, .statements = createTables(), .toVersion = tablesOnly},
         {.object = hostObject, .fromVersion = tablesOnly, .toVersion = baseVersion, .action = insertFirstRows},
+        {.object = hostObject,
+         .fromVersion = baseVersion,
+         .statements = addInvoiceColumns(),
+         .toVersion = invoiceCodesVersion},
     };
     return steps;
 }

@@ -3,6 +3,7 @@
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 
+#include <QAbstractItemView>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
@@ -184,6 +185,55 @@ void DropDownField::write(data::DataSet &record) const
 void DropDownField::written()
 {
     stored_ = {key(), box_->currentText()};
+}
+
+CodeField::CodeField(const CodeSpec &spec, QWidget *parent)
+    : Field(spec.label, parent)
+    , box_(new ComboBox(parent))
+    , column_(spec.column)
+    , known_(static_cast<int>(spec.codes.size()) + 1)
+{
+    box_->setObjectName(spec.name);
+    box_->setMaxVisibleItems(24);
+    // The longest meanings would make the form wider than the screen; the open list shows them whole.
+    box_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    box_->setMinimumContentsLength(16);
+    addItem({}, {});
+    for (const core::CodeText &code : spec.codes)
+        addItem(code.code, code.code + u" - "_s + code.text);
+    constexpr int besideText = 40;
+    box_->view()->setMinimumWidth(box_->view()->sizeHintForColumn(0) + besideText);
+    connect(box_, &QComboBox::currentIndexChanged, this, &Field::edited);
+}
+
+void CodeField::addItem(const QString &code, const QString &text)
+{
+    box_->addItem(text, code);
+    box_->setItemData(box_->count() - 1, text, Qt::ToolTipRole);
+}
+
+void CodeField::show(const QString &code)
+{
+    int index = box_->findData(code);
+    if (index < 0) {
+        addItem(code, code);
+        index = box_->count() - 1;
+    }
+    box_->setCurrentIndex(index);
+    if (index < known_ && box_->count() > known_)
+        box_->removeItem(known_);
+    else if (box_->count() > known_ + 1)
+        box_->removeItem(known_);
+}
+
+void CodeField::load(const data::DataSet &record)
+{
+    show(record.text(column_));
+}
+
+void CodeField::write(data::DataSet &record) const
+{
+    record.setValue(column_, code().isEmpty() ? QVariant() : QVariant(code()));
 }
 
 RecordLabels::RecordLabels(const QList<RecordLabel> &labels, QWidget *parent)

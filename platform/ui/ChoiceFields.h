@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/core/CodeText.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Field.h"
 
@@ -107,6 +108,43 @@ private:
     QString tableText_;
     Choice stored_;          // as it was loaded or written
     bool addedItem_ = false; // the last item is not the table's but the stored choice
+};
+
+struct CodeSpec
+{
+    QString name;
+    QString label;
+    QString column;
+    QList<core::CodeText> codes;
+};
+
+/// A drop-down list of fixed codes with their meaning. It may be left empty, then the code is NULL. A stored code that
+/// is none of them stands there as it was stored until another one is chosen.
+class CodeField : public Field
+{
+    Q_OBJECT
+
+public:
+    /// The field that `spec` describes, nothing chosen.
+    CodeField(const CodeSpec &spec, QWidget *parent);
+
+    /// The code chosen; empty for none.
+    QString code() const { return box_->currentData().toString(); }
+
+    QWidget *widget() const override { return box_; }
+    void clear() override { show({}); }
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+    QVariant state() const override { return code(); }
+    void restore(const QVariant &state) override { show(state.toString()); }
+
+private:
+    void addItem(const QString &code, const QString &text);
+    void show(const QString &code);
+
+    ComboBox *box_;
+    QString column_;
+    int known_; // items that are no unknown code
 };
 
 /// One read-only label of a copied record. Labels of the same line stand side by side in the order of their

@@ -20,6 +20,7 @@ namespace ui {
 
 namespace {
 
+const QString usualDoubt = u"il carattere di controllo non corrisponde."_s;
 const QStringList singleCommands = {u"actSalva"_s, {}, u"actChiudi"_s};
 
 // Lives as long as the connection, which outlives the form.
@@ -113,6 +114,8 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
     QSet<int> growingBehind; // and the last ones of such that reach over several
     for (const RegisterField &spec : group.fields) {
         Field *field = createField(spec, box);
+        if (!spec.help.isEmpty())
+            field->widget()->setToolTip(spec.help);
         // A note alone on its page stands below its caption.
         if (spec.kind == RegisterField::Kind::Memo && group.fields.size() == 1)
             placeBelowLabel(grid, field);
@@ -167,6 +170,8 @@ Field *RegisterEntry::createField(const RegisterField &field, QWidget *parent)
         lookups_.insert(field.column, lookup);
         return lookup;
     }
+    case Kind::Code:
+        return declare(new CodeField({field.name, field.label, field.column, field.codes}, parent));
     case Kind::Choice:
         return declare(new ChoiceField(choiceOf(field), parent));
     case Kind::Flag:
@@ -215,7 +220,7 @@ void RegisterEntry::declareDoubts()
                     const QString text = textOf(column);
                     return !text.isEmpty() && !isRight(text);
                 },
-                u"%1: il carattere di controllo non corrisponde.\n\rSalvare comunque?"_s.arg(field.label));
+                u"%1: %2\n\rSalvare comunque?"_s.arg(field.label, field.doubt.isEmpty() ? usualDoubt : field.doubt));
         }
     }
 }

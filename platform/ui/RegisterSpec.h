@@ -17,6 +17,7 @@ struct RegisterField
         Amount,   ///< EUR
         Quantity, ///< two decimals
         Lookup,   ///< drop-down over another table, which stores its key
+        Code,     ///< drop-down of fixed codes, of which one is stored
         Choice,   ///< a record picked in a dialog, of which the key is stored
         Category,
         Flag
@@ -36,6 +37,9 @@ struct RegisterField
     ChoiceSpec choice = {};                     ///< Choice: what it has beside name, label and column
     CategoryTable categories = {};              ///< Category
     bool (*isRight)(const QString &) = nullptr; ///< Text that is not empty and fails: asked about before the save
+    QString doubt = {};               ///< what is said of such text, ends with a full stop; the usual words while empty
+    QString help = {};                ///< shown while the pointer rests on the control
+    QList<core::CodeText> codes = {}; ///< Code
 };
 
 /// Fields that stand together in a box with a title; without one they fill the page.

@@ -1,5 +1,6 @@
 #include "host/FirmFields.h"
 #include "host/HostCommands.h"
+#include "host/InvoiceCodes.h"
 #include "host/TaxCodes.h"
 #include "host/registers/Registers.h"
 #include "platform/core/NumberReader.h"
@@ -94,6 +95,8 @@ QStringList misplaced(QWidget *form, const ui::RegisterSpec &spec, data::Connect
 
 } // namespace
 
+using IsRight = bool (*)(const QString &);
+
 class TestRegisters : public QObject
 {
     Q_OBJECT
@@ -104,6 +107,9 @@ private Q_SLOTS:
     void whatIsUsedStaysAndSaysWhere();
     void taxCodes_data();
     void taxCodes();
+    void invoiceCodes_data();
+    void invoiceCodes();
+    void doubtfulCodesAreAskedAbout();
     void firmFieldsAreColumns();
     void categoryNeverMovesIntoItself();
 };
@@ -207,6 +213,65 @@ void TestRegisters::taxCodes()
     QFETCH(QString, text);
     QTEST(host::isVatNumber(text), "vatNumber");
     QTEST(host::isTaxCode(text), "taxCode");
+}
+
+void TestRegisters::invoiceCodes_data()
+{
+    QTest::addColumn<IsRight>("isRight");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("right");
+    QTest::newRow("recipient") << &host::isRecipientCode << u"M5UXCR1"_s << true;
+    QTest::newRow("recipient of an office") << &host::isRecipientCode << u"UF1234"_s << false;
+    QTest::newRow("recipient, small letters") << &host::isRecipientCode << u"m5uxcr1"_s << false;
+    QTest::newRow("country") << &host::isCountryCode << u"DE"_s << true;
+    QTest::newRow("no country") << &host::isCountryCode << u"QX"_s << false;
+    QTest::newRow("country in words") << &host::isCountryCode << u"Italia"_s << false;
+    QTest::newRow("account") << &host::isIban << u"IT60 X054 2811 1010 0000 0123 456"_s << true;
+    QTest::newRow("account abroad") << &host::isIban << u"DE89370400440532013000"_s << true;
+    QTest::newRow("digits changed over") << &host::isIban << u"IT60X0542811101000000123465"_s << false;
+    QTest::newRow("mail") << &host::isMailAddress << u"ditta.srl@pec.example"_s << true;
+    QTest::newRow("mail without a place") << &host::isMailAddress << u"ditta@pec"_s << false;
+    QTest::newRow("two addresses") << &host::isMailAddress << u"a@pec.example, b@pec.example"_s << false;
+}
+
+void TestRegisters::invoiceCodes()
+{
+    QFETCH(IsRight, isRight);
+    QFETCH(QString, text);
+    QTEST(isRight(text), "right");
+}
+
+// What the electronic invoice takes from the company: chosen and typed as a user does, asked about where it looks
+// wrong, and a code that no list knows stays until another one is chosen.
+void TestRegisters::doubtfulCodesAreAskedAbout()
+{
+    test::Workplace workplace;
+    workplace.database().execute(u"UPDATE AZIENDA SET REGIMEFISCALE = 'RF03'"_s);
+    const auto stored = [&workplace] {
+        return workplace.lines(u"SELECT REGIMEFISCALE, IBAN, CAST(CAPITALESOCIALE AS INTEGER) FROM AZIENDA"_s).value(0);
+    };
+    auto *form = qobject_cast<ui::RegisterEntry *>(workplace.commands().openForm(u"actAzienda"_s));
+    auto *iban = test::control<QLineEdit>(form, u"txtIban"_s);
+    QTest::keyClick(iban, Qt::Key_A, Qt::ControlModifier);
+    test::type(iban, u"it60x0542811101000000123465"_s);
+    const QString doubt = u"IBAN: le cifre di controllo non corrispondono.\n\rSalvare comunque?"_s;
+    workplace.messages.expectQuestion(doubt, core::Answer::No);
+    QVERIFY(!form->saveRecord());
+    workplace.messages.expectQuestion(doubt, core::Answer::Yes);
+    QVERIFY(form->saveRecord());
+    QCOMPARE(stored(), u"RF03|IT60X0542811101000000123465|100000"_s);
+    auto *regime = test::control<QComboBox>(form, u"txtRegimeFiscale"_s);
+    QCOMPARE(regime->currentText(), u"RF03"_s);
+    QTest::keyClick(regime, Qt::Key_Home);
+    QTest::keyClick(regime, Qt::Key_Down);
+    QTest::keyClick(regime, Qt::Key_Down);
+    workplace.messages.expectQuestion(doubt, core::Answer::Yes);
+    QVERIFY(form->saveRecord());
+    QVERIFY2(stored().startsWith(u"RF02|"), qPrintable(stored()));
+    form->openRecord(form->IdRecord());
+    QCOMPARE(regime->findText(u"RF03"_s), -1);
+    QCOMPARE(regime->currentText(), u"RF02 - Contribuenti minimi (L. 244/2007)"_s);
+    QVERIFY(!form->Modified());
 }
 
 // A column comes from a step that never changes, so it is told beside the field's declaration: both must agree.

@@ -19,7 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString current = u"1.0.0"_s;
+const QString firstRelease = u"1.0.0"_s;
+const QString current = u"1.1.0"_s;
 
 /// Steps as they may come: a column, a table with its first row, a change of what is stored.
 QList<schema::Step> stepsToCome()
@@ -30,17 +31,17 @@ QList<schema::Step> stepsToCome()
                {.object = host,
                 .fromVersion = current,
                 .statements = {u"ALTER TABLE CLIENTI ADD PROVA VARCHAR(7) DEFAULT 'no' NOT NULL"_s},
-                .toVersion = u"1.1.0"_s},
+                .toVersion = u"9.1.0"_s},
                {.object = host,
-                .fromVersion = u"1.1.0"_s,
+                .fromVersion = u"9.1.0"_s,
                 .statements =
                     {u"CREATE TABLE PROVE(IDPROVA INTEGER NOT NULL, CONSTRAINT PK_PROVE PRIMARY KEY(IDPROVA))"_s,
                      u"CREATE INDEX IX1_PROVE ON PROVE COMPUTED BY (IDPROVA + 1)"_s},
-                .toVersion = u"1.2.0"_s},
+                .toVersion = u"9.2.0"_s},
                {.object = host,
-                .fromVersion = u"1.2.0"_s,
+                .fromVersion = u"9.2.0"_s,
                 .statements = {u"INSERT INTO PROVE VALUES(7)"_s},
-                .toVersion = u"1.3.0"_s,
+                .toVersion = u"9.3.0"_s,
                 .action = [](data::Connection &connection) { connection.run(u"UPDATE CLIENTI SET PROVA = 'sì'"_s); }},
            };
 }
@@ -177,18 +178,16 @@ void TestHostUpgrade::firstReleaseEndsLikeANewDatabase()
     QCOMPARE(found.size(), expected.size());
 
     const QStringList copies = copiesIn(firm.folder.path());
-    QCOMPARE(copies.size(), withStepsToCome ? 1 : 0);
+    QCOMPARE(copies.size(), 1);
     firm.connection.close();
     // A second start does nothing.
     host::upgradeHost(firm.address(), steps);
     QCOMPARE(copiesIn(firm.folder.path()), copies);
-    if (!withStepsToCome)
-        return;
     data::Connection copy;
     copy.setConnectionString(data::nativeConnectionString(fileAddress(firm.folder.filePath(copies.first()))));
     copy.open();
     QCOMPARE(contentOf(copy, firm.queries), firm.content);
-    QCOMPARE(schema::recordedVersions(copy).value(u"CORVANE"_s), current);
+    QCOMPARE(schema::recordedVersions(copy).value(u"CORVANE"_s), firstRelease);
 }
 
 void TestHostUpgrade::upgradeInterruptedAnywhereGoesOn()
@@ -242,7 +241,7 @@ void TestHostUpgrade::newerDatabaseIsRefused()
     other.setVersion(u"FATT_ACC"_s, u"9.0.0"_s);
     QCOMPARE(host::databaseProblem(other.address()), QString());
     host::upgradeHost(other.address());
-    QCOMPARE(copiesIn(other.folder.path()), QStringList());
+    QCOMPARE(host::databaseProblem(other.address()), QString());
 }
 
 void TestHostUpgrade::copiesAreFewAndOneForEachState()
