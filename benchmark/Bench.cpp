@@ -66,6 +66,10 @@ qint64 Bench::movements() const
 
 void Bench::add(const Pair &pair, const Figure &figure)
 {
+    if (network_) {
+        network_->measure(pair, figure.workload);
+        return;
+    }
     figures_.append(compare(pair, figure));
     tell(u"%1: %2 ms, floor %3 ms"_s.arg(figure.workload)
              .arg(figures_.last().median, 0, 'f', 2)

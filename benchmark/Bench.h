@@ -2,6 +2,7 @@
 #include "benchmark/Bare.h"
 #include "benchmark/BenchData.h"
 #include "benchmark/Measure.h"
+#include "benchmark/Network.h"
 #include "benchmark/Program.h"
 
 #include <QTemporaryDir>
@@ -17,6 +18,8 @@ public:
 
     /// Fills the database by halves and measures at both; returns the text of all tables.
     QString run();
+    /// Measures on a server instead, at several delays of its answers; returns the text of the table.
+    QString runOverNetwork();
 
     const DataSize size;
     Program &program() const { return *program_; }
@@ -31,6 +34,7 @@ private:
     void createDatabase();
     void fill(int first, int last);
     void measureStart();
+    void measureLogin();
     void measureGrowing();
     void restart();
     bool isWanted(const QString &group) const;
@@ -39,6 +43,7 @@ private:
     QTemporaryDir folder_;
     QStringList wanted_;
     data::DatabaseAddress address_;
+    std::unique_ptr<Network> network_; // only while measuring over it
     std::unique_ptr<Program> program_;
     std::unique_ptr<Bare> bare_;
     QList<Figure> figures_;
@@ -47,6 +52,7 @@ private:
 // Groups of workloads.
 void measureSaves(Bench &bench);
 void measureOpening(Bench &bench);
+void measureArticleRow(Bench &bench);
 void measureKeySearches(Bench &bench);
 void measureInventories(Bench &bench);
 void measureLevelReports(Bench &bench);

@@ -183,6 +183,18 @@ void measureOpening(Bench &bench)
                .milliseconds = true});
 }
 
+// The dialog still shows the article from the search before, so that only the row itself is measured.
+void measureArticleRow(Bench &bench)
+{
+    auto &form = bench.program().form<TMMGInserimentoDocumento>(deliveryNote().action);
+    form.NuovoRecord();
+    const QString code = articleCode(1);
+    bench.program().choose(form, u"actAggiungiArticolo"_s, code, code);
+    bench.add({.program = [&] { bench.program().choose(form, u"actAggiungiArticolo"_s, code); }},
+              {.workload = u"one article row"_s});
+    bench.program().forget(deliveryNote().action);
+}
+
 void measureKeySearches(Bench &bench)
 {
     const int first = bench.firstKey(u"ANA_MAGA"_s, u"IDANA_MAGA"_s);

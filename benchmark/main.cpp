@@ -1,4 +1,4 @@
-// Measures the program on the data of a busy firm: magazzino_bench [S|L] [GROUP...]
+// Measures the program on the data of a busy firm: magazzino_bench [S|L|net] [GROUP...]
 #include "benchmark/Bench.h"
 
 #include "host/Application.h"
@@ -35,13 +35,13 @@ bool write(const QString &path, const QString &text)
 
 int measure(const QStringList &arguments)
 {
-    const bool isSmall = arguments.value(1) == u"S";
-    bench::Bench bench(isSmall ? bench::small : bench::large, arguments.mid(2));
+    const QString kind = arguments.value(1, u"L"_s);
+    bench::Bench bench(kind == u"L" ? bench::large : bench::small, arguments.mid(2));
     const QString text = u"%1, %2, %3\n"_s.arg(QDateTime::currentDateTime().toString(Qt::ISODate), processor(),
                                                arguments.mid(1).join(u' ')) +
-                         bench.run();
+                         (kind == u"net" ? bench.runOverNetwork() : bench.run());
     std::printf("%s", qUtf8Printable(text));
-    const QString path = QDir::current().absoluteFilePath(u"bench-results-%1.txt"_s.arg(isSmall ? u"S"_s : u"L"_s));
+    const QString path = QDir::current().absoluteFilePath(u"bench-results-%1.txt"_s.arg(kind));
     if (!write(path, text)) {
         std::fprintf(stderr, "Cannot write %s\n", qUtf8Printable(path));
         return 1;

@@ -42,6 +42,8 @@ LAYERS = {
     "benchmark/BenchData": (["platform", "host", "benchmark/BenchData"], ["Core"]),
     # The least work that gives the same result is done with the database driver alone.
     "benchmark/Bare": (["platform/core", "platform/data", "benchmark/Bare"], ["Core", "Sql"]),
+    "benchmark/Network": (["platform", "benchmark", "tests/support/FirebirdServer", "tests/support/SlowLink"],
+                          ["Core"]),
     "benchmark": (["platform", "host", "magazzino", "benchmark"], WIDGETS),
 }
 
@@ -68,8 +70,8 @@ RESERVED = [
     (re.compile(r"\bQEventLoop\b|\bprocessEvents\b"),
      ["tests/support/Controls", "benchmark/Program.cpp", "platform/ui/WaitWindow.cpp"],
      "events are handled by the program's main loop, by the window that is there before it, and the tests' settle()"),
-    # For a file that another program holds just now, and before the program's first window.
-    (re.compile(r"\b(QThread::)?[mu]?sleep(_for|_until)?\("), ["platform/core/Settings.cpp", "platform/ui/WaitWindow.cpp", "host/start/StartTurn.cpp"],
+    # For a file that another program holds just now, before the program's first window, and a link's delay in threads.
+    (re.compile(r"\b(QThread::)?[mu]?sleep(_for|_until)?\("), ["platform/core/Settings.cpp", "platform/ui/WaitWindow.cpp", "host/start/StartTurn.cpp", "tests/support/SlowLink.cpp"],
      "a program with windows does not sleep"),
     (re.compile(r"\bnew Q(LineEdit|ComboBox|(Date|Time|DateTime)Edit)\("), [], "inputs are those of platform/ui"),
     (re.compile(r"\bnew Q(Double)?SpinBox\("), ["host/ui"], "inputs are those of platform/ui"),

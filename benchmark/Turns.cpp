@@ -1,0 +1,53 @@
+// The workloads whose waits a network decides.
+#include "benchmark/Bench.h"
+
+#include "host/users/Users.h"
+#include "platform/core/Error.h"
+#include "platform/data/Connection.h"
+
+using namespace Qt::StringLiterals;
+
+namespace bench {
+
+// From the names offered to the main window, which connects anew.
+void Bench::measureLogin()
+{
+    add({.program =
+             [this] {
+                 data::Connection connection;
+                 connection.setConnectionString(data::nativeConnectionString(address_));
+                 connection.open();
+                 const QString name = host::activeUsers(connection).value(0);
+                 if (host::authenticate(name, {}, connection).isEmpty())
+                     throw core::Error(u"Not let in: "_s + name);
+                 program_ = std::make_unique<Program>(address_);
+             },
+         .prepare = [this] { program_.reset(); }},
+        {.workload = u"login, up to the main window"_s});
+}
+
+QString Bench::runOverNetwork()
+{
+    network_ = std::make_unique<Network>();
+    address_ = network_->address();
+    createDatabase();
+    fill(1, size.documents);
+    if (isWanted(u"saves"_s))
+        measureSaves(*this);
+    if (isWanted(u"opening"_s))
+        measureOpening(*this);
+    if (isWanted(u"row"_s))
+        measureArticleRow(*this);
+    if (isWanted(u"keys"_s))
+        measureKeySearches(*this);
+    if (isWanted(u"lists"_s))
+        measureLists(*this);
+    if (isWanted(u"start"_s))
+        measureStart();
+    if (isWanted(u"login"_s))
+        measureLogin();
+    program_.reset();
+    return network_->table();
+}
+
+} // namespace bench
