@@ -1,7 +1,7 @@
 #include "host/FirmFields.h"
-#include "magazzino/MMGUtils.h"
+#include "magazzino/MMGUtils_insiemi.h"
 #include "platform/core/Error.h"
-#include "platform/data/Connection.h"
+#include "platform/data/Latest.h"
 #include "platform/data/SqlText.h"
 
 #include <variant>
@@ -44,22 +44,59 @@ struct Query
     QVariant value;
 };
 
+template <typename Record>
+QStringList columnsOf(const Fields<Record> &fields)
+{
+    QStringList columns;
+    for (const Field<Record> &field : fields)
+        columns.append(field.column.toString());
+    return columns;
+}
+
+template <typename Record>
+Record recordOf(const data::Rows &rows, qsizetype row, const Fields<Record> &fields)
+{
+    Record record;
+    for (const Field<Record> &field : fields) {
+        const QVariant &value = rows.at(row, field.column);
+        std::visit([&](auto member) { assign(record.*member, value, field.nullInteger); }, field.member);
+    }
+    return record;
+}
+
 /// The first row of `query` through `fields`; a record as constructed when there is none.
 template <typename Record>
 Record readRecord(const Query &query, const Fields<Record> &fields)
 {
-    Record record;
-    QStringList columns;
-    for (const Field<Record> &field : fields)
-        columns.append(field.column.toString());
-    const data::Rows rows = ModuleConnection().run(data::limitedTo(columns, query.sql), {query.value});
-    if (rows.isEmpty())
-        return record;
-    for (const Field<Record> &field : fields) {
-        const QVariant &value = rows.at(0, field.column);
-        std::visit([&](auto member) { assign(record.*member, value, field.nullInteger); }, field.member);
+    const data::Rows rows =
+        data::latest(ModuleConnection(), data::limitedTo(columnsOf(fields), query.sql), {query.value});
+    return rows.isEmpty() ? Record() : recordOf(rows, 0, fields);
+}
+
+/// The rows with these keys that exist, some at a time; keys from 1.
+template <typename Record>
+QHash<int, Record> readRecords(const QString &table, const QString &key, const QSet<int> &ids,
+                               const Fields<Record> &fields)
+{
+    constexpr qsizetype keysPerQuery = 10;
+    const QString query = data::limitedTo(
+        columnsOf(fields),
+        u"SELECT * FROM %1 WHERE %2 IN (%3)"_s.arg(table, key, QStringList(keysPerQuery, u"?"_s).join(u", "_s)));
+    QVariantList keys;
+    for (const int id : ids) {
+        if (id > 0)
+            keys.append(id);
     }
-    return record;
+    // Full groups, so that it is always the same statement.
+    while (keys.size() % keysPerQuery != 0)
+        keys.append(keys.constLast());
+    QHash<int, Record> records;
+    for (qsizetype first = 0; first < keys.size(); first += keysPerQuery) {
+        const data::Rows rows = data::latest(ModuleConnection(), query, keys.mid(first, keysPerQuery));
+        for (qsizetype row = 0; row < rows.size(); ++row)
+            records.insert(rows.integer(row, key), recordOf(rows, row, fields));
+    }
+    return records;
 }
 
 Query byKey(const QString &table, const QString &key, int id)
@@ -67,9 +104,22 @@ Query byKey(const QString &table, const QString &key, int id)
     return {u"SELECT * FROM %1 WHERE %2=?"_s.arg(table, key), id};
 }
 
+Fields<TCodiceTesto> pairFields(QStringView key, QStringView text)
+{
+    return {{key, &TCodiceTesto::id}, {text, &TCodiceTesto::testo}};
+}
+
 TCodiceTesto readPair(const QString &table, const QString &key, const QString &text, int id)
 {
-    return readRecord<TCodiceTesto>(byKey(table, key, id), {{key, &TCodiceTesto::id}, {text, &TCodiceTesto::testo}});
+    return readRecord(byKey(table, key, id), pairFields(key, text));
+}
+
+Fields<TAliquotaIVA> aliquotaFields()
+{
+    return {{u"IDALIQUOTA_IVA", &TAliquotaIVA::id},
+            {u"CODICE", &TAliquotaIVA::codice},
+            {u"DESCRIZIONE", &TAliquotaIVA::descrizione},
+            {u"ALIQUOTA", &TAliquotaIVA::aliquota}};
 }
 
 template <typename Record>
@@ -109,11 +159,12 @@ TArticolo GetArticolo(int id)
 
 TAliquotaIVA GetAliquotaIVA(int id)
 {
-    return readRecord<TAliquotaIVA>(byKey(u"ALIQUOTE_IVA"_s, u"IDALIQUOTA_IVA"_s, id),
-                                    {{u"IDALIQUOTA_IVA", &TAliquotaIVA::id},
-                                     {u"CODICE", &TAliquotaIVA::codice},
-                                     {u"DESCRIZIONE", &TAliquotaIVA::descrizione},
-                                     {u"ALIQUOTA", &TAliquotaIVA::aliquota}});
+    return readRecord(byKey(u"ALIQUOTE_IVA"_s, u"IDALIQUOTA_IVA"_s, id), aliquotaFields());
+}
+
+QHash<int, TAliquotaIVA> GetAliquoteIVA(const QSet<int> &ids)
+{
+    return readRecords(u"ALIQUOTE_IVA"_s, u"IDALIQUOTA_IVA"_s, ids, aliquotaFields());
 }
 
 TCodiceTesto GetUM(int id)
@@ -190,6 +241,20 @@ TCodiceTesto GetCategoriaServizio(int id)
     });
 }
 
+QHash<int, TCodiceTesto> GetCategorieAnaMaga(const QSet<int> &ids)
+{
+    return readRecords(u"CATEGORIE_ANA_MAGA"_s, u"IDCATEGORIA_ANA_MAGA"_s, ids,
+                       pairFields(u"IDCATEGORIA_ANA_MAGA", u"CATEGORIA"));
+}
+
+QHash<int, TCodiceTesto> GetCategorieServizi(const QSet<int> &ids)
+{
+    return core::namingErrors(u"GetCategoriaServizio", [&] {
+        return readRecords(u"CATEGORIE_SERVIZI"_s, u"IDCATEGORIA_SERVIZI"_s, ids,
+                           pairFields(u"IDCATEGORIA_SERVIZI", u"CATEGORIA"));
+    });
+}
+
 TVettore GetVettore(int id)
 {
     return core::namingErrors(u"GetVettore", [&] {
@@ -201,8 +266,8 @@ TVettore GetVettore(int id)
 QString GetNotaDocumento(int id)
 {
     return core::namingErrors(u"GetNotaDocumento", [&] {
-        const data::Rows rows = ModuleConnection().select(u"SELECT * FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI = "_s +
-                                                          QString::number(id));
+        const data::Rows rows = data::latest(
+            ModuleConnection(), u"SELECT * FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI = "_s + QString::number(id));
         return rows.isEmpty() ? QString() : rows.text(0, u"TESTO");
     });
 }

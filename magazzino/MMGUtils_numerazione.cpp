@@ -1,6 +1,6 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/documents/DocumentKind.h"
-#include "platform/data/Connection.h"
+#include "platform/data/Latest.h"
 
 #include <algorithm>
 
@@ -16,7 +16,7 @@ QString highestNumber(const QString &table, int anno)
 // One past the highest of all rows; a year without documents gives a null maximum, which reads as 0.
 int nextNumber(const QString &sql)
 {
-    const data::Rows rows = ModuleConnection().select(sql);
+    const data::Rows rows = data::latest(ModuleConnection(), sql);
     int highest = 0;
     for (qsizetype row = 0; row < rows.size(); ++row)
         highest = std::max(highest, rows.integer(row, u"NUMERO"));

@@ -3,8 +3,8 @@
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
-#include "platform/data/Connection.h"
 #include "platform/data/DataSet.h"
+#include "platform/data/Latest.h"
 #include "platform/data/SqlText.h"
 
 using namespace Qt::StringLiterals;
@@ -28,7 +28,7 @@ bool GetOptionValue(const QString &option, QVariant &value)
 {
     return swallowing(u"GetOptionValue OPZIONI"_s, [&] {
         const data::Rows rows =
-            ModuleConnection().select(u"SELECT VALORE FROM OPZIONI WHERE OPZIONE="_s + data::quoted(option));
+            data::latest(ModuleConnection(), u"SELECT VALORE FROM OPZIONI WHERE OPZIONE="_s + data::quoted(option));
         if (rows.isEmpty())
             return false;
         value = rows.at(0, u"VALORE");

@@ -1,7 +1,7 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/documents/DocumentKind.h"
 #include "platform/core/Error.h"
-#include "platform/data/Connection.h"
+#include "platform/data/Latest.h"
 #include "platform/data/SqlText.h"
 
 using namespace Qt::StringLiterals;
@@ -15,24 +15,27 @@ bool countsAny(const data::Rows &rows)
 
 bool numberExists(const DocumentKind &kind, int numero, int anno, int idEscluso)
 {
-    const bool found = countsAny(ModuleConnection().run(
+    const bool found = countsAny(data::latest(
+        ModuleConnection(),
         u"SELECT COUNT(*) AS NUM FROM %1 WHERE NUMERO = ? AND ANNO = ? AND NOT %2=?"_s.arg(kind.table, kind.key),
         {numero, anno, idEscluso}));
     if (kind.numbersTable.isEmpty() || !NumerazioneUnicaFattura())
         return found;
     // The document being edited never stands there, so no key is left out.
-    return countsAny(ModuleConnection().select(
-               u"SELECT COUNT(*) AS NUM FROM %1 WHERE NUMERO = :NUMERO AND ANNO = :ANNO"_s.arg(kind.numbersTable),
-               {{u"NUMERO"_s, numero}, {u"ANNO"_s, anno}})) ||
+    return countsAny(
+               data::latest(ModuleConnection(),
+                            u"SELECT COUNT(*) AS NUM FROM %1 WHERE NUMERO = ? AND ANNO = ?"_s.arg(kind.numbersTable),
+                            {numero, anno})) ||
            found;
 }
 
 // `skip` is the comparison with the key to leave out, up to and with its equals sign.
 bool textExists(const QString &table, const QString &column, const QString &text, const QString &skip, int idEscluso)
 {
-    return countsAny(ModuleConnection().run(u"SELECT COUNT(*) AS NUM FROM %1 WHERE UPPER(%2) = "_s.arg(table, column) +
-                                                data::inCapitals() + u" AND NOT "_s + skip + u'?',
-                                            {data::searchedText(text), idEscluso}));
+    return countsAny(data::latest(ModuleConnection(),
+                                  u"SELECT COUNT(*) AS NUM FROM %1 WHERE UPPER(%2) = "_s.arg(table, column) +
+                                      data::inCapitals() + u" AND NOT "_s + skip + u'?',
+                                  {data::searchedText(text), idEscluso}));
 }
 
 } // namespace

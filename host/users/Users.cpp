@@ -5,6 +5,7 @@
 #include "platform/core/Format.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
+#include "platform/data/Latest.h"
 #include "platform/data/SqlText.h"
 
 using namespace Qt::StringLiterals;
@@ -15,14 +16,14 @@ namespace {
 
 data::Rows userRow(const QString &userName, data::Connection &connection)
 {
-    return connection.run(u"SELECT * FROM UTENTI WHERE UPPER(USER_NAME) = "_s + data::inCapitals(),
-                          {data::searchedText(userName.trimmed())});
+    return data::latest(connection, u"SELECT * FROM UTENTI WHERE UPPER(USER_NAME) = "_s + data::inCapitals(),
+                        {data::searchedText(userName.trimmed())});
 }
 
 QStringList userNames(const QString &condition, data::Connection &connection)
 {
     const data::Rows rows =
-        connection.select(u"SELECT USER_NAME FROM UTENTI WHERE %1 ORDER BY UPPER(USER_NAME)"_s.arg(condition));
+        data::latest(connection, u"SELECT USER_NAME FROM UTENTI WHERE %1 ORDER BY UPPER(USER_NAME)"_s.arg(condition));
     QStringList names;
     for (qsizetype row = 0; row < rows.size(); ++row)
         names.append(rows.text(row, u"USER_NAME"));

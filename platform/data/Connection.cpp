@@ -4,9 +4,11 @@
 #include "platform/data/ConnectionString.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/Driver.h"
+#include "platform/data/Latest.h"
 #include "platform/data/SqlText.h"
 
 #include <QRegularExpression>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +21,9 @@ bool isQuery(const QString &sql)
     static const QRegularExpression query(u"^\\s*(SELECT|WITH)\\b"_s, QRegularExpression::CaseInsensitiveOption);
     return query.match(sql).hasMatch();
 }
+
+// Of the statement that runs. Background work has connections in threads of its own.
+thread_local View view = View::OneMoment;
 
 bool isChange(const QString &sql)
 {
@@ -119,7 +124,7 @@ Statement &Connection::statement(const QString &sql, std::unique_ptr<Statement> 
         if (const auto it = statements_.find(sql); it != statements_.end())
             return *it->second;
     }
-    std::unique_ptr<Statement> prepared = driver_->prepare(sql);
+    std::unique_ptr<Statement> prepared = driver_->prepare(sql, view);
     if (inTransaction_)
         return *statements_.emplace(sql, std::move(prepared)).first->second;
     shortLived = std::move(prepared);
@@ -155,9 +160,8 @@ void Connection::execute(const QString &sql)
     }
     prepareFor(sql);
     noting([&] {
-        const std::unique_ptr<Statement> once = driver_->prepare(sql);
-        once->execute({});
-        affectedRows_ = isChange(sql) ? once->affectedRows() : 0;
+        affectedRows_ = 0;
+        driver_->executeOnce(sql);
     });
 }
 
@@ -194,7 +198,7 @@ void Connection::forEach(const QString &sql, const std::function<void(QVariantLi
 {
     prepareFor(sql);
     noting([&] {
-        const std::unique_ptr<Statement> once = driver_->prepare(sql);
+        const std::unique_ptr<Statement> once = driver_->prepare(sql, View::OneMoment);
         once->execute({});
         for (QVariantList values; once->next(values);)
             row(std::move(values));
@@ -203,7 +207,14 @@ void Connection::forEach(const QString &sql, const std::function<void(QVariantLi
 
 int Connection::lastGeneratorValue(const QString &generator)
 {
-    return select(u"SELECT GEN_ID(%1, 0) AS VALORE FROM RDB$DATABASE"_s.arg(generator)).integer(0, u"VALORE");
+    return latest(*this, u"SELECT GEN_ID(%1, 0) AS VALORE FROM RDB$DATABASE"_s.arg(generator)).integer(0, u"VALORE");
+}
+
+Rows latest(Connection &connection, const QString &sql, const QVariantList &values)
+{
+    view = View::Latest;
+    const auto restore = qScopeGuard([] { view = View::OneMoment; });
+    return connection.run(sql, values);
 }
 
 Transaction::~Transaction()

@@ -3,11 +3,134 @@
 #include "platform/core/Decimal.h"
 #include "platform/data/DatabaseError.h"
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
 
 namespace data {
+
+namespace {
+
+// In one statement. Each number of rows is another text to prepare, and all parameters must fit into one message (64
+// kB).
+constexpr qsizetype rowsPerBlock = 5;
+
+QStringList namesOf(const Rows &rows, const QList<int> &columns)
+{
+    QStringList names;
+    for (const int column : columns)
+        names.append(rows.columns()[column].name);
+    return names;
+}
+
+template <typename Change>
+QVariantList valuesOf(const Rows &rows, const Change &change)
+{
+    QVariantList values;
+    for (const int column : change.columns) {
+        const QVariant &value = rows.values(change.row)[column];
+        // A typed null lets the driver bind NULL; an empty but not null text stays empty text.
+        values.append(
+            value.isValid()
+                ? (value.metaType().id() == QMetaType::QString && value.toString().isNull() ? QVariant(u""_s) : value)
+                : QVariant(QMetaType(QMetaType::QString)));
+    }
+    return values;
+}
+
+// What the database tells of a new row: the key first, then what was not set.
+template <typename Change>
+QList<int> givenBack(const Rows &rows, int key, const Change &change)
+{
+    QList<int> given = {key};
+    for (int column = 0; column < rows.columns().size(); ++column) {
+        if (column != key && !change.columns.contains(column))
+            given.append(column);
+    }
+    return given;
+}
+
+template <typename Change>
+void takeBack(Rows &rows, const Change &change, const QList<int> &given, const QVariantList &answer)
+{
+    for (int i = 0; i < given.size(); ++i)
+        rows.mutableValues()[change.row][given[i]] = answer[i];
+}
+
+// How many changes from `first` on are new rows in which the same columns were set.
+template <typename Change>
+qsizetype alike(const QList<Change> &changes, qsizetype first)
+{
+    qsizetype next = first + 1;
+    while (next < changes.size() && next - first < rowsPerBlock && changes[first].insert && changes[next].insert &&
+           changes[next].columns == changes[first].columns)
+        ++next;
+    return next - first;
+}
+
+/// A block that inserts rows and gives back for each what RETURNING gives for one.
+class InsertBlock
+{
+public:
+    InsertBlock(const QString &table, const QStringList &names, const QStringList &given)
+        : table_(table)
+        , names_(names)
+        , given_(given)
+    {
+        for (const QString &column : given)
+            results_.append(typed(u"R_"_s + column, column));
+    }
+
+    void addRow(const QVariantList &values)
+    {
+        QStringList variables;
+        for (const QString &column : names_) {
+            const QString variable = u"P%1"_s.arg(parameters_.size());
+            parameters_.append(typed(variable, column) + u" = ?"_s);
+            variables.append(u':' + variable);
+        }
+        body_ += u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4 INTO :R_%5; SUSPEND; "_s.arg(
+            table_, names_.join(u", "_s), variables.join(u", "_s), given_.join(u", "_s), given_.join(u", :R_"_s));
+        values_ += values;
+    }
+
+    QString sql() const
+    {
+        return u"EXECUTE BLOCK (%1) RETURNS (%2) AS BEGIN %3END"_s.arg(parameters_.join(u", "_s),
+                                                                       results_.join(u", "_s), body_);
+    }
+    const QVariantList &values() const { return values_; }
+
+private:
+    QString typed(const QString &variable, const QString &column) const
+    {
+        return u"%1 TYPE OF COLUMN %2.%3"_s.arg(variable, table_, column);
+    }
+
+    QString table_;
+    QStringList names_;
+    QStringList given_;
+    QStringList results_;
+    QStringList parameters_;
+    QString body_;
+    QVariantList values_;
+};
+
+template <typename Change>
+void insertTogether(Connection &connection, const UpdateTarget &target, Rows &rows, const QList<Change> &changes)
+{
+    const Change &first = changes.constFirst();
+    const QList<int> given = givenBack(rows, rows.indexOf(target.key), first);
+    InsertBlock block(target.table, namesOf(rows, first.columns), namesOf(rows, given));
+    for (const Change &change : changes)
+        block.addRow(valuesOf(rows, change));
+    const Rows answer = connection.run(block.sql(), block.values());
+    for (qsizetype row = 0; row < changes.size(); ++row)
+        takeBack(rows, changes[row], given, answer.values(row));
+}
+
+} // namespace
 
 DataSet::DataSet(Connection *connection, QObject *parent)
     : QObject(parent)
@@ -180,25 +303,21 @@ void DataSet::updateBatch()
     requireOpen();
     post();
     const QList<Change> changes = std::exchange(pending_, {});
-    for (const Change &change : changes)
-        write(change);
+    for (qsizetype first = 0, count = 1; first < changes.size(); first += count) {
+        count = alike(changes, first);
+        if (count > 1 && !target_.key.isEmpty())
+            insertTogether(*connection_, target_, rows_, changes.mid(first, count));
+        else
+            std::for_each_n(changes.begin() + first, count, [this](const Change &change) { write(change); });
+    }
 }
 
 void DataSet::write(const Change &change)
 {
     if (target_.table.isEmpty() || target_.key.isEmpty())
         throw core::Error(u"Il data set è di sola lettura."_s);
-    QStringList names;
-    QVariantList values;
-    for (const int column : change.columns) {
-        names.append(rows_.columns()[column].name);
-        const QVariant &value = rows_.values(change.row)[column];
-        // A typed null lets the driver bind NULL; an empty but not null text stays empty text.
-        values.append(
-            value.isValid()
-                ? (value.metaType().id() == QMetaType::QString && value.toString().isNull() ? QVariant(u""_s) : value)
-                : QVariant(QMetaType(QMetaType::QString)));
-    }
+    const QStringList names = namesOf(rows_, change.columns);
+    QVariantList values = valuesOf(rows_, change);
     if (change.insert) {
         insert(change, names, values);
         return;
@@ -214,20 +333,13 @@ void DataSet::write(const Change &change)
 
 void DataSet::insert(const Change &change, const QStringList &names, const QVariantList &values)
 {
-    QList<int> given = {columnIndex(target_.key)};
-    QStringList givenNames = {target_.key};
-    for (int column = 0; column < rows_.columns().size(); ++column) {
-        if (column != given.constFirst() && !change.columns.contains(column)) {
-            given.append(column);
-            givenNames.append(rows_.columns()[column].name);
-        }
-    }
+    const QList<int> given = givenBack(rows_, columnIndex(target_.key), change);
     const QString marks = QStringList(names.size(), u"?"_s).join(u", "_s);
-    const Rows answer = connection_->run(u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4"_s.arg(
-                                             target_.table, names.join(u", "_s), marks, givenNames.join(u", "_s)),
-                                         values);
-    for (int i = 0; i < given.size(); ++i)
-        rows_.mutableValues()[change.row][given[i]] = answer.values(0)[i];
+    const Rows answer =
+        connection_->run(u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4"_s.arg(
+                             target_.table, names.join(u", "_s), marks, namesOf(rows_, given).join(u", "_s)),
+                         values);
+    takeBack(rows_, change, given, answer.values(0));
 }
 
 } // namespace data

@@ -26,6 +26,13 @@ public:
     virtual int affectedRows() = 0;
 };
 
+/// What a reading outside a transaction sees.
+enum class View
+{
+    OneMoment, ///< all rows as they were when it began
+    Latest     ///< each row as it is when the database comes to it; spares beginning and ending a transaction
+};
+
 /// An open database below Connection, with at most one transaction. Whatever the database refuses throws DatabaseError.
 class Driver
 {
@@ -41,9 +48,11 @@ public:
     virtual void commit() = 0;
     /// Ends the transaction, also after a commit that failed; nothing of it stays.
     virtual void rollback() = 0;
-    /// For the running transaction; without one, for a reading of its own that ends with the statement. A statement
-    /// ends before the transaction in which it was prepared.
-    virtual std::unique_ptr<Statement> prepare(const QString &sql) = 0;
+    /// For the running transaction; without one, for a reading with the given view. A statement ends before the
+    /// transaction in which it was prepared.
+    virtual std::unique_ptr<Statement> prepare(const QString &sql, View view) = 0;
+    /// Runs a command without values in the running transaction; its text is not to be expected again.
+    virtual void executeOnce(const QString &sql) = 0;
 };
 
 /// Opens a database with the driver that its settings name. Throws DatabaseError.

@@ -153,9 +153,14 @@ void OdbcDriver::rollback()
     require(database_.rollback(), database_.lastError(), u"ROLLBACK"_s);
 }
 
-std::unique_ptr<Statement> OdbcDriver::prepare(const QString &sql)
+std::unique_ptr<Statement> OdbcDriver::prepare(const QString &sql, View)
 {
     return std::make_unique<OdbcStatement>(database_, sql);
+}
+
+void OdbcDriver::executeOnce(const QString &sql)
+{
+    OdbcStatement(database_, sql).execute({});
 }
 
 } // namespace data

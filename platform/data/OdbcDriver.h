@@ -16,7 +16,8 @@ public:
     void begin() override;
     void commit() override;
     void rollback() override;
-    std::unique_ptr<Statement> prepare(const QString &sql) override;
+    std::unique_ptr<Statement> prepare(const QString &sql, View view) override;
+    void executeOnce(const QString &sql) override;
 
 private:
     QString name_;

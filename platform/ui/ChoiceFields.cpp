@@ -2,6 +2,7 @@
 
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
+#include "platform/data/Latest.h"
 
 #include <QAbstractItemView>
 #include <QHBoxLayout>
@@ -119,7 +120,7 @@ bool DropDownField::showsStored() const
 
 void DropDownField::fill(data::Connection &connection)
 {
-    const data::Rows rows = connection.select(spec_.sql);
+    const data::Rows rows = data::latest(connection, spec_.sql);
     const int chosen = key();
     const bool untouched = showsStored();
     box_->clear();

@@ -1,6 +1,7 @@
 #include "platform/data/Connection.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/DatabaseError.h"
+#include "platform/data/Latest.h"
 #include "platform/data/SqlText.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
@@ -43,6 +44,8 @@ private Q_SLOTS:
     void rowsBeforeAnErrorAreKept();
     void errorAtTheCommitIsThrown();
     void preparedReadSeesTheLatestRows();
+    void keptStatementsDoNotHinderDefinitions();
+    void rowsWrittenTogetherHoldWhatWasStored();
 
     void uncommittedTransactionIsRolledBack();
     void nestedTransactionIsRefusedAndTheOuterOneLives();
@@ -282,6 +285,43 @@ void TestData::preparedReadSeesTheLatestRows()
         QCOMPARE(number(), 2);
     }
     QCOMPARE(number(), 1);
+}
+
+// A prepared statement holds on to its tables.
+void TestData::keptStatementsDoNotHinderDefinitions()
+{
+    connection_->run(u"INSERT INTO PROVA(TESTO) VALUES(?)"_s, {u"uno"_s});
+    QCOMPARE(data::latest(*connection_, allRows).columns().size(), 8);
+    connection_->execute(u"ALTER TABLE PROVA DROP ORA"_s);
+    QCOMPARE(data::latest(*connection_, allRows).columns().size(), 7);
+    QCOMPARE(connection_->run(allRows).columns().size(), 7);
+    connection_->execute(u"DROP TABLE PROVA"_s);
+    QVERIFY_EXCEPTION_THROWN(data::latest(*connection_, allRows), data::DatabaseError);
+}
+
+// Seven go in two statements; the database gives keys of its own, and texts come back whole whatever their length.
+void TestData::rowsWrittenTogetherHoldWhatWasStored()
+{
+    const QStringList notes = {
+        u"breve"_s, QString(), u""_s, u"è€"_s.repeated(1000), u"è€"_s.repeated(1001), u"x"_s.repeated(40000),
+        u"fine"_s};
+    connection_->run(u"INSERT INTO PROVA(TESTO) VALUES(?)"_s, {u"prima"_s});
+    data::DataSet &set = openSet(u"SELECT * FROM PROVA WHERE ID > 1 ORDER BY ID"_s);
+    for (int row = 0; row < notes.size(); ++row) {
+        set.append();
+        set.setValue(u"ID"_s, 100 + row);
+        set.setValue(u"NOTE"_s, notes[row].isNull() ? QVariant() : QVariant(notes[row]));
+        set.setValue(u"IMPORTO"_s, row == 3 ? QVariant() : QVariant(row + 0.005));
+    }
+    set.updateBatch();
+    const data::Rows written = set.rows();
+    set.requery();
+    QCOMPARE(set.recordCount(), notes.size());
+    for (int row = 0; row < notes.size(); ++row) {
+        QCOMPARE(set.rows().integer(row, u"ID"), row + 2);
+        QCOMPARE(set.rows().values(row), written.values(row));
+        QCOMPARE(set.rows().text(row, u"NOTE"), notes[row]);
+    }
 }
 
 void TestData::uncommittedTransactionIsRolledBack()

@@ -100,6 +100,9 @@ QByteArray parametersOf(Access access)
     case Access::Read:
         add({isc_tpb_read, isc_tpb_concurrency, isc_tpb_nowait});
         break;
+    case Access::ReadLatest:
+        add({isc_tpb_read, isc_tpb_read_committed, isc_tpb_rec_version, isc_tpb_nowait});
+        break;
     }
     return parameters;
 }

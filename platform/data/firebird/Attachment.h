@@ -54,7 +54,8 @@ enum class Access
 {
     Write,       ///< its own view; waits for locked rows as long as waitLimits().lock
     WriteAtOnce, ///< the latest rows; fails at once where it would have to wait
-    Read         ///< its own view, changes nothing
+    Read,        ///< its own view, changes nothing
+    ReadLatest   ///< the latest rows, changes nothing; may stay open without keeping former versions of rows alive
 };
 
 /// A transaction of an attachment as a scope, rolled back unless committed.

@@ -35,6 +35,11 @@ bool isRealNumber(short type)
     return type == SQL_FLOAT || type == SQL_DOUBLE || type == SQL_D_FLOAT;
 }
 
+bool isTextBlob(const XSQLVAR &field)
+{
+    return baseType(field.sqltype) == SQL_BLOB && field.sqlsubtype == isc_blob_text;
+}
+
 template <typename Value>
 Value readAs(const XSQLVAR &field)
 {
@@ -242,6 +247,23 @@ QVariant Descriptor::value(int index, Attachment &attachment, NativeTransaction 
     }
 }
 
+bool Descriptor::hasTextBlobs() const
+{
+    for (int i = 0; i < size(); ++i) {
+        if (isTextBlob(area_->sqlvar[i]))
+            return true;
+    }
+    return false;
+}
+
+QVariant Descriptor::valueUnread(int index, Attachment &attachment, NativeTransaction &transaction) const
+{
+    const XSQLVAR &field = area_->sqlvar[index];
+    const bool isNull = (field.sqltype & 1) && *field.sqlind < 0;
+    return isTextBlob(field) && !isNull ? QVariant::fromValue(readAs<ISC_QUAD>(field))
+                                        : value(index, attachment, transaction);
+}
+
 void Descriptor::bind(const QVariantList &values, Attachment &attachment, NativeTransaction &transaction)
 {
     if (values.size() != size())
@@ -270,6 +292,8 @@ void Descriptor::bindOne(int index, const QVariant &value, Attachment &attachmen
         return put(index, SQL_TYPE_DATE, bytesOf(daysOf(value.toDate())));
     if (type == SQL_TYPE_TIME && value.metaType().id() == QMetaType::QTime)
         return put(index, SQL_TYPE_TIME, bytesOf(fractionsOf(value.toTime())));
+    if (type == SQL_BLOB && value.metaType() == QMetaType::fromType<ISC_QUAD>())
+        return put(index, SQL_BLOB, bytesOf(value.value<ISC_QUAD>()));
     const QByteArray text = value.toString().toUtf8();
     if (type == SQL_BLOB && text.size() > longestText)
         return put(index, SQL_BLOB, bytesOf(writeBlob(text, attachment, transaction)));

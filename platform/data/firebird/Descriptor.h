@@ -29,6 +29,11 @@ public:
     /// What field `index` holds after a fetch; see Rows. Text blobs are read whole. Throws DatabaseError.
     QVariant value(int index, Attachment &attachment, NativeTransaction &transaction) const;
 
+    /// Are there texts among the fields that do not come with the row itself?
+    bool hasTextBlobs() const;
+    /// As value(), but a text blob stays unread: an ISC_QUAD that bind() takes.
+    QVariant valueUnread(int index, Attachment &attachment, NativeTransaction &transaction) const;
+
     /// Puts values into the fields, each as what the field has been described as. What the field does not understand is
     /// handed over as text, which the database converts or refuses. Throws DatabaseError.
     void bind(const QVariantList &values, Attachment &attachment, NativeTransaction &transaction);

@@ -2,7 +2,11 @@
 
 #include "platform/data/DatabaseError.h"
 #include "platform/data/SqlText.h"
-#include "platform/data/firebird/Descriptor.h"
+#include "platform/data/firebird/Blobs.h"
+
+#include <exception>
+
+using namespace Qt::StringLiterals;
 
 namespace data::firebird {
 
@@ -10,178 +14,198 @@ namespace {
 
 constexpr ISC_STATUS behindLastRow = 100;
 
-using Info = unsigned char;
+// Each text blob takes a server three turns to read. These come together; longer ones are rare.
+constexpr int blobsTogether = 20;
+constexpr int longestTogether = 2000; // characters
 
-/// What the database tells about a statement or its last run: numbers behind one-byte names and two-byte lengths.
-int infoNumber(const Info *info, int item)
+// Gives the text of each of its parameters, NULL for those that are too long.
+const QString &textsOfBlobs()
 {
-    while (*info != isc_info_end) {
-        const auto length = static_cast<short>(isc_portable_integer(info + 1, 2));
-        if (*info == item)
-            return static_cast<int>(isc_portable_integer(info + 3, length));
-        info += 3 + length;
-    }
-    return 0;
+    static const QString sql = [] {
+        QStringList parameters;
+        QString body;
+        for (int i = 0; i < blobsTogether; ++i) {
+            parameters.append(u"B%1 BLOB SUB_TYPE TEXT CHARACTER SET UTF8 = ?"_s.arg(i));
+            body += u"T = NULL; IF (CHAR_LENGTH(B%1) <= %2) THEN T = B%1; SUSPEND; "_s.arg(i).arg(longestTogether);
+        }
+        return u"EXECUTE BLOCK (%1) RETURNS (T VARCHAR(%2) CHARACTER SET UTF8) AS BEGIN %3END"_s.arg(
+            parameters.join(u", "_s), QString::number(longestTogether), body);
+    }();
+    return sql;
 }
 
+bool changesRows(const QString &sql)
+{
+    const QString kind = statementKind(sql);
+    return kind.startsWith(u"INSERT") || kind.startsWith(u"UPDATE") || kind.startsWith(u"DELETE");
+}
+
+/// A prepared statement in the transaction that runs it.
 class FirebirdStatement : public Statement
 {
 public:
-    FirebirdStatement(Attachment &attachment, std::shared_ptr<NativeTransaction> transaction, const QString &sql)
+    FirebirdStatement(Attachment &attachment, PreparedStore &store, std::shared_ptr<NativeTransaction> transaction,
+                      const QString &sql)
         : attachment_(attachment)
+        , store_(store)
         , transaction_(std::move(transaction))
-        , sql_(sql)
+        , prepared_(store.take(sql))
     {
-        try {
-            prepare();
-        } catch (const std::exception &) {
-            release(DSQL_drop);
-            throw;
-        }
+        if (!prepared_)
+            prepared_ = std::make_unique<Prepared>(attachment, *transaction_, sql);
     }
 
-    ~FirebirdStatement() override { release(DSQL_drop); }
+    ~FirebirdStatement() override
+    {
+        close();
+        // What has failed may belong to tables that are no longer as they were: next time it is prepared anew.
+        if (!hasFailed_)
+            store_.keep(std::move(prepared_));
+    }
 
-    const QList<Column> &columns() const override { return columns_; }
+    const QList<Column> &columns() const override { return prepared_->columns(); }
     void execute(const QVariantList &values) override;
     bool next(QVariantList &row) override;
-    int affectedRows() override;
+    int affectedRows() override { return prepared_->affectedRows(); }
 
 private:
-    void prepare();
-    void ask(char item, Info *answer, short size);
-    int kind();
-    void release(unsigned short how);
-
-    template <typename Function>
-    void call(Function &&function)
-    {
-        Status status;
-        attachment_.call([&] { function(status); });
-        if (status.failed())
-            status.require(statementKind(sql_));
-    }
+    void close();
+    bool fetch(QVariantList &row);
+    void fetchAhead();
+    void readTexts();
 
     // Names the statement in errors of what does not know it.
     template <typename Function>
-    auto named(Function &&function)
+    auto noting(Function &&function)
     {
         try {
             return function();
         } catch (const DatabaseError &error) {
+            hasFailed_ = true;
             if (!error.context().isEmpty())
                 throw;
-            throw DatabaseError(error.text(), statementKind(sql_), error.refusal());
+            throw DatabaseError(error.text(), prepared_->kindOfStatement(), error.refusal());
         }
     }
 
     Attachment &attachment_;
+    PreparedStore &store_;
     std::shared_ptr<NativeTransaction> transaction_;
-    QString sql_;
-    isc_stmt_handle handle_ = 0;
-    Descriptor parameters_;
-    Descriptor result_;
-    QList<Column> columns_;
-    int kind_ = 0;
+    std::unique_ptr<Prepared> prepared_;
     bool isOpen_ = false; // has a cursor
     bool hasRow_ = false; // the single row of a RETURNING clause waits
+    bool hasFailed_ = false;
+    QList<QVariantList> ahead_;  // fetched already, where texts are read for several rows at once
+    std::exception_ptr failure_; // behind them
 };
 
-void FirebirdStatement::prepare()
+void FirebirdStatement::close()
 {
-    const QByteArray text = sql_.toUtf8();
-    call([&](Status &status) { isc_dsql_allocate_statement(status, attachment_.handle(), &handle_); });
-    call([&](Status &status) {
-        isc_dsql_prepare(status, transaction_->handle(), &handle_, 0, text.constData(), SQL_DIALECT_V6, result_.get());
-    });
-    if (result_.size() > result_.get()->sqln) {
-        result_.reserve(result_.size());
-        call([&](Status &status) { isc_dsql_describe(status, &handle_, SQLDA_VERSION1, result_.get()); });
-    }
-    result_.makeRoom();
-    columns_ = result_.columns();
-    const auto describe = [&](Status &status) {
-        isc_dsql_describe_bind(status, &handle_, SQLDA_VERSION1, parameters_.get());
-    };
-    call(describe);
-    if (parameters_.size() > parameters_.get()->sqln) {
-        parameters_.reserve(parameters_.size());
-        call(describe);
-    }
-    parameters_.makeRoom();
-    kind_ = kind();
-}
-
-void FirebirdStatement::ask(char item, Info *answer, short size)
-{
-    call(
-        [&](Status &status) { isc_dsql_sql_info(status, &handle_, 1, &item, size, reinterpret_cast<char *>(answer)); });
-}
-
-int FirebirdStatement::kind()
-{
-    Info answer[16] = {};
-    ask(isc_info_sql_stmt_type, answer, sizeof answer);
-    return infoNumber(answer, isc_info_sql_stmt_type);
-}
-
-void FirebirdStatement::release(unsigned short how)
-{
-    if (!handle_)
-        return;
-    // Closing a cursor that the engine has closed by itself, or dropping behind a lost connection, changes nothing.
-    Status ignored;
-    attachment_.call([&] { isc_dsql_free_statement(ignored, &handle_, how); });
+    if (isOpen_)
+        prepared_->close();
     isOpen_ = false;
     hasRow_ = false;
+    ahead_.clear();
+    failure_ = nullptr;
 }
 
 void FirebirdStatement::execute(const QVariantList &values)
 {
-    if (isOpen_)
-        release(DSQL_close);
-    named([&] { parameters_.bind(values, attachment_, *transaction_); });
-    XSQLDA *parameters = parameters_.size() > 0 ? parameters_.get() : nullptr;
-    const bool givesOneRow = kind_ == isc_info_sql_stmt_exec_procedure && result_.size() > 0;
-    call([&](Status &status) {
-        if (givesOneRow)
-            isc_dsql_execute2(status, transaction_->handle(), &handle_, SQLDA_VERSION1, parameters, result_.get());
-        else
-            isc_dsql_execute(status, transaction_->handle(), &handle_, SQLDA_VERSION1, parameters);
+    close();
+    noting([&] {
+        Descriptor &bound = prepared_->parameters();
+        bound.bind(values, attachment_, *transaction_);
+        XSQLDA *parameters = bound.size() > 0 ? bound.get() : nullptr;
+        prepared_->call([&](Status &status) {
+            if (prepared_->givesOneRow())
+                isc_dsql_execute2(status, transaction_->handle(), prepared_->handle(), SQLDA_VERSION1, parameters,
+                                  prepared_->result().get());
+            else
+                isc_dsql_execute(status, transaction_->handle(), prepared_->handle(), SQLDA_VERSION1, parameters);
+        });
     });
-    hasRow_ = givesOneRow;
-    isOpen_ = kind_ == isc_info_sql_stmt_select || kind_ == isc_info_sql_stmt_select_for_upd;
+    hasRow_ = prepared_->givesOneRow();
+    isOpen_ = prepared_->hasCursor();
 }
 
 bool FirebirdStatement::next(QVariantList &row)
 {
+    if (!prepared_->result().hasTextBlobs())
+        return fetch(row);
+    if (ahead_.isEmpty() && !failure_)
+        fetchAhead();
+    if (!ahead_.isEmpty()) {
+        row = ahead_.takeFirst();
+        return true;
+    }
+    if (failure_)
+        std::rethrow_exception(std::exchange(failure_, nullptr));
+    return false;
+}
+
+// The rows before one that fails are still handed over.
+void FirebirdStatement::fetchAhead()
+{
+    try {
+        for (QVariantList row; ahead_.size() < blobsTogether && fetch(row);)
+            ahead_.append(row);
+    } catch (const DatabaseError &) {
+        failure_ = std::current_exception();
+    }
+    readTexts();
+}
+
+void FirebirdStatement::readTexts()
+{
+    QList<QVariant *> blobs;
+    for (QVariantList &row : ahead_) {
+        for (QVariant &value : row) {
+            if (value.metaType() == QMetaType::fromType<ISC_QUAD>())
+                blobs.append(&value);
+        }
+    }
+    for (qsizetype first = 0; first < blobs.size(); first += blobsTogether) {
+        const QList<QVariant *> group = blobs.mid(first, blobsTogether);
+        QVariantList ids;
+        for (const QVariant *blob : group)
+            ids.append(*blob);
+        ids.resize(blobsTogether);
+        FirebirdStatement texts(attachment_, store_, transaction_, textsOfBlobs());
+        texts.execute(ids);
+        QVariantList answer;
+        for (QVariant *blob : group) {
+            texts.fetch(answer);
+            *blob = answer[0].isValid()
+                        ? answer[0]
+                        : QString::fromUtf8(readBlob(blob->value<ISC_QUAD>(), attachment_, *transaction_));
+        }
+    }
+}
+
+bool FirebirdStatement::fetch(QVariantList &row)
+{
     if (!isOpen_ && !hasRow_)
         return false;
     hasRow_ = false;
+    const Descriptor &result = prepared_->result();
     if (isOpen_) {
         ISC_STATUS answer = 0;
-        call([&](Status &status) { answer = isc_dsql_fetch(status, &handle_, SQLDA_VERSION1, result_.get()); });
+        noting([&] {
+            prepared_->call([&](Status &status) {
+                answer = isc_dsql_fetch(status, prepared_->handle(), SQLDA_VERSION1, prepared_->result().get());
+            });
+        });
         if (answer == behindLastRow) {
-            release(DSQL_close);
+            prepared_->close();
+            isOpen_ = false;
             return false;
         }
     }
     row.clear();
-    row.reserve(result_.size());
-    for (int i = 0; i < result_.size(); ++i)
-        row.append(named([&] { return result_.value(i, attachment_, *transaction_); }));
+    row.reserve(result.size());
+    for (int i = 0; i < result.size(); ++i)
+        row.append(noting([&] { return result.valueUnread(i, attachment_, *transaction_); }));
     return true;
-}
-
-int FirebirdStatement::affectedRows()
-{
-    Info answer[64] = {};
-    ask(isc_info_sql_records, answer, sizeof answer);
-    if (answer[0] != isc_info_sql_records)
-        return 0;
-    const Info *counts = answer + 3;
-    return infoNumber(counts, isc_info_req_insert_count) + infoNumber(counts, isc_info_req_update_count) +
-           infoNumber(counts, isc_info_req_delete_count);
 }
 
 } // namespace
@@ -208,10 +232,37 @@ void FirebirdDriver::rollback()
     ending->rollback();
 }
 
-std::unique_ptr<Statement> FirebirdDriver::prepare(const QString &sql)
+std::shared_ptr<NativeTransaction> FirebirdDriver::transactionFor(View view)
 {
-    auto transaction = transaction_ ? transaction_ : std::make_shared<NativeTransaction>(attachment_, Access::Read);
-    return std::make_unique<FirebirdStatement>(attachment_, std::move(transaction), sql);
+    if (transaction_)
+        return transaction_;
+    if (view == View::OneMoment)
+        return std::make_shared<NativeTransaction>(attachment_, Access::Read);
+    if (!standing_)
+        standing_ = std::make_shared<NativeTransaction>(attachment_, Access::ReadLatest);
+    return standing_;
+}
+
+std::unique_ptr<Statement> FirebirdDriver::prepare(const QString &sql, View view)
+{
+    return std::make_unique<FirebirdStatement>(attachment_, store_, transactionFor(view), sql);
+}
+
+void FirebirdDriver::executeOnce(const QString &sql)
+{
+    if (!changesRows(sql)) {
+        // Both hold on to the tables that they read.
+        store_.clear();
+        standing_.reset();
+    }
+    const QByteArray text = sql.toUtf8();
+    Status status;
+    attachment_.call([&] {
+        isc_dsql_execute_immediate(status, attachment_.handle(), transaction_->handle(), 0, text.constData(),
+                                   SQL_DIALECT_V6, nullptr);
+    });
+    if (status.failed())
+        status.require(statementKind(sql));
 }
 
 } // namespace data::firebird
