@@ -1,4 +1,4 @@
-#include "magazzino/MMGUtils.h"
+#include "magazzino/MMGUtils_insiemi.h"
 #include "platform/core/Decimal.h"
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
@@ -51,6 +51,14 @@ const QString revaluedColumns =
 constexpr int capitalsColumn = 5;
 constexpr int codeColumn = 6;
 
+// Blanks at the end do not tell codes apart.
+QString trimmedRight(QString text)
+{
+    while (text.endsWith(u' '))
+        text.chop(1);
+    return text;
+}
+
 Movimento movementOf(const QVariantList &row)
 {
     return {.id = row[0].toInt(),
@@ -70,6 +78,40 @@ QList<Movimento> readMovements(const QString &codice)
     for (qsizetype row = 0; row < rows.size(); ++row)
         movements.append(movementOf(rows.values(row)));
     return movements;
+}
+
+// Which codes are one article's.
+QString articleOf(const QString &codice)
+{
+    return data::capitalsOf(trimmedRight(codice));
+}
+
+const QString stockAtDate =
+    u"SELECT SUM(QUANTITA) AS QTA,SUM(VALORE_IMPORTO) AS VALORE"_s + ofArticle + u" AND DATA_MOVIMENTO <= ?"_s;
+
+Giacenza stockOf(const data::Rows &rows, qsizetype row)
+{
+    return {core::toHundredths(rows.number(row, u"QTA")), core::toHundredths(rows.number(row, u"VALORE"))};
+}
+
+// By article. Each answer has the number of its code, since the database compares codes in its own way.
+QHash<QString, Giacenza> readStock(const QStringList &codes, QDate date)
+{
+    constexpr qsizetype codesPerQuery = 10;
+    QHash<QString, Giacenza> stock;
+    for (qsizetype first = 0; first < codes.size(); first += codesPerQuery) {
+        const QStringList group = codes.mid(first, codesPerQuery);
+        QStringList queries;
+        QVariantList values;
+        for (const QString &codice : group) {
+            queries.append(u"SELECT %1 AS NUMERO, S.QTA, S.VALORE FROM (%2) S"_s.arg(queries.size()).arg(stockAtDate));
+            values << data::searchedText(codice) << date;
+        }
+        const data::Rows rows = ModuleConnection().run(queries.join(u" UNION ALL "_s), values);
+        for (qsizetype row = 0; row < rows.size(); ++row)
+            stock.insert(articleOf(group[rows.integer(row, u"NUMERO")]), stockOf(rows, row));
+    }
+    return stock;
 }
 
 bool hasIssues(const QString &codice)
@@ -109,14 +151,6 @@ void writeValue(data::Connection &connection, int id, double valore, double impo
 void logFailure(const std::exception &error)
 {
     core::logError(u"RivalorizzaScarichiMagazzino MOVI_MAGA"_s, error);
-}
-
-// Blanks at the end do not tell codes apart.
-QString trimmedRight(QString text)
-{
-    while (text.endsWith(u' '))
-        text.chop(1);
-    return text;
 }
 
 /// Revalues the issues of all articles in one pass over the movements, given in the order of the codes in capitals and
@@ -192,14 +226,31 @@ void OgniArticolo::write(data::Connection &connection)
 double GetValoreScaricoCostoMedio(const QString &codice, QDate date)
 {
     return core::namingErrors(u"GetValoreScaricoCostoMedio", [&] {
-        const data::Rows rows = ModuleConnection().run(u"SELECT SUM(QUANTITA) AS QTA,SUM(VALORE_IMPORTO) AS VALORE"_s +
-                                                           ofArticle + u" AND DATA_MOVIMENTO <= ?"_s,
-                                                       {data::searchedText(codice), date});
-        if (rows.isEmpty())
-            return 0.0;
-        const Giacenza giacenza = {core::toHundredths(rows.number(0, u"QTA")),
-                                   core::toHundredths(rows.number(0, u"VALORE"))};
-        return giacenza.costoMedio();
+        const data::Rows rows = ModuleConnection().run(stockAtDate, {data::searchedText(codice), date});
+        return rows.isEmpty() ? 0.0 : stockOf(rows, 0).costoMedio();
+    });
+}
+
+void ValutaAlCostoMedio(QList<TMoviMaga> &movimenti, QDate date)
+{
+    core::namingErrors(u"GetValoreScaricoCostoMedio", [&] {
+        QStringList codes;
+        QSet<QString> articles;
+        for (const TMoviMaga &movimento : std::as_const(movimenti)) {
+            if (const QString article = articleOf(movimento.codice); !articles.contains(article)) {
+                articles.insert(article);
+                codes.append(movimento.codice);
+            }
+        }
+        QHash<QString, Giacenza> stock = readStock(codes, date);
+        for (TMoviMaga &movimento : movimenti) {
+            Giacenza &giacenza = stock[articleOf(movimento.codice)];
+            movimento.valore = giacenza.costoMedio();
+            movimento.valoreImporto = movimento.valore * movimento.quantita;
+            // What the columns will hold of it.
+            giacenza.quantita += core::toHundredths(core::roundDecimal(movimento.quantita, 2));
+            giacenza.valore += core::toHundredths(core::roundDecimal(movimento.valoreImporto, 2));
+        }
     });
 }
 

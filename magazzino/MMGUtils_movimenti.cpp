@@ -1,4 +1,4 @@
-#include "magazzino/MMGUtils.h"
+#include "magazzino/MMGUtils_insiemi.h"
 #include "platform/core/Error.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DataSet.h"
@@ -28,6 +28,13 @@ void setColumns(data::DataSet &row, const TMoviMaga &movimento)
     row.setValue(u"NOTE"_s, movimento.note);
 }
 
+void openMovement(data::DataSet &row, int id)
+{
+    row.setUpdateTarget({u"MOVI_MAGA"_s, u"IDMOVI_MAGA"_s});
+    row.setCommandText(u"SELECT * FROM MOVI_MAGA WHERE IDMOVI_MAGA="_s + QString::number(id));
+    row.open();
+}
+
 } // namespace
 
 void AggiornaMoviMaga(TMoviMaga &movimento, bool insert)
@@ -35,10 +42,7 @@ void AggiornaMoviMaga(TMoviMaga &movimento, bool insert)
     core::namingErrors(u"AggiornaMoviMaga", [&] {
         data::Connection &connection = ModuleConnection();
         data::DataSet row(&connection);
-        row.setUpdateTarget({u"MOVI_MAGA"_s, u"IDMOVI_MAGA"_s});
-        row.setCommandText(u"SELECT * FROM MOVI_MAGA WHERE IDMOVI_MAGA="_s +
-                           QString::number(insert ? -1 : movimento.id));
-        row.open();
+        openMovement(row, insert ? -1 : movimento.id);
         if (insert)
             row.append();
         else if (row.isEmpty())
@@ -51,5 +55,25 @@ void AggiornaMoviMaga(TMoviMaga &movimento, bool insert)
         row.updateBatch();
         // Another workstation may have inserted in between; the trigger's key is the one that counts.
         movimento.id = row.integer(u"IDMOVI_MAGA"_s);
+    });
+}
+
+void InserisciMoviMaga(QList<TMoviMaga> &movimenti)
+{
+    if (movimenti.isEmpty())
+        return;
+    core::namingErrors(u"AggiornaMoviMaga", [&] {
+        data::Connection &connection = ModuleConnection();
+        data::DataSet rows(&connection);
+        openMovement(rows, -1);
+        int key = GetLastGeneratorValue(u"GN_IDMOVI_MAGA"_s, connection);
+        for (TMoviMaga &movimento : movimenti) {
+            rows.append();
+            movimento.id = ++key;
+            setColumns(rows, movimento);
+        }
+        rows.updateBatch();
+        for (qsizetype i = 0; i < movimenti.size(); ++i)
+            movimenti[i].id = rows.rows().integer(i, u"IDMOVI_MAGA");
     });
 }

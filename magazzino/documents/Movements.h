@@ -12,6 +12,6 @@ void deleteMovements(const DocumentKind &kind, int id);
 /// Cost per unit (EUR) of the rows that made the document's movements, by row key.
 QHash<int, double> movementCosts(const DocumentKind &kind, int id);
 
-/// Writes the movement of an article row that was stored under `rowKey`. Errors carry "[AggiornaMoviMaga]" or
-/// "[GetValoreScaricoCostoMedio]".
-void writeMovement(const DocumentKind &kind, const DocumentHead &document, const DocumentRow &row, int rowKey);
+/// Writes the movements of article rows, whose `idRiga` is the key that they were stored under. Errors carry
+/// "[AggiornaMoviMaga]" or "[GetValoreScaricoCostoMedio]".
+void writeMovements(const DocumentKind &kind, const DocumentHead &document, const QList<DocumentRow> &rows);

@@ -1,6 +1,6 @@
 #include "magazzino/documents/StoredRows.h"
 
-#include "magazzino/MMGUtils.h"
+#include "magazzino/MMGUtils_insiemi.h"
 #include "magazzino/documents/Movements.h"
 #include "platform/data/DataSet.h"
 
@@ -10,16 +10,39 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What stands in category and rate is copied, so that the document keeps what applied when it was written.
-void takeFromRegisters(DocumentRow &row)
+/// Categories and rates of a document's rows as they are in the registers now.
+struct Registers
 {
-    const int categoryKey = row.idCategoria.value_or(0);
-    const TCodiceTesto category =
-        row.tipo == tipoRiga::articolo ? GetCategoriaAnaMaga(categoryKey) : GetCategoriaServizio(categoryKey);
+    explicit Registers(const QList<DocumentRow> &rows)
+    {
+        QSet<int> articles;
+        QSet<int> services;
+        QSet<int> vatRates;
+        for (const DocumentRow &row : rows) {
+            if (!rowsOfGoods.testFlag(row.type()))
+                continue;
+            (row.tipo == tipoRiga::articolo ? articles : services).insert(row.idCategoria.value_or(0));
+            vatRates.insert(row.idAliquotaIVA.value_or(0));
+        }
+        articleCategories = GetCategorieAnaMaga(articles);
+        serviceCategories = GetCategorieServizi(services);
+        rates = GetAliquoteIVA(vatRates);
+    }
+
+    QHash<int, TCodiceTesto> articleCategories;
+    QHash<int, TCodiceTesto> serviceCategories;
+    QHash<int, TAliquotaIVA> rates;
+};
+
+// What stands in category and rate is copied, so that the document keeps what applied when it was written.
+void takeFromRegisters(const Registers &registers, DocumentRow &row)
+{
+    const auto &categories = row.tipo == tipoRiga::articolo ? registers.articleCategories : registers.serviceCategories;
+    const TCodiceTesto category = categories.value(row.idCategoria.value_or(0));
     const bool hasCategory = category.id > 0;
     row.idCategoria = hasCategory ? std::optional(category.id) : std::nullopt;
     row.categoria = hasCategory ? std::optional(category.testo) : std::nullopt;
-    const TAliquotaIVA rate = GetAliquotaIVA(row.idAliquotaIVA.value_or(0));
+    const TAliquotaIVA rate = registers.rates.value(row.idAliquotaIVA.value_or(0));
     const bool hasRate = rate.id > 0;
     row.idAliquotaIVA = hasRate ? std::optional(rate.id) : std::nullopt;
     row.codiceIVA = hasRate ? std::optional(rate.codice) : std::nullopt;
@@ -27,15 +50,18 @@ void takeFromRegisters(DocumentRow &row)
     row.aliquotaIVA = hasRate ? std::optional(rate.aliquota) : std::nullopt;
 }
 
-/// The row as it is stored: without gaps in its amounts, with category and rate as they are in the registers now.
-DocumentRow completed(DocumentRow row)
+/// The rows as they are stored: without gaps in their amounts, with category and rate as they are in the registers now.
+QList<DocumentRow> completed(QList<DocumentRow> rows)
 {
-    for (const auto amount : {&DocumentRow::costo, &DocumentRow::prezzo, &DocumentRow::sconto, &DocumentRow::quantita,
-                              &DocumentRow::importo})
-        row.*amount = (row.*amount).value_or(0);
-    if (rowsOfGoods.testFlag(row.type()))
-        takeFromRegisters(row);
-    return row;
+    const Registers registers(rows);
+    for (DocumentRow &row : rows) {
+        for (const auto amount : {&DocumentRow::costo, &DocumentRow::prezzo, &DocumentRow::sconto,
+                                  &DocumentRow::quantita, &DocumentRow::importo})
+            row.*amount = (row.*amount).value_or(0);
+        if (rowsOfGoods.testFlag(row.type()))
+            takeFromRegisters(registers, row);
+    }
+    return rows;
 }
 
 DocumentRow readRow(const DocumentKind &kind, const data::DataSet &stored)
@@ -49,19 +75,29 @@ DocumentRow readRow(const DocumentKind &kind, const data::DataSet &stored)
     return row;
 }
 
-void writeRow(const DocumentKind &kind, const DocumentHead &document, const DocumentRow &shown, data::DataSet &stored)
+void setColumns(const DocumentKind &kind, const DocumentHead &document, const DocumentRow &row, data::DataSet &stored)
 {
-    stored.append();
-    stored.setValue(kind.rowKey(), stored.connection()->lastGeneratorValue(kind.rowGenerator()) + 1);
+    stored.setValue(kind.rowKey(), row.idRiga);
     stored.setValue(kind.key, document.id);
-    const DocumentRow row = completed(shown);
     const RowType type = row.type();
     for (const RowColumn &column : kind.storedColumns)
         stored.setValue(column.column, column.types.testFlag(type) ? storedValue(column, row) : QVariant());
+}
+
+// Keys are predicted; the movements point at those that the rows were really given.
+void writeRows(const DocumentKind &kind, const DocumentHead &document, QList<DocumentRow> rows, data::DataSet &stored)
+{
+    int key = stored.connection()->lastGeneratorValue(kind.rowGenerator());
+    for (DocumentRow &row : rows) {
+        stored.append();
+        row.idRiga = ++key;
+        setColumns(kind, document, row, stored);
+    }
     stored.updateBatch();
-    // The movement points at the key that the row was really given.
-    if (type == RowType::Articolo)
-        writeMovement(kind, document, row, stored.integer(kind.rowKey()));
+    for (qsizetype i = 0; i < rows.size(); ++i)
+        rows[i].idRiga = stored.rows().integer(i, kind.rowKey());
+    rows.removeIf([](const DocumentRow &row) { return row.type() != RowType::Articolo; });
+    writeMovements(kind, document, rows);
 }
 
 bool storesCosts(const DocumentKind &kind)
@@ -100,6 +136,6 @@ void rewriteRows(const DocumentKind &kind, const DocumentHead &document, const Q
         stored.open();
     }
     stored.forgetRows();
-    for (const DocumentRow &row : rows)
-        writeRow(kind, document, row, stored);
+    if (!rows.isEmpty())
+        writeRows(kind, document, completed(rows), stored);
 }

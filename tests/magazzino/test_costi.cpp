@@ -1,4 +1,5 @@
-#include "magazzino/MMGUtils.h"
+#include "magazzino/MMGUtils_insiemi.h"
+#include "platform/core/Decimal.h"
 #include "platform/data/DataSet.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
@@ -190,6 +191,45 @@ private Q_SLOTS:
         RivalorizzaScarichiMagazzino(u"ART"_s, false);
         QCOMPARE(db->lines(values).value(first - 1), u"2|14.29|-14.29"_s);
         QCOMPARE(db->lines(values).value(2), before.value(2));
+    }
+
+    // Valued together as one after the other, also where the stock goes through zero and codes differ in their letters.
+    void movementsOfOneSave()
+    {
+        movement(3, 10);
+        movement(1, 7, QDate(2026, 1, 10), u"ALTRO"_s);
+        QList<TMoviMaga> movements;
+        for (const auto &[code, quantity] : {std::pair(u"art"_s, -2.0),
+                                             {u"ALTRO"_s, -0.335},
+                                             {u"ART "_s, -1.0},
+                                             {u"Art"_s, -4.0},
+                                             {u"ART"_s, -1.0},
+                                             {u"MAI"_s, -1.0},
+                                             {u"MAI"_s, -1.0}}) {
+            TMoviMaga next = sample();
+            next.codice = code;
+            next.quantita = quantity;
+            movements.append(next);
+        }
+        const QDate date = sample().dataMovimento;
+        QList<double> expected;
+        {
+            data::Transaction transaction(db->connection());
+            for (TMoviMaga next : std::as_const(movements)) {
+                next.valore = GetValoreScaricoCostoMedio(next.codice, date);
+                next.valoreImporto = next.valore * next.quantita;
+                expected.append(next.valore);
+                AggiornaMoviMaga(next, true);
+            }
+        }
+        QVERIFY(db->lines(values).size() == 2);
+        ValutaAlCostoMedio(movements, date);
+        InserisciMoviMaga(movements);
+        for (int i = 0; i < expected.size(); ++i) {
+            QCOMPARE(movements[i].valore, expected[i]);
+            QCOMPARE(db->lines(u"SELECT QUANTITA FROM MOVI_MAGA WHERE IDMOVI_MAGA = %1"_s.arg(movements[i].id)),
+                     QStringList({QString::number(core::roundDecimal(movements[i].quantita, 2))}));
+        }
     }
 
     void revaluationReadsInsideItsTransaction()
