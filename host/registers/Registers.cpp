@@ -147,6 +147,7 @@ ui::RegisterSpec makeCustomers()
          .column = u"IDTIPO_PAGAMENTO"_s,
          .kind = Kind::Lookup,
          .row = 1,
+         .span = 3,
          .lookupSql = u"SELECT IDTIPO_PAGAMENTO, TIPO_PAGAMENTO AS TESTO FROM TIPI_PAGAMENTO ORDER BY 2"_s});
     groups.append(notes());
     return {.name = u"Clienti"_s,
