@@ -66,7 +66,7 @@ public:
     /// seam for tests: refused statements, other workstations that write in between.
     void setStatementHook(std::function<void(const QString &)> hook) { hook_ = std::move(hook); }
 
-    /// Rows that the last insert, update or delete touched.
+    /// Rows that the last insert, update or delete with bound values touched; 0 after execute() and after a block.
     int affectedRows() const { return affectedRows_; }
 
 private:
