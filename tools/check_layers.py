@@ -35,6 +35,10 @@ LAYERS = {
     "magazzino/schema": (["platform/core", "platform/data", "platform/schema", *HOST_SERVICES, "magazzino/MMGUtils",
                           "magazzino/documents", "magazzino/schema"], ["Core"]),
     "magazzino": (["platform", *HOST_API, "magazzino"], WIDGETS),
+    # A pure function of what is stored; one unit of it reads the database.
+    "magazzino/fatturapa": (["platform/core", "host/InvoiceCodes.h", "host/TaxCodes.h", "magazzino/fatturapa"], ["Core"]),
+    "magazzino/fatturapa/Lettura.": (["platform/core", "platform/data", "magazzino/MMGUtils.h", "magazzino/fatturapa"],
+                                     ["Core"]),
     "tour": (["platform", "host", "tour", *DRIVER], WIDGETS),
     "tests/platform": (["platform", "tests/support", "tests/platform"], TESTS),
     "tests": (["platform", "host", "magazzino", "tests", "benchmark/BenchData.h"], TESTS),

@@ -1,0 +1,295 @@
+#include "host/InvoiceCodes.h"
+#include "host/TaxCodes.h"
+#include "magazzino/fatturapa/Composizione.h"
+#include "magazzino/fatturapa/Testi.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace fatturapa {
+
+namespace {
+
+constexpr qsizetype lunghezzaNome = 80;
+constexpr qsizetype lunghezzaPersona = 60;
+constexpr qsizetype lunghezzaLuogo = 60;
+
+bool isCodice(const QString &testo, const QString &modello)
+{
+    return QRegularExpression(QRegularExpression::anchoredPattern(modello)).match(testo).hasMatch();
+}
+
+QString compatto(const QString &testo)
+{
+    QString lettere = testo.toUpper();
+    return lettere.remove(u' ');
+}
+
+/// The address of a firm, whose columns begin with `prefisso`; `chi` is "dell'azienda".
+struct Sede
+{
+    Luogo luogo;
+    QString prefisso;
+    QString chi;
+};
+
+Indirizzo indirizzoDi(const Record &record, const Sede &sede, const QString &nazione, QList<Riscontro> &riscontri)
+{
+    const auto parte = [&](const QString &colonna, const QString &campo, const QString &nome) {
+        return scrivibile(record.testo(sede.prefisso + colonna), lunghezzaLuogo, {sede.luogo, campo, nome}, riscontri);
+    };
+    Indirizzo indirizzo{.indirizzo = parte(u"INDIRIZZO"_s, u"txtIndirizzo"_s, u"L'indirizzo "_s + sede.chi),
+                        .cap = u"00000"_s,
+                        .comune = parte(u"CITTA"_s, u"txtCitta"_s, u"La città "_s + sede.chi),
+                        .provincia = {},
+                        .nazione = nazione};
+    if (nazione != u"IT")
+        return indirizzo;
+    indirizzo.cap = compatto(record.testo(sede.prefisso + u"CAP"_s));
+    const QString provincia = compatto(record.testo(sede.prefisso + u"PROVINCIA"_s));
+    if (host::isProvinceCode(provincia))
+        indirizzo.provincia = provincia;
+    return indirizzo;
+}
+
+void controllaIndirizzo(const Indirizzo &indirizzo, const Sede &sede, QList<Riscontro> &riscontri)
+{
+    const auto manca = [&](const QString &campo, const QString &testo) {
+        riscontri.append({{}, true, sede.luogo, 0, campo, testo.arg(sede.chi)});
+    };
+    if (indirizzo.indirizzo.isEmpty())
+        manca(u"txtIndirizzo"_s, u"Manca l'indirizzo %1."_s);
+    if (indirizzo.comune.isEmpty())
+        manca(u"txtCitta"_s, u"Manca la città %1."_s);
+    if (!isCodice(indirizzo.cap, u"[0-9]{5}"_s))
+        manca(u"txtCap"_s, u"Il CAP %1 deve avere cinque cifre."_s);
+    if (indirizzo.nazione.isEmpty())
+        manca(sede.luogo == Luogo::Cliente ? u"txtNazioneIso"_s : u"txtNazione"_s,
+              u"La nazione %1 non è riconosciuta: serve il codice di due lettere."_s);
+}
+
+// The number and its country: "IT", or the two letters that stand before it.
+void assegnaPartitaIVA(Soggetto &soggetto, const QString &scritta, const QString &nazione)
+{
+    QString numero = compatto(scritta);
+    soggetto.paese = nazione.isEmpty() ? u"IT"_s : nazione;
+    // Greek numbers begin with EL.
+    const QString lettere = numero.left(2) == u"EL" ? u"GR"_s : numero.left(2);
+    if (numero.size() > 2 && host::isCountryCode(lettere)) {
+        soggetto.paese = lettere;
+        numero.remove(0, 2);
+    }
+    soggetto.partitaIVA = ascii(numero);
+}
+
+QString telefono(const QString &scritto)
+{
+    QString cifre;
+    for (const QChar carattere : scritto) {
+        if (carattere.unicode() < 128 && (carattere.isDigit() || (carattere == u'+' && cifre.isEmpty())))
+            cifre += carattere;
+    }
+    constexpr qsizetype minimo = 5;
+    constexpr qsizetype massimo = 12;
+    return cifre.size() >= minimo && cifre.size() <= massimo ? cifre : QString();
+}
+
+// What the register of companies asks for: all of it, or nothing.
+void componiRea(const Dati &dati, Composizione &composizione)
+{
+    Cedente &cedente = composizione.fattura.cedente;
+    cedente.reaUfficio = compatto(dati.azienda.testo(u"REAUFFICIO"_s));
+    cedente.reaNumero = ascii(dati.azienda.testo(u"REANUMERO"_s));
+    cedente.statoLiquidazione = dati.azienda.testo(u"STATOLIQUIDAZIONE"_s);
+    if (cedente.reaNumero.isEmpty() && cedente.reaUfficio.isEmpty())
+        return;
+    const auto trova = [&](bool manca, const QString &campo, const QString &testo) {
+        if (manca)
+            composizione.riscontri.append({{}, true, Luogo::Azienda, 0, campo, testo});
+    };
+    trova(!host::isProvinceCode(cedente.reaUfficio), u"txtReaUfficio"_s,
+          u"L'ufficio REA dell'azienda si scrive con le due lettere della provincia."_s);
+    trova(cedente.reaNumero.isEmpty(), u"txtReaNumero"_s, u"Manca il numero REA dell'azienda."_s);
+    trova(!host::hasCode(host::liquidationStates(), cedente.statoLiquidazione), u"txtStatoLiquidazione"_s,
+          u"Per l'iscrizione REA serve lo stato di liquidazione dell'azienda."_s);
+    if (const qint64 capitale = dati.azienda.centesimi(u"CAPITALESOCIALE"_s); capitale > 0)
+        cedente.capitaleSociale = capitale;
+}
+
+void componiDestinatario(const Dati &dati, Composizione &composizione)
+{
+    Fattura &fattura = composizione.fattura;
+    fattura.codiceDestinatario = compatto(dati.cliente.testo(u"CODICEDESTINATARIO"_s));
+    if (fattura.cessionario.sede.nazione != u"IT")
+        fattura.codiceDestinatario = u"XXXXXXX"_s;
+    if (!fattura.codiceDestinatario.isEmpty())
+        return;
+    fattura.codiceDestinatario = u"0000000"_s;
+    fattura.pec = dati.cliente.testo(u"PEC"_s);
+    if (!fattura.pec.isEmpty() && !host::isMailAddress(fattura.pec))
+        composizione.riscontri.append(
+            {{}, true, Luogo::Cliente, 0, u"txtPec"_s, u"La PEC del cliente non è un indirizzo di posta."_s});
+    else if (fattura.pec.isEmpty())
+        composizione.riscontri.append({{},
+                                       false,
+                                       Luogo::Cliente,
+                                       0,
+                                       u"txtCodiceDestinatario"_s,
+                                       u"Il cliente non ha né codice destinatario né PEC: troverà la fattura soltanto "
+                                       "nella sua area riservata, e va avvisato."_s});
+}
+
+// Under the name that the invoice keeps, or a person's two names from the register.
+void componiNome(const Dati &dati, Composizione &composizione)
+{
+    Soggetto &cessionario = composizione.fattura.cessionario;
+    const auto nome = [&](const QString &testo, qsizetype massimo, const QString &campo, const QString &chiamato) {
+        return scrivibile(testo, massimo, {Luogo::Cliente, campo, chiamato}, composizione.riscontri);
+    };
+    cessionario.cognome = nome(dati.cliente.testo(u"COGNOMEPERSONA"_s), lunghezzaPersona, u"txtCognomePersona"_s,
+                               u"Il cognome del cliente"_s);
+    cessionario.nome =
+        nome(dati.cliente.testo(u"NOMEPERSONA"_s), lunghezzaPersona, u"txtNomePersona"_s, u"Il nome del cliente"_s);
+    if (!cessionario.cognome.isEmpty() && !cessionario.nome.isEmpty())
+        return;
+    cessionario.cognome.clear();
+    cessionario.nome.clear();
+    cessionario.denominazione = nome(dati.testata.testo(u"CLI_RAGIONESOCIALE"_s), lunghezzaNome, u"txtRagioneSociale"_s,
+                                     u"La ragione sociale del cliente"_s);
+    if (cessionario.denominazione.isEmpty())
+        composizione.riscontri.append(
+            {{}, true, Luogo::Cliente, 0, u"txtRagioneSociale"_s, u"Manca la ragione sociale del cliente."_s});
+}
+
+void controllaCodici(const Dati &dati, Composizione &composizione)
+{
+    const Soggetto &cessionario = composizione.fattura.cessionario;
+    const auto trova = [&](const QString &codice, const QString &campo, const QString &testo) {
+        composizione.riscontri.append({codice, true, Luogo::Cliente, 0, campo, testo});
+    };
+    if (dati.cliente.isEmpty())
+        composizione.riscontri.append(
+            {{},
+             false,
+             Luogo::Fattura,
+             0,
+             u"cmdSelezionaCliente"_s,
+             u"Il cliente \"%1\" non è più in anagrafica: codice destinatario e PEC mancano."_s.arg(
+                 dati.testata.testo(u"CLI_CODICE"_s))});
+    if (cessionario.paese == u"IT" && !cessionario.partitaIVA.isEmpty() && !host::isVatNumber(cessionario.partitaIVA))
+        trova(u"00305"_s, u"txtPartitaIVA"_s, u"La partita IVA del cliente è sbagliata."_s);
+    if (!cessionario.codiceFiscale.isEmpty() && !host::isTaxCode(cessionario.codiceFiscale))
+        trova(u"00306"_s, u"txtCodiceFiscale"_s, u"Il codice fiscale del cliente è sbagliato."_s);
+}
+
+} // namespace
+
+void componiCedente(const Dati &dati, Composizione &composizione)
+{
+    Cedente &cedente = composizione.fattura.cedente;
+    QList<Riscontro> &riscontri = composizione.riscontri;
+    assegnaPartitaIVA(cedente, dati.azienda.testo(u"PARTITAIVA"_s), u"IT"_s);
+    cedente.codiceFiscale = ascii(compatto(dati.azienda.testo(u"CODICEFISCALE"_s)));
+    cedente.denominazione =
+        scrivibile(dati.azienda.testo(u"RAGIONESOCIALE"_s), lunghezzaNome,
+                   {Luogo::Azienda, u"txtRagioneSociale"_s, u"La ragione sociale dell'azienda"_s}, riscontri);
+    const auto trova = [&](bool manca, const QString &codice, const QString &campo, const QString &testo) {
+        if (manca)
+            riscontri.append({codice, true, Luogo::Azienda, 0, campo, testo});
+    };
+    trova(cedente.denominazione.isEmpty(), {}, u"txtRagioneSociale"_s, u"Manca la ragione sociale dell'azienda."_s);
+    trova(cedente.paese != u"IT" || !host::isVatNumber(cedente.partitaIVA), u"00301"_s, u"txtPartitaIVA"_s,
+          u"La partita IVA dell'azienda manca o è sbagliata."_s);
+    trova(!cedente.codiceFiscale.isEmpty() && !host::isTaxCode(cedente.codiceFiscale), u"00302"_s,
+          u"txtCodiceFiscale"_s, u"Il codice fiscale dell'azienda è sbagliato."_s);
+    composizione.fattura.trasmittente = cedente.codiceFiscale.isEmpty() ? cedente.partitaIVA : cedente.codiceFiscale;
+    cedente.regimeFiscale = dati.azienda.testo(u"REGIMEFISCALE"_s);
+    trova(!host::hasCode(host::taxRegimes(), cedente.regimeFiscale), {}, u"txtRegimeFiscale"_s,
+          u"Manca il regime fiscale dell'azienda."_s);
+    const Sede sede = {Luogo::Azienda, {}, u"dell'azienda"_s};
+    cedente.sede = indirizzoDi(dati.azienda, sede, codiceNazione(dati.azienda.testo(u"NAZIONE"_s), {}), riscontri);
+    controllaIndirizzo(cedente.sede, sede, riscontri);
+    componiRea(dati, composizione);
+    cedente.telefono = telefono(dati.azienda.testo(u"TELEFONO"_s));
+    if (const QString email = dati.azienda.testo(u"EMAIL"_s); host::isMailAddress(email))
+        cedente.email = email;
+}
+
+void componiCessionario(const Dati &dati, Composizione &composizione)
+{
+    Soggetto &cessionario = composizione.fattura.cessionario;
+    componiNome(dati, composizione);
+    // The register's code counts while it names the country that the invoice was written for.
+    const QString nazione = dati.testata.testo(u"CLI_NAZIONE"_s);
+    const bool comeInAnagrafica = nazione.compare(dati.cliente.testo(u"NAZIONE"_s), Qt::CaseInsensitive) == 0;
+    const QString iso = codiceNazione(nazione, comeInAnagrafica ? dati.cliente.testo(u"NAZIONEISO"_s) : QString());
+    const Sede sede = {Luogo::Cliente, u"CLI_"_s, u"del cliente"_s};
+    cessionario.sede = indirizzoDi(dati.testata, sede, iso, composizione.riscontri);
+    controllaIndirizzo(cessionario.sede, sede, composizione.riscontri);
+    assegnaPartitaIVA(cessionario, dati.testata.testo(u"CLI_PARTITAIVA"_s), iso);
+    // Only Italy's are tax codes to the exchange system.
+    if (iso == u"IT")
+        cessionario.codiceFiscale = ascii(compatto(dati.testata.testo(u"CLI_CODICEFISCALE"_s)));
+    controllaCodici(dati, composizione);
+    componiDestinatario(dati, composizione);
+}
+
+void componiTrasporto(const Dati &dati, Composizione &composizione)
+{
+    const Record &testata = dati.testata;
+    Trasporto &trasporto = composizione.fattura.trasporto;
+    QList<Riscontro> &riscontri = composizione.riscontri;
+    const auto avvisa = [&](Luogo luogo, const QString &campo, const QString &testo) {
+        riscontri.append({{}, false, luogo, 0, campo, testo});
+    };
+    const auto parte = [&](const QString &colonna, qsizetype massimo, const QString &campo, const QString &nome) {
+        return scrivibile(testata.testo(colonna), massimo, {Luogo::Fattura, campo, nome}, riscontri);
+    };
+    if (const QString nome = testata.testo(u"VETT_RAGIONESOCIALE"_s); !nome.isEmpty()) {
+        Soggetto vettore;
+        const QString nazione = codiceNazione(testata.testo(u"VETT_NAZIONE"_s), {});
+        assegnaPartitaIVA(vettore, dati.vettore.testo(u"PARTITAIVA"_s), nazione);
+        vettore.denominazione = scrivibile(
+            nome, lunghezzaNome, {Luogo::Vettore, u"txtRagioneSociale"_s, u"Il nome del vettore"_s}, riscontri);
+        const bool giusta = !vettore.partitaIVA.isEmpty() && vettore.partitaIVA.size() <= 28 &&
+                            (vettore.paese != u"IT" || host::isVatNumber(vettore.partitaIVA));
+        if (giusta && !vettore.denominazione.isEmpty())
+            trasporto.vettore = vettore;
+        else
+            avvisa(Luogo::Vettore, u"txtPartitaIVA"_s,
+                   u"La partita IVA del vettore manca o è sbagliata: il file non riporta il vettore."_s);
+    }
+    trasporto.mezzo = parte(u"TIPO_TRASPORTO"_s, 80, u"txtTipoTrasporto"_s, u"Il tipo di trasporto"_s);
+    trasporto.causale = parte(u"CAUSALE_TRASPORTO"_s, 100, u"txtCausaleTrasporto"_s, u"La causale del trasporto"_s);
+    trasporto.aspetto = parte(u"ASPETTO_BENI"_s, 100, u"txtAspettoBeni"_s, u"L'aspetto dei beni"_s);
+    const int colli = testata.intero(u"COLLI"_s);
+    if (colli >= 1 && colli <= 9999)
+        trasporto.colli = colli;
+    else if (colli != 0)
+        avvisa(Luogo::Fattura, u"txtColli"_s, u"I colli sono più di 9999: il file non li riporta."_s);
+    constexpr qint64 pesoMassimo = 999'999;
+    const qint64 peso = testata.centesimi(u"PESO"_s);
+    if (peso > 0 && peso <= pesoMassimo) {
+        trasporto.peso = peso;
+        trasporto.unitaPeso = ascii(testata.testo(u"PESO_UM"_s)).left(10);
+    } else if (peso != 0) {
+        avvisa(Luogo::Fattura, u"txtPeso"_s, u"Il peso supera 9999,99: il file non lo riporta."_s);
+    }
+    trasporto.inizio = testata.data(u"DATA_INIZIO_TRASPORTO"_s);
+    if (trasporto.inizio.isValid() && testata.ora(u"ORA_INIZIO_TRASPORTO"_s).isValid())
+        trasporto.ritiro = QDateTime(trasporto.inizio, testata.ora(u"ORA_INIZIO_TRASPORTO"_s));
+    if (testata.testo(u"DEST_INDIRIZZO"_s).isEmpty() && testata.testo(u"DEST_CITTA"_s).isEmpty())
+        return;
+    const Sede sede = {Luogo::Fattura, u"DEST_"_s, u"della destinazione"_s};
+    const Indirizzo resa = indirizzoDi(testata, sede, codiceNazione(testata.testo(u"DEST_NAZIONE"_s), {}), riscontri);
+    QList<Riscontro> mancanti;
+    controllaIndirizzo(resa, sede, mancanti);
+    if (mancanti.isEmpty())
+        trasporto.resa = resa;
+    else
+        avvisa(Luogo::Fattura, u"cmdSelezionaDestinazione"_s,
+               u"La destinazione non è completa (servono indirizzo, CAP, città e nazione): il file non la riporta."_s);
+}
+
+} // namespace fatturapa

@@ -1,0 +1,11 @@
+#pragma once
+#include "magazzino/fatturapa/Dati.h"
+
+/// What an electronic invoice is made from, out of the database: the one place with the statements for it.
+namespace fatturapa {
+
+/// The invoice with key `id` and the rows of the registers that it names, as of now; `progressivo` goes into the file's
+/// name. The invoice's own row is empty when there is none. Throws data::DatabaseError.
+Dati leggi(int id, const QString &progressivo);
+
+} // namespace fatturapa
