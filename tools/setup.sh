@@ -5,7 +5,7 @@ RUN_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev firebird-dev f
     firebird3.0-utils libqt6sql6-ibase libqt6sql6-odbc qt6-translations-l10n
     fonts-dejavu-core fonts-liberation2)
 # What the tests need besides.
-TEST_PACKAGES=(git python3 clang-format clang-tidy poppler-utils firebird3.0-server)
+TEST_PACKAGES=(git python3 clang-format clang-tidy poppler-utils firebird3.0-server libxml2-utils python3-a38)
 
 say() {
     printf '%s\n' "$*" >&2
