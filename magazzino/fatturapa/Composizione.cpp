@@ -3,6 +3,9 @@
 #include "host/InvoiceCodes.h"
 #include "magazzino/fatturapa/Testi.h"
 #include "platform/core/Decimal.h"
+#include "platform/core/Format.h"
+
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -17,18 +20,34 @@ void componiNumero(const Dati &dati, Composizione &composizione)
     Fattura &fattura = composizione.fattura;
     fattura.data = dati.testata.data(u"DATA"_s);
     fattura.numero = QString::number(dati.testata.intero(u"NUMERO"_s));
-    if (dati.opzioni.numerazioneUnica)
+    const auto trova = [&](bool blocca, Luogo luogo, const QString &campo, const QString &testo) {
+        composizione.riscontri.append({u"00404"_s, blocca, luogo, 0, campo, testo});
+    };
+    if (dati.numeroDoppio)
+        trova(true, Luogo::Fattura, u"txtNumero"_s,
+              u"Un'altra fattura accompagnatoria dello stesso anno ha già il numero %1."_s.arg(fattura.numero));
+    const QString suffisso = dati.opzioni.numerazioneUnica ? QString() : ascii(dati.opzioni.suffisso);
+    fattura.numero += suffisso;
+    // Digits alone make it a number that another invoice may have.
+    if (!suffisso.isEmpty() && !isCodice(suffisso, u"[0-9]+"_s))
         return;
-    fattura.numero += ascii(dati.opzioni.suffisso);
-    if (dati.opzioni.suffisso.isEmpty())
-        composizione.riscontri.append(
-            {u"00404"_s, dati.numeroInVendita, Luogo::Opzioni, 0, u"FATT_XML_SUFFISSO"_s,
-             dati.numeroInVendita
-                 ? u"Una fattura di vendita dello stesso anno ha già il numero %1: serve un suffisso per le fatture accompagnatorie."_s
-                       .arg(fattura.numero)
-                 : u"Fatture di vendita e accompagnatorie hanno numeri separati: senza un suffisso due fatture possono "
-                   "avere lo stesso numero."_s});
+    if (dati.opzioni.numerazioneUnica && dati.numeroInVendita)
+        trova(true, Luogo::Fattura, u"txtNumero"_s,
+              u"Una fattura di vendita dello stesso anno ha già il numero %1."_s.arg(fattura.numero));
+    else if (!dati.opzioni.numerazioneUnica)
+        trova(
+            dati.numeroInVendita || !suffisso.isEmpty(), Luogo::Opzioni, u"FATT_XML_SUFFISSO"_s,
+            !suffisso.isEmpty()
+                ? u"Il suffisso \"%1\" ha soltanto cifre: il numero %2 può essere quello di un'altra fattura."_s.arg(
+                      suffisso, fattura.numero)
+            : dati.numeroInVendita
+                ? u"Una fattura di vendita dello stesso anno ha già il numero %1: serve un suffisso per le fatture "
+                  "accompagnatorie."_s.arg(fattura.numero)
+                : u"Fatture di vendita e accompagnatorie hanno numeri separati: senza un suffisso due fatture possono "
+                  "avere lo stesso numero."_s);
 }
+
+} // namespace
 
 // Each piece of up to 200 characters is an element of its own; it ends behind a word.
 void aggiungiCausali(const QString &testo, const Origine &origine, Composizione &composizione)
@@ -45,6 +64,8 @@ void aggiungiCausali(const QString &testo, const Origine &origine, Composizione 
         resto = resto.mid(fine).trimmed();
     }
 }
+
+namespace {
 
 void componiPagamento(const Dati &dati, Composizione &composizione)
 {
@@ -85,6 +106,17 @@ void componiPagamento(const Dati &dati, Composizione &composizione)
 qint64 Record::centesimi(const QString &colonna) const
 {
     return core::toHundredths(numero(colonna));
+}
+
+// Other programs write flags as numbers.
+bool Record::flag(const QString &colonna) const
+{
+    return core::parseFlag(testo(colonna)).value_or(false);
+}
+
+bool isCodice(const QString &testo, const QString &modello)
+{
+    return QRegularExpression(QRegularExpression::anchoredPattern(modello)).match(testo).hasMatch();
 }
 
 QString scrivibile(const QString &testo, qsizetype massimo, const Origine &origine, QList<Riscontro> &riscontri)
@@ -147,9 +179,6 @@ Composizione componi(const Dati &dati)
     componiCedente(dati, composizione);
     componiCessionario(dati, composizione);
     componiRighe(dati, composizione);
-    const QStringList primiTesti = std::exchange(fattura.causali, {});
-    for (const QString &testo : primiTesti)
-        aggiungiCausali(testo, {Luogo::Fattura, u"gridRigheFattura"_s, u"Il testo prima delle righe"_s}, composizione);
     aggiungiCausali(dati.testata.testo(u"NOTE"_s), {Luogo::Fattura, u"txtNote"_s, u"Le note"_s}, composizione);
     componiRiepiloghi(dati, composizione);
     componiTrasporto(dati, composizione);

@@ -31,17 +31,27 @@ QString riferimentoDi(const QString &natura, const QString &scritto)
     return nota == nature.end() ? QString() : nota->text;
 }
 
+void assegnaNatura(const QString &natura, const QString &opzione, const QString &nota, Riga &riga,
+                   Composizione &composizione)
+{
+    riga.natura = natura;
+    riga.riferimento = riferimentoDi(natura, nota);
+    if (!host::hasCode(host::vatNatures(), natura))
+        composizione.riscontri.append(
+            {natura.isEmpty() ? u"00400"_s : u"00445"_s, true, Luogo::Opzioni, riga.origine, opzione,
+             u"Riga %1: la natura \"%2\" scelta nelle opzioni non è ammessa."_s.arg(riga.origine).arg(natura)});
+}
+
 // Nothing of the row's own rate counts in an exempt invoice, and a row outside VAT has none.
 void assegnaAliquota(const Dati &dati, const Record &record, Riga &riga, Composizione &composizione)
 {
     if (dati.testata.flag(u"IVA_ESENTE"_s)) {
-        riga.natura = dati.opzioni.naturaEsente;
-        riga.riferimento = riferimentoDi(riga.natura, dati.opzioni.notaEsente);
+        assegnaNatura(dati.opzioni.naturaEsente, u"FATT_XML_NATURA_ESENTE"_s, dati.opzioni.notaEsente, riga,
+                      composizione);
         return;
     }
     if (record.testo(u"TIPO_RIGA"_s) == u"Non imponibile") {
-        riga.natura = dati.opzioni.naturaNonImponibile;
-        riga.riferimento = riferimentoDi(riga.natura, {});
+        assegnaNatura(dati.opzioni.naturaNonImponibile, u"FATT_XML_NATURA_NON_IMPONIBILE"_s, {}, riga, composizione);
         return;
     }
     if (record.isNull(u"IVA_IDALIQUOTA_IVA"_s)) {
@@ -124,21 +134,18 @@ void aggiungiTesto(const Record &record, int origine, Composizione &composizione
 {
     Fattura &fattura = composizione.fattura;
     const QString scritto = record.testo(u"DESCRIZIONE"_s);
-    if (fattura.righe.isEmpty()) {
-        fattura.causali.append(scritto);
+    const Origine riga = {Luogo::Fattura, grigliaRighe, u"Riga %1"_s.arg(origine), origine};
+    QList<Riscontro> trovati;
+    const QString testo = scrivibile(scritto, scritto.size() * 4 + 1, riga, trovati);
+    const qsizetype posto =
+        fattura.righe.isEmpty() ? 0 : lunghezzaDescrizione - fattura.righe.last().descrizione.size() - 1;
+    if (testo.size() > posto) {
+        aggiungiCausali(scritto, riga, composizione);
         return;
     }
-    const QString testo =
-        scrivibile(scritto, lunghezzaDescrizione, {Luogo::Fattura, grigliaRighe, u"Riga %1"_s.arg(origine), origine},
-                   composizione.riscontri);
-    if (testo.isEmpty())
-        return;
-    Riga &ultima = fattura.righe.last();
-    const QString insieme = ultima.descrizione.isEmpty() ? testo : ultima.descrizione + u' ' + testo;
-    if (insieme.size() <= lunghezzaDescrizione)
-        ultima.descrizione = insieme;
-    else
-        fattura.causali.append(scritto);
+    composizione.riscontri += trovati;
+    if (!testo.isEmpty())
+        fattura.righe.last().descrizione += u' ' + testo;
 }
 
 } // namespace

@@ -3,8 +3,6 @@
 #include "magazzino/fatturapa/Composizione.h"
 #include "magazzino/fatturapa/Testi.h"
 
-#include <QRegularExpression>
-
 using namespace Qt::StringLiterals;
 
 namespace fatturapa {
@@ -14,11 +12,6 @@ namespace {
 constexpr qsizetype lunghezzaNome = 80;
 constexpr qsizetype lunghezzaPersona = 60;
 constexpr qsizetype lunghezzaLuogo = 60;
-
-bool isCodice(const QString &testo, const QString &modello)
-{
-    return QRegularExpression(QRegularExpression::anchoredPattern(modello)).match(testo).hasMatch();
-}
 
 QString compatto(const QString &testo)
 {
@@ -120,12 +113,13 @@ void componiRea(const Dati &dati, Composizione &composizione)
 void componiDestinatario(const Dati &dati, Composizione &composizione)
 {
     Fattura &fattura = composizione.fattura;
+    const QString ignoto = u"0000000"_s;
     fattura.codiceDestinatario = compatto(dati.cliente.testo(u"CODICEDESTINATARIO"_s));
-    if (fattura.cessionario.sede.nazione != u"IT")
-        fattura.codiceDestinatario = u"XXXXXXX"_s;
-    if (!fattura.codiceDestinatario.isEmpty())
+    if (!fattura.codiceDestinatario.isEmpty() && fattura.codiceDestinatario != ignoto)
         return;
-    fattura.codiceDestinatario = u"0000000"_s;
+    fattura.codiceDestinatario = fattura.cessionario.sede.nazione == u"IT" ? ignoto : u"XXXXXXX"_s;
+    if (fattura.codiceDestinatario != ignoto)
+        return;
     fattura.pec = dati.cliente.testo(u"PEC"_s);
     if (!fattura.pec.isEmpty() && !host::isMailAddress(fattura.pec))
         composizione.riscontri.append(
@@ -177,6 +171,9 @@ void controllaCodici(const Dati &dati, Composizione &composizione)
              u"cmdSelezionaCliente"_s,
              u"Il cliente \"%1\" non è più in anagrafica: codice destinatario e PEC mancano."_s.arg(
                  dati.testata.testo(u"CLI_CODICE"_s))});
+    if (cessionario.partitaIVA.isEmpty() && cessionario.codiceFiscale.isEmpty())
+        trova(u"00417"_s, u"txtPartitaIVA"_s,
+              u"Il cliente non ha né partita IVA né codice fiscale: ne serve almeno uno."_s);
     if (cessionario.paese == u"IT" && !cessionario.partitaIVA.isEmpty() && !host::isVatNumber(cessionario.partitaIVA))
         trova(u"00305"_s, u"txtPartitaIVA"_s, u"La partita IVA del cliente è sbagliata."_s);
     if (!cessionario.codiceFiscale.isEmpty() && !host::isTaxCode(cessionario.codiceFiscale))
@@ -216,9 +213,39 @@ void componiCedente(const Dati &dati, Composizione &composizione)
         cedente.email = email;
 }
 
+namespace {
+
+// The invoice keeps what the customer's record said when the customer was chosen: where that record says something else
+// by now, it is the invoice that has to be mended, by choosing again.
+void rimandaAllaFattura(const Dati &dati, QList<Riscontro> &riscontri, qsizetype dal)
+{
+    static const QHash<QString, QString> colonne = {{u"txtRagioneSociale"_s, u"RAGIONESOCIALE"_s},
+                                                    {u"txtIndirizzo"_s, u"INDIRIZZO"_s},
+                                                    {u"txtCitta"_s, u"CITTA"_s},
+                                                    {u"txtCap"_s, u"CAP"_s},
+                                                    {u"txtPartitaIVA"_s, u"PARTITAIVA"_s},
+                                                    {u"txtCodiceFiscale"_s, u"CODICEFISCALE"_s}};
+    for (qsizetype i = dal; i < riscontri.size(); ++i) {
+        Riscontro &riscontro = riscontri[i];
+        const QString colonna = colonne.value(riscontro.campo);
+        if (riscontro.luogo != Luogo::Cliente || colonna.isEmpty() || dati.cliente.isEmpty())
+            continue;
+        if (dati.cliente.testo(colonna) == dati.testata.testo(u"CLI_"_s + colonna)) {
+            riscontro.testo += u" Dopo averlo corretto, il cliente va scelto di nuovo nella fattura."_s;
+            continue;
+        }
+        riscontro.luogo = Luogo::Fattura;
+        riscontro.campo = u"cmdSelezionaCliente"_s;
+        riscontro.testo += u" La sua scheda dice altro: va scelto di nuovo nella fattura."_s;
+    }
+}
+
+} // namespace
+
 void componiCessionario(const Dati &dati, Composizione &composizione)
 {
     Soggetto &cessionario = composizione.fattura.cessionario;
+    const qsizetype dal = composizione.riscontri.size();
     componiNome(dati, composizione);
     // The register's code counts while it names the country that the invoice was written for.
     const QString nazione = dati.testata.testo(u"CLI_NAZIONE"_s);
@@ -232,6 +259,7 @@ void componiCessionario(const Dati &dati, Composizione &composizione)
     if (iso == u"IT")
         cessionario.codiceFiscale = ascii(compatto(dati.testata.testo(u"CLI_CODICEFISCALE"_s)));
     controllaCodici(dati, composizione);
+    rimandaAllaFattura(dati, composizione.riscontri, dal);
     componiDestinatario(dati, composizione);
 }
 

@@ -13,11 +13,6 @@ namespace fatturapa {
 
 namespace {
 
-bool isCodice(const QString &testo, const QString &modello)
-{
-    return QRegularExpression(QRegularExpression::anchoredPattern(modello)).match(testo).hasMatch();
-}
-
 /// What is found, in the order of the checks.
 class Controllo
 {
@@ -47,8 +42,11 @@ private:
 
     void documento()
     {
-        trova(!fattura_.data.isValid() || fattura_.data > dati_.oggi, u"00403"_s, Luogo::Fattura, u"txtData"_s,
+        trova(fattura_.data > dati_.oggi, u"00403"_s, Luogo::Fattura, u"txtData"_s,
               u"La data della fattura è nel futuro."_s);
+        const QDate primaAmmessa(1970, 1, 1);
+        trova(!fattura_.data.isValid() || fattura_.data < primaAmmessa, {}, Luogo::Fattura, u"txtData"_s,
+              u"La data della fattura manca o è prima del 1970."_s);
         trova(!fattura_.numero.contains(QRegularExpression(u"[0-9]"_s)), u"00425"_s, Luogo::Fattura, u"txtNumero"_s,
               u"Il numero della fattura deve avere almeno una cifra."_s);
         trova(fattura_.numero.size() > 20, {}, Luogo::Opzioni, u"FATT_XML_SUFFISSO"_s,
@@ -73,9 +71,13 @@ private:
               u"La partita IVA del cliente è troppo lunga."_s);
         trova(!isCodice(fattura_.codiceDestinatario, u"[A-Z0-9]{7}"_s), u"00427"_s, Luogo::Cliente,
               u"txtCodiceDestinatario"_s, u"Il codice destinatario del cliente deve avere sette lettere o cifre."_s);
+        trova(fattura_.codiceDestinatario == u"XXXXXXX" && cliente.sede.nazione == u"IT", {}, Luogo::Cliente,
+              u"txtCodiceDestinatario"_s, u"Il codice destinatario XXXXXXX spetta soltanto ai clienti esteri."_s);
+        // A firm's tax code is often its VAT number.
+        const QStringList nostri = {noi.partitaIVA, noi.codiceFiscale};
         const bool stessaIVA =
-            !cliente.partitaIVA.isEmpty() && cliente.paese == noi.paese && cliente.partitaIVA == noi.partitaIVA;
-        const bool stessoCodice = !cliente.codiceFiscale.isEmpty() && cliente.codiceFiscale == noi.codiceFiscale;
+            !cliente.partitaIVA.isEmpty() && cliente.paese == noi.paese && nostri.contains(cliente.partitaIVA);
+        const bool stessoCodice = !cliente.codiceFiscale.isEmpty() && nostri.contains(cliente.codiceFiscale);
         trova(stessaIVA || stessoCodice, u"00471"_s, Luogo::Cliente, u"txtPartitaIVA"_s,
               u"Il cliente è l'azienda stessa: una fattura a sé stessi non si può inviare."_s);
         trova(noi.paese != u"IT" && cliente.paese != u"IT", u"00476"_s, Luogo::Azienda, u"txtPartitaIVA"_s,
@@ -92,9 +94,11 @@ private:
               dove + u"la natura spetta soltanto alle aliquote a zero."_s, riga);
         trova(!natura.isEmpty() && !host::hasCode(host::vatNatures(), natura), u"00445"_s, Luogo::AliquotaIVA,
               u"txtNatura"_s, dove + u"la natura %1 non è più ammessa."_s.arg(natura), riga);
+        // Below 1 it is a share: 0,22 for 22 %.
+        constexpr qint64 uno = 100;
         constexpr qint64 massima = 10'000;
-        trova(aliquota < 0 || aliquota > massima, u"00424"_s, Luogo::AliquotaIVA, u"txtAliquota"_s,
-              dove + u"l'aliquota IVA non è una percentuale."_s, riga);
+        trova(aliquota < 0 || (aliquota > 0 && aliquota < uno) || aliquota > massima, u"00424"_s, Luogo::AliquotaIVA,
+              u"txtAliquota"_s, dove + u"l'aliquota IVA non è una percentuale."_s, riga);
     }
 
     void controllaRiga(const Riga &riga)
@@ -158,9 +162,12 @@ Composizione esamina(const Dati &dati)
     Composizione composizione = componi(dati);
     const QList<Riscontro> gia = composizione.riscontri;
     for (const Riscontro &riscontro : controlla(composizione.fattura, dati)) {
+        // The summary of a row without a nature lacks it as well.
+        const bool delRiepilogo = riscontro.codice == u"00429" || (riscontro.codice == u"00445" && riscontro.riga == 0);
         const bool detto =
             !riscontro.codice.isEmpty() && std::any_of(gia.begin(), gia.end(), [&](const Riscontro &uno) {
-                return uno.codice == riscontro.codice && uno.riga == riscontro.riga;
+                return delRiepilogo ? uno.codice == u"00400" || uno.codice == u"00445"
+                                    : uno.codice == riscontro.codice && uno.riga == riscontro.riga;
             });
         if (!detto)
             composizione.riscontri.append(riscontro);

@@ -24,7 +24,7 @@ public:
     /// In hundredths.
     qint64 centesimi(const QString &colonna) const;
     double numero(const QString &colonna) const { return valori_.value(colonna).toDouble(); }
-    bool flag(const QString &colonna) const { return testo(colonna) == QStringLiteral("True"); }
+    bool flag(const QString &colonna) const;
     QDate data(const QString &colonna) const { return valori_.value(colonna).toDate(); }
     QTime ora(const QString &colonna) const { return valori_.value(colonna).toTime(); }
     bool isNull(const QString &colonna) const { return valori_.value(colonna).isNull(); }
@@ -55,6 +55,7 @@ struct Dati
     QHash<int, Record> aliquote; ///< by IDALIQUOTA_IVA
     Opzioni opzioni;
     bool numeroInVendita = false; ///< a sales invoice of that year has the number
+    bool numeroDoppio = false;    ///< another accompanying invoice of that year has it
     QDate oggi;
     QString progressivo; ///< up to five letters or digits, of this file alone
 };

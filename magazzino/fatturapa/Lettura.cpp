@@ -8,19 +8,23 @@ using namespace Qt::StringLiterals;
 
 namespace fatturapa {
 
+QList<Record> recordDi(const data::Rows &righe)
+{
+    QList<Record> records;
+    for (qsizetype riga = 0; riga < righe.size(); ++riga) {
+        QHash<QString, QVariant> record;
+        for (qsizetype colonna = 0; colonna < righe.columns().size(); ++colonna)
+            record.insert(righe.columns()[colonna].name, righe.values(riga)[colonna]);
+        records.append(Record(record));
+    }
+    return records;
+}
+
 namespace {
 
 QList<Record> recordDi(const QString &sql, const QVariantList &valori)
 {
-    const data::Rows rows = ModuleConnection().run(sql, valori);
-    QList<Record> records;
-    for (qsizetype riga = 0; riga < rows.size(); ++riga) {
-        QHash<QString, QVariant> record;
-        for (qsizetype colonna = 0; colonna < rows.columns().size(); ++colonna)
-            record.insert(rows.columns()[colonna].name, rows.values(riga)[colonna]);
-        records.append(Record(record));
-    }
-    return records;
+    return fatturapa::recordDi(ModuleConnection().run(sql, valori));
 }
 
 Record primo(const QString &sql, const QVariantList &valori = {})
@@ -64,9 +68,15 @@ Dati leggi(int id, const QString &progressivo)
     const QList<Record> aliquote = recordDi(u"SELECT * FROM ALIQUOTE_IVA"_s, {});
     for (const Record &aliquota : aliquote)
         dati.aliquote.insert(aliquota.intero(u"IDALIQUOTA_IVA"_s), aliquota);
-    dati.numeroInVendita = !primo(u"SELECT NUMERO FROM FATT_VEND WHERE NUMERO = ? AND ANNO = ?"_s,
-                                  {dati.testata.intero(u"NUMERO"_s), dati.testata.intero(u"ANNO"_s)})
-                                .isEmpty();
+    const int numero = dati.testata.intero(u"NUMERO"_s);
+    const int anno = dati.testata.intero(u"ANNO"_s);
+    const Record stessoNumero =
+        primo(u"SELECT (SELECT COUNT(*) FROM FATT_VEND WHERE NUMERO = ? AND ANNO = ?) AS VENDITA, "
+              "(SELECT COUNT(*) FROM FATT_ACC WHERE NUMERO = ? AND ANNO = ? AND IDFATT_ACC <> ?) "
+              "AS DOPPI FROM RDB$DATABASE"_s,
+              {numero, anno, numero, anno, id});
+    dati.numeroInVendita = stessoNumero.intero(u"VENDITA"_s) > 0;
+    dati.numeroDoppio = stessoNumero.intero(u"DOPPI"_s) > 0;
     return dati;
 }
 

@@ -2,7 +2,14 @@
 #include "magazzino/fatturapa/Dati.h"
 
 /// What an electronic invoice is made from, out of the database: the one place with the statements for it.
+namespace data {
+class Rows;
+}
+
 namespace fatturapa {
+
+/// What a query gave, one record for each row.
+QList<Record> recordDi(const data::Rows &righe);
 
 /// The invoice with key `id` and the rows of the registers that it names, as of now; `progressivo` goes into the file's
 /// name. The invoice's own row is empty when there is none. Throws data::DatabaseError.

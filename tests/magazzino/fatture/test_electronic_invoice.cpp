@@ -72,6 +72,12 @@ fatturapa::Dati soundInvoice(const QList<Change> &changes = {})
     };
     for (const Change &change : changes)
         all[change.record].insert(change.column, change.value);
+    // The invoice says what the customer's record says, where nothing else is wanted.
+    const QHash<QString, QVariant> header = all[u"testata"_s];
+    for (auto column = header.begin(); column != header.end(); ++column) {
+        if (column.key().startsWith(u"CLI_"_s) && !all[u"cliente"_s].contains(column.key().mid(4)))
+            all[u"cliente"_s].insert(column.key().mid(4), column.value());
+    }
     fatturapa::Dati data;
     data.testata = Record(all[u"testata"_s]);
     data.righe = {Record(all[u"riga"_s])};
@@ -81,6 +87,9 @@ fatturapa::Dati soundInvoice(const QList<Change> &changes = {})
     data.tipoPagamento = Record(all[u"pagamento"_s]);
     data.aliquote = {{1, Record(all[u"aliquota"_s])}};
     data.opzioni.suffisso = all[u"opzioni"_s].value(u"suffisso"_s).toString();
+    data.opzioni.naturaEsente = all[u"opzioni"_s].value(u"esente"_s, u"N4"_s).toString();
+    data.opzioni.numerazioneUnica = all[u"opzioni"_s].value(u"unica"_s).toBool();
+    data.numeroDoppio = all[u"opzioni"_s].value(u"doppio"_s).toBool();
     data.numeroInVendita = all[u"opzioni"_s].value(u"venduta"_s).toBool();
     data.oggi = QDate(2026, 3, 2);
     data.progressivo = u"00001"_s;
@@ -155,6 +164,25 @@ void TestElectronicInvoice::findings_data()
     row("mail", {{u"cliente"_s, u"CODICEDESTINATARIO"_s, {}}, {u"cliente"_s, u"PEC"_s, u"rossi"_s}}, u"! txtPec"_s);
     row("ourselves", {{u"testata"_s, u"CLI_PARTITAIVA"_s, u"01234567897"_s}}, u"!00471 txtPartitaIVA"_s);
     row("postcode", {{u"testata"_s, u"CLI_CAP"_s, u"3512"_s}}, u"! txtCap"_s);
+    row("postcode that the customer's record has right",
+        {{u"testata"_s, u"CLI_CAP"_s, u"3512"_s}, {u"cliente"_s, u"CAP"_s, u"35121"_s}}, u"! cmdSelezionaCliente"_s);
+    row("recipient of other countries", {{u"cliente"_s, u"CODICEDESTINATARIO"_s, u"XXXXXXX"_s}},
+        u"! txtCodiceDestinatario"_s);
+    row("unknown recipient that was typed", {{u"cliente"_s, u"CODICEDESTINATARIO"_s, u"0000000"_s}},
+        u"? txtCodiceDestinatario"_s);
+    row("our tax code", {{u"azienda"_s, u"CODICEFISCALE"_s, u"00743110157"_s}}, u"!00471 txtPartitaIVA"_s);
+    row("before the format", {{u"testata"_s, u"DATA"_s, QDate(1969, 12, 31)}}, u"! txtData"_s);
+    row("number twice", {{u"opzioni"_s, u"doppio"_s, true}}, u"!00404 txtNumero"_s);
+    row("number of a sale, one sequence", {{u"opzioni"_s, u"unica"_s, true}, {u"opzioni"_s, u"venduta"_s, true}},
+        u"!00404 txtNumero"_s);
+    row("suffix of digits", {{u"opzioni"_s, u"suffisso"_s, u"1"_s}}, u"!00404 FATT_XML_SUFFISSO"_s);
+    row("rate that is a share", {{u"riga"_s, u"IVA_ALIQUOTA"_s, 0.22}, {u"testata"_s, u"TOTALE_DOCUMENTO"_s, 20.04}},
+        u"!00424 txtAliquota"_s);
+    row("nature of the option",
+        {{u"testata"_s, u"IVA_ESENTE"_s, u"True"_s},
+         {u"testata"_s, u"TOTALE_DOCUMENTO"_s, 20},
+         {u"opzioni"_s, u"esente"_s, u"N2"_s}},
+        u"!00445 FATT_XML_NATURA_ESENTE"_s);
     row("country", {{u"testata"_s, u"CLI_NAZIONE"_s, u"Freedonia"_s}}, u"! txtNazioneIso"_s);
     row("future", {{u"testata"_s, u"DATA"_s, QDate(2026, 3, 3)}}, u"!00403 txtData"_s);
     row("same number", {{u"opzioni"_s, u"suffisso"_s, u""_s}, {u"opzioni"_s, u"venduta"_s, true}},
