@@ -98,7 +98,8 @@ Keys insertPaymentTypes(data::Connection &connection)
 QList<Column> invoiceColumns(const QString &name, qsizetype index)
 {
     if (index == 0)
-        return {{u"NAZIONEISO"_s, u"IT"_s},
+        return {{u"CODICEFISCALE"_s, u"GSTLCU80A52A703H"_s},
+                {u"NAZIONEISO"_s, u"IT"_s},
                 {u"COGNOMEPERSONA"_s, name.section(u' ', 0, 0)},
                 {u"NOMEPERSONA"_s, name.section(u' ', 1)}};
     if (index % 3 == 0)
