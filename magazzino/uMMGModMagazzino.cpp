@@ -113,7 +113,7 @@ TMMGModMagazzino::TMMGModMagazzino(QObject *owner)
         rSystemOverridePreview(system, mode, form);
     };
     rSystem->choosePdfFile = [this](QWidget *form, const QString &name) { return ScegliFilePDF(form, name); };
-    rProject->setDataSource([this](const QString &name) { return dmStampe->dataConnection(name).rows(); });
+    rProject->setDataSource([this](const QString &name) { return dmStampe->rows(name); });
     createDataSets();
     createActions();
     createMenus();

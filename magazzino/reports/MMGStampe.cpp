@@ -2,6 +2,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "magazzino/documents/DocumentKind.h"
+#include "magazzino/reports/TotaliFattura.h"
 #include "magazzino/reports/uMMGdmStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Error.h"
@@ -107,6 +108,7 @@ void StampaDocumento(const DocumentKind &kind, int id, const QString &file, TKxR
         openRows(module, kind.rowsDataSet(), kind.key, id, kind.rowKey());
         if (!kind.print.vatQuery.isEmpty())
             openByKey(module, kind.print.vatQuery, kind.key, id);
+        PreparaTotaliStampa(*module.dmStampe, kind);
         QString report = kind.print.report;
         if (!kind.print.exemptReport.isEmpty() && isExempt(document)) {
             report = kind.print.exemptReport;

@@ -108,3 +108,9 @@ data::DataSet &TMMGdmStampe::dataConnection(const QString &name) const
     }
     throw core::Error(u"La connessione dati \"%1\" non esiste."_s.arg(name));
 }
+
+data::Rows TMMGdmStampe::rows(const QString &name) const
+{
+    const auto given = given_.find(name);
+    return given == given_.end() ? dataConnection(name).rows() : *given;
+}

@@ -1,4 +1,7 @@
 #pragma once
+#include "platform/data/Rows.h"
+
+#include <QHash>
 #include <QObject>
 
 namespace data {
@@ -20,4 +23,12 @@ public:
     data::DataSet &query(const QString &name) const;
     /// The query behind a report data connection ("MMGdsAzienda"). Throws core::Error for another name.
     data::DataSet &dataConnection(const QString &name) const;
+
+    /// The rows of a report data connection: of the query behind it, or those given for it.
+    data::Rows rows(const QString &name) const;
+    /// What a report data connection shows from now on, whether there is a query behind it or not.
+    void setRows(const QString &name, const data::Rows &rows) { given_[name] = rows; }
+
+private:
+    QHash<QString, data::Rows> given_;
 };

@@ -115,6 +115,11 @@ QStringList pdfPages(const QString &file)
     return pages;
 }
 
+QString rawPdfText(const QString &file)
+{
+    return outputOf(u"pdftotext"_s, {u"-raw"_s, file, u"-"_s});
+}
+
 QString pdfText(const QString &file)
 {
     return outputOf(u"pdftotext"_s, {u"-layout"_s, file, u"-"_s}).simplified();

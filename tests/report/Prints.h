@@ -18,6 +18,8 @@ QString outputFile(const QString &name);
 
 /// Texts of a PDF as pdftotext reads them from its pages in layout order, one per page.
 QStringList pdfPages(const QString &file);
+/// The same in the order in which it was painted, so that broken lines follow each other.
+QString rawPdfText(const QString &file);
 /// All of it with single blanks.
 QString pdfText(const QString &file);
 

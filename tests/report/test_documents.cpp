@@ -34,6 +34,7 @@ private Q_SLOTS:
     void longCompanyNameKeepsTheTitleTogether();
     void unusedSpaceIsStruckOut();
     void vatSummaryIsRoundedPerRate();
+    void roundingHasItsLines();
     void amountsAreCarriedForward();
     void exemptInvoiceHasItsNote();
     void fileDestinationIsUndoneOnlyAfterASuccess();
@@ -139,6 +140,7 @@ void TestDocuments::invoiceHoldsEverythingInOrder()
         "22 Aliquota ordinaria 22 € 20,00 € 4,40|Totale imposta € 4,40|Importi fuori campo IVA € 5,00|"
         "Totale documento € 29,40|Aspetto dei beni|Vettore|Firma del destinatario"_s;
     QCOMPARE(firstOutOfOrder(text, expected.split(u'|')), QString());
+    QVERIFY(!text.contains(u"Arrotondamento"_s));
 }
 
 void TestDocuments::rowsAreAllThereOnAnyNumberOfPages_data()
@@ -269,6 +271,36 @@ void TestDocuments::vatSummaryIsRoundedPerRate()
     QVERIFY2(text.contains(u"Aliq20 10 -€ 0,25 -€ 0,03"_s), qPrintable(text));
     QVERIFY2(text.contains(u"Aliq30 10 € 0,50 € 0,05"_s), qPrintable(text));
     QVERIFY2(text.contains(u"Importi fuori campo IVA -€ 2,00"_s), qPrintable(text));
+}
+
+// Three rows of 0,045, printed as 0,05 each, are 0,14; their tax and 0,14 make a cent more than the stored total.
+void TestDocuments::roundingHasItsLines()
+{
+    const int invoice = test::insertInvoice(
+        database(), 0, {{u"TOTALE_IMPONIBILE"_s, 0.14}, {u"TOTALE_IMPOSTA"_s, 0.03}, {u"TOTALE_DOCUMENTO"_s, 0.16}});
+    for (int row = 0; row < 3; ++row)
+        test::insertInvoiceRow(database(), invoice,
+                               {{u"TIPO_RIGA"_s, u"Articolo"_s},
+                                {u"DESCRIZIONE"_s, u"Rondella"_s},
+                                {u"PREZZO"_s, 0.05},
+                                {u"SCONTO"_s, 10},
+                                {u"QUANTITA"_s, 1},
+                                {u"IMPORTO"_s, 0.05},
+                                {u"IVA_IDALIQUOTA_IVA"_s, 1},
+                                {u"IVA_CODICE"_s, u"22"_s},
+                                {u"IVA_DESCRIZIONE"_s, u"Ordinaria"_s},
+                                {u"IVA_ALIQUOTA"_s, 22}});
+    const QStringList expected = {u"€ 0,05 22 Arrotondamento -€ 0,01 22"_s,
+                                  u"Totale imponibile € 0,14"_s,
+                                  u"Ordinaria 22 € 0,14 € 0,03"_s,
+                                  u"Totale imposta € 0,03"_s,
+                                  u"Arrotondamento -€ 0,01"_s,
+                                  u"Totale documento € 0,16"_s};
+    const QString text = test::pdfText(printInvoice(invoice));
+    QVERIFY2(firstOutOfOrder(text, expected).isEmpty(), qPrintable(text));
+    // More than five cents are no rounding.
+    database().execute(u"UPDATE FATT_ACC SET TOTALE_DOCUMENTO = 0.23"_s);
+    QVERIFY(!test::pdfText(printInvoice(invoice)).contains(u"Arrotondamento"_s));
 }
 
 void TestDocuments::amountsAreCarriedForward()

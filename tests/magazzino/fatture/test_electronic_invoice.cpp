@@ -4,7 +4,10 @@
 #include "magazzino/fatturapa/Lettura.h"
 #include "magazzino/fatturapa/Scrittura.h"
 #include "magazzino/fatturapa/Testi.h"
+#include "magazzino/reports/MMGStampe.h"
 #include "tests/magazzino/fatture/InvoiceFile.h"
+#include "tests/magazzino/fatture/PrintedInvoice.h"
+#include "tests/report/Prints.h"
 #include "tests/support/Documents.h"
 #include "tests/support/TestMain.h"
 
@@ -13,6 +16,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -116,7 +120,11 @@ private Q_SLOTS:
     void findings_data();
     void findings();
     void fileNames();
+    void demonstrationCustomersPass();
     void randomInvoices();
+
+private:
+    static void comparePrint(const test::Workplace &workplace, int id, const test::Element &invoice);
 };
 
 void TestElectronicInvoice::texts_data()
@@ -228,6 +236,46 @@ void TestElectronicInvoice::fileNames()
     QVERIFY(fatturapa::controllaFile(name, false, 5'000'000).isEmpty());
     QCOMPARE(fatturapa::controllaFile(name, true, 5'000'001).size(), 2);
     QCOMPARE(fatturapa::controllaFile(u"IT01234567897_000001.xml"_s, false, 1).value(0).codice, u"00001"_s);
+}
+
+// Whatever is chosen for an invoice in the demonstration firm, nothing is missing.
+void TestElectronicInvoice::demonstrationCustomersPass()
+{
+    const test::Workplace workplace;
+    const auto rows = [&](const QString &table) { return workplace.database().select(u"SELECT * FROM "_s + table); };
+    const auto records = [&](const QString &table) { return fatturapa::recordDi(rows(table)); };
+    const data::Rows customers = rows(u"CLIENTI"_s);
+    const QList<Record> payments = records(u"TIPI_PAGAMENTO"_s);
+    const QList<Record> carriers = records(u"VETTORI"_s);
+    const QList<Record> rates = records(u"ALIQUOTE_IVA"_s);
+    fatturapa::Dati data = soundInvoice();
+    data.azienda = records(u"AZIENDA"_s).value(0);
+    data.righe.clear();
+    for (const Record &rate : rates) {
+        data.aliquote.insert(rate.intero(u"IDALIQUOTA_IVA"_s), rate);
+        data.righe.append(Record({{u"TIPO_RIGA"_s, u"Articolo"_s},
+                                  {u"DESCRIZIONE"_s, u"Vite"_s},
+                                  {u"QUANTITA"_s, 1},
+                                  {u"PREZZO"_s, 100},
+                                  {u"IMPORTO"_s, 100},
+                                  {u"IVA_IDALIQUOTA_IVA"_s, rate.intero(u"IDALIQUOTA_IVA"_s)},
+                                  {u"IVA_ALIQUOTA"_s, rate.numero(u"ALIQUOTA"_s)}}));
+    }
+    for (qsizetype i = 0; i < customers.size(); ++i) {
+        QHash<QString, QVariant> header = {{u"NUMERO"_s, 1},
+                                           {u"DATA"_s, data.oggi},
+                                           {u"VETT_RAGIONESOCIALE"_s, u"Vettore"_s},
+                                           {u"TOTALE_DOCUMENTO"_s, 436}};
+        for (const data::Column &column : customers.columns())
+            header.insert(u"CLI_"_s + column.name, customers.at(i, column.name));
+        data.testata = Record(header);
+        data.cliente = fatturapa::recordDi(customers)[i];
+        data.tipoPagamento = payments[i % payments.size()];
+        data.vettore = carriers[i % carriers.size()];
+        const fatturapa::Composizione composed = fatturapa::esamina(data);
+        QVERIFY2(fatturapa::ammette(composed.riscontri),
+                 qPrintable(data.cliente.testo(u"RAGIONESOCIALE"_s) + found(composed).join(u", "_s)));
+    }
 }
 
 namespace {
@@ -383,6 +431,29 @@ QString progressive(int number)
 
 } // namespace
 
+// Paper, file and database say the same: figures, and the rows' texts but for the signs that the file writes out.
+void TestElectronicInvoice::comparePrint(const test::Workplace &workplace, int id, const test::Element &invoice)
+{
+    const QString pdf = test::outputFile(u"fattura.pdf"_s);
+    StampaFatturaAccompagnatoria(id, pdf, TKxReportDestination::FilePDF);
+    const QStringList faults = test::printFaults(test::pdfPages(pdf).join(u'\n'), invoice);
+    QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
+    const auto dense = [](QString text) { return text.remove(QRegularExpression(u"\\s"_s)); };
+    const QString printed = dense(test::rawPdfText(pdf));
+    QString written;
+    for (const test::Element *row : invoice.all(u"FatturaElettronicaBody/DatiBeniServizi/DettaglioLinee"_s))
+        written += row->first(u"Descrizione"_s);
+    for (const test::Element *reason :
+         invoice.all(u"FatturaElettronicaBody/DatiGenerali/DatiGeneraliDocumento/Causale"_s))
+        written += reason->text;
+    written = dense(written);
+    for (const QString &text :
+         workplace.lines(u"SELECT DESCRIZIONE FROM FATT_ACC_DETT WHERE IDFATT_ACC = %1"_s.arg(id))) {
+        QVERIFY2(printed.contains(dense(text)), qPrintable(text));
+        QVERIFY2(written.contains(dense(fatturapa::latino(text).testo)), qPrintable(text));
+    }
+}
+
 // MAGAZZINO_INVOICES says how many; the thousand takes minutes.
 void TestElectronicInvoice::randomInvoices()
 {
@@ -412,6 +483,9 @@ void TestElectronicInvoice::randomInvoices()
                 .value(0);
         QCOMPARE(invoice.first(u"FatturaElettronicaBody/DatiGenerali/DatiGeneraliDocumento/ImportoTotaleDocumento"_s),
                  total);
+        // Every fifth is printed, too.
+        if (i % 5 == 0)
+            comparePrint(workplace, id, invoice);
         files.append(folder.filePath(fatturapa::nomeFile(composed.fattura)));
         QFile file(files.last());
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
