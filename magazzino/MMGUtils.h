@@ -74,6 +74,16 @@ int GetNextNumeroBollaCarico(int anno);
 int GetNextNumeroFattAcc(int anno);
 ///@}
 
+/// What stands around a number in its year; each is 0 where there is none.
+struct NumeriVicini
+{
+    int precedente = 0;  ///< the highest number below it, sales invoices included where they share the sequence
+    int datatoDopo = 0;  ///< a lower number with a later date
+    int datatoPrima = 0; ///< a higher number with an earlier date
+};
+/// For a document of `kind` with this number and date.
+NumeriVicini GetNumeriVicini(const DocumentKind &kind, int numero, QDate data);
+
 /// Deletion: may the record go, and its removal in a transaction of its own. A deletion that asks shows "Confermare
 /// l'eliminazione?"; it returns false when refused or when the database refused (which it reports itself).
 ///@{

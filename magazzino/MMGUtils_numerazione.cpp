@@ -46,3 +46,22 @@ int GetNextNumeroFattAcc(int anno)
 {
     return GetNextNumeroDocumento(fatturaAccompagnatoria(), anno);
 }
+
+NumeriVicini GetNumeriVicini(const DocumentKind &kind, int numero, QDate data)
+{
+    const QString nearest = u"(SELECT %1(NUMERO) FROM %2 WHERE ANNO = ? AND NUMERO %3) AS %4"_s;
+    const bool shared = !kind.numbersTable.isEmpty() && NumerazioneUnicaFattura();
+    const data::Rows rows = data::latest(
+        ModuleConnection(),
+        u"SELECT "_s +
+            QStringList{nearest.arg(u"MAX"_s, kind.table, u"< ?"_s, u"PROPRIO"_s),
+                        nearest.arg(u"MAX"_s, shared ? kind.numbersTable : kind.table, u"< ?"_s, u"ALTRUI"_s),
+                        nearest.arg(u"MAX"_s, kind.table, u"< ? AND DATA > ?"_s, u"DATATO_DOPO"_s),
+                        nearest.arg(u"MIN"_s, kind.table, u"> ? AND DATA < ?"_s, u"DATATO_PRIMA"_s)}
+                .join(u", "_s) +
+            u" FROM RDB$DATABASE"_s,
+        {data.year(), numero, data.year(), numero, data.year(), numero, data, data.year(), numero, data});
+    return {.precedente = std::max(rows.integer(0, u"PROPRIO"), rows.integer(0, u"ALTRUI")),
+            .datatoDopo = rows.integer(0, u"DATATO_DOPO"),
+            .datatoPrima = rows.integer(0, u"DATATO_PRIMA")};
+}

@@ -5,12 +5,14 @@
 
 #include <QEvent>
 #include <QLabel>
+#include <QListWidget>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
@@ -94,9 +96,13 @@ PreviewWindow::PreviewWindow(report::ReportSystem &system, QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 2, 4, 4);
     layout->addWidget(createToolBar());
+    createRemarks();
+    layout->addWidget(remarksButton_);
+    layout->addWidget(remarksList_);
     layout->addWidget(scroll_, 1);
     setMinimumSize(480, 320);
     setFocusProxy(scroll_);
+    showRemarks(system.remarks);
     goToPage(0);
     setZoom(Fit::Width);
 }
@@ -192,6 +198,41 @@ QToolBar *PreviewWindow::createToolBar()
     return bar;
 }
 
+// A line that says how many there are; what they say comes up when it is pressed.
+void PreviewWindow::createRemarks()
+{
+    remarksButton_ = new QToolButton(this);
+    remarksButton_->setObjectName(u"cmdRilievi"_s);
+    remarksButton_->setCheckable(true);
+    remarksButton_->setAutoRaise(true);
+    remarksButton_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    remarksButton_->setFocusPolicy(Qt::TabFocus);
+    remarksButton_->setToolTip(u"Che cosa manca o non torna in questo documento"_s);
+    remarksList_ = new QListWidget(this);
+    remarksList_->setObjectName(u"lstRilievi"_s);
+    remarksList_->setWordWrap(true);
+    remarksList_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    constexpr int lines = 6;
+    remarksList_->setMaximumHeight(lines * fontMetrics().lineSpacing() + 2 * remarksList_->frameWidth());
+    connect(remarksButton_, &QToolButton::toggled, this, [this](bool open) {
+        remarksButton_->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
+        remarksList_->setVisible(open);
+    });
+}
+
+void PreviewWindow::showRemarks(const QStringList &remarks)
+{
+    const qsizetype count = remarks.size();
+    remarksList_->clear();
+    remarksList_->addItems(remarks);
+    remarksButton_->setText(count == 1 ? u"1 rilievo su questo documento"_s
+                                       : u"%1 rilievi su questo documento"_s.arg(count));
+    remarksButton_->setArrowType(Qt::RightArrow);
+    remarksButton_->setChecked(false);
+    remarksButton_->setVisible(count > 0);
+    remarksList_->hide();
+}
+
 void PreviewWindow::countPages()
 {
     const QSignalBlocker quiet(pageEdit_);
@@ -205,6 +246,7 @@ void PreviewWindow::showDocument(const report::ReportSystem &system)
     proposedName_ = system.proposedName;
     setWindowTitle(u"Anteprima - %1"_s.arg(document_->title()));
     view_->setDocument(document_);
+    showRemarks(system.remarks);
     countPages();
     goToPage(page_);
     applyZoom();

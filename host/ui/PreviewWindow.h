@@ -7,8 +7,10 @@
 
 class QComboBox;
 class QLabel;
+class QListWidget;
 class QScrollArea;
 class QSpinBox;
+class QToolButton;
 
 namespace host {
 
@@ -73,6 +75,8 @@ private:
     void addPageCommands();
     void addZoomCommands();
     QToolBar *createToolBar();
+    void createRemarks();
+    void showRemarks(const QStringList &remarks);
     void countPages();
     void stepZoom(int direction);
     void applyZoom();
@@ -87,6 +91,8 @@ private:
     QScrollArea *scroll_;
     QSpinBox *pageEdit_ = nullptr;
     QLabel *zoomLabel_ = nullptr;
+    QToolButton *remarksButton_ = nullptr;
+    QListWidget *remarksList_ = nullptr;
     int page_ = 0;
     Fit fit_ = Fit::Width;
     int percent_ = 100;

@@ -2,6 +2,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "magazzino/documents/DocumentKind.h"
+#include "magazzino/reports/RilieviStampa.h"
 #include "magazzino/reports/TotaliFattura.h"
 #include "magazzino/reports/uMMGdmStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
@@ -41,9 +42,11 @@ void openCompany(TMMGModMagazzino &module)
 class PrintedRecord
 {
 public:
-    PrintedRecord(report::ReportSystem &system, const data::DataSet &record, const DocumentKind &kind)
+    PrintedRecord(report::ReportSystem &system, const data::DataSet &record, const DocumentKind &kind,
+                  const QStringList &remarks)
         : system_(system)
     {
+        system_.remarks = remarks;
         if (record.isEmpty())
             return;
         system_.subject = kind.key + record.text(kind.key);
@@ -53,6 +56,7 @@ public:
     {
         system_.subject.clear();
         system_.proposedName.clear();
+        system_.remarks.clear();
     }
     PrintedRecord(const PrintedRecord &) = delete;
     PrintedRecord &operator=(const PrintedRecord &) = delete;
@@ -114,7 +118,10 @@ void StampaDocumento(const DocumentKind &kind, int id, const QString &file, TKxR
             report = kind.print.exemptReport;
             module.rProject->setParameter(u"Param1"_s, exemptionNote());
         }
-        const PrintedRecord printed(*module.rSystem, document, kind);
+        // Nobody looks at a file while it is written.
+        const bool toFile = destination == TKxReportDestination::FilePDF;
+        const PrintedRecord printed(*module.rSystem, document, kind,
+                                    toFile ? QStringList() : RilieviStampa(*module.dmStampe, kind));
         runDocument(module, report, file, destination);
     });
 }

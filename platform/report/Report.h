@@ -64,6 +64,8 @@ public:
     QString subject;
     /// What a preview of it proposes as the name of a file; the document's title when empty.
     QString proposedName;
+    /// What is to be said about the record that is printed, one sentence each; a preview shows them on request.
+    QStringList remarks;
     PdfRenderer *renderer = nullptr; ///< used for files only
     /// Shows the print setup and prints; `form` is the preview that asks, or null.
     WindowHook overrideSetup;

@@ -11,6 +11,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QDialog>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -18,6 +19,7 @@
 #include <QSpinBox>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -37,6 +39,7 @@ private Q_SLOTS:
     void pdfNameGetsItsExtension();
     void previewSavesAndPrintsItsOwnDocument();
     void oneNoteHasOnePreview();
+    void remarksStandAboveThePages();
 
 private:
     QWidget *open(const QString &action) const { return workplace_->module().openForm(action); }
@@ -235,6 +238,34 @@ void TestReportForms::oneNoteHasOnePreview()
     for (int i = 0; i < 2; ++i)
         StampaElenco(u"Inventario"_s, {});
     QCOMPARE(workplace_->window().findChildren<host::PreviewWindow *>().size(), 4);
+}
+
+void TestReportForms::remarksStandAboveThePages()
+{
+    const int note = test::insertNote(workplace_->database(), 1, {{u"NUMERO"_s, 3}, {u"CLI_CITTA"_s, QVariant()}});
+    test::insertNote(workplace_->database(), 1, {{u"NUMERO"_s, 1}, {u"DATA"_s, QDate(2026, 3, 17)}});
+    StampaDdTScarico(note, {}, TKxReportDestination::Anteprima);
+    auto *line = test::control<QToolButton>(preview(), u"cmdRilievi"_s);
+    const auto *list = test::control<QListWidget>(preview(), u"lstRilievi"_s);
+    QVERIFY(!line->isHidden() && list->isHidden());
+    QCOMPARE(line->text(), u"3 rilievi su questo documento"_s);
+    QTest::keyClick(line, Qt::Key_Space);
+    QVERIFY(!list->isHidden());
+    QCOMPARE(list->item(0)->text(), u"Manca la città del cliente."_s);
+    QCOMPARE(list->item(1)->text(), u"Prima di questo documento manca il numero 2."_s);
+    QCOMPARE(list->item(2)->text(), u"Il numero 1 viene prima di questo, ma ha una data successiva."_s);
+    // Printed again once nothing is wrong.
+    workplace_->database().execute(u"UPDATE DDT_SCARICO SET CLI_CITTA = 'Padova', DATA = '2026-03-16'"_s);
+    workplace_->database().execute(u"UPDATE DDT_SCARICO SET NUMERO = 2 WHERE NUMERO = 3"_s);
+    StampaDdTScarico(note, {}, TKxReportDestination::Anteprima);
+    QVERIFY(line->isHidden() && list->isHidden());
+    // An invoice is looked at as a file would be.
+    StampaFatturaAccompagnatoria(
+        test::insertInvoice(workplace_->database(), 1, {{u"NUMERO"_s, 1}, {u"CLI_PARTITAIVA"_s, u"01234567897"_s}}), {},
+        TKxReportDestination::Anteprima);
+    const host::PreviewWindow *second = workplace_->window().findChildren<host::PreviewWindow *>().last();
+    QCOMPARE(test::control<QListWidget>(second, u"lstRilievi"_s)->item(0)->text(),
+             u"00306 Il codice fiscale del cliente è sbagliato."_s);
 }
 
 void TestReportForms::previewSavesAndPrintsItsOwnDocument()

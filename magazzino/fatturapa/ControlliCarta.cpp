@@ -1,0 +1,79 @@
+#include "magazzino/fatturapa/ControlliCarta.h"
+
+#include "host/TaxCodes.h"
+
+using namespace Qt::StringLiterals;
+
+namespace fatturapa {
+
+namespace {
+
+struct Voce
+{
+    QString colonna;
+    QString campo;
+    QString testo; ///< %1 is whose it is
+};
+
+const QList<Voce> &vociIndirizzo()
+{
+    static const QList<Voce> voci = {{u"RAGIONESOCIALE"_s, u"txtRagioneSociale"_s, u"Manca la ragione sociale %1."_s},
+                                     {u"INDIRIZZO"_s, u"txtIndirizzo"_s, u"Manca l'indirizzo %1."_s},
+                                     {u"CITTA"_s, u"txtCitta"_s, u"Manca la città %1."_s}};
+    return voci;
+}
+
+void controllaIndirizzo(const Record &record, const QString &prefisso, Luogo luogo, const QString &chi,
+                        QList<Riscontro> &riscontri)
+{
+    for (const Voce &voce : vociIndirizzo()) {
+        if (record.testo(prefisso + voce.colonna).isEmpty())
+            riscontri.append({{}, true, luogo, 0, voce.campo, voce.testo.arg(chi)});
+    }
+}
+
+void controllaRighe(const QList<Record> &righe, QList<Riscontro> &riscontri)
+{
+    bool merce = false;
+    for (qsizetype i = 0; i < righe.size(); ++i) {
+        const int riga = static_cast<int>(i) + 1;
+        if (righe[i].testo(u"TIPO_RIGA"_s) == u"Testo")
+            continue;
+        merce = true;
+        const auto trova = [&](const QString &testo) {
+            riscontri.append({{}, true, Luogo::Fattura, riga, {}, u"Riga %1: "_s.arg(riga) + testo});
+        };
+        if (righe[i].testo(u"DESCRIZIONE"_s).isEmpty())
+            trova(u"manca la descrizione."_s);
+        if (righe[i].centesimi(u"QUANTITA"_s) <= 0)
+            trova(u"manca la quantità."_s);
+    }
+    if (!merce)
+        riscontri.append({{}, true, Luogo::Fattura, 0, {}, u"Il documento non elenca merci."_s});
+}
+
+} // namespace
+
+QList<Riscontro> controllaCarta(const Dati &dati)
+{
+    QList<Riscontro> riscontri;
+    controllaIndirizzo(dati.azienda, {}, Luogo::Azienda, u"dell'azienda"_s, riscontri);
+    if (!host::isVatNumber(dati.azienda.testo(u"PARTITAIVA"_s)))
+        riscontri.append(
+            {{}, true, Luogo::Azienda, 0, u"txtPartitaIVA"_s, u"La partita IVA dell'azienda manca o è sbagliata."_s});
+    constexpr int fornitore = 1;
+    const bool aFornitore = dati.testata.intero(u"TIPO_ANAGRAFICA"_s) == fornitore;
+    const QString chi = aFornitore ? u"del fornitore"_s : u"del cliente"_s;
+    controllaIndirizzo(dati.testata, u"CLI_"_s, Luogo::Cliente, chi, riscontri);
+    if (dati.testata.testo(u"CLI_PARTITAIVA"_s).isEmpty() && dati.testata.testo(u"CLI_CODICEFISCALE"_s).isEmpty())
+        riscontri.append({{},
+                          true,
+                          Luogo::Cliente,
+                          0,
+                          u"txtPartitaIVA"_s,
+                          u"Mancano partita IVA e codice fiscale %1: ne serve almeno uno."_s.arg(chi)});
+    controllaRighe(dati.righe, riscontri);
+    return riscontri;
+}
+
+} // namespace fatturapa
