@@ -135,6 +135,8 @@ QString Bench::run()
         measureLists(*this);
     if (isWanted(u"pdf"_s))
         measurePdf(*this);
+    if (isWanted(u"files"_s))
+        measureFiles(*this);
     if (isWanted(u"start"_s))
         measureStart();
     // Last, since it rewrites half of the movements.

@@ -59,5 +59,6 @@ void measureLevelReports(Bench &bench);
 void measureRevaluation(Bench &bench);
 void measureLists(Bench &bench);
 void measurePdf(Bench &bench);
+void measureFiles(Bench &bench);
 
 } // namespace bench

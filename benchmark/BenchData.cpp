@@ -132,6 +132,45 @@ void makeDocuments(data::Connection &connection, const DataSize &size, int first
     }
 }
 
+// Customers, rates, payment types and carriers are those of the demonstration firm.
+QList<int> makeInvoices(data::Connection &connection, int count)
+{
+    connection.execute(uR"(EXECUTE BLOCK AS DECLARE I INTEGER = 1; DECLARE R INTEGER; DECLARE H INTEGER;
+DECLARE Q DECIMAL(13, 2); DECLARE T DECIMAL(13, 2); BEGIN
+  WHILE (I <= %1) DO BEGIN
+    T = 0;
+    INSERT INTO FATT_ACC(NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, CLI_CITTA, CLI_CAP,
+      CLI_PROVINCIA, CLI_NAZIONE, CLI_PARTITAIVA, VETT_CODICE, VETT_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO,
+      PAGATO, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, CAUSALE_TRASPORTO, COLLI, TOTALE_IMPONIBILE,
+      TOTALE_IMPOSTA, TOTALE_DOCUMENTO, FC_ABILITATO, IVA_ESENTE)
+    SELECT :I, CURRENT_DATE, EXTRACT(YEAR FROM CURRENT_DATE), C.CODICE, C.RAGIONESOCIALE, C.INDIRIZZO, C.CITTA, C.CAP,
+      C.PROVINCIA, C.NAZIONE, C.PARTITAIVA, V.CODICE, V.RAGIONESOCIALE, P.IDTIPO_PAGAMENTO, P.TIPO_PAGAMENTO, 'False',
+      1, 'Vettore', 1, 'Vendita', 3, 0, 0, 0, 'False', 'False'
+    FROM CLIENTI C, VETTORI V, TIPI_PAGAMENTO P
+    WHERE C.PARTITAIVA > '' ORDER BY MOD(C.IDCLIENTE + :I, 31), V.IDVETTORE, P.IDTIPO_PAGAMENTO ROWS 1
+    RETURNING IDFATT_ACC INTO :H;
+    R = 0;
+    WHILE (R < %2) DO BEGIN
+      Q = 1 + MOD(I + R, 9);
+      T = T + Q * 12.5;
+      INSERT INTO FATT_ACC_DETT(IDFATT_ACC, CODICE, DESCRIZIONE, PREZZO, SCONTO, QUANTITA, IMPORTO, IVA_IDALIQUOTA_IVA,
+        IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA, UM, TIPO_RIGA)
+      VALUES (:H, 'ART' || :R, 'Articolo di prova numero ' || :R, 12.5, 0, :Q, :Q * 12.5, 1, '22', 'Iva 22%', 22, 'PZ',
+        'Articolo');
+      R = R + 1;
+    END
+    UPDATE FATT_ACC SET TOTALE_IMPONIBILE = :T, TOTALE_IMPOSTA = :T * 0.22, TOTALE_DOCUMENTO = :T * 1.22
+      WHERE IDFATT_ACC = :H;
+    I = I + 1;
+END END)"_s.arg(count)
+                           .arg(rowsPerDocument));
+    const data::Rows rows = connection.select(u"SELECT IDFATT_ACC FROM FATT_ACC ORDER BY 1"_s);
+    QList<int> keys;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        keys.append(rows.integer(row, u"IDFATT_ACC"));
+    return keys;
+}
+
 void makeMovements(data::Connection &connection, const QString &code, int count)
 {
     connection.execute(uR"(EXECUTE BLOCK AS DECLARE I INTEGER = 0; DECLARE Q INTEGER; BEGIN WHILE (I < %1) DO BEGIN

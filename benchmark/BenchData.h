@@ -1,4 +1,5 @@
 #pragma once
+#include <QList>
 #include <QString>
 
 namespace data {
@@ -27,6 +28,9 @@ void makeArticles(data::Connection &connection, const DataSize &size);
 /// article in twenty never moves; some codes are written in small letters, some belong to no article. Firebird keeps
 /// the statistics that its indexes had before, as in a database that grew.
 void makeDocuments(data::Connection &connection, const DataSize &size, int first, int last);
+
+/// `count` invoices of ten rows each, which can become electronic ones; their keys.
+QList<int> makeInvoices(data::Connection &connection, int count);
 
 /// Code of the article with `number` from 1.
 QString articleCode(int number);
