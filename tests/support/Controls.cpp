@@ -31,10 +31,30 @@ void missing(const QString &name)
 void type(QWidget *control, const QString &text)
 {
     for (const QChar character : text) {
-        const int key = character == u'\n' ? Qt::Key_Return : Qt::Key_unknown;
-        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, character);
-        QApplication::sendEvent(control, &press);
+        const char latin = character.toLatin1();
+        if (character == u'\n') {
+            QTest::keyClick(control, Qt::Key_Return);
+        } else if (latin >= ' ' && latin < 0x7f) {
+            QTest::keyClick(control, latin);
+        } else {
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, character);
+            QApplication::sendEvent(control, &press);
+        }
     }
+}
+
+void retype(QWidget *control, const QString &text)
+{
+    control->setFocus();
+    QTest::keyClick(control, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(control, Qt::Key_Delete);
+    type(control, text);
+}
+
+void retype(const QWidget *owner, const QString &name, const QString &text)
+{
+    retype(control<QWidget>(owner, name), text);
+    settle();
 }
 
 void typeOver(QWidget *control, const QString &text)
@@ -47,9 +67,7 @@ void typeOver(QWidget *control, const QString &text)
     control->window()->activateWindow();
     control->setFocus();
     settle();
-    QTest::keyClick(control, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(control, Qt::Key_Delete);
-    type(control, text);
+    retype(control, text);
     const auto *memo = qobject_cast<QPlainTextEdit *>(control);
     if (!memo || memo->tabChangesFocus())
         QTest::keyClick(control, Qt::Key_Tab);

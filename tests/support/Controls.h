@@ -24,6 +24,9 @@ Control *control(const QObject *owner, const QString &name)
 
 /// Presses the key of each character of `text`, also of those that no plain key stands for.
 void type(QWidget *control, const QString &text);
+/// Types over what stands in the control; the focus stays.
+void retype(QWidget *control, const QString &text);
+void retype(const QWidget *owner, const QString &control, const QString &text);
 /// Turns to the control's page, types over what stands in it and leaves it with Tab, where Tab leads on.
 void typeOver(QWidget *control, const QString &text);
 

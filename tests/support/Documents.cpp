@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QTabWidget>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -14,38 +15,56 @@ namespace test {
 
 const DocumentNames &receipt()
 {
-    static const DocumentNames names = {u"actInserimentoBolleCarico"_s,
-                                        u"BOLLE_CARICO"_s,
-                                        u"BOLLE_CARICO_DETT"_s,
-                                        u"IDBOLLA_CARICO"_s,
-                                        u"actSelezionaFornitore"_s,
-                                        u"Acciaierie Brentane S.p.A."_s,
-                                        u"Costo"_s};
-    return names;
+    return documentNames(u"receipt"_s);
 }
 
 const DocumentNames &deliveryNote()
 {
-    static const DocumentNames names = {u"actInserimentoDdTScarico"_s,
-                                        u"DDT_SCARICO"_s,
-                                        u"DDT_SCARICO_DETT"_s,
-                                        u"IDDDT_SCARICO"_s,
-                                        u"actSelezionaCliente"_s,
-                                        u"Arredo Bagno Alpi S.r.l."_s,
-                                        u"Prezzo"_s};
-    return names;
+    return documentNames(u"note"_s);
 }
 
 const DocumentNames &accompanyingInvoice()
 {
-    static const DocumentNames names = {u"actInserimentoFattureAccompagnatorie"_s,
-                                        u"FATT_ACC"_s,
-                                        u"FATT_ACC_DETT"_s,
-                                        u"IDFATT_ACC"_s,
-                                        u"actSelezionaCliente"_s,
-                                        u"Arredo Bagno Alpi S.r.l."_s,
-                                        u"Prezzo"_s};
-    return names;
+    return documentNames(u"invoice"_s);
+}
+
+const DocumentNames &documentNames(const QString &kind)
+{
+    static const QMap<QString, DocumentNames> all = {
+        {u"receipt"_s,
+         {u"actInserimentoBolleCarico"_s, u"BOLLE_CARICO"_s, u"BOLLE_CARICO_DETT"_s, u"IDBOLLA_CARICO"_s,
+          u"actSelezionaFornitore"_s, u"Acciaierie Brentane S.p.A."_s, u"Costo"_s}},
+        {u"note"_s,
+         {u"actInserimentoDdTScarico"_s, u"DDT_SCARICO"_s, u"DDT_SCARICO_DETT"_s, u"IDDDT_SCARICO"_s,
+          u"actSelezionaCliente"_s, u"Arredo Bagno Alpi S.r.l."_s, u"Prezzo"_s}},
+        {u"invoice"_s,
+         {u"actInserimentoFattureAccompagnatorie"_s, u"FATT_ACC"_s, u"FATT_ACC_DETT"_s, u"IDFATT_ACC"_s,
+          u"actSelezionaCliente"_s, u"Arredo Bagno Alpi S.r.l."_s, u"Prezzo"_s}}};
+    const auto found = all.constFind(kind);
+    if (found == all.constEnd())
+        missing(kind);
+    return *found;
+}
+
+void eachKind(const QStringList &cases)
+{
+    QTest::addColumn<int>("unused");
+    for (const QString &kind : {u"receipt"_s, u"note"_s, u"invoice"_s}) {
+        if (cases.isEmpty())
+            QTest::newRow(qPrintable(kind)) << 0;
+        for (const QString &some : cases)
+            QTest::newRow(qPrintable(kind + u", "_s + some)) << 0;
+    }
+}
+
+const DocumentNames &kindOfRow()
+{
+    return documentNames(QString::fromLatin1(QTest::currentDataTag()).section(u", "_s, 0, 0));
+}
+
+QString caseOfRow()
+{
+    return QString::fromLatin1(QTest::currentDataTag()).section(u", "_s, 1);
 }
 
 Document::Document(Workplace &workplace, const DocumentNames &names)

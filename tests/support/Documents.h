@@ -1,5 +1,7 @@
 #pragma once
 #include "magazzino/ui/MMGInserimentoDocumento.h"
+#include "platform/ui/DateEdit.h"
+#include "platform/ui/NumberEdits.h"
 #include "tests/support/Controls.h"
 #include "tests/support/Workplace.h"
 
@@ -20,6 +22,16 @@ struct DocumentNames
 const DocumentNames &receipt();
 const DocumentNames &deliveryNote();
 const DocumentNames &accompanyingInvoice();
+/// The kind called "receipt", "note" or "invoice".
+const DocumentNames &documentNames(const QString &kind);
+
+/// Data rows of a test: for each kind one named after it or, with `cases`, "KIND, CASE" for each of them.
+void eachKind(const QStringList &cases = {});
+/// Kind and case of the test's row.
+///@{
+const DocumentNames &kindOfRow();
+QString caseOfRow();
+///@}
 
 /// A document's form in a running program, worked through its controls.
 class Document

@@ -25,6 +25,10 @@ public:
     void expectPart(const QString &title, const QString &part, core::Answer answer);
     void expectWarning(const QString &text) { expect(QStringLiteral("Attenzione"), text, core::MessageIcon::Warning); }
     void expectError(const QString &text) { expect(QStringLiteral("Errore"), text, core::MessageIcon::Error); }
+    void expectInformation(const QString &text)
+    {
+        expect(QStringLiteral("Informazioni"), text, core::MessageIcon::Information);
+    }
     void expectQuestion(const QString &text, core::Answer answer)
     {
         expect(QStringLiteral("Conferma"), text, core::MessageIcon::Question, answer);

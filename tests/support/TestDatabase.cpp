@@ -29,13 +29,6 @@ QString folder()
     return directory.path();
 }
 
-data::DatabaseAddress addressOf(const QString &path)
-{
-    data::DatabaseAddress address;
-    address.file = path;
-    return address;
-}
-
 std::unique_ptr<QObject> makeModule(const data::DatabaseAddress &address)
 {
     auto module = std::make_unique<QObject>();
@@ -70,8 +63,8 @@ QString templateFile(Content content)
     QString &path = made[content];
     if (path.isEmpty()) {
         const QString file = folder() + u"/template%1.fdb"_s.arg(static_cast<int>(content));
-        data::createDatabase(addressOf(file));
-        fill(addressOf(file), content);
+        data::createDatabase(fileAddress(file));
+        fill(fileAddress(file), content);
         path = file;
     }
     return path;
@@ -104,7 +97,7 @@ TestDatabase::~TestDatabase()
 
 data::DatabaseAddress TestDatabase::address() const
 {
-    return addressOf(path_);
+    return fileAddress(path_);
 }
 
 ModuleDatabase::ModuleDatabase(Content content)
@@ -126,12 +119,27 @@ int ModuleDatabase::insert(const QString &table, const QVariantMap &values)
     return insertInto(*connection_, table, values);
 }
 
+data::DatabaseAddress fileAddress(const QString &path)
+{
+    data::DatabaseAddress address;
+    address.file = path;
+    return address;
+}
+
+std::unique_ptr<data::Connection> connectTo(const data::DatabaseAddress &address)
+{
+    auto connection = std::make_unique<data::Connection>();
+    connection->setConnectionString(data::nativeConnectionString(address));
+    connection->open();
+    return connection;
+}
+
 int insertInto(data::Connection &connection, const QString &table, const QVariantMap &values)
 {
     const data::Rows columns = connection.select(
         u"SELECT TRIM(F.RDB$FIELD_NAME) AS NAME, COALESCE(F.RDB$NULL_FLAG, 0) AS REQUIRED, T.RDB$FIELD_TYPE AS KIND "
-        "FROM RDB$RELATION_FIELDS F JOIN RDB$FIELDS T ON T.RDB$FIELD_NAME = F.RDB$FIELD_SOURCE "
-        "WHERE F.RDB$RELATION_NAME = :TABLE_NAME ORDER BY F.RDB$FIELD_POSITION"_s,
+        "FROM RDB$RELATION_FIELDS F JOIN RDB$FIELDS T ON T.RDB$FIELD_NAME = F.RDB$FIELD_SOURCE WHERE "
+        "F.RDB$RELATION_NAME = :TABLE_NAME ORDER BY F.RDB$FIELD_POSITION"_s,
         {{u"TABLE_NAME"_s, table}});
     QVariantMap complete = values;
     for (qsizetype row = 0; row < columns.size(); ++row) {
@@ -158,6 +166,32 @@ QStringList linesOf(data::Connection &connection, const QString &sql)
         result.append(values.join(u'|'));
     }
     return result;
+}
+
+QStringList answersOf(data::Connection &connection, const QString &sql)
+{
+    const data::Rows rows = connection.select(sql);
+    QStringList lines;
+    for (const data::Column &column : rows.columns())
+        lines.append(u"%1 %2"_s.arg(column.name).arg(column.places));
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        QStringList values;
+        for (const QVariant &value : rows.values(row))
+            values.append(value.isValid() ? value.toString() : u"NULL"_s);
+        lines.append(values.join(u'|'));
+    }
+    return lines;
+}
+
+void refusing(data::Connection &connection, const std::function<bool(const QString &sql)> &refused,
+              const std::function<void()> &work)
+{
+    connection.setStatementHook([&refused](const QString &sql) {
+        if (refused(sql))
+            throw core::Error(u"rifiutato"_s);
+    });
+    work();
+    connection.setStatementHook({});
 }
 
 QString errorOf(const std::function<void()> &body)

@@ -55,12 +55,24 @@ private:
     data::Connection *connection_ = nullptr;
 };
 
+/// The embedded database in a file.
+data::DatabaseAddress fileAddress(const QString &path);
+/// An open connection of its own, as another program or workstation has it. Throws core::Error.
+std::unique_ptr<data::Connection> connectTo(const data::DatabaseAddress &address);
+
 /// Inserts a row; columns of it that are required but not named get 0, "-" or 2026-01-01. Returns the value of its
 /// first column, the key.
 int insertInto(data::Connection &connection, const QString &table, const QVariantMap &values);
 
 /// Each row of a query as one text, its values separated by "|"; NULL is empty.
 QStringList linesOf(data::Connection &connection, const QString &sql);
+
+/// The columns of a query with their decimals, then its rows; NULL and 0 told apart.
+QStringList answersOf(data::Connection &connection, const QString &sql);
+
+/// Does `work` while the connection refuses the statements that `refused` picks, with the error "rifiutato".
+void refusing(data::Connection &connection, const std::function<bool(const QString &sql)> &refused,
+              const std::function<void()> &work);
 
 /// Text of the error that `body` throws, "no error" when it throws none.
 QString errorOf(const std::function<void()> &body);

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <tuple>
 #include <vector>
 
 /// Several test classes in one program: each is announced by a Registered object in its own source file, and the
@@ -20,6 +21,32 @@ inline std::vector<Factory> &registeredTests()
 {
     static std::vector<Factory> factories;
     return factories;
+}
+
+/// Column names of the running test's data.
+inline std::vector<const char *> &columnNames()
+{
+    static std::vector<const char *> names;
+    return names;
+}
+
+template <typename Value>
+using ColumnName = const char *;
+
+/// Says in a data function what its rows consist of.
+template <typename... Values>
+void columns(ColumnName<Values>... names)
+{
+    columnNames() = {names...};
+    (QTest::addColumn<Values>(names), ...);
+}
+
+/// The first values of the test's row, of which columns() has told the types.
+template <typename... Values>
+std::tuple<Values...> row()
+{
+    auto name = columnNames().cbegin();
+    return {*static_cast<const Values *>(QTest::qData(*name++, qMetaTypeId<Values>()))...};
 }
 
 template <typename Test>

@@ -13,6 +13,16 @@ namespace test {
 /// "Now" of every workplace.
 QDateTime workplaceTime();
 
+/// What the program says in many places.
+///@{
+inline const QString saveError = QStringLiteral("Si è verificato un errore durante il salvataggio dei dati!");
+inline const QString unsaved = QStringLiteral("Ci sono delle modifiche non salvate.\n\rContinuare comunque?");
+inline const QString saveFirst = QStringLiteral("Salvare le modifiche al record corrente\n\rprima di continuare?");
+inline const QString deleting = QStringLiteral("Confermare l'eliminazione?");
+inline const QString numberTaken = QStringLiteral("Esiste già un documento con questo numero!");
+inline const QString noRights = QStringLiteral("Non si dispone di diritti sufficienti per eseguire questa operazione.");
+///@}
+
 /// Searches the code by Enter in its filter, then chooses it.
 ScriptedDialogs::Use choosingArticle(const QString &code);
 
