@@ -1,6 +1,7 @@
 #include "magazzino/ui/EntryLine.h"
 
 #include "platform/core/Messages.h"
+#include "platform/ui/Bell.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/LineEdit.h"
 
@@ -170,7 +171,7 @@ void DocumentEntryLine::showHint(const QString &text)
 
 void DocumentEntryLine::showRefusal(const QString &text)
 {
-    QApplication::beep();
+    ui::ringBell();
     QPalette red = palette();
     red.setColor(QPalette::WindowText, refusalColour(red));
     red.setColor(QPalette::Text, refusalColour(red));
@@ -270,7 +271,7 @@ bool DocumentEntryLine::addScanned(const NumberInput &into)
         code_->setText(code);
         takeTyped(true, true);
     } else {
-        QApplication::beep();
+        ui::ringBell();
     }
     return true;
 }

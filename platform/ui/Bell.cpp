@@ -1,0 +1,29 @@
+#include "platform/ui/Bell.h"
+
+#include <QApplication>
+
+#include <utility>
+
+namespace ui {
+
+namespace {
+
+Bell &current()
+{
+    static Bell bell;
+    return bell;
+}
+
+} // namespace
+
+void ringBell()
+{
+    current() ? current()() : QApplication::beep();
+}
+
+Bell setBell(Bell bell)
+{
+    return std::exchange(current(), std::move(bell));
+}
+
+} // namespace ui
