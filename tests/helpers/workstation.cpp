@@ -84,10 +84,8 @@ void obey(test::Workplace &workplace)
                : !aboutOthers || yes       ? core::Answer::Yes
                                            : core::Answer::No;
     });
-    const QList<const test::DocumentNames *> kinds = {&test::receipt(), &test::deliveryNote(),
-                                                      &test::accompanyingInvoice()};
     for (QStringList words; (words = readLine().split(u' ')).size() == 5;) {
-        const test::Document document(workplace, *kinds.at(words[0].toInt()));
+        const test::Document document(workplace, test::documentNames(words[0]));
         yes = words[4] == u"yes"_s;
         if (words[2] == u"new"_s) {
             document.form().NuovoRecord();

@@ -14,8 +14,8 @@ struct Ended
     QString output;
 };
 
-/// Runs a program, with what it starts in a session of their own, to its end. One that neither works nor waits for the
-/// disk any more hangs and is killed, however busy the machine is; so is one that does not end within ten minutes.
+/// Runs a program, with what it starts in a session of their own, to its end. One that does not end within ten minutes
+/// hangs and is killed.
 Ended run(const QStringList &command, const QProcessEnvironment &variables);
 
 } // namespace kills

@@ -35,12 +35,10 @@ const QString copies = u"archivio.prima-dell-aggiornamento-*.fdb"_s;
 
 QStringList contentOf(const data::DatabaseAddress &address, const QStringList &queries)
 {
-    data::Connection connection;
-    connection.setConnectionString(data::nativeConnectionString(address));
-    connection.open();
+    const auto connection = test::connectTo(address);
     QStringList lines;
     for (const QString &query : queries)
-        lines += test::linesOf(connection, query);
+        lines += test::linesOf(*connection, query);
     return lines;
 }
 
@@ -58,17 +56,10 @@ QStringList differences(const QStringList &found, const QStringList &wanted)
     return result;
 }
 
-data::DatabaseAddress addressOf(const QString &file)
-{
-    data::DatabaseAddress address;
-    address.file = file;
-    return address;
-}
-
 QStringList compare(const QString &file, test::Content content, const QStringList &queries)
 {
     const test::TestDatabase whole(content);
-    return differences(contentOf(addressOf(file), queries), contentOf(whole.address(), queries));
+    return differences(contentOf(test::fileAddress(file), queries), contentOf(whole.address(), queries));
 }
 
 Workload emptyFirm()

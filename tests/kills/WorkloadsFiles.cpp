@@ -10,6 +10,7 @@
 #include "platform/core/SaveFile.h"
 #include "platform/data/DatabaseFile.h"
 #include "tests/kills/Workload.h"
+#include "tests/support/Files.h"
 #include "tests/support/TestDatabase.h"
 
 #include <QDir>
@@ -30,28 +31,12 @@ const QDate today(2026, 3, 16);
 
 data::DatabaseAddress databaseIn(const QString &folder)
 {
-    data::DatabaseAddress address;
-    address.file = folder + u"/archivio.fdb"_s;
-    return address;
+    return test::fileAddress(folder + u"/archivio.fdb"_s);
 }
 
 QString copyIn(const QString &folder)
 {
     return folder + u"/copia.fbk"_s;
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-std::unique_ptr<data::Connection> opened(const data::DatabaseAddress &address)
-{
-    auto connection = std::make_unique<data::Connection>();
-    connection->setConnectionString(data::nativeConnectionString(address));
-    connection->open();
-    return connection;
 }
 
 void layDown(test::Content content, const data::DatabaseAddress &target)
@@ -77,7 +62,8 @@ void begin(const QString &folder)
 
 QStringList articlesIn(const QString &folder)
 {
-    return test::linesOf(*opened(databaseIn(folder)), u"SELECT COUNT(*) FROM ANA_MAGA WHERE DESCRIZIONE = 'Vite'"_s);
+    return test::linesOf(*test::connectTo(databaseIn(folder)),
+                         u"SELECT COUNT(*) FROM ANA_MAGA WHERE DESCRIZIONE = 'Vite'"_s);
 }
 
 void import(const QString &folder)
@@ -85,7 +71,7 @@ void import(const QString &folder)
     begin(folder);
     const int before = articlesIn(folder).value(0).toInt();
     require(before == 0 || before == articles, u"half of an import: %1"_s.arg(before));
-    const auto connection = opened(databaseIn(folder));
+    const auto connection = test::connectTo(databaseIn(folder));
     const host::ImportTarget &target = host::importTargets().first();
     const host::ImportLookups lookups(*connection, target);
     core::CsvFile file(folder + u"/articoli.csv"_s);
@@ -120,8 +106,7 @@ Workload importing()
 // What is wrong with a copy: empty when it comes back as the database that it was made of.
 QStringList problemsOfCopy(const QString &copy, const QString &folder)
 {
-    data::DatabaseAddress restored;
-    restored.file = folder + u"/prova.fdb"_s;
+    const data::DatabaseAddress restored = test::fileAddress(folder + u"/prova.fdb"_s);
     core::Progress progress;
     host::restoreDatabase(copy, restored, progress);
     const QString problem = host::databaseProblem(restored);
@@ -132,7 +117,7 @@ QStringList problemsOfCopy(const QString &copy, const QString &folder)
 void backUp(const QString &folder)
 {
     begin(folder);
-    require(contentOf(copyIn(folder)) == olderCopy || problemsOfCopy(copyIn(folder), folder).isEmpty(),
+    require(test::contentOf(copyIn(folder)) == olderCopy || problemsOfCopy(copyIn(folder), folder).isEmpty(),
             u"half of a copy"_s);
     core::Progress progress;
     host::backupDatabase(databaseIn(folder), copyIn(folder), progress);
@@ -180,7 +165,7 @@ Workload backingUpDaily()
 
 QStringList firmIn(const data::DatabaseAddress &address)
 {
-    return test::linesOf(*opened(address), u"SELECT RAGIONESOCIALE FROM AZIENDA"_s);
+    return test::linesOf(*test::connectTo(address), u"SELECT RAGIONESOCIALE FROM AZIENDA"_s);
 }
 
 QString keptName(int number)
@@ -208,8 +193,7 @@ QStringList problemsOfRestore(const QString &folder)
     QStringList problems;
     if (firmIn(databaseIn(folder)) != QStringList(u"Copiata"_s))
         problems.append(u"the copy is not there"_s);
-    data::DatabaseAddress kept;
-    kept.file = folder + u'/' + keptName(1);
+    const data::DatabaseAddress kept = test::fileAddress(folder + u'/' + keptName(1));
     if (firmIn(kept) != QStringList(u"Prima"_s))
         problems.append(u"the database of before is not there"_s);
     if (fileNumber(kept.file) == fileNumber(databaseIn(folder).file))
@@ -223,10 +207,10 @@ Workload restoring()
         const data::DatabaseAddress database = databaseIn(folder);
         layDown(test::Content::HostSchema, database);
         const QString name = u"INSERT INTO AZIENDA(RAGIONESOCIALE) VALUES(?)"_s;
-        opened(database)->run(name, {u"Copiata"_s});
+        test::connectTo(database)->run(name, {u"Copiata"_s});
         core::Progress progress;
         host::backupDatabase(database, copyIn(folder), progress);
-        opened(database)->run(u"UPDATE AZIENDA SET RAGIONESOCIALE = ?"_s, {u"Prima"_s});
+        test::connectTo(database)->run(u"UPDATE AZIENDA SET RAGIONESOCIALE = ?"_s, {u"Prima"_s});
     };
     return {.name = u"restore"_s,
             .prepare = prepare,

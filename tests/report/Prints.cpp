@@ -26,14 +26,14 @@ QString outputOf(const QString &program, const QStringList &arguments)
 QVariantMap documentHeader(const QVariantMap &changes)
 {
     const QString columns =
-        u"NUMERO=12|ANNO=2026|DATA=2026-03-16|CLI_CODICE=CLI000007|CLI_RAGIONESOCIALE=Officine D'Amico & Figli|"
-        "CLI_INDIRIZZO=Via Garibaldi 8|CLI_CITTA=Forlì|CLI_CAP=47121|CLI_PROVINCIA=FC|CLI_NAZIONE=Italia|"
-        "CLI_CODICEFISCALE=DMCMRA70A01D704X|CLI_PARTITAIVA=01234567890|DEST_RAGIONESOCIALE=Cantiere nord|"
-        "DEST_INDIRIZZO=Via Roma 12|DEST_CITTA=Cesena|DEST_CAP=47521|VETT_CODICE=VET000003|"
-        "VETT_RAGIONESOCIALE=Trasporti Veloci S.r.l.|VETT_INDIRIZZO=Viale dei Trasporti 5|VETT_CITTA=Padova|"
-        "TIPO_TRASPORTO=A mezzo vettore|ASPETTO_BENI=Scatole di cartone|CAUSALE_TRASPORTO=Conto lavorazione|"
-        "COLLI=14|PESO=1234.5|PESO_UM=KG|DATA_INIZIO_TRASPORTO=2026-03-17|ORA_INIZIO_TRASPORTO=08:45:00|"
-        "NOTE=Consegnare entro venerdì"_s;
+        u"NUMERO=12|ANNO=2026|DATA=2026-03-16|CLI_CODICE=CLI000007|CLI_RAGIONESOCIALE=Officine D'Amico & "
+        "Figli|CLI_INDIRIZZO=Via Garibaldi 8|CLI_CITTA=Forlì|CLI_CAP=47121|CLI_PROVINCIA=FC|CLI_NAZIONE=Italia|"
+        "CLI_CODICEFISCALE=DMCMRA70A01D704X|CLI_PARTITAIVA=01234567890|DEST_RAGIONESOCIALE=Cantiere "
+        "nord|DEST_INDIRIZZO=Via Roma 12|DEST_CITTA=Cesena|DEST_CAP=47521|VETT_CODICE=VET000003|"
+        "VETT_RAGIONESOCIALE=Trasporti Veloci S.r.l.|VETT_INDIRIZZO=Viale dei Trasporti "
+        "5|VETT_CITTA=Padova|TIPO_TRASPORTO=A mezzo vettore|ASPETTO_BENI=Scatole di "
+        "cartone|CAUSALE_TRASPORTO=Conto lavorazione|COLLI=14|PESO=1234.5|PESO_UM=KG|"
+        "DATA_INIZIO_TRASPORTO=2026-03-17|ORA_INIZIO_TRASPORTO=08:45:00|NOTE=Consegnare entro venerdì"_s;
     QVariantMap header;
     for (const QString &column : columns.split(u'|'))
         header.insert(column.section(u'=', 0, 0), column.section(u'=', 1));

@@ -2,49 +2,21 @@
 #include "platform/report/Output.h"
 #include "platform/report/Report.h"
 #include "tests/report/Prints.h"
-#include "tests/support/TestMain.h"
-
-#include <QFile>
-#include <QTemporaryDir>
+#include "tests/support/Fixtures.h"
 
 using namespace Qt::StringLiterals;
 
-/// The engine on small projects of its own. Pages are 100 mm high with margins of 10, so 80 mm hold titles (10), rows
-/// (10 each) and what else a test adds.
-class TestEngine : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void expressions_data();
-    void expressions();
-    void brokenProjectsNameFileAndLine_data();
-    void brokenProjectsNameFileAndLine();
-    void everyRowStandsOnceInOrder_data();
-    void everyRowStandsOnceInOrder();
-    void rowsAreNeverSplitAndNeverReachTheClosingBlock();
-    void failedRunKeepsTheOldFile();
-    void settingsOfThePdfTakeEffect();
-
-private:
-    QString projectFile(const QString &contents);
-    std::shared_ptr<const report::Document> layOut(const QString &bands, const data::Rows &rows);
-
-    QTemporaryDir folder_;
-    int files_ = 0;
-};
-
 namespace {
 
-const QString titles = u"<columnTitles height='10'><text x='0' y='0' width='30' height='5' value='Titolo'/>"
-                       "</columnTitles>"_s;
-const QString detail = u"<detail height='10' connection='righe'>"
-                       "<field x='0' y='0' width='80' height='5' value='NOME' grow='true'/></detail>"_s;
+const QString titles = u"<columnTitles height='10'><text x='0' y='0' width='30' height='5' "
+                       "value='Titolo'/></columnTitles>"_s;
+const QString detail = u"<detail height='10' connection='righe'><field x='0' y='0' width='80' height='5' "
+                       "value='NOME' grow='true'/></detail>"_s;
 const QString closing =
     u"<lastPage height='20'><text x='0' y='0' width='30' height='5' value='Chiusura'/></lastPage>"_s;
 const QString carried =
-    u"<carriedForward height='5'><expr x='0' y='0' width='80' height='5' value=\"'Riporto ' || sumBefore(IMPORTO)\"/>"
-    "</carriedForward><toCarryForward height='5'><expr x='0' y='0' width='80' height='5' "
+    u"<carriedForward height='5'><expr x='0' y='0' width='80' height='5' value=\"'Riporto ' || "
+    "sumBefore(IMPORTO)\"/></carriedForward><toCarryForward height='5'><expr x='0' y='0' width='80' height='5' "
     "value=\"'A riportare ' || sumThrough(IMPORTO)\"/></toCarryForward>"_s;
 
 data::Rows rowsOf(const QStringList &names)
@@ -81,201 +53,191 @@ QList<QStringList> pagesOf(const report::Document &document)
 
 } // namespace
 
-QString TestEngine::projectFile(const QString &contents)
+/// The engine on small projects of its own. Pages are 100 mm high with margins of 10, so 80 mm hold titles (10), rows
+/// (10 each) and what else a test adds.
+class TestEngine : public QObject
 {
-    QString path = folder_.filePath(u"stampe%1.rav"_s.arg(++files_));
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        qFatal("no temporary file");
-    file.write(contents.toUtf8());
-    return path;
-}
+    Q_OBJECT
 
-std::shared_ptr<const report::Document> TestEngine::layOut(const QString &bands, const data::Rows &rows)
-{
-    report::ReportProject project;
-    project.setProjectFile(projectFile(u"<project version='1'><font name='f' family='Liberation Sans' size='9'/>"
-                                       "<report name='prova' title=\"'Titolo: prova'\" width='100' height='100'>%1"
-                                       "</report></project>"_s.arg(bands)));
-    project.open();
-    project.setDataSource([&rows](const QString &) { return rows; });
-    project.setParameter(u"nome"_s, u"valore"_s);
-    return project.layOut(u"prova"_s);
-}
-
-void TestEngine::expressions_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-    const auto row = [](const char *text, const QString &expected) {
-        QTest::addRow("%s", text) << QString::fromUtf8(text) << expected;
-    };
-    row("1 + 2 * 3 - 4 / 2", u"5"_s);
-    row("1 / 0", u""_s);
-    row("'l''altra' || ' ' || 2.5", u"l'altra 2,5"_s);
-    row("sum(righe, IMPORTO * 2)", u"9"_s);
-    row("if(NULLO = 0, 'zero', 'nullo')", u"nullo"_s);
-    row("if(empty(NULLO) and not empty(NOME), 'sì', 'no')", u"sì"_s);
-    row("if(1 < 2 and 2 <= 2 and 3 > 2 and 3 >= 3 and 1 <> 2 and not (1 = 2), 'sì', 'no')", u"sì"_s);
-    row("join(', ', NOME, NULLO, ' ', 'fine')", u"r2, fine"_s);
-    row("round(1.005, 2)", u"1,01"_s);
-}
-
-void TestEngine::expressions()
-{
-    QFETCH(const QString, text);
-    report::RunData run;
-    run.connections.insert(u"righe"_s, numbered(3));
-    const report::Scope scope{.data = &run, .connection = u"righe"_s, .row = 1};
-    QTEST(report::formatted(report::Expression::parse(text).evaluate(scope), {}), "expected");
-}
-
-void TestEngine::brokenProjectsNameFileAndLine_data()
-{
-    QTest::addColumn<QString>("contents");
-    QTest::addColumn<QString>("problem");
-    const QString font = u"<font name='f' family='Arial' size='9'/>\n"_s;
-    const auto inBand = [&font](const QString &item) {
-        return u"<project version='1'>\n%1<report name='r'>\n<detail height='5' connection='c'>\n%2\n</detail>"
-               "</report></project>"_s.arg(font, item);
-    };
-    QTest::newRow("not closed") << u"<project version='1'>\n<report name='a'>\n"_s
-                                << u"riga 3: il file finisce prima che tutti gli elementi siano chiusi"_s;
-    QTest::newRow("version") << u"<project version='2'/>"_s << u"riga 1: versione \"2\" non riconosciuta"_s;
-    QTest::newRow("unknown attribute") << inBand(u"<line x='0' y='0' width='1' height='0' colore='rosso'/>"_s)
-                                       << u"riga 5: attributo \"colore\" non previsto in \"line\""_s;
-    QTest::newRow("expression") << inBand(u"<expr x='0' y='0' width='1' height='1' value='1 + )'/>"_s)
-                                << u"riga 5: \")\" inatteso nell'espressione"_s;
-    const QString minus = QString(20'000, u'-') + u'1';
-    const QString sum = u"1 + "_s.repeated(20'000) + u'1';
-    const QString parentheses = QString(20'000, u'(') + u'1' + QString(20'000, u')');
-    for (const QString &deep : {minus, sum, parentheses}) {
-        QTest::addRow("expression too deep, %c", deep.at(1).toLatin1())
-            << inBand(u"<expr x='0' y='0' width='1' height='1' value='%1'/>"_s.arg(deep))
-            << u"riga 5: espressione annidata troppo in profondità"_s;
+private Q_SLOTS:
+    void expressions()
+    {
+        report::RunData run;
+        run.connections.insert(u"righe"_s, numbered(3));
+        const report::Scope scope{.data = &run, .connection = u"righe"_s, .row = 1};
+        for (const auto &[text, expected] :
+             {std::pair(u"1 + 2 * 3 - 4 / 2"_s, u"5"_s),
+              {u"1 / 0"_s, u""_s},
+              {u"'l''altra' || ' ' || 2.5"_s, u"l'altra 2,5"_s},
+              {u"sum(righe, IMPORTO * 2)"_s, u"9"_s},
+              {u"if(NULLO = 0, 'zero', 'nullo')"_s, u"nullo"_s},
+              {u"if(empty(NULLO) and not empty(NOME), 'sì', 'no')"_s, u"sì"_s},
+              {u"if(1 < 2 and 2 <= 2 and 3 > 2 and 3 >= 3 and 1 <> 2 and not (1 = 2), 'sì', 'no')"_s, u"sì"_s},
+              {u"join(', ', NOME, NULLO, ' ', 'fine')"_s, u"r2, fine"_s},
+              {u"round(1.005, 2)"_s, u"1,01"_s}})
+            QCOMPARE(report::formatted(report::Expression::parse(text).evaluate(scope), {}), expected);
     }
-    QTest::newRow("rows too deep")
-        << inBand(u"<rows x='0' y='0' width='1' height='1' rowHeight='1' connection='c'>"_s.repeated(20'000))
-        << u"riga 5: elementi annidati troppo in profondità"_s;
-    QTest::newRow("report twice") << u"<project version='1'>\n<report name='a'/>\n<report name='a'/></project>"_s
-                                  << u"riga 3: la stampa \"a\" è definita due volte"_s;
-}
 
-void TestEngine::brokenProjectsNameFileAndLine()
-{
-    QFETCH(const QString, contents);
-    QFETCH(const QString, problem);
-    report::ReportProject project;
-    project.setProjectFile(projectFile(contents));
-    QCOMPARE(test::errorOf([&] { project.open(); }),
-             u"File delle stampe \"%1\", %2."_s.arg(project.projectFile(), problem));
-}
-
-// Seven rows fill a page; with the closing block (20) five.
-void TestEngine::everyRowStandsOnceInOrder_data()
-{
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<bool>("closes");
-    QTest::addColumn<QList<int>>("rowsPerPage");
-    QTest::newRow("none") << 0 << true << QList<int>{0};
-    QTest::newRow("exactly full") << 5 << true << QList<int>{5};
-    QTest::newRow("one more") << 6 << true << QList<int>{5, 1};
-    QTest::newRow("one more than that") << 8 << true << QList<int>{7, 1};
-    QTest::newRow("no block, one more") << 8 << false << QList<int>{7, 1};
-}
-
-void TestEngine::everyRowStandsOnceInOrder()
-{
-    QFETCH(const int, rows);
-    QFETCH(const bool, closes);
-    QFETCH(const QList<int>, rowsPerPage);
-    const auto document = layOut(titles + detail + (closes ? closing : QString()), numbered(rows));
-    QList<int> found;
-    int row = 0;
-    const QList<QStringList> pages = pagesOf(*document);
-    for (const QStringList &texts : pages) {
-        QCOMPARE(texts.count(u"Titolo"_s), 1);
-        const QStringList names = texts.filter(QRegularExpression(u"^r\\d+$"_s));
-        for (const QString &name : names)
-            QCOMPARE(name, u"r%1"_s.arg(++row));
-        found.append(static_cast<int>(names.size()));
-    }
-    QCOMPARE(pages.last().count(u"Chiusura"_s), closes ? 1 : 0);
-    QCOMPARE(found, rowsPerPage);
-}
-
-// Rows of many heights; what overlaps would be two texts at the same height.
-void TestEngine::rowsAreNeverSplitAndNeverReachTheClosingBlock()
-{
-    QStringList names;
-    for (int row = 0; row < 60; ++row)
-        names.append(QStringList(row % 5 + 1, u"r%1"_s.arg(row)).join(u'\n'));
-    const auto document = layOut(titles + detail + closing + carried, rowsOf(names));
-    for (qsizetype row = 0; row < names.size(); ++row) {
-        QList<qsizetype> lines; // of the row, on each page that has some
-        for (int page = 0; page < document->pageCount(); ++page) {
-            const qsizetype found = textsOf(document->page(page)).count(u"r%1"_s.arg(row));
-            lines += found > 0 ? QList{found} : QList<qsizetype>();
+    void brokenProjectsNameFileAndLine_data()
+    {
+        test::columns<QString, QString>("contents", "problem");
+        const QString font = u"<font name='f' family='Arial' size='9'/>\n"_s;
+        const auto inBand = [&font](const QString &item) {
+            return u"<project version='1'>\n%1<report name='r'>\n<detail height='5' connection='c'>\n%2\n</detail>"
+                   "</report></project>"_s.arg(font, item);
+        };
+        QTest::newRow("not closed") << u"<project version='1'>\n<report name='a'>\n"_s
+                                    << u"riga 3: il file finisce prima che tutti gli elementi siano chiusi"_s;
+        QTest::newRow("version") << u"<project version='2'/>"_s << u"riga 1: versione \"2\" non riconosciuta"_s;
+        QTest::newRow("unknown attribute") << inBand(u"<line x='0' y='0' width='1' height='0' colore='rosso'/>"_s)
+                                           << u"riga 5: attributo \"colore\" non previsto in \"line\""_s;
+        QTest::newRow("expression") << inBand(u"<expr x='0' y='0' width='1' height='1' value='1 + )'/>"_s)
+                                    << u"riga 5: \")\" inatteso nell'espressione"_s;
+        const QString minus = QString(20'000, u'-') + u'1';
+        const QString sum = u"1 + "_s.repeated(20'000) + u'1';
+        const QString parentheses = QString(20'000, u'(') + u'1' + QString(20'000, u')');
+        for (const QString &deep : {minus, sum, parentheses}) {
+            QTest::addRow("expression too deep, %c", deep.at(1).toLatin1())
+                << inBand(u"<expr x='0' y='0' width='1' height='1' value='%1'/>"_s.arg(deep))
+                << u"riga 5: espressione annidata troppo in profondità"_s;
         }
-        QCOMPARE(lines, QList{row % 5 + 1});
+        QTest::newRow("rows too deep")
+            << inBand(u"<rows x='0' y='0' width='1' height='1' rowHeight='1' connection='c'>"_s.repeated(20'000))
+            << u"riga 5: elementi annidati troppo in profondità"_s;
+        QTest::newRow("report twice") << u"<project version='1'>\n<report name='a'/>\n<report name='a'/></project>"_s
+                                      << u"riga 3: la stampa \"a\" è definita due volte"_s;
     }
-    for (int page = 0; page < document->pageCount(); ++page) {
-        QList<std::pair<double, double>> spans;
-        for (const report::TextRun &run : document->page(page).texts)
-            spans.append({run.top, run.bottom});
-        std::sort(spans.begin(), spans.end());
-        for (qsizetype i = 1; i < spans.size(); ++i)
-            QVERIFY2(spans[i].first >= spans[i - 1].second - 0.01,
-                     qPrintable(textsOf(document->page(page)).join(u'|')));
-        QVERIFY(spans.last().second <= 90.01);
-    }
-}
 
-// The pages are made while they are written, so a fault can come late.
-void TestEngine::failedRunKeepsTheOldFile()
-{
-    const QString file = folder_.filePath(u"vecchio.pdf"_s);
-    QFile old(file);
-    QVERIFY(old.open(QIODevice::WriteOnly));
-    old.write("vecchio");
-    old.close();
-    const QString late = u"<pageFooter height='5'><expr x='0' y='0' width='9' height='5' "
-                         "value='if(pages > 1 and page = pages, ALTRO, 0)'/></pageFooter>"_s;
-    const auto document = layOut(titles + detail + QString(late).replace(u" > "_s, u" &gt; "_s), numbered(20));
-    QVERIFY(test::errorOf([&] { report::writePdf(*document, file, report::PdfRenderer()); }).contains(u"non esiste"_s));
-    QVERIFY(old.open(QIODevice::ReadOnly));
-    QCOMPARE(old.readAll(), QByteArray("vecchio"));
-    QCOMPARE(QDir(folder_.path()).entryList({u"vecchio*"_s}).size(), 1);
-}
-
-void TestEngine::settingsOfThePdfTakeEffect()
-{
-    QImage noise(200, 200, QImage::Format_RGB32);
-    for (int x = 0; x < noise.width(); ++x) {
-        for (int y = 0; y < noise.height(); ++y)
-            noise.setPixel(x, y, qRgb(x * 37 % 256, y * 91 % 256, x * y % 256));
+    void brokenProjectsNameFileAndLine()
+    {
+        const auto [contents, problem] = test::row<QString, QString>();
+        report::ReportProject project;
+        project.setProjectFile(projectFile(contents));
+        QCOMPARE(test::errorOf([&] { project.open(); }),
+                 u"File delle stampe \"%1\", %2."_s.arg(project.projectFile(), problem));
     }
-    QVERIFY(noise.save(folder_.filePath(u"marchio.png"_s)));
-    const auto document =
-        layOut(titles + detail +
-                   u"<summary height='20'><image x='0' y='0' width='20' height='20' file='marchio.png'/></summary>"_s,
-               numbered(2));
-    const auto written = [&](bool embedFonts, int quality, int dpi) {
-        report::PdfRenderer settings;
-        settings.embedFonts = embedFonts;
-        settings.imageQuality = quality;
-        settings.metafileDpi = dpi;
-        const QString path = folder_.filePath(u"prova.pdf"_s);
-        report::writePdf(*document, path, settings);
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
-    const QByteArray usual = written(true, 90, 300);
-    QVERIFY(usual.contains("/FontFile"));
-    QVERIFY(!written(false, 90, 300).contains("/FontFile"));
-    QVERIFY(written(true, 10, 300).size() < usual.size());
-    QVERIFY(written(true, 90, 72) != written(true, 90, 1200));
-}
+
+    // Seven rows fill a page; with the closing block (20) five.
+    void everyRowStandsOnceInOrder_data()
+    {
+        test::columns<int, bool, QList<int>>("rows", "closes", "rowsPerPage");
+        QTest::newRow("none") << 0 << true << QList<int>{0};
+        QTest::newRow("exactly full") << 5 << true << QList<int>{5};
+        QTest::newRow("one more") << 6 << true << QList<int>{5, 1};
+        QTest::newRow("one more than that") << 8 << true << QList<int>{7, 1};
+        QTest::newRow("no block, one more") << 8 << false << QList<int>{7, 1};
+    }
+
+    void everyRowStandsOnceInOrder()
+    {
+        const auto [rows, closes, rowsPerPage] = test::row<int, bool, QList<int>>();
+        const auto document = layOut(titles + detail + (closes ? closing : QString()), numbered(rows));
+        QList<int> found;
+        int row = 0;
+        const QList<QStringList> pages = pagesOf(*document);
+        for (const QStringList &texts : pages) {
+            QCOMPARE(texts.count(u"Titolo"_s), 1);
+            const QStringList names = texts.filter(QRegularExpression(u"^r\\d+$"_s));
+            for (const QString &name : names)
+                QCOMPARE(name, u"r%1"_s.arg(++row));
+            found.append(static_cast<int>(names.size()));
+        }
+        QCOMPARE(pages.last().count(u"Chiusura"_s), closes ? 1 : 0);
+        QCOMPARE(found, rowsPerPage);
+    }
+
+    // Rows of many heights; what overlaps would be two texts at the same height.
+    void rowsAreNeverSplitAndNeverReachTheClosingBlock()
+    {
+        QStringList names;
+        for (int row = 0; row < 60; ++row)
+            names.append(QStringList(row % 5 + 1, u"r%1"_s.arg(row)).join(u'\n'));
+        const auto document = layOut(titles + detail + closing + carried, rowsOf(names));
+        for (qsizetype row = 0; row < names.size(); ++row) {
+            QList<qsizetype> lines; // of the row, on each page that has some
+            for (int page = 0; page < document->pageCount(); ++page) {
+                const qsizetype found = textsOf(document->page(page)).count(u"r%1"_s.arg(row));
+                lines += found > 0 ? QList{found} : QList<qsizetype>();
+            }
+            QCOMPARE(lines, QList{row % 5 + 1});
+        }
+        for (int page = 0; page < document->pageCount(); ++page) {
+            QList<std::pair<double, double>> spans;
+            for (const report::TextRun &run : document->page(page).texts)
+                spans.append({run.top, run.bottom});
+            std::sort(spans.begin(), spans.end());
+            for (qsizetype i = 1; i < spans.size(); ++i)
+                QVERIFY2(spans[i].first >= spans[i - 1].second - 0.01,
+                         qPrintable(textsOf(document->page(page)).join(u'|')));
+            QVERIFY(spans.last().second <= 90.01);
+        }
+    }
+
+    // The pages are made while they are written, so a fault can come late.
+    void failedRunKeepsTheOldFile()
+    {
+        const QString file = folder_.filePath(u"vecchio.pdf"_s);
+        core::saveFile(file, "vecchio");
+        const QString late = u"<pageFooter height='5'><expr x='0' y='0' width='9' height='5' value='if(pages > 1 "
+                             "and page = pages, ALTRO, 0)'/></pageFooter>"_s;
+        const auto document = layOut(titles + detail + QString(late).replace(u" > "_s, u" &gt; "_s), numbered(20));
+        QVERIFY(
+            test::errorOf([&] { report::writePdf(*document, file, report::PdfRenderer()); }).contains(u"non esiste"_s));
+        QCOMPARE(test::contentOf(file), QByteArray("vecchio"));
+        QCOMPARE(QDir(folder_.path()).entryList({u"vecchio*"_s}).size(), 1);
+    }
+
+    void settingsOfThePdfTakeEffect()
+    {
+        QImage noise(200, 200, QImage::Format_RGB32);
+        for (int x = 0; x < noise.width(); ++x) {
+            for (int y = 0; y < noise.height(); ++y)
+                noise.setPixel(x, y, qRgb(x * 37 % 256, y * 91 % 256, x * y % 256));
+        }
+        QVERIFY(noise.save(folder_.filePath(u"marchio.png"_s)));
+        const auto document = layOut(
+            titles + detail +
+                u"<summary height='20'><image x='0' y='0' width='20' height='20' file='marchio.png'/></summary>"_s,
+            numbered(2));
+        const auto written = [&](bool embedFonts, int quality, int dpi) {
+            report::PdfRenderer settings;
+            settings.embedFonts = embedFonts;
+            settings.imageQuality = quality;
+            settings.metafileDpi = dpi;
+            const QString path = folder_.filePath(u"prova.pdf"_s);
+            report::writePdf(*document, path, settings);
+            return test::contentOf(path);
+        };
+        const QByteArray usual = written(true, 90, 300);
+        QVERIFY(usual.contains("/FontFile"));
+        QVERIFY(!written(false, 90, 300).contains("/FontFile"));
+        QVERIFY(written(true, 10, 300).size() < usual.size());
+        QVERIFY(written(true, 90, 72) != written(true, 90, 1200));
+    }
+
+private:
+    QString projectFile(const QString &contents)
+    {
+        QString path = folder_.filePath(u"stampe%1.rav"_s.arg(++files_));
+        core::saveFile(path, contents.toUtf8());
+        return path;
+    }
+
+    std::shared_ptr<const report::Document> layOut(const QString &bands, const data::Rows &rows)
+    {
+        report::ReportProject project;
+        project.setProjectFile(projectFile(u"<project version='1'><font name='f' family='Liberation Sans' "
+                                           "size='9'/><report name='prova' title=\"'Titolo: prova'\" width='100' "
+                                           "height='100'>%1</report></project>"_s.arg(bands)));
+        project.open();
+        project.setDataSource([&rows](const QString &) { return rows; });
+        project.setParameter(u"nome"_s, u"valore"_s);
+        return project.layOut(u"prova"_s);
+    }
+
+    QTemporaryDir folder_;
+    int files_ = 0;
+};
 
 static const test::Registered<TestEngine> registration;
 

@@ -1,274 +1,7 @@
-#include "host/DatabaseSetup.h"
-#include "host/start/FirstRows.h"
 #include "magazzino/reports/uMMGStampaInventarioBase.h"
-#include "magazzino/uMMGModMagazzino.h"
-#include "platform/core/Error.h"
-#include "platform/ui/NumberEdits.h"
-#include "tests/support/Documents.h"
-#include "tests/support/FirebirdServer.h"
-#include "tests/support/TestMain.h"
-
-#include <QLineEdit>
+#include "tests/server/AtServer.h"
 
 using namespace Qt::StringLiterals;
-
-/// The forms on a database server that other workstations use too, and that may fail.
-class TestServerDocuments : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup() { workplace_.reset(); }
-
-    void startMakesTheIndexesThroughTheServer();
-    void anotherWorkstationSavesInBetween();
-    void sameNumberAtTheSameMomentIsStoredOnce();
-    void serverLostDuringTheSave_data();
-    void serverLostDuringTheSave();
-    void serverLostBeforeTheSave();
-    void twoWorkstationsAtOnce();
-    void oneDocumentOnTwoWorkstations_data();
-    void oneDocumentOnTwoWorkstations();
-
-private:
-    std::unique_ptr<QProcess> startWorkstation(const QStringList &arguments) const;
-    data::Connection &connection() const { return *workplace_->module().ModADOConn; }
-    /// From a connection of its own.
-    QStringList lines(const QString &sql) const;
-    void runElsewhere(const QStringList &statements) const;
-
-    std::unique_ptr<test::FirebirdServer> server_;
-    std::unique_ptr<test::Workplace> workplace_;
-};
-
-void TestServerDocuments::initTestCase()
-{
-    server_ = std::make_unique<test::FirebirdServer>();
-    host::createHostDatabase(server_->address(u"documenti.fdb"_s), true);
-}
-
-void TestServerDocuments::init()
-{
-    workplace_ = std::make_unique<test::Workplace>(server_->address(u"documenti.fdb"_s));
-    host::insertDemoModuleData(workplace_->database());
-    for (const char *table : {"DDT_SCARICO_DETT", "DDT_SCARICO", "FATT_ACC_DETT", "FATT_ACC", "MOVI_MAGA"})
-        workplace_->database().execute(u"DELETE FROM "_s + QLatin1StringView(table));
-}
-
-QStringList TestServerDocuments::lines(const QString &sql) const
-{
-    data::Connection fresh;
-    fresh.setConnectionString(data::nativeConnectionString(server_->address(u"documenti.fdb"_s)));
-    fresh.open();
-    return test::linesOf(fresh, sql);
-}
-
-void TestServerDocuments::runElsewhere(const QStringList &statements) const
-{
-    const data::DatabaseAddress address = server_->address(u"documenti.fdb"_s);
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"ISC_PASSWORD"_s, address.password);
-    process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationDirPath() + u"/run_sql"_s, QStringList{address.toString()} + statements);
-    if (!process.waitForFinished(20000) || process.exitCode() != 0) {
-        process.kill();
-        throw core::Error(u"run_sql: "_s + QString::fromUtf8(process.readAllStandardError()) + process.errorString());
-    }
-}
-
-// Their statements log in by themselves, with the password of the module's connection.
-void TestServerDocuments::startMakesTheIndexesThroughTheServer()
-{
-    QVERIFY(lines(u"SELECT TRIM(RDB$INDEX_NAME) FROM RDB$INDICES"_s).contains(u"IX_MMG_MOVI_MAGA_CODICE"_s));
-}
-
-void TestServerDocuments::anotherWorkstationSavesInBetween()
-{
-    const QString otherRow = u"INSERT INTO DDT_SCARICO_DETT(IDDDT_SCARICO, TIPO_RIGA, CODICE) SELECT IDDDT_SCARICO, "
-                             "'Articolo', '%1' FROM DDT_SCARICO WHERE NUMERO = 50"_s;
-    const QString otherMovement =
-        u"INSERT INTO MOVI_MAGA(IDMAGAZZINO, DATA_MOVIMENTO, CODICE, DESCRIZIONE, IDCATEGORIA_ANA_MAGA, "
-        "TIPO_MOVIMENTO, PREZZO, COSTO, QUANTITA, VALORE, VALORE_IMPORTO, IDCAUSALE_MAGA, RIF_DOC_TIPO, RIF_DOC_ID, "
-        "RIF_DOC_IDRIGA) SELECT 0, CURRENT_DATE, CODICE, '-', 1, 'Scarico', 0, 0, -1, 0, 0, 2, 'D.d.T. di scarico', "
-        "IDDDT_SCARICO, IDDDT_SCARICO_DETT FROM DDT_SCARICO_DETT WHERE CODICE = '%1'"_s;
-    const test::Document note(*workplace_, test::deliveryNote());
-    note.fillHeader();
-    note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
-    note.addArticle(u"SMA-0750"_s, u"8"_s, u"2"_s);
-    int headers = 0;
-    int rows = 0;
-    connection().setStatementHook([&](const QString &sql) {
-        if (sql.startsWith(u"INSERT INTO DDT_SCARICO ") && headers++ == 0)
-            runElsewhere({u"INSERT INTO DDT_SCARICO(NUMERO, DATA, ANNO, TIPO_ANAGRAFICA, CLI_CODICE, "
-                          "CLI_RAGIONESOCIALE, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, "
-                          "CAUSALE_TRASPORTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO) "
-                          "VALUES(50, '2026-03-16', 2026, 0, 'ALTRO', 'Altra', 1, 'X', 1, 'X', 0, 0, 0)"_s,
-                          otherRow.arg(u"ALTRO-1"_s), otherMovement.arg(u"ALTRO-1"_s)});
-        // Both rows go in one statement.
-        if (sql.contains(u"INSERT INTO DDT_SCARICO_DETT ") && rows++ == 0)
-            runElsewhere({otherRow.arg(u"ALTRO-2"_s), otherMovement.arg(u"ALTRO-2"_s)});
-    });
-    const QString documents = u"SELECT D.NUMERO, R.CODICE, M.CODICE, M.QUANTITA FROM DDT_SCARICO D "
-                              "JOIN DDT_SCARICO_DETT R ON R.IDDDT_SCARICO = D.IDDDT_SCARICO "
-                              "LEFT JOIN MOVI_MAGA M ON M.RIF_DOC_ID = D.IDDDT_SCARICO AND "
-                              "M.RIF_DOC_IDRIGA = R.IDDDT_SCARICO_DETT ORDER BY D.NUMERO, R.IDDDT_SCARICO_DETT"_s;
-    const QStringList expected = {u"1|TRA-0018|TRA-0018|-5"_s, u"1|SMA-0750|SMA-0750|-2"_s, u"50|ALTRO-1|ALTRO-1|-1"_s,
-                                  u"50|ALTRO-2|ALTRO-2|-1"_s};
-    note.save();
-    connection().setStatementHook({});
-    QCOMPARE(headers, 1);
-    QCOMPARE(rows, 1);
-    QCOMPARE(note.flags(), u"stored"_s);
-    QCOMPARE(lines(documents), expected);
-    QCOMPARE(lines(u"SELECT IDDDT_SCARICO FROM DDT_SCARICO WHERE NUMERO = 1"_s),
-             QStringList({QString::number(note.form().IdRecord())}));
-    // The form works on the key that it was really given.
-    note.form().DataChanged();
-    note.save();
-    QCOMPARE(lines(documents), expected);
-    QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList({u"4"_s}));
-}
-
-void TestServerDocuments::sameNumberAtTheSameMomentIsStoredOnce()
-{
-    const test::Document invoice(*workplace_, test::accompanyingInvoice());
-    invoice.fillHeader();
-    invoice.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
-    connection().setStatementHook([&](const QString &sql) {
-        if (sql.startsWith(u"INSERT INTO FATT_ACC "))
-            runElsewhere({u"INSERT INTO FATT_ACC(NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, "
-                          "TIPO_PAGAMENTO, PAGATO, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, "
-                          "CAUSALE_TRASPORTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, FC_ABILITATO) "
-                          "VALUES(1, '2026-03-16', 2026, 'ALTRO', 'Altra', 1, 'X', 'False', 1, 'X', 1, 'X', 0, 0, 0, "
-                          "'False')"_s});
-    });
-    workplace_->messages.expectError(u"Si è verificato un errore durante il salvataggio dei dati!"_s);
-    invoice.save();
-    connection().setStatementHook({});
-    QCOMPARE(workplace_->messages.verify(), QStringList());
-    QCOMPARE(lines(u"SELECT NUMERO, CLI_CODICE FROM FATT_ACC"_s), QStringList({u"1|ALTRO"_s}));
-    QCOMPARE(lines(u"SELECT COUNT(*) FROM FATT_ACC_DETT"_s) + lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s),
-             QStringList({u"0"_s, u"0"_s}));
-    QCOMPARE(invoice.grid()->model()->rowCount(), 1);
-    // With another number the loser stores what was typed.
-    invoice.control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(2);
-    invoice.save();
-    QCOMPARE(lines(u"SELECT NUMERO FROM FATT_ACC ORDER BY NUMERO"_s), QStringList({u"1"_s, u"2"_s}));
-    QCOMPARE(lines(u"SELECT CODICE, QUANTITA FROM MOVI_MAGA"_s), QStringList({u"TRA-0018|-5"_s}));
-}
-
-void TestServerDocuments::serverLostDuringTheSave_data()
-{
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<bool>("stored");
-    QTest::newRow("header") << u"INSERT INTO DDT_SCARICO "_s << false;
-    QTest::newRow("row") << u"INSERT INTO DDT_SCARICO_DETT "_s << false;
-    QTest::newRow("commit") << u"COMMIT"_s << false;
-    QTest::newRow("row of a stored note") << u"INSERT INTO DDT_SCARICO_DETT "_s << true;
-    QTest::newRow("commit of a stored note") << u"COMMIT"_s << true;
-}
-
-void TestServerDocuments::serverLostDuringTheSave()
-{
-    QFETCH(QString, statement);
-    QFETCH(bool, stored);
-    const QString rows = u"SELECT D.ASPETTO_BENI, R.CODICE, R.QUANTITA FROM DDT_SCARICO D JOIN DDT_SCARICO_DETT R ON "
-                         "R.IDDDT_SCARICO = D.IDDDT_SCARICO ORDER BY R.IDDDT_SCARICO_DETT"_s;
-    const QString movements = u"SELECT CODICE, QUANTITA FROM MOVI_MAGA"_s;
-    const test::Document note(*workplace_, test::deliveryNote());
-    note.fillHeader();
-    note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
-    if (stored)
-        note.save();
-    const QStringList before = lines(rows) + lines(movements);
-    note.control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Sfuso"_s);
-    test::typeIntoCell(note.grid(), 0, u"Q.tà"_s, u"6"_s);
-    bool crashed = false;
-    connection().setStatementHook([&](const QString &sql) {
-        if (!crashed && sql.startsWith(statement)) {
-            crashed = true;
-            server_->crash();
-        }
-    });
-    workplace_->messages.expectError(u"Si è verificato un errore durante il salvataggio dei dati!"_s);
-    note.save();
-    connection().setStatementHook({});
-    QCOMPARE(workplace_->messages.verify(), QStringList());
-    QVERIFY(crashed);
-    QCOMPARE(note.shown(u"txtAspettoBeni"_s), u"Sfuso"_s);
-    QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), u"6,00"_s);
-    server_->start();
-    QCOMPARE(lines(rows) + lines(movements), before);
-    note.form().DataChanged();
-    note.save();
-    QCOMPARE(note.flags(), u"stored"_s);
-    QCOMPARE(lines(rows) + lines(movements), QStringList({u"Sfuso|TRA-0018|6"_s, u"TRA-0018|-6"_s}));
-}
-
-void TestServerDocuments::serverLostBeforeTheSave()
-{
-    const test::Document note(*workplace_, test::deliveryNote());
-    note.fillHeader();
-    note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
-    server_->crash();
-    QStringList shown;
-    const core::MessageHandler scripted = core::setMessageHandler([&shown](const core::Message &message) {
-        shown.append(message.title);
-        return message.answers.last();
-    });
-    note.save();
-    core::setMessageHandler(scripted);
-    // The database's own text, from the check of the number; nothing was tried, so the note is as it was.
-    QCOMPARE(shown, QStringList({u"Errore"_s}));
-    QCOMPARE(note.flags(), u"new modified"_s);
-    server_->start();
-    note.save();
-    QCOMPARE(note.flags(), u"stored"_s);
-    QCOMPARE(lines(u"SELECT CODICE FROM MOVI_MAGA"_s), QStringList({u"TRA-0018"_s}));
-}
-
-std::unique_ptr<QProcess> TestServerDocuments::startWorkstation(const QStringList &arguments) const
-{
-    const data::DatabaseAddress address = server_->address(u"documenti.fdb"_s);
-    auto process = std::make_unique<QProcess>();
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"ISC_PASSWORD"_s, address.password);
-    process->setProcessEnvironment(environment);
-    process->start(QCoreApplication::applicationDirPath() + u"/workstation"_s,
-                   QStringList(address.toString()) + arguments);
-    return process;
-}
-
-void TestServerDocuments::twoWorkstationsAtOnce()
-{
-    constexpr int rounds = 4;
-    std::vector<std::unique_ptr<QProcess>> processes;
-    for (const QString &name : {u"NORD"_s, u"SUD"_s})
-        processes.push_back(startWorkstation({name, QString::number(rounds)}));
-    for (const auto &process : processes) {
-        QVERIFY(process->waitForFinished(120'000));
-        QVERIFY2(process->exitCode() == 0, process->readAllStandardError().constData());
-    }
-    // Every document once, with a number of its own, one row and the movement of that row.
-    const QString complete =
-        u"SELECT COUNT(*), COUNT(DISTINCT D.NUMERO), COUNT(DISTINCT M.IDMOVI_MAGA), SUM(M.QUANTITA) FROM %1 D JOIN "
-        "%1_DETT R ON R.ID%2 = D.ID%2 JOIN MOVI_MAGA M ON M.RIF_DOC_ID = D.ID%2 AND M.RIF_DOC_IDRIGA = R.ID%2_DETT AND "
-        "M.QUANTITA %3 0"_s;
-    QCOMPARE(lines(complete.arg(u"BOLLE_CARICO"_s, u"BOLLA_CARICO"_s, u">"_s)), QStringList(u"8|8|8|80"_s));
-    QCOMPARE(lines(complete.arg(u"DDT_SCARICO"_s, u"DDT_SCARICO"_s, u"<"_s)), QStringList(u"8|8|8|-24"_s));
-    QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList(u"16"_s));
-    QCOMPARE(lines(u"SELECT COUNT(*) FROM ANA_MAGA WHERE CODICE STARTING 'NORD-' OR CODICE STARTING 'SUD-'"_s),
-             QStringList(u"8"_s));
-    // Everything came in at 2,00, so whatever the order it went out at that, and the valued inventory says so.
-    InventarioFilter filter;
-    filter.dal = filter.al = test::workplaceTime().date();
-    QCOMPARE(lines(InventarioSQL(filter, true)),
-             QStringList(
-                 u"TRA-0018|%1|56|112"_s.arg(lines(u"SELECT DESCRIZIONE FROM ANA_MAGA WHERE CODICE='TRA-0018'"_s)[0])));
-}
 
 namespace {
 
@@ -326,54 +59,263 @@ QString outcome(const QString &early, const QString &late, QStringList replies, 
 
 } // namespace
 
-void TestServerDocuments::oneDocumentOnTwoWorkstations_data()
+/// The forms on a database server that other workstations use too, and that may fail.
+class TestServerDocuments : public AtServer
 {
-    QTest::addColumn<int>("kind");
-    int kind = 0;
-    for (const char *name : {"receipt", "note", "invoice"})
-        QTest::newRow(name) << kind++;
-}
+    Q_OBJECT
 
-// Both change (or one deletes) at the same moment, whoever comes first: stock, documents and replies must be those of
-// one order or the other.
-void TestServerDocuments::oneDocumentOnTwoWorkstations()
-{
-    QFETCH(int, kind);
-    const QString table = QStringList{u"BOLLE_CARICO"_s, u"DDT_SCARICO"_s, u"FATT_ACC"_s}[kind];
-    const std::unique_ptr<QProcess> first = startWorkstation({});
-    const std::unique_ptr<QProcess> second = startWorkstation({});
-    const QList<std::pair<QString, QString>> rounds = {{u"save 5 no"_s, u"save 6 no"_s},
-                                                       {u"save 5 yes"_s, u"save 6 yes"_s},
-                                                       {u"save 5 no"_s, u"delete 0 no"_s},
-                                                       {u"delete 0 no"_s, u"save 6 no"_s},
-                                                       {u"delete 0 no"_s, u"save 6 yes"_s}};
-    int bothRefused = 0;
-    for (int i = 0; i < 10; ++i) {
-        workplace_->database().execute(u"DELETE FROM "_s + table);
-        workplace_->database().execute(u"DELETE FROM MOVI_MAGA"_s);
-        tell(*first, u"%1 0 new 7 no\ngo"_s.arg(kind));
-        QCOMPARE(answer(*first), u"ready"_s);
-        const QString key = answer(*first).section(u' ', 1);
-        const auto &[one, other] = rounds[i % rounds.size()];
-        tell(*first, u"%1 %2 %3"_s.arg(QString::number(kind), key, one));
-        tell(*second, u"%1 %2 %3"_s.arg(QString::number(kind), key, other));
-        QCOMPARE(answer(*first) + answer(*second), u"readyready"_s);
-        tell(i % 2 ? *second : *first, u"go"_s);
-        tell(i % 2 ? *first : *second, u"go"_s);
-        const QStringList replies = {answer(*first).section(u' ', 0, 0), answer(*second).section(u' ', 0, 0)};
-        const QString seen = replies.join(u' ') + u' ' + lines(u"SELECT COUNT(*) FROM "_s + table).first() + u' ' +
-                             lines(u"SELECT ABS(SUM(QUANTITA)) FROM MOVI_MAGA"_s).first();
-        const QStringList possible = {outcome(one, other, replies, false), outcome(other, one, replies, true)};
-        QVERIFY2(possible.contains(seen), qPrintable(seen + u" not in: "_s + possible.join(u", "_s)));
-        bothRefused += replies == QStringList(2, u"error"_s);
+private Q_SLOTS:
+    void init() override
+    {
+        AtServer::init();
+        for (const char *table : {"DDT_SCARICO_DETT", "DDT_SCARICO", "FATT_ACC_DETT", "FATT_ACC", "MOVI_MAGA"})
+            database().execute(u"DELETE FROM "_s + QLatin1StringView(table));
     }
-    // Each may hold what the other one waits for, until both have waited long enough.
-    QVERIFY2(bothRefused <= 3, qPrintable(QString::number(bothRefused)));
-    for (QProcess *workstation : {first.get(), second.get()}) {
-        workstation->closeWriteChannel();
-        QVERIFY(workstation->waitForFinished(60'000));
+
+    // Their statements log in by themselves, with the password of the module's connection.
+    void startMakesTheIndexesThroughTheServer()
+    {
+        QVERIFY(lines(u"SELECT TRIM(RDB$INDEX_NAME) FROM RDB$INDICES"_s).contains(u"IX_MMG_MOVI_MAGA_CODICE"_s));
     }
-}
+
+    void anotherWorkstationSavesInBetween()
+    {
+        const QString otherRow =
+            u"INSERT INTO DDT_SCARICO_DETT(IDDDT_SCARICO, TIPO_RIGA, CODICE) SELECT IDDDT_SCARICO, 'Articolo', '%1' "
+            "FROM DDT_SCARICO WHERE NUMERO = 50"_s;
+        const QString otherMovement =
+            u"INSERT INTO MOVI_MAGA(IDMAGAZZINO, DATA_MOVIMENTO, CODICE, DESCRIZIONE, IDCATEGORIA_ANA_MAGA, "
+            "TIPO_MOVIMENTO, PREZZO, COSTO, QUANTITA, VALORE, VALORE_IMPORTO, IDCAUSALE_MAGA, RIF_DOC_TIPO, "
+            "RIF_DOC_ID, RIF_DOC_IDRIGA) SELECT 0, CURRENT_DATE, CODICE, '-', 1, 'Scarico', 0, 0, -1, 0, 0, 2, "
+            "'D.d.T. di scarico', IDDDT_SCARICO, IDDDT_SCARICO_DETT FROM DDT_SCARICO_DETT WHERE CODICE = '%1'"_s;
+        const test::Document note(place(), test::deliveryNote());
+        note.fillHeader();
+        note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+        note.addArticle(u"SMA-0750"_s, u"8"_s, u"2"_s);
+        int headers = 0;
+        int rows = 0;
+        connection().setStatementHook([&](const QString &sql) {
+            if (sql.startsWith(u"INSERT INTO DDT_SCARICO ") && headers++ == 0)
+                runElsewhere({u"INSERT INTO DDT_SCARICO(NUMERO, DATA, ANNO, TIPO_ANAGRAFICA, CLI_CODICE, "
+                              "CLI_RAGIONESOCIALE, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, "
+                              "CAUSALE_TRASPORTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO) VALUES(50, "
+                              "'2026-03-16', 2026, 0, 'ALTRO', 'Altra', 1, 'X', 1, 'X', 0, 0, 0)"_s,
+                              otherRow.arg(u"ALTRO-1"_s), otherMovement.arg(u"ALTRO-1"_s)});
+            // Both rows go in one statement.
+            if (sql.contains(u"INSERT INTO DDT_SCARICO_DETT ") && rows++ == 0)
+                runElsewhere({otherRow.arg(u"ALTRO-2"_s), otherMovement.arg(u"ALTRO-2"_s)});
+        });
+        const QString documents = u"SELECT D.NUMERO, R.CODICE, M.CODICE, M.QUANTITA FROM DDT_SCARICO D JOIN "
+                                  "DDT_SCARICO_DETT R ON R.IDDDT_SCARICO = D.IDDDT_SCARICO LEFT JOIN MOVI_MAGA M "
+                                  "ON M.RIF_DOC_ID = D.IDDDT_SCARICO AND M.RIF_DOC_IDRIGA = R.IDDDT_SCARICO_DETT "
+                                  "ORDER BY D.NUMERO, R.IDDDT_SCARICO_DETT"_s;
+        const QStringList expected = {u"1|TRA-0018|TRA-0018|-5"_s, u"1|SMA-0750|SMA-0750|-2"_s,
+                                      u"50|ALTRO-1|ALTRO-1|-1"_s, u"50|ALTRO-2|ALTRO-2|-1"_s};
+        note.save();
+        connection().setStatementHook({});
+        QCOMPARE(headers, 1);
+        QCOMPARE(rows, 1);
+        QCOMPARE(note.flags(), u"stored"_s);
+        QCOMPARE(lines(documents), expected);
+        QCOMPARE(lines(u"SELECT IDDDT_SCARICO FROM DDT_SCARICO WHERE NUMERO = 1"_s),
+                 QStringList({QString::number(note.form().IdRecord())}));
+        // The form works on the key that it was really given.
+        note.form().DataChanged();
+        note.save();
+        QCOMPARE(lines(documents), expected);
+        QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList(u"4"_s));
+    }
+
+    void sameNumberAtTheSameMomentIsStoredOnce()
+    {
+        const test::Document invoice(place(), test::accompanyingInvoice());
+        invoice.fillHeader();
+        invoice.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+        connection().setStatementHook([&](const QString &sql) {
+            if (sql.startsWith(u"INSERT INTO FATT_ACC "))
+                runElsewhere(
+                    {u"INSERT INTO FATT_ACC(NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, "
+                     "TIPO_PAGAMENTO, PAGATO, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, "
+                     "CAUSALE_TRASPORTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, FC_ABILITATO) "
+                     "VALUES(1, '2026-03-16', 2026, 'ALTRO', 'Altra', 1, 'X', 'False', 1, 'X', 1, 'X', 0, 0, 0, "
+                     "'False')"_s});
+        });
+        place().messages.expectError(test::saveError);
+        invoice.save();
+        connection().setStatementHook({});
+        QCOMPARE(lines(u"SELECT NUMERO, CLI_CODICE FROM FATT_ACC"_s), QStringList(u"1|ALTRO"_s));
+        QCOMPARE(lines(u"SELECT COUNT(*) FROM FATT_ACC_DETT"_s) + lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s),
+                 QStringList({u"0"_s, u"0"_s}));
+        QCOMPARE(invoice.grid()->model()->rowCount(), 1);
+        // With another number the loser stores what was typed.
+        invoice.control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(2);
+        invoice.save();
+        QCOMPARE(lines(u"SELECT NUMERO FROM FATT_ACC ORDER BY NUMERO"_s), QStringList({u"1"_s, u"2"_s}));
+        QCOMPARE(lines(u"SELECT CODICE, QUANTITA FROM MOVI_MAGA"_s), QStringList(u"TRA-0018|-5"_s));
+    }
+
+    void serverLostDuringTheSave_data()
+    {
+        test::columns<QString, bool>("statement", "stored");
+        QTest::newRow("header") << u"INSERT INTO DDT_SCARICO "_s << false;
+        QTest::newRow("row") << u"INSERT INTO DDT_SCARICO_DETT "_s << false;
+        QTest::newRow("commit") << u"COMMIT"_s << false;
+        QTest::newRow("row of a stored note") << u"INSERT INTO DDT_SCARICO_DETT "_s << true;
+        QTest::newRow("commit of a stored note") << u"COMMIT"_s << true;
+    }
+
+    void serverLostDuringTheSave()
+    {
+        QFETCH(QString, statement);
+        QFETCH(bool, stored);
+        const QString rows =
+            u"SELECT D.ASPETTO_BENI, R.CODICE, R.QUANTITA FROM DDT_SCARICO D JOIN DDT_SCARICO_DETT R ON "
+            "R.IDDDT_SCARICO = D.IDDDT_SCARICO ORDER BY R.IDDDT_SCARICO_DETT"_s;
+        const QString movements = u"SELECT CODICE, QUANTITA FROM MOVI_MAGA"_s;
+        const test::Document note(place(), test::deliveryNote());
+        note.fillHeader();
+        note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+        if (stored)
+            note.save();
+        const QStringList before = lines(rows) + lines(movements);
+        note.control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Sfuso"_s);
+        test::typeIntoCell(note.grid(), 0, u"Q.tà"_s, u"6"_s);
+        bool crashed = false;
+        connection().setStatementHook([&](const QString &sql) {
+            if (!crashed && sql.startsWith(statement)) {
+                crashed = true;
+                server().crash();
+            }
+        });
+        place().messages.expectError(test::saveError);
+        note.save();
+        connection().setStatementHook({});
+        QVERIFY(crashed);
+        QCOMPARE(note.shown(u"txtAspettoBeni"_s), u"Sfuso"_s);
+        QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), u"6,00"_s);
+        server().start();
+        QCOMPARE(lines(rows) + lines(movements), before);
+        note.form().DataChanged();
+        note.save();
+        QCOMPARE(note.flags(), u"stored"_s);
+        QCOMPARE(lines(rows) + lines(movements), QStringList({u"Sfuso|TRA-0018|6"_s, u"TRA-0018|-6"_s}));
+    }
+
+    void serverLostBeforeTheSave()
+    {
+        const test::Document note(place(), test::deliveryNote());
+        note.fillHeader();
+        note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+        server().crash();
+        QStringList shown;
+        const core::MessageHandler scripted = core::setMessageHandler([&shown](const core::Message &message) {
+            shown.append(message.title);
+            return message.answers.last();
+        });
+        note.save();
+        core::setMessageHandler(scripted);
+        // The database's own text, from the check of the number; nothing was tried, so the note is as it was.
+        QCOMPARE(shown, QStringList(u"Errore"_s));
+        QCOMPARE(note.flags(), u"new modified"_s);
+        server().start();
+        note.save();
+        QCOMPARE(note.flags(), u"stored"_s);
+        QCOMPARE(lines(u"SELECT CODICE FROM MOVI_MAGA"_s), QStringList(u"TRA-0018"_s));
+    }
+
+    void twoWorkstationsAtOnce()
+    {
+        constexpr int rounds = 4;
+        std::vector<std::unique_ptr<QProcess>> processes;
+        for (const QString &name : {u"NORD"_s, u"SUD"_s})
+            processes.push_back(start(u"workstation"_s, {name, QString::number(rounds)}));
+        for (const auto &process : processes) {
+            QVERIFY(process->waitForFinished(120'000));
+            QVERIFY2(process->exitCode() == 0, process->readAllStandardError().constData());
+        }
+        // Every document once, with a number of its own, one row and the movement of that row.
+        const QString complete =
+            u"SELECT COUNT(*), COUNT(DISTINCT D.NUMERO), COUNT(DISTINCT M.IDMOVI_MAGA), SUM(M.QUANTITA) FROM %1 D "
+            "JOIN %1_DETT R ON R.ID%2 = D.ID%2 JOIN MOVI_MAGA M ON M.RIF_DOC_ID = D.ID%2 AND M.RIF_DOC_IDRIGA = "
+            "R.ID%2_DETT AND M.QUANTITA %3 0"_s;
+        QCOMPARE(lines(complete.arg(u"BOLLE_CARICO"_s, u"BOLLA_CARICO"_s, u">"_s)), QStringList(u"8|8|8|80"_s));
+        QCOMPARE(lines(complete.arg(u"DDT_SCARICO"_s, u"DDT_SCARICO"_s, u"<"_s)), QStringList(u"8|8|8|-24"_s));
+        QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList(u"16"_s));
+        QCOMPARE(lines(u"SELECT COUNT(*) FROM ANA_MAGA WHERE CODICE STARTING 'NORD-' OR CODICE STARTING 'SUD-'"_s),
+                 QStringList(u"8"_s));
+        // Everything came in at 2,00, so whatever the order it went out at that, and the valued inventory says so.
+        InventarioFilter filter;
+        filter.dal = filter.al = test::workplaceTime().date();
+        QCOMPARE(lines(InventarioSQL(filter, true)),
+                 QStringList(u"TRA-0018|%1|56|112"_s.arg(
+                     lines(u"SELECT DESCRIZIONE FROM ANA_MAGA WHERE CODICE='TRA-0018'"_s)[0])));
+    }
+
+    void oneDocumentOnTwoWorkstations_data() { test::eachKind(); }
+
+    // Both change (or one deletes) at the same moment, whoever comes first: stock, documents and replies must be those
+    // of one order or the other.
+    void oneDocumentOnTwoWorkstations()
+    {
+        const QString kind = QString::fromLatin1(QTest::currentDataTag());
+        const QString table = test::kindOfRow().table;
+        const std::unique_ptr<QProcess> first = start(u"workstation"_s, {});
+        const std::unique_ptr<QProcess> second = start(u"workstation"_s, {});
+        const QList<std::pair<QString, QString>> rounds = {{u"save 5 no"_s, u"save 6 no"_s},
+                                                           {u"save 5 yes"_s, u"save 6 yes"_s},
+                                                           {u"save 5 no"_s, u"delete 0 no"_s},
+                                                           {u"delete 0 no"_s, u"save 6 no"_s},
+                                                           {u"delete 0 no"_s, u"save 6 yes"_s}};
+        int bothRefused = 0;
+        for (int i = 0; i < 10; ++i) {
+            database().execute(u"DELETE FROM "_s + table);
+            database().execute(u"DELETE FROM MOVI_MAGA"_s);
+            tell(*first, u"%1 0 new 7 no\ngo"_s.arg(kind));
+            QCOMPARE(answer(*first), u"ready"_s);
+            const QString key = answer(*first).section(u' ', 1);
+            const auto &[one, other] = rounds[i % rounds.size()];
+            tell(*first, u"%1 %2 %3"_s.arg(kind, key, one));
+            tell(*second, u"%1 %2 %3"_s.arg(kind, key, other));
+            QCOMPARE(answer(*first) + answer(*second), u"readyready"_s);
+            tell(i % 2 ? *second : *first, u"go"_s);
+            tell(i % 2 ? *first : *second, u"go"_s);
+            const QStringList replies = {answer(*first).section(u' ', 0, 0), answer(*second).section(u' ', 0, 0)};
+            const QString seen = replies.join(u' ') + u' ' + lines(u"SELECT COUNT(*) FROM "_s + table).first() + u' ' +
+                                 lines(u"SELECT ABS(SUM(QUANTITA)) FROM MOVI_MAGA"_s).first();
+            const QStringList possible = {outcome(one, other, replies, false), outcome(other, one, replies, true)};
+            QVERIFY2(possible.contains(seen), qPrintable(seen + u" not in: "_s + possible.join(u", "_s)));
+            bothRefused += replies == QStringList(2, u"error"_s);
+        }
+        // Each may hold what the other one waits for, until both have waited long enough.
+        QVERIFY2(bothRefused <= 3, qPrintable(QString::number(bothRefused)));
+        for (QProcess *workstation : {first.get(), second.get()}) {
+            workstation->closeWriteChannel();
+            QVERIFY(workstation->waitForFinished(60'000));
+        }
+    }
+
+private:
+    /// Another program of the tests on the same database.
+    std::unique_ptr<QProcess> start(const QString &program, const QStringList &arguments) const
+    {
+        const data::DatabaseAddress address = server().address();
+        auto process = std::make_unique<QProcess>();
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"ISC_PASSWORD"_s, address.password);
+        process->setProcessEnvironment(environment);
+        process->start(QCoreApplication::applicationDirPath() + u'/' + program,
+                       QStringList(address.toString()) + arguments);
+        return process;
+    }
+
+    void runElsewhere(const QStringList &statements) const
+    {
+        const std::unique_ptr<QProcess> process = start(u"run_sql"_s, statements);
+        if (!process->waitForFinished(20000) || process->exitCode() != 0)
+            throw core::Error(u"run_sql: "_s + QString::fromUtf8(process->readAllStandardError()) +
+                              process->errorString());
+    }
+};
 
 static const test::Registered<TestServerDocuments> registered;
 

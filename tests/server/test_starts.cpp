@@ -1,108 +1,81 @@
-#include "host/DatabaseSetup.h"
 #include "host/start/StartTurn.h"
-#include "platform/core/Error.h"
-#include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/data/WaitLimits.h"
-#include "tests/support/FirebirdServer.h"
+#include "tests/server/AtServer.h"
 #include "tests/support/Program.h"
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/support/ScriptedMessages.h"
-#include "tests/support/TestDatabase.h"
-#include "tests/support/TestMain.h"
-
-#include <QDialog>
 
 using namespace Qt::StringLiterals;
 
 /// Workstations that start on one server at the same time.
-class TestStarts : public QObject
+class TestStarts : public AtServer
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void cleanup() { data::waitLimits() = {}; }
+    void init() override {}
+    void cleanup() override { data::waitLimits() = {}; }
 
-    void workstationsUpgradeOneAfterTheOther();
-    void turnIsWaitedFor();
-    void turnThatDoesNotComeIsAskedAbout();
-    void creationThatWasCutIsReplaced();
-
-private:
-    std::unique_ptr<test::FirebirdServer> server_;
-};
-
-void TestStarts::initTestCase()
-{
-    server_ = std::make_unique<test::FirebirdServer>();
-    host::createHostDatabase(server_->address(), false);
-}
-
-// The module's tables are missing, so all of them want to make them.
-void TestStarts::workstationsUpgradeOneAfterTheOther()
-{
-    const data::DatabaseAddress address = server_->address(u"insieme.fdb"_s);
-    host::createHostDatabase(address, false);
-    const QTemporaryDir home;
-    std::vector<std::unique_ptr<test::Program>> workstations;
-    for (int i = 0; i < 3; ++i)
-        workstations.push_back(
-            std::make_unique<test::Program>(home.filePath(QString::number(i)),
-                                            QStringList{u"--database"_s, address.toString(), u"--upgrade"_s}, address));
-    for (const auto &workstation : workstations) {
-        // Whatever is told makes it fail.
-        const int code = workstation->exitCode();
-        QVERIFY2(code == 0, workstation->told().constData());
-    }
-}
-
-void TestStarts::turnIsWaitedFor()
-{
-    auto other = std::make_unique<host::StartTurn>(server_->address());
-    test::ScriptedDialogs dialogs;
-    dialogs.expect([&other](QDialog &dialog) {
-        QVERIFY(dialog.isVisible());
-        other.reset();
-        test::waiting()(dialog);
-    });
-    const host::StartTurn turn(server_->address());
-    QCOMPARE(dialogs.verify(), QStringList());
-}
-
-void TestStarts::turnThatDoesNotComeIsAskedAbout()
-{
-    data::waitLimits().turn = 1;
-    const host::StartTurn other(server_->address());
-    test::ScriptedDialogs dialogs;
-    test::ScriptedMessages messages;
-    for (const core::Answer answer : {core::Answer::Yes, core::Answer::No, core::Answer::Cancel}) {
-        dialogs.expect(test::waiting());
-        messages.expectPart(u"Conferma"_s, u"Aspettare ancora?"_s, answer);
-    }
-    const host::StartTurn withoutIt(server_->address());
-    const QString error = test::errorOf([this] { const host::StartTurn turn(server_->address()); });
-    QVERIFY2(error.contains(u"non è stato aperto"_s), qPrintable(error));
-    QCOMPARE(dialogs.verify() + messages.verify(), QStringList());
-}
-
-void TestStarts::creationThatWasCutIsReplaced()
-{
-    const data::DatabaseAddress address = server_->address(u"incompleto.fdb"_s);
-    data::createDatabase(address);
-    QVERIFY(host::isUnfinished(address));
+    // The module's tables are missing, so all of them want to make them.
+    void workstationsUpgradeOneAfterTheOther()
     {
-        // It is still being made, for all that anybody knows.
-        data::Connection other;
-        other.setConnectionString(data::nativeConnectionString(address));
-        other.open();
-        const QString error = test::errorOf([&address] { host::createHostDatabase(address, false); });
-        QVERIFY2(error.contains(u"un'altra postazione lo sta creando"_s), qPrintable(error));
-        QVERIFY(host::isUnfinished(address));
+        const data::DatabaseAddress address = server().address(u"insieme.fdb"_s);
+        host::createHostDatabase(address, false);
+        const QTemporaryDir home;
+        std::vector<std::unique_ptr<test::Program>> workstations;
+        for (int i = 0; i < 3; ++i)
+            workstations.push_back(std::make_unique<test::Program>(
+                home.filePath(QString::number(i)), QStringList{u"--database"_s, address.toString(), u"--upgrade"_s},
+                address));
+        for (const auto &workstation : workstations) {
+            // Whatever is told makes it fail.
+            const int code = workstation->exitCode();
+            QVERIFY2(code == 0, workstation->told().constData());
+        }
     }
-    host::createHostDatabase(address, false);
-    QCOMPARE(host::databaseProblem(address), QString());
-}
+
+    void turnIsWaitedFor()
+    {
+        auto other = std::make_unique<host::StartTurn>(server().address());
+        test::ScriptedDialogs dialogs;
+        dialogs.expect([&other](QDialog &dialog) {
+            QVERIFY(dialog.isVisible());
+            other.reset();
+            test::waiting()(dialog);
+        });
+        const host::StartTurn turn(server().address());
+    }
+
+    void turnThatDoesNotComeIsAskedAbout()
+    {
+        data::waitLimits().turn = 1;
+        const host::StartTurn other(server().address());
+        test::ScriptedDialogs dialogs;
+        test::ScriptedMessages messages;
+        for (const core::Answer answer : {core::Answer::Yes, core::Answer::No, core::Answer::Cancel}) {
+            dialogs.expect(test::waiting());
+            messages.expectPart(u"Conferma"_s, u"Aspettare ancora?"_s, answer);
+        }
+        const host::StartTurn withoutIt(server().address());
+        const QString error = test::errorOf([this] { const host::StartTurn turn(server().address()); });
+        QVERIFY2(error.contains(u"non è stato aperto"_s), qPrintable(error));
+    }
+
+    void creationThatWasCutIsReplaced()
+    {
+        const data::DatabaseAddress address = server().address(u"incompleto.fdb"_s);
+        data::createDatabase(address);
+        QVERIFY(host::isUnfinished(address));
+        {
+            // It is still being made, for all that anybody knows.
+            const auto other = test::connectTo(address);
+            const QString error = test::errorOf([&address] { host::createHostDatabase(address, false); });
+            QVERIFY2(error.contains(u"un'altra postazione lo sta creando"_s), qPrintable(error));
+            QVERIFY(host::isUnfinished(address));
+        }
+        host::createHostDatabase(address, false);
+        QCOMPARE(host::databaseProblem(address), QString());
+    }
+};
 
 static const test::Registered<TestStarts> registered;
 #include "test_starts.moc"

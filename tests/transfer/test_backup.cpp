@@ -3,17 +3,9 @@
 #include "host/backup/BackupCommands.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Progress.h"
-#include "platform/core/SaveFile.h"
 #include "platform/data/DatabaseFile.h"
 #include "tests/support/FirebirdServer.h"
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/support/ScriptedMessages.h"
-#include "tests/support/TestDatabase.h"
-#include "tests/support/TestMain.h"
-
-#include <QDialog>
-#include <QFile>
-#include <QTemporaryDir>
+#include "tests/support/Kit.h"
 
 #include <atomic>
 #include <thread>
@@ -22,28 +14,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
-}
-
-std::unique_ptr<data::Connection> openDatabase(const data::DatabaseAddress &address)
-{
-    auto connection = std::make_unique<data::Connection>();
-    connection->setConnectionString(data::nativeConnectionString(address));
-    connection->open();
-    return connection;
-}
-
 QStringList firms(const data::DatabaseAddress &address)
 {
-    return test::linesOf(*openDatabase(address), u"SELECT RAGIONESOCIALE FROM AZIENDA"_s);
+    return test::linesOf(*test::connectTo(address), u"SELECT RAGIONESOCIALE FROM AZIENDA"_s);
 }
 
 void rename(const data::DatabaseAddress &address, const QString &firm)
 {
-    openDatabase(address)->run(u"UPDATE AZIENDA SET RAGIONESOCIALE = ?"_s, {firm});
+    test::connectTo(address)->run(u"UPDATE AZIENDA SET RAGIONESOCIALE = ?"_s, {firm});
 }
 
 } // namespace
@@ -53,273 +31,252 @@ class TestBackup : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init()
+    {
+        searchPath_ = qgetenv("PATH");
+        core::setClock([] { return QDateTime(QDate(2026, 3, 16), QTime(10, 30)); });
+        folder_ = std::make_unique<QTemporaryDir>();
+        database_.file = path(u"ditta è.fdb"_s);
+        const test::TestDatabase demo(test::Content::DemoData);
+        QVERIFY(QFile::copy(demo.address().file, database_.file));
+    }
 
-    void backupComesBackAndTheOldDatabaseStays();
-    void refusedBackupsChangeNothing_data();
-    void refusedBackupsChangeNothing();
-    void pathWithColonIsAFile();
-    void failedBackupLeavesNothing();
-    void passwordIsInTheEnvironmentOnly();
-    void tenDailyBackupsAreKept();
-    void serverDatabaseIsSavedAndRestoredBesideTheOld();
+    void cleanup()
+    {
+        qputenv("PATH", searchPath_);
+        core::setClock({});
+        folder_.reset();
+    }
+
+    void backupComesBackAndTheOldDatabaseStays()
+    {
+        test::ScriptedMessages messages;
+        test::ScriptedDialogs dialogs;
+        const QStringList before = firms(database_);
+        const QString backup = path(u"copia.fbk"_s);
+        core::saveFile(backup, "an older one");
+        dialogs.expect(test::waiting());
+        messages.expectInformation(u"La copia di sicurezza è stata fatta e verificata:\n\r"_s + backup);
+        bool ended = false;
+        QVERIFY(host::makeBackup(nullptr, database_, backup, [&ended] { ended = true; }));
+        QVERIFY(ended);
+
+        rename(database_, u"Dopo"_s);
+        QString kept = path(u"ditta è.prima-del-ripristino-20260316-103000.fdb"_s);
+        for (int i = 0; i < 2; ++i) {
+            dialogs.expect(test::waiting());
+            messages.expect(
+                u"Informazioni"_s,
+                u"La copia è stata ripristinata e verificata.\n\rIl database precedente è conservato in:\n\r"_s + kept,
+                core::MessageIcon::Information);
+            const QByteArray replaced = test::contentOf(database_.file);
+            QVERIFY(host::restoreBackup(nullptr, backup, database_));
+            QCOMPARE(firms(database_), before);
+            // Checking that nobody uses the file counts attachments in its first page.
+            QCOMPARE(test::contentOf(kept).mid(8192), replaced.mid(8192));
+            kept.replace(u"103000.fdb"_s, u"103000-2.fdb"_s);
+            core::saveFile(database_.file, "a damaged database is replaced, too");
+        }
+        QCOMPARE(files().size(), 4);
+    }
+
+    void refusedBackupsChangeNothing_data()
+    {
+        test::columns<QString, QString>("kind", "error");
+
+        const QString damaged = u"Il file non è una copia di sicurezza, oppure è danneggiato o incompleto."_s;
+        QTest::newRow("text") << u"text"_s << damaged;
+        QTest::newRow("cut") << u"cut"_s << damaged;
+        // What the program says then depends on what was there.
+        QTest::newRow("holes") << u"holes"_s << u"danneggiato"_s;
+        QTest::newRow("other program") << u"other"_s << u"La copia non contiene un database di questo programma."_s;
+        QTest::newRow("newer program") << u"newer"_s << u"La copia è di una versione più recente del programma"_s;
+        QTest::newRow("cancelled") << u"whole"_s << QString();
+    }
+
+    void refusedBackupsChangeNothing()
+    {
+        QFETCH(QString, kind);
+        const QString backup = path(u"copia.fbk"_s);
+        data::DatabaseAddress source = database_;
+        if (kind == u"other") {
+            source.file = path(u"altro.fdb"_s);
+            data::createDatabase(source);
+            test::connectTo(source)->execute(u"CREATE TABLE COSE(ID INTEGER)"_s);
+        }
+        if (kind == u"newer")
+            test::connectTo(source)->execute(
+                u"UPDATE TABLE_VERSION SET VERSIONE = '9.0.0' WHERE TABELLA = 'CORVANE'"_s);
+        QCOMPARE(errorOfBackup(source, backup), u"no error"_s);
+        QByteArray content = test::contentOf(backup);
+        if (kind == u"text")
+            content = "Codice;Descrizione\n";
+        else if (kind == u"cut")
+            content.truncate(content.size() / 2);
+        else if (kind == u"holes")
+            content.replace(content.size() / 2, 512, QByteArray(512, '\0'));
+        core::saveFile(backup, content);
+
+        const QByteArray current = test::contentOf(database_.file);
+        const QStringList before = files();
+        if (kind == u"whole") {
+            // Cancelled as soon as the program says what it does.
+            core::Progress progress;
+            std::atomic<bool> ended = false;
+            std::thread user([&] {
+                while (progress.text().isEmpty() && !ended)
+                    std::this_thread::yield();
+                progress.cancel();
+            });
+            const QString told = test::errorOf([&] { host::restoreDatabase(backup, database_, progress); });
+            ended = true;
+            user.join();
+            QCOMPARE(told, u"cancelled"_s);
+        } else {
+            QFETCH(QString, error);
+            const QString told = errorOfRestore(backup, database_);
+            QVERIFY2(told.contains(error), qPrintable(told));
+        }
+        QCOMPARE(files(), before);
+        QCOMPARE(test::contentOf(database_.file), current);
+    }
+
+    // The engine's programs take what stands before a colon for a server.
+    void pathWithColonIsAFile()
+    {
+        const QDir folder(path(u"sede: uno"_s));
+        QVERIFY(folder.mkpath(u"."_s));
+        data::DatabaseAddress database = test::fileAddress(folder.filePath(u"ditta 1:2.fdb"_s));
+        QVERIFY(QFile::copy(database_.file, database.file));
+        const QString backup = folder.filePath(u"copia 1:2.fbk"_s);
+        QCOMPARE(errorOfBackup(database, backup), u"no error"_s);
+        test::connectTo(database)->execute(u"UPDATE AZIENDA SET RAGIONESOCIALE = 'Prima'"_s);
+        QCOMPARE(errorOfRestore(backup, database), u"no error"_s);
+        const QString kept = folder.filePath(u"ditta 1:2.prima-del-ripristino-20260316-103000.fdb"_s);
+        const QString name = u"SELECT FIRST 1 1 FROM AZIENDA WHERE RAGIONESOCIALE = 'Prima'"_s;
+        QVERIFY(test::linesOf(*test::connectTo(database), name).isEmpty());
+        database.file = kept;
+        QVERIFY(!test::linesOf(*test::connectTo(database), name).isEmpty());
+        QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), qsizetype(3));
+    }
+
+    void failedBackupLeavesNothing()
+    {
+        const QString backup = path(u"copia.fbk"_s);
+        core::saveFile(backup, "an older one");
+        const QStringList before = files();
+        {
+            const auto user = test::connectTo(database_);
+            QCOMPARE(errorOfBackup(database_, backup),
+                     u"Il database è in uso: chiudere gli altri programmi che lo usano e riprovare."_s);
+        }
+        core::Progress cancelled;
+        cancelled.cancel();
+        QCOMPARE(test::errorOf([&] { host::backupDatabase(database_, backup, cancelled); }), u"cancelled"_s);
+        QCOMPARE(errorOfBackup(database_, path(u"manca/copia.fbk"_s)),
+                 u"La cartella \"%1\" non esiste."_s.arg(path(u"manca"_s)));
+        qputenv("PATH", "/nowhere");
+        test::ScriptedMessages messages;
+        test::ScriptedDialogs dialogs;
+        dialogs.expect(test::waiting());
+        messages.expectWarning(
+            u"La copia di sicurezza giornaliera non è riuscita:\n\rManca il programma gbak di Firebird: "
+            "installare il pacchetto firebird3.0-utils."_s);
+        host::backupAtExit(nullptr, folder_->path(), database_);
+        QCOMPARE(files(), before);
+        QCOMPARE(test::contentOf(backup), "an older one");
+    }
+
+    void passwordIsInTheEnvironmentOnly()
+    {
+        core::saveFile(path(u"gbak"_s),
+                       "#!/bin/sh\necho \"$@\" \"$ISC_USER\" >\"$OUT\"\nenv | grep -c '^ISC_PASSWORD=segreta$' "
+                       ">>\"$OUT\"\nexit 1\n");
+        QFile::setPermissions(path(u"gbak"_s), QFile::ReadOwner | QFile::ExeOwner);
+        qputenv("PATH", QFile::encodeName(folder_->path()) + ':' + searchPath_);
+        qputenv("OUT", QFile::encodeName(path(u"out"_s)));
+        data::DatabaseAddress server = data::DatabaseAddress::parse(u"server/3051:/srv/ditta.fdb"_s);
+        server.password = u"segreta"_s;
+        errorOfBackup(server, path(u"copia.fbk"_s));
+        const QByteArray out = test::contentOf(path(u"out"_s));
+        QVERIFY2(out.startsWith("-b -v server/3051:/srv/ditta.fdb /") && out.endsWith("copia.fbk SYSDBA\n1\n"), out);
+    }
+
+    void tenDailyBackupsAreKept()
+    {
+        const QString folder = path(u"backup"_s);
+        QDir().mkpath(folder);
+        const QDate today(2026, 3, 16);
+        for (int days = 1; days <= 11; ++days)
+            core::saveFile(host::dailyBackupFile(folder, database_, today.addDays(-days)), "old");
+        for (const char *other : {"ditta è-2-2020-01-01.fbk", "ditta è.fbk", "altra-2020-01-01.fbk"})
+            core::saveFile(folder + u'/' + QString::fromUtf8(other), "other");
+        QVERIFY(host::dailyBackupDue(folder, database_, today));
+        core::Progress progress;
+        host::runDailyBackup(folder, database_, today, progress);
+        QVERIFY(!host::dailyBackupDue(folder, database_, today));
+        QVERIFY(QFile::exists(folder + u"/ditta è-2026-03-16.fbk"_s));
+        QVERIFY(QFile::exists(folder + u"/ditta è-2026-03-07.fbk"_s));
+        QVERIFY(!QFile::exists(folder + u"/ditta è-2026-03-06.fbk"_s));
+        QCOMPARE(QDir(folder).entryList(QDir::Files).size(), 13);
+
+        // The same name elsewhere is another database.
+        data::DatabaseAddress other = test::fileAddress(path(u"altrove/ditta è.fdb"_s));
+        QVERIFY(host::dailyBackupDue(folder, other, today));
+        QVERIFY(!host::dailyBackupDue(folder, data::DatabaseAddress::parse(u"server:/x.fdb"_s), today));
+    }
+
+    void serverDatabaseIsSavedAndRestoredBesideTheOld()
+    {
+        const test::FirebirdServer server;
+        const QString backup = path(u"copia.fbk"_s);
+        host::createHostDatabase(server.address(), true);
+        const auto user = test::connectTo(server.address()); // others may work meanwhile
+        QCOMPARE(errorOfBackup(server.address(), backup), u"no error"_s);
+
+        QCOMPARE(errorOfRestore(backup, server.address()),
+                 u"Sul server esiste già il database \"%1\": indicare un nome nuovo."_s.arg(server.address().file));
+        const data::DatabaseAddress second = server.address(u"nuovo.fdb"_s);
+        QCOMPARE(errorOfRestore(backup, second), u"no error"_s);
+        QCOMPARE(firms(second), firms(server.address()));
+
+        core::saveFile(backup, test::contentOf(backup).chopped(5000));
+        const data::DatabaseAddress third = server.address(u"rotto.fdb"_s);
+        QCOMPARE(errorOfRestore(backup, third),
+                 u"Il file non è una copia di sicurezza, oppure è danneggiato o incompleto."_s);
+        QVERIFY(!QFile::exists(third.file));
+
+        data::DatabaseAddress stranger = server.address();
+        stranger.password = u"x"_s;
+        QCOMPARE(errorOfBackup(stranger, backup), u"Il server ha rifiutato il nome utente o la password."_s);
+    }
 
 private:
     QString path(const QString &name) const { return folder_->filePath(name); }
     /// Everything in the folder, hidden files included.
-    QStringList files() const
+    QStringList files() const { return test::filesIn(folder_->path()); }
+
+    QString errorOfBackup(const data::DatabaseAddress &database, const QString &file)
     {
-        return QDir(folder_->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        return test::errorOf([&] {
+            core::Progress progress;
+            host::backupDatabase(database, file, progress);
+        });
     }
-    QString errorOfBackup(const data::DatabaseAddress &database, const QString &file);
-    QString errorOfRestore(const QString &file, const data::DatabaseAddress &target);
+
+    QString errorOfRestore(const QString &file, const data::DatabaseAddress &target)
+    {
+        return test::errorOf([&] {
+            core::Progress progress;
+            host::restoreDatabase(file, target, progress);
+        });
+    }
 
     std::unique_ptr<QTemporaryDir> folder_;
     data::DatabaseAddress database_;
     QByteArray searchPath_;
 };
 
-void TestBackup::init()
-{
-    searchPath_ = qgetenv("PATH");
-    core::setClock([] { return QDateTime(QDate(2026, 3, 16), QTime(10, 30)); });
-    folder_ = std::make_unique<QTemporaryDir>();
-    database_.file = path(u"ditta è.fdb"_s);
-    const test::TestDatabase demo(test::Content::DemoData);
-    QVERIFY(QFile::copy(demo.address().file, database_.file));
-}
-
-void TestBackup::cleanup()
-{
-    qputenv("PATH", searchPath_);
-    core::setClock({});
-    folder_.reset();
-}
-
-QString TestBackup::errorOfBackup(const data::DatabaseAddress &database, const QString &file)
-{
-    return test::errorOf([&] {
-        core::Progress progress;
-        host::backupDatabase(database, file, progress);
-    });
-}
-
-QString TestBackup::errorOfRestore(const QString &file, const data::DatabaseAddress &target)
-{
-    return test::errorOf([&] {
-        core::Progress progress;
-        host::restoreDatabase(file, target, progress);
-    });
-}
-
-void TestBackup::backupComesBackAndTheOldDatabaseStays()
-{
-    test::ScriptedMessages messages;
-    test::ScriptedDialogs dialogs;
-    const QStringList before = firms(database_);
-    const QString backup = path(u"copia.fbk"_s);
-    core::saveFile(backup, "an older one");
-    dialogs.expect(test::waiting());
-    messages.expect(u"Informazioni"_s, u"La copia di sicurezza è stata fatta e verificata:\n\r"_s + backup,
-                    core::MessageIcon::Information);
-    bool ended = false;
-    QVERIFY(host::makeBackup(nullptr, database_, backup, [&ended] { ended = true; }));
-    QVERIFY(ended);
-
-    rename(database_, u"Dopo"_s);
-    QString kept = path(u"ditta è.prima-del-ripristino-20260316-103000.fdb"_s);
-    for (int i = 0; i < 2; ++i) {
-        dialogs.expect(test::waiting());
-        messages.expect(
-            u"Informazioni"_s,
-            u"La copia è stata ripristinata e verificata.\n\rIl database precedente è conservato in:\n\r"_s + kept,
-            core::MessageIcon::Information);
-        const QByteArray replaced = contentOf(database_.file);
-        QVERIFY(host::restoreBackup(nullptr, backup, database_));
-        QCOMPARE(firms(database_), before);
-        // Checking that nobody uses the file counts attachments in its first page.
-        QCOMPARE(contentOf(kept).mid(8192), replaced.mid(8192));
-        kept.replace(u"103000.fdb"_s, u"103000-2.fdb"_s);
-        core::saveFile(database_.file, "a damaged database is replaced, too");
-    }
-    QCOMPARE(files().size(), 4);
-}
-
-void TestBackup::refusedBackupsChangeNothing_data()
-{
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("error");
-
-    const QString damaged = u"Il file non è una copia di sicurezza, oppure è danneggiato o incompleto."_s;
-    QTest::newRow("text") << u"text"_s << damaged;
-    QTest::newRow("cut") << u"cut"_s << damaged;
-    // What the program says then depends on what was there.
-    QTest::newRow("holes") << u"holes"_s << u"danneggiato"_s;
-    QTest::newRow("other program") << u"other"_s << u"La copia non contiene un database di questo programma."_s;
-    QTest::newRow("newer program") << u"newer"_s << u"La copia è di una versione più recente del programma"_s;
-    QTest::newRow("cancelled") << u"whole"_s << QString();
-}
-
-void TestBackup::refusedBackupsChangeNothing()
-{
-    QFETCH(QString, kind);
-    const QString backup = path(u"copia.fbk"_s);
-    data::DatabaseAddress source = database_;
-    if (kind == u"other") {
-        source.file = path(u"altro.fdb"_s);
-        data::createDatabase(source);
-        openDatabase(source)->execute(u"CREATE TABLE COSE(ID INTEGER)"_s);
-    }
-    if (kind == u"newer")
-        openDatabase(source)->execute(u"UPDATE TABLE_VERSION SET VERSIONE = '9.0.0' WHERE TABELLA = 'CORVANE'"_s);
-    QCOMPARE(errorOfBackup(source, backup), u"no error"_s);
-    QByteArray content = contentOf(backup);
-    if (kind == u"text")
-        content = "Codice;Descrizione\n";
-    else if (kind == u"cut")
-        content.truncate(content.size() / 2);
-    else if (kind == u"holes")
-        content.replace(content.size() / 2, 512, QByteArray(512, '\0'));
-    core::saveFile(backup, content);
-
-    const QByteArray current = contentOf(database_.file);
-    const QStringList before = files();
-    if (kind == u"whole") {
-        // Cancelled as soon as the program says what it does.
-        core::Progress progress;
-        std::atomic<bool> ended = false;
-        std::thread user([&] {
-            while (progress.text().isEmpty() && !ended)
-                std::this_thread::yield();
-            progress.cancel();
-        });
-        const QString told = test::errorOf([&] { host::restoreDatabase(backup, database_, progress); });
-        ended = true;
-        user.join();
-        QCOMPARE(told, u"cancelled"_s);
-    } else {
-        QFETCH(QString, error);
-        const QString told = errorOfRestore(backup, database_);
-        QVERIFY2(told.contains(error), qPrintable(told));
-    }
-    QCOMPARE(files(), before);
-    QCOMPARE(contentOf(database_.file), current);
-}
-
-// The engine's programs take what stands before a colon for a server.
-void TestBackup::pathWithColonIsAFile()
-{
-    const QDir folder(path(u"sede: uno"_s));
-    QVERIFY(folder.mkpath(u"."_s));
-    data::DatabaseAddress database;
-    database.file = folder.filePath(u"ditta 1:2.fdb"_s);
-    QVERIFY(QFile::copy(database_.file, database.file));
-    const QString backup = folder.filePath(u"copia 1:2.fbk"_s);
-    QCOMPARE(errorOfBackup(database, backup), u"no error"_s);
-    openDatabase(database)->execute(u"UPDATE AZIENDA SET RAGIONESOCIALE = 'Prima'"_s);
-    QCOMPARE(errorOfRestore(backup, database), u"no error"_s);
-    const QString kept = folder.filePath(u"ditta 1:2.prima-del-ripristino-20260316-103000.fdb"_s);
-    const QString name = u"SELECT FIRST 1 1 FROM AZIENDA WHERE RAGIONESOCIALE = 'Prima'"_s;
-    QVERIFY(test::linesOf(*openDatabase(database), name).isEmpty());
-    database.file = kept;
-    QVERIFY(!test::linesOf(*openDatabase(database), name).isEmpty());
-    QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), qsizetype(3));
-}
-
-void TestBackup::failedBackupLeavesNothing()
-{
-    const QString backup = path(u"copia.fbk"_s);
-    core::saveFile(backup, "an older one");
-    const QStringList before = files();
-    {
-        const auto user = openDatabase(database_);
-        QCOMPARE(errorOfBackup(database_, backup),
-                 u"Il database è in uso: chiudere gli altri programmi che lo usano e riprovare."_s);
-    }
-    core::Progress cancelled;
-    cancelled.cancel();
-    QCOMPARE(test::errorOf([&] { host::backupDatabase(database_, backup, cancelled); }), u"cancelled"_s);
-    QCOMPARE(errorOfBackup(database_, path(u"manca/copia.fbk"_s)),
-             u"La cartella \"%1\" non esiste."_s.arg(path(u"manca"_s)));
-    qputenv("PATH", "/nowhere");
-    test::ScriptedMessages messages;
-    test::ScriptedDialogs dialogs;
-    dialogs.expect(test::waiting());
-    messages.expectWarning(u"La copia di sicurezza giornaliera non è riuscita:\n\rManca il programma gbak di Firebird: "
-                           "installare il pacchetto firebird3.0-utils."_s);
-    host::backupAtExit(nullptr, folder_->path(), database_);
-    QCOMPARE(files(), before);
-    QCOMPARE(contentOf(backup), "an older one");
-}
-
-void TestBackup::passwordIsInTheEnvironmentOnly()
-{
-    core::saveFile(path(u"gbak"_s),
-                   "#!/bin/sh\necho \"$@\" \"$ISC_USER\" >\"$OUT\"\nenv | grep -c '^ISC_PASSWORD=segreta$' "
-                   ">>\"$OUT\"\nexit 1\n");
-    QFile::setPermissions(path(u"gbak"_s), QFile::ReadOwner | QFile::ExeOwner);
-    qputenv("PATH", QFile::encodeName(folder_->path()) + ':' + searchPath_);
-    qputenv("OUT", QFile::encodeName(path(u"out"_s)));
-    data::DatabaseAddress server = data::DatabaseAddress::parse(u"server/3051:/srv/ditta.fdb"_s);
-    server.password = u"segreta"_s;
-    errorOfBackup(server, path(u"copia.fbk"_s));
-    const QByteArray out = contentOf(path(u"out"_s));
-    QVERIFY2(out.startsWith("-b -v server/3051:/srv/ditta.fdb /") && out.endsWith("copia.fbk SYSDBA\n1\n"), out);
-}
-
-void TestBackup::tenDailyBackupsAreKept()
-{
-    const QString folder = path(u"backup"_s);
-    QDir().mkpath(folder);
-    const QDate today(2026, 3, 16);
-    for (int days = 1; days <= 11; ++days)
-        core::saveFile(host::dailyBackupFile(folder, database_, today.addDays(-days)), "old");
-    for (const char *other : {"ditta è-2-2020-01-01.fbk", "ditta è.fbk", "altra-2020-01-01.fbk"})
-        core::saveFile(folder + u'/' + QString::fromUtf8(other), "other");
-    QVERIFY(host::dailyBackupDue(folder, database_, today));
-    core::Progress progress;
-    host::runDailyBackup(folder, database_, today, progress);
-    QVERIFY(!host::dailyBackupDue(folder, database_, today));
-    QVERIFY(QFile::exists(folder + u"/ditta è-2026-03-16.fbk"_s));
-    QVERIFY(QFile::exists(folder + u"/ditta è-2026-03-07.fbk"_s));
-    QVERIFY(!QFile::exists(folder + u"/ditta è-2026-03-06.fbk"_s));
-    QCOMPARE(QDir(folder).entryList(QDir::Files).size(), 13);
-
-    // The same name elsewhere is another database.
-    data::DatabaseAddress other;
-    other.file = path(u"altrove/ditta è.fdb"_s);
-    QVERIFY(host::dailyBackupDue(folder, other, today));
-    QVERIFY(!host::dailyBackupDue(folder, data::DatabaseAddress::parse(u"server:/x.fdb"_s), today));
-}
-
-void TestBackup::serverDatabaseIsSavedAndRestoredBesideTheOld()
-{
-    const test::FirebirdServer server;
-    const QString backup = path(u"copia.fbk"_s);
-    host::createHostDatabase(server.address(), true);
-    const auto user = openDatabase(server.address()); // others may work meanwhile
-    QCOMPARE(errorOfBackup(server.address(), backup), u"no error"_s);
-
-    QCOMPARE(errorOfRestore(backup, server.address()),
-             u"Sul server esiste già il database \"%1\": indicare un nome nuovo."_s.arg(server.address().file));
-    const data::DatabaseAddress second = server.address(u"nuovo.fdb"_s);
-    QCOMPARE(errorOfRestore(backup, second), u"no error"_s);
-    QCOMPARE(firms(second), firms(server.address()));
-
-    core::saveFile(backup, contentOf(backup).chopped(5000));
-    const data::DatabaseAddress third = server.address(u"rotto.fdb"_s);
-    QCOMPARE(errorOfRestore(backup, third),
-             u"Il file non è una copia di sicurezza, oppure è danneggiato o incompleto."_s);
-    QVERIFY(!QFile::exists(third.file));
-
-    data::DatabaseAddress stranger = server.address();
-    stranger.password = u"x"_s;
-    QCOMPARE(errorOfBackup(stranger, backup), u"Il server ha rifiutato il nome utente o la password."_s);
-}
-
-namespace {
-const test::Registered<TestBackup> registered;
-}
+static const test::Registered<TestBackup> registered;
 
 #include "test_backup.moc"

@@ -1,22 +1,8 @@
-#include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/DocumentGrid.h"
-#include "platform/core/SaveFile.h"
-#include "platform/ui/Dialogs.h"
 #include "platform/ui/ListExport.h"
 #include "platform/ui/SearchForm.h"
-#include "tests/support/Controls.h"
+#include "tests/support/Fixtures.h"
 #include "tests/support/FullDisk.h"
-#include "tests/support/TestMain.h"
-#include "tests/support/Workplace.h"
-
-#include <QClipboard>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QHeaderView>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 using ui::ListColumn;
@@ -62,12 +48,6 @@ QString spreadsheetProgram()
     return complete ? program : QString();
 }
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
-}
-
 void fill(ui::ResultGrid &grid)
 {
     const QList<data::Column> columns = {{u"ID"_s},
@@ -90,18 +70,159 @@ class TestExport : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void initTestCase()
+    {
+        previous_ = ui::setSaveFileChooser([this](QWidget *, const ui::SaveFileRequest &request) {
+            asked_ = request;
+            return answer_;
+        });
+    }
 
-    void csvShowsWhatIsOnScreen();
-    void workbookHasNumbersDatesAndTexts();
-    void workbookHoldsAnyText();
-    void spreadsheetProgramReadsTheSame();
-    void clipboardTakesListOrSelection();
-    void failureIsToldAndLeavesTheOldFile();
-    void commandStaysVisibleInTheNarrowestList();
-    void documentRowsExport();
+    void init()
+    {
+        form_ = std::make_unique<QWidget>();
+        form_->setWindowTitle(u"Elenco: prove / uno"_s);
+        grid_ = new ui::ResultGrid(
+            u"ID"_s,
+            {{u"Codice"_s, u"CODICE"_s, 80},
+             {u"Nome"_s, u"NOME"_s, 0, ListColumn::Width::Rest},
+             {u"Data"_s, u"DATA"_s, 80, ListColumn::Width::Pixels, ListColumn::Display::Date},
+             {u"Prezzo"_s, u"PREZZO"_s, 80, ListColumn::Width::Pixels, ListColumn::Display::Currency},
+             {u"Peso"_s, u"PESO"_s, 80},
+             {u"Attivo"_s, u"ATTIVO"_s, 80, ListColumn::Width::Pixels, ListColumn::Display::Flag}},
+            form_.get());
+        fill(*grid_);
+    }
+
+    void cleanup() { form_.reset(); }
+
+    void csvShowsWhatIsOnScreen()
+    {
+        grid_->horizontalHeader()->moveSection(3, 0);
+        grid_->setColumnHidden(5, true);
+        grid_->rows().sort(4, Qt::DescendingOrder);
+        answer_ = path(u"a.csv"_s);
+        test::trigger(grid_, u"actEsportaCSV"_s);
+        QCOMPARE(asked_.proposedName, u"Elenco - prove - uno.csv"_s);
+        const QByteArray expected = "\xEF\xBB\xBF"
+                                    "Prezzo;Codice;Nome;Data;Peso\r\n"
+                                    "0,30;'+39;;31/12/1899;2,000\r\n"
+                                    "-1234,50;0012;\"Müller \"\"è\"\"; figli\nMilano\";09/03/2026;0,125\r\n"
+                                    "1234567,89;'=1+1;'@x;;\r\n";
+        QCOMPARE(test::contentOf(answer_), expected);
+    }
+
+    void workbookHasNumbersDatesAndTexts()
+    {
+        answer_ = path(u"a.xlsx"_s);
+        test::trigger(grid_, u"actEsportaXLSX"_s);
+        const QString euro = u"\"€ \"#,##0.00;-\"€ \"#,##0.00"_s;
+        const QStringList lines =
+            sheetLines(answer_).join(u'\n').replace(u"figli\nMilano"_s, u"figli Milano"_s).split(u'\n');
+        QCOMPARE(lines.value(0), u"frozen 1"_s);
+        QCOMPARE(lines.value(1), u"A1 s Codice 0|B1 s Nome 0|C1 s Data 0|D1 s Prezzo 0|E1 s Peso 0|F1 s Attivo 0"_s);
+        QCOMPARE(lines.value(2), u"A2 s 0012 0|B2 s Müller \"è\"; figli Milano 0|C2 n 46090 dd/mm/yyyy|D2 n -1234.5 "
+                                 "%1|E2 n 0.125 #,##0.000|F2 s Sì 0"_s.arg(euro));
+        QCOMPARE(lines.value(3), u"A3 s =1+1 0|B3 s @x 0|D3 n 1234567.89 %1|F3 s No 0"_s.arg(euro));
+        QCOMPARE(lines.value(4), u"A4 s +39 0|C4 s 31/12/1899 0|D4 n 0.3 %1|E4 n 2 #,##0.000"_s.arg(euro));
+    }
+
+    void workbookHoldsAnyText()
+    {
+        const QString odd =
+            u"a"_s + QChar(0) + QChar(1) + QChar(0xFFFE) + QChar(0xFFFF) + QChar(0xD800) + u"z <&> _x0041_"_s;
+        grid_->setRows({{{u"ID"_s}, {u"CODICE"_s, 0, true}, {u"NOME"_s, 0, true}}, {{1, odd, u" \U0001F4E6\t"_s}}});
+        answer_ = path(u"c.xlsx"_s);
+        test::trigger(grid_, u"actEsportaXLSX"_s);
+        QCOMPARE(sheetLines(answer_).value(2), u"A2 s a\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDz <&> _x005F_x0041_ 0|"
+                                               "B2 s  \U0001F4E6\t 0"_s);
+    }
+
+    void spreadsheetProgramReadsTheSame()
+    {
+        const QString program = spreadsheetProgram();
+        if (program.isEmpty())
+            QSKIP("no spreadsheet program on this machine");
+        answer_ = path(u"b.xlsx"_s);
+        test::trigger(grid_, u"actEsportaXLSX"_s);
+        QProcess converter;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+        converter.setProcessEnvironment(environment);
+        // Semicolons, UTF-8, values as the cells show them.
+        converter.start(program, {u"-env:UserInstallation=file://"_s + path(u"profilo"_s), u"--headless"_s,
+                                  u"--convert-to"_s, u"csv:Text - txt - csv (StarCalc):59,34,76,1,,1040,false,true"_s,
+                                  u"--outdir"_s, folder_.path(), answer_});
+        QVERIFY(converter.waitForFinished(120'000));
+        QCOMPARE(QString::fromUtf8(test::contentOf(path(u"b.csv"_s))),
+                 u"Codice;Nome;Data;Prezzo;Peso;Attivo\n"
+                 "0012;\"Müller \"\"è\"\"; figli\nMilano\";09/03/2026;-€ 1,234.50;0.125;Sì\n"
+                 "=1+1;@x;;€ 1,234,567.89;;No\n"
+                 "+39;;31/12/1899;€ 0.30;2.000;\n"_s);
+    }
+
+    void clipboardTakesListOrSelection()
+    {
+        test::trigger(grid_, u"actCopiaElenco"_s);
+        QCOMPARE(QGuiApplication::clipboard()->text(),
+                 u"Codice\tNome\tData\tPrezzo\tPeso\tAttivo\n"
+                 "0012\tMüller \"è\"; figli Milano\t09/03/2026\t-1234,50\t0,125\tSì\n"
+                 "'=1+1\t'@x\t\t1234567,89\t\tNo\n'+39\t\t31/12/1899\t0,30\t2,000\t\n"_s);
+        grid_->selectRow(1);
+        form_->show();
+        QApplication::setActiveWindow(form_.get());
+        grid_->setFocus();
+        test::settle();
+        QTest::keyClick(grid_, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"'=1+1\t'@x\t\t1234567,89\t\tNo"_s);
+    }
+
+    void failureIsToldAndLeavesTheOldFile()
+    {
+        test::ScriptedMessages messages;
+        answer_ = path(u"manca/a.csv"_s);
+        messages.expectError(u"Impossibile scrivere il file \"%1\": la cartella non esiste."_s.arg(answer_));
+        test::trigger(grid_, u"actEsportaCSV"_s);
+
+        answer_ = path(u"vecchio.xlsx"_s);
+        core::saveFile(answer_, "vecchio");
+        grid_->setRows(
+            {{{u"ID"_s}, {u"CODICE"_s, 0, true}, {u"NOME"_s, 0, true}}, {{1, u"A"_s, QString(40000, u'x')}}});
+        messages.expectError(u"Il testo della riga 1, colonna \"Nome\", supera i 32.767 caratteri ammessi da Excel. "
+                             "Esportare in CSV."_s);
+        test::trigger(grid_, u"actEsportaXLSX"_s);
+        QCOMPARE(test::contentOf(answer_), "vecchio");
+
+        grid_->setRows({});
+        messages.expectWarning(u"L'elenco è vuoto: non c'è nulla da esportare."_s);
+        test::trigger(grid_, u"actCopiaElenco"_s);
+    }
+
+    void commandStaysVisibleInTheNarrowestList()
+    {
+        const test::Workplace workplace;
+        // The list with the most commands, as narrow as it gets.
+        auto *invoices =
+            qobject_cast<ui::SearchForm *>(workplace.module().openForm(u"actRicercaFattureAccompagnatorie"_s));
+        invoices->parentWidget()->resize(invoices->parentWidget()->minimumSizeHint());
+        test::settle();
+        auto *bar = test::control<QToolBar>(invoices, u"tBarStandard"_s);
+        const QWidget *button = bar->widgetForAction(test::control<QAction>(invoices, u"actEsporta"_s));
+        QVERIFY(button->isVisible() && bar->rect().contains(button->geometry()));
+        QVERIFY(invoices->formMenu()->actions().contains(test::control<QAction>(invoices, u"actEsporta"_s)));
+    }
+
+    void documentRowsExport()
+    {
+        DocumentGrid grid(bollaCarico(), nullptr);
+        grid.rowsModel().append({.codice = u"A1"_s, .descrizione = u"-10 cm"_s, .costo = 1.5, .quantita = 3});
+        grid.rowsModel().append({.tipo = tipoRiga::testo, .descrizione = u"Nota"_s});
+        const core::Table table = ui::tableOf(grid);
+        const QVariant none = QString();
+        QCOMPARE(table.rows, (QList<QVariantList>{{u"A1"_s, u"-10 cm"_s, 1.5, 3.0, 0.0, none, none},
+                                                  {none, u"Nota"_s, {}, {}, {}, none, none}}));
+        QVERIFY(table.columns[2].currency && !table.columns[3].currency);
+    }
 
 private:
     QString path(const QString &name) const { return folder_.filePath(name); }
@@ -114,164 +235,7 @@ private:
     ui::ResultGrid *grid_ = nullptr;
 };
 
-void TestExport::initTestCase()
-{
-    previous_ = ui::setSaveFileChooser([this](QWidget *, const ui::SaveFileRequest &request) {
-        asked_ = request;
-        return answer_;
-    });
-}
-
-void TestExport::init()
-{
-    form_ = std::make_unique<QWidget>();
-    form_->setWindowTitle(u"Elenco: prove / uno"_s);
-    grid_ =
-        new ui::ResultGrid(u"ID"_s,
-                           {{u"Codice"_s, u"CODICE"_s, 80},
-                            {u"Nome"_s, u"NOME"_s, 0, ListColumn::Width::Rest},
-                            {u"Data"_s, u"DATA"_s, 80, ListColumn::Width::Pixels, ListColumn::Display::Date},
-                            {u"Prezzo"_s, u"PREZZO"_s, 80, ListColumn::Width::Pixels, ListColumn::Display::Currency},
-                            {u"Peso"_s, u"PESO"_s, 80},
-                            {u"Attivo"_s, u"ATTIVO"_s, 80, ListColumn::Width::Pixels, ListColumn::Display::Flag}},
-                           form_.get());
-    fill(*grid_);
-}
-
-void TestExport::cleanup()
-{
-    form_.reset();
-}
-
-void TestExport::csvShowsWhatIsOnScreen()
-{
-    grid_->horizontalHeader()->moveSection(3, 0);
-    grid_->setColumnHidden(5, true);
-    grid_->rows().sort(4, Qt::DescendingOrder);
-    answer_ = path(u"a.csv"_s);
-    test::trigger(grid_, u"actEsportaCSV"_s);
-    QCOMPARE(asked_.proposedName, u"Elenco - prove - uno.csv"_s);
-    const QByteArray expected = "\xEF\xBB\xBF"
-                                "Prezzo;Codice;Nome;Data;Peso\r\n"
-                                "0,30;'+39;;31/12/1899;2,000\r\n"
-                                "-1234,50;0012;\"Müller \"\"è\"\"; figli\nMilano\";09/03/2026;0,125\r\n"
-                                "1234567,89;'=1+1;'@x;;\r\n";
-    QCOMPARE(contentOf(answer_), expected);
-}
-
-void TestExport::workbookHasNumbersDatesAndTexts()
-{
-    answer_ = path(u"a.xlsx"_s);
-    test::trigger(grid_, u"actEsportaXLSX"_s);
-    const QString euro = u"\"€ \"#,##0.00;-\"€ \"#,##0.00"_s;
-    const QStringList lines =
-        sheetLines(answer_).join(u'\n').replace(u"figli\nMilano"_s, u"figli Milano"_s).split(u'\n');
-    QCOMPARE(lines.value(0), u"frozen 1"_s);
-    QCOMPARE(lines.value(1), u"A1 s Codice 0|B1 s Nome 0|C1 s Data 0|D1 s Prezzo 0|E1 s Peso 0|F1 s Attivo 0"_s);
-    QCOMPARE(lines.value(2), u"A2 s 0012 0|B2 s Müller \"è\"; figli Milano 0|C2 n 46090 dd/mm/yyyy|D2 n -1234.5 %1|"
-                             "E2 n 0.125 #,##0.000|F2 s Sì 0"_s.arg(euro));
-    QCOMPARE(lines.value(3), u"A3 s =1+1 0|B3 s @x 0|D3 n 1234567.89 %1|F3 s No 0"_s.arg(euro));
-    QCOMPARE(lines.value(4), u"A4 s +39 0|C4 s 31/12/1899 0|D4 n 0.3 %1|E4 n 2 #,##0.000"_s.arg(euro));
-}
-
-void TestExport::workbookHoldsAnyText()
-{
-    const QString odd =
-        u"a"_s + QChar(0) + QChar(1) + QChar(0xFFFE) + QChar(0xFFFF) + QChar(0xD800) + u"z <&> _x0041_"_s;
-    grid_->setRows({{{u"ID"_s}, {u"CODICE"_s, 0, true}, {u"NOME"_s, 0, true}}, {{1, odd, u" \U0001F4E6\t"_s}}});
-    answer_ = path(u"c.xlsx"_s);
-    test::trigger(grid_, u"actEsportaXLSX"_s);
-    QCOMPARE(sheetLines(answer_).value(2), u"A2 s a\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDz <&> _x005F_x0041_ 0|"
-                                           "B2 s  \U0001F4E6\t 0"_s);
-}
-
-void TestExport::spreadsheetProgramReadsTheSame()
-{
-    const QString program = spreadsheetProgram();
-    if (program.isEmpty())
-        QSKIP("no spreadsheet program on this machine");
-    answer_ = path(u"b.xlsx"_s);
-    test::trigger(grid_, u"actEsportaXLSX"_s);
-    QProcess converter;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
-    converter.setProcessEnvironment(environment);
-    // Semicolons, UTF-8, values as the cells show them.
-    converter.start(program, {u"-env:UserInstallation=file://"_s + path(u"profilo"_s), u"--headless"_s,
-                              u"--convert-to"_s, u"csv:Text - txt - csv (StarCalc):59,34,76,1,,1040,false,true"_s,
-                              u"--outdir"_s, folder_.path(), answer_});
-    QVERIFY(converter.waitForFinished(120'000));
-    QCOMPARE(QString::fromUtf8(contentOf(path(u"b.csv"_s))),
-             u"Codice;Nome;Data;Prezzo;Peso;Attivo\n"
-             "0012;\"Müller \"\"è\"\"; figli\nMilano\";09/03/2026;-€ 1,234.50;0.125;Sì\n"
-             "=1+1;@x;;€ 1,234,567.89;;No\n"
-             "+39;;31/12/1899;€ 0.30;2.000;\n"_s);
-}
-
-void TestExport::clipboardTakesListOrSelection()
-{
-    test::trigger(grid_, u"actCopiaElenco"_s);
-    QCOMPARE(QGuiApplication::clipboard()->text(),
-             u"Codice\tNome\tData\tPrezzo\tPeso\tAttivo\n"
-             "0012\tMüller \"è\"; figli Milano\t09/03/2026\t-1234,50\t0,125\tSì\n"
-             "'=1+1\t'@x\t\t1234567,89\t\tNo\n'+39\t\t31/12/1899\t0,30\t2,000\t\n"_s);
-    grid_->selectRow(1);
-    form_->show();
-    QApplication::setActiveWindow(form_.get());
-    grid_->setFocus();
-    test::settle();
-    QTest::keyClick(grid_, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QGuiApplication::clipboard()->text(), u"'=1+1\t'@x\t\t1234567,89\t\tNo"_s);
-}
-
-void TestExport::failureIsToldAndLeavesTheOldFile()
-{
-    test::ScriptedMessages messages;
-    answer_ = path(u"manca/a.csv"_s);
-    messages.expectError(u"Impossibile scrivere il file \"%1\": la cartella non esiste."_s.arg(answer_));
-    test::trigger(grid_, u"actEsportaCSV"_s);
-
-    answer_ = path(u"vecchio.xlsx"_s);
-    core::saveFile(answer_, "vecchio");
-    grid_->setRows({{{u"ID"_s}, {u"CODICE"_s, 0, true}, {u"NOME"_s, 0, true}}, {{1, u"A"_s, QString(40000, u'x')}}});
-    messages.expectError(u"Il testo della riga 1, colonna \"Nome\", supera i 32.767 caratteri ammessi da Excel. "
-                         "Esportare in CSV."_s);
-    test::trigger(grid_, u"actEsportaXLSX"_s);
-    QCOMPARE(contentOf(answer_), "vecchio");
-
-    grid_->setRows({});
-    messages.expectWarning(u"L'elenco è vuoto: non c'è nulla da esportare."_s);
-    test::trigger(grid_, u"actCopiaElenco"_s);
-}
-
-void TestExport::commandStaysVisibleInTheNarrowestList()
-{
-    const test::Workplace workplace;
-    // The list with the most commands, as narrow as it gets.
-    auto *invoices = qobject_cast<ui::SearchForm *>(workplace.module().openForm(u"actRicercaFattureAccompagnatorie"_s));
-    invoices->parentWidget()->resize(invoices->parentWidget()->minimumSizeHint());
-    test::settle();
-    auto *bar = test::control<QToolBar>(invoices, u"tBarStandard"_s);
-    const QWidget *button = bar->widgetForAction(test::control<QAction>(invoices, u"actEsporta"_s));
-    QVERIFY(button->isVisible() && bar->rect().contains(button->geometry()));
-    QVERIFY(invoices->formMenu()->actions().contains(test::control<QAction>(invoices, u"actEsporta"_s)));
-}
-
-void TestExport::documentRowsExport()
-{
-    DocumentGrid grid(bollaCarico(), nullptr);
-    grid.rowsModel().append({.codice = u"A1"_s, .descrizione = u"-10 cm"_s, .costo = 1.5, .quantita = 3});
-    grid.rowsModel().append({.tipo = tipoRiga::testo, .descrizione = u"Nota"_s});
-    const core::Table table = ui::tableOf(grid);
-    const QVariant none = QString();
-    QCOMPARE(table.rows, (QList<QVariantList>{{u"A1"_s, u"-10 cm"_s, 1.5, 3.0, 0.0, none, none},
-                                              {none, u"Nota"_s, {}, {}, {}, none, none}}));
-    QVERIFY(table.columns[2].currency && !table.columns[3].currency);
-}
-
-namespace {
-const test::Registered<TestExport> registered;
-}
+static const test::Registered<TestExport> registered;
 
 int main(int argc, char **argv)
 {

@@ -4,8 +4,7 @@
 #include "magazzino/reports/uMMGStampaInventarioBase.h"
 #include "platform/core/Clock.h"
 #include "platform/data/SqlText.h"
-#include "tests/support/TestDatabase.h"
-#include "tests/support/TestMain.h"
+#include "tests/support/Kit.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,119 +14,90 @@ class TestBusyFirm : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init()
+    {
+        database_ = std::make_unique<test::ModuleDatabase>(test::Content::DemoData);
+        bench::makeArticles(database_->connection(), bench::small);
+        bench::makeDocuments(database_->connection(), bench::small, 1, bench::small.documents);
+        // Articles that are entered later take the places of those that went.
+        database_->connection().execute(u"UPDATE ANA_MAGA SET DESCRIZIONE = 'Cambiato' WHERE MOD(IDANA_MAGA, 3) = 0"_s);
+        database_->connection().execute(u"DELETE FROM ANA_MAGA WHERE MOD(IDANA_MAGA, 5) = 0"_s);
+        for (int i = 0; i < 20; ++i)
+            database_->insert(u"ANA_MAGA"_s,
+                              {{u"CODICE"_s, i % 2 ? bench::articleCode(i * 5).toLower() : u"nuovo%1"_s.arg(i)},
+                               {u"DESCRIZIONE"_s, u"Nuovo"_s}});
+    }
+
     void cleanup() { database_.reset(); }
 
-    void levelReportsAnswerAsThePlainStatement();
-    void listsShowThePlainStatementsRows_data();
-    void listsShowThePlainStatementsRows();
-    void revaluingEveryArticleAtOnceGivesTheSameValues();
+    void levelReportsAnswerAsThePlainStatement()
+    {
+        const QString stock =
+            u"COALESCE((SELECT SUM(MOVI_MAGA.QUANTITA) FROM MOVI_MAGA WHERE MOVI_MAGA.CODICE=ANA_MAGA.CODICE), 0)"_s;
+        const QString plain = u"SELECT ANA_MAGA.CODICE, ANA_MAGA.DESCRIZIONE, ANA_MAGA.SOTTOSCORTA, "
+                              "ANA_MAGA.RIORDINO, %1 AS ESISTENZA FROM ANA_MAGA %2"_s;
+        const QStringList conditions = {
+            {}, u"WHERE %1 <= SOTTOSCORTA"_s.arg(stock), u"WHERE %1 <= RIORDINO"_s.arg(stock)};
+        for (int type = -1; type <= 1; ++type) {
+            const QStringList expected = answers(plain.arg(stock, conditions[type + 1]));
+            QVERIFY(expected.size() > 20);
+            QCOMPARE(answers(SottoscortaRiordinoSQL(type)), expected);
+        }
+    }
+
+    void listsShowThePlainStatementsRows_data()
+    {
+        test::columns<QString, QStringList>("plain", "columns");
+        QTest::newRow("delivery notes")
+            << u"SELECT * FROM DDT_SCARICO WHERE ANNO = %1 AND CLI_CODICE CONTAINING '1' ORDER BY ANNO DESC, NUMERO "
+               "DESC"_s.arg(core::today().year())
+            << QStringList{u"IDDDT_SCARICO"_s, u"NUMERO"_s, u"DATA"_s, u"CLI_CODICE"_s};
+        QTest::newRow("articles") << u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA FROM ANA_MAGA LEFT JOIN "
+                                     "CATEGORIE_ANA_MAGA ON CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA=ANA_MAGA.IDCATE"
+                                     "GORIA_ANA_MAGA  ORDER BY UPPER(CODICE)"_s
+                                  << QStringList{u"IDANA_MAGA"_s, u"CODICE"_s, u"DESCRIZIONE"_s, u"CATEGORIA"_s};
+    }
+
+    void listsShowThePlainStatementsRows()
+    {
+        const auto [plain, columns] = test::row<QString, QStringList>();
+        const data::Rows expected = database_->connection().select(plain);
+        const data::Rows limited = database_->connection().select(data::limitedTo(columns, plain));
+        QCOMPARE(limited.columns().size(), columns.size());
+        QVERIFY(expected.size() > 10);
+        QCOMPARE(limited.size(), expected.size());
+        for (qsizetype row = 0; row < expected.size(); ++row) {
+            for (const QString &column : columns)
+                QCOMPARE(limited.at(row, column), expected.at(row, column));
+        }
+    }
+
+    void revaluingEveryArticleAtOnceGivesTheSameValues()
+    {
+        const QString values = u"SELECT IDMOVI_MAGA, VALORE, VALORE_IMPORTO FROM MOVI_MAGA ORDER BY 1"_s;
+        // A code that the database and the program put into capitals in different ways.
+        database_->connection().execute(u"UPDATE MOVI_MAGA SET CODICE = 'fuß' WHERE MOD(IDMOVI_MAGA, 97) = 5"_s);
+        database_->connection().execute(u"UPDATE MOVI_MAGA SET CODICE = 'fuss' WHERE MOD(IDMOVI_MAGA, 97) = 6"_s);
+        const QStringList before = answers(values);
+        const auto valuesAfter = [&](const std::function<void()> &revalue) {
+            data::Transaction undone(database_->connection());
+            revalue();
+            return answers(values);
+        };
+        const QStringList expected = valuesAfter([this] {
+            const data::Rows codes = database_->connection().select(u"SELECT CODICE FROM MOVI_MAGA GROUP BY CODICE"_s);
+            for (qsizetype row = 0; row < codes.size(); ++row)
+                RivalorizzaScarichiMagazzino(codes.text(row, u"CODICE"), false);
+        });
+        QVERIFY(expected != before);
+        QCOMPARE(valuesAfter(RivalorizzaTuttiGliScarichi), expected);
+    }
 
 private:
-    QStringList answers(const QString &sql);
-
+    QStringList answers(const QString &sql) { return test::answersOf(database_->connection(), sql); }
     std::unique_ptr<test::ModuleDatabase> database_;
 };
 
-void TestBusyFirm::init()
-{
-    database_ = std::make_unique<test::ModuleDatabase>(test::Content::DemoData);
-    bench::makeArticles(database_->connection(), bench::small);
-    bench::makeDocuments(database_->connection(), bench::small, 1, bench::small.documents);
-    // Articles that are entered later take the places of those that went.
-    database_->connection().execute(u"UPDATE ANA_MAGA SET DESCRIZIONE = 'Cambiato' WHERE MOD(IDANA_MAGA, 3) = 0"_s);
-    database_->connection().execute(u"DELETE FROM ANA_MAGA WHERE MOD(IDANA_MAGA, 5) = 0"_s);
-    for (int i = 0; i < 20; ++i)
-        database_->insert(u"ANA_MAGA"_s,
-                          {{u"CODICE"_s, i % 2 ? bench::articleCode(i * 5).toLower() : u"nuovo%1"_s.arg(i)},
-                           {u"DESCRIZIONE"_s, u"Nuovo"_s}});
-}
-
-// Columns with their decimals, then the rows; NULL and 0 told apart.
-QStringList TestBusyFirm::answers(const QString &sql)
-{
-    const data::Rows rows = database_->connection().select(sql);
-    QStringList lines;
-    for (const data::Column &column : rows.columns())
-        lines.append(u"%1 %2"_s.arg(column.name).arg(column.places));
-    for (qsizetype row = 0; row < rows.size(); ++row) {
-        QStringList values;
-        for (const QVariant &value : rows.values(row))
-            values.append(value.isValid() ? value.toString() : u"NULL"_s);
-        lines.append(values.join(u'|'));
-    }
-    return lines;
-}
-
-void TestBusyFirm::levelReportsAnswerAsThePlainStatement()
-{
-    const QString stock =
-        u"COALESCE((SELECT SUM(MOVI_MAGA.QUANTITA) FROM MOVI_MAGA WHERE MOVI_MAGA.CODICE=ANA_MAGA.CODICE), 0)"_s;
-    const QString plain = u"SELECT ANA_MAGA.CODICE, ANA_MAGA.DESCRIZIONE, ANA_MAGA.SOTTOSCORTA, ANA_MAGA.RIORDINO, "
-                          "%1 AS ESISTENZA FROM ANA_MAGA %2"_s;
-    const QStringList conditions = {{}, u"WHERE %1 <= SOTTOSCORTA"_s.arg(stock), u"WHERE %1 <= RIORDINO"_s.arg(stock)};
-    for (int type = -1; type <= 1; ++type) {
-        const QStringList expected = answers(plain.arg(stock, conditions[type + 1]));
-        QVERIFY(expected.size() > 20);
-        QCOMPARE(answers(SottoscortaRiordinoSQL(type)), expected);
-    }
-}
-
-void TestBusyFirm::listsShowThePlainStatementsRows_data()
-{
-    QTest::addColumn<QString>("plain");
-    QTest::addColumn<QStringList>("columns");
-    QTest::newRow("delivery notes") << u"SELECT * FROM DDT_SCARICO WHERE ANNO = %1 AND CLI_CODICE CONTAINING '1' ORDER "
-                                       "BY ANNO DESC, NUMERO DESC"_s.arg(core::today().year())
-                                    << QStringList{u"IDDDT_SCARICO"_s, u"NUMERO"_s, u"DATA"_s, u"CLI_CODICE"_s};
-    QTest::newRow("articles") << u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA FROM ANA_MAGA LEFT JOIN "
-                                 "CATEGORIE_ANA_MAGA ON "
-                                 "CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA=ANA_MAGA.IDCATEGORIA_ANA_MAGA  ORDER BY "
-                                 "UPPER(CODICE)"_s
-                              << QStringList{u"IDANA_MAGA"_s, u"CODICE"_s, u"DESCRIZIONE"_s, u"CATEGORIA"_s};
-}
-
-void TestBusyFirm::listsShowThePlainStatementsRows()
-{
-    QFETCH(const QString, plain);
-    QFETCH(const QStringList, columns);
-    const data::Rows expected = database_->connection().select(plain);
-    const data::Rows limited = database_->connection().select(data::limitedTo(columns, plain));
-    QCOMPARE(limited.columns().size(), columns.size());
-    QVERIFY(expected.size() > 10);
-    QCOMPARE(limited.size(), expected.size());
-    for (qsizetype row = 0; row < expected.size(); ++row) {
-        for (const QString &column : columns)
-            QCOMPARE(limited.at(row, column), expected.at(row, column));
-    }
-}
-
-void TestBusyFirm::revaluingEveryArticleAtOnceGivesTheSameValues()
-{
-    const QString values = u"SELECT IDMOVI_MAGA, VALORE, VALORE_IMPORTO FROM MOVI_MAGA ORDER BY 1"_s;
-    // A code that the database and the program put into capitals in different ways.
-    database_->connection().execute(u"UPDATE MOVI_MAGA SET CODICE = 'fuß' WHERE MOD(IDMOVI_MAGA, 97) = 5"_s);
-    database_->connection().execute(u"UPDATE MOVI_MAGA SET CODICE = 'fuss' WHERE MOD(IDMOVI_MAGA, 97) = 6"_s);
-    const QStringList before = answers(values);
-    const auto valuesAfter = [&](const std::function<void()> &revalue) {
-        data::Transaction undone(database_->connection());
-        revalue();
-        return answers(values);
-    };
-    const QStringList expected = valuesAfter([this] {
-        const data::Rows codes = database_->connection().select(u"SELECT CODICE FROM MOVI_MAGA GROUP BY CODICE"_s);
-        for (qsizetype row = 0; row < codes.size(); ++row)
-            RivalorizzaScarichiMagazzino(codes.text(row, u"CODICE"), false);
-    });
-    QVERIFY(expected != before);
-    QCOMPARE(valuesAfter(RivalorizzaTuttiGliScarichi), expected);
-}
-
 static const test::Registered<TestBusyFirm> registered;
-
-int main(int argc, char **argv)
-{
-    return test::runAll(argc, argv);
-}
 
 #include "test_busy_firm.moc"
