@@ -3,22 +3,9 @@
 #include "host/schema/HostSchema.h"
 #include "host/schema/HostTables.h"
 #include "host/start/Startup.h"
-#include "platform/core/SaveFile.h"
-#include "platform/data/Connection.h"
-#include "platform/data/DatabaseError.h"
-#include "tests/support/Controls.h"
+#include "tests/support/Kit.h"
 #include "tests/support/Program.h"
 #include "tests/support/Schemas.h"
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/support/ScriptedMessages.h"
-#include "tests/support/TestDatabase.h"
-#include "tests/support/TestMain.h"
-
-#include <QDialog>
-#include <QDir>
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -26,30 +13,9 @@ namespace {
 
 using Make = std::function<void(data::Connection &)>;
 
-data::DatabaseAddress fileAddress(const QString &path)
-{
-    data::DatabaseAddress address;
-    address.file = path;
-    return address;
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-std::unique_ptr<data::Connection> opened(const data::DatabaseAddress &address)
-{
-    auto connection = std::make_unique<data::Connection>();
-    connection->setConnectionString(data::nativeConnectionString(address));
-    connection->open();
-    return connection;
-}
-
 QStringList linesIn(const data::DatabaseAddress &address, const QString &query)
 {
-    return test::linesOf(*opened(address), query);
+    return test::linesOf(*test::connectTo(address), query);
 }
 
 void defineTables(data::Connection &connection, qsizetype count)
@@ -59,11 +25,6 @@ void defineTables(data::Connection &connection, qsizetype count)
         for (const QString &statement : statements)
             connection.execute(statement);
     }
-}
-
-QStringList filesIn(const QTemporaryDir &folder)
-{
-    return QDir(folder.path()).entryList(QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
 } // namespace
@@ -76,149 +37,141 @@ class TestLeftovers : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void onlyWhatHoldsNothingIsReplaced_data();
-    void onlyWhatHoldsNothingIsReplaced();
-    void replacementByAnotherProgramStays();
-    void demonstrationReplacesAfterAQuestion_data();
-    void demonstrationReplacesAfterAQuestion();
-    void databasesLeftByFaultsEndUsable();
-};
+    void onlyWhatHoldsNothingIsReplaced_data()
+    {
+        test::columns<Make, bool>("make", "replaced");
+        const auto row = [](const char *name, bool replaced, const Make &make) {
+            QTest::newRow(name) << make << replaced;
+        };
+        row("empty database", true, [](data::Connection &) {});
+        row("first release, some tables", true, [](data::Connection &connection) { defineTables(connection, 4); });
+        row("first release, all tables", true, [](data::Connection &connection) {
+            connection.execute(host::definitions(host::versionTable()).first());
+            defineTables(connection, host::baseTables().size());
+        });
+        row("all but the end", true, [](data::Connection &connection) {
+            host::beginCreation(connection);
+            host::createHostSchema(connection);
+        });
+        row("a row in a table", false, [](data::Connection &connection) {
+            defineTables(connection, 4);
+            connection.execute(u"INSERT INTO UM(UM) VALUES('PZ')"_s);
+        });
+        row("another table", false, [](data::Connection &connection) {
+            defineTables(connection, 4);
+            connection.execute(u"CREATE TABLE ALTRO(TESTO VARCHAR(5))"_s);
+        });
+        row("whole", false, [](data::Connection &connection) {
+            host::beginCreation(connection);
+            host::createHostSchema(connection);
+            host::endCreation(connection);
+        });
+    }
 
-void TestLeftovers::onlyWhatHoldsNothingIsReplaced_data()
-{
-    QTest::addColumn<Make>("make");
-    QTest::addColumn<bool>("replaced");
-    const auto row = [](const char *name, bool replaced, const Make &make) { QTest::newRow(name) << make << replaced; };
-    row("empty database", true, [](data::Connection &) {});
-    row("first release, some tables", true, [](data::Connection &connection) { defineTables(connection, 4); });
-    row("first release, all tables", true, [](data::Connection &connection) {
-        connection.execute(host::definitions(host::versionTable()).first());
-        defineTables(connection, host::baseTables().size());
-    });
-    row("all but the end", true, [](data::Connection &connection) {
-        host::beginCreation(connection);
-        host::createHostSchema(connection);
-    });
-    row("a row in a table", false, [](data::Connection &connection) {
-        defineTables(connection, 4);
-        connection.execute(u"INSERT INTO UM(UM) VALUES('PZ')"_s);
-    });
-    row("another table", false, [](data::Connection &connection) {
-        defineTables(connection, 4);
-        connection.execute(u"CREATE TABLE ALTRO(TESTO VARCHAR(5))"_s);
-    });
-    row("whole", false, [](data::Connection &connection) {
-        host::beginCreation(connection);
-        host::createHostSchema(connection);
-        host::endCreation(connection);
-    });
-}
+    void onlyWhatHoldsNothingIsReplaced()
+    {
+        const auto [make, replaced] = test::row<Make, bool>();
+        const QTemporaryDir folder;
+        const data::DatabaseAddress address = test::fileAddress(folder.filePath(u"ditta.fdb"_s));
+        QVERIFY(QFile::copy(test::TestDatabase(test::Content::Empty).address().file, address.file));
+        make(*test::connectTo(address));
+        const QString tables = u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$SYSTEM_FLAG = 0"_s;
+        const QStringList before = linesIn(address, tables);
+        QCOMPARE(host::isUnfinished(address), replaced);
+        QCOMPARE(host::databaseProblem(address).contains(u"va creato di nuovo"_s), replaced);
+        if (replaced) {
+            host::createHostDatabase(address, false);
+            QCOMPARE(host::databaseProblem(address), QString());
+        } else {
+            QVERIFY_EXCEPTION_THROWN(host::createHostDatabase(address, false), data::DatabaseError);
+            QCOMPARE(linesIn(address, tables), before);
+        }
+        QCOMPARE(test::filesIn(folder.path()), QStringList(u"ditta.fdb"_s));
+    }
 
-void TestLeftovers::onlyWhatHoldsNothingIsReplaced()
-{
-    QFETCH(Make, make);
-    QFETCH(bool, replaced);
-    const QTemporaryDir folder;
-    const data::DatabaseAddress address = fileAddress(folder.filePath(u"ditta.fdb"_s));
-    QVERIFY(QFile::copy(test::TestDatabase(test::Content::Empty).address().file, address.file));
-    make(*opened(address));
-    const QString tables = u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$SYSTEM_FLAG = 0"_s;
-    const QStringList before = linesIn(address, tables);
-    QCOMPARE(host::isUnfinished(address), replaced);
-    QCOMPARE(host::databaseProblem(address).contains(u"va creato di nuovo"_s), replaced);
-    if (replaced) {
-        host::createHostDatabase(address, false);
+    void replacementByAnotherProgramStays()
+    {
+        const QTemporaryDir folder;
+        const data::DatabaseAddress address = test::fileAddress(folder.filePath(u"ditta.fdb"_s));
+        core::saveFile(address.file, QByteArray());
+        // While this one is being filled.
+        const auto other = [&address](data::Connection &) {
+            host::createFilledDatabase(address, [](data::Connection &connection) {
+                connection.execute(u"INSERT INTO UM(UM) VALUES('PZ')"_s);
+            });
+        };
+        QVERIFY_EXCEPTION_THROWN(host::createFilledDatabase(address, other), data::DatabaseError);
+        QCOMPARE(linesIn(address, u"SELECT UM FROM UM"_s), QStringList(u"PZ"_s));
+        QCOMPARE(test::filesIn(folder.path()), QStringList(u"ditta.fdb"_s));
+    }
+
+    void demonstrationReplacesAfterAQuestion_data()
+    {
+        const QByteArray bytes = test::contentOf(test::TestDatabase(test::Content::Empty).address().file);
+        test::columns<QByteArray, QString, bool>("content", "problem", "kept");
+        const QString unreadable = u"non è un database oppure è danneggiato"_s;
+        QTest::newRow("no bytes") << QByteArray("") << unreadable << false;
+        QTest::newRow("empty database") << bytes << u"va creato di nuovo"_s << false;
+        QTest::newRow("cut in its first moments") << bytes.left(20000) << unreadable << true;
+        QTest::newRow("first page not written") << QByteArray(8192, '\0') + bytes.mid(8192) << unreadable << true;
+    }
+
+    void demonstrationReplacesAfterAQuestion()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, problem);
+        QFETCH(bool, kept);
+        const QTemporaryDir folder;
+        const data::DatabaseAddress address = test::fileAddress(folder.filePath(u"corvane.fdb"_s));
+        core::saveFile(address.file, content);
+        test::ScriptedMessages messages;
+        test::ScriptedDialogs dialogs;
+        const auto press = [&dialogs](const QString &button) {
+            dialogs.expect([button](QDialog &dialog) { test::press(&dialog, button); });
+        };
+        messages.expectPart(u"Errore"_s, problem, core::Answer::Ok);
+        for (const core::Answer answer : {core::Answer::No, core::Answer::Yes}) {
+            press(u"cmdDemo"_s);
+            messages.expectPart(u"Conferma"_s, u"si era interrotta"_s, answer);
+            messages.whileShown([&] { QVERIFY(test::contentOf(address.file).size() == content.size()); });
+        }
+        press(u"cmdAnnulla"_s); // of the login
+        dialogs.expect([](QDialog &dialog) { dialog.reject(); });
+        host::runSessions({}, folder.path());
+        QCOMPARE((messages.verify() + dialogs.verify()).join(u"; "_s), QString());
         QCOMPARE(host::databaseProblem(address), QString());
-    } else {
-        QVERIFY_EXCEPTION_THROWN(host::createHostDatabase(address, false), data::DatabaseError);
-        QCOMPARE(linesIn(address, tables), before);
+        QCOMPARE(linesIn(address, u"SELECT FIRST 1 'clienti' FROM CLIENTI"_s), QStringList(u"clienti"_s));
+        const QStringList old = QDir(folder.path()).entryList({u"corvane.incompleto-*.fdb"_s});
+        QCOMPARE(old.size(), kept ? 1 : 0);
+        if (kept)
+            QCOMPARE(test::contentOf(folder.filePath(old.first())), content);
     }
-    QCOMPARE(filesIn(folder), QStringList(u"ditta.fdb"_s));
-}
 
-void TestLeftovers::replacementByAnotherProgramStays()
-{
-    const QTemporaryDir folder;
-    const data::DatabaseAddress address = fileAddress(folder.filePath(u"ditta.fdb"_s));
-    core::saveFile(address.file, QByteArray());
-    // While this one is being filled.
-    const auto other = [&address](data::Connection &) {
-        host::createFilledDatabase(
-            address, [](data::Connection &connection) { connection.execute(u"INSERT INTO UM(UM) VALUES('PZ')"_s); });
-    };
-    QVERIFY_EXCEPTION_THROWN(host::createFilledDatabase(address, other), data::DatabaseError);
-    QCOMPARE(linesIn(address, u"SELECT UM FROM UM"_s), QStringList(u"PZ"_s));
-    QCOMPARE(filesIn(folder), QStringList(u"ditta.fdb"_s));
-}
-
-void TestLeftovers::demonstrationReplacesAfterAQuestion_data()
-{
-    const QByteArray bytes = contentOf(test::TestDatabase(test::Content::Empty).address().file);
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("problem");
-    QTest::addColumn<bool>("kept");
-    const QString unreadable = u"non è un database oppure è danneggiato"_s;
-    QTest::newRow("no bytes") << QByteArray("") << unreadable << false;
-    QTest::newRow("empty database") << bytes << u"va creato di nuovo"_s << false;
-    QTest::newRow("cut in its first moments") << bytes.left(20000) << unreadable << true;
-    QTest::newRow("first page not written") << QByteArray(8192, '\0') + bytes.mid(8192) << unreadable << true;
-}
-
-void TestLeftovers::demonstrationReplacesAfterAQuestion()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(QString, problem);
-    QFETCH(bool, kept);
-    const QTemporaryDir folder;
-    const data::DatabaseAddress address = fileAddress(folder.filePath(u"corvane.fdb"_s));
-    core::saveFile(address.file, content);
-    test::ScriptedMessages messages;
-    test::ScriptedDialogs dialogs;
-    const auto press = [&dialogs](const QString &button) {
-        dialogs.expect([button](QDialog &dialog) { test::press(&dialog, button); });
-    };
-    messages.expectPart(u"Errore"_s, problem, core::Answer::Ok);
-    for (const core::Answer answer : {core::Answer::No, core::Answer::Yes}) {
-        press(u"cmdDemo"_s);
-        messages.expectPart(u"Conferma"_s, u"si era interrotta"_s, answer);
-        messages.whileShown([&] { QVERIFY(contentOf(address.file).size() == content.size()); });
+    // Databases that earlier faults of the program have left; they are too large to be kept with the tests.
+    void databasesLeftByFaultsEndUsable()
+    {
+        const QDir evidence(qEnvironmentVariable("MAGAZZINO_EVIDENCE"));
+        const QStringList files = evidence.entryList({u"*.fdb.gz"_s}, QDir::Files);
+        if (!qEnvironmentVariableIsSet("MAGAZZINO_EVIDENCE") || files.isEmpty())
+            QSKIP("MAGAZZINO_EVIDENCE names no folder with databases (*.fdb.gz) that faults have left.");
+        const test::TestDatabase whole(test::Content::ModuleSchema);
+        const QStringList schema = linesIn(whole.address(), test::schemaQuery());
+        for (const QString &file : files) {
+            const QTemporaryDir home;
+            const data::DatabaseAddress address = test::fileAddress(home.filePath(u"ditta.fdb"_s));
+            QProcess unpacked;
+            unpacked.setStandardOutputFile(address.file);
+            unpacked.start(u"gzip"_s, {u"-dc"_s, evidence.filePath(file)});
+            QVERIFY(unpacked.waitForFinished() && unpacked.exitCode() == 0);
+            const bool unfinished = host::isUnfinished(address);
+            QCOMPARE(unfinished, file.startsWith(u"half-created"));
+            test::Program program(home.path(), QStringList{u"--database"_s, address.file, u"--upgrade"_s} +
+                                                   (unfinished ? QStringList(u"--empty"_s) : QStringList()));
+            QVERIFY2(program.exitCode() == 0, program.told().constData());
+            QCOMPARE(linesIn(address, test::schemaQuery()), schema);
+        }
     }
-    press(u"cmdAnnulla"_s); // of the login
-    dialogs.expect([](QDialog &dialog) { dialog.reject(); });
-    host::runSessions({}, folder.path());
-    QCOMPARE((messages.verify() + dialogs.verify()).join(u"; "_s), QString());
-    QCOMPARE(host::databaseProblem(address), QString());
-    QCOMPARE(linesIn(address, u"SELECT FIRST 1 'clienti' FROM CLIENTI"_s), QStringList(u"clienti"_s));
-    const QStringList old = QDir(folder.path()).entryList({u"corvane.incompleto-*.fdb"_s});
-    QCOMPARE(old.size(), kept ? 1 : 0);
-    if (kept)
-        QCOMPARE(contentOf(folder.filePath(old.first())), content);
-}
-
-// Databases that earlier faults of the program have left; they are too large to be kept with the tests.
-void TestLeftovers::databasesLeftByFaultsEndUsable()
-{
-    const QDir evidence(qEnvironmentVariable("MAGAZZINO_EVIDENCE"));
-    const QStringList files = evidence.entryList({u"*.fdb.gz"_s}, QDir::Files);
-    if (!qEnvironmentVariableIsSet("MAGAZZINO_EVIDENCE") || files.isEmpty())
-        QSKIP("MAGAZZINO_EVIDENCE names no folder with databases (*.fdb.gz) that faults have left.");
-    const test::TestDatabase whole(test::Content::ModuleSchema);
-    const QStringList schema = linesIn(whole.address(), test::schemaQuery());
-    for (const QString &file : files) {
-        const QTemporaryDir home;
-        const data::DatabaseAddress address = fileAddress(home.filePath(u"ditta.fdb"_s));
-        QProcess unpacked;
-        unpacked.setStandardOutputFile(address.file);
-        unpacked.start(u"gzip"_s, {u"-dc"_s, evidence.filePath(file)});
-        QVERIFY(unpacked.waitForFinished() && unpacked.exitCode() == 0);
-        const bool unfinished = host::isUnfinished(address);
-        QCOMPARE(unfinished, file.startsWith(u"half-created"));
-        test::Program program(home.path(), QStringList{u"--database"_s, address.file, u"--upgrade"_s} +
-                                               (unfinished ? QStringList(u"--empty"_s) : QStringList()));
-        QVERIFY2(program.exitCode() == 0, program.told().constData());
-        QCOMPARE(linesIn(address, test::schemaQuery()), schema);
-    }
-}
+};
 
 static const test::Registered<TestLeftovers> registered;
 #include "test_leftovers.moc"

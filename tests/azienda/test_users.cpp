@@ -7,17 +7,7 @@
 #include "host/users/UserForms.h"
 #include "host/users/Users.h"
 #include "platform/ui/RegisterDeletion.h"
-#include "tests/support/Controls.h"
-#include "tests/support/TestMain.h"
-#include "tests/support/Workplace.h"
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDialog>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTemporaryDir>
+#include "tests/support/Fixtures.h"
 
 using namespace Qt::StringLiterals;
 
@@ -49,200 +39,180 @@ test::ScriptedDialogs::Use choosingPassword(const QString &password)
 
 } // namespace
 
-class TestUsers : public QObject
+class TestUsers : public test::AtWorkplace
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void passwordsAreSaltedAndChecked();
-    void loginRules();
-    void threeWrongPasswordsEnd();
-    void newUserWorksWithRoleAndPassword();
-    void lastAdministratorStays();
-    void adminCommandsNeedTheRight();
-    void rightIsAskedAgainAtTheSave();
-    void rightIsAskedInsideTheSave();
-};
-
-void TestUsers::passwordsAreSaltedAndChecked()
-{
-    const QString first = host::passwordHash(u"Città-7"_s);
-    QVERIFY(first != host::passwordHash(u"Città-7"_s));
-    QVERIFY2(first.section(u'$', 1, 1).toInt() >= 200'000, qPrintable(first));
-    // The accent as a character of its own, as another keyboard types it.
-    QVERIFY(host::passwordMatches(u"Citta\u0300-7"_s, first));
-    QVERIFY(!host::passwordMatches(u"Città-8"_s, first));
-    for (const QString &damaged : {QString(), u"Città-7"_s, first.left(first.size() - 4), u"md5$1$AA==$AA=="_s})
-        QVERIFY(!host::passwordMatches(u"Città-7"_s, damaged));
-}
-
-void TestUsers::loginRules()
-{
-    const test::Workplace workplace;
-    data::Connection &database = workplace.database();
-    // Demonstration users have no password: an empty one, and no other, lets them in.
-    QCOMPARE(host::authenticate(u" ufficio "_s, {}, database), u"UFFICIO"_s);
-    QCOMPARE(host::authenticate(u"ufficio"_s, u"x"_s, database), QString());
-    host::setPassword(u"Ufficio"_s, u"di corsa"_s, database);
-    QCOMPARE(host::authenticate(u"UFFICIO"_s, u"di corsa"_s, database), u"UFFICIO"_s);
-    QCOMPARE(host::authenticate(u"UFFICIO"_s, {}, database), QString());
-    QCOMPARE(host::authenticate(u"x' OR '1'='1"_s, {}, database), QString());
-    QCOMPARE(host::authenticate(QString(300, u'x'), {}, database), QString());
-    // A letter of which other capitals would make two.
-    database.execute(u"UPDATE UTENTI SET USER_NAME = 'WEIß' WHERE USER_NAME = 'MAGAZZINIERE'"_s);
-    host::setPassword(u"weiß"_s, u"a piedi"_s, database);
-    QCOMPARE(host::authenticate(u"Weiß"_s, u"a piedi"_s, database), u"WEIß"_s);
-    QCOMPARE(host::authenticate(u"WEISS"_s, u"a piedi"_s, database), QString());
-    database.execute(u"UPDATE UTENTI SET ATTIVO = 'False' WHERE USER_NAME = 'UFFICIO'"_s);
-    QCOMPARE(host::authenticate(u"UFFICIO"_s, u"di corsa"_s, database), QString());
-    QCOMPARE(host::activeUsers(database), QStringList({u"AMMINISTRATORE"_s, u"WEIß"_s}));
-}
-
-void TestUsers::threeWrongPasswordsEnd()
-{
-    test::Workplace workplace;
-    host::setPassword(u"UFFICIO"_s, u"giusta"_s, workplace.database());
-    const QString wrong = u"Nome utente o password non corretti."_s;
-    workplace.messages.expectWarning(wrong);
-    workplace.dialogs.expect(loggingIn(u"ufficio"_s, {u"sbagliata"_s, u"giusta"_s}));
-    QCOMPARE(host::logIn(nullptr, u"UFFICIO"_s, workplace.database()).user, u"UFFICIO"_s);
-    workplace.messages.expectWarning(wrong);
-    workplace.messages.expectWarning(wrong);
-    workplace.messages.expectWarning(
-        u"Nome utente o password non corretti per tre volte:\n\ril programma viene chiuso."_s);
-    workplace.dialogs.expect(loggingIn(u"UFFICIO"_s, {u"a"_s, u"b"_s, u"c"_s}));
-    QVERIFY(host::logIn(nullptr, u"UFFICIO"_s, workplace.database()).lockedOut);
-}
-
-void TestUsers::newUserWorksWithRoleAndPassword()
-{
-    test::Workplace workplace;
-    QWidget *form = workplace.commands().openForm(u"actInserimentoUtenti"_s);
-    test::control<QLineEdit>(form, u"txtNomeUtente"_s)->setText(u"d'angelo"_s);
-    workplace.messages.expectWarning(u"Non è stata impostata la password!"_s);
-    test::trigger(form, u"actSalva"_s);
-    workplace.dialogs.expect(choosingPassword(u"sei sei"_s));
-    test::press(form, u"cmdPassword"_s);
-    test::control<QListWidget>(form, u"list"_s)->item(2)->setCheckState(Qt::Checked);
-    test::trigger(form, u"actSalva"_s);
-    QCOMPARE(host::authenticate(u"D'ANGELO"_s, u"sei sei"_s, workplace.database()), u"D'ANGELO"_s);
-    QVERIFY(host::userHasRight(u"D'Angelo"_s, u"Fatture acc. (visualizzazione)"_s, workplace.database()));
-    // Roles hang on the name and follow it.
-    test::control<QLineEdit>(form, u"txtNomeUtente"_s)->setText(u"DANGELO"_s);
-    test::trigger(form, u"actSalva"_s);
-    QCOMPARE(workplace.lines(u"SELECT USER_NAME FROM UTENTI_RUOLI WHERE USER_NAME CONTAINING 'ANGELO'"_s),
-             QStringList(u"DANGELO"_s));
-    QCOMPARE(host::authenticate(u"DANGELO"_s, u"sei sei"_s, workplace.database()), u"DANGELO"_s);
-}
-
-void TestUsers::lastAdministratorStays()
-{
-    test::Workplace workplace;
-    auto *user = qobject_cast<host::UserEntry *>(workplace.commands().openForm(u"actInserimentoUtenti"_s));
-    user->openRecord(1);
-    QCOMPARE(test::shown(user, u"txtNomeUtente"_s), host::administrator);
-    test::control<QCheckBox>(user, u"chkAttivo"_s)->setChecked(false);
-    workplace.messages.expectWarning(lastAdministrator);
-    test::trigger(user, u"actSalva"_s);
-    auto *role = qobject_cast<host::RoleEntry *>(workplace.commands().openForm(u"actInserimentoRuoli"_s));
-    role->openRecord(1);
-    auto *rights = test::control<QListWidget>(role, u"list"_s);
-    QCOMPARE(rights->item(1)->text(), u"Fatture acc. (visualizzazione) (Magazzino)"_s);
-    rights->item(0)->setCheckState(Qt::Unchecked);
-    workplace.messages.expectWarning(lastAdministrator);
-    test::trigger(role, u"actSalva"_s);
-    workplace.messages.expectWarning(u"Non è possibile eliminare l'utente che sta lavorando."_s);
-    QVERIFY(!ui::deleteRegisterRecord(host::users(), 1, workplace.database(), nullptr));
-    SetKxCurrentUserName(u"UFFICIO"_s);
-    workplace.messages.expectWarning(lastAdministrator);
-    QVERIFY(!ui::deleteRegisterRecord(host::users(), 1, workplace.database(), nullptr));
-    SetKxCurrentUserName(host::administrator);
-    // With a second administrator the first one may go, with its roles.
-    workplace.database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
-    test::trigger(user, u"actSalva"_s);
-    QCOMPARE(workplace.messages.verify(), QStringList());
-    QCOMPARE(workplace.lines(u"SELECT ATTIVO FROM UTENTI WHERE IDUTENTE = 1"_s), QStringList(u"False"_s));
-}
-
-void TestUsers::adminCommandsNeedTheRight()
-{
-    test::Workplace workplace;
-    SetKxCurrentUserName(u"MAGAZZINIERE"_s);
-    for (const QString &name :
-         {u"actRicercaUtenti"_s, u"actInserimentoRuoli"_s, u"actAzienda"_s, u"actOpzioni"_s, u"actImporta"_s}) {
-        workplace.messages.expectWarning(host::missingRight);
-        QVERIFY(!workplace.commands().openForm(name));
+    void passwordsAreSaltedAndChecked()
+    {
+        const QString first = host::passwordHash(u"Città-7"_s);
+        QVERIFY(first != host::passwordHash(u"Città-7"_s));
+        QVERIFY2(first.section(u'$', 1, 1).toInt() >= 200'000, qPrintable(first));
+        // The accent as a character of its own, as another keyboard types it.
+        QVERIFY(host::passwordMatches(u"Citta\u0300-7"_s, first));
+        QVERIFY(!host::passwordMatches(u"Città-8"_s, first));
+        for (const QString &damaged : {QString(), u"Città-7"_s, first.left(first.size() - 4), u"md5$1$AA==$AA=="_s})
+            QVERIFY(!host::passwordMatches(u"Città-7"_s, damaged));
     }
-    QVERIFY(workplace.commands().openForm(u"actRicercaArticoli"_s));
-    const QTemporaryDir folder;
-    host::DatabaseMemory memory(folder.path());
-    const host::FileCommands file(workplace.window(), {}, memory, folder.path());
-    for (const QString &name : {u"actCopiaSicurezza"_s, u"actRipristina"_s}) {
-        workplace.messages.expectWarning(host::missingRight);
-        test::trigger(&file, name);
-    }
-}
 
-// Another workstation takes the right away while the form is open.
-void TestUsers::rightIsAskedAgainAtTheSave()
-{
-    test::Workplace workplace;
-    workplace.database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
-    auto *user = qobject_cast<host::UserEntry *>(workplace.commands().openForm(u"actInserimentoUtenti"_s));
-    auto *role = qobject_cast<host::RoleEntry *>(workplace.commands().openForm(u"actInserimentoRuoli"_s));
-    user->openRecord(2);
-    role->openRecord(2);
-    test::type(test::control<QLineEdit>(user, u"txtNome"_s), u"x"_s);
-    test::type(test::control<QLineEdit>(role, u"txtRuolo"_s), u"x"_s);
-    const QStringList before =
-        workplace.lines(u"SELECT NOME FROM UTENTI"_s) + workplace.lines(u"SELECT RUOLO FROM RUOLI_UTENTE"_s);
-    for (const QString &loss : {u"UPDATE UTENTI SET ATTIVO = 'False' WHERE IDUTENTE = 1"_s,
-                                u"DELETE FROM UTENTI_RUOLI WHERE USER_NAME = 'AMMINISTRATORE'"_s}) {
-        workplace.database().execute(loss);
-        for (const QWidget *form : {static_cast<QWidget *>(user), static_cast<QWidget *>(role)}) {
-            workplace.messages.expectWarning(host::missingRight);
-            test::trigger(form, u"actSalva"_s);
-        }
-        workplace.messages.expectWarning(host::missingRight);
-        QVERIFY(!ui::deleteRegisterRecord(host::users(), 2, workplace.database(), nullptr));
-        workplace.database().execute(u"UPDATE UTENTI SET ATTIVO = 'True' WHERE IDUTENTE = 1"_s);
+    void loginRules()
+    {
+        // Demonstration users have no password: an empty one, and no other, lets them in.
+        QCOMPARE(host::authenticate(u" ufficio "_s, {}, database()), u"UFFICIO"_s);
+        QCOMPARE(host::authenticate(u"ufficio"_s, u"x"_s, database()), QString());
+        host::setPassword(u"Ufficio"_s, u"di corsa"_s, database());
+        QCOMPARE(host::authenticate(u"UFFICIO"_s, u"di corsa"_s, database()), u"UFFICIO"_s);
+        QCOMPARE(host::authenticate(u"UFFICIO"_s, {}, database()), QString());
+        QCOMPARE(host::authenticate(u"x' OR '1'='1"_s, {}, database()), QString());
+        QCOMPARE(host::authenticate(QString(300, u'x'), {}, database()), QString());
+        // A letter of which other capitals would make two.
+        database().execute(u"UPDATE UTENTI SET USER_NAME = 'WEIß' WHERE USER_NAME = 'MAGAZZINIERE'"_s);
+        host::setPassword(u"weiß"_s, u"a piedi"_s, database());
+        QCOMPARE(host::authenticate(u"Weiß"_s, u"a piedi"_s, database()), u"WEIß"_s);
+        QCOMPARE(host::authenticate(u"WEISS"_s, u"a piedi"_s, database()), QString());
+        database().execute(u"UPDATE UTENTI SET ATTIVO = 'False' WHERE USER_NAME = 'UFFICIO'"_s);
+        QCOMPARE(host::authenticate(u"UFFICIO"_s, u"di corsa"_s, database()), QString());
+        QCOMPARE(host::activeUsers(database()), QStringList({u"AMMINISTRATORE"_s, u"WEIß"_s}));
     }
-    QCOMPARE(workplace.lines(u"SELECT NOME FROM UTENTI"_s) + workplace.lines(u"SELECT RUOLO FROM RUOLI_UTENTE"_s),
-             before);
-}
 
-// Another workstation takes the right away between the form's own questions and the transaction of its save.
-void TestUsers::rightIsAskedInsideTheSave()
-{
-    test::Workplace workplace;
-    workplace.database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
-    data::Connection other;
-    other.setConnectionString(workplace.database().connectionString());
-    other.open();
-    const QString names = u"SELECT NOME FROM UTENTI UNION ALL SELECT RUOLO FROM RUOLI_UTENTE"_s;
-    const QStringList before = workplace.lines(names);
-    for (const auto &[command, field] :
-         {std::pair(u"actInserimentoUtenti"_s, u"txtNome"_s), {u"actInserimentoRuoli"_s, u"txtRuolo"_s}}) {
-        auto *form = qobject_cast<ui::RegisterEntry *>(workplace.commands().openForm(command));
-        form->openRecord(2);
-        test::type(test::control<QLineEdit>(form, field), u"x"_s);
-        int losses = 0;
-        workplace.database().setStatementHook([&](const QString &sql) {
-            // The last administrator is what is asked about after the right.
-            if (losses == 0 && !workplace.database().inTransaction() && sql.contains(u"COUNT(DISTINCT U.IDUTENTE)")) {
-                ++losses;
-                other.execute(u"UPDATE UTENTI SET ATTIVO = 'False' WHERE IDUTENTE = 1"_s);
-            }
-        });
-        workplace.messages.expectError(host::missingRight);
+    void threeWrongPasswordsEnd()
+    {
+        host::setPassword(u"UFFICIO"_s, u"giusta"_s, database());
+        const QString wrong = u"Nome utente o password non corretti."_s;
+        place().messages.expectWarning(wrong);
+        place().dialogs.expect(loggingIn(u"ufficio"_s, {u"sbagliata"_s, u"giusta"_s}));
+        QCOMPARE(host::logIn(nullptr, u"UFFICIO"_s, database()).user, u"UFFICIO"_s);
+        place().messages.expectWarning(wrong);
+        place().messages.expectWarning(wrong);
+        place().messages.expectWarning(
+            u"Nome utente o password non corretti per tre volte:\n\ril programma viene chiuso."_s);
+        place().dialogs.expect(loggingIn(u"UFFICIO"_s, {u"a"_s, u"b"_s, u"c"_s}));
+        QVERIFY(host::logIn(nullptr, u"UFFICIO"_s, database()).lockedOut);
+    }
+
+    void newUserWorksWithRoleAndPassword()
+    {
+        QWidget *form = place().commands().openForm(u"actInserimentoUtenti"_s);
+        test::control<QLineEdit>(form, u"txtNomeUtente"_s)->setText(u"d'angelo"_s);
+        place().messages.expectWarning(u"Non è stata impostata la password!"_s);
         test::trigger(form, u"actSalva"_s);
-        workplace.database().setStatementHook({});
-        QCOMPARE(losses, 1);
-        QVERIFY(form->Modified());
-        QCOMPARE(workplace.lines(names), before);
-        other.execute(u"UPDATE UTENTI SET ATTIVO = 'True' WHERE IDUTENTE = 1"_s);
+        place().dialogs.expect(choosingPassword(u"sei sei"_s));
+        test::press(form, u"cmdPassword"_s);
+        test::control<QListWidget>(form, u"list"_s)->item(2)->setCheckState(Qt::Checked);
+        test::trigger(form, u"actSalva"_s);
+        QCOMPARE(host::authenticate(u"D'ANGELO"_s, u"sei sei"_s, database()), u"D'ANGELO"_s);
+        QVERIFY(host::userHasRight(u"D'Angelo"_s, u"Fatture acc. (visualizzazione)"_s, database()));
+        // Roles hang on the name and follow it.
+        test::control<QLineEdit>(form, u"txtNomeUtente"_s)->setText(u"DANGELO"_s);
+        test::trigger(form, u"actSalva"_s);
+        QCOMPARE(lines(u"SELECT USER_NAME FROM UTENTI_RUOLI WHERE USER_NAME CONTAINING 'ANGELO'"_s),
+                 QStringList(u"DANGELO"_s));
+        QCOMPARE(host::authenticate(u"DANGELO"_s, u"sei sei"_s, database()), u"DANGELO"_s);
     }
-}
+
+    void lastAdministratorStays()
+    {
+        auto *user = qobject_cast<host::UserEntry *>(place().commands().openForm(u"actInserimentoUtenti"_s));
+        user->openRecord(1);
+        QCOMPARE(test::shown(user, u"txtNomeUtente"_s), host::administrator);
+        test::control<QCheckBox>(user, u"chkAttivo"_s)->setChecked(false);
+        place().messages.expectWarning(lastAdministrator);
+        test::trigger(user, u"actSalva"_s);
+        auto *role = qobject_cast<host::RoleEntry *>(place().commands().openForm(u"actInserimentoRuoli"_s));
+        role->openRecord(1);
+        auto *rights = test::control<QListWidget>(role, u"list"_s);
+        QCOMPARE(rights->item(1)->text(), u"Fatture acc. (visualizzazione) (Magazzino)"_s);
+        rights->item(0)->setCheckState(Qt::Unchecked);
+        place().messages.expectWarning(lastAdministrator);
+        test::trigger(role, u"actSalva"_s);
+        place().messages.expectWarning(u"Non è possibile eliminare l'utente che sta lavorando."_s);
+        QVERIFY(!ui::deleteRegisterRecord(host::users(), 1, database(), nullptr));
+        SetKxCurrentUserName(u"UFFICIO"_s);
+        place().messages.expectWarning(lastAdministrator);
+        QVERIFY(!ui::deleteRegisterRecord(host::users(), 1, database(), nullptr));
+        SetKxCurrentUserName(host::administrator);
+        // With a second administrator the first one may go, with its roles.
+        database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
+        test::trigger(user, u"actSalva"_s);
+        QCOMPARE(lines(u"SELECT ATTIVO FROM UTENTI WHERE IDUTENTE = 1"_s), QStringList(u"False"_s));
+    }
+
+    void adminCommandsNeedTheRight()
+    {
+        SetKxCurrentUserName(u"MAGAZZINIERE"_s);
+        for (const QString &name :
+             {u"actRicercaUtenti"_s, u"actInserimentoRuoli"_s, u"actAzienda"_s, u"actOpzioni"_s, u"actImporta"_s}) {
+            place().messages.expectWarning(host::missingRight);
+            QVERIFY(!place().commands().openForm(name));
+        }
+        QVERIFY(place().commands().openForm(u"actRicercaArticoli"_s));
+        const QTemporaryDir folder;
+        host::DatabaseMemory memory(folder.path());
+        const host::FileCommands file(place().window(), {}, memory, folder.path());
+        for (const QString &name : {u"actCopiaSicurezza"_s, u"actRipristina"_s}) {
+            place().messages.expectWarning(host::missingRight);
+            test::trigger(&file, name);
+        }
+    }
+
+    // Another workstation takes the right away while the form is open.
+    void rightIsAskedAgainAtTheSave()
+    {
+        database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
+        auto *user = qobject_cast<host::UserEntry *>(place().commands().openForm(u"actInserimentoUtenti"_s));
+        auto *role = qobject_cast<host::RoleEntry *>(place().commands().openForm(u"actInserimentoRuoli"_s));
+        user->openRecord(2);
+        role->openRecord(2);
+        test::type(test::control<QLineEdit>(user, u"txtNome"_s), u"x"_s);
+        test::type(test::control<QLineEdit>(role, u"txtRuolo"_s), u"x"_s);
+        const QStringList before = lines(u"SELECT NOME FROM UTENTI"_s) + lines(u"SELECT RUOLO FROM RUOLI_UTENTE"_s);
+        for (const QString &loss : {u"UPDATE UTENTI SET ATTIVO = 'False' WHERE IDUTENTE = 1"_s,
+                                    u"DELETE FROM UTENTI_RUOLI WHERE USER_NAME = 'AMMINISTRATORE'"_s}) {
+            database().execute(loss);
+            for (const QWidget *form : {static_cast<QWidget *>(user), static_cast<QWidget *>(role)}) {
+                place().messages.expectWarning(host::missingRight);
+                test::trigger(form, u"actSalva"_s);
+            }
+            place().messages.expectWarning(host::missingRight);
+            QVERIFY(!ui::deleteRegisterRecord(host::users(), 2, database(), nullptr));
+            database().execute(u"UPDATE UTENTI SET ATTIVO = 'True' WHERE IDUTENTE = 1"_s);
+        }
+        QCOMPARE(lines(u"SELECT NOME FROM UTENTI"_s) + lines(u"SELECT RUOLO FROM RUOLI_UTENTE"_s), before);
+    }
+
+    // Another workstation takes the right away between the form's own questions and the transaction of its save.
+    void rightIsAskedInsideTheSave()
+    {
+        database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
+        data::Connection other;
+        other.setConnectionString(database().connectionString());
+        other.open();
+        const QString names = u"SELECT NOME FROM UTENTI UNION ALL SELECT RUOLO FROM RUOLI_UTENTE"_s;
+        const QStringList before = lines(names);
+        for (const auto &[command, field] :
+             {std::pair(u"actInserimentoUtenti"_s, u"txtNome"_s), {u"actInserimentoRuoli"_s, u"txtRuolo"_s}}) {
+            auto *form = qobject_cast<ui::RegisterEntry *>(place().commands().openForm(command));
+            form->openRecord(2);
+            test::type(test::control<QLineEdit>(form, field), u"x"_s);
+            int losses = 0;
+            database().setStatementHook([&](const QString &sql) {
+                // The last administrator is what is asked about after the right.
+                if (losses == 0 && !database().inTransaction() && sql.contains(u"COUNT(DISTINCT U.IDUTENTE)")) {
+                    ++losses;
+                    other.execute(u"UPDATE UTENTI SET ATTIVO = 'False' WHERE IDUTENTE = 1"_s);
+                }
+            });
+            place().messages.expectError(host::missingRight);
+            test::trigger(form, u"actSalva"_s);
+            database().setStatementHook({});
+            QCOMPARE(losses, 1);
+            QVERIFY(form->Modified());
+            QCOMPARE(lines(names), before);
+            other.execute(u"UPDATE UTENTI SET ATTIVO = 'True' WHERE IDUTENTE = 1"_s);
+        }
+    }
+};
 
 static const test::Registered<TestUsers> registered;
 #include "test_users.moc"

@@ -1,16 +1,8 @@
 #include "host/DatabaseSetup.h"
 #include "host/schema/HostSchema.h"
 #include "platform/core/Log.h"
-#include "platform/data/Connection.h"
-#include "platform/data/DatabaseError.h"
 #include "platform/data/DatabaseFile.h"
-#include "tests/support/TestDatabase.h"
-#include "tests/support/TestMain.h"
-
-#include <QDir>
-#include <QFileInfo>
-#include <QProcess>
-#include <QTemporaryDir>
+#include "tests/support/Kit.h"
 
 #include <csignal>
 #include <sys/resource.h>
@@ -20,17 +12,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-data::DatabaseAddress fileAddress(const QString &path)
+// What is said of a database while another process has it open.
+QString problemWhileHeld(const data::DatabaseAddress &address)
 {
-    data::DatabaseAddress address;
-    address.file = path;
-    return address;
-}
-
-bool writeFile(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    QProcess holder;
+    holder.start(QCoreApplication::applicationDirPath() + u"/hold_database"_s, {address.file});
+    holder.waitForReadyRead(20000);
+    QString problem = holder.readAllStandardOutput() == "open\n" ? host::openProblem(address) : u"not held"_s;
+    holder.closeWriteChannel();
+    holder.waitForFinished(20000);
+    return problem;
 }
 
 /// Like a full disk: this process cannot write behind `bytes` in any file while the object lives.
@@ -64,158 +55,133 @@ class TestDatabaseSetup : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyProblemHasItsSentence_data();
-    void everyProblemHasItsSentence();
-    void databaseOfAnotherProcessIsInUse();
-    void unreachableServerIsNamedWithoutThePassword();
-    void existingFileIsNeverTouched();
-    void pathWithColonIsAFile();
-    void failureHalfWayLeavesNoFile();
-    void lockFolderOfAnotherAccountIsAvoided();
+    void everyProblemHasItsSentence_data()
+    {
+        const test::TestDatabase good(test::Content::Empty);
+        const QByteArray bytes = test::contentOf(good.address().file);
+        const QString damaged = u"Il file \"%1\" non è un database oppure è danneggiato."_s;
+        test::columns<QByteArray, QString>("content", "problem");
+        QTest::newRow("missing") << QByteArray() << u"Il database \"%1\" non esiste."_s;
+        QTest::newRow("no bytes") << QByteArray("") << damaged;
+        QTest::newRow("long text") << QByteArray("un testo qualsiasi ").repeated(10000) << damaged;
+        QTest::newRow("cut behind the header") << bytes.left(20000) << damaged;
+    }
+
+    void everyProblemHasItsSentence()
+    {
+        const auto [content, problem] = test::row<QByteArray, QString>();
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"a.fdb"_s);
+        if (!content.isNull())
+            core::saveFile(path, content);
+        QCOMPARE(host::openProblem(test::fileAddress(path)), problem.arg(path));
+        QCOMPARE(host::openProblem(test::fileAddress(folder.path())),
+                 u"Il file \"%1\" non è un database oppure è danneggiato."_s.arg(folder.path()));
+    }
+
+    void databaseOfAnotherProcessIsInUse()
+    {
+        const test::TestDatabase database(test::Content::Empty);
+        const QString path = database.address().file;
+        QProcess holder;
+        holder.start(QCoreApplication::applicationDirPath() + u"/hold_database"_s, {path});
+        QVERIFY(holder.waitForReadyRead(20000));
+        QCOMPARE(holder.readAllStandardOutput(), QByteArray("open\n"));
+        QCOMPARE(
+            host::openProblem(database.address()),
+            u"Il database \"%1\" è già in uso da un altro programma. Chiudere l'altro programma e riprovare."_s.arg(
+                path));
+        holder.closeWriteChannel();
+        QVERIFY(holder.waitForFinished(20000));
+        QCOMPARE(host::openProblem(database.address()), QString());
+    }
+
+    void unreachableServerIsNamedWithoutThePassword()
+    {
+        const QTemporaryDir folder;
+        core::setLogFile(folder.filePath(u"a.log"_s));
+        data::DatabaseAddress address = test::fileAddress(u"corvane"_s);
+        address.host = u"127.0.0.1"_s;
+        address.port = 1; // nobody listens there
+        address.password = u"Segreta1"_s;
+        const QString problem = host::openProblem(address);
+        core::setLogFile({});
+        QCOMPARE(problem,
+                 u"Il server \"127.0.0.1\" non è raggiungibile. Verificare che sia acceso e collegato alla rete."_s);
+        const QByteArray text = test::contentOf(folder.filePath(u"a.log"_s));
+        QVERIFY2(text.contains("network request") && !text.contains("Segreta1"), text.constData());
+    }
+
+    void existingFileIsNeverTouched()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"lettera.txt"_s);
+        core::saveFile(path, "Cara mamma");
+        QVERIFY_EXCEPTION_THROWN(host::createHostDatabase(test::fileAddress(path), false), data::DatabaseError);
+        QCOMPARE(test::contentOf(path), QByteArray("Cara mamma"));
+    }
+
+    void pathWithColonIsAFile()
+    {
+        const QTemporaryDir folder;
+        QVERIFY(QDir(folder.path()).mkpath(u"sede: uno"_s));
+        const data::DatabaseAddress address = test::fileAddress(folder.filePath(u"sede: uno/ditta 1:2.fdb"_s));
+        host::createHostDatabase(address, true);
+        QCOMPARE(host::databaseProblem(address), QString());
+        // Another program has another second name of it, and is let in alone all the same.
+        QVERIFY(problemWhileHeld(address).contains(u"è già in uso"_s));
+        {
+            test::connectTo(address)->execute(u"UPDATE AZIENDA SET RAGIONESOCIALE = 'Rossi'"_s);
+        }
+        // It is the file itself that was written to.
+        const data::DatabaseAddress plain = test::fileAddress(folder.filePath(u"spostata.fdb"_s));
+        QVERIFY(QFile::rename(address.file, plain.file));
+        QCOMPARE(test::linesOf(*test::connectTo(plain), u"SELECT RAGIONESOCIALE FROM AZIENDA"_s),
+                 QStringList(u"Rossi"_s));
+        QCOMPARE(host::openProblem(address), u"Il database \"%1\" non esiste."_s.arg(address.file));
+    }
+
+    void failureHalfWayLeavesNoFile()
+    {
+        const QTemporaryDir folder;
+        const data::DatabaseAddress address = test::fileAddress(folder.filePath(u"a.fdb"_s));
+        QString error;
+        {
+            // An empty database fits in, the schema does not.
+            const FileSizeLimit limit(rlim_t{2} * 1024 * 1024);
+            error = test::errorOf([&address] { host::createHostDatabase(address, true); });
+        }
+        QVERIFY2(error.contains(u"write"_s), qPrintable(error));
+        QVERIFY(!QFileInfo::exists(address.file));
+    }
+
+    void lockFolderOfAnotherAccountIsAvoided()
+    {
+        const QByteArray before = qgetenv("FIREBIRD_LOCK");
+        const QTemporaryDir folder;
+        // A file in its place stands for any folder that this account cannot use, root included.
+        core::saveFile(folder.filePath(u"lock"_s), "");
+        data::useLockFolder(folder.filePath(u"lock"_s));
+        const QString chosen = qEnvironmentVariable("FIREBIRD_LOCK");
+        qputenv("FIREBIRD_LOCK", before);
+        QCOMPARE(chosen, folder.filePath(u"lock-%1"_s.arg(geteuid())));
+        QVERIFY(QFileInfo(chosen).isDir());
+
+        // Where a home has no place for it and somebody was faster in the temporary folder, a link does not lead
+        // astray.
+        const QByteArray temporary = qgetenv("TMPDIR");
+        const QString elsewhere = folder.filePath(u"altrove"_s);
+        QVERIFY(QDir().mkpath(elsewhere));
+        qputenv("TMPDIR", QFile::encodeName(folder.path()));
+        QVERIFY(QFile::link(elsewhere, folder.filePath(u"firebird-lock-%1"_s.arg(geteuid()))));
+        data::useLockFolder(folder.filePath(u"lock/dentro"_s));
+        const QFileInfo found(qEnvironmentVariable("FIREBIRD_LOCK"));
+        qputenv("FIREBIRD_LOCK", before);
+        temporary.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", temporary);
+        QVERIFY2(found.fileName().startsWith(u"firebird-lock-%1-"_s.arg(geteuid())), qPrintable(found.fileName()));
+        QVERIFY(found.isDir() && found.permissions() == (QFile::Permissions(0x7700)));
+    }
 };
-
-void TestDatabaseSetup::everyProblemHasItsSentence_data()
-{
-    const test::TestDatabase good(test::Content::Empty);
-    QFile file(good.address().file);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll();
-    const QString damaged = u"Il file \"%1\" non è un database oppure è danneggiato."_s;
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("problem");
-    QTest::newRow("missing") << QByteArray() << u"Il database \"%1\" non esiste."_s;
-    QTest::newRow("no bytes") << QByteArray("") << damaged;
-    QTest::newRow("long text") << QByteArray("un testo qualsiasi ").repeated(10000) << damaged;
-    QTest::newRow("cut behind the header") << bytes.left(20000) << damaged;
-}
-
-void TestDatabaseSetup::everyProblemHasItsSentence()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(QString, problem);
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"a.fdb"_s);
-    if (!content.isNull())
-        QVERIFY(writeFile(path, content));
-    QCOMPARE(host::openProblem(fileAddress(path)), problem.arg(path));
-    QCOMPARE(host::openProblem(fileAddress(folder.path())),
-             u"Il file \"%1\" non è un database oppure è danneggiato."_s.arg(folder.path()));
-}
-
-void TestDatabaseSetup::databaseOfAnotherProcessIsInUse()
-{
-    const test::TestDatabase database(test::Content::Empty);
-    const QString path = database.address().file;
-    QProcess holder;
-    holder.start(QCoreApplication::applicationDirPath() + u"/hold_database"_s, {path});
-    QVERIFY(holder.waitForReadyRead(20000));
-    QCOMPARE(holder.readAllStandardOutput(), QByteArray("open\n"));
-    QCOMPARE(
-        host::openProblem(database.address()),
-        u"Il database \"%1\" è già in uso da un altro programma. Chiudere l'altro programma e riprovare."_s.arg(path));
-    holder.closeWriteChannel();
-    QVERIFY(holder.waitForFinished(20000));
-    QCOMPARE(host::openProblem(database.address()), QString());
-}
-
-void TestDatabaseSetup::unreachableServerIsNamedWithoutThePassword()
-{
-    const QTemporaryDir folder;
-    core::setLogFile(folder.filePath(u"a.log"_s));
-    data::DatabaseAddress address = fileAddress(u"corvane"_s);
-    address.host = u"127.0.0.1"_s;
-    address.port = 1; // nobody listens there
-    address.password = u"Segreta1"_s;
-    const QString problem = host::openProblem(address);
-    core::setLogFile({});
-    QCOMPARE(problem,
-             u"Il server \"127.0.0.1\" non è raggiungibile. Verificare che sia acceso e collegato alla rete."_s);
-    QFile log(folder.filePath(u"a.log"_s));
-    QVERIFY(log.open(QIODevice::ReadOnly));
-    const QByteArray text = log.readAll();
-    QVERIFY2(text.contains("network request") && !text.contains("Segreta1"), text.constData());
-}
-
-void TestDatabaseSetup::existingFileIsNeverTouched()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"lettera.txt"_s);
-    QVERIFY(writeFile(path, "Cara mamma"));
-    QVERIFY_EXCEPTION_THROWN(host::createHostDatabase(fileAddress(path), false), data::DatabaseError);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), QByteArray("Cara mamma"));
-}
-
-void TestDatabaseSetup::pathWithColonIsAFile()
-{
-    const QTemporaryDir folder;
-    QVERIFY(QDir(folder.path()).mkpath(u"sede: uno"_s));
-    const data::DatabaseAddress address = fileAddress(folder.filePath(u"sede: uno/ditta 1:2.fdb"_s));
-    host::createHostDatabase(address, true);
-    QCOMPARE(host::databaseProblem(address), QString());
-    // Another program has another second name of it, and is let in alone all the same.
-    QProcess holder;
-    holder.start(QCoreApplication::applicationDirPath() + u"/hold_database"_s, {address.file});
-    QVERIFY(holder.waitForReadyRead(20000));
-    QVERIFY(host::openProblem(address).contains(u"è già in uso"_s));
-    holder.closeWriteChannel();
-    QVERIFY(holder.waitForFinished(20000));
-    {
-        data::Connection connection;
-        connection.setConnectionString(data::nativeConnectionString(address));
-        connection.open();
-        connection.execute(u"UPDATE AZIENDA SET RAGIONESOCIALE = 'Rossi'"_s);
-    }
-    // It is the file itself that was written to.
-    const data::DatabaseAddress plain = fileAddress(folder.filePath(u"spostata.fdb"_s));
-    QVERIFY(QFile::rename(address.file, plain.file));
-    data::Connection connection;
-    connection.setConnectionString(data::nativeConnectionString(plain));
-    connection.open();
-    QCOMPARE(test::linesOf(connection, u"SELECT RAGIONESOCIALE FROM AZIENDA"_s), QStringList(u"Rossi"_s));
-    QCOMPARE(host::openProblem(address), u"Il database \"%1\" non esiste."_s.arg(address.file));
-}
-
-void TestDatabaseSetup::failureHalfWayLeavesNoFile()
-{
-    const QTemporaryDir folder;
-    const data::DatabaseAddress address = fileAddress(folder.filePath(u"a.fdb"_s));
-    QString error;
-    {
-        // An empty database fits in, the schema does not.
-        const FileSizeLimit limit(rlim_t{2} * 1024 * 1024);
-        error = test::errorOf([&address] { host::createHostDatabase(address, true); });
-    }
-    QVERIFY2(error.contains(u"write"_s), qPrintable(error));
-    QVERIFY(!QFileInfo::exists(address.file));
-}
-
-void TestDatabaseSetup::lockFolderOfAnotherAccountIsAvoided()
-{
-    const QByteArray before = qgetenv("FIREBIRD_LOCK");
-    const QTemporaryDir folder;
-    // A file in its place stands for any folder that this account cannot use, root included.
-    QVERIFY(writeFile(folder.filePath(u"lock"_s), ""));
-    data::useLockFolder(folder.filePath(u"lock"_s));
-    const QString chosen = qEnvironmentVariable("FIREBIRD_LOCK");
-    qputenv("FIREBIRD_LOCK", before);
-    QCOMPARE(chosen, folder.filePath(u"lock-%1"_s.arg(geteuid())));
-    QVERIFY(QFileInfo(chosen).isDir());
-
-    // Where a home has no place for it and somebody was faster in the temporary folder, a link does not lead astray.
-    const QByteArray temporary = qgetenv("TMPDIR");
-    const QString elsewhere = folder.filePath(u"altrove"_s);
-    QVERIFY(QDir().mkpath(elsewhere));
-    qputenv("TMPDIR", QFile::encodeName(folder.path()));
-    QVERIFY(QFile::link(elsewhere, folder.filePath(u"firebird-lock-%1"_s.arg(geteuid()))));
-    data::useLockFolder(folder.filePath(u"lock/dentro"_s));
-    const QFileInfo found(qEnvironmentVariable("FIREBIRD_LOCK"));
-    qputenv("FIREBIRD_LOCK", before);
-    temporary.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", temporary);
-    QVERIFY2(found.fileName().startsWith(u"firebird-lock-%1-"_s.arg(geteuid())), qPrintable(found.fileName()));
-    QVERIFY(found.isDir() && found.permissions() == (QFile::Permissions(0x7700)));
-}
 
 static const test::Registered<TestDatabaseSetup> registered;
 #include "test_database_setup.moc"

@@ -3,17 +3,9 @@
 #include "host/start/Upgrade.h"
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Clock.h"
-#include "platform/core/Error.h"
 #include "platform/schema/Engine.h"
+#include "tests/support/Kit.h"
 #include "tests/support/Schemas.h"
-#include "tests/support/TestDatabase.h"
-#include "tests/support/TestMain.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QScopeGuard>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -66,8 +58,8 @@ QStringList contentQueries(data::Connection &connection)
     QStringList queries;
     const QStringList tables = test::linesOf(
         connection, u"SELECT TRIM(RDB$RELATION_NAME), CAST(LIST(TRIM(RDB$FIELD_NAME)) AS VARCHAR(2000)) FROM "
-                    "RDB$RELATION_FIELDS WHERE RDB$SYSTEM_FLAG = 0 AND RDB$RELATION_NAME <> 'TABLE_VERSION' "
-                    "GROUP BY 1 ORDER BY 1"_s);
+                    "RDB$RELATION_FIELDS WHERE RDB$SYSTEM_FLAG = 0 AND RDB$RELATION_NAME <> 'TABLE_VERSION' GROUP "
+                    "BY 1 ORDER BY 1"_s);
     for (const QString &table : tables)
         queries.append(u"SELECT '%1', %2 FROM %1 ORDER BY 2"_s.arg(table.section(u'|', 0, 0), table.section(u'|', 1)));
     return queries;
@@ -95,13 +87,6 @@ QStringList copiesIn(const QString &folder)
     return QDir(folder).entryList({u"*.prima-dell-aggiornamento-*"_s}, QDir::Files, QDir::Name);
 }
 
-data::DatabaseAddress fileAddress(const QString &path)
-{
-    data::DatabaseAddress address;
-    address.file = path;
-    return address;
-}
-
 /// A firm's database of the first release in a folder of its own.
 class OldFirm
 {
@@ -119,7 +104,7 @@ public:
         connection.close();
     }
 
-    data::DatabaseAddress address() const { return fileAddress(folder.filePath(u"ditta.fdb"_s)); }
+    data::DatabaseAddress address() const { return test::fileAddress(folder.filePath(u"ditta.fdb"_s)); }
     void open()
     {
         connection.setConnectionString(data::nativeConnectionString(address()));
@@ -145,139 +130,124 @@ class TestHostUpgrade : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void firstReleaseEndsLikeANewDatabase_data();
-    void firstReleaseEndsLikeANewDatabase();
-    void upgradeInterruptedAnywhereGoesOn();
-    void newerDatabaseIsRefused();
-    void copiesAreFewAndOneForEachState();
-    void databaseInUseIsNotCopied();
-};
+    void firstReleaseEndsLikeANewDatabase_data()
+    {
+        QTest::addColumn<bool>("withStepsToCome");
+        QTest::newRow("as it is") << false;
+        QTest::newRow("with steps to come") << true;
+    }
 
-void TestHostUpgrade::firstReleaseEndsLikeANewDatabase_data()
-{
-    QTest::addColumn<bool>("withStepsToCome");
-    QTest::newRow("as it is") << false;
-    QTest::newRow("with steps to come") << true;
-}
+    void firstReleaseEndsLikeANewDatabase()
+    {
+        QFETCH(bool, withStepsToCome);
+        const QList<schema::Step> steps = withStepsToCome ? stepsToCome() : host::hostSteps();
+        OldFirm firm;
+        QCOMPARE(host::databaseProblem(firm.address()), QString());
+        host::upgradeHost(firm.address(), steps);
+        firm.open();
+        QCOMPARE(contentOf(firm.connection, firm.queries), firm.content);
+        // The module's part is up to date but for the indexes, which it makes when it starts.
+        QStringList expected = freshSchema(steps);
+        expected.removeIf([](const QString &line) { return line.startsWith(u"index IX_MMG_"); });
+        const QStringList found = schemaOf(firm.connection);
+        for (qsizetype line = 0; line < expected.size(); ++line)
+            QCOMPARE(found.value(line), expected[line]);
+        QCOMPARE(found.size(), expected.size());
 
-void TestHostUpgrade::firstReleaseEndsLikeANewDatabase()
-{
-    QFETCH(bool, withStepsToCome);
-    const QList<schema::Step> steps = withStepsToCome ? stepsToCome() : host::hostSteps();
-    OldFirm firm;
-    QCOMPARE(host::databaseProblem(firm.address()), QString());
-    host::upgradeHost(firm.address(), steps);
-    firm.open();
-    QCOMPARE(contentOf(firm.connection, firm.queries), firm.content);
-    // The module's part is up to date but for the indexes, which it makes when it starts.
-    QStringList expected = freshSchema(steps);
-    expected.removeIf([](const QString &line) { return line.startsWith(u"index IX_MMG_"); });
-    const QStringList found = schemaOf(firm.connection);
-    for (qsizetype line = 0; line < expected.size(); ++line)
-        QCOMPARE(found.value(line), expected[line]);
-    QCOMPARE(found.size(), expected.size());
+        const QStringList copies = copiesIn(firm.folder.path());
+        QCOMPARE(copies.size(), 1);
+        firm.connection.close();
+        // A second start does nothing.
+        host::upgradeHost(firm.address(), steps);
+        QCOMPARE(copiesIn(firm.folder.path()), copies);
+        const auto copy = test::connectTo(test::fileAddress(firm.folder.filePath(copies.first())));
+        QCOMPARE(contentOf(*copy, firm.queries), firm.content);
+        QCOMPARE(schema::recordedVersions(*copy).value(u"CORVANE"_s), firstRelease);
+    }
 
-    const QStringList copies = copiesIn(firm.folder.path());
-    QCOMPARE(copies.size(), 1);
-    firm.connection.close();
-    // A second start does nothing.
-    host::upgradeHost(firm.address(), steps);
-    QCOMPARE(copiesIn(firm.folder.path()), copies);
-    data::Connection copy;
-    copy.setConnectionString(data::nativeConnectionString(fileAddress(firm.folder.filePath(copies.first()))));
-    copy.open();
-    QCOMPARE(contentOf(copy, firm.queries), firm.content);
-    QCOMPARE(schema::recordedVersions(copy).value(u"CORVANE"_s), firstRelease);
-}
+    void upgradeInterruptedAnywhereGoesOn()
+    {
+        const OldFirm original;
+        const QList<schema::Step> steps = stepsToCome();
+        QStringList expected;
+        const auto attempt = [&](int failingStatement) {
+            const QTemporaryDir folder;
+            const data::DatabaseAddress address = test::fileAddress(folder.filePath(u"ditta.fdb"_s));
+            QFile::copy(original.address().file, address.file);
+            const auto connection = test::connectTo(address);
+            int left = failingStatement;
+            QString told;
+            test::refusing(
+                *connection, [&left](const QString &) { return --left == 0; },
+                [&] { told = test::errorOf([&] { host::upgradeHostSchema(*connection, steps); }); });
+            host::upgradeHostSchema(*connection, steps);
+            if (left > 0)
+                expected = schemaOf(*connection);
+            else if (schemaOf(*connection) != expected)
+                return u"different after statement %1"_s.arg(failingStatement);
+            if (contentOf(*connection, original.queries) != original.content)
+                return u"rows changed after statement %1"_s.arg(failingStatement);
+            return told;
+        };
+        QCOMPARE(attempt(10'000), u"no error"_s);
+        int interrupted = 0;
+        for (;; ++interrupted) {
+            const QString told = attempt(interrupted + 1);
+            if (told == u"no error"_s)
+                break;
+            QVERIFY2(told == u"rifiutato"_s || told.contains(u"continuerà alla prossima apertura"_s), qPrintable(told));
+        }
+        QVERIFY2(interrupted > 15, qPrintable(QString::number(interrupted)));
+    }
 
-void TestHostUpgrade::upgradeInterruptedAnywhereGoesOn()
-{
-    const OldFirm original;
-    const QList<schema::Step> steps = stepsToCome();
-    QStringList expected;
-    const auto attempt = [&](int failingStatement) {
+    void newerDatabaseIsRefused()
+    {
+        OldFirm firm;
+        host::upgradeHost(firm.address(), stepsToCome());
+        QCOMPARE(host::databaseProblem(firm.address()),
+                 u"Il database \"%1\" è stato aggiornato da una versione più recente del programma: per aprirlo "
+                 "serve quella."_s.arg(firm.address().file));
+        // A version of the module that nobody knows is passed over.
+        OldFirm other;
+        other.setVersion(u"FATT_ACC"_s, u"9.0.0"_s);
+        QCOMPARE(host::databaseProblem(other.address()), QString());
+        host::upgradeHost(other.address());
+        QCOMPARE(host::databaseProblem(other.address()), QString());
+    }
+
+    void copiesAreFewAndOneForEachState()
+    {
+        const auto clockBack = qScopeGuard([] { core::setClock({}); });
         const QTemporaryDir folder;
-        const data::DatabaseAddress address = fileAddress(folder.filePath(u"ditta.fdb"_s));
-        QFile::copy(original.address().file, address.file);
-        data::Connection connection;
-        connection.setConnectionString(data::nativeConnectionString(address));
-        connection.open();
-        int left = failingStatement;
-        connection.setStatementHook([&left](const QString &) {
-            if (--left == 0)
-                throw core::Error(u"interrotto"_s);
-        });
-        const QString told = test::errorOf([&] { host::upgradeHostSchema(connection, steps); });
-        connection.setStatementHook({});
-        host::upgradeHostSchema(connection, steps);
-        if (left > 0)
-            expected = schemaOf(connection);
-        else if (schemaOf(connection) != expected)
-            return u"different after statement %1"_s.arg(failingStatement);
-        if (contentOf(connection, original.queries) != original.content)
-            return u"rows changed after statement %1"_s.arg(failingStatement);
-        return told;
-    };
-    QCOMPARE(attempt(10'000), u"no error"_s);
-    int interrupted = 0;
-    for (;; ++interrupted) {
-        const QString told = attempt(interrupted + 1);
-        if (told == u"no error"_s)
-            break;
-        QVERIFY2(told == u"interrotto"_s || told.contains(u"continuerà alla prossima apertura"_s), qPrintable(told));
+        const QString file = folder.filePath(u"ditta (1).fdb"_s);
+        for (int day = 1; day <= 5; ++day) {
+            core::setClock([day] { return QDateTime(QDate(2026, 3, day), QTime(9, 5)); });
+            core::saveFile(file, QByteArray(day, 'x'));
+            host::copyBeforeUpgrade(test::fileAddress(file), {{u"T"_s, QString::number(std::min(day, 4))}});
+        }
+        const QStringList copies = copiesIn(folder.path());
+        QStringList days;
+        for (const QString &copy : copies) {
+            QVERIFY2(copy.startsWith(u"ditta (1).prima-dell-aggiornamento-2026030"), qPrintable(copy));
+            const QFileInfo info(folder.filePath(copy));
+            days.append(copy.section(u'-', 3, 4).right(8) + u'=' + QString::number(info.size()));
+            QVERIFY(!(info.permissions() & (QFile::ReadGroup | QFile::ReadOther)));
+        }
+        // The fifth state has its copy from the day before.
+        QCOMPARE(days, QStringList({u"2-090500=2"_s, u"3-090500=3"_s, u"4-090500=4"_s}));
+        QCOMPARE(test::filesIn(folder.path()).size(), 4);
     }
-    QVERIFY2(interrupted > 15, qPrintable(QString::number(interrupted)));
-}
 
-void TestHostUpgrade::newerDatabaseIsRefused()
-{
-    OldFirm firm;
-    host::upgradeHost(firm.address(), stepsToCome());
-    QCOMPARE(host::databaseProblem(firm.address()),
-             u"Il database \"%1\" è stato aggiornato da una versione più recente del programma: per aprirlo serve "
-             "quella."_s.arg(firm.address().file));
-    // A version of the module that nobody knows is passed over.
-    OldFirm other;
-    other.setVersion(u"FATT_ACC"_s, u"9.0.0"_s);
-    QCOMPARE(host::databaseProblem(other.address()), QString());
-    host::upgradeHost(other.address());
-    QCOMPARE(host::databaseProblem(other.address()), QString());
-}
-
-void TestHostUpgrade::copiesAreFewAndOneForEachState()
-{
-    const auto clockBack = qScopeGuard([] { core::setClock({}); });
-    const QTemporaryDir folder;
-    const QString file = folder.filePath(u"ditta (1).fdb"_s);
-    for (int day = 1; day <= 5; ++day) {
-        core::setClock([day] { return QDateTime(QDate(2026, 3, day), QTime(9, 5)); });
-        QFile database(file);
-        QVERIFY(database.open(QIODevice::WriteOnly) && database.write(QByteArray(day, 'x')) == day);
-        database.close();
-        host::copyBeforeUpgrade(fileAddress(file), {{u"T"_s, QString::number(std::min(day, 4))}});
+    void databaseInUseIsNotCopied()
+    {
+        OldFirm firm;
+        firm.open();
+        const QString told = test::errorOf([&firm] { host::copyBeforeUpgrade(firm.address(), {}); });
+        QVERIFY2(told.contains(u"è in uso da un altro programma"_s) && told.contains(u"non è stato modificato"_s),
+                 qPrintable(told));
+        QCOMPARE(copiesIn(firm.folder.path()), QStringList());
     }
-    const QStringList copies = copiesIn(folder.path());
-    QStringList days;
-    for (const QString &copy : copies) {
-        QVERIFY2(copy.startsWith(u"ditta (1).prima-dell-aggiornamento-2026030"), qPrintable(copy));
-        const QFileInfo info(folder.filePath(copy));
-        days.append(copy.section(u'-', 3, 4).right(8) + u'=' + QString::number(info.size()));
-        QVERIFY(!(info.permissions() & (QFile::ReadGroup | QFile::ReadOther)));
-    }
-    // The fifth state has its copy from the day before.
-    QCOMPARE(days, QStringList({u"2-090500=2"_s, u"3-090500=3"_s, u"4-090500=4"_s}));
-    QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 4);
-}
-
-void TestHostUpgrade::databaseInUseIsNotCopied()
-{
-    OldFirm firm;
-    firm.open();
-    const QString told = test::errorOf([&firm] { host::copyBeforeUpgrade(firm.address(), {}); });
-    QVERIFY2(told.contains(u"è in uso da un altro programma"_s) && told.contains(u"non è stato modificato"_s),
-             qPrintable(told));
-    QCOMPARE(copiesIn(firm.folder.path()), QStringList());
-}
+};
 
 static const test::Registered<TestHostUpgrade> registered;
 #include "test_host_upgrade.moc"

@@ -1,8 +1,6 @@
 #include "host/Corvane3Impl.h"
 #include "host/IntfPack.h"
-#include "platform/data/Connection.h"
-#include "tests/support/TestDatabase.h"
-#include "tests/support/TestMain.h"
+#include "tests/support/Kit.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,48 +9,45 @@ class TestRegistry : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void instanceIsForgottenWhenItDies();
-    void descendantsComeLevelByLevel();
-    void circleOfCategoriesEnds();
+    void instanceIsForgottenWhenItDies()
+    {
+        RegisterPackage(u"Terzo.bpl"_s, u"Terzo"_s, {});
+        auto instance = std::make_unique<QObject>();
+        GetPackage(GetPackageIndex(u"Terzo.bpl"_s)).instance = instance.get();
+        QCOMPARE(GetPackageInstance(u"Terzo.bpl"_s), instance.get());
+        instance.reset();
+        QCOMPARE(test::errorOf([] { GetPackageInstance(u"Terzo.bpl"_s); }),
+                 u"Il modulo \"Terzo.bpl\" non è caricato."_s);
+    }
+
+    void descendantsComeLevelByLevel()
+    {
+        test::ModuleDatabase database(test::Content::HostSchema);
+        const auto add = [&database](const QVariant &parent) {
+            return database.insert(u"CATEGORIE_ANA_MAGA"_s, {{u"CATEGORIA"_s, u"C"_s}, {u"IDPADRE"_s, parent}});
+        };
+        const int root = add({});
+        const int first = add(root);
+        const int deep = add(first);
+        const int second = add(root);
+        const int other = add({});
+        const auto below = [&database](int id) {
+            return GetElencoIdFiglio(u"IDCATEGORIA_ANA_MAGA"_s, id, u"CATEGORIE_ANA_MAGA"_s, database.connection());
+        };
+        QCOMPARE(below(root), QList<int>({root, first, second, deep}));
+        QCOMPARE(below(other), QList<int>({other}));
+        QCOMPARE(below(999), QList<int>({999})); // never empty: it ends up in an IN list
+    }
+
+    void circleOfCategoriesEnds()
+    {
+        test::ModuleDatabase database(test::Content::HostSchema);
+        const int first = database.insert(u"CATEGORIE_SERVIZI"_s, {{u"CATEGORIA"_s, u"A"_s}, {u"IDPADRE"_s, 2}});
+        const int second = database.insert(u"CATEGORIE_SERVIZI"_s, {{u"CATEGORIA"_s, u"B"_s}, {u"IDPADRE"_s, first}});
+        QCOMPARE(GetElencoIdFiglio(u"IDCATEGORIA_SERVIZI"_s, second, u"CATEGORIE_SERVIZI"_s, database.connection()),
+                 QList<int>({second, first}));
+    }
 };
-
-void TestRegistry::instanceIsForgottenWhenItDies()
-{
-    RegisterPackage(u"Terzo.bpl"_s, u"Terzo"_s, {});
-    auto instance = std::make_unique<QObject>();
-    GetPackage(GetPackageIndex(u"Terzo.bpl"_s)).instance = instance.get();
-    QCOMPARE(GetPackageInstance(u"Terzo.bpl"_s), instance.get());
-    instance.reset();
-    QCOMPARE(test::errorOf([] { GetPackageInstance(u"Terzo.bpl"_s); }), u"Il modulo \"Terzo.bpl\" non è caricato."_s);
-}
-
-void TestRegistry::descendantsComeLevelByLevel()
-{
-    test::ModuleDatabase database(test::Content::HostSchema);
-    const auto add = [&database](const QVariant &parent) {
-        return database.insert(u"CATEGORIE_ANA_MAGA"_s, {{u"CATEGORIA"_s, u"C"_s}, {u"IDPADRE"_s, parent}});
-    };
-    const int root = add({});
-    const int first = add(root);
-    const int deep = add(first);
-    const int second = add(root);
-    const int other = add({});
-    const auto below = [&database](int id) {
-        return GetElencoIdFiglio(u"IDCATEGORIA_ANA_MAGA"_s, id, u"CATEGORIE_ANA_MAGA"_s, database.connection());
-    };
-    QCOMPARE(below(root), QList<int>({root, first, second, deep}));
-    QCOMPARE(below(other), QList<int>({other}));
-    QCOMPARE(below(999), QList<int>({999})); // never empty: it ends up in an IN list
-}
-
-void TestRegistry::circleOfCategoriesEnds()
-{
-    test::ModuleDatabase database(test::Content::HostSchema);
-    const int first = database.insert(u"CATEGORIE_SERVIZI"_s, {{u"CATEGORIA"_s, u"A"_s}, {u"IDPADRE"_s, 2}});
-    const int second = database.insert(u"CATEGORIE_SERVIZI"_s, {{u"CATEGORIA"_s, u"B"_s}, {u"IDPADRE"_s, first}});
-    QCOMPARE(GetElencoIdFiglio(u"IDCATEGORIA_SERVIZI"_s, second, u"CATEGORIE_SERVIZI"_s, database.connection()),
-             QList<int>({second, first}));
-}
 
 static const test::Registered<TestRegistry> registered;
 #include "test_registry.moc"

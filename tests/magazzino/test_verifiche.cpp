@@ -1,6 +1,5 @@
 #include "magazzino/MMGUtils.h"
-#include "tests/support/TestDatabase.h"
-#include "tests/support/TestMain.h"
+#include "tests/support/Kit.h"
 
 using namespace Qt::StringLiterals;
 
@@ -60,10 +59,7 @@ private Q_SLOTS:
 
     void sharedNumberingCountsSalesInvoices_data()
     {
-        QTest::addColumn<QString>("option");
-        QTest::addColumn<int>("own");
-        QTest::addColumn<int>("sales");
-        QTest::addColumn<int>("expected");
+        test::columns<QString, int, int, int>("option", "own", "sales", "expected");
         QTest::newRow("off") << u"False"_s << 9 << 12 << 10;
         QTest::newRow("on, sales higher") << u"True"_s << 9 << 12 << 13;
         QTest::newRow("on, own higher") << u"true"_s << 14 << 12 << 15;
@@ -72,9 +68,7 @@ private Q_SLOTS:
     }
     void sharedNumberingCountsSalesInvoices()
     {
-        QFETCH(const QString, option);
-        QFETCH(const int, own);
-        QFETCH(const int, sales);
+        const auto [option, own, sales] = test::row<QString, int, int>();
         QVERIFY(SetOptionValue(u"NUMERAZIONE_UNICA_FATTURE"_s, option));
         if (own > 0)
             document(u"FATT_ACC"_s, own);
@@ -96,9 +90,7 @@ private Q_SLOTS:
 
     void textsAreComparedInTheDatabasesCapitals_data()
     {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("asked");
-        QTest::addColumn<bool>("found");
+        test::columns<QString, QString, bool>("stored", "asked", "found");
         QTest::newRow("same") << u"For'à"_s << u"For'à"_s << true;
         QTest::newRow("capitals") << u"For'à"_s << u"FOR'À"_s << true;
         QTest::newRow("small") << u"FOR'À"_s << u"for'à"_s << true;
@@ -115,9 +107,7 @@ private Q_SLOTS:
     }
     void textsAreComparedInTheDatabasesCapitals()
     {
-        QFETCH(const QString, stored);
-        QFETCH(const QString, asked);
-        QFETCH(const bool, found);
+        const auto [stored, asked, found] = test::row<QString, QString, bool>();
         const int supplier = db->insert(u"FORNITORI"_s, {{u"CODICE"_s, stored}});
         const int carrier = db->insert(u"VETTORI"_s, {{u"CODICE"_s, stored}});
         const int type = db->insert(u"TIPI_TRASPORTO"_s, {{u"TIPO_TRASPORTO"_s, stored}});
@@ -146,6 +136,13 @@ private Q_SLOTS:
         QCOMPARE(issueValue(), 6.0);
     }
 
+    void customerIsFoundByItsExactCode()
+    {
+        const int customer = db->insert(u"CLIENTI"_s, {{u"CODICE"_s, u"D'A1"_s}});
+        QCOMPARE(GetCliente(u"D'A1"_s).id, customer);
+        QCOMPARE(GetCliente(u"d'a1"_s).id, -1);
+    }
+
     void errorsNameTheRoutineWhereIntended()
     {
         db->connection().close();
@@ -167,8 +164,6 @@ private Q_SLOTS:
     }
 };
 
-namespace {
-const test::Registered<VerificheTest> registered;
-}
+static const test::Registered<VerificheTest> registered;
 
 #include "test_verifiche.moc"
