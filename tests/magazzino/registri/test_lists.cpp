@@ -1,10 +1,5 @@
 #include "platform/core/Clock.h"
-#include "platform/ui/DateEdit.h"
-#include "tests/magazzino/registri/Registri.h"
-#include "tests/support/TestMain.h"
-
-#include <QHeaderView>
-#include <QTableView>
+#include "tests/support/Fixtures.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,148 +16,101 @@ void clickHeader(const QTableView *grid, const QString &header)
 
 } // namespace
 
-class TestLists : public QObject
+class TestLists : public test::AtWorkplace
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { workplace_ = std::make_unique<test::Workplace>(); }
-    void cleanup() { workplace_.reset(); }
+    void headerSorts_data()
+    {
+        test::columns<QString, QString>("header", "upwards");
+        QTest::newRow("number") << u"N."_s << u"2|9|10"_s;
+        QTest::newRow("date") << u"Data"_s << u"31/01/2026|01/02/2026|15/12/2026"_s;
+        QTest::newRow("text without case") << u"Ragione sociale"_s << u"alfa|Beta|gamma"_s;
+        QTest::newRow("amount") << u"Totale"_s << u"€ 9,50|€ 80,00|€ 1.000,00"_s;
+    }
 
-    void headerSorts_data();
-    void headerSorts();
-    void movementsOfThePeriod();
-    void movementPeriod_data();
-    void movementPeriod();
-    void notesOfAYear();
+    void headerSorts()
+    {
+        const auto [header, upwards] = test::row<QString, QString>();
+        insertReceipt(10, QDate(2026, 1, 31), u"Beta"_s, 1000);
+        insertReceipt(9, QDate(2026, 12, 15), u"alfa"_s, 80);
+        insertReceipt(2, QDate(2026, 2, 1), u"gamma"_s, 9.5);
+        const ui::SearchForm *list = openList(u"actRicercaBolleCarico"_s);
+        test::press(list, u"cmdCerca"_s);
+        QTableView *grid = gridOf(*list);
+        test::selectRow(grid, u"alfa"_s);
+        const int key = list->selectedKey();
+        const QStringList expected = upwards.split(u'|');
+        clickHeader(grid, header);
+        QCOMPARE(test::columnTexts(grid, header), expected);
+        clickHeader(grid, header);
+        QCOMPARE(test::columnTexts(grid, header), QStringList(expected.rbegin(), expected.rend()));
+        QCOMPARE(list->selectedKey(), key);
+        // The arrow in a header would lie about a list that stands in the order of its query.
+        test::press(list, u"cmdCerca"_s);
+        QVERIFY(!grid->horizontalHeader()->isSortIndicatorShown());
+        QCOMPARE(test::columnTexts(grid, u"N."_s), QStringList({u"10"_s, u"9"_s, u"2"_s}));
+    }
+
+    void movementsOfThePeriod()
+    {
+        for (int day = 9; day <= 13; ++day)
+            test::insertInto(database(), u"MOVI_MAGA"_s,
+                             {{u"DATA_MOVIMENTO"_s, QDate(2026, 2, day)},
+                              {u"CODICE"_s, u"G%1"_s.arg(day)},
+                              {u"QUANTITA"_s, day - 11}});
+        const ui::SearchForm *list = openList(u"actRicercaMovimentiMagazzino"_s);
+        test::control<ui::DateEdit>(list, u"txtDataDal"_s)->setDate(QDate(2026, 2, 10));
+        test::control<ui::DateEdit>(list, u"txtDataAl"_s)->setDate(QDate(2026, 2, 12));
+        test::press(list, u"cmdCerca"_s);
+        const QTableView *grid = gridOf(*list);
+        QCOMPARE(test::columnTexts(grid, u"Codice"_s), QStringList({u"G12"_s, u"G11"_s, u"G10"_s}));
+        // Only what left the warehouse is red.
+        QList<bool> red;
+        for (int row = 0; row < 3; ++row) {
+            const QModelIndex cell = grid->model()->index(row, test::columnOf(grid, u"Q.tà"_s));
+            red.append(cell.data(Qt::ForegroundRole).value<QColor>() == QColor(Qt::red));
+        }
+        QCOMPARE(red, QList<bool>({false, false, true}));
+    }
+
+    // The previous month and the current one, whole.
+    void movementPeriod_data()
+    {
+        test::columns<QDate, QString>("today", "period");
+        QTest::newRow("January") << QDate(2026, 1, 31) << u"01/12/2025-31/01/2026"_s;
+        QTest::newRow("leap February") << QDate(2028, 2, 29) << u"01/01/2028-29/02/2028"_s;
+        QTest::newRow("after February") << QDate(2026, 3, 31) << u"01/02/2026-31/03/2026"_s;
+        QTest::newRow("December") << QDate(2026, 12, 1) << u"01/11/2026-31/12/2026"_s;
+    }
+
+    void movementPeriod()
+    {
+        QFETCH(const QDate, today);
+        core::setClock([today] { return QDateTime(today, QTime(12, 0)); });
+        const ui::SearchForm *list = openList(u"actRicercaMovimentiMagazzino"_s);
+        const auto period = [list] {
+            return test::shown(list, u"txtDataDal"_s) + u'-' + test::shown(list, u"txtDataAl"_s);
+        };
+        QTEST(period(), "period");
+        QTest::keyClick(test::control<QWidget>(list, u"txtDataDal"_s), Qt::Key_Up);
+        test::press(list, u"cmdRipristina"_s);
+        QTEST(period(), "period");
+    }
 
 private:
-    test::Workplace &place() const { return *workplace_; }
-    ui::SearchForm *list(const QString &action) const { return test::openList(place(), action); }
-    void insertReceipt(int number, const QDate &date, const QString &supplier, double total) const;
-
-    std::unique_ptr<test::Workplace> workplace_;
-};
-
-void TestLists::insertReceipt(int number, const QDate &date, const QString &supplier, double total) const
-{
-    test::insertInto(place().database(), u"BOLLE_CARICO"_s,
-                     {{u"NUMERO"_s, number},
-                      {u"DATA"_s, date},
-                      {u"ANNO"_s, date.year()},
-                      {u"FOR_CODICE"_s, supplier},
-                      {u"FOR_RAGIONESOCIALE"_s, supplier},
-                      {u"TOTALE_DOCUMENTO"_s, total}});
-}
-
-void TestLists::headerSorts_data()
-{
-    QTest::addColumn<QString>("header");
-    QTest::addColumn<QString>("upwards");
-    QTest::newRow("number") << u"N."_s << u"2|9|10"_s;
-    QTest::newRow("date") << u"Data"_s << u"31/01/2026|01/02/2026|15/12/2026"_s;
-    QTest::newRow("text without case") << u"Ragione sociale"_s << u"alfa|Beta|gamma"_s;
-    QTest::newRow("amount") << u"Totale"_s << u"€ 9,50|€ 80,00|€ 1.000,00"_s;
-}
-
-void TestLists::headerSorts()
-{
-    QFETCH(QString, header);
-    QFETCH(QString, upwards);
-    insertReceipt(10, QDate(2026, 1, 31), u"Beta"_s, 1000);
-    insertReceipt(9, QDate(2026, 12, 15), u"alfa"_s, 80);
-    insertReceipt(2, QDate(2026, 2, 1), u"gamma"_s, 9.5);
-    const ui::SearchForm *list = this->list(u"actRicercaBolleCarico"_s);
-    test::press(list, u"cmdCerca"_s);
-    QTableView *grid = test::gridOf(list);
-    test::selectRow(grid, u"alfa"_s);
-    const int key = list->selectedKey();
-    const QStringList expected = upwards.split(u'|');
-    clickHeader(grid, header);
-    QCOMPARE(test::columnTexts(grid, header), expected);
-    clickHeader(grid, header);
-    QCOMPARE(test::columnTexts(grid, header), QStringList(expected.rbegin(), expected.rend()));
-    QCOMPARE(list->selectedKey(), key);
-    // The arrow in a header would lie about a list that stands in the order of its query.
-    test::press(list, u"cmdCerca"_s);
-    QVERIFY(!grid->horizontalHeader()->isSortIndicatorShown());
-    QCOMPARE(test::columnTexts(grid, u"N."_s), QStringList({u"10"_s, u"9"_s, u"2"_s}));
-}
-
-void TestLists::movementsOfThePeriod()
-{
-    for (int day = 9; day <= 13; ++day)
-        test::insertInto(
-            place().database(), u"MOVI_MAGA"_s,
-            {{u"DATA_MOVIMENTO"_s, QDate(2026, 2, day)}, {u"CODICE"_s, u"G%1"_s.arg(day)}, {u"QUANTITA"_s, day - 11}});
-    const ui::SearchForm *list = this->list(u"actRicercaMovimentiMagazzino"_s);
-    test::control<ui::DateEdit>(list, u"txtDataDal"_s)->setDate(QDate(2026, 2, 10));
-    test::control<ui::DateEdit>(list, u"txtDataAl"_s)->setDate(QDate(2026, 2, 12));
-    test::press(list, u"cmdCerca"_s);
-    const QTableView *grid = test::gridOf(list);
-    QCOMPARE(test::columnTexts(grid, u"Codice"_s), QStringList({u"G12"_s, u"G11"_s, u"G10"_s}));
-    // Only what left the warehouse is red.
-    QList<bool> red;
-    for (int row = 0; row < 3; ++row) {
-        const QModelIndex cell = grid->model()->index(row, test::columnOf(grid, u"Q.tà"_s));
-        red.append(cell.data(Qt::ForegroundRole).value<QColor>() == QColor(Qt::red));
-    }
-    QCOMPARE(red, QList<bool>({false, false, true}));
-}
-
-// The previous month and the current one, whole.
-void TestLists::movementPeriod_data()
-{
-    QTest::addColumn<QDate>("today");
-    QTest::addColumn<QString>("period");
-    QTest::newRow("January") << QDate(2026, 1, 31) << u"01/12/2025-31/01/2026"_s;
-    QTest::newRow("leap February") << QDate(2028, 2, 29) << u"01/01/2028-29/02/2028"_s;
-    QTest::newRow("after February") << QDate(2026, 3, 31) << u"01/02/2026-31/03/2026"_s;
-    QTest::newRow("December") << QDate(2026, 12, 1) << u"01/11/2026-31/12/2026"_s;
-}
-
-void TestLists::movementPeriod()
-{
-    QFETCH(const QDate, today);
-    core::setClock([today] { return QDateTime(today, QTime(12, 0)); });
-    const ui::SearchForm *list = this->list(u"actRicercaMovimentiMagazzino"_s);
-    const auto period = [list] {
-        return test::shown(list, u"txtDataDal"_s) + u'-' + test::shown(list, u"txtDataAl"_s);
-    };
-    QTEST(period(), "period");
-    QTest::keyClick(test::control<QWidget>(list, u"txtDataDal"_s), Qt::Key_Up);
-    test::press(list, u"cmdRipristina"_s);
-    QTEST(period(), "period");
-}
-
-void TestLists::notesOfAYear()
-{
-    const auto insert = [this](int number, const QDate &date, const QString &code, const QString &name) {
-        test::insertInto(place().database(), u"DDT_SCARICO"_s,
+    void insertReceipt(int number, const QDate &date, const QString &supplier, double total) const
+    {
+        test::insertInto(database(), u"BOLLE_CARICO"_s,
                          {{u"NUMERO"_s, number},
                           {u"DATA"_s, date},
                           {u"ANNO"_s, date.year()},
-                          {u"CLI_CODICE"_s, code},
-                          {u"CLI_RAGIONESOCIALE"_s, name}});
-    };
-    insert(9, QDate(2026, 1, 1), u"C9"_s, u"Ferramenta D'Amico"_s);
-    insert(10, QDate(2026, 1, 2), u"C10"_s, u"Sconti 100%"_s);
-    insert(11, QDate(2025, 12, 31), u"C11"_s, u"Ferramenta D'Amico"_s);
-    const ui::SearchForm *list = this->list(u"actRicercaDdTScarico"_s);
-    const auto found = [&](const QStringList &filters) {
-        test::trigger(list, u"actRipristina"_s);
-        for (const QString &filter : filters)
-            test::retype(list, filter.section(u'=', 0, 0), filter.section(u'=', 1));
-        test::press(list, u"cmdCerca"_s);
-        return test::columnTexts(test::gridOf(list), u"N."_s).join(u'|');
-    };
-    QCOMPARE(found({}), u"10|9"_s);
-    QCOMPARE(found({u"txtAnno=2025"_s}), u"11"_s);
-    QCOMPARE(found({u"txtRagioneSociale=d'a"_s}), u"9"_s);
-    QCOMPARE(found({u"txtRagioneSociale=100%"_s}), u"10"_s);
-    QCOMPARE(found({u"txtCodice=c1"_s, u"txtRagioneSociale=ferramenta"_s, u"txtAnno=2025"_s}), u"11"_s);
-    QCOMPARE(found({u"txtCodice=C_"_s}), QString());
-}
+                          {u"FOR_CODICE"_s, supplier},
+                          {u"FOR_RAGIONESOCIALE"_s, supplier},
+                          {u"TOTALE_DOCUMENTO"_s, total}});
+    }
+};
 
 static const test::Registered<TestLists> registered;
 

@@ -4,21 +4,9 @@
 #include "host/PackageLoader.h"
 #include "host/ui/MainWindow.h"
 #include "magazzino/Azioni.h"
-#include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/RecordChoice.h"
-#include "platform/core/Error.h"
 #include "platform/report/Report.h"
-#include "tests/support/Controls.h"
-#include "tests/support/TestMain.h"
-#include "tests/support/Workplace.h"
-
-#include <QAction>
-#include <QDialog>
-#include <QFile>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMenuBar>
-#include <QScopeGuard>
+#include "tests/support/Fixtures.h"
 
 using namespace Qt::StringLiterals;
 
@@ -47,22 +35,6 @@ public:
 
 private:
     QMenu menu_{u"Guasto"_s};
-};
-
-class TestModuleFrame : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void missingHostMenus();
-    void connectionComesFromTheFirstOfTheMainForm();
-    void startWithoutHostConnectionIsReported();
-    void startWithoutReportFileGoesOn();
-    void actionTwiceGivesOneWindow();
-    void everyActionOpens();
-    void dialogOfAnActionMayOpenOthers();
-    void brokenLibraryIsReportedOnce();
-    void failingModuleIsRemovedAndTheOthersGoOn();
 };
 
 namespace {
@@ -94,176 +66,180 @@ int openWindows(const test::Workplace &workplace)
 
 } // namespace
 
-void TestModuleFrame::missingHostMenus()
+class TestModuleFrame : public QObject
 {
-    // Only the menus that the module cannot do without are made anew.
-    for (const auto &[menu, created] : {std::pair(u"mnDocumenti"_s, u"Documenti"_s), {u"mnTabelle"_s, QString()}}) {
-        test::Workplace workplace(test::Workplace::Start::WindowOnly);
-        delete hostMenu(workplace, menu);
-        workplace.startModule();
-        QString title;
-        const QList<QAction *> topLevel = workplace.window().menuBar()->actions();
-        for (const QAction *action : topLevel) {
-            if (action->menu() && action->menu()->objectName() == menu)
-                title += action->menu()->title();
+    Q_OBJECT
+
+private Q_SLOTS:
+    void missingHostMenus()
+    {
+        // Only the menus that the module cannot do without are made anew.
+        for (const auto &[menu, created] : {std::pair(u"mnDocumenti"_s, u"Documenti"_s), {u"mnTabelle"_s, QString()}}) {
+            test::Workplace workplace(test::Workplace::Start::WindowOnly);
+            delete hostMenu(workplace, menu);
+            workplace.startModule();
+            QString title;
+            const QList<QAction *> topLevel = workplace.window().menuBar()->actions();
+            for (const QAction *action : topLevel) {
+                if (action->menu() && action->menu()->objectName() == menu)
+                    title += action->menu()->title();
+            }
+            QCOMPARE(title, created);
         }
-        QCOMPARE(title, created);
     }
-}
 
-void TestModuleFrame::connectionComesFromTheFirstOfTheMainForm()
-{
-    test::Workplace workplace(test::Workplace::Start::WindowOnly);
-    auto *second = new data::Connection(&workplace.window());
-    second->setConnectionString(u"Database=/none;"_s);
-    workplace.startModule();
-    QCOMPARE(workplace.module().ModADOConn->connectionString(), workplace.database().connectionString());
-    QVERIFY(workplace.module().ModADOConn->isOpen());
-}
-
-void TestModuleFrame::startWithoutHostConnectionIsReported()
-{
-    test::Workplace workplace(test::Workplace::Start::WindowOnly);
-    delete &workplace.database();
-    workplace.messages.expectError(u"[AggiornaDatabase]\n\rLa connessione al database non è aperta."_s);
-    workplace.startModule();
-    QVERIFY(!workplace.module().ModADOConn->isOpen());
-    QCOMPARE(workplace.module().ModADOConn->connectionString(),
-             u"Provider=MSDASQL.1;Persist Security Info=False;Data Source=CORVANE3_LOCAL;"_s);
-    QVERIFY(!hostMenu(workplace, u"mnMagazzino"_s)->isEmpty());
-}
-
-void TestModuleFrame::startWithoutReportFileGoesOn()
-{
-    const QString path = QCoreApplication::applicationDirPath() + u"/Magazzino.rav"_s;
-    const QString away = path + u".via"_s;
-    QVERIFY(QFile::rename(path, away));
-    const auto back = qScopeGuard([&] { QFile::rename(away, path); });
-    test::Workplace workplace(test::Workplace::Start::WindowOnly);
-    workplace.messages.expectError(u"Impossibile trovare il file delle stampe del modulo Magazzino!"_s);
-    workplace.startModule();
-    QCOMPARE(workplace.messages.verify(), QStringList());
-    QVERIFY(!workplace.module().rProject->isOpen());
-    QVERIFY(workplace.module().dmStampe);
-    QVERIFY(workplace.module().openForm(u"actInserimentoBolleCarico"_s));
-}
-
-void TestModuleFrame::actionTwiceGivesOneWindow()
-{
-    const test::Workplace workplace;
-    const QString action = u"actInserimentoDdTScarico"_s;
-    const QPointer<QWidget> form = workplace.module().openForm(action);
-    QCOMPARE(workplace.module().openForm(action), form.data());
-    QCOMPARE(openWindows(workplace), 1);
-    test::trigger(form, u"actChiudi"_s);
-    QVERIFY(form.isNull());
-    QCOMPARE(openWindows(workplace), 0);
-    QVERIFY(workplace.module().openForm(action)->isVisible());
-}
-
-// The module's and the host's: a window with a title, once however often it is asked for, or a modal dialog.
-void TestModuleFrame::everyActionOpens()
-{
-    test::Workplace workplace;
-    const auto opensWindow = [&](const QString &action, const std::function<QWidget *()> &open) {
-        const QPointer<QWidget> form = open();
-        QVERIFY2(form && form->isVisible() && !form->windowTitle().isEmpty(), qPrintable(action));
-        QVERIFY2(open() == form && openWindows(workplace) == 1, qPrintable(action));
-        test::trigger(form, u"actChiudi"_s);
-        test::settle();
-        QVERIFY2((!form || !form->isVisible()) && openWindows(workplace) == 0, qPrintable(action));
-        QVERIFY2(open()->isVisible(), qPrintable(action));
-        workplace.window().findChild<QMdiArea *>()->closeAllSubWindows();
-    };
-    const auto opensDialog = [&](const QString &action, const std::function<void()> &open) {
-        workplace.dialogs.expect([&action](QDialog &dialog) {
-            QVERIFY2(dialog.isVisible() && !dialog.windowTitle().isEmpty(), qPrintable(action));
-            dialog.reject();
-        });
-        open();
-        QVERIFY2(workplace.dialogs.verify().isEmpty(), qPrintable(action));
-    };
-    // Closing hides the others, which come back as they were.
-    const QStringList freed = {
-        u"actInserimentoBolleCarico"_s, u"actInserimentoDdTScarico"_s, u"actInserimentoFattureAccompagnatorie"_s,
-        u"actRicercaBolleCarico"_s,     u"actStampaInventario"_s,      u"actStampaInventarioValorizzato"_s};
-    for (const ui::ActionSpec &action : moduleActions()) {
-        if (action.kind == ui::ActionKind::Form) {
-            const QPointer<QWidget> form = workplace.module().openForm(action.name);
-            opensWindow(action.name, [&] { return workplace.module().openForm(action.name); });
-            QVERIFY2(form.isNull() == freed.contains(action.name), qPrintable(action.name));
-        }
-        if (action.kind == ui::ActionKind::Selection)
-            opensDialog(action.name, [&] { QVERIFY(!chooseRecord(action.name)); });
-        if (action.kind == ui::ActionKind::Report)
-            opensDialog(action.name, [&] { test::trigger(&workplace.module(), action.name); });
-    }
-    const QStringList dialogs = {u"actOpzioni"_s, u"actImporta"_s, u"actCambiaPassword"_s};
-    const QList<QAction *> ofHost = workplace.commands().findChildren<QAction *>(QString(), Qt::FindDirectChildrenOnly);
-    QVERIFY(ofHost.size() > dialogs.size());
-    for (QAction *action : ofHost) {
-        if (dialogs.contains(action->objectName()))
-            opensDialog(action->objectName(), [action] { action->trigger(); });
-        else
-            opensWindow(action->objectName(), [&] { return workplace.commands().openForm(action->objectName()); });
-    }
-    QCOMPARE(workplace.messages.verify(), QStringList());
-}
-
-// With the forms opened meanwhile the list of forms grows and moves.
-void TestModuleFrame::dialogOfAnActionMayOpenOthers()
-{
-    test::Workplace workplace;
-    workplace.dialogs.expect([&workplace](QDialog &dialog) {
-        const QList<QAction *> actions = workplace.module().findChildren<QAction *>(Qt::FindDirectChildrenOnly);
-        for (QAction *action : actions) {
-            if (action->property("category") != u"Stampe"_s)
-                action->trigger();
-        }
-        dialog.accept();
-    });
-    const QWidget *dialog = workplace.module().openForm(u"actStampaSottoscortaRiordino"_s);
-    QCOMPARE(dialog->windowTitle(), u"Stampa articoli sottoscorta / riordino"_s);
-}
-
-void TestModuleFrame::brokenLibraryIsReportedOnce()
-{
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"rotto.bpl"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("questa non è una libreria");
-    file.close();
-    test::ScriptedMessages messages;
-    messages.expectError(u"Impossibile caricare il modulo \"rotto.bpl\"."_s);
-    host::loadPackages(folder.path());
-    QCOMPARE(messages.verify(), QStringList());
-}
-
-void TestModuleFrame::failingModuleIsRemovedAndTheOthersGoOn()
-{
-    RegisterPackage(u"Guasto.bpl"_s, u"Modulo guasto"_s, packageClass<TestUnreliableModule>());
-    RegisterPackage(u"Ultimo.bpl"_s, u"Ultimo modulo"_s, packageClass<TestUnreliableModule>());
-    PackageEntry &broken = GetPackage(GetPackageIndex(u"Guasto.bpl"_s));
-    const PackageEntry &last = GetPackage(GetPackageIndex(u"Ultimo.bpl"_s));
-    broken.moduleClass.create = [](QObject *owner) {
-        auto *module = new TestUnreliableModule(owner);
-        module->fails = true;
-        return module;
-    };
-    // The registration lasts as long as the program, and the tests after this one start all modules.
-    const auto repaired = qScopeGuard([&] { broken.moduleClass = last.moduleClass; });
+    void connectionComesFromTheFirstOfTheMainForm()
     {
         test::Workplace workplace(test::Workplace::Start::WindowOnly);
-        workplace.messages.expectError(u"Impossibile avviare il modulo \"Modulo guasto\".\n\rmotivo del guasto"_s);
+        auto *second = new data::Connection(&workplace.window());
+        second->setConnectionString(u"Database=/none;"_s);
         workplace.startModule();
-        QVERIFY(broken.instance.isNull());
-        QVERIFY(!shownMenus(workplace).contains(u"Guasto"_s));
-        QVERIFY(shownMenus(workplace).contains(u"&Strumenti"_s));
-        QVERIFY(last.instance);
+        QCOMPARE(workplace.module().ModADOConn->connectionString(), workplace.database().connectionString());
         QVERIFY(workplace.module().ModADOConn->isOpen());
     }
-    QVERIFY(last.instance.isNull());
-}
+
+    void startWithoutHostConnectionIsReported()
+    {
+        test::Workplace workplace(test::Workplace::Start::WindowOnly);
+        delete &workplace.database();
+        workplace.messages.expectError(u"[AggiornaDatabase]\n\rLa connessione al database non è aperta."_s);
+        workplace.startModule();
+        QVERIFY(!workplace.module().ModADOConn->isOpen());
+        QCOMPARE(workplace.module().ModADOConn->connectionString(),
+                 u"Provider=MSDASQL.1;Persist Security Info=False;Data Source=CORVANE3_LOCAL;"_s);
+        QVERIFY(!hostMenu(workplace, u"mnMagazzino"_s)->isEmpty());
+    }
+
+    void startWithoutReportFileGoesOn()
+    {
+        const QString path = QCoreApplication::applicationDirPath() + u"/Magazzino.rav"_s;
+        const QString away = path + u".via"_s;
+        QVERIFY(QFile::rename(path, away));
+        const auto back = qScopeGuard([&] { QFile::rename(away, path); });
+        test::Workplace workplace(test::Workplace::Start::WindowOnly);
+        workplace.messages.expectError(u"Impossibile trovare il file delle stampe del modulo Magazzino!"_s);
+        workplace.startModule();
+        QVERIFY(!workplace.module().rProject->isOpen());
+        QVERIFY(workplace.module().dmStampe);
+        QVERIFY(workplace.module().openForm(u"actInserimentoBolleCarico"_s));
+    }
+
+    void actionTwiceGivesOneWindow()
+    {
+        const test::Workplace workplace;
+        const QString action = u"actInserimentoDdTScarico"_s;
+        const QPointer<QWidget> form = workplace.module().openForm(action);
+        QCOMPARE(workplace.module().openForm(action), form.data());
+        QCOMPARE(openWindows(workplace), 1);
+        test::trigger(form, u"actChiudi"_s);
+        QVERIFY(form.isNull());
+        QCOMPARE(openWindows(workplace), 0);
+        QVERIFY(workplace.module().openForm(action)->isVisible());
+    }
+
+    // The module's and the host's: a window with a title, once however often it is asked for, or a modal dialog.
+    void everyActionOpens()
+    {
+        test::Workplace workplace;
+        const auto opensWindow = [&](const QString &action, const std::function<QWidget *()> &open) {
+            const QPointer<QWidget> form = open();
+            QVERIFY2(form && form->isVisible() && !form->windowTitle().isEmpty(), qPrintable(action));
+            QVERIFY2(open() == form && openWindows(workplace) == 1, qPrintable(action));
+            test::trigger(form, u"actChiudi"_s);
+            test::settle();
+            QVERIFY2((!form || !form->isVisible()) && openWindows(workplace) == 0, qPrintable(action));
+            QVERIFY2(open()->isVisible(), qPrintable(action));
+            workplace.window().findChild<QMdiArea *>()->closeAllSubWindows();
+        };
+        const auto opensDialog = [&](const QString &action, const std::function<void()> &open) {
+            workplace.dialogs.expect([&action](QDialog &dialog) {
+                QVERIFY2(dialog.isVisible() && !dialog.windowTitle().isEmpty(), qPrintable(action));
+                dialog.reject();
+            });
+            open();
+            QVERIFY2(workplace.dialogs.verify().isEmpty(), qPrintable(action));
+        };
+        // Closing hides the others, which come back as they were.
+        const QStringList freed = {
+            u"actInserimentoBolleCarico"_s, u"actInserimentoDdTScarico"_s, u"actInserimentoFattureAccompagnatorie"_s,
+            u"actRicercaBolleCarico"_s,     u"actStampaInventario"_s,      u"actStampaInventarioValorizzato"_s};
+        for (const ui::ActionSpec &action : moduleActions()) {
+            if (action.kind == ui::ActionKind::Form) {
+                const QPointer<QWidget> form = workplace.module().openForm(action.name);
+                opensWindow(action.name, [&] { return workplace.module().openForm(action.name); });
+                QVERIFY2(form.isNull() == freed.contains(action.name), qPrintable(action.name));
+            }
+            if (action.kind == ui::ActionKind::Selection)
+                opensDialog(action.name, [&] { QVERIFY(!chooseRecord(action.name)); });
+            if (action.kind == ui::ActionKind::Report)
+                opensDialog(action.name, [&] { test::trigger(&workplace.module(), action.name); });
+        }
+        const QStringList dialogs = {u"actOpzioni"_s, u"actImporta"_s, u"actCambiaPassword"_s};
+        const QList<QAction *> ofHost =
+            workplace.commands().findChildren<QAction *>(QString(), Qt::FindDirectChildrenOnly);
+        QVERIFY(ofHost.size() > dialogs.size());
+        for (QAction *action : ofHost) {
+            if (dialogs.contains(action->objectName()))
+                opensDialog(action->objectName(), [action] { action->trigger(); });
+            else
+                opensWindow(action->objectName(), [&] { return workplace.commands().openForm(action->objectName()); });
+        }
+    }
+
+    // With the forms opened meanwhile the list of forms grows and moves.
+    void dialogOfAnActionMayOpenOthers()
+    {
+        test::Workplace workplace;
+        workplace.dialogs.expect([&workplace](QDialog &dialog) {
+            const QList<QAction *> actions = workplace.module().findChildren<QAction *>(Qt::FindDirectChildrenOnly);
+            for (QAction *action : actions) {
+                if (action->property("category") != u"Stampe"_s)
+                    action->trigger();
+            }
+            dialog.accept();
+        });
+        const QWidget *dialog = workplace.module().openForm(u"actStampaSottoscortaRiordino"_s);
+        QCOMPARE(dialog->windowTitle(), u"Stampa articoli sottoscorta / riordino"_s);
+    }
+
+    void brokenLibraryIsReportedOnce()
+    {
+        const QTemporaryDir folder;
+        QFile file(folder.filePath(u"rotto.bpl"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("questa non è una libreria");
+        file.close();
+        test::ScriptedMessages messages;
+        messages.expectError(u"Impossibile caricare il modulo \"rotto.bpl\"."_s);
+        host::loadPackages(folder.path());
+    }
+
+    void failingModuleIsRemovedAndTheOthersGoOn()
+    {
+        RegisterPackage(u"Guasto.bpl"_s, u"Modulo guasto"_s, packageClass<TestUnreliableModule>());
+        RegisterPackage(u"Ultimo.bpl"_s, u"Ultimo modulo"_s, packageClass<TestUnreliableModule>());
+        PackageEntry &broken = GetPackage(GetPackageIndex(u"Guasto.bpl"_s));
+        const PackageEntry &last = GetPackage(GetPackageIndex(u"Ultimo.bpl"_s));
+        broken.moduleClass.create = [](QObject *owner) {
+            auto *module = new TestUnreliableModule(owner);
+            module->fails = true;
+            return module;
+        };
+        // The registration lasts as long as the program, and the tests after this one start all modules.
+        const auto repaired = qScopeGuard([&] { broken.moduleClass = last.moduleClass; });
+        {
+            test::Workplace workplace(test::Workplace::Start::WindowOnly);
+            workplace.messages.expectError(u"Impossibile avviare il modulo \"Modulo guasto\".\n\rmotivo del guasto"_s);
+            workplace.startModule();
+            QVERIFY(broken.instance.isNull());
+            QVERIFY(!shownMenus(workplace).contains(u"Guasto"_s));
+            QVERIFY(shownMenus(workplace).contains(u"&Strumenti"_s));
+            QVERIFY(last.instance);
+            QVERIFY(workplace.module().ModADOConn->isOpen());
+        }
+        QVERIFY(last.instance.isNull());
+    }
+};
 
 static const test::Registered<TestModuleFrame> registered;
 

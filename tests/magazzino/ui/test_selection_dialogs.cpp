@@ -1,164 +1,116 @@
 #include "magazzino/Azioni.h"
-#include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/MMGModSelezionaBase.h"
-#include "platform/core/Error.h"
-#include "platform/data/Connection.h"
 #include "platform/ui/CategoryTree.h"
-#include "tests/support/Controls.h"
-#include "tests/support/TestMain.h"
-#include "tests/support/Workplace.h"
-
-#include <QLineEdit>
-#include <QTableView>
+#include "tests/support/Fixtures.h"
 
 using namespace Qt::StringLiterals;
 
-class TestSelectionDialogs : public QObject
+class TestSelectionDialogs : public test::AtWorkplace
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { workplace_ = std::make_unique<test::Workplace>(); }
-    void cleanup() { workplace_.reset(); }
+    void articleFilters_data()
+    {
+        test::columns<QString, QString, QString>("code", "description", "found");
+        QTest::newRow("both") << u"tra"_s << u"18 V"_s << u"TRA-0018"_s;
+        QTest::newRow("apostrophe") << QString() << u"l'acqua \"x"_s << u"ZZ'1"_s;
+        QTest::newRow("per cent is no wildcard") << QString() << u"100%"_s << u"ZZ%2"_s;
+        QTest::newRow("underscore is no wildcard") << u"zz_"_s << QString() << QString();
+        QTest::newRow("accent, other case") << QString() << u"È COSÌ"_s << u"ZZ%2"_s;
+        QTest::newRow("code of 20 characters") << u"zz-3-456789012345678"_s << QString() << u"ZZ-3-456789012345678"_s;
+        QTest::newRow("control characters do not count")
+            << QString() << u"l'ac\1qu"_s + QChar(0) + u"a \"x"_s << u"ZZ'1"_s;
+        QTest::newRow("question mark is no parameter") << QString() << u"perché?"_s << u"ZZ%2"_s;
+    }
 
-    void articleFilters_data();
-    void articleFilters();
-    void categoryIncludesThoseBelow_data();
-    void categoryIncludesThoseBelow();
-    void okWithoutARowWarnsAndStaysOpen();
-    void failedSearchIsShown();
-    void longNotesReadFromTheirFirstLine();
+    void articleFilters()
+    {
+        const auto [code, description, found] = test::row<QString, QString, QString>();
+        const QString insert = u"INSERT INTO ANA_MAGA(CODICE, DESCRIZIONE, COSTO, PREZZO) VALUES(?, ?, 0, 0)"_s;
+        database().run(insert, {u"ZZ'1"_s, u"Filtro per l'acqua \"X\""_s});
+        database().run(insert, {u"ZZ%2"_s, u"Cotone 100%, è così a :ID perché?"_s});
+        database().run(insert, {u"ZZ-3-456789012345678"_s, u"Codice lungo"_s});
+        TMMGModSelezionaBase &dialog = this->dialog(u"Articolo"_s);
+        dialog.show();
+        test::type(test::control<QLineEdit>(&dialog, u"txtCodice"_s), code);
+        test::control<QLineEdit>(&dialog, u"txtDescrizione"_s)->setText(description);
+        test::press(&dialog, u"actCerca"_s);
+        QCOMPARE(codes(dialog).join(u'|'), found);
+        dialog.reject();
+    }
+
+    void categoryIncludesThoseBelow_data()
+    {
+        test::columns<QString, QString, QString, int>("dialogName", "category", "code", "count");
+        QTest::newRow("three levels") << u"Articolo"_s << u"Ferramenta"_s << QString() << 50;
+        QTest::newRow("with a code") << u"Articolo"_s << u"Ferramenta"_s << u"vit"_s << 5;
+        QTest::newRow("services") << u"Servizio"_s << u"Trasporto"_s << QString() << 5;
+    }
+
+    void categoryIncludesThoseBelow()
+    {
+        const auto [dialogName, category, code, count] = test::row<QString, QString, QString, int>();
+        TMMGModSelezionaBase &dialog = this->dialog(dialogName);
+        dialog.show();
+        auto *tree = test::control<ui::CategoryTree>(&dialog, u"txtCategoria"_s);
+        QCOMPARE(tree->itemText(0).trimmed(), u"Tutte le categorie"_s);
+        int entry = 0;
+        while (entry < tree->count() && tree->itemText(entry).trimmed() != category)
+            ++entry;
+        QVERIFY(entry < tree->count());
+        tree->setCurrentIndex(entry);
+        test::type(test::control<QLineEdit>(&dialog, u"txtCodice"_s), code);
+        test::press(&dialog, u"actCerca"_s);
+        QCOMPARE(codes(dialog).size(), count);
+        dialog.reject();
+    }
+
+    void okWithoutARowWarnsAndStaysOpen()
+    {
+        for (const ui::ActionSpec &action : moduleActions()) {
+            if (action.kind != ui::ActionKind::Selection)
+                continue;
+            TMMGModSelezionaBase &dialog = place().module().selectionDialog(action.name);
+            dialog.show();
+            test::settle();
+            // With rows to choose from, and with none.
+            for (const bool empty : {false, true}) {
+                if (empty)
+                    dialog.AggiornaGriglia(u"WHERE 1 = 0"_s);
+                grid(dialog)->setCurrentIndex({});
+                place().messages.expectWarning(u"Nessuna voce selezionata!"_s);
+                test::press(&dialog, u"cmdOk"_s);
+                QVERIFY2(place().messages.verify().isEmpty() && dialog.isVisible(), qPrintable(action.name));
+            }
+            test::press(&dialog, u"cmdAnnulla"_s);
+            QVERIFY2(!dialog.isVisible() && dialog.result() == QDialog::Rejected, qPrintable(action.name));
+        }
+    }
+
+    void longNotesReadFromTheirFirstLine()
+    {
+        database().run(u"INSERT INTO NOTE_DOCUMENTI(TITOLO, TESTO) VALUES('0 righe', ?)"_s,
+                       {QStringList(6, u"riga"_s).join(u'\n')});
+        TMMGModSelezionaBase &dialog = this->dialog(u"NotaDocumenti"_s);
+        dialog.show();
+        test::settle();
+        QVERIFY(grid(dialog)->rowHeight(0) >= 6 * grid(dialog)->fontMetrics().height());
+        for (int column = 0; column < 2; ++column) {
+            const QVariant alignment = grid(dialog)->model()->index(0, column).data(Qt::TextAlignmentRole);
+            QCOMPARE(Qt::Alignment(alignment.toInt()), Qt::AlignLeft | Qt::AlignTop);
+        }
+        dialog.reject();
+    }
 
 private:
     TMMGModSelezionaBase &dialog(const QString &name)
     {
-        return workplace_->module().selectionDialog(u"actModSeleziona"_s + name);
+        return place().module().selectionDialog(u"actModSeleziona"_s + name);
     }
     QTableView *grid(const QWidget &dialog) const { return test::control<QTableView>(&dialog, u"gridRisultati"_s); }
     QStringList codes(const QWidget &dialog) const { return test::columnTexts(grid(dialog), u"Codice"_s); }
-
-    std::unique_ptr<test::Workplace> workplace_;
 };
-
-void TestSelectionDialogs::articleFilters_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<QString>("description");
-    QTest::addColumn<QString>("found");
-    QTest::newRow("both") << u"tra"_s << u"18 V"_s << u"TRA-0018"_s;
-    QTest::newRow("apostrophe") << QString() << u"l'acqua \"x"_s << u"ZZ'1"_s;
-    QTest::newRow("per cent is no wildcard") << QString() << u"100%"_s << u"ZZ%2"_s;
-    QTest::newRow("underscore is no wildcard") << u"zz_"_s << QString() << QString();
-    QTest::newRow("accent, other case") << QString() << u"È COSÌ"_s << u"ZZ%2"_s;
-    QTest::newRow("code of 20 characters") << u"zz-3-456789012345678"_s << QString() << u"ZZ-3-456789012345678"_s;
-    QTest::newRow("control characters do not count") << QString() << u"l'ac\1qu"_s + QChar(0) + u"a \"x"_s << u"ZZ'1"_s;
-    QTest::newRow("question mark is no parameter") << QString() << u"perché?"_s << u"ZZ%2"_s;
-}
-
-void TestSelectionDialogs::articleFilters()
-{
-    QFETCH(QString, code);
-    QFETCH(QString, description);
-    QFETCH(QString, found);
-    const QString insert = u"INSERT INTO ANA_MAGA(CODICE, DESCRIZIONE, COSTO, PREZZO) VALUES(?, ?, 0, 0)"_s;
-    workplace_->database().run(insert, {u"ZZ'1"_s, u"Filtro per l'acqua \"X\""_s});
-    workplace_->database().run(insert, {u"ZZ%2"_s, u"Cotone 100%, è così a :ID perché?"_s});
-    workplace_->database().run(insert, {u"ZZ-3-456789012345678"_s, u"Codice lungo"_s});
-    TMMGModSelezionaBase &dialog = this->dialog(u"Articolo"_s);
-    dialog.show();
-    test::type(test::control<QLineEdit>(&dialog, u"txtCodice"_s), code);
-    test::control<QLineEdit>(&dialog, u"txtDescrizione"_s)->setText(description);
-    test::press(&dialog, u"actCerca"_s);
-    QCOMPARE(codes(dialog).join(u'|'), found);
-    dialog.reject();
-}
-
-void TestSelectionDialogs::categoryIncludesThoseBelow_data()
-{
-    QTest::addColumn<QString>("dialogName");
-    QTest::addColumn<QString>("category");
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<int>("count");
-    QTest::newRow("three levels") << u"Articolo"_s << u"Ferramenta"_s << QString() << 50;
-    QTest::newRow("with a code") << u"Articolo"_s << u"Ferramenta"_s << u"vit"_s << 5;
-    QTest::newRow("services") << u"Servizio"_s << u"Trasporto"_s << QString() << 5;
-}
-
-void TestSelectionDialogs::categoryIncludesThoseBelow()
-{
-    QFETCH(QString, dialogName);
-    QFETCH(QString, category);
-    QFETCH(QString, code);
-    QFETCH(int, count);
-    TMMGModSelezionaBase &dialog = this->dialog(dialogName);
-    dialog.show();
-    auto *tree = test::control<ui::CategoryTree>(&dialog, u"txtCategoria"_s);
-    QCOMPARE(tree->itemText(0).trimmed(), u"Tutte le categorie"_s);
-    int entry = 0;
-    while (entry < tree->count() && tree->itemText(entry).trimmed() != category)
-        ++entry;
-    QVERIFY(entry < tree->count());
-    tree->setCurrentIndex(entry);
-    test::type(test::control<QLineEdit>(&dialog, u"txtCodice"_s), code);
-    test::press(&dialog, u"actCerca"_s);
-    QCOMPARE(codes(dialog).size(), count);
-    dialog.reject();
-}
-
-void TestSelectionDialogs::okWithoutARowWarnsAndStaysOpen()
-{
-    for (const ui::ActionSpec &action : moduleActions()) {
-        if (action.kind != ui::ActionKind::Selection)
-            continue;
-        TMMGModSelezionaBase &dialog = workplace_->module().selectionDialog(action.name);
-        dialog.show();
-        test::settle();
-        // With rows to choose from, and with none.
-        for (const bool empty : {false, true}) {
-            if (empty)
-                dialog.AggiornaGriglia(u"WHERE 1 = 0"_s);
-            grid(dialog)->setCurrentIndex({});
-            workplace_->messages.expectWarning(u"Nessuna voce selezionata!"_s);
-            test::press(&dialog, u"cmdOk"_s);
-            QVERIFY2(workplace_->messages.verify().isEmpty() && dialog.isVisible(), qPrintable(action.name));
-        }
-        test::press(&dialog, u"cmdAnnulla"_s);
-        QVERIFY2(!dialog.isVisible() && dialog.result() == QDialog::Rejected, qPrintable(action.name));
-    }
-}
-
-void TestSelectionDialogs::failedSearchIsShown()
-{
-    TMMGModSelezionaBase &dialog = this->dialog(u"Articolo"_s);
-    dialog.show();
-    auto *code = test::control<QLineEdit>(&dialog, u"txtCodice"_s);
-    test::type(code, u"TRA-0018"_s);
-    data::Connection &connection = *workplace_->module().ModADOConn;
-    connection.setStatementHook([](const QString &) { throw core::Error(u"rifiutato"_s); });
-    workplace_->messages.expectError(u"rifiutato"_s);
-    QTest::keyClick(code, Qt::Key_Return);
-    QCOMPARE(workplace_->messages.verify(), QStringList());
-    QVERIFY(!QGuiApplication::overrideCursor() && dialog.isVisible());
-    connection.setStatementHook({});
-    test::press(&dialog, u"actCerca"_s);
-    QCOMPARE(codes(dialog), QStringList({u"TRA-0018"_s}));
-    dialog.reject();
-}
-
-void TestSelectionDialogs::longNotesReadFromTheirFirstLine()
-{
-    workplace_->database().run(u"INSERT INTO NOTE_DOCUMENTI(TITOLO, TESTO) VALUES('0 righe', ?)"_s,
-                               {QStringList(6, u"riga"_s).join(u'\n')});
-    TMMGModSelezionaBase &dialog = this->dialog(u"NotaDocumenti"_s);
-    dialog.show();
-    test::settle();
-    QVERIFY(grid(dialog)->rowHeight(0) >= 6 * grid(dialog)->fontMetrics().height());
-    for (int column = 0; column < 2; ++column) {
-        const QVariant alignment = grid(dialog)->model()->index(0, column).data(Qt::TextAlignmentRole);
-        QCOMPARE(Qt::Alignment(alignment.toInt()), Qt::AlignLeft | Qt::AlignTop);
-    }
-    dialog.reject();
-}
 
 static const test::Registered<TestSelectionDialogs> registered;
 

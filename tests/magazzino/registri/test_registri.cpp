@@ -1,6 +1,0 @@
-#include "tests/support/TestMain.h"
-
-int main(int argc, char **argv)
-{
-    return test::runAll(argc, argv);
-}
