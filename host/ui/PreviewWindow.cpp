@@ -212,6 +212,8 @@ void PreviewWindow::createRemarks()
     remarksList_->setObjectName(u"lstRilievi"_s);
     remarksList_->setWordWrap(true);
     remarksList_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    remarksList_->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+    remarksList_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     constexpr int lines = 6;
     remarksList_->setMaximumHeight(lines * fontMetrics().lineSpacing() + 2 * remarksList_->frameWidth());
     connect(remarksButton_, &QToolButton::toggled, this, [this](bool open) {
