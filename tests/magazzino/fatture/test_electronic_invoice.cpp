@@ -302,8 +302,9 @@ public:
         if (pick(2) == 0)
             invoice_.choose(u"cmdSelezionaVettore"_s, test::choosing(carrier_, carrier_.left(1)));
         exempt_ = pick(8) == 0;
-        if (invoice_.control<QCheckBox>(u"chkIVAEsente"_s)->isChecked() != exempt_)
-            QTest::keyClick(invoice_.control<QCheckBox>(u"chkIVAEsente"_s), Qt::Key_Space);
+        tick(u"chkIVAEsente"_s, exempt_);
+        tick(u"chkInizioTrasporto"_s, pick(2) == 0);
+        enterDestination();
         enter(u"txtColli"_s, QStringList{u"0"_s, u"1"_s, u"12"_s, u"9999"_s, u"10000"_s}[pick(5)]);
         enter(u"txtPeso"_s, QStringList{u"0"_s, u"12,50"_s, u"9999,99"_s, u"10000"_s, u"0,01"_s}[pick(5)]);
         enter(u"txtAspettoBeni"_s, QStringList{u"Scatole"_s, u"Colli « ø »"_s, u"A vista – 2 €"_s}[pick(3)]);
@@ -344,6 +345,26 @@ private:
             rates_.append(line.toInt());
         carrier_ = workplace_.lines(u"SELECT RAGIONESOCIALE FROM VETTORI ORDER BY 1"_s).value(0);
         unit_ = workplace_.lines(u"SELECT IDUM FROM UM WHERE UM = 'PZ'"_s).value(0).toInt();
+    }
+
+    void tick(const QString &name, bool checked)
+    {
+        if (invoice_.control<QCheckBox>(name)->isChecked() != checked)
+            QTest::keyClick(invoice_.control<QCheckBox>(name), Qt::Key_Space);
+    }
+
+    // None, one that the file leaves out, and whole ones.
+    void enterDestination()
+    {
+        const QList<QStringList> all = {{},
+                                        {u"Cantiere"_s, u"Via Nord – 1"_s},
+                                        {u"Cantiere"_s, u"Località Łęka"_s, u"Forlì"_s, u"47121"_s, u"FC"_s},
+                                        {u"Lager"_s, u"Straße 5"_s, u"Köln"_s, u"50667"_s, {}, u"Germania"_s}};
+        const QStringList names = {u"RagioneSociale"_s, u"Indirizzo"_s, u"Citta"_s, u"Cap"_s,
+                                   u"Provincia"_s,      u"Nazione"_s};
+        const QStringList texts = all[pick(all.size())];
+        for (qsizetype i = 0; i < texts.size(); ++i)
+            enter(u"txtDest"_s + names[i], texts[i]);
     }
 
     void enter(const QString &name, const QString &text)
