@@ -13,8 +13,8 @@ struct Column
     bool isNumber = false;
 };
 
-/// The rows of one finished query. Values are QString, qint64/int, double, QDate, QTime or, for NULL, an invalid
-/// QVariant; text blobs arrive as QString.
+/// The rows of one finished query. Values are QString, qint64/int, double, QDate, QTime, QDateTime or, for NULL, an
+/// invalid QVariant; text blobs arrive as QString, others as QByteArray.
 class Rows
 {
 public:

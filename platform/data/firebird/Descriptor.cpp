@@ -206,7 +206,7 @@ QList<Column> Descriptor::columns() const
         const short type = baseType(field.sqltype);
         columns.append({.name = QString::fromUtf8(field.aliasname, field.aliasname_length).toUpper(),
                         .places = isWholeNumber(type) ? -field.sqlscale : 0,
-                        .isText = type == SQL_TEXT || type == SQL_VARYING || type == SQL_BLOB,
+                        .isText = type == SQL_TEXT || type == SQL_VARYING || isTextBlob(field),
                         .isNumber = isWholeNumber(type) || isRealNumber(type)});
     }
     return columns;
@@ -238,8 +238,10 @@ QVariant Descriptor::value(int index, Attachment &attachment, NativeTransaction 
     case SQL_TIMESTAMP:
         return QDateTime(dateOf(readAs<ISC_TIMESTAMP>(field).timestamp_date),
                          timeOf(readAs<ISC_TIMESTAMP>(field).timestamp_time));
-    case SQL_BLOB:
-        return QString::fromUtf8(readBlob(readAs<ISC_QUAD>(field), attachment, transaction));
+    case SQL_BLOB: {
+        const QByteArray content = readBlob(readAs<ISC_QUAD>(field), attachment, transaction);
+        return isTextBlob(field) ? QVariant(QString::fromUtf8(content)) : QVariant(content);
+    }
     case SQL_BOOLEAN:
         return *field.sqldata != 0;
     default:
@@ -294,6 +296,11 @@ void Descriptor::bindOne(int index, const QVariant &value, Attachment &attachmen
         return put(index, SQL_TYPE_TIME, bytesOf(fractionsOf(value.toTime())));
     if (type == SQL_BLOB && value.metaType() == QMetaType::fromType<ISC_QUAD>())
         return put(index, SQL_BLOB, bytesOf(value.value<ISC_QUAD>()));
+    if (type == SQL_TIMESTAMP && value.metaType().id() == QMetaType::QDateTime)
+        return put(index, SQL_TIMESTAMP,
+                   bytesOf(ISC_TIMESTAMP{daysOf(value.toDateTime().date()), fractionsOf(value.toDateTime().time())}));
+    if (type == SQL_BLOB && value.metaType().id() == QMetaType::QByteArray)
+        return put(index, SQL_BLOB, bytesOf(writeBlob(value.toByteArray(), attachment, transaction)));
     const QByteArray text = value.toString().toUtf8();
     if (type == SQL_BLOB && text.size() > longestText)
         return put(index, SQL_BLOB, bytesOf(writeBlob(text, attachment, transaction)));
