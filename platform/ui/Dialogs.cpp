@@ -30,6 +30,12 @@ OpenFileChooser &openFileChooser()
     return current;
 }
 
+FolderChooser &folderChooser()
+{
+    static FolderChooser current;
+    return current;
+}
+
 // Where the last file was; the user's documents at first, or the home folder of an account without such a folder.
 QString &lastFolder()
 {
@@ -102,6 +108,21 @@ QString chooseOpenFile(QWidget *owner, const OpenFileRequest &request)
     QString chosen = QFileDialog::getOpenFileName(owner, request.title, folder, request.filter);
     if (!chosen.isEmpty())
         lastFolder() = QFileInfo(chosen).absolutePath();
+    return chosen;
+}
+
+FolderChooser setFolderChooser(FolderChooser chooser)
+{
+    return std::exchange(folderChooser(), std::move(chooser));
+}
+
+QString chooseFolder(QWidget *owner, const QString &title)
+{
+    if (folderChooser())
+        return folderChooser()(owner, title);
+    QString chosen = QFileDialog::getExistingDirectory(owner, title, lastFolder());
+    if (!chosen.isEmpty())
+        lastFolder() = chosen;
     return chosen;
 }
 

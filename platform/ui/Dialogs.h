@@ -42,6 +42,12 @@ OpenFileChooser setOpenFileChooser(OpenFileChooser chooser);
 /// Asks for a file to read, which exists; empty when the user cancels.
 QString chooseOpenFile(QWidget *owner, const OpenFileRequest &request);
 
+using FolderChooser = std::function<QString(QWidget *, const QString &title)>;
+/// Replaces the dialog that asks for a folder and returns what stood for it before; an empty one restores it.
+FolderChooser setFolderChooser(FolderChooser chooser);
+/// Asks for a folder, which exists; empty when the user cancels.
+QString chooseFolder(QWidget *owner, const QString &title);
+
 /// The hourglass for as long as the object lives.
 class WaitCursor
 {

@@ -113,7 +113,7 @@ void ListPanel::fill(const QString &clause, const QVariantList &values)
     const WaitCursor wait;
     const int key = grid_->selectedKey();
     const int position = grid_->verticalScrollBar()->value();
-    grid_->fill(connection_, spec_.selectText + clause + spec_.orderText, values);
+    grid_->fill(connection_, spec_.selectText + clause + spec_.orderText, values, spec_.complete);
     if (spec_.keepsSelection && key > 0 && grid_->selectKey(key))
         grid_->verticalScrollBar()->setValue(position);
 }

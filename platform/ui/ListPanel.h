@@ -26,6 +26,7 @@ struct ListSpec
     QString gridName = QStringLiteral("GridRisultati"); ///< control name
     bool keepsLayout = true;                            ///< widths that the user gives to columns are kept
     bool longTexts = false;                             ///< cells show texts of several lines from their first one
+    std::function<void(data::Rows &)> complete = {};    ///< puts into the rows what no query can tell
     bool keepsSelection = true; ///< a search selects the record again that was selected, if it is still listed
 };
 

@@ -207,11 +207,14 @@ ResultGrid::ResultGrid(const QString &keyField, const QList<ListColumn> &columns
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &) { Q_EMIT chosen(); });
 }
 
-void ResultGrid::fill(data::Connection &connection, const QString &sql, const QVariantList &values)
+void ResultGrid::fill(data::Connection &connection, const QString &sql, const QVariantList &values,
+                      const std::function<void(data::Rows &)> &complete)
 {
     data::Rows rows;
     const auto show = qScopeGuard([this, &rows] { setRows(std::move(rows)); });
     connection.selectInto(rows, data::limitedTo(model_->fields(), sql), values);
+    if (complete)
+        complete(rows);
 }
 
 void ResultGrid::setRows(data::Rows rows)
@@ -234,6 +237,16 @@ int ResultGrid::selectedKey() const
 {
     const QModelIndexList selected = selectionModel()->selectedRows();
     return selected.isEmpty() ? -1 : model_->keyAt(selected.first().row());
+}
+
+QList<int> ResultGrid::selectedKeys() const
+{
+    QList<int> keys;
+    for (int row = 0; row < model_->rowCount(); ++row) {
+        if (selectionModel()->isRowSelected(row))
+            keys.append(model_->keyAt(row));
+    }
+    return keys;
 }
 
 bool ResultGrid::selectKey(int key)

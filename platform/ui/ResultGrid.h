@@ -5,6 +5,8 @@
 #include <QMap>
 #include <QTableView>
 
+#include <functional>
+
 namespace data {
 class Connection;
 }
@@ -100,11 +102,15 @@ public:
     RowsModel &rows() const { return *model_; }
     /// Runs a query with positional values for the key and the shown columns, and shows its rows in their order. Throws
     /// what the database throws; the list then holds the rows that came before the error, and none of an earlier query.
-    void fill(data::Connection &connection, const QString &sql, const QVariantList &values = {});
+    /// `complete` may change the rows before they are shown.
+    void fill(data::Connection &connection, const QString &sql, const QVariantList &values = {},
+              const std::function<void(data::Rows &)> &complete = {});
     /// Takes over the rows of a new query; they stand in its order, whatever header was clicked before.
     void setRows(data::Rows rows);
     /// Key of the selected row, or -1.
     int selectedKey() const;
+    /// Keys of all selected rows, from the top, where more than one can be selected.
+    QList<int> selectedKeys() const;
     /// Selects the row with `key`; false when it is not listed.
     bool selectKey(int key);
     /// Shows texts of several lines from their first one, in rows as high as they need.

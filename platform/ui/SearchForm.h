@@ -46,6 +46,9 @@ protected:
     /// concrete form calls it last. Without "actElimina" the list has no command to delete.
     void start(const QStringList &commands = listCommands, const QStringList &menuCommands = {});
 
+    /// Puts further commands behind those that every list has.
+    void placeFurther(const QStringList &names) { placeCommands(bar_, names); }
+
     /// Shows the form in which the records are entered, and returns it. Throws core::Error where there is none.
     virtual EntryForm &entryForm() = 0;
     virtual void newRecord();
