@@ -94,6 +94,8 @@ bool CanDeleteFornitore(const QString &codice);
 bool CanDeleteVettore(int id);
 bool CanDeleteMovimentoMagazzino(int id);
 bool CanDeleteBollaCarico(int id);
+/// False once a file of it was written for the exchange system.
+bool CanDeleteFatturaAccompagnatoria(int id);
 
 bool DeleteMovimentoMagazzino(int id);
 bool DeleteFornitore(int id);

@@ -32,15 +32,18 @@ bool supplierWithoutNotes(const QString &codice)
                         u")) AS NUMERO FROM FORNITORI"_s);
 }
 
-// Returns whether all statements were run and committed. The transaction is over in either case, so the caller may
-// show a box.
-bool runAll(const QStringList &statements)
+// Returns whether all statements were run, `may` still allowed it, and they were committed. The transaction is over in
+// either case, so the caller may show a box.
+bool runAll(const QStringList &statements, const std::function<bool()> &may)
 {
     data::Connection &connection = ModuleConnection();
     data::Transaction transaction(connection);
     try {
         for (const QString &statement : statements)
             connection.execute(statement);
+        // Asked once more: another workstation may have made use of the record while the user was being asked.
+        if (!may())
+            return false;
         transaction.commit();
         return true;
     } catch (const std::exception &error) {
@@ -54,15 +57,15 @@ bool confirmed()
     return core::confirmDeletion(GetMainFormObject());
 }
 
-// `statements` end in the equals sign that the key stands behind.
-bool deleteRecord(const QStringList &statements, int id, bool ask)
+// `statements` end in the equals sign that the key stands behind; `may` is null where the record may always go.
+bool deleteRecord(const QStringList &statements, int id, bool ask, bool (*may)(int) = nullptr)
 {
     if (ask && !confirmed())
         return false;
     QStringList complete;
     for (const QString &statement : statements)
         complete.append(statement + QString::number(id));
-    if (runAll(complete))
+    if (runAll(complete, [may, id] { return !may || may(id); }))
         return true;
     core::showError(GetMainFormObject(),
                     u"Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è "
@@ -112,6 +115,14 @@ bool CanDeleteBollaCarico(int)
     return true;
 }
 
+// What was sent must stay to be looked at, and its number must not be given again.
+bool CanDeleteFatturaAccompagnatoria(int id)
+{
+    return unreferenced(u"SELECT COUNT(*) AS NUMERO FROM FATTURE_ELETTRONICHE WHERE DOCUMENTO = 'FATT_ACC' AND "
+                        "IDDOCUMENTO = "_s +
+                        QString::number(id));
+}
+
 bool DeleteMovimentoMagazzino(int id)
 {
     return deleteRecord({u"DELETE FROM MOVI_MAGA WHERE IDMOVI_MAGA="_s}, id, true);
@@ -127,7 +138,8 @@ bool DeleteDocumento(const DocumentKind &kind, int id, bool ask)
 {
     const auto remove = [&] {
         const QString statement = u"DELETE FROM %1 WHERE %2="_s;
-        return deleteRecord({statement.arg(kind.rowTable(), kind.key), statement.arg(kind.table, kind.key)}, id, ask);
+        return deleteRecord({statement.arg(kind.rowTable(), kind.key), statement.arg(kind.table, kind.key)}, id, ask,
+                            kind.canDelete);
     };
     return kind.deletionRoutine.isEmpty() ? remove() : core::namingErrors(kind.deletionRoutine, remove);
 }

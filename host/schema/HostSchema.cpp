@@ -19,6 +19,7 @@ const QString hostObject = u"CORVANE"_s;
 const QString tablesOnly = u"0.1.0"_s;
 const QString baseVersion = u"1.0.0"_s; // what the first release made
 const QString invoiceCodesVersion = u"1.1.0"_s;
+const QString invoiceFilesVersion = u"1.2.0"_s;
 
 QStringList createTables()
 {
@@ -38,6 +39,36 @@ QStringList addInvoiceColumns()
             "ADD COGNOMEPERSONA VARCHAR(60), ADD NOMEPERSONA VARCHAR(60)"_s,
             u"ALTER TABLE ALIQUOTE_IVA ADD NATURA VARCHAR(4), ADD RIFERIMENTO_NORMATIVO VARCHAR(100)"_s,
             u"ALTER TABLE TIPI_PAGAMENTO ADD MODALITA VARCHAR(4), ADD CONDIZIONI VARCHAR(4)"_s};
+}
+
+// The files of electronic invoices and the exchange system's answers to them. The invoice is named by the table and the
+// key that its module has for it.
+QStringList createInvoiceFiles()
+{
+    const Table files = {u"FATTURE_ELETTRONICHE"_s,
+                         u"IDFATTURA_ELETTRONICA"_s,
+                         {u"NOME VARCHAR(40) NOT NULL"_s, u"DOCUMENTO VARCHAR(31) NOT NULL"_s,
+                          u"IDDOCUMENTO INTEGER NOT NULL"_s, u"NUMERO_FATTURA VARCHAR(20) NOT NULL"_s,
+                          u"DATA_FATTURA DATE NOT NULL"_s, u"DESTINATARIO VARCHAR(100)"_s,
+                          u"IMPRONTA VARCHAR(64) NOT NULL"_s, u"SCRITTA_IL TIMESTAMP NOT NULL"_s,
+                          u"UTENTE VARCHAR(50)"_s, u"STATO VARCHAR(20) NOT NULL"_s, u"STATO_DAL TIMESTAMP NOT NULL"_s,
+                          u"MODIFICATA_IL TIMESTAMP"_s, u"CONTENUTO BLOB SUB_TYPE 0 NOT NULL"_s},
+                         {u"UNIQUE COMPUTED BY (UPPER(NOME))"_s, u"(IDDOCUMENTO)"_s}};
+    const Table receipts = {u"RICEVUTE_FATT_EL"_s,
+                            u"IDRICEVUTA_FATT_EL"_s,
+                            {u"IDFATTURA_ELETTRONICA INTEGER NOT NULL"_s, u"TIPO VARCHAR(2) NOT NULL"_s,
+                             u"NOME VARCHAR(100)"_s, u"IMPRONTA VARCHAR(64) NOT NULL"_s,
+                             u"MOMENTO TIMESTAMP NOT NULL"_s, u"LETTA_IL TIMESTAMP NOT NULL"_s, u"UTENTE VARCHAR(50)"_s,
+                             u"CONTENUTO BLOB SUB_TYPE 0 NOT NULL"_s},
+                            {u"UNIQUE (IMPRONTA)"_s, u"(IDFATTURA_ELETTRONICA)"_s}};
+    // A generator stays where it is when a transaction is undone: no number comes twice.
+    return definitions(files) + definitions(receipts) +
+           QStringList{
+               u"CREATE GENERATOR GN_PROGRESSIVO_FATT_EL"_s,
+               u"CREATE EXCEPTION EX_FATTURE_ELETTRONICHE 'Il file di una fattura elettronica non cambia.'"_s,
+               u"CREATE TRIGGER TG_BU_FATTURE_ELETTRONICHE FOR FATTURE_ELETTRONICHE BEFORE UPDATE OR DELETE AS BEGIN "
+               "IF (DELETING OR NEW.NOME <> OLD.NOME OR NEW.IMPRONTA <> OLD.IMPRONTA OR NEW.CONTENUTO IS DISTINCT "
+               "FROM OLD.CONTENUTO) THEN EXCEPTION EX_FATTURE_ELETTRONICHE; END"_s};
 }
 
 void insertFirstRows(data::Connection &connection)
@@ -86,6 +117,10 @@ const QList<schema::Step> &hostSteps()
          .fromVersion = baseVersion,
          .statements = addInvoiceColumns(),
          .toVersion = invoiceCodesVersion},
+        {.object = hostObject,
+         .fromVersion = invoiceCodesVersion,
+         .statements = createInvoiceFiles(),
+         .toVersion = invoiceFilesVersion},
     };
     return steps;
 }

@@ -248,6 +248,9 @@ const DocumentKind &fatturaAccompagnatoria()
                               .dataName = u"FattAcc"_s,
                               .formName = u"FattureAccompagnatorie"_s,
                               .numbersTable = u"FATT_VEND"_s,
+                              .canDelete = CanDeleteFatturaAccompagnatoria,
+                              .keptText = u"Non è possibile eliminare questa fattura,\n\ril suo file elettronico è già "
+                                          "stato scritto!"_s,
                               .editRight = u"Fatture acc. (modifica)"_s,
                               .deleteRight = u"Fatture acc. (eliminazione)"_s,
                               .movement = {.note = u"Fattura immediata accompagnatoria n. "_s},
