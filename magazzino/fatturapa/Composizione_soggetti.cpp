@@ -316,7 +316,7 @@ void componiTrasporto(const Dati &dati, Composizione &composizione)
     if (mancanti.isEmpty())
         trasporto.resa = resa;
     else
-        avvisa(Luogo::Fattura, u"cmdSelezionaDestinazione"_s,
+        avvisa(Luogo::Fattura, u"txtDestIndirizzo"_s,
                u"La destinazione non è completa (servono indirizzo, CAP, città e nazione): il file non la riporta."_s);
 }
 

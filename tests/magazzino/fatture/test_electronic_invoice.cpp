@@ -213,7 +213,7 @@ void TestElectronicInvoice::findings_data()
     row("carrier without number", {{u"testata"_s, u"VETT_RAGIONESOCIALE"_s, u"Verdi"_s}}, u"? txtPartitaIVA"_s);
     row("weight", {{u"testata"_s, u"PESO"_s, 10000}}, u"? txtPeso"_s);
     row("parcels", {{u"testata"_s, u"COLLI"_s, 10000}}, u"? txtColli"_s);
-    row("destination", {{u"testata"_s, u"DEST_CITTA"_s, u"Lecce"_s}}, u"? cmdSelezionaDestinazione"_s);
+    row("destination", {{u"testata"_s, u"DEST_CITTA"_s, u"Lecce"_s}}, u"? txtDestIndirizzo"_s);
 }
 
 void TestElectronicInvoice::findings()
