@@ -1,5 +1,6 @@
 #include "magazzino/Azioni.h"
 
+#include "magazzino/forms/uMMGFattureElettroniche.h"
 #include "magazzino/forms/uMMGInserimentoBolleCarico.h"
 #include "magazzino/forms/uMMGInserimentoCausaliTrasporto.h"
 #include "magazzino/forms/uMMGInserimentoDdTScarico.h"
@@ -83,6 +84,8 @@ const QList<ui::ActionSpec> &moduleActions()
         {u"actInserimentoFattureAccompagnatorie"_s, inserimento, u"Inserimento fatture accompagnatorie"_s, form,
          make<TMMGInserimentoFattureAccompagnatorie>},
         {u"actRicercaFattureAccompagnatorie"_s, ricerca, u"Fatt. Acc."_s, form, make<TMMGRicercaFattureAccompagnatorie>,
+         u"Fatture acc. (visualizzazione)"_s},
+        {u"actFattureElettroniche"_s, ricerca, u"Fatture elettroniche"_s, form, make<TMMGFattureElettroniche>,
          u"Fatture acc. (visualizzazione)"_s},
         {u"actRicercaMovimentiMagazzino"_s, ricerca, u"Gestione movimenti di magazzino"_s, form,
          make<TMMGRicercaMovimentiMagazzino>},

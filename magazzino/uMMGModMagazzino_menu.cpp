@@ -42,6 +42,7 @@ const QList<Container> &menuSpecs()
           {u"actStampaInventarioValorizzato"_s, {}},
           {u"actStampaSottoscortaRiordino"_s, {}}}},
         {u"mnAnagrafiche"_s, u"Anagrafiche"_s, {{u"actRicercaFornitori"_s, {}}, {u"actRicercaVettori"_s, {}}}},
+        {u"mnStrumenti"_s, u"Strumenti"_s, {{u"actFattureElettroniche"_s, {}}}},
     };
     return menus;
 }
@@ -73,6 +74,8 @@ const QList<Hint> &hintSpecs()
          u"Apre la maschera di ricerca delle Fatture Immediate Accompagnatorie."_s},
         {u"actRicercaDdTScarico"_s, u"Ricerca D.d.T. di scarico"_s,
          u"Apre la maschera di ricerca dei D.d.T. di scarico."_s},
+        {u"actFattureElettroniche"_s, u"Fatture elettroniche"_s,
+         u"Controlla le fatture accompagnatorie, ne scrive i file e legge le ricevute."_s},
     };
     return hints;
 }

@@ -37,7 +37,10 @@ const QList<Option> &options()
         {u"FATT_XML_NATURA_NON_IMPONIBILE"_s, u"Natura delle righe non imponibili"_s, false, u"N1"_s,
          u"Il codice della fattura elettronica per le righe fuori dall'IVA: di solito N1, escluse (art. 15)."_s},
         {u"FATT_XML_NATURA_ESENTE"_s, u"Natura delle fatture esenti da IVA"_s, false, u"N4"_s,
-         u"Il codice della fattura elettronica per le fatture esenti: di solito N4, esenti (art. 10)."_s}};
+         u"Il codice della fattura elettronica per le fatture esenti: di solito N4, esenti (art. 10)."_s},
+        {u"FATT_XML_PEC_SDI"_s, u"Indirizzo PEC per l'invio delle fatture elettroniche"_s, false,
+         u"sdi01@pec.fatturapa.it"_s,
+         u"Il primo invio va a questo indirizzo; la risposta del Sistema di Interscambio dice quale usare dopo."_s}};
     return all;
 }
 

@@ -3,12 +3,10 @@
 
 namespace data {
 class Connection;
-}
+class Rows;
+} // namespace data
 
 /// What an electronic invoice is made from, out of the database: the one place with the statements for it.
-namespace data {
-class Rows;
-}
 
 namespace fatturapa {
 

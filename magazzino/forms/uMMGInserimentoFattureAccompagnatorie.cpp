@@ -1,7 +1,9 @@
 #include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
 
 #include "magazzino/MMGUtils.h"
+#include "magazzino/fatturapa/Registro.h"
 #include "magazzino/ui/FatturaCiclicaField.h"
+#include "magazzino/ui/FattureElettroniche.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
@@ -9,6 +11,7 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -45,7 +48,13 @@ TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWi
     // Worded differently from the delivery note's; this is intended.
     refuseIf([this] { return transportReason()->key() <= 0; }, u"Non è stata indicata la causale del trasporto!"_s);
     askWithoutTaxData();
+    askIf([this] { return storedKey() > 0 && fatturapa::ultimoFile(connection(), storedKey()); },
+          u"Il file elettronico di questa fattura è già stato scritto:\n\rle modifiche non vi compariranno. Salvarle "
+          "comunque?"_s);
 
+    file_ = new QLabel(this);
+    file_->setObjectName(u"lblFatturaElettronica"_s);
+    mainLayout()->insertWidget(mainLayout()->indexOf(pages()), file_);
     finishLayout();
     addOtherMenu();
     grid().rowsModel().setHint(&DocumentRow::codiceIVA, vatHint);
@@ -63,6 +72,56 @@ void TMMGInserimentoFattureAccompagnatorie::addFurtherPages()
     recurrence_ = declare(new FatturaCiclicaField(page));
     auto *layout = new QVBoxLayout(page);
     layout->addWidget(recurrence_->widget());
+}
+
+// What became of the stored invoice's file; empty while there is none.
+QString TMMGInserimentoFattureAccompagnatorie::fileElettronico() const
+{
+    const auto file = fatturapa::ultimoFile(connection(), IdRecord());
+    if (!file)
+        return {};
+    return u"Fattura elettronica: %1, %2%3"_s.arg(
+        file->nome, file->stato, file->modificata ? u" – "_s + fatturapa::modificataDopoInvio : QString());
+}
+
+void TMMGInserimentoFattureAccompagnatorie::mostraFileElettronico(const QString &testo)
+{
+    file_->setText(testo);
+    file_->setHidden(testo.isEmpty());
+}
+
+void TMMGInserimentoFattureAccompagnatorie::clearDetails()
+{
+    TMMGInserimentoScarico::clearDetails();
+    mostraFileElettronico({});
+}
+
+void TMMGInserimentoFattureAccompagnatorie::loadDetails()
+{
+    TMMGInserimentoScarico::loadDetails();
+    mostraFileElettronico(fileElettronico());
+}
+
+QVariant TMMGInserimentoFattureAccompagnatorie::detailState() const
+{
+    return TMMGInserimentoScarico::detailState().toList() << file_->text();
+}
+
+void TMMGInserimentoFattureAccompagnatorie::restoreDetails(const QVariant &state)
+{
+    TMMGInserimentoScarico::restoreDetails(state);
+    mostraFileElettronico(state.toList().value(2).toString());
+}
+
+void TMMGInserimentoFattureAccompagnatorie::writeDetails()
+{
+    TMMGInserimentoScarico::writeDetails();
+    fatturapa::segnaModificata(connection(), IdRecord());
+}
+
+void TMMGInserimentoFattureAccompagnatorie::recordSaved()
+{
+    mostraFileElettronico(fileElettronico());
 }
 
 QGroupBox *TMMGInserimentoFattureAccompagnatorie::createPayment()
@@ -103,6 +162,10 @@ void TMMGInserimentoFattureAccompagnatorie::addOtherMenu()
                                 .run = [this] { inserisciNotaDocumento(); },
                                 .icon = ui::Icon::Text}));
     menu->addAction(command(u"actVisualizzaContattiCliente"_s));
+    menu->addAction(addCommand({.name = u"actFatturaElettronica"_s,
+                                .caption = u"Fattura elettronica..."_s,
+                                .run = [this] { fatturaElettronica(); },
+                                .icon = ui::Icon::Export}));
     button->setMenu(menu);
     // Some styles draw the menu's arrow over the text.
     button->setMinimumWidth(button->sizeHint().width() + 12);
@@ -146,6 +209,15 @@ void TMMGInserimentoFattureAccompagnatorie::inserisciNotaDocumento()
     notes()->append((notes()->text().isEmpty() ? QString() : u"\n"_s) + text);
 }
 
+// The file is made from what is stored.
+void TMMGInserimentoFattureAccompagnatorie::fatturaElettronica()
+{
+    if (NewRecord() || Modified())
+        core::warn(this, u"La fattura va prima salvata!"_s);
+    else
+        mostraFatturaElettronica(IdRecord());
+}
+
 void TMMGInserimentoFattureAccompagnatorie::ImpostaFatturaCiclica()
 {
     notes()->append(
@@ -156,4 +228,5 @@ void TMMGInserimentoFattureAccompagnatorie::ImpostaFatturaCiclica()
     SetNewRecord(true);
     SetModified(true);
     SetIdRecord(-1);
+    mostraFileElettronico({});
 }

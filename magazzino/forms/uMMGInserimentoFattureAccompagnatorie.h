@@ -24,14 +24,24 @@ protected:
     void customerChosen(const TCliente &customer) override;
     bool isExempt() const override;
     void addFurtherPages() override;
+    void clearDetails() override;
+    void loadDetails() override;
+    QVariant detailState() const override;
+    void restoreDetails(const QVariant &state) override;
+    void writeDetails() override;
+    void recordSaved() override;
 
 private:
     QGroupBox *createPayment();
     void addOtherMenu();
     void visualizzaContattiCliente();
     void inserisciNotaDocumento();
+    void fatturaElettronica();
+    void mostraFileElettronico(const QString &testo);
+    QString fileElettronico() const;
 
     ui::ChoiceField *payment_ = nullptr;
     ui::FlagField *exempt_ = nullptr;
     FatturaCiclicaField *recurrence_ = nullptr;
+    QLabel *file_ = nullptr; ///< what became of the invoice's file; hidden while there is none
 };

@@ -1,5 +1,7 @@
 #include "magazzino/forms/uMMGRicercaFattureAccompagnatorie.h"
 
+#include "magazzino/ui/FattureElettroniche.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -23,4 +25,10 @@ ui::SearchSpec spec()
 TMMGRicercaFattureAccompagnatorie::TMMGRicercaFattureAccompagnatorie(QWidget *owner)
     : TMMGRicercaDocumenti(fatturaAccompagnatoria(), spec(), owner)
 {
+    addCommand({.name = u"actFattureElettroniche"_s,
+                .caption = u"Fattura elettronica"_s,
+                .run = [this] { mostraFatturaElettronica(selectedKey()); },
+                .icon = ui::Icon::Export,
+                .hint = u"Apre la finestra delle fatture elettroniche con la fattura selezionata."_s});
+    placeFurther({u"actFattureElettroniche"_s});
 }

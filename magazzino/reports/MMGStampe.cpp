@@ -42,6 +42,12 @@ void openCompany(TMMGModMagazzino &module)
 class PrintedRecord
 {
 public:
+    PrintedRecord(report::ReportSystem &system, const QString &subject, const QString &name)
+        : system_(system)
+    {
+        system_.subject = subject;
+        system_.proposedName = name;
+    }
     PrintedRecord(report::ReportSystem &system, const data::DataSet &record, const DocumentKind &kind,
                   const QStringList &remarks)
         : system_(system)
@@ -147,4 +153,12 @@ void StampaElenco(const QString &report, const QString &heading)
     openCompany(module);
     module.rProject->setParameter(u"stringValue"_s, heading);
     module.rProject->execute(report, *module.rSystem);
+}
+
+void StampaFatturaElettronica(const data::Rows &contents, const QString &name, const QString &heading)
+{
+    TMMGModMagazzino &module = Modulo();
+    module.dmStampe->setRows(u"dsFattElettronica"_s, contents);
+    const PrintedRecord printed(*module.rSystem, name, name);
+    StampaElenco(u"FatturaElettronica"_s, heading);
 }

@@ -2,6 +2,9 @@
 #include "host/Corvane3Impl.h"
 
 struct DocumentKind;
+namespace data {
+class Rows;
+}
 
 /// Printing of documents through the module's report project.
 
@@ -21,3 +24,7 @@ QString NomePDF(const QString &documentKind, int numero, QDate data);
 /// Runs a report of the module's project to the destination that its report system has, normally the preview. `heading`
 /// stands below the report's title.
 void StampaElenco(const QString &report, const QString &heading);
+
+/// Shows the contents of an electronic invoice (columns SEZIONE, VOCE, VALORE) as pages. `name` proposes the PDF file's
+/// name and tells one invoice's preview from another's; `heading` stands below the title.
+void StampaFatturaElettronica(const data::Rows &contents, const QString &name, const QString &heading);

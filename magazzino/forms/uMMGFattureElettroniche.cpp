@@ -1,0 +1,395 @@
+#include "magazzino/forms/uMMGFattureElettroniche.h"
+
+#include "host/users/Users.h"
+#include "magazzino/MMGUtils.h"
+#include "magazzino/fatturapa/Controlli.h"
+#include "magazzino/fatturapa/Leggibile.h"
+#include "magazzino/fatturapa/Lettura.h"
+#include "magazzino/fatturapa/Registro.h"
+#include "magazzino/fatturapa/Scrittura.h"
+#include "magazzino/reports/MMGStampe.h"
+#include "magazzino/ui/DocumentCommands.h"
+#include "magazzino/ui/RiscontriPanel.h"
+#include "magazzino/ui/RiscontroLuogo.h"
+#include "magazzino/ui/StatoFilter.h"
+#include "platform/core/Clock.h"
+#include "platform/core/Messages.h"
+#include "platform/core/SaveFile.h"
+#include "platform/data/Connection.h"
+#include "platform/ui/Dialogs.h"
+#include "platform/ui/MailProgram.h"
+
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QItemSelectionModel>
+#include <QMimeData>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+namespace stato = fatturapa::stato;
+
+namespace {
+
+const QString statoColonna = u"COALESCE(F.STATO, '%1')"_s.arg(stato::daFare);
+
+// The newest file of each invoice. GIORNI is the last day, until completa() counts the days that are left: an invoice
+// goes out within twelve days of its date, a refused one within five.
+const QString interrogazione =
+    u"SELECT FATT_ACC.IDFATT_ACC, FATT_ACC.NUMERO, FATT_ACC.ANNO, FATT_ACC.DATA, FATT_ACC.CLI_RAGIONESOCIALE, "
+    "FATT_ACC.TOTALE_DOCUMENTO, "_s +
+    statoColonna +
+    u" AS STATO, CASE COALESCE(F.STATO, '') WHEN 'scartata' THEN CAST(F.STATO_DAL AS DATE) + 5 WHEN 'inviata' THEN "
+    "NULL WHEN 'consegnata' THEN NULL WHEN 'non consegnata' THEN NULL ELSE FATT_ACC.DATA + 12 END AS GIORNI, F.NOME, "
+    "CASE WHEN F.MODIFICATA_IL IS NULL THEN '' ELSE 'modificata dopo l''invio' END AS NOTA "
+    "FROM FATT_ACC LEFT JOIN FATTURE_ELETTRONICHE F ON F.IDFATTURA_ELETTRONICA = (SELECT "
+    "MAX(U.IDFATTURA_ELETTRONICA) FROM FATTURE_ELETTRONICHE U WHERE U.IDDOCUMENTO = FATT_ACC.IDFATT_ACC AND "
+    "U.DOCUMENTO = 'FATT_ACC') "_s;
+
+QDate inizioPeriodo()
+{
+    const QDate mesePrima = core::today().addMonths(-1);
+    return {mesePrima.year(), mesePrima.month(), 1};
+}
+
+ui::SearchSpec spec(const std::function<void(data::Rows &)> &completa)
+{
+    using Column = ui::ListColumn;
+    return {
+        .caption = u"Fatture elettroniche"_s,
+        .menuCaption = u">Fatture elettroniche<"_s,
+        .list =
+            {.selectText = interrogazione,
+             .orderText = u" ORDER BY FATT_ACC.DATA DESC, FATT_ACC.NUMERO DESC"_s,
+             .keyField = u"IDFATT_ACC"_s,
+             .columns = {{u"N."_s, u"NUMERO"_s, 50, Column::Width::Pixels, Column::Display::Integer},
+                         {u"Data"_s, u"DATA"_s, 80, Column::Width::Pixels, Column::Display::Date},
+                         {u"Cliente"_s, u"CLI_RAGIONESOCIALE"_s, 0, Column::Width::Rest},
+                         {u"Totale"_s, u"TOTALE_DOCUMENTO"_s, 110, Column::Width::Pixels, Column::Display::Currency},
+                         {u"Stato"_s, u"STATO"_s, 110},
+                         {u"Giorni"_s, u"GIORNI"_s, 55, Column::Width::Pixels, Column::Display::Integer, true},
+                         {u"File"_s, u"NOME"_s, 190},
+                         {u"Nota"_s, u"NOTA"_s, 170}},
+             .filters = {ui::dateFilter(u"txtDal"_s, u"Dal"_s, u"FATT_ACC.DATA >= "_s, {}, inizioPeriodo),
+                         ui::dateFilter(u"txtAl"_s, u"Al"_s, u"FATT_ACC.DATA <= "_s, {}, [] { return core::today(); }),
+                         statoFilter(statoColonna),
+                         ui::containing(u"txtRagioneSociale"_s, u"Cliente"_s, u"FATT_ACC.CLI_RAGIONESOCIALE"_s)},
+             .complete = completa},
+        .openingSize = {1120, 600},
+        .editHint = u"Apre la fattura selezionata."_s};
+}
+
+QString quante(int numero, const QString &una, const QString &molte)
+{
+    return numero == 1 ? u"1 "_s + una : u"%1 "_s.arg(numero) + molte;
+}
+
+// Of those that got no file.
+int conRilievi(const RiscontriFatture &riscontri)
+{
+    return static_cast<int>(
+        std::count_if(riscontri.begin(), riscontri.end(), [](const auto &uno) { return !fatturapa::ammette(uno); }));
+}
+
+} // namespace
+
+TMMGFattureElettroniche::TMMGFattureElettroniche(QWidget *owner)
+    : TMMGRicercaBase(spec([this](data::Rows &rows) { completa(rows); }), fatturaAccompagnatoria().entryAction(), owner)
+    , pannello_(new RiscontriPanel(this))
+    , cerca_([this] { return search(); })
+{
+    setObjectName(u"MMGFattureElettroniche"_s);
+    setAcceptDrops(true);
+    grid().setSelectionMode(QAbstractItemView::ExtendedSelection);
+    layout()->addWidget(pannello_);
+    connect(pannello_, &RiscontriPanel::aperto, this, [this](const fatturapa::Riscontro &riscontro) {
+        core::guarded(this, [&] { apriLuogo(riscontro, selectedKey()); });
+    });
+    const auto rinfresca = [this] { core::guarded(this, [this] { mostraRilievi(); }); };
+    connect(grid().selectionModel(), &QItemSelectionModel::selectionChanged, this, rinfresca);
+    connect(&grid().rows(), &QAbstractItemModel::modelReset, this, rinfresca);
+    dichiaraComandi();
+    start({u"actChiudi"_s,
+           u"actModifica"_s,
+           {},
+           u"actControlla"_s,
+           u"actScriviFile"_s,
+           u"actStampa"_s,
+           {},
+           u"actLeggiRicevute"_s,
+           u"actInviaConLaPosta"_s,
+           u"actSegnaInviata"_s});
+    connect(command(u"actCerca"_s), &QAction::triggered, this, [this] { cerca_ = [this] { return search(); }; });
+    search();
+}
+
+void TMMGFattureElettroniche::dichiaraComandi()
+{
+    const QList<ui::Command> comandi = {
+        {u"actControlla"_s, u"Controlla"_s, [this] { controlla(); }, ui::Icon::Choose, QKeySequence(u"F7"_s),
+         u"Cerca nelle fatture scelte che cosa impedisce il file; senza una scelta, in tutte."_s},
+        {u"actScriviFile"_s, u"Scrivi file"_s, [this] { scriviFile(); }, ui::Icon::Save, QKeySequence(u"F8"_s),
+         u"Scrive i file delle fatture scelte in una cartella."_s},
+        {u"actStampa"_s, u"Anteprima"_s, [this] { anteprima(); }, ui::Icon::Print, QKeySequence(u"Ctrl+P"_s),
+         u"Mostra come pagina che cosa dice il file della fattura."_s},
+        {u"actLeggiRicevute"_s,
+         u"Leggi ricevute"_s,
+         [this] { leggiCartella(); },
+         ui::Icon::Recover,
+         {},
+         u"Legge le ricevute del Sistema di Interscambio da una cartella; si possono anche trascinare qui."_s},
+        {u"actInviaConLaPosta"_s,
+         u"Invia con la posta"_s,
+         [this] { inviaConLaPosta(); },
+         ui::Icon::Export,
+         {},
+         u"Prepara un messaggio di posta certificata con il file della fattura."_s},
+        {u"actSegnaInviata"_s,
+         u"Segna inviata"_s,
+         [this] { segnaInviata(); },
+         ui::Icon::Add,
+         {},
+         u"Segna come inviate le fatture scelte, oppure come non inviate se lo erano già."_s}};
+    for (const ui::Command &comando : comandi)
+        addCommand(comando);
+}
+
+// What no query knows: the days that are left, and what was found.
+void TMMGFattureElettroniche::completa(data::Rows &rows) const
+{
+    for (QVariantList &riga : rows.mutableValues())
+        completaRiga(riga, rows);
+}
+
+void TMMGFattureElettroniche::completaRiga(QVariantList &riga, const data::Rows &rows) const
+{
+    QVariant &giorni = riga[rows.indexOf(u"GIORNI")];
+    if (giorni.isValid())
+        giorni = static_cast<int>(core::today().daysTo(giorni.toDate()));
+    const auto trovati = rilievi_.find(riga[rows.indexOf(u"IDFATT_ACC")].toInt());
+    QVariant &statoRiga = riga[rows.indexOf(u"STATO")];
+    if (trovati != rilievi_.end() && statoRiga == stato::daFare && !fatturapa::ammette(*trovati))
+        statoRiga = stato::conRilievi;
+}
+
+void TMMGFattureElettroniche::mostraRilievi()
+{
+    const int fattura = selectedKey();
+    if (fattura <= 0)
+        return pannello_->mostra(u"Nessuna fattura selezionata."_s, {}, {});
+    const auto file = fatturapa::ultimoFile(ModuleConnection(), fattura);
+    const auto ricevute = file ? fatturapa::ricevuteDi(ModuleConnection(), file->id) : QList<fatturapa::Ricevuta>();
+    const QString numero = grid().selectedValue(u"NUMERO"_s).toString();
+    QString titolo = u"Fattura n. %1: "_s.arg(numero);
+    const auto trovati = rilievi_.find(fattura);
+    if (trovati != rilievi_.end())
+        titolo += trovati->isEmpty() ? u"nessun rilievo."_s
+                                     : quante(static_cast<int>(trovati->size()), u"rilievo."_s, u"rilievi."_s);
+    else
+        titolo += file ? u"file %1, %2."_s.arg(file->nome, file->stato) : u"non ancora controllata."_s;
+    pannello_->mostra(titolo, trovati != rilievi_.end() ? *trovati : QList<fatturapa::Riscontro>(), ricevute);
+}
+
+// The same rows stay chosen: what comes next is often meant for all of them.
+void TMMGFattureElettroniche::aggiorna()
+{
+    const QList<int> chiavi = grid().selectedKeys();
+    cerca_();
+    for (int riga = 0; chiavi.size() > 1 && riga < grid().rows().rowCount(); ++riga) {
+        if (chiavi.contains(grid().rows().keyAt(riga)))
+            grid().selectionModel()->select(grid().rows().index(riga, 0),
+                                            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+    mostraRilievi();
+}
+
+void TMMGFattureElettroniche::MostraFattura(int id)
+{
+    cerca_ = [this, id] {
+        refill(u"WHERE FATT_ACC.IDFATT_ACC = %1"_s.arg(id));
+        return true;
+    };
+    rilievi_.insert(controllaFatture(this, {id}));
+    cerca_();
+    grid().selectKey(id);
+}
+
+bool TMMGFattureElettroniche::puoScrivere()
+{
+    if (mayEdit(fatturaAccompagnatoria()))
+        return true;
+    host::refuseForRights(this);
+    return false;
+}
+
+void TMMGFattureElettroniche::newRecord()
+{
+    if (puoScrivere())
+        TMMGRicercaBase::newRecord();
+}
+
+QList<int> TMMGFattureElettroniche::scelte()
+{
+    const QList<int> chiavi = grid().selectedKeys();
+    if (chiavi.isEmpty())
+        core::warn(this, u"Non è stata scelta una fattura!"_s);
+    return chiavi;
+}
+
+int TMMGFattureElettroniche::unaScelta()
+{
+    return scelte().value(0, -1);
+}
+
+void TMMGFattureElettroniche::controlla()
+{
+    QList<int> chiavi = grid().selectedKeys();
+    if (chiavi.isEmpty()) {
+        for (int riga = 0; riga < grid().rows().rowCount(); ++riga)
+            chiavi.append(grid().rows().keyAt(riga));
+    }
+    rilievi_.insert(controllaFatture(this, chiavi));
+    aggiorna();
+}
+
+void TMMGFattureElettroniche::scriviFile()
+{
+    if (!puoScrivere())
+        return;
+    const QList<int> chiavi = scelte();
+    const QString cartella = chiavi.isEmpty() ? QString() : ui::chooseFolder(this, u"Cartella dei file"_s);
+    if (cartella.isEmpty())
+        return;
+    cartella_ = cartella;
+    const FileScritti scritti = ::scriviFile(this, chiavi, cartella);
+    rilievi_.insert(scritti.riscontri);
+    aggiorna();
+    QStringList testi = {quante(scritti.nuovi, u"file scritto."_s, u"file scritti."_s)};
+    if (scritti.giaScritti > 0)
+        testi.append(quante(scritti.giaScritti, u"file c'era già: è nella cartella com'era."_s,
+                            u"file c'erano già: sono nella cartella com'erano."_s));
+    if (scritti.modificateDopoInvio > 0)
+        testi.append(u"Il file di %1 non contiene le modifiche fatte dopo l'invio: serve una nota di variazione."_s.arg(
+            quante(scritti.modificateDopoInvio, u"fattura"_s, u"fatture"_s)));
+    if (const int senza = conRilievi(scritti.riscontri); senza > 0)
+        testi.append(quante(senza, u"fattura ha rilievi"_s, u"fatture hanno rilievi"_s) +
+                     u" che impediscono il file: sono elencati sotto."_s);
+    if (scritti.errore.isEmpty())
+        core::inform(this, testi.join(u"\n\r"_s));
+    else
+        core::showError(this, testi.join(u"\n\r"_s) + u"\n\r"_s + scritti.errore);
+}
+
+void TMMGFattureElettroniche::anteprima()
+{
+    const int fattura = unaScelta();
+    if (fattura <= 0)
+        return;
+    const ui::WaitCursor attesa;
+    if (const auto file = fatturapa::ultimoFile(ModuleConnection(), fattura))
+        return StampaFatturaElettronica(fatturapa::leggibile(fatturapa::contenutoDi(ModuleConnection(), file->id)),
+                                        file->nome, u"%1, %2"_s.arg(file->nome, file->stato));
+    const fatturapa::Composizione bozza = fatturapa::esamina(fatturapa::leggi(fattura, {}));
+    rilievi_.insert(fattura, bozza.riscontri);
+    StampaFatturaElettronica(fatturapa::leggibile(fatturapa::scrivi(bozza.fattura)),
+                             u"Fattura elettronica %1"_s.arg(grid().selectedValue(u"NUMERO"_s).toString()),
+                             u"Il file non è ancora stato scritto."_s);
+    mostraRilievi();
+}
+
+// Only files that the exchange system has not answered to.
+void TMMGFattureElettroniche::segnaInviata()
+{
+    if (!puoScrivere())
+        return;
+    QList<int> scritti;
+    QList<int> inviati;
+    const QList<int> chiavi = scelte();
+    for (const int fattura : chiavi) {
+        const auto file = fatturapa::ultimoFile(ModuleConnection(), fattura);
+        if (file && file->stato == stato::scritta)
+            scritti.append(file->id);
+        else if (file && file->stato == stato::inviata)
+            inviati.append(file->id);
+    }
+    if (scritti.isEmpty() && inviati.isEmpty()) {
+        if (!chiavi.isEmpty())
+            core::warn(this, u"Le fatture scelte non hanno un file da inviare!"_s);
+        return;
+    }
+    const bool indietro = scritti.isEmpty();
+    for (const int file : indietro ? inviati : scritti)
+        fatturapa::impostaStato(ModuleConnection(), file, indietro ? stato::scritta : stato::inviata, core::now());
+    aggiorna();
+}
+
+void TMMGFattureElettroniche::inviaConLaPosta()
+{
+    const int fattura = puoScrivere() ? unaScelta() : -1;
+    if (fattura <= 0)
+        return;
+    const auto file = fatturapa::ultimoFile(ModuleConnection(), fattura);
+    if (!file || (file->stato != stato::scritta && file->stato != stato::inviata)) {
+        core::warn(this, u"La fattura non ha un file da inviare!"_s);
+        return;
+    }
+    if (cartella_.isEmpty())
+        cartella_ = ui::chooseFolder(this, u"Cartella dei file"_s);
+    if (cartella_.isEmpty())
+        return;
+    QVariant indirizzo = u"sdi01@pec.fatturapa.it"_s;
+    GetOptionValue(u"FATT_XML_PEC_SDI"_s, indirizzo);
+    const QString percorso = QDir(cartella_).filePath(file->nome);
+    core::saveFile(percorso, fatturapa::contenutoDi(ModuleConnection(), file->id));
+    const ui::MailOpened aperta = ui::openMail({.to = indirizzo.toString(),
+                                                .subject = u"Fattura elettronica "_s + file->nome,
+                                                .text = u"In allegato il file "_s + file->nome,
+                                                .attachment = percorso});
+    if (aperta == ui::MailOpened::WithoutAttachment)
+        core::inform(this,
+                     u"Il programma di posta non prende allegati da qui:\n\raggiungere al messaggio il file\n\r"_s +
+                         percorso);
+    else if (aperta == ui::MailOpened::NotAtAll)
+        core::showError(this,
+                        u"Non c'è un programma di posta che si apra da qui.\n\rIl file da inviare è\n\r"_s + percorso);
+}
+
+void TMMGFattureElettroniche::leggiCartella()
+{
+    if (!puoScrivere())
+        return;
+    const QString cartella = ui::chooseFolder(this, u"Cartella delle ricevute"_s);
+    if (!cartella.isEmpty())
+        leggi({cartella});
+}
+
+void TMMGFattureElettroniche::leggi(const QStringList &percorsi)
+{
+    if (!puoScrivere())
+        return;
+    const QStringList file = ricevuteIn(percorsi);
+    if (file.isEmpty()) {
+        core::inform(this, u"Nella cartella non ci sono ricevute."_s);
+        return;
+    }
+    const QStringList testi = leggiRicevute(this, file);
+    aggiorna();
+    core::inform(this, testi.join(u"\n\r"_s));
+}
+
+void TMMGFattureElettroniche::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void TMMGFattureElettroniche::dropEvent(QDropEvent *event)
+{
+    QStringList percorsi;
+    const QList<QUrl> indirizzi = event->mimeData()->urls();
+    for (const QUrl &indirizzo : indirizzi) {
+        if (indirizzo.isLocalFile())
+            percorsi.append(indirizzo.toLocalFile());
+    }
+    event->acceptProposedAction();
+    core::guarded(this, [this, &percorsi] { leggi(percorsi); });
+}

@@ -1,0 +1,87 @@
+#include "magazzino/ui/RiscontriPanel.h"
+
+#include "platform/ui/Controls.h"
+#include "platform/ui/ResultGrid.h"
+
+#include <QHBoxLayout>
+#include <QItemSelectionModel>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int righeVisibili = 6;
+
+const QList<ui::ListColumn> &colonne()
+{
+    static const QList<ui::ListColumn> tutte = {{u"Effetto"_s, u"EFFETTO"_s, 130},
+                                                {u"Codice"_s, u"CODICE"_s, 60},
+                                                {u"Riga"_s, u"RIGA"_s, 45},
+                                                {u"Che cosa"_s, u"TESTO"_s, 0, ui::ListColumn::Width::Rest}};
+    return tutte;
+}
+
+QList<QVariantList> righeDi(const QList<fatturapa::Riscontro> &riscontri, const QList<fatturapa::Ricevuta> &ricevute)
+{
+    QList<QVariantList> righe;
+    for (const fatturapa::Ricevuta &ricevuta : ricevute) {
+        for (const fatturapa::ErroreRicevuta &errore : ricevuta.errori)
+            righe.append({0, u"Ricevuta "_s + ricevuta.tipo, errore.codice, QVariant(), errore.descrizione});
+    }
+    for (qsizetype i = 0; i < riscontri.size(); ++i) {
+        const fatturapa::Riscontro &uno = riscontri[i];
+        righe.append({i + 1, uno.blocca ? u"Impedisce il file"_s : u"Avviso"_s, uno.codice,
+                      uno.riga > 0 ? QVariant(uno.riga) : QVariant(), uno.testo});
+    }
+    return righe;
+}
+
+} // namespace
+
+RiscontriPanel::RiscontriPanel(QWidget *parent)
+    : QWidget(parent)
+    , titolo_(new ui::ElidedLabel(this))
+    , elenco_(new ui::ResultGrid(u"POSTO"_s, colonne(), this))
+    , apri_(new QPushButton(ui::icon(ui::Icon::Open), u"Apri"_s, this))
+{
+    titolo_->setObjectName(u"lblRilievi"_s);
+    elenco_->setObjectName(u"gridRilievi"_s);
+    apri_->setObjectName(u"cmdApriRilievo"_s);
+    apri_->setToolTip(u"Apre la maschera in cui si corregge, sul campo giusto."_s);
+    apri_->setAutoDefault(false);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    auto *riga = new QHBoxLayout;
+    riga->addWidget(titolo_, 1);
+    riga->addWidget(apri_);
+    layout->addLayout(riga);
+    layout->addWidget(elenco_);
+    setFixedHeight(apri_->sizeHint().height() + (righeVisibili + 1) * (fontMetrics().height() + 8) + 8);
+    connect(apri_, &QPushButton::clicked, this, &RiscontriPanel::apri);
+    connect(elenco_, &ui::ResultGrid::chosen, this, &RiscontriPanel::apri);
+    connect(elenco_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { apri_->setEnabled(elenco_->selectedKey() > 0); });
+    mostra({}, {}, {});
+}
+
+void RiscontriPanel::mostra(const QString &titolo, const QList<fatturapa::Riscontro> &riscontri,
+                            const QList<fatturapa::Ricevuta> &ricevute)
+{
+    riscontri_ = riscontri;
+    titolo_->setText(titolo);
+    QList<data::Column> campi = {{.name = u"POSTO"_s}};
+    for (const ui::ListColumn &colonna : colonne())
+        campi.append({.name = colonna.field, .isText = true});
+    elenco_->setRows({campi, righeDi(riscontri, ricevute)});
+    if (elenco_->rows().rowCount() > 0)
+        elenco_->selectRow(0);
+    apri_->setEnabled(elenco_->selectedKey() > 0);
+}
+
+void RiscontriPanel::apri()
+{
+    const int posto = elenco_->selectedKey();
+    if (posto > 0 && posto <= riscontri_.size())
+        Q_EMIT aperto(riscontri_[posto - 1]);
+}
