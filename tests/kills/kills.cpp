@@ -2,25 +2,60 @@
 //
 // usage: kills COUNT [WORKLOAD...]   COUNT kills each, at moments spread evenly over the work; "upgrade" names every
 //                                    workload that begins so, without names all run
-#include "tests/kills/Runner.h"
 #include "tests/kills/Workload.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QElapsedTimer>
-#include <QProcessEnvironment>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
+#include <sys/prctl.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-using kills::Ended;
-using kills::run;
+/// How a process came to its end.
+struct Ended
+{
+    bool hung = false;
+    bool killed = false;
+    int code = -1;
+    QString output;
+};
+
+// A program, with what it starts in a session of their own, to its end. One that does not end within ten minutes hangs
+// and is killed.
+Ended run(const QStringList &command, const QProcessEnvironment &variables)
+{
+    constexpr int limit = 600'000; // milliseconds, also for a busy machine
+    QProcess process;
+    process.setProcessEnvironment(variables);
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    // A group of its own: the cut takes the programs that it has started along.
+    process.setChildProcessModifier([] {
+        setsid();
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+    });
+    process.start(command.first(), command.mid(1));
+    const qint64 group = process.processId();
+    Ended ended;
+    ended.hung = !process.waitForFinished(limit);
+    if (ended.hung) {
+        ::kill(-static_cast<pid_t>(group), SIGKILL);
+        process.waitForFinished();
+    }
+    ended.killed = process.exitStatus() == QProcess::CrashExit;
+    ended.code = process.exitCode();
+    ended.output = QString::fromUtf8(process.readAll()).trimmed();
+    return ended;
+}
 
 struct Result
 {

@@ -125,28 +125,25 @@ private Q_SLOTS:
         QCOMPARE(db->lines(allColumns), QStringList());
     }
 
-    void averageCost_data()
-    {
-        using Pairs = QList<std::pair<double, double>>;
-        // movements: quantity and amount, all on the 10th
-        test::columns<Pairs, QDate, double>("movements", "date", "expected");
-        const QDate day(2026, 1, 10);
-        QTest::newRow("no movement") << Pairs() << day << 0.0;
-        QTest::newRow("two loads") << Pairs{{10, 20}, {10, 40}} << day << 3.0;
-        QTest::newRow("day before") << Pairs{{10, 20}} << day.addDays(-1) << 0.0;
-        QTest::newRow("after an issue") << Pairs{{10, 20}, {10, 40}, {-5, -15}} << day << 3.0;
-        QTest::newRow("no stock left") << Pairs{{10, 20}, {-10, -15}} << day << 0.0;
-        QTest::newRow("both negative") << Pairs{{-5, -10}} << day << 2.0;
-        QTest::newRow("cents cancel exactly") << Pairs{{0.1, 1}, {0.2, 1}, {-0.3, -1}} << day << 0.0;
-    }
     void averageCost()
     {
-        using Pairs = QList<std::pair<double, double>>;
-        const auto [movements, date] = test::row<Pairs, QDate>();
-        for (const auto &[quantity, amount] : movements)
-            movement(quantity, amount);
-        movement(100, 1, QDate(2025, 1, 1), u"ALTRO"_s);
-        QTEST(GetValoreScaricoCostoMedio(u"art"_s, date), "expected");
+        using Pairs = QList<std::pair<double, double>>; // quantity and amount, all on the 10th
+        const QDate day(2026, 1, 10);
+        const QDate dayBefore = day.addDays(-1);
+        int number = 0;
+        for (const auto &[movements, date, expected] : {std::tuple(Pairs(), day, 0.0),
+                                                        {Pairs{{10, 20}, {10, 40}}, day, 3.0},
+                                                        {Pairs{{10, 20}}, dayBefore, 0.0},
+                                                        {Pairs{{10, 20}, {10, 40}, {-5, -15}}, day, 3.0},
+                                                        {Pairs{{10, 20}, {-10, -15}}, day, 0.0},
+                                                        {Pairs{{-5, -10}}, day, 2.0},
+                                                        {Pairs{{0.1, 1}, {0.2, 1}, {-0.3, -1}}, day, 0.0}}) {
+            // An article of its own for each.
+            ++number;
+            for (const auto &[quantity, amount] : movements)
+                movement(quantity, amount, day, u"ART%1"_s.arg(number));
+            QCOMPARE(GetValoreScaricoCostoMedio(u"art%1"_s.arg(number), date), expected);
+        }
     }
 
     void revaluationEqualsTheStepByStepRule_data()

@@ -78,72 +78,60 @@ private Q_SLOTS:
             QCOMPARE(report::formatted(report::Expression::parse(text).evaluate(scope), {}), expected);
     }
 
-    void brokenProjectsNameFileAndLine_data()
-    {
-        test::columns<QString, QString>("contents", "problem");
-        const QString font = u"<font name='f' family='Arial' size='9'/>\n"_s;
-        const auto inBand = [&font](const QString &item) {
-            return u"<project version='1'>\n%1<report name='r'>\n<detail height='5' connection='c'>\n%2\n</detail>"
-                   "</report></project>"_s.arg(font, item);
-        };
-        QTest::newRow("not closed") << u"<project version='1'>\n<report name='a'>\n"_s
-                                    << u"riga 3: il file finisce prima che tutti gli elementi siano chiusi"_s;
-        QTest::newRow("version") << u"<project version='2'/>"_s << u"riga 1: versione \"2\" non riconosciuta"_s;
-        QTest::newRow("unknown attribute") << inBand(u"<line x='0' y='0' width='1' height='0' colore='rosso'/>"_s)
-                                           << u"riga 5: attributo \"colore\" non previsto in \"line\""_s;
-        QTest::newRow("expression") << inBand(u"<expr x='0' y='0' width='1' height='1' value='1 + )'/>"_s)
-                                    << u"riga 5: \")\" inatteso nell'espressione"_s;
-        const QString minus = QString(20'000, u'-') + u'1';
-        const QString sum = u"1 + "_s.repeated(20'000) + u'1';
-        const QString parentheses = QString(20'000, u'(') + u'1' + QString(20'000, u')');
-        for (const QString &deep : {minus, sum, parentheses}) {
-            QTest::addRow("expression too deep, %c", deep.at(1).toLatin1())
-                << inBand(u"<expr x='0' y='0' width='1' height='1' value='%1'/>"_s.arg(deep))
-                << u"riga 5: espressione annidata troppo in profondità"_s;
-        }
-        QTest::newRow("rows too deep")
-            << inBand(u"<rows x='0' y='0' width='1' height='1' rowHeight='1' connection='c'>"_s.repeated(20'000))
-            << u"riga 5: elementi annidati troppo in profondità"_s;
-        QTest::newRow("report twice") << u"<project version='1'>\n<report name='a'/>\n<report name='a'/></project>"_s
-                                      << u"riga 3: la stampa \"a\" è definita due volte"_s;
-    }
-
     void brokenProjectsNameFileAndLine()
     {
-        const auto [contents, problem] = test::row<QString, QString>();
-        report::ReportProject project;
-        project.setProjectFile(projectFile(contents));
-        QCOMPARE(test::errorOf([&] { project.open(); }),
-                 u"File delle stampe \"%1\", %2."_s.arg(project.projectFile(), problem));
+        const auto inBand = [](const QString &item) {
+            return u"<project version='1'>\n<font name='f' family='Arial' size='9'/>\n<report name='r'>\n"
+                   "<detail height='5' connection='c'>\n%1\n</detail></report></project>"_s.arg(item);
+        };
+        const auto expression = [&inBand](const QString &text) {
+            return inBand(u"<expr x='0' y='0' width='1' height='1' value='%1'/>"_s.arg(text));
+        };
+        const QString tooDeep = u"riga 5: espressione annidata troppo in profondità"_s;
+        constexpr int deep = 20'000;
+        for (const auto &[contents, problem] :
+             {std::pair(u"<project version='1'>\n<report name='a'>\n"_s,
+                        u"riga 3: il file finisce prima che tutti gli elementi siano chiusi"_s),
+              {u"<project version='2'/>"_s, u"riga 1: versione \"2\" non riconosciuta"_s},
+              {inBand(u"<line x='0' y='0' width='1' height='0' colore='rosso'/>"_s),
+               u"riga 5: attributo \"colore\" non previsto in \"line\""_s},
+              {expression(u"1 + )"_s), u"riga 5: \")\" inatteso nell'espressione"_s},
+              {expression(QString(deep, u'-') + u'1'), tooDeep},
+              {expression(u"1 + "_s.repeated(deep) + u'1'), tooDeep},
+              {expression(QString(deep, u'(') + u'1' + QString(deep, u')')), tooDeep},
+              {inBand(u"<rows x='0' y='0' width='1' height='1' rowHeight='1' connection='c'>"_s.repeated(deep)),
+               u"riga 5: elementi annidati troppo in profondità"_s},
+              {u"<project version='1'>\n<report name='a'/>\n<report name='a'/></project>"_s,
+               u"riga 3: la stampa \"a\" è definita due volte"_s}}) {
+            report::ReportProject project;
+            project.setProjectFile(projectFile(contents));
+            QCOMPARE(test::errorOf([&] { project.open(); }),
+                     u"File delle stampe \"%1\", "_s.arg(project.projectFile()) + problem + u'.');
+        }
     }
 
     // Seven rows fill a page; with the closing block (20) five.
-    void everyRowStandsOnceInOrder_data()
-    {
-        test::columns<int, bool, QList<int>>("rows", "closes", "rowsPerPage");
-        QTest::newRow("none") << 0 << true << QList<int>{0};
-        QTest::newRow("exactly full") << 5 << true << QList<int>{5};
-        QTest::newRow("one more") << 6 << true << QList<int>{5, 1};
-        QTest::newRow("one more than that") << 8 << true << QList<int>{7, 1};
-        QTest::newRow("no block, one more") << 8 << false << QList<int>{7, 1};
-    }
-
     void everyRowStandsOnceInOrder()
     {
-        const auto [rows, closes, rowsPerPage] = test::row<int, bool, QList<int>>();
-        const auto document = layOut(titles + detail + (closes ? closing : QString()), numbered(rows));
-        QList<int> found;
-        int row = 0;
-        const QList<QStringList> pages = pagesOf(*document);
-        for (const QStringList &texts : pages) {
-            QCOMPARE(texts.count(u"Titolo"_s), 1);
-            const QStringList names = texts.filter(QRegularExpression(u"^r\\d+$"_s));
-            for (const QString &name : names)
-                QCOMPARE(name, u"r%1"_s.arg(++row));
-            found.append(static_cast<int>(names.size()));
+        for (const auto &[rows, closes, rowsPerPage] : {std::tuple(0, true, u"0"_s),
+                                                        {5, true, u"5"_s},
+                                                        {6, true, u"5|1"_s},
+                                                        {8, true, u"7|1"_s},
+                                                        {8, false, u"7|1"_s}}) {
+            const auto document = layOut(titles + detail + (closes ? closing : QString()), numbered(rows));
+            QStringList found;
+            int row = 0;
+            const QList<QStringList> pages = pagesOf(*document);
+            for (const QStringList &texts : pages) {
+                QCOMPARE(texts.count(u"Titolo"_s), 1);
+                const QStringList names = texts.filter(QRegularExpression(u"^r\\d+$"_s));
+                for (const QString &name : names)
+                    QCOMPARE(name, u"r%1"_s.arg(++row));
+                found.append(QString::number(names.size()));
+            }
+            QCOMPARE(pages.last().count(u"Chiusura"_s), closes ? 1 : 0);
+            QCOMPARE(found.join(u'|'), rowsPerPage);
         }
-        QCOMPARE(pages.last().count(u"Chiusura"_s), closes ? 1 : 0);
-        QCOMPARE(found, rowsPerPage);
     }
 
     // Rows of many heights; what overlaps would be two texts at the same height.

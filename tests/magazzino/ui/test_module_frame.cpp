@@ -124,19 +124,6 @@ private Q_SLOTS:
         QVERIFY(workplace.module().openForm(u"actInserimentoBolleCarico"_s));
     }
 
-    void actionTwiceGivesOneWindow()
-    {
-        const test::Workplace workplace;
-        const QString action = u"actInserimentoDdTScarico"_s;
-        const QPointer<QWidget> form = workplace.module().openForm(action);
-        QCOMPARE(workplace.module().openForm(action), form.data());
-        QCOMPARE(openWindows(workplace), 1);
-        test::trigger(form, u"actChiudi"_s);
-        QVERIFY(form.isNull());
-        QCOMPARE(openWindows(workplace), 0);
-        QVERIFY(workplace.module().openForm(action)->isVisible());
-    }
-
     // The module's and the host's: a window with a title, once however often it is asked for, or a modal dialog.
     void everyActionOpens()
     {

@@ -73,29 +73,27 @@ private Q_SLOTS:
         QVERIFY(window.screen()->availableGeometry().contains(window.geometry()));
     }
 
-    void totalsAreVisible_data()
-    {
-        // size: of the main window, without its frame
-        // last: what stands lowest
-        test::columns<QString, QSize, QString>("action", "size", "last");
-        const QString last = u"lblTotaleDocumento"_s;
-        for (const QString &action : {u"actInserimentoBolleCarico"_s, u"actInserimentoFattureAccompagnatorie"_s}) {
-            QTest::addRow("%s at 1366x768", qPrintable(action)) << action << QSize(1366, 700) << last;
-            QTest::addRow("%s at 1366x768, 150%%", qPrintable(action)) << action << QSize(910, 460) << last;
-        }
-        QTest::newRow("movement") << u"actInserimentoMovimentiMagazzino"_s << QSize(1366, 700) << u"txtNote"_s;
-    }
-
+    // What stands lowest in a form, at 1366x768 and at that with 150 %.
     void totalsAreVisible()
     {
-        const auto [action, size, last] = test::row<QString, QSize, QString>();
-        place().window().resize(size);
-        test::settle();
-        QCOMPARE(place().window().size(), size);
-        const QWidget *form = open(action);
-        test::settle();
-        const auto *total = test::control<QWidget>(form, last);
-        QCOMPARE(total->visibleRegion().boundingRect(), total->rect());
+        const QSize whole(1366, 700); // of the main window, without its frame
+        const QSize part(910, 460);
+        const QString total = u"lblTotaleDocumento"_s;
+        for (const auto &[action, last, size] : {std::tuple(u"actInserimentoBolleCarico"_s, total, whole),
+                                                 {u"actInserimentoFattureAccompagnatorie"_s, total, whole},
+                                                 {u"actInserimentoMovimentiMagazzino"_s, u"txtNote"_s, whole},
+                                                 {u"actInserimentoBolleCarico"_s, total, part},
+                                                 {u"actInserimentoFattureAccompagnatorie"_s, total, part}}) {
+            place().window().resize(size);
+            test::settle();
+            QCOMPARE(place().window().size(), size);
+            QWidget *form = open(action);
+            test::settle();
+            const auto *lowest = test::control<QWidget>(form, last);
+            QVERIFY2(lowest->visibleRegion().boundingRect() == lowest->rect(), qPrintable(action));
+            form->parentWidget()->close();
+            test::settle();
+        }
     }
 
     // Whether windows are freed or hidden.
@@ -134,22 +132,6 @@ private Q_SLOTS:
         QCOMPARE(test::columnTexts(grid, u"Ragione sociale"_s), names);
         QCOMPARE(grid->selectionModel()->selectedRows().value(0).row(), 0);
         QCOMPARE(list->parentWidget()->pos(), QPoint(30, 40));
-    }
-
-    void givingUpClearsAHiddenForm()
-    {
-        auto *form = qobject_cast<ui::EntryForm *>(open(u"actInserimentoFornitori"_s));
-        auto *name = test::control<QLineEdit>(form, u"txtRagioneSociale"_s);
-        test::type(name, u"Rossi"_s);
-        for (const core::Answer answer : {core::Answer::No, core::Answer::Yes}) {
-            place().messages.expectQuestion(test::unsaved, answer);
-            test::trigger(form, u"actChiudi"_s);
-            QCOMPARE(form->isVisible(), answer == core::Answer::No);
-        }
-        QCOMPARE(open(u"actInserimentoFornitori"_s), form);
-        QCOMPARE(name->text(), QString());
-        QVERIFY(form->NewRecord() && !form->Modified());
-        QVERIFY(test::control<QLineEdit>(form, u"txtCodice"_s)->text().startsWith(u"FOR"_s));
     }
 
 private:
