@@ -6,6 +6,7 @@
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
 #include "platform/data/Connection.h"
+#include "tour/TourElectronic.h"
 #include "tour/TourFirm.h"
 #include "tour/TourHost.h"
 #include "tour/TourInvoices.h"
@@ -43,6 +44,7 @@ void show(Visit &visit)
     tourWarehouse(visit, session);
     tourHost(visit, session);
     tourInvoices(visit, session);
+    tourElectronic(visit, session);
     session.window().close();
 }
 
