@@ -137,10 +137,11 @@ void segnaModificata(data::Connection &connection, int fattura)
                    {core::now(), fatturaAccompagnatoria().table, fattura});
 }
 
-void impostaStato(data::Connection &connection, int file, const QString &stato, const QDateTime &quando)
+void spostaStato(data::Connection &connection, int file, const QString &da, const QString &a, const QDateTime &quando)
 {
-    connection.run(u"UPDATE FATTURE_ELETTRONICHE SET STATO = ?, STATO_DAL = ? WHERE IDFATTURA_ELETTRONICA = ?"_s,
-                   {stato, quando, file});
+    connection.run(u"UPDATE FATTURE_ELETTRONICHE SET STATO = ?, STATO_DAL = ? WHERE IDFATTURA_ELETTRONICA = ? AND "
+                   "STATO = ?"_s,
+                   {a, quando, file, da});
 }
 
 } // namespace fatturapa

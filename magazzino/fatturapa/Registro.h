@@ -60,8 +60,9 @@ Esito registra(data::Connection &connection, int fattura, const QString &utente,
 /// Notes that the invoice was saved; to be called in the transaction that saves it.
 void segnaModificata(data::Connection &connection, int fattura);
 
-/// Moves a file's state; `quando` is the moment from which it counts.
-void impostaStato(data::Connection &connection, int file, const QString &stato, const QDateTime &quando);
+/// Moves a file from the state `da` to `a`, which counts from the moment `quando`. Does nothing when it is in another
+/// state by now: another workstation may have read a receipt.
+void spostaStato(data::Connection &connection, int file, const QString &da, const QString &a, const QDateTime &quando);
 
 /// Hexadecimal SHA-256 of `contenuto`.
 QString improntaDi(const QByteArray &contenuto);

@@ -174,9 +174,11 @@ RicevutaRegistrata registraRicevuta(data::Connection &connection, const QByteArr
     }
     const int id = file.integer(0, u"IDFATTURA_ELETTRONICA");
     inserisci(connection, id, letta.ricevuta, xml, nome, utente);
-    const QString nuovo = statoDopo(letta.ricevuta.tipo);
-    if (precede(file.text(0, u"STATO"), nuovo))
-        impostaStato(connection, id, nuovo, letta.ricevuta.momento.isValid() ? letta.ricevuta.momento : core::now());
+    const QString prima = file.text(0, u"STATO");
+    const QString dopo = statoDopo(letta.ricevuta.tipo);
+    if (precede(prima, dopo))
+        spostaStato(connection, id, prima, dopo,
+                    letta.ricevuta.momento.isValid() ? letta.ricevuta.momento : core::now());
     transaction.commit();
     return letta;
 }

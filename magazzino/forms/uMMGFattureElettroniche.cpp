@@ -318,7 +318,8 @@ void TMMGFattureElettroniche::segnaInviata()
     }
     const bool indietro = scritti.isEmpty();
     for (const int file : indietro ? inviati : scritti)
-        fatturapa::impostaStato(ModuleConnection(), file, indietro ? stato::scritta : stato::inviata, core::now());
+        fatturapa::spostaStato(ModuleConnection(), file, indietro ? stato::inviata : stato::scritta,
+                               indietro ? stato::scritta : stato::inviata, core::now());
     aggiorna();
 }
 
