@@ -3,6 +3,9 @@
 #include "host/Corvane3Impl.h"
 #include "host/HostCommands.h"
 #include "host/PackageLoader.h"
+#include "host/Version.h"
+#include "host/help/HostChapters.h"
+#include "host/help/ManualWindow.h"
 #include "host/start/Startup.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
@@ -18,6 +21,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -68,6 +72,7 @@ StartOptions parseArguments(const QApplication &application)
                                   u"cartella"_s);
     parser.addOptions({database, user, empty, upgrade, tour});
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.process(application);
     return {.database = parser.value(database),
             .user = parser.value(user),
@@ -148,6 +153,9 @@ void protectData(const QString &folder)
 void prepareProgram(QApplication &application)
 {
     QCoreApplication::setApplicationName(u"corvane"_s);
+    QCoreApplication::setApplicationVersion(programVersion());
+    QGuiApplication::setDesktopFileName(u"it.corvane.Corvane"_s);
+    QApplication::setWindowIcon(QIcon(u":/corvane.svg"_s));
     QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     // Texts of Qt's own dialogs and context menus.
@@ -155,6 +163,8 @@ void prepareProgram(QApplication &application)
     if (translator->load(u"qtbase_it"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(translator);
     core::keepNewFilesPrivate();
+    addHostChapters();
+    installHelpKey(&application);
     protectData(dataFolder());
     core::setLogFile(dataFolder() + u"/corvane.log"_s);
     core::logQtWarnings();

@@ -18,6 +18,7 @@
 #include "platform/report/Output.h"
 #include "platform/report/Report.h"
 #include "platform/ui/EntryForm.h"
+#include "platform/ui/Help.h"
 
 #include <QAction>
 #include <QApplication>
@@ -74,12 +75,29 @@ PackageClass moduleClass()
     return module;
 }
 
+// Where the manual tells about the module's windows.
+QHash<QString, QString> chapters()
+{
+    return {{u"TMMGInserimentoBolleCarico"_s, u"Merce in arrivo: la bolla di carico"_s},
+            {u"TMMGRicercaBolleCarico"_s, u"Merce in arrivo: la bolla di carico"_s},
+            {u"TMMGInserimentoDdTScarico"_s, u"Merce in uscita: il D.d.T. di scarico"_s},
+            {u"TMMGRicercaDdTScarico"_s, u"Merce in uscita: il D.d.T. di scarico"_s},
+            {u"TMMGInserimentoFattureAccompagnatorie"_s, u"Fatture accompagnatorie"_s},
+            {u"TMMGRicercaFattureAccompagnatorie"_s, u"Fatture accompagnatorie"_s},
+            {u"TMMGInserimentoMovimentiMagazzino"_s, u"Movimenti senza documento"_s},
+            {u"TMMGRicercaMovimentiMagazzino"_s, u"Movimenti senza documento"_s},
+            {u"TMMGStampaInventarioBase"_s, u"Inventario e riordino"_s},
+            {u"TMMGModStampaSottoscortaRiordino"_s, u"Inventario e riordino"_s},
+            {u"TMMGModSelezionaBase"_s, u"Scrivere le righe"_s}};
+}
+
 // Registers the module once while its library loads, with what it has of what the host works on.
 const bool registered = [] {
     RegisterPackage(packageName, u"Modulo Magazzino"_s, moduleClass());
     data::registerUses(schema::moduleUses);
     host::registerImportTarget({u"Fornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s,
                                 host::firmImportFields(host::FirmKind::Supplier, u"fornitore"_s)});
+    ui::addHelpChapters(chapters());
     return true;
 }();
 

@@ -1,9 +1,11 @@
 #include "host/ui/MainWindow.h"
 
-#include "host/IntfPack.h"
+#include "host/help/AboutDialog.h"
+#include "host/help/ManualWindow.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Settings.h"
 #include "platform/ui/ChildForm.h"
+#include "platform/ui/Dialogs.h"
 
 #include <QCloseEvent>
 #include <QCryptographicHash>
@@ -11,7 +13,6 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
-#include <QPainter>
 #include <QSettings>
 #include <QStatusBar>
 
@@ -25,27 +26,6 @@ MainWindow *&current()
 {
     static MainWindow *window = nullptr;
     return window;
-}
-
-// A closed carton; drawn here, so that no image file has to be found.
-QIcon programIcon()
-{
-    QIcon icon;
-    for (const int size : {16, 32, 64}) {
-        QPixmap pixmap(size, size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(size / 16.0, size / 16.0);
-        painter.setPen(QPen(QColor(0x7a, 0x4a, 0x16), 0.8));
-        painter.setBrush(QColor(0xd9, 0xa0, 0x5b));
-        painter.drawRect(QRectF(1.5, 5.5, 13, 9));
-        painter.setBrush(QColor(0xec, 0xc0, 0x85));
-        painter.drawPolygon(QPolygonF({{1.5, 5.5}, {4, 1.5}, {12, 1.5}, {14.5, 5.5}}));
-        painter.fillRect(QRectF(6.7, 1.5, 2.6, 7), QColor(0xf7, 0xe3, 0xc0));
-        icon.addPixmap(pixmap);
-    }
-    return icon;
 }
 
 const QString geometryKey = u"finestra/geometria"_s;
@@ -75,7 +55,6 @@ MainWindow::MainWindow(const QString &settingsFile)
     current() = this;
     setObjectName(u"frmMain"_s);
     setWindowTitle(u"Corvane"_s);
-    setWindowIcon(programIcon());
     setMinimumSize(640, 400);
     // A window that closes leaves the place to the one that was used before it.
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
@@ -130,6 +109,9 @@ void MainWindow::createMenus()
 
     QMenu *help = menuBar()->addMenu(u"&?"_s);
     help->setObjectName(u"mnAiuto"_s);
+    QAction *manual = help->addAction(u"&Manuale"_s, this, [this] { showManual(this); });
+    manual->setObjectName(u"actManuale"_s);
+    manual->setShortcut(QKeySequence(Qt::Key_F1));
     help->addAction(u"&Informazioni su Corvane"_s, this, &MainWindow::about)->setObjectName(u"actInformazioni"_s);
 }
 
@@ -232,6 +214,7 @@ void MainWindow::listWindows()
 void MainWindow::showSession(const QString &user, const QString &database)
 {
     userLabel_->setText(u"Utente: %1"_s.arg(user));
+    database_ = database;
     databaseLabel_->setText(u"Database: %1"_s.arg(database));
     setWindowTitle(u"Corvane - %1"_s.arg(user));
 }
@@ -301,10 +284,8 @@ void MainWindow::saveLayout()
 
 void MainWindow::about()
 {
-    QStringList modules;
-    for (int i = 0; i < GetPackageCount(); ++i)
-        modules.append(GetPackage(i).displayName);
-    core::inform(this, u"Corvane, gestione aziendale\n\rModuli caricati: %1"_s.arg(modules.join(u", "_s)));
+    AboutDialog dialog(database_, this);
+    ui::runModal(dialog);
 }
 
 } // namespace host

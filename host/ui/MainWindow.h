@@ -61,6 +61,7 @@ private:
     QList<QToolBar *> commonToolBars_;
     QLabel *userLabel_;
     QLabel *databaseLabel_;
+    QString database_; // as the user sees it
     QString settingsFile_;
     std::optional<Opening> next_;
 };

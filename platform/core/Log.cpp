@@ -77,6 +77,11 @@ void setLogFile(const QString &path)
         QDir().mkpath(QFileInfo(path).absolutePath());
 }
 
+QString logFile()
+{
+    return logPath();
+}
+
 QString withoutUserValues(const QString &text)
 {
     // A value may hold quotes and brackets itself, and a long one may have lost its end; where the database repeats

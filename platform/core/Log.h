@@ -9,6 +9,8 @@ namespace core {
 /// Sets the log file; the folder is created. At 1 MiB the file becomes "NAME.1" (one generation is kept).
 /// An empty path switches logging off (the state before the first call).
 void setLogFile(const QString &path);
+/// The log file that was set; empty while logging is off.
+QString logFile();
 
 /// One line: time, where it happened (a routine or a document without its contents), statement kind and error text.
 void logError(const QString &where, const std::exception &error);

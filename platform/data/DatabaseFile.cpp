@@ -10,6 +10,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 #include <sys/stat.h>
@@ -113,6 +114,13 @@ void executeWithoutWaiting(const DatabaseAddress &address, const QString &sql)
     status.require(statementKind(sql));
     // An index is made here only, so this is where it can fail, too.
     transaction.commit();
+}
+
+QString clientVersion()
+{
+    std::array<char, 256> text = {};
+    isc_get_client_version(text.data());
+    return QString::fromLatin1(text.data());
 }
 
 void useLockFolder(const QString &path)

@@ -37,6 +37,9 @@ void dropDatabase(const DatabaseAddress &address);
 /// DatabaseError and leaves nothing behind then.
 void executeWithoutWaiting(const DatabaseAddress &address, const QString &sql);
 
+/// The client library's own name and version, "LI-V3.0.11.33703 Firebird 3.0".
+QString clientVersion();
+
 /// Gives the embedded engine a lock folder of the user's own (created when missing); call it before the first connect.
 /// The engine's default in the shared temporary folder belongs to whichever account came first. When another account,
 /// such as root with this user's home, has taken `path`, a folder beside it named after the user serves instead, and

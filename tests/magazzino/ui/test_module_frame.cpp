@@ -2,10 +2,12 @@
 #include "host/HostCommands.h"
 #include "host/IntfPack.h"
 #include "host/PackageLoader.h"
+#include "host/help/HostChapters.h"
 #include "host/ui/MainWindow.h"
 #include "magazzino/Azioni.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "platform/report/Report.h"
+#include "platform/ui/Help.h"
 #include "tests/support/Fixtures.h"
 
 using namespace Qt::StringLiterals;
@@ -124,13 +126,16 @@ private Q_SLOTS:
         QVERIFY(workplace.module().openForm(u"actInserimentoBolleCarico"_s));
     }
 
-    // The module's and the host's: a window with a title, once however often it is asked for, or a modal dialog.
+    // The module's and the host's: a window with a title and a chapter of the manual, once however often it is asked
+    // for, or a modal dialog.
     void everyActionOpens()
     {
         test::Workplace workplace;
+        host::addHostChapters();
         const auto opensWindow = [&](const QString &action, const std::function<QWidget *()> &open) {
             const QPointer<QWidget> form = open();
             QVERIFY2(form && form->isVisible() && !form->windowTitle().isEmpty(), qPrintable(action));
+            QVERIFY2(!ui::helpChapter(form).isEmpty(), qPrintable(action));
             QVERIFY2(open() == form && openWindows(workplace) == 1, qPrintable(action));
             test::trigger(form, u"actChiudi"_s);
             test::settle();
@@ -141,6 +146,7 @@ private Q_SLOTS:
         const auto opensDialog = [&](const QString &action, const std::function<void()> &open) {
             workplace.dialogs.expect([&action](QDialog &dialog) {
                 QVERIFY2(dialog.isVisible() && !dialog.windowTitle().isEmpty(), qPrintable(action));
+                QVERIFY2(!ui::helpChapter(&dialog).isEmpty(), qPrintable(action));
                 dialog.reject();
             });
             open();

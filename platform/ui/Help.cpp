@@ -1,0 +1,45 @@
+#include "platform/ui/Help.h"
+
+#include <QWidget>
+
+namespace ui {
+
+namespace {
+
+QHash<QString, QString> &known()
+{
+    static QHash<QString, QString> chapters;
+    return chapters;
+}
+
+QString chapterOf(const QWidget &widget)
+{
+    QString chapter = known().value(widget.objectName());
+    for (const QMetaObject *type = widget.metaObject(); type && chapter.isEmpty(); type = type->superClass())
+        chapter = known().value(QString::fromLatin1(type->className()));
+    return chapter;
+}
+
+} // namespace
+
+void addHelpChapters(const QHash<QString, QString> &chapters)
+{
+    known().insert(chapters);
+}
+
+const QHash<QString, QString> &helpChapters()
+{
+    return known();
+}
+
+QString helpChapter(const QWidget *widget)
+{
+    for (; widget; widget = widget->parentWidget()) {
+        const QString chapter = chapterOf(*widget);
+        if (!chapter.isEmpty())
+            return chapter;
+    }
+    return {};
+}
+
+} // namespace ui
