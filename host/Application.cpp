@@ -15,6 +15,7 @@
 #include "platform/core/WorkFolder.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
+#include "platform/ui/Icons.h"
 #include "platform/ui/ListLayouts.h"
 #include "platform/ui/MessageBoxes.h"
 
@@ -158,6 +159,7 @@ void prepareProgram(QApplication &application)
     QApplication::setWindowIcon(QIcon(u":/corvane.svg"_s));
     QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    ui::useIconTheme();
     // Texts of Qt's own dialogs and context menus.
     auto *translator = new QTranslator(&application);
     if (translator->load(u"qtbase_it"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

@@ -2,10 +2,11 @@
 
 # What building and running needs on Debian 12.
 RUN_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev firebird-dev firebird3.0-server-core
-    firebird3.0-utils libqt6sql6-ibase libqt6sql6-odbc libqt6svg6 qt6-translations-l10n
+    firebird3.0-utils libqt6sql6-odbc libqt6svg6 breeze-icon-theme qt6-translations-l10n
     fonts-dejavu-core fonts-liberation2)
 # What the tests need besides.
-TEST_PACKAGES=(git python3 clang-format clang-tidy poppler-utils firebird3.0-server libxml2-utils python3-a38)
+TEST_PACKAGES=(git python3 clang-format clang-tidy poppler-utils firebird3.0-server libqt6sql6-ibase
+    libxml2-utils python3-a38)
 
 say() {
     printf '%s\n' "$*" >&2

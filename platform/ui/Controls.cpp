@@ -68,28 +68,4 @@ void ComboBox::wheelEvent(QWheelEvent *event)
         event->ignore();
 }
 
-QIcon icon(Icon which)
-{
-    static const QHash<Icon, QStyle::StandardPixmap> pixmaps = {{Icon::New, QStyle::SP_FileIcon},
-                                                                {Icon::Open, QStyle::SP_DialogOpenButton},
-                                                                {Icon::Save, QStyle::SP_DialogSaveButton},
-                                                                {Icon::Delete, QStyle::SP_TrashIcon},
-                                                                {Icon::Close, QStyle::SP_DialogCloseButton},
-                                                                {Icon::Print, QStyle::SP_FileDialogContentsView},
-                                                                {Icon::Pdf, QStyle::SP_FileDialogDetailedView},
-                                                                {Icon::Add, QStyle::SP_FileDialogNewFolder},
-                                                                {Icon::Remove, QStyle::SP_DialogDiscardButton},
-                                                                {Icon::Up, QStyle::SP_ArrowUp},
-                                                                {Icon::Down, QStyle::SP_ArrowDown},
-                                                                {Icon::Search, QStyle::SP_FileDialogContentsView},
-                                                                {Icon::Reset, QStyle::SP_DialogResetButton},
-                                                                {Icon::Text, QStyle::SP_FileDialogInfoView},
-                                                                {Icon::Choose, QStyle::SP_DirOpenIcon},
-                                                                {Icon::Clear, QStyle::SP_DialogCancelButton},
-                                                                {Icon::Recover, QStyle::SP_ArrowBack},
-                                                                {Icon::Service, QStyle::SP_FileDialogListView},
-                                                                {Icon::Export, QStyle::SP_DialogSaveButton}};
-    return QApplication::style()->standardIcon(pixmaps.value(which));
-}
-
 } // namespace ui

@@ -1,0 +1,63 @@
+#include "platform/ui/Icons.h"
+
+#include "platform/ui/Controls.h"
+
+#include <QApplication>
+#include <QHash>
+#include <QIcon>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+namespace {
+
+/// A drawing of the theme, and what stands for it where there is no theme.
+struct Drawing
+{
+    QString name;
+    QStyle::StandardPixmap instead;
+};
+
+// One drawing has one meaning.
+const QHash<Icon, Drawing> &drawings()
+{
+    static const QHash<Icon, Drawing> all = {{Icon::New, {u"document-new"_s, QStyle::SP_FileIcon}},
+                                             {Icon::Open, {u"document-open"_s, QStyle::SP_DialogOpenButton}},
+                                             {Icon::Save, {u"document-save"_s, QStyle::SP_DialogSaveButton}},
+                                             {Icon::Delete, {u"edit-delete"_s, QStyle::SP_TrashIcon}},
+                                             {Icon::Close, {u"window-close"_s, QStyle::SP_DialogCloseButton}},
+                                             {Icon::Print, {u"document-print"_s, QStyle::SP_FileDialogContentsView}},
+                                             {Icon::Pdf, {u"application-pdf"_s, QStyle::SP_FileDialogDetailedView}},
+                                             {Icon::Add, {u"list-add"_s, QStyle::SP_FileDialogNewFolder}},
+                                             {Icon::Remove, {u"list-remove"_s, QStyle::SP_DialogDiscardButton}},
+                                             {Icon::Up, {u"go-up"_s, QStyle::SP_ArrowUp}},
+                                             {Icon::Down, {u"go-down"_s, QStyle::SP_ArrowDown}},
+                                             {Icon::Search, {u"edit-find"_s, QStyle::SP_FileDialogContentsView}},
+                                             {Icon::Reset, {u"edit-reset"_s, QStyle::SP_DialogResetButton}},
+                                             {Icon::Text, {u"insert-text"_s, QStyle::SP_FileDialogInfoView}},
+                                             {Icon::Choose, {u"view-list-details"_s, QStyle::SP_DirOpenIcon}},
+                                             {Icon::Clear, {u"edit-clear"_s, QStyle::SP_DialogCancelButton}},
+                                             {Icon::Recover, {u"document-revert"_s, QStyle::SP_ArrowBack}},
+                                             {Icon::Service, {u"configure"_s, QStyle::SP_FileDialogListView}},
+                                             {Icon::Export, {u"document-export"_s, QStyle::SP_DialogSaveButton}}};
+    return all;
+}
+
+} // namespace
+
+void useIconTheme()
+{
+    constexpr int half = 128;
+    const bool isDark = QApplication::palette().color(QPalette::Window).lightness() < half;
+    QIcon::setThemeName(isDark ? u"breeze-dark"_s : u"breeze"_s);
+}
+
+QIcon icon(Icon which)
+{
+    const Drawing drawing = drawings().value(which);
+    return QIcon::fromTheme(drawing.name, QApplication::style()->standardIcon(drawing.instead));
+}
+
+} // namespace ui
