@@ -6,6 +6,7 @@
 #include "host/Version.h"
 #include "host/help/HostChapters.h"
 #include "host/help/ManualWindow.h"
+#include "host/start/SelfCheck.h"
 #include "host/start/Startup.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
@@ -27,6 +28,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStyleFactory>
+#include <QTemporaryDir>
 #include <QTranslator>
 
 #include <algorithm>
@@ -37,6 +39,8 @@ using namespace Qt::StringLiterals;
 namespace host {
 
 namespace {
+
+const QString selfCheck = u"self-check"_s;
 
 QString dataFolder()
 {
@@ -71,14 +75,18 @@ StartOptions parseArguments(const QApplication &application)
     const QCommandLineOption upgrade(u"upgrade"_s, u"Aggiorna lo schema del database e termina."_s);
     const QCommandLineOption tour(u"tour"_s, u"Esegue la visita guidata e ne salva le immagini in CARTELLA."_s,
                                   u"cartella"_s);
-    parser.addOptions({database, user, empty, upgrade, tour});
+    const QCommandLineOption check(
+        selfCheck, u"Controlla l'installazione con un archivio dimostrativo temporaneo, senza finestre, e termina."_s);
+    parser.addOptions({database, user, empty, upgrade, tour, check});
+    parser.addPositionalArgument(u"archivio"_s, u"Un archivio da aprire, come con --database."_s, u"[archivio]"_s);
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(application);
-    return {.database = parser.value(database),
+    return {.database = parser.isSet(database) ? parser.value(database) : parser.positionalArguments().value(0),
             .user = parser.value(user),
             .empty = parser.isSet(empty),
             .upgrade = parser.isSet(upgrade),
+            .selfCheck = parser.isSet(check),
             .tourFolder = parser.value(tour)};
 }
 
@@ -93,6 +101,10 @@ int startTour(const QString &folder)
 
 int work(const StartOptions &options, const int &printed)
 {
+    if (options.selfCheck) {
+        checkInstallation(dataFolder());
+        return printed == 0 ? 0 : 1;
+    }
     if (!options.upgrade) {
         runSessions(options, dataFolder());
         return 0;
@@ -132,7 +144,7 @@ void choosePlatform(int argc, char *argv[])
 {
     const bool showsWindows = std::none_of(argv, argv + argc, [](const char *argument) {
         const QByteArrayView name(argument);
-        return name == "--upgrade" || name == "--tour" || name.startsWith("--tour=");
+        return name == "--upgrade" || name == "--self-check" || name == "--tour" || name.startsWith("--tour=");
     });
     const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
                             qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
@@ -175,17 +187,24 @@ void prepareProgram(QApplication &application)
 
 int runApplication(QApplication &application)
 {
+    // The check of the installation leaves the account's own folder alone.
+    std::optional<QTemporaryDir> own;
+    if (QCoreApplication::arguments().contains(u"--"_s + selfCheck)) {
+        own.emplace();
+        qputenv("XDG_DATA_HOME", QFile::encodeName(own->path()));
+    }
     prepareProgram(application);
     const StartOptions options = parseArguments(application);
     int printed = 0;
-    if (options.upgrade || !hasScreen())
+    const bool isSilent = options.upgrade || options.selfCheck;
+    if (isSilent || !hasScreen())
         printMessages(printed);
     else
         ui::installMessageBoxes();
     if (!options.tourFolder.isEmpty())
         return startTour(options.tourFolder);
     int code = 1;
-    if (!options.upgrade && !hasScreen())
+    if (!isSilent && !hasScreen())
         core::showError(nullptr, u"Nessuno schermo disponibile: usare --tour CARTELLA oppure --upgrade."_s);
     else if (core::guarded(nullptr, [&] { code = work(options, printed); }))
         return code;

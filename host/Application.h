@@ -17,11 +17,12 @@ class MainWindow;
 /// What the command line asked for.
 struct StartOptions
 {
-    QString database;     ///< file, or HOST[/PORT]:FILE; empty for the account's own
-    QString user;         ///< proposed at the login; empty for the one of the last time
-    bool empty = false;   ///< a new database gets no demonstration data
-    bool upgrade = false; ///< start, bring the schema up to date, end
-    QString tourFolder;   ///< run the guided tour into this folder
+    QString database;       ///< file, or HOST[/PORT]:FILE; empty for the account's own
+    QString user;           ///< proposed at the login; empty for the one of the last time
+    bool empty = false;     ///< a new database gets no demonstration data
+    bool upgrade = false;   ///< start, bring the schema up to date, end
+    bool selfCheck = false; ///< look whether everything that belongs to the program is there, end
+    QString tourFolder;     ///< run the guided tour into this folder
 };
 
 /// A running program without its event loop: database open, main window made, modules started.

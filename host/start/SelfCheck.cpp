@@ -1,0 +1,70 @@
+#include "host/start/SelfCheck.h"
+
+#include "host/Application.h"
+#include "host/DatabaseSetup.h"
+#include "host/HostCommands.h"
+#include "host/IntfPack.h"
+#include "host/help/ManualWindow.h"
+#include "host/start/Upgrade.h"
+#include "host/ui/MainWindow.h"
+#include "platform/core/Error.h"
+#include "platform/ui/ResultGrid.h"
+
+#include <QCoreApplication>
+#include <QImageReader>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStandardPaths>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+void require(bool there, const QString &what)
+{
+    if (!there)
+        throw core::Error(u"Installazione incompleta: %1."_s.arg(what));
+    std::printf("ok  %s\n", qUtf8Printable(what));
+}
+
+data::DatabaseAddress demoIn(const QString &folder)
+{
+    data::DatabaseAddress address;
+    address.file = folder + u"/corvane.fdb"_s;
+    createHostDatabase(address, true);
+    requireDatabase(address);
+    upgradeHost(address);
+    return address;
+}
+
+// A module that could not work would have shown a message: those count as failures, too.
+void checkSession(const data::DatabaseAddress &address)
+{
+    Session session(address, administrator, {});
+    session.startModules(QCoreApplication::applicationDirPath());
+    require(GetPackageCount() > 0, u"moduli (Magazzino.bpl)"_s);
+    session.window().show();
+    QMenu *documents = session.window().menuBar()->findChild<QMenu *>(u"mnDocumenti"_s);
+    require(documents && !documents->actions().isEmpty(), u"comandi del modulo"_s);
+    for (QAction *command : documents->actions())
+        command->trigger();
+    require(!session.window().findChildren<ui::ResultGrid *>().isEmpty(), u"elenchi dei documenti"_s);
+}
+
+} // namespace
+
+void checkInstallation(const QString &folder)
+{
+    const data::DatabaseAddress address = demoIn(folder);
+    require(true, u"motore del database, archivio dimostrativo"_s);
+    checkSession(address);
+    require(!manualFolder().isEmpty(), u"manuale"_s);
+    require(QImageReader::supportedImageFormats().contains("svg"), u"icone (SVG)"_s);
+    require(!QStandardPaths::findExecutable(u"gbak"_s).isEmpty(), u"copie di sicurezza (gbak)"_s);
+}
+
+} // namespace host
