@@ -197,6 +197,21 @@ private Q_SLOTS:
         form->SetModified(false);
     }
 
+    // Another workstation uses the record while the question stands on the screen.
+    void recordUsedMeanwhileStays()
+    {
+        const int key = test::insertInto(database(), u"UM"_s, {{u"UM"_s, u"XX"_s}});
+        place().messages.expectQuestion(test::deleting, core::Answer::Yes);
+        place().messages.whileShown([this, key] {
+            test::insertInto(database(), u"ANA_MAGA"_s, {{u"CODICE"_s, u"ZZ"_s}, {u"IDUM"_s, key}});
+        });
+        place().messages.expectWarning(
+            u"Non è più possibile eliminare %1:\n\rnel frattempo un'altra postazione ha cambiato i dati."_s.arg(
+                host::units().oneRecord));
+        QVERIFY(!ui::deleteRegisterRecord(host::units(), key, database(), nullptr));
+        QCOMPARE(lines(u"SELECT COUNT(*) FROM UM WHERE UM = 'XX'"_s), QStringList(u"1"_s));
+    }
+
     void codes()
     {
         using Code = std::tuple<bool (*)(const QString &), QString, QString>; // the check, right codes, wrong codes

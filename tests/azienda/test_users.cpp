@@ -91,6 +91,25 @@ private Q_SLOTS:
         QVERIFY(host::logIn(nullptr, u"UFFICIO"_s, database()).lockedOut);
     }
 
+    void ownPasswordIsChangedByWhoKnowsIt()
+    {
+        host::setPassword(host::administrator, u"vecchia-1"_s, database());
+        place().messages.expectWarning(u"La password attuale non è corretta."_s);
+        place().messages.expectInformation(u"La password è stata cambiata."_s);
+        place().dialogs.expect([](QDialog &dialog) {
+            for (const QString &old : {u"sbagliata"_s, u"vecchia-1"_s}) {
+                test::retype(&dialog, u"txtVecchia"_s, old);
+                for (const QString &name : {u"txtPassword"_s, u"txtRipeti"_s})
+                    test::retype(&dialog, name, u"nuova-22"_s);
+                test::press(&dialog, u"cmdOk"_s);
+                QCOMPARE(dialog.isVisible(), old == u"sbagliata"_s);
+            }
+        });
+        test::trigger(&place().commands(), u"actCambiaPassword"_s);
+        QCOMPARE(host::authenticate(host::administrator, u"nuova-22"_s, database()), host::administrator);
+        QCOMPARE(host::authenticate(host::administrator, u"vecchia-1"_s, database()), QString());
+    }
+
     void newUserWorksWithRoleAndPassword()
     {
         QWidget *form = place().commands().openForm(u"actInserimentoUtenti"_s);
