@@ -139,9 +139,9 @@ private Q_SLOTS:
         test::trigger(form, u"actSalvaPDF"_s);
         QCOMPARE(place().messages.verify(), QStringList());
         // The list proposes the same name.
-        auto *list = qobject_cast<ui::SearchForm *>(open(u"actRicercaDdTScarico"_s));
+        ui::SearchForm *list = openList(u"actRicercaDdTScarico"_s);
         list->search();
-        test::control<QTableView>(list, u"GridRisultati"_s)->selectRow(0);
+        gridOf(*list)->selectRow(0);
         proposed.clear();
         place().messages.expectQuestion(u"Il file \"%1\" esiste già.\n\rSovrascriverlo?"_s.arg(written),
                                         core::Answer::No);
@@ -234,7 +234,7 @@ private Q_SLOTS:
 private:
     ui::EntryForm *openNote(int key) const
     {
-        auto *form = qobject_cast<ui::EntryForm *>(open(u"actInserimentoDdTScarico"_s));
+        ui::EntryForm *form = openEntry(u"actInserimentoDdTScarico"_s);
         form->openRecord(key);
         return form;
     }

@@ -187,11 +187,7 @@ private:
     void addService(const QString &code) const
     {
         invoice().showPage(1);
-        invoice().choose(u"actAggiungiServizio"_s, [code](QDialog &dialog) {
-            test::press(&dialog, u"actCerca"_s);
-            test::selectRow(test::control<QTableView>(&dialog, u"gridRisultati"_s), code);
-            test::press(&dialog, u"cmdOk"_s);
-        });
+        invoice().choose(u"actAggiungiServizio"_s, test::choosing(code));
     }
 
     void addNonTaxable(const QString &price) const

@@ -112,7 +112,7 @@ private:
     }
 
     QStringList numbers() const { return test::columnTexts(grid(), u"N."_s); }
-    QTableView *grid() const { return test::control<QTableView>(list_, u"GridRisultati"_s); }
+    QTableView *grid() const { return gridOf(*list_); }
     QWidget *entryForm() const
     {
         return place().window().findChild<QWidget *>(u"MMGInserimentoFattureAccompagnatorie"_s);

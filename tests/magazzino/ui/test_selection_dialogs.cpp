@@ -10,60 +10,50 @@ class TestSelectionDialogs : public test::AtWorkplace
     Q_OBJECT
 
 private Q_SLOTS:
-    void articleFilters_data()
-    {
-        test::columns<QString, QString, QString>("code", "description", "found");
-        QTest::newRow("both") << u"tra"_s << u"18 V"_s << u"TRA-0018"_s;
-        QTest::newRow("apostrophe") << QString() << u"l'acqua \"x"_s << u"ZZ'1"_s;
-        QTest::newRow("per cent is no wildcard") << QString() << u"100%"_s << u"ZZ%2"_s;
-        QTest::newRow("underscore is no wildcard") << u"zz_"_s << QString() << QString();
-        QTest::newRow("accent, other case") << QString() << u"È COSÌ"_s << u"ZZ%2"_s;
-        QTest::newRow("code of 20 characters") << u"zz-3-456789012345678"_s << QString() << u"ZZ-3-456789012345678"_s;
-        QTest::newRow("control characters do not count")
-            << QString() << u"l'ac\1qu"_s + QChar(0) + u"a \"x"_s << u"ZZ'1"_s;
-        QTest::newRow("question mark is no parameter") << QString() << u"perché?"_s << u"ZZ%2"_s;
-    }
-
     void articleFilters()
     {
-        const auto [code, description, found] = test::row<QString, QString, QString>();
         const QString insert = u"INSERT INTO ANA_MAGA(CODICE, DESCRIZIONE, COSTO, PREZZO) VALUES(?, ?, 0, 0)"_s;
         database().run(insert, {u"ZZ'1"_s, u"Filtro per l'acqua \"X\""_s});
         database().run(insert, {u"ZZ%2"_s, u"Cotone 100%, è così a :ID perché?"_s});
         database().run(insert, {u"ZZ-3-456789012345678"_s, u"Codice lungo"_s});
         TMMGModSelezionaBase &dialog = this->dialog(u"Articolo"_s);
         dialog.show();
-        test::type(test::control<QLineEdit>(&dialog, u"txtCodice"_s), code);
-        test::control<QLineEdit>(&dialog, u"txtDescrizione"_s)->setText(description);
-        test::press(&dialog, u"actCerca"_s);
-        QCOMPARE(codes(dialog).join(u'|'), found);
+        // Code, description, what is found: no wildcards nor parameters, and control characters do not count.
+        for (const auto &[code, description, found] : {std::tuple(u"tra"_s, u"18 V"_s, u"TRA-0018"_s),
+                                                       {u""_s, u"l'acqua \"x"_s, u"ZZ'1"_s},
+                                                       {u""_s, u"100%"_s, u"ZZ%2"_s},
+                                                       {u"zz_"_s, u""_s, u""_s},
+                                                       {u""_s, u"È COSÌ"_s, u"ZZ%2"_s},
+                                                       {u"zz-3-456789012345678"_s, u""_s, u"ZZ-3-456789012345678"_s},
+                                                       {u""_s, u"l'ac\1qu"_s + QChar(0) + u"a \"x"_s, u"ZZ'1"_s},
+                                                       {u""_s, u"perché?"_s, u"ZZ%2"_s}}) {
+            test::retype(&dialog, u"txtCodice"_s, code);
+            test::control<QLineEdit>(&dialog, u"txtDescrizione"_s)->setText(description);
+            test::press(&dialog, u"actCerca"_s);
+            QCOMPARE(codes(dialog).join(u'|'), found);
+        }
         dialog.reject();
-    }
-
-    void categoryIncludesThoseBelow_data()
-    {
-        test::columns<QString, QString, QString, int>("dialogName", "category", "code", "count");
-        QTest::newRow("three levels") << u"Articolo"_s << u"Ferramenta"_s << QString() << 50;
-        QTest::newRow("with a code") << u"Articolo"_s << u"Ferramenta"_s << u"vit"_s << 5;
-        QTest::newRow("services") << u"Servizio"_s << u"Trasporto"_s << QString() << 5;
     }
 
     void categoryIncludesThoseBelow()
     {
-        const auto [dialogName, category, code, count] = test::row<QString, QString, QString, int>();
-        TMMGModSelezionaBase &dialog = this->dialog(dialogName);
-        dialog.show();
-        auto *tree = test::control<ui::CategoryTree>(&dialog, u"txtCategoria"_s);
-        QCOMPARE(tree->itemText(0).trimmed(), u"Tutte le categorie"_s);
-        int entry = 0;
-        while (entry < tree->count() && tree->itemText(entry).trimmed() != category)
-            ++entry;
-        QVERIFY(entry < tree->count());
-        tree->setCurrentIndex(entry);
-        test::type(test::control<QLineEdit>(&dialog, u"txtCodice"_s), code);
-        test::press(&dialog, u"actCerca"_s);
-        QCOMPARE(codes(dialog).size(), count);
-        dialog.reject();
+        for (const auto &[dialogName, category, code, count] : {std::tuple(u"Articolo"_s, u"Ferramenta"_s, u""_s, 50),
+                                                                {u"Articolo"_s, u"Ferramenta"_s, u"vit"_s, 5},
+                                                                {u"Servizio"_s, u"Trasporto"_s, u""_s, 5}}) {
+            TMMGModSelezionaBase &dialog = this->dialog(dialogName);
+            dialog.show();
+            auto *tree = test::control<ui::CategoryTree>(&dialog, u"txtCategoria"_s);
+            QCOMPARE(tree->itemText(0).trimmed(), u"Tutte le categorie"_s);
+            int entry = 0;
+            while (entry < tree->count() && tree->itemText(entry).trimmed() != category)
+                ++entry;
+            QVERIFY(entry < tree->count());
+            tree->setCurrentIndex(entry);
+            test::retype(&dialog, u"txtCodice"_s, code);
+            test::press(&dialog, u"actCerca"_s);
+            QCOMPARE(codes(dialog).size(), count);
+            dialog.reject();
+        }
     }
 
     void okWithoutARowWarnsAndStaysOpen()

@@ -70,7 +70,7 @@ private Q_SLOTS:
     void listsAndPrintsAreRefusedToo()
     {
         QWidget *movements = open(u"actRicercaMovimentiMagazzino"_s);
-        auto *grid = test::control<QTableView>(movements, u"GridRisultati"_s);
+        auto *grid = gridOf(*movements);
         auto *from = test::control<ui::DateEdit>(movements, u"txtDataDal"_s);
         const int before = grid->model()->rowCount();
         database().execute(u"DELETE FROM MOVI_MAGA"_s);

@@ -76,67 +76,58 @@ private Q_SLOTS:
         }
     }
 
-    void cellsReadTheSame_data()
-    {
-        test::columns<QString, QString, QString>("typed", "shown", "error");
-        for (const QString &typed : {u"12.5"_s, u"12,5"_s, u"12,50"_s})
-            QTest::newRow(qPrintable(typed)) << typed << u"12,50"_s << QString();
-        QTest::newRow("point first") << u".5"_s << u"0,50"_s << QString();
-        QTest::newRow("third decimal") << u"1.234"_s << u"3,00"_s << u"\"1,234\" ha più di due decimali."_s;
-        QTest::newRow("second mark") << u"1.234.5"_s << u"3,00"_s << u"\"1,234,5\" non è un numero valido."_s;
-    }
-
     void cellsReadTheSame()
     {
-        const auto [typed, shown, error] = test::row<QString, QString, QString>();
-        const test::Document note(*workplace_, test::receipt());
-        note.form().SetModified(false);
-        note.form().NuovoRecord();
-        note.addArticle(u"TRA-0018"_s, u"2"_s, u"3"_s);
-        note.grid()->select(0, &DocumentRow::quantita);
-        // The first key opens the cell.
-        test::type(note.grid(), typed.left(1));
-        auto *editor = test::control<QLineEdit>(note.grid(), u"editorRiga"_s);
-        test::type(editor, typed.mid(1));
-        if (!error.isEmpty())
-            workplace_->messages.expectError(error);
-        QTest::keyClick(editor, Qt::Key_Return);
-        test::settle();
-        QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), shown);
-    }
-
-    void pastedNumbersAreRead_data()
-    {
-        test::columns<QString, QString>("pasted", "shown");
-        QTest::newRow("Italian") << u"1.234,50\r\n"_s << u"1.234,50"_s;
-        QTest::newRow("without groups") << u"1234,5"_s << u"1.234,50"_s;
-        QTest::newRow("decimal point") << u"12.5"_s << u"12,50"_s;
-        QTest::newRow("thousands") << u"1.234"_s << u"1.234,00"_s;
-        QTest::newRow("currency") << u"\u20ac\u00a03,10"_s << u"3,10"_s;
+        const test::Document note = receiptOfThree();
+        for (const auto &[typed, shown, error] :
+             {std::tuple(u"12.5"_s, u"12,50"_s, u""_s),
+              {u"12,5"_s, u"12,50"_s, u""_s},
+              {u"12,50"_s, u"12,50"_s, u""_s},
+              {u".5"_s, u"0,50"_s, u""_s},
+              {u"1.234"_s, u"3,00"_s, u"\"1,234\" ha più di due decimali."_s},
+              {u"1.234.5"_s, u"3,00"_s, u"\"1,234,5\" non è un numero valido."_s}}) {
+            test::typeIntoCell(note.grid(), 0, u"Q.tà"_s, u"3"_s);
+            note.grid()->select(0, &DocumentRow::quantita);
+            // The first key opens the cell.
+            test::type(note.grid(), typed.left(1));
+            auto *editor = test::control<QLineEdit>(note.grid(), u"editorRiga"_s);
+            test::type(editor, typed.mid(1));
+            if (!error.isEmpty())
+                workplace_->messages.expectError(error);
+            QTest::keyClick(editor, Qt::Key_Return);
+            test::settle();
+            QCOMPARE(workplace_->messages.verify(), QStringList());
+            QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), shown);
+        }
     }
 
     void pastedNumbersAreRead()
     {
-        QFETCH(QString, pasted);
-        const test::Document note(*workplace_, test::receipt());
-        note.form().SetModified(false);
-        note.form().NuovoRecord();
-        QGuiApplication::clipboard()->setText(pasted);
-        auto *weight = note.control<ui::TypedEdit>(u"txtPeso"_s);
-        weight->setFocus();
+        const test::Document note = receiptOfThree();
         const auto pasteInto = [](QWidget *edit, Qt::Key last) {
             QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
             QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
             QTest::keyClick(edit, last);
             test::settle();
         };
-        pasteInto(weight, Qt::Key_Tab);
-        QTEST(weight->text(), "shown");
-        note.addArticle(u"TRA-0018"_s, u"2"_s, u"3"_s);
-        note.grid()->select(0, &DocumentRow::quantita);
-        QTest::keyClick(note.grid(), Qt::Key_F2);
-        pasteInto(test::control<QWidget>(note.grid(), u"editorRiga"_s), Qt::Key_Return);
-        QTEST(test::cellText(note.grid(), 0, u"Q.tà"_s), "shown");
+        for (const auto &[pasted, shown] : {std::pair(u"1.234,50\r\n"_s, u"1.234,50"_s),
+                                            {u"1234,5"_s, u"1.234,50"_s},
+                                            {u"12.5"_s, u"12,50"_s},
+                                            {u"1.234"_s, u"1.234,00"_s},
+                                            {u"\u20ac\u00a03,10"_s, u"3,10"_s}}) {
+            QGuiApplication::clipboard()->setText(pasted);
+            note.showPage(0);
+            auto *weight = note.control<ui::TypedEdit>(u"txtPeso"_s);
+            weight->setFocus();
+            pasteInto(weight, Qt::Key_Tab);
+            QCOMPARE(weight->text(), shown);
+            note.showPage(1);
+            note.grid()->setFocus();
+            note.grid()->select(0, &DocumentRow::quantita);
+            QTest::keyClick(note.grid(), Qt::Key_F2);
+            pasteInto(test::control<QWidget>(note.grid(), u"editorRiga"_s), Qt::Key_Return);
+            QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), shown);
+        }
     }
 
     void keysMoveAValueOnlyWhereTheyAreMeantTo()
@@ -195,6 +186,16 @@ private Q_SLOTS:
     }
 
 private:
+    /// A new receipt with three pieces of an article.
+    test::Document receiptOfThree() const
+    {
+        test::Document note(*workplace_, test::receipt());
+        note.form().SetModified(false);
+        note.form().NuovoRecord();
+        note.addArticle(u"TRA-0018"_s, u"2"_s, u"3"_s);
+        return note;
+    }
+
     QWidget *form(const QString &action) const { return workplace_->module().openForm(action); }
 
     QWidget *invoice() const { return form(u"actInserimentoFattureAccompagnatorie"_s); }

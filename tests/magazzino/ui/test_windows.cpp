@@ -122,7 +122,7 @@ private Q_SLOTS:
         test::type(name, u"a"_s);
         QTest::keyClick(name, Qt::Key_Return);
         QTest::keyClick(name, Qt::Key_Down);
-        const auto *grid = test::control<QTableView>(list, u"GridRisultati"_s);
+        const auto *grid = gridOf(*list);
         const QStringList names = test::columnTexts(grid, u"Ragione sociale"_s);
         test::trigger(list, u"actChiudi"_s);
         QVERIFY(!list->isVisible());
