@@ -255,7 +255,9 @@ void TMMGFattureElettroniche::scriviFile()
 {
     if (!puoScrivere())
         return;
-    const QList<int> chiavi = scelte();
+    QList<int> chiavi = scelte();
+    // The oldest first, so that names follow numbers.
+    std::sort(chiavi.begin(), chiavi.end());
     const QString cartella = chiavi.isEmpty() ? QString() : ui::chooseFolder(this, u"Cartella dei file"_s);
     if (cartella.isEmpty())
         return;
