@@ -6,6 +6,7 @@
 #include "magazzino/fatturapa/ControlliCarta.h"
 #include "magazzino/fatturapa/Lettura.h"
 #include "magazzino/reports/uMMGdmStampe.h"
+#include "platform/data/Connection.h"
 #include "platform/data/DataSet.h"
 
 using namespace Qt::StringLiterals;
@@ -14,8 +15,11 @@ namespace {
 
 QList<fatturapa::Riscontro> findings(const TMMGdmStampe &stampe, const DocumentKind &kind, int id)
 {
-    if (&kind == &fatturaAccompagnatoria())
+    if (&kind == &fatturaAccompagnatoria()) {
+        // Rows of one moment, and fewer turns with a server.
+        const data::Transaction transaction(ModuleConnection());
         return fatturapa::esamina(fatturapa::leggi(id, {})).riscontri;
+    }
     fatturapa::Dati dati;
     dati.azienda = fatturapa::recordDi(stampe.query(u"adsAzienda"_s).rows()).value(0);
     dati.testata = fatturapa::recordDi(stampe.query(kind.dataSet()).rows()).value(0);

@@ -30,9 +30,8 @@ struct Paper
 {
     QMap<QString, qint64> rows;
     QMap<QString, qint64> bases;
-    QMap<QString, qint64> basesByRate;
-    qint64 tax = 0;
-    qint64 taxFaults = 0;
+    QMap<QString, qint64> basesByRate; ///< "22.00"
+    QMap<QString, qint64> taxesByRate;
 };
 
 void readRow(const QString &line, Paper &paper)
@@ -52,14 +51,10 @@ void readSummary(const QString &line, Paper &paper)
     const QRegularExpressionMatch match = summary.match(line);
     if (!match.hasMatch())
         return;
-    const double rate = QString(match.captured(2)).replace(u',', u'.').toDouble();
-    const qint64 base = cents(match.captured(3));
-    const qint64 tax = cents(match.captured(4));
-    paper.bases[match.captured(1)] += base;
-    paper.basesByRate[QString::number(rate, 'f', 2)] += base;
-    paper.tax += tax;
-    if (qAbs(static_cast<double>(base) * rate / 100 - static_cast<double>(tax)) > 0.5001)
-        ++paper.taxFaults;
+    const QString rate = QString::number(QString(match.captured(2)).replace(u',', u'.').toDouble(), 'f', 2);
+    paper.bases[match.captured(1)] += cents(match.captured(3));
+    paper.basesByRate[rate] += cents(match.captured(3));
+    paper.taxesByRate[rate] += cents(match.captured(4));
 }
 
 Paper read(const QString &layout)
@@ -96,7 +91,7 @@ QStringList printFaults(const QString &layout, const Element &invoice)
         if (one != other)
             faults.append(u"%1: %2 and %3"_s.arg(what).arg(one).arg(other));
     };
-    const Paper paper = read(layout);
+    Paper paper = read(layout);
     const QString closing = layout.mid(layout.lastIndexOf(u"Totale imponibile"_s));
     const qint64 base = captioned(closing, u"Totale imponibile"_s);
     const qint64 tax = captioned(closing, u"Totale imposta"_s);
@@ -110,8 +105,14 @@ QStringList printFaults(const QString &layout, const Element &invoice)
     }
     same(u"rows without VAT"_s, paper.rows.value({}), others);
     same(u"bases and their total"_s, bases, base);
-    same(u"taxes and their total"_s, paper.tax, tax);
-    same(u"bases times rates"_s, paper.taxFaults, 0);
+    qint64 taxes = 0;
+    for (auto one = paper.taxesByRate.begin(); one != paper.taxesByRate.end(); ++one) {
+        const double exact = static_cast<double>(paper.basesByRate[one.key()]) * one.key().toDouble() / 100;
+        if (qAbs(exact - static_cast<double>(*one)) > 0.5001)
+            faults.append(u"tax at "_s + one.key());
+        taxes += *one;
+    }
+    same(u"taxes and their total"_s, taxes, tax);
     same(u"sum and total"_s, base + tax + others + rounding, total);
     const QString general = u"FatturaElettronicaBody/DatiGenerali/DatiGeneraliDocumento/"_s;
     same(u"total of the file"_s, total, parts(invoice.first(general + u"ImportoTotaleDocumento"_s)) / 1'000'000);

@@ -335,7 +335,10 @@ private:
                                             "CODICEFISCALE = NULL, CAP = '8033', PROVINCIA = NULL"_s);
         set(u"Agostini Lucia"_s, u"CODICEFISCALE = 'rssmra85t10a562s'"_s);
         for (const auto &[code, rate, nature] :
-             {std::tuple{u"20"_s, 20.0, QString()}, {u"E1"_s, 0.0, u"N3.1"_s}, {u"ZZ"_s, 0.0, QString()}})
+             {std::tuple{u"20"_s, 20.0, QString()},
+              {u"2S"_s, 20.0, QString()}, // shares its summary in the file, and has its own on paper
+              {u"E1"_s, 0.0, u"N3.1"_s},
+              {u"ZZ"_s, 0.0, QString()}})
             rates_.append(test::insertInto(
                 database, u"ALIQUOTE_IVA"_s,
                 {{u"CODICE"_s, code}, {u"DESCRIZIONE"_s, code}, {u"ALIQUOTA"_s, rate}, {u"NATURA"_s, nature}}));
