@@ -1,9 +1,11 @@
 // A workstation in a process of its own, on a database server that others use at the same time. It works through the
 // program's forms.
 //
-// usage: workstation DATABASE NAME ROUNDS   enters articles, goods receipts and delivery notes
+// usage: workstation DATABASE NAME ROUNDS   enters articles, goods receipts and delivery notes, "NAME ROUND" as their
+// note
 //        workstation DATABASE               does what it is told on its standard input, see obey()
 // The password comes in ISC_PASSWORD.
+#include "tests/support/Workstation.h"
 #include "host/HostCommands.h"
 #include "platform/core/Error.h"
 #include "platform/ui/NumberEdits.h"
@@ -12,6 +14,7 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 
 #include <cstdio>
 #include <iostream>
@@ -35,12 +38,15 @@ void saveWithFreeNumber(const test::Document &document)
     throw core::Error(u"Nessun numero libero."_s);
 }
 
-void enter(test::Workplace &workplace, const test::DocumentNames &names, const QString &price, const QString &quantity)
+void enter(test::Workplace &workplace, bool isReceipt, const QString &name, int round)
 {
-    const test::Document document(workplace, names);
+    const test::Document document(workplace, isReceipt ? test::receipt() : test::deliveryNote());
     document.form().NuovoRecord();
     document.fillHeader();
-    document.addArticle(u"TRA-0018"_s, price, quantity);
+    document.control<QPlainTextEdit>(u"txtNote"_s)->setPlainText(u"%1 %2"_s.arg(name).arg(round));
+    for (int row = 0; row < test::enteredRows; ++row)
+        document.addArticle(u"TRA-0018"_s, isReceipt ? u"2"_s : u"7,90"_s,
+                            QString::number(test::enteredQuantity(isReceipt, round, row)));
     saveWithFreeNumber(document);
 }
 
@@ -127,8 +133,8 @@ void work(const QStringList &arguments)
     });
     for (int i = 1; i <= arguments.value(3).toInt(); ++i) {
         enterArticle(workplace, u"%1-%2"_s.arg(arguments.value(2)).arg(i));
-        enter(workplace, test::receipt(), u"2"_s, u"10"_s);
-        enter(workplace, test::deliveryNote(), u"7,90"_s, u"3"_s);
+        enter(workplace, true, arguments.value(2), i);
+        enter(workplace, false, arguments.value(2), i);
     }
 }
 
@@ -136,9 +142,11 @@ void work(const QStringList &arguments)
 
 int main(int argc, char **argv)
 {
-    constexpr unsigned timeLimit = 120; // seconds
-    alarm(timeLimit);
+    // Seconds; another workstation may have to be waited for in each round.
+    constexpr unsigned timeLimit = 120;
+    constexpr unsigned ofRound = 10;
     const QApplication application(argc, argv);
+    alarm(timeLimit + ofRound * QCoreApplication::arguments().value(3).toUInt());
     try {
         work(QCoreApplication::arguments());
         return 0;

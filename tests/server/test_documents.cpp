@@ -1,5 +1,5 @@
-#include "magazzino/reports/uMMGStampaInventarioBase.h"
 #include "tests/server/AtServer.h"
+#include "tests/support/Workstation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -27,22 +27,6 @@ struct OneDocument
         return u"saved"_s;
     }
 };
-
-void tell(QProcess &workstation, const QString &line)
-{
-    workstation.write(line.toUtf8() + '\n');
-    workstation.waitForBytesWritten();
-}
-
-QString answer(QProcess &workstation)
-{
-    constexpr int patience = 60'000;
-    while (!workstation.canReadLine()) {
-        if (!workstation.waitForReadyRead(patience))
-            return u"silence"_s;
-    }
-    return QString::fromUtf8(workstation.readLine()).trimmed();
-}
 
 /// Replies of the workstations, number of documents and stock when `early` is done before `late`. A reply "error" is
 /// given: of two that really meet the database refuses one, which then has done nothing.
@@ -223,34 +207,6 @@ private Q_SLOTS:
         QCOMPARE(lines(u"SELECT CODICE FROM MOVI_MAGA"_s), QStringList(u"TRA-0018"_s));
     }
 
-    void twoWorkstationsAtOnce()
-    {
-        constexpr int rounds = 4;
-        std::vector<std::unique_ptr<QProcess>> processes;
-        for (const QString &name : {u"NORD"_s, u"SUD"_s})
-            processes.push_back(start(u"workstation"_s, {name, QString::number(rounds)}));
-        for (const auto &process : processes) {
-            QVERIFY(process->waitForFinished(120'000));
-            QVERIFY2(process->exitCode() == 0, process->readAllStandardError().constData());
-        }
-        // Every document once, with a number of its own, one row and the movement of that row.
-        const QString complete =
-            u"SELECT COUNT(*), COUNT(DISTINCT D.NUMERO), COUNT(DISTINCT M.IDMOVI_MAGA), SUM(M.QUANTITA) FROM %1 D "
-            "JOIN %1_DETT R ON R.ID%2 = D.ID%2 JOIN MOVI_MAGA M ON M.RIF_DOC_ID = D.ID%2 AND M.RIF_DOC_IDRIGA = "
-            "R.ID%2_DETT AND M.QUANTITA %3 0"_s;
-        QCOMPARE(lines(complete.arg(u"BOLLE_CARICO"_s, u"BOLLA_CARICO"_s, u">"_s)), QStringList(u"8|8|8|80"_s));
-        QCOMPARE(lines(complete.arg(u"DDT_SCARICO"_s, u"DDT_SCARICO"_s, u"<"_s)), QStringList(u"8|8|8|-24"_s));
-        QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList(u"16"_s));
-        QCOMPARE(lines(u"SELECT COUNT(*) FROM ANA_MAGA WHERE CODICE STARTING 'NORD-' OR CODICE STARTING 'SUD-'"_s),
-                 QStringList(u"8"_s));
-        // Everything came in at 2,00, so whatever the order it went out at that, and the valued inventory says so.
-        InventarioFilter filter;
-        filter.dal = filter.al = test::workplaceTime().date();
-        QCOMPARE(lines(InventarioSQL(filter, true)),
-                 QStringList(u"TRA-0018|%1|56|112"_s.arg(
-                     lines(u"SELECT DESCRIZIONE FROM ANA_MAGA WHERE CODICE='TRA-0018'"_s)[0])));
-    }
-
     void oneDocumentOnTwoWorkstations_data() { test::eachKind(); }
 
     // Both change (or one deletes) at the same moment, whoever comes first: stock, documents and replies must be those
@@ -259,8 +215,8 @@ private Q_SLOTS:
     {
         const QString kind = QString::fromLatin1(QTest::currentDataTag());
         const QString table = test::kindOfRow().table;
-        const std::unique_ptr<QProcess> first = start(u"workstation"_s, {});
-        const std::unique_ptr<QProcess> second = start(u"workstation"_s, {});
+        test::Workstation first(server().address(), {});
+        test::Workstation second(server().address(), {});
         const QList<std::pair<QString, QString>> rounds = {{u"save 5 no"_s, u"save 6 no"_s},
                                                            {u"save 5 yes"_s, u"save 6 yes"_s},
                                                            {u"save 5 no"_s, u"delete 0 no"_s},
@@ -270,16 +226,16 @@ private Q_SLOTS:
         for (int i = 0; i < 10; ++i) {
             database().execute(u"DELETE FROM "_s + table);
             database().execute(u"DELETE FROM MOVI_MAGA"_s);
-            tell(*first, u"%1 0 new 7 no\ngo"_s.arg(kind));
-            QCOMPARE(answer(*first), u"ready"_s);
-            const QString key = answer(*first).section(u' ', 1);
+            first.tell(u"%1 0 new 7 no\ngo"_s.arg(kind));
+            QCOMPARE(first.answer(), u"ready"_s);
+            const QString key = first.answer().section(u' ', 1);
             const auto &[one, other] = rounds[i % rounds.size()];
-            tell(*first, u"%1 %2 %3"_s.arg(kind, key, one));
-            tell(*second, u"%1 %2 %3"_s.arg(kind, key, other));
-            QCOMPARE(answer(*first) + answer(*second), u"readyready"_s);
-            tell(i % 2 ? *second : *first, u"go"_s);
-            tell(i % 2 ? *first : *second, u"go"_s);
-            const QStringList replies = {answer(*first).section(u' ', 0, 0), answer(*second).section(u' ', 0, 0)};
+            first.tell(u"%1 %2 %3"_s.arg(kind, key, one));
+            second.tell(u"%1 %2 %3"_s.arg(kind, key, other));
+            QCOMPARE(first.answer() + second.answer(), u"readyready"_s);
+            (i % 2 ? second : first).tell(u"go"_s);
+            (i % 2 ? first : second).tell(u"go"_s);
+            const QStringList replies = {first.answer().section(u' ', 0, 0), second.answer().section(u' ', 0, 0)};
             const QString seen = replies.join(u' ') + u' ' + lines(u"SELECT COUNT(*) FROM "_s + table).first() + u' ' +
                                  lines(u"SELECT ABS(SUM(QUANTITA)) FROM MOVI_MAGA"_s).first();
             const QStringList possible = {outcome(one, other, replies, false), outcome(other, one, replies, true)};
@@ -288,32 +244,16 @@ private Q_SLOTS:
         }
         // Each may hold what the other one waits for, until both have waited long enough.
         QVERIFY2(bothRefused <= 3, qPrintable(QString::number(bothRefused)));
-        for (QProcess *workstation : {first.get(), second.get()}) {
-            workstation->closeWriteChannel();
-            QVERIFY(workstation->waitForFinished(60'000));
-        }
+        for (test::Workstation *workstation : {&first, &second})
+            QCOMPARE(workstation->end(60), QString());
     }
 
 private:
-    /// Another program of the tests on the same database.
-    std::unique_ptr<QProcess> start(const QString &program, const QStringList &arguments) const
-    {
-        const data::DatabaseAddress address = server().address();
-        auto process = std::make_unique<QProcess>();
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"ISC_PASSWORD"_s, address.password);
-        process->setProcessEnvironment(environment);
-        process->start(QCoreApplication::applicationDirPath() + u'/' + program,
-                       QStringList(address.toString()) + arguments);
-        return process;
-    }
-
     void runElsewhere(const QStringList &statements) const
     {
-        const std::unique_ptr<QProcess> process = start(u"run_sql"_s, statements);
-        if (!process->waitForFinished(20000) || process->exitCode() != 0)
-            throw core::Error(u"run_sql: "_s + QString::fromUtf8(process->readAllStandardError()) +
-                              process->errorString());
+        test::Workstation elsewhere(server().address(), statements, u"run_sql"_s);
+        if (const QString complaint = elsewhere.end(20); !complaint.isEmpty())
+            throw core::Error(u"run_sql: "_s + complaint);
     }
 };
 

@@ -1,0 +1,34 @@
+#pragma once
+#include "platform/data/ConnectionString.h"
+
+#include <QProcess>
+
+namespace test {
+
+/// What a workstation's documents of a round have: so many rows, of these quantities.
+constexpr int enteredRows = 3;
+constexpr int enteredQuantity(bool isReceipt, int round, int row)
+{
+    return (isReceipt ? 10 : 1) + round % 5 + row;
+}
+
+/// Another workstation, a process of its own on a server's database; the programs are in tests/helpers and tell there
+/// what they do for which arguments.
+class Workstation
+{
+public:
+    Workstation(const data::DatabaseAddress &address, const QStringList &arguments,
+                const QString &program = QStringLiteral("workstation"));
+
+    void tell(const QString &line);
+    /// Its next line; "silence" when none comes within a minute.
+    QString answer();
+    /// Lets it come to its end. Returns what it complained of, "silence" when it did not end within `seconds`; empty
+    /// when all went well.
+    QString end(int seconds);
+
+private:
+    QProcess process_;
+};
+
+} // namespace test
