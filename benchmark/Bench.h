@@ -34,6 +34,7 @@ private:
     void createDatabase();
     void fill(int first, int last);
     void measureStart();
+    void measureVersionReadings();
     void measureLogin();
     void measureGrowing();
     void restart();

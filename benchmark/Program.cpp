@@ -57,7 +57,7 @@ void settle()
     QApplication::processEvents();
 }
 
-Program::Program(const data::DatabaseAddress &address)
+Program::Program(const data::DatabaseAddress &address, std::unique_ptr<data::Connection> opened)
 {
     core::setMessageHandler([](const core::Message &message) -> core::Answer { refuse(message.text); });
     ui::setModalRunner([this](QDialog &dialog) {
@@ -66,7 +66,7 @@ Program::Program(const data::DatabaseAddress &address)
         dialogUse_(dialog);
         return dialog.result();
     });
-    session_ = std::make_unique<host::Session>(address, host::administrator, QString());
+    session_ = std::make_unique<host::Session>(address, host::administrator, QString(), std::move(opened));
     session_->window().show();
 }
 

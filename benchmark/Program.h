@@ -15,7 +15,7 @@ class Program
 {
 public:
     /// Opens database and main window; the module follows with startModule().
-    explicit Program(const data::DatabaseAddress &address);
+    explicit Program(const data::DatabaseAddress &address, std::unique_ptr<data::Connection> opened = {});
     ~Program();
     Program(const Program &) = delete;
     Program &operator=(const Program &) = delete;

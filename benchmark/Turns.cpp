@@ -2,6 +2,7 @@
 #include "benchmark/Bench.h"
 
 #include "host/users/Users.h"
+#include "magazzino/schema/ModuleSteps.h"
 #include "platform/core/Error.h"
 #include "platform/data/Connection.h"
 
@@ -9,18 +10,26 @@ using namespace Qt::StringLiterals;
 
 namespace bench {
 
-// From the names offered to the main window, which connects anew.
+// The module's start asks for the recorded versions before each of its steps.
+void Bench::measureVersionReadings()
+{
+    add({.program = [this] { schema::runModuleSteps(program_->connection(), schema::moduleSteps()); }},
+        {.workload = u"start of the module: its readings of versions"_s});
+}
+
+// From the names offered to the main window.
 void Bench::measureLogin()
 {
     add({.program =
              [this] {
-                 data::Connection connection;
-                 connection.setConnectionString(data::nativeConnectionString(address_));
-                 connection.open();
-                 const QString name = host::activeUsers(connection).value(0);
-                 if (host::authenticate(name, {}, connection).isEmpty())
+                 auto connection = std::make_unique<data::Connection>();
+                 connection->setConnectionString(data::nativeConnectionString(address_));
+                 connection->open();
+                 const QString name = host::activeUsers(*connection).value(0);
+                 host::usersWithoutPassword(*connection);
+                 if (host::authenticate(name, {}, *connection).isEmpty())
                      throw core::Error(u"Not let in: "_s + name);
-                 program_ = std::make_unique<Program>(address_);
+                 program_ = std::make_unique<Program>(address_, std::move(connection));
              },
          .prepare = [this] { program_.reset(); }},
         {.workload = u"login, up to the main window"_s});
@@ -42,8 +51,10 @@ QString Bench::runOverNetwork()
         measureKeySearches(*this);
     if (isWanted(u"lists"_s))
         measureLists(*this);
-    if (isWanted(u"start"_s))
+    if (isWanted(u"start"_s)) {
         measureStart();
+        measureVersionReadings();
+    }
     if (isWanted(u"login"_s))
         measureLogin();
     program_.reset();

@@ -115,10 +115,12 @@ int work(const StartOptions &options, const int &printed)
 
 } // namespace
 
-Session::Session(const data::DatabaseAddress &address, const QString &user, const QString &settingsFile)
+Session::Session(const data::DatabaseAddress &address, const QString &user, const QString &settingsFile,
+                 std::unique_ptr<data::Connection> opened)
     : window_(std::make_unique<MainWindow>(settingsFile))
-    , connection_(new data::Connection(window_.get()))
+    , connection_(opened ? opened.release() : new data::Connection)
 {
+    connection_->setParent(window_.get());
     connection_->setConnectionString(data::nativeConnectionString(address));
     connection_->open();
     SetKxCurrentUserName(user);

@@ -1,13 +1,11 @@
 #pragma once
+#include "platform/data/Connection.h"
 #include "platform/data/ConnectionString.h"
 
 #include <memory>
 #include <optional>
 
 class QApplication;
-namespace data {
-class Connection;
-}
 
 namespace host {
 
@@ -29,8 +27,10 @@ struct StartOptions
 class Session
 {
 public:
-    /// Starts on a database that opens. Throws core::Error.
-    Session(const data::DatabaseAddress &address, const QString &user, const QString &settingsFile);
+    /// Starts on a database that opens, on the connection that the login has `opened` if there is one. Throws
+    /// core::Error.
+    Session(const data::DatabaseAddress &address, const QString &user, const QString &settingsFile,
+            std::unique_ptr<data::Connection> opened = {});
     ~Session();
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;

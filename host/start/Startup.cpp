@@ -120,9 +120,10 @@ private:
     std::optional<Opening> chosen(FirstStart choice, const Opening &tried);
     std::optional<Opening> demo();
     static bool askServerPassword(data::DatabaseAddress &address);
-    Login login(const data::DatabaseAddress &address, bool fromCommandLine);
+    Login login(data::Connection &connection, bool fromCommandLine);
     std::optional<Opening> open(const Opening &opening);
-    std::optional<Opening> work(const Opening &opening, const QString &user);
+    std::optional<Opening> work(const Opening &opening, const QString &user,
+                                std::unique_ptr<data::Connection> connection);
 
     StartOptions options_;
     QString folder_;
@@ -208,15 +209,10 @@ bool Startup::askServerPassword(data::DatabaseAddress &address)
     return true;
 }
 
-Login Startup::login(const data::DatabaseAddress &address, bool fromCommandLine)
+Login Startup::login(data::Connection &connection, bool fromCommandLine)
 {
-    data::Connection connection;
-    connection.setConnectionString(data::nativeConnectionString(address));
-    connection.open();
     const QString proposed = fromCommandLine && !options_.user.isEmpty() ? options_.user : memory_.lastUser();
-    const QStringList known = activeUsers(connection);
-    Login result =
-        logIn(nullptr, known.contains(proposed, Qt::CaseInsensitive) ? proposed : known.value(0), connection);
+    Login result = logIn(nullptr, proposed, connection);
     // What cannot be remembered, on a full disk, keeps nobody from working.
     if (!result.user.isEmpty() && !fromCommandLine)
         core::guarded(nullptr, [&] { memory_.rememberUser(result.user); });
@@ -244,21 +240,27 @@ std::optional<Opening> Startup::open(const Opening &opening)
     if (!askServerPassword(opened.database))
         return ask(opened);
     prepare(opened.database);
-    const Login entered = login(opened.database, opened.fromCommandLine);
+    auto connection = std::make_unique<data::Connection>();
+    connection->setConnectionString(data::nativeConnectionString(opened.database));
+    connection->open();
+    const Login entered = login(*connection, opened.fromCommandLine);
     if (entered.lockedOut)
         return {};
-    if (entered.user.isEmpty())
+    if (entered.user.isEmpty()) {
+        connection.reset();
         return ask(opened);
+    }
     if (!opened.fromCommandLine)
         core::guarded(nullptr, [&] { memory_.remember(opened.database, opened.keepPassword); });
-    return work(opened, entered.user);
+    return work(opened, entered.user, std::move(connection));
 }
 
-std::optional<Opening> Startup::work(const Opening &opening, const QString &user)
+std::optional<Opening> Startup::work(const Opening &opening, const QString &user,
+                                     std::unique_ptr<data::Connection> connection)
 {
     std::optional<ui::WaitWindow> window(std::in_place, openingText);
     std::optional<StartTurn> turn(std::in_place, opening.database);
-    Session session(opening.database, user, memory_.settingsFile());
+    Session session(opening.database, user, memory_.settingsFile(), std::move(connection));
     session.startModules(QCoreApplication::applicationDirPath());
     insertNotedFirstRows(session.connection());
     turn.reset();

@@ -87,8 +87,9 @@ Login logIn(QWidget *owner, const QString &proposed, data::Connection &connectio
     auto *name = new ui::ComboBox(&dialog);
     name->setObjectName(u"txtNomeUtente"_s);
     name->setEditable(true);
-    name->addItems(activeUsers(connection));
-    name->setCurrentText(proposed);
+    const QStringList known = activeUsers(connection);
+    name->addItems(known);
+    name->setCurrentText(known.contains(proposed, Qt::CaseInsensitive) ? proposed : known.value(0));
     dialog.addRow(u"Nome utente"_s, name);
     QLineEdit *password = addPassword(dialog, u"txtPassword"_s, u"Password"_s);
     auto *hint = new QLabel(&dialog);

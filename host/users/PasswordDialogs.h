@@ -28,7 +28,8 @@ struct Login
     bool lockedOut = false; ///< three wrong passwords, and not just given up
 };
 
-/// The login: `proposed` stands in the name's box. Three wrong passwords are told. Throws data::DatabaseError.
+/// The login: `proposed` stands in the name's box, or the first user where that one may not log in. Three wrong
+/// passwords are told. Throws data::DatabaseError.
 Login logIn(QWidget *owner, const QString &proposed, data::Connection &connection);
 
 } // namespace host

@@ -116,13 +116,18 @@ void takeCosts(QList<DocumentRow> &rows, const QHash<int, double> &costs)
 
 } // namespace
 
-QList<DocumentRow> readRows(const DocumentKind &kind, int id, data::DataSet &stored)
+QHash<int, double> costsInMovements(const DocumentKind &kind, int id)
+{
+    return storesCosts(kind) ? QHash<int, double>() : movementCosts(kind, id);
+}
+
+QList<DocumentRow> readRows(const DocumentKind &kind, const QHash<int, double> &costs, data::DataSet &stored)
 {
     QList<DocumentRow> rows;
     for (; !stored.atEnd(); stored.next())
         rows.append(readRow(kind, stored));
     if (!storesCosts(kind))
-        takeCosts(rows, movementCosts(kind, id));
+        takeCosts(rows, costs);
     return rows;
 }
 

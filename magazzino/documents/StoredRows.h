@@ -1,15 +1,20 @@
 #pragma once
 #include "magazzino/documents/DocumentKind.h"
 
+#include <QHash>
+
 namespace data {
 class DataSet;
 }
 
 /// How the rows of a document are read from and written to the database. Both throw data::DatabaseError.
 
-/// The rows of the document with key `id`, from its open rows data set that stands on its first row. Costs that the
-/// rows do not store come from the movements.
-QList<DocumentRow> readRows(const DocumentKind &kind, int id, data::DataSet &stored);
+/// Cost per unit (EUR) by row key, of the rows of the document with key `id`, where the movements alone hold it.
+QHash<int, double> costsInMovements(const DocumentKind &kind, int id);
+
+/// The rows of a document, from its open rows data set that stands on its first row; `costs` as from
+/// costsInMovements().
+QList<DocumentRow> readRows(const DocumentKind &kind, const QHash<int, double> &costs, data::DataSet &stored);
 
 /// Writes all rows of a document anew, and for each article row its movement: what an earlier save wrote goes first.
 /// The caller owns the transaction.

@@ -230,15 +230,15 @@ DocumentTotals TMMGInserimentoDocumento::AggiornaTotaliDocumento()
 }
 
 // Rights may have changed since the form was opened.
-void TMMGInserimentoDocumento::showRight()
+void TMMGInserimentoDocumento::showRight(bool granted)
 {
     if (readOnly_)
-        readOnly_->setVisible(!mayEdit(kind_));
+        readOnly_->setVisible(!granted);
 }
 
 void TMMGInserimentoDocumento::resetDetails()
 {
-    showRight();
+    showRight(mayEdit(kind_));
     number_->setValue(GetNextNumeroDocumento(kind_, core::today().year()));
     entry_->clear();
     CreaGrigliaVuotaRigheDocumento();

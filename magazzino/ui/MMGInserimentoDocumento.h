@@ -43,6 +43,7 @@ protected:
     void clearDetails() override;
     void recordMissing() override;
     data::DataSet *details() const override;
+    void readFurther() override;
     void loadDetails() override;
     bool finishEditing() override;
     void prepareSave() override;
@@ -66,7 +67,7 @@ private:
     void createRowCommands(QToolBar *bar);
     void createHeading();
     QLabel *createReadOnlyHint();
-    void showRight();
+    void showRight(bool granted);
     void createNotesPage();
     QWidget *createTotals();
     QLabel *createTotal(const DocumentTotal &total, QWidget *box);
@@ -99,4 +100,7 @@ private:
     QList<std::pair<DocumentTotal, QLabel *>> totalLabels_;
     QLabel *readOnly_ = nullptr; ///< only where saving needs a right
     DocumentTotals totals_;
+    // Of the document that is being loaded
+    QHash<int, double> costs_; ///< of its rows, by their keys
+    bool mayEdit_ = true;
 };

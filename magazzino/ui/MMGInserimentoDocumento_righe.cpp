@@ -28,10 +28,16 @@ data::DataSet *TMMGInserimentoDocumento::details() const
     return &Modulo().dataSet(kind_.rowsDataSet());
 }
 
+void TMMGInserimentoDocumento::readFurther()
+{
+    costs_ = costsInMovements(kind_, record().integer(kind_.key));
+    mayEdit_ = mayEdit(kind_);
+}
+
 void TMMGInserimentoDocumento::loadDetails()
 {
-    showRight();
-    grid_->rowsModel().setRows(readRows(kind_, IdRecord(), *details()));
+    showRight(mayEdit_);
+    grid_->rowsModel().setRows(readRows(kind_, costs_, *details()));
     grid_->fitRowHeights();
     showTotals([this](const DocumentTotal &total) { return record().number(total.column); });
 }

@@ -8,7 +8,6 @@
 #include "platform/data/SqlText.h"
 
 #include <QRegularExpression>
-#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -212,9 +211,18 @@ int Connection::lastGeneratorValue(const QString &generator)
 
 Rows latest(Connection &connection, const QString &sql, const QVariantList &values)
 {
-    view = View::Latest;
-    const auto restore = qScopeGuard([] { view = View::OneMoment; });
+    const LatestRows wanted;
     return connection.run(sql, values);
+}
+
+LatestRows::LatestRows()
+{
+    view = View::Latest;
+}
+
+LatestRows::~LatestRows()
+{
+    view = View::OneMoment;
 }
 
 Transaction::~Transaction()

@@ -8,4 +8,14 @@ namespace data {
 /// must fit together, sums among them, need run() or a Transaction.
 Rows latest(Connection &connection, const QString &sql, const QVariantList &values = {});
 
+/// While it lives, all queries of this thread are run so; for the data set that reads single rows.
+class LatestRows
+{
+public:
+    LatestRows();
+    ~LatestRows();
+    LatestRows(const LatestRows &) = delete;
+    LatestRows &operator=(const LatestRows &) = delete;
+};
+
 } // namespace data

@@ -4,6 +4,7 @@
 #include "platform/data/Connection.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/DatabaseError.h"
+#include "platform/data/Latest.h"
 
 #include <algorithm>
 #include <optional>
@@ -23,6 +24,13 @@ const QString allVersions = u"SELECT * FROM TABLE_VERSION"_s;
 bool isDue(const Step &step, const std::optional<QString> &recorded)
 {
     return step.fromVersion.isEmpty() ? !recorded : recorded == step.fromVersion;
+}
+
+// Once for each step, of which hardly one is due: one turn of the network instead of three.
+void readAgain(data::DataSet &versions)
+{
+    const data::LatestRows latest;
+    versions.requery();
 }
 
 // Stands on the object's row when there is one.
@@ -109,9 +117,9 @@ void runSteps(data::Connection &connection, const QList<Step> &steps, const Fail
     data::DataSet versions(&connection);
     versions.setCommandText(allVersions);
     versions.setUpdateTarget({versionTable, object});
-    versions.open();
+    readAgain(versions);
     for (const Step &step : steps) {
-        versions.requery();
+        readAgain(versions);
         if (!isDue(step, versionOf(versions, step.object)))
             continue;
         try {

@@ -262,6 +262,8 @@ void EntryForm::load(int id)
     {
         data::Transaction transaction(connection());
         read(id);
+        if (!record_->isEmpty())
+            readFurther();
         transaction.commit();
     }
     if (record_->isEmpty()) {

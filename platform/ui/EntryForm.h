@@ -140,6 +140,9 @@ protected:
     virtual void clearDetails() {}
     /// The record looked for does not exist.
     virtual void recordMissing() {}
+    /// While the record and its details() are read for being loaded, in their transaction: what loadDetails() needs
+    /// besides. Not called for a record that is missing.
+    virtual void readFurther() {}
     /// After the fields were loaded from the record's row; details() stands on its first row.
     virtual void loadDetails() {}
     /// Ends what is still being typed in a grid. False stops the save.
