@@ -79,13 +79,4 @@ void Bare::run(QSqlQuery &query, const QVariantList &values)
     require(query.exec(), query);
 }
 
-QVariant Bare::valueOf(QSqlQuery &query, const QVariantList &values)
-{
-    run(query, values);
-    require(query.next(), query);
-    QVariant value = query.value(0);
-    query.finish();
-    return value;
-}
-
 } // namespace bench

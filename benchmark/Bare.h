@@ -25,7 +25,6 @@ public:
     /// Runs a prepared statement with positional values.
     static void run(QSqlQuery &query, const QVariantList &values);
     /// The same for a statement that gives one value.
-    static QVariant valueOf(QSqlQuery &query, const QVariantList &values);
 
 private:
     QSqlDatabase database_;

@@ -38,7 +38,7 @@ void Bench::createDatabase()
     host::createHostDatabase(address_, true);
     restart();
     host::insertDemoModuleData(program_->connection());
-    makeArticles(program_->connection(), size);
+    makeArticles(program_->connection(), 1, size.articles);
 }
 
 void Bench::restart()
@@ -89,6 +89,8 @@ void Bench::measureGrowing()
         measureInventories(*this);
     if (isWanted(u"levels"_s))
         measureLevelReports(*this);
+    if (isWanted(u"lists"_s))
+        measureLists(*this);
 }
 
 void Bench::measureStart()
@@ -104,12 +106,35 @@ void Bench::measureStart()
         {.workload = u"start of the module"_s, .target = 300, .milliseconds = true});
 }
 
-QString Bench::growthTable(const QList<Figure> &half) const
+DataSize Bench::firstPart(const DataSize &whole)
+{
+    return whole.articles > large.articles ? large : DataSize{whole.articles, whole.documents / 2};
+}
+
+void Bench::growTo(const DataSize &whole)
+{
+    const DataSize before = std::exchange(size, whole);
+    const bool isMuch = size.articles > before.articles;
+    // The measured attachments hold on to what they have prepared.
+    if (isMuch) {
+        bare_.reset();
+        restart();
+        makeArticles(program_->connection(), before.articles + 1, size.articles);
+        setIndexes(program_->connection(), false);
+    }
+    fill(before.documents + 1, size.documents);
+    if (isMuch) {
+        setIndexes(program_->connection(), true);
+        restart();
+        bare_ = std::make_unique<Bare>(address_);
+    }
+}
+
+QString Bench::growthTable(const QList<Figure> &former, int times) const
 {
     // The floor's own growth tells what is the engine's, or a disturbance of one of the two halves.
-    QString text =
-        u"\nTwice the documents and movements against half of them: time before, after, growth, floor's growth\n"_s;
-    for (const Figure &before : half) {
+    QString text = u"\n%1 times the documents and movements: time before, after, growth, floor's growth\n"_s.arg(times);
+    for (const Figure &before : former) {
         for (const Figure &after : figures_) {
             if (after.workload == before.workload)
                 text += u"%1%2 ms%3 ms%4%5\n"_s.arg(before.workload, -46)
@@ -124,15 +149,15 @@ QString Bench::growthTable(const QList<Figure> &half) const
 
 QString Bench::run()
 {
+    const DataSize whole = std::exchange(size, firstPart(size));
     createDatabase();
     bare_ = std::make_unique<Bare>(address_);
-    fill(1, size.documents / 2);
+    fill(1, size.documents);
     measureGrowing();
-    const QList<Figure> half = std::exchange(figures_, {});
-    fill(size.documents / 2 + 1, size.documents);
+    const QList<Figure> former = std::exchange(figures_, {});
+    const int times = whole.documents / size.documents;
+    growTo(whole);
     measureGrowing();
-    if (isWanted(u"lists"_s))
-        measureLists(*this);
     if (isWanted(u"pdf"_s))
         measurePdf(*this);
     if (isWanted(u"files"_s))
@@ -145,7 +170,7 @@ QString Bench::run()
     const QString count = u"%1 articles, %2 documents of each kind, %3 movements\n"_s.arg(size.articles)
                               .arg(size.documents)
                               .arg(movements());
-    return count + table(figures_) + growthTable(half);
+    return count + table(figures_) + growthTable(former, times);
 }
 
 } // namespace bench

@@ -20,8 +20,11 @@ public:
     QString run();
     /// Measures on a server instead, at several delays of its answers; returns the text of the table.
     QString runOverNetwork();
+    /// Opens, saves, prints and closes so many documents instead, as in a long day; returns what the process has gained
+    /// by it. Throws core::Error when that is too much.
+    QString runDay(int documents);
 
-    const DataSize size;
+    DataSize size; ///< of what the database holds while something is measured
     Program &program() const { return *program_; }
     Bare &bare() const { return *bare_; }
     QString filePath(const QString &name) const { return folder_.filePath(name); }
@@ -33,13 +36,16 @@ public:
 private:
     void createDatabase();
     void fill(int first, int last);
+    /// What is measured before the whole: half of it, or the large size where there is more.
+    static DataSize firstPart(const DataSize &whole);
+    void growTo(const DataSize &whole);
     void measureStart();
     void measureVersionReadings();
     void measureLogin();
     void measureGrowing();
     void restart();
     bool isWanted(const QString &group) const;
-    QString growthTable(const QList<Figure> &half) const;
+    QString growthTable(const QList<Figure> &former, int times) const;
 
     QTemporaryDir folder_;
     QStringList wanted_;

@@ -100,16 +100,17 @@ QString articleCode(int number)
     return u"ART"_s + QString::number(number).rightJustified(6, u'0');
 }
 
-void makeArticles(data::Connection &connection, const DataSize &size)
+void makeArticles(data::Connection &connection, int first, int last)
 {
-    connection.execute(u"DELETE FROM ANA_MAGA"_s);
+    if (first == 1)
+        connection.execute(u"DELETE FROM ANA_MAGA"_s);
     connection.execute(
-        uR"(EXECUTE BLOCK AS DECLARE A INTEGER = 1; DECLARE M INTEGER; DECLARE N INTEGER; DECLARE U INTEGER;
+        uR"(EXECUTE BLOCK AS DECLARE A INTEGER = %1; DECLARE M INTEGER; DECLARE N INTEGER; DECLARE U INTEGER;
 DECLARE V INTEGER; BEGIN
   SELECT MIN(IDCATEGORIA_ANA_MAGA), COUNT(*) FROM CATEGORIE_ANA_MAGA INTO :M, :N;
   SELECT MIN(IDUM) FROM UM INTO :U;
   SELECT MIN(IDALIQUOTA_IVA) FROM ALIQUOTE_IVA INTO :V;
-  WHILE (A <= %1) DO BEGIN
+  WHILE (A <= %2) DO BEGIN
     INSERT INTO ANA_MAGA(CODICE, DESCRIZIONE, IDCATEGORIA_ANA_MAGA, PREZZO, COSTO, SOTTOSCORTA, RIORDINO,
       IDALIQUOTA_IVA, IDUM, NOTE)
     VALUES ('ART' || LPAD(:A, 6, '0'), 'Articolo di prova numero ' || :A, IIF(MOD(:A, 13) = 0, NULL, :M + MOD(:A, :N)),
@@ -117,7 +118,16 @@ DECLARE V INTEGER; BEGIN
       IIF(MOD(:A, 17) = 0, NULL, MOD(:A * 37, 60) + 20), :V, :U, 'Nota interna.');
     A = A + 1;
   END
-END)"_s.arg(size.articles));
+END)"_s.arg(first)
+            .arg(last));
+}
+
+void setIndexes(data::Connection &connection, bool active)
+{
+    const data::Rows indexes = connection.select(
+        u"SELECT TRIM(RDB$INDEX_NAME) AS NOME FROM RDB$INDICES WHERE RDB$INDEX_NAME STARTING WITH 'IX_MMG_'"_s);
+    for (qsizetype i = 0; i < indexes.size(); ++i)
+        connection.execute(u"ALTER INDEX %1 %2"_s.arg(indexes.text(i, u"NOME"), active ? u"ACTIVE"_s : u"INACTIVE"_s));
 }
 
 void makeDocuments(data::Connection &connection, const DataSize &size, int first, int last)

@@ -18,11 +18,13 @@ struct DataSize
 constexpr int rowsPerDocument = 10;
 constexpr int years = 5; ///< up to the current one, the documents spread evenly over them
 
-constexpr DataSize large = {.articles = 20'000, .documents = 50'000}; // 1.000.000 movements
-constexpr DataSize small = {.articles = 200, .documents = 500};       // 10.000 movements
+constexpr DataSize huge = {.articles = 200'000, .documents = 500'000}; // 10.000.000 movements
+constexpr DataSize large = {.articles = 20'000, .documents = 50'000};  // 1.000.000 movements
+constexpr DataSize small = {.articles = 200, .documents = 500};        // 10.000 movements
 
-/// Replaces the demonstration articles. Some have no category or no levels.
-void makeArticles(data::Connection &connection, const DataSize &size);
+/// The articles number `first` to `last` (counted from 1); the first ones take the place of the demonstration articles.
+/// Some have no category or no levels.
+void makeArticles(data::Connection &connection, int first, int last);
 
 /// The documents number `first` to `last` (counted from 1 over all years) of both kinds with rows and movements. One
 /// article in twenty never moves; some codes are written in small letters, some belong to no article. Firebird keeps
@@ -34,6 +36,10 @@ QList<int> makeInvoices(data::Connection &connection, int count);
 
 /// Code of the article with `number` from 1.
 QString articleCode(int number);
+
+/// Takes the module's indexes away (false) or makes them anew: millions of rows are written much faster without.
+/// Nothing else may use the tables meanwhile.
+void setIndexes(data::Connection &connection, bool active);
 
 /// `count` movements of one article, by turns two loads and two issues, entered by hand.
 void makeMovements(data::Connection &connection, const QString &code, int count);

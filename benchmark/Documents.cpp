@@ -93,48 +93,57 @@ void save(Bench &bench, const Document &kind)
         throw core::Error(u"Not saved: "_s + kind.workload);
 }
 
-QString marks(int count)
+// Header, ten rows and ten movements, issues valued at average cost.
+QString saveBlock(const Document &kind, int number, const QStringList &codes)
 {
-    return QStringList(count, u"?"_s).join(u", "_s);
+    QString sql = uR"(EXECUTE BLOCK RETURNS (H INTEGER) AS DECLARE K INTEGER; DECLARE C VARCHAR(20);
+DECLARE V DECIMAL(13, 2) = 1; BEGIN
+  INSERT INTO {table}(NUMERO, DATA, ANNO, {partner}_CODICE, {partner}_RAGIONESOCIALE, {partner}_INDIRIZZO,
+    {partner}_CITTA, {partner}_CAP, {partner}_PARTITAIVA, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO,
+    CAUSALE_TRASPORTO, COLLI, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTE)
+  VALUES ({number}, CURRENT_DATE, {year}, 'C0001', 'Ditta', 'Via Roma, 1', 'Bassano del Grappa', '36061',
+    '01234560241', 1, 'Mittente', 1, 'Vendita', 0, 0, 0, 0, '') RETURNING {key} INTO :H;
+  FOR {codes} INTO :C DO BEGIN
+    INSERT INTO {table}_DETT({key}, CODICE, DESCRIZIONE, IDCATEGORIA, CATEGORIA, PREZZO, QUANTITA, IMPORTO,
+      IVA_IDALIQUOTA_IVA, IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA, IDUM, UM, TIPO_RIGA)
+    VALUES (:H, :C, 'Articolo di prova numero 1', 1, 'Categoria', 1.4, 1, 1.4, 1, '22', 'Iva 22%', 22, 1, 'PZ',
+      'Articolo') RETURNING {key}_DETT INTO :K;
+    {cost}
+    INSERT INTO MOVI_MAGA(IDMAGAZZINO, DATA_MOVIMENTO, CODICE, DESCRIZIONE, IDCATEGORIA_ANA_MAGA, TIPO_MOVIMENTO,
+      PREZZO, COSTO, QUANTITA, VALORE, VALORE_IMPORTO, IDCAUSALE_MAGA, RIF_DOC_TIPO, RIF_DOC_ID, RIF_DOC_IDRIGA, NOTE)
+    VALUES (0, CURRENT_DATE, :C, 'Articolo di prova numero 1', 1, '{movement}', 1.4, 1, {sign}, :V, {sign} * :V, 2,
+      '{kind}', :H, :K, '{kind} n. 1');
+  END
+  SUSPEND;
+END)"_s;
+    const QString cost =
+        u"SELECT COALESCE(ABS(SUM(VALORE_IMPORTO) / NULLIF(SUM(QUANTITA), 0)), 0) FROM MOVI_MAGA WHERE "
+        "UPPER(CODICE) = :C AND DATA_MOVIMENTO <= CURRENT_DATE INTO :V;"_s;
+    QStringList queries;
+    for (const QString &code : codes)
+        queries.append(u"SELECT %1 FROM RDB$DATABASE"_s.arg(data::quoted(code)));
+    const QList<std::pair<QString, QString>> names = {{u"{table}"_s, kind.table},
+                                                      {u"{partner}"_s, kind.partner},
+                                                      {u"{key}"_s, kind.key},
+                                                      {u"{number}"_s, QString::number(number)},
+                                                      {u"{year}"_s, QString::number(core::today().year())},
+                                                      {u"{codes}"_s, queries.join(u" UNION ALL "_s)},
+                                                      {u"{cost}"_s, kind.sign > 0 ? QString() : cost},
+                                                      {u"{movement}"_s, kind.movement},
+                                                      {u"{sign}"_s, QString::number(kind.sign)},
+                                                      {u"{kind}"_s, kind.kind}};
+    for (const auto &[name, text] : names)
+        sql.replace(name, text);
+    return sql;
 }
 
-// Header, ten rows and ten movements by prepared statements, issues valued at average cost, one commit.
+// One block inside the server, and its commit.
 void saveBare(Bench &bench, const Document &kind)
 {
     static int number = 0; // below zero, where the program takes no number
     Bare &bare = bench.bare();
-    const QDate today = core::today();
     bare.begin();
-    {
-        QSqlQuery header = bare.prepared(
-            u"INSERT INTO %1(NUMERO, DATA, ANNO, %2_CODICE, %2_RAGIONESOCIALE, %2_INDIRIZZO, %2_CITTA, %2_CAP, "
-            "%2_PARTITAIVA, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, CAUSALE_TRASPORTO, COLLI, "
-            "TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTE) VALUES(%3) RETURNING %4"_s.arg(
-                kind.table, kind.partner, marks(18), kind.key));
-        const QVariant key =
-            Bare::valueOf(header, {--number, today, today.year(), u"C0001"_s, kind.partnerName, u"Via Roma, 1"_s,
-                                   u"Bassano del Grappa"_s, u"36061"_s, u"01234560241"_s, 1, u"Mittente"_s, 1,
-                                   u"Vendita"_s, 0, 0.0, 0.0, 0.0, QString()});
-        QSqlQuery row = bare.prepared(
-            u"INSERT INTO %1_DETT(%2, CODICE, DESCRIZIONE, IDCATEGORIA, CATEGORIA, PREZZO, QUANTITA, IMPORTO, "
-            "IVA_IDALIQUOTA_IVA, IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA, IDUM, UM, TIPO_RIGA) VALUES(%3) RETURNING "
-            "%2_DETT"_s.arg(kind.table, kind.key, marks(15)));
-        QSqlQuery cost =
-            bare.prepared(u"SELECT SUM(QUANTITA), SUM(VALORE_IMPORTO) FROM MOVI_MAGA WHERE UPPER(CODICE) = "
-                          "? AND DATA_MOVIMENTO <= ?"_s);
-        QSqlQuery movement = bare.prepared(
-            u"INSERT INTO MOVI_MAGA(IDMAGAZZINO, DATA_MOVIMENTO, CODICE, DESCRIZIONE, IDCATEGORIA_ANA_MAGA, "
-            "TIPO_MOVIMENTO, PREZZO, COSTO, QUANTITA, VALORE, VALORE_IMPORTO, IDCAUSALE_MAGA, RIF_DOC_TIPO, "
-            "RIF_DOC_ID, RIF_DOC_IDRIGA, NOTE) VALUES(%1)"_s.arg(marks(16)));
-        for (const QString &code : nextCodes(bench.size)) {
-            const QString description = u"Articolo di prova numero 1"_s;
-            const QVariant rowKey = Bare::valueOf(row, {key, code, description, 1, u"Categoria"_s, 1.4, 1.0, 1.4, 1,
-                                                        u"22"_s, u"Iva 22%"_s, 22.0, 1, u"PZ"_s, u"Articolo"_s});
-            const double value = kind.sign > 0 ? 1.0 : Bare::valueOf(cost, {code, today}).toDouble();
-            Bare::run(movement, {0, today, code, description, 1, kind.movement, 1.4, 1.0, kind.sign * 1.0, value,
-                                 kind.sign * value, 2, kind.kind, key, rowKey, kind.kind + u" n. 1"_s});
-        }
-    }
+    bare.fetch(saveBlock(kind, --number, nextCodes(bench.size)));
     bare.commit();
 }
 

@@ -25,19 +25,6 @@ void forgetPeakMemory()
         file.write("5");
 }
 
-long peakMemory()
-{
-    QFile status(u"/proc/self/status"_s);
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    const QList<QByteArray> lines = status.readAll().split('\n');
-    for (const QByteArray &line : lines) {
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).simplified().split(' ').constFirst().toLong();
-    }
-    return 0;
-}
-
 QString number(double value, int places)
 {
     return value > 0 ? QString::number(value, 'f', places) : u"-"_s;
@@ -53,6 +40,19 @@ QString line(const QStringList &cells)
 }
 
 } // namespace
+
+long memory(const QByteArray &kind)
+{
+    QFile status(u"/proc/self/status"_s);
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    const QList<QByteArray> lines = status.readAll().split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith(kind + ':'))
+            return line.mid(kind.size() + 1).simplified().split(' ').constFirst().toLong();
+    }
+    return 0;
+}
 
 double milliseconds(const Work &work)
 {
@@ -71,7 +71,7 @@ Figure compare(const Pair &pair, Figure figure)
             pair.prepare();
         forgetPeakMemory();
         program.append(milliseconds(pair.program));
-        figure.memory = std::max(figure.memory, peakMemory());
+        figure.memory = std::max(figure.memory, memory("VmHWM"));
         if (pair.floor)
             floor.append(milliseconds(pair.floor));
     }

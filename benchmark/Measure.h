@@ -1,4 +1,5 @@
 #pragma once
+#include <QByteArray>
 #include <QList>
 #include <QString>
 
@@ -33,6 +34,9 @@ struct Pair
 };
 
 double milliseconds(const Work &work);
+/// What the system tells of this process's memory in kB: "VmRSS" for what is resident now, "VmHWM" for the most that
+/// was. 0 where it does not tell.
+long memory(const QByteArray &kind);
 /// Runs the program's way and the bare one by turns, so that a disturbance meets both, and fills in the medians.
 Figure compare(const Pair &pair, Figure figure);
 

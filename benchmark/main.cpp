@@ -1,4 +1,5 @@
-// Measures the program on the data of a busy firm: magazzino_bench [S|L|net] [GROUP...]
+// Measures the program on the data of a busy firm: magazzino_bench [S|L|XL|net] [GROUP...]
+//                                                  magazzino_bench day [DOCUMENTS]
 #include "benchmark/Bench.h"
 
 #include "host/Application.h"
@@ -33,13 +34,27 @@ bool write(const QString &path, const QString &text)
     return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0;
 }
 
+bench::DataSize sizeOf(const QString &kind)
+{
+    return kind == u"XL" ? bench::huge : kind == u"L" ? bench::large : bench::small;
+}
+
+QString run(const QString &kind, const QStringList &wanted)
+{
+    if (kind == u"day") {
+        constexpr int wholeDay = 10'000;
+        return bench::Bench(sizeOf(kind), {}).runDay(wanted.isEmpty() ? wholeDay : wanted.constFirst().toInt());
+    }
+    bench::Bench bench(sizeOf(kind), wanted);
+    return kind == u"net" ? bench.runOverNetwork() : bench.run();
+}
+
 int measure(const QStringList &arguments)
 {
     const QString kind = arguments.value(1, u"L"_s);
-    bench::Bench bench(kind == u"L" ? bench::large : bench::small, arguments.mid(2));
     const QString text = u"%1, %2, %3\n"_s.arg(QDateTime::currentDateTime().toString(Qt::ISODate), processor(),
                                                arguments.mid(1).join(u' ')) +
-                         (kind == u"net" ? bench.runOverNetwork() : bench.run());
+                         run(kind, arguments.mid(2));
     std::printf("%s", qUtf8Printable(text));
     const QString path = QDir::current().absoluteFilePath(u"bench-results-%1.txt"_s.arg(kind));
     if (!write(path, text)) {

@@ -17,7 +17,7 @@ private Q_SLOTS:
     void init()
     {
         database_ = std::make_unique<test::ModuleDatabase>(test::Content::DemoData);
-        bench::makeArticles(database_->connection(), bench::small);
+        bench::makeArticles(database_->connection(), 1, bench::small.articles);
         bench::makeDocuments(database_->connection(), bench::small, 1, bench::small.documents);
         // Articles that are entered later take the places of those that went.
         database_->connection().execute(u"UPDATE ANA_MAGA SET DESCRIZIONE = 'Cambiato' WHERE MOD(IDANA_MAGA, 3) = 0"_s);
