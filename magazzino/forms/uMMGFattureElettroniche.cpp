@@ -23,6 +23,7 @@
 #include <QDragEnterEvent>
 #include <QItemSelectionModel>
 #include <QMimeData>
+#include <QTimer>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -76,18 +77,6 @@ ui::SearchSpec spec(const std::function<void(data::Rows &)> &completa)
              .complete = completa},
         .openingSize = {1120, 600},
         .editHint = u"Apre la fattura selezionata."_s};
-}
-
-QString quante(int numero, const QString &una, const QString &molte)
-{
-    return numero == 1 ? u"1 "_s + una : u"%1 "_s.arg(numero) + molte;
-}
-
-// Of those that got no file.
-int conRilievi(const RiscontriFatture &riscontri)
-{
-    return static_cast<int>(
-        std::count_if(riscontri.begin(), riscontri.end(), [](const auto &uno) { return !fatturapa::ammette(uno); }));
 }
 
 } // namespace
@@ -182,8 +171,9 @@ void TMMGFattureElettroniche::mostraRilievi()
     QString titolo = u"Fattura n. %1: "_s.arg(numero);
     const auto trovati = rilievi_.find(fattura);
     if (trovati != rilievi_.end())
-        titolo += trovati->isEmpty() ? u"nessun rilievo."_s
-                                     : quante(static_cast<int>(trovati->size()), u"rilievo."_s, u"rilievi."_s);
+        titolo += trovati->isEmpty()     ? u"nessun rilievo."_s
+                  : trovati->size() == 1 ? u"1 rilievo."_s
+                                         : u"%1 rilievi."_s.arg(trovati->size());
     else
         titolo += file ? u"file %1, %2."_s.arg(file->nome, file->stato) : u"non ancora controllata."_s;
     pannello_->mostra(titolo, trovati != rilievi_.end() ? *trovati : QList<fatturapa::Riscontro>(), ricevute);
@@ -265,20 +255,10 @@ void TMMGFattureElettroniche::scriviFile()
     const FileScritti scritti = ::scriviFile(this, chiavi, cartella);
     rilievi_.insert(scritti.riscontri);
     aggiorna();
-    QStringList testi = {quante(scritti.nuovi, u"file scritto."_s, u"file scritti."_s)};
-    if (scritti.giaScritti > 0)
-        testi.append(quante(scritti.giaScritti, u"file c'era già: è nella cartella com'era."_s,
-                            u"file c'erano già: sono nella cartella com'erano."_s));
-    if (scritti.modificateDopoInvio > 0)
-        testi.append(u"Il file di %1 non contiene le modifiche fatte dopo l'invio: serve una nota di variazione."_s.arg(
-            quante(scritti.modificateDopoInvio, u"fattura"_s, u"fatture"_s)));
-    if (const int senza = conRilievi(scritti.riscontri); senza > 0)
-        testi.append(quante(senza, u"fattura ha rilievi"_s, u"fatture hanno rilievi"_s) +
-                     u" che impediscono il file: sono elencati sotto."_s);
     if (scritti.errore.isEmpty())
-        core::inform(this, testi.join(u"\n\r"_s));
+        core::inform(this, testoDi(scritti));
     else
-        core::showError(this, testi.join(u"\n\r"_s) + u"\n\r"_s + scritti.errore);
+        core::showError(this, testoDi(scritti) + u"\n\r"_s + scritti.errore);
 }
 
 void TMMGFattureElettroniche::anteprima()
@@ -394,5 +374,6 @@ void TMMGFattureElettroniche::dropEvent(QDropEvent *event)
             percorsi.append(indirizzo.toLocalFile());
     }
     event->acceptProposedAction();
-    core::guarded(this, [this, &percorsi] { leggi(percorsi); });
+    // Later: the program from which they come waits until the drop is over, and boxes may be shown.
+    QTimer::singleShot(0, this, [this, percorsi] { core::guarded(this, [this, &percorsi] { leggi(percorsi); }); });
 }

@@ -115,6 +115,11 @@ void racconta(const QString &titolo, const QStringList &nomi, QStringList &testi
         testi.append(u"… e altri %1."_s.arg(nomi.size() - massimo));
 }
 
+QString quante(int numero, const QString &una, const QString &molte)
+{
+    return numero == 1 ? u"1 "_s + una : u"%1 "_s.arg(numero) + molte;
+}
+
 } // namespace
 
 RiscontriFatture controllaFatture(QWidget *owner, const QList<int> &fatture)
@@ -140,6 +145,24 @@ FileScritti scriviFile(QWidget *owner, const QList<int> &fatture, const QString 
         scritti.errore = core::errorText(error);
     }
     return scritti;
+}
+
+QString testoDi(const FileScritti &scritti)
+{
+    QStringList testi = {quante(scritti.nuovi, u"file scritto."_s, u"file scritti."_s)};
+    if (scritti.giaScritti > 0)
+        testi.append(quante(scritti.giaScritti, u"file c'era già: è nella cartella com'era."_s,
+                            u"file c'erano già: sono nella cartella com'erano."_s));
+    if (scritti.modificateDopoInvio > 0)
+        testi.append(u"Il file di %1 non contiene le modifiche fatte dopo l'invio: serve una nota di variazione."_s.arg(
+            quante(scritti.modificateDopoInvio, u"fattura"_s, u"fatture"_s)));
+    const auto senzaFile = static_cast<int>(
+        std::count_if(scritti.riscontri.begin(), scritti.riscontri.end(),
+                      [](const QList<fatturapa::Riscontro> &uno) { return !fatturapa::ammette(uno); }));
+    if (senzaFile > 0)
+        testi.append(quante(senzaFile, u"fattura ha rilievi"_s, u"fatture hanno rilievi"_s) +
+                     u" che impediscono il file: sono elencati sotto."_s);
+    return testi.join(u"\n\r"_s);
 }
 
 QStringList ricevuteIn(const QStringList &percorsi)

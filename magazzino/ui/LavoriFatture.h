@@ -28,6 +28,9 @@ struct FileScritti
 /// Writes the files of the invoices with these keys into `cartella`; one with findings that prevent it gets none.
 FileScritti scriviFile(QWidget *owner, const QList<int> &fatture, const QString &cartella);
 
+/// What is to be told of it, a line each; without what ended it.
+QString testoDi(const FileScritti &scritti);
+
 /// The receipts in `percorsi`, files and folders: of a folder those files that have a receipt's name.
 QStringList ricevuteIn(const QStringList &percorsi);
 

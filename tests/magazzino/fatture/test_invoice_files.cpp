@@ -416,6 +416,7 @@ private:
         QVERIFY(enter.isAccepted());
         QDropEvent event(QPointF(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(window_, &event);
+        test::settle();
     }
 
     const QString information = u"Informazioni"_s;
