@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QHash>
 #include <QIcon>
+#include <QStandardPaths>
 #include <QStyle>
 
 using namespace Qt::StringLiterals;
@@ -49,6 +50,10 @@ const QHash<Icon, Drawing> &drawings()
 
 void useIconTheme()
 {
+    // Not every platform of Qt says where themes lie.
+    QIcon::setThemeSearchPaths(
+        QIcon::themeSearchPaths() +
+        QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, u"icons"_s, QStandardPaths::LocateDirectory));
     constexpr int half = 128;
     const bool isDark = QApplication::palette().color(QPalette::Window).lightness() < half;
     QIcon::setThemeName(isDark ? u"breeze-dark"_s : u"breeze"_s);
