@@ -15,9 +15,7 @@ using namespace Qt::StringLiterals;
 
 TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *owner)
     : TMMGInserimento({.caption = u"Inserimento / Modifica movimenti di magazzino"_s,
-                       .menuCaption = u">Inserimento movimenti di magazzino<"_s,
-                       .key = u"IDMOVI_MAGA"_s,
-                       .generator = u"GN_IDMOVI_MAGA"_s},
+                       .menuCaption = u">Inserimento movimenti di magazzino<"_s},
                       &Modulo().dataSet(u"adsMoviMaga"_s), owner)
 {
     setObjectName(u"MMGInserimentoMovimentiMagazzino"_s);

@@ -23,8 +23,6 @@ ui::EntryFormSpec formOf(const DocumentKind &kind, ui::EntryFormSpec form)
 {
     form.caption = kind.captions.entry;
     form.menuCaption = kind.captions.entryMenu;
-    form.key = kind.key;
-    form.generator = kind.generator();
     form.subject = u"Il documento"_s;
     return form;
 }

@@ -16,7 +16,7 @@ namespace ui {
 EntryForm::EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *parent)
     : ChildForm(spec.caption, spec.menuCaption, parent)
     , spec_(spec)
-    , record_(record)
+    , session_(record)
     , layout_(new QVBoxLayout(this))
     , pages_(new QTabWidget(this))
 {
@@ -57,6 +57,7 @@ void EntryForm::declareCommands()
 
 void EntryForm::start(const QStringList &commands)
 {
+    session_.setDetails(details());
     placeCommands(bar_, commands + QStringList{QString(), u"actRecupera"_s});
     Recovery *recovery = &Recovery::of(connection());
     const auto follow = [this, recovery] { command(u"actRecupera"_s)->setEnabled(recovery->holds(objectName())); };
@@ -70,7 +71,7 @@ void EntryForm::start(const QStringList &commands)
 
 data::Connection &EntryForm::connection() const
 {
-    return *record_->connection();
+    return *record().connection();
 }
 
 void EntryForm::SetModified(bool value)
@@ -152,23 +153,14 @@ void EntryForm::startEmpty()
             field->clear();
         clearDetails();
     });
-    SetNewRecord(true);
+    session_.state() = {};
     SetModified(false);
     unsaved_ = false;
-    SetIdRecord(-1);
-    keyWithoutRow_ = false;
-    knownKey_ = -1;
 }
 
 FormContents EntryForm::contents() const
 {
-    FormContents all{.idRecord = idRecord_,
-                     .newRecord = newRecord_,
-                     .keyWithoutRow = keyWithoutRow_,
-                     .known = known_,
-                     .knownKey = knownKey_,
-                     .fields = {},
-                     .details = detailState()};
+    FormContents all{.record = session_.state(), .fields = {}, .details = detailState()};
     for (const Field *field : fields_)
         all.fields.append(field->state());
     return all;
@@ -181,11 +173,7 @@ void EntryForm::show(const FormContents &contents)
             fields_[i]->restore(contents.fields.value(i));
         restoreDetails(contents.details);
     });
-    SetIdRecord(contents.idRecord);
-    SetNewRecord(contents.newRecord);
-    keyWithoutRow_ = contents.keyWithoutRow;
-    known_ = contents.known;
-    knownKey_ = contents.knownKey;
+    session_.state() = contents.record;
     SetModified(true);
 }
 
@@ -240,49 +228,21 @@ void EntryForm::openRecord(int id)
     }
 }
 
-// The record and what belongs to it, as they stand at one moment.
-void EntryForm::read(int id)
-{
-    record_->close();
-    record_->setParameter(spec_.key, id);
-    record_->open();
-    data::DataSet *rows = details();
-    if (!rows)
-        return;
-    rows->close();
-    rows->setParameter(spec_.key, id);
-    rows->open();
-    // The database returns rewritten rows in any order; their keys keep the order in which they were entered.
-    rows->sortByInteger(rows->updateTarget().key);
-}
-
 void EntryForm::load(int id)
 {
     clearDetails();
-    {
-        data::Transaction transaction(connection());
-        read(id);
-        if (!record_->isEmpty())
-            readFurther();
-        transaction.commit();
-    }
-    if (record_->isEmpty()) {
+    if (!session_.read(id, [this] { readFurther(); })) {
         recordMissing();
         return;
     }
-    known_ = {*record_, details()};
-    knownKey_ = record_->integer(spec_.key);
     withoutTracking([this] {
         pages_->setCurrentIndex(0);
-        SetIdRecord(record_->integer(spec_.key));
         for (Field *field : std::as_const(fields_))
-            field->load(*record_);
+            field->load(record());
         loadDetails();
     });
     SetModified(false);
     unsaved_ = false;
-    SetNewRecord(false);
-    keyWithoutRow_ = false;
 }
 
 void EntryForm::deleteShown()
@@ -297,7 +257,7 @@ void EntryForm::deleteShown()
         return;
     startNew();
     if (wasStored)
-        Q_EMIT stored(record_->updateTarget().table);
+        Q_EMIT stored(record().updateTarget().table);
 }
 
 bool EntryForm::passes(const QList<Check> &checks)
@@ -328,120 +288,71 @@ bool EntryForm::saveRecord()
     return saved;
 }
 
-// Reads what is stored now, inside the transaction. Is it what the user agreed to overwrite, or else what the form read
-// or wrote last?
-bool EntryForm::findsAsExpected(const data::StoredValues *agreed)
-{
-    read(IdRecord());
-    found_ = {*record_, details()};
-    if (agreed)
-        return found_ == *agreed;
-    // A key that was given to the form from outside was never read.
-    return knownKey_ == IdRecord() ? found_ == known_ : !found_.isMissing();
-}
-
 bool EntryForm::confirmsOverwriting()
 {
-    const QString question = found_.isMissing()
+    const QString question = session_.foundNone()
                                  ? u"%1 è stato eliminato nel frattempo.\n\rRegistrarlo di nuovo?"_s
                                  : u"%1 è stato modificato da un'altra postazione dopo l'apertura.\n\rSovrascrivere?"_s;
     return core::confirmLoss(this, question.arg(spec_.subject));
 }
 
-// False, with nothing written, when somebody else changed or deleted the record. No box may be shown while a
-// transaction holds locks, so the attempt ends before the user is asked.
-bool EntryForm::attempt(const data::StoredValues *agreed)
+bool EntryForm::attempt(data::RecordSession::Expected expected)
 {
     const WaitCursor wait;
     prepareSave();
-    data::Transaction transaction(connection());
-    if (storedKey() >= 0 && !findsAsExpected(agreed))
+    const auto fill = [this](data::DataSet &row) {
+        for (const Field *field : std::as_const(fields_))
+            field->write(row);
+        writeComputed(row);
+    };
+    return session_.write(expected, fill, [this] { writeDetails(); });
+}
+
+// Somebody else's change is asked about between two attempts, outside of both transactions. False when the user does
+// not want to overwrite it.
+bool EntryForm::write()
+{
+    using Expected = data::RecordSession::Expected;
+    if (attempt(Expected::Known))
+        return true;
+    if (!confirmsOverwriting())
         return false;
-    writeRecord();
-    writeDetails();
-    transaction.commit();
-    known_ = {*record_, details()};
-    knownKey_ = IdRecord();
+    if (!attempt(Expected::Found))
+        throw core::Error(u"Il record è cambiato di nuovo prima del salvataggio."_s);
     return true;
+}
+
+// The transaction is rolled back by now.
+void EntryForm::tellFailure(const std::exception &error)
+{
+    core::logError(u"salvataggio "_s + QString::fromLatin1(metaObject()->className()), error);
+    session_.writeFailed();
+    const auto *refused = dynamic_cast<const SaveRefused *>(&error);
+    core::showError(this, refused ? refused->text() : u"Si è verificato un errore durante il salvataggio dei dati!"_s);
 }
 
 bool EntryForm::save()
 {
-    bool written = false;
     try {
-        written = attempt(nullptr);
-        if (!written) {
-            if (!confirmsOverwriting())
-                return false;
-            const data::StoredValues agreed = found_;
-            written = attempt(&agreed);
-            if (!written)
-                throw core::Error(u"Il record è cambiato di nuovo prima del salvataggio."_s);
-        }
+        if (!write())
+            return false;
     } catch (const std::exception &error) {
-        // The transaction is rolled back by now.
-        core::logError(u"salvataggio "_s + QString::fromLatin1(metaObject()->className()), error);
-        keyWithoutRow_ = keyWithoutRow_ || NewRecord();
-        if (replacedKey_ >= 0)
-            SetIdRecord(replacedKey_);
-        const auto *refused = dynamic_cast<const SaveRefused *>(&error);
-        core::showError(this,
-                        refused ? refused->text() : u"Si è verificato un errore durante il salvataggio dei dati!"_s);
+        tellFailure(error);
+        if (spec_.afterFailedSave == AfterFailedSave::AsAfterSave) {
+            SetModified(false);
+            SetNewRecord(false);
+        }
+        return false;
     }
-    replacedKey_ = -1;
-    if (written) {
-        keyWithoutRow_ = false;
-        unsaved_ = false;
-        Recovery::of(connection()).forget(objectName());
-        for (Field *field : std::as_const(fields_))
-            field->written();
-        recordSaved();
-    }
-    if (written || spec_.afterFailedSave == AfterFailedSave::AsAfterSave) {
-        SetModified(false);
-        SetNewRecord(false);
-    }
-    if (written)
-        Q_EMIT stored(record_->updateTarget().table);
-    return written;
-}
-
-// The predicted key is the one that the trigger gives as long as nobody else inserts in between; updateBatch() reads
-// back the key really given.
-void EntryForm::takeNewKey()
-{
-    SetIdRecord(connection().lastGeneratorValue(spec_.generator) + 1);
-    record_->close();
-    record_->setParameter(spec_.key, IdRecord());
-    record_->open();
-    record_->append();
-}
-
-void EntryForm::writeRecord()
-{
-    if (NewRecord()) {
-        takeNewKey();
-    } else if (keyWithoutRow_) {
-        read(IdRecord());
-        // With no row under the key, edit() starts a new one. A row under a key that a failed save had only predicted
-        // belongs to another workstation: leave it alone and take a new key.
-        if (record_->isEmpty())
-            record_->edit();
-        else
-            takeNewKey();
-    } else if (record_->isEmpty()) {
-        // The table gives every new row a new key.
-        replacedKey_ = IdRecord();
-        takeNewKey();
-    } else {
-        record_->edit();
-    }
-    record_->setValue(spec_.key, IdRecord());
-    for (const Field *field : std::as_const(fields_))
-        field->write(*record_);
-    writeComputed(*record_);
-    record_->updateBatch();
-    SetIdRecord(record_->integer(spec_.key));
+    unsaved_ = false;
+    Recovery::of(connection()).forget(objectName());
+    for (Field *field : std::as_const(fields_))
+        field->written();
+    recordSaved();
+    SetModified(false);
+    SetNewRecord(false);
+    Q_EMIT stored(record().updateTarget().table);
+    return true;
 }
 
 bool EntryForm::saveFirst()

@@ -39,8 +39,6 @@ struct EntryFormSpec
 {
     QString caption;
     QString menuCaption;
-    QString key;       ///< key column of the record's table
-    QString generator; ///< that fills the key
     ClosingQuestion closing = ClosingQuestion::ContinueAnyway;
     AfterFailedSave afterFailedSave = AfterFailedSave::KeepFlags;
     QString subject = QStringLiteral("Il record"); ///< what questions about the record call it
@@ -71,13 +69,13 @@ public:
     EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *parent);
 
     /// Key of the record shown; -1 for a new one that was never given a key.
-    int IdRecord() const { return idRecord_; }
+    int IdRecord() const { return session_.state().id; }
     /// Takes `id` for the key of what is shown; loads nothing.
-    void SetIdRecord(int id) { idRecord_ = id; }
+    void SetIdRecord(int id) { session_.state().id = id; }
     /// True while the record has never been saved.
-    bool NewRecord() const { return newRecord_; }
+    bool NewRecord() const { return session_.state().isNew; }
     /// Takes what is shown for a record that was never saved, or for one that was.
-    void SetNewRecord(bool value) { newRecord_ = value; }
+    void SetNewRecord(bool value) { session_.state().isNew = value; }
     /// True while there are unsaved changes; "Salva" is enabled exactly then.
     bool Modified() const { return modified_; }
     /// Sets the flag, and with it the command "Salva".
@@ -149,8 +147,7 @@ protected:
     virtual bool finishEditing() { return true; }
     /// Before the transaction begins: totals.
     virtual void prepareSave() {}
-    /// The data set of the rows that belong to the record, by the record's key; null where there are none. The base
-    /// reads it with the record, in the order of the rows' keys.
+    /// The data set of the rows that belong to the record; null where there are none. See data::RecordSession.
     virtual data::DataSet *details() const { return nullptr; }
     /// What the form holds besides its fields, for restoreDetails().
     virtual QVariant detailState() const { return {}; }
@@ -168,10 +165,10 @@ protected:
 
     /// Key of the record's row in the database, -1 while it has none. After a failed first save IdRecord() is only a
     /// prediction, and another workstation's record may stand under it by now.
-    int storedKey() const { return newRecord_ || keyWithoutRow_ ? -1 : idRecord_; }
+    int storedKey() const { return session_.state().storedKey(); }
     /// While a deleted record is written anew: the key it had before; otherwise -1.
-    int replacedKey() const { return replacedKey_; }
-    data::DataSet &record() const { return *record_; }
+    int replacedKey() const { return session_.replacedKey(); }
+    data::DataSet &record() const { return session_.record(); }
     data::Connection &connection() const;
     /// Runs `body` without its changes marking the form modified.
     void withoutTracking(const std::function<void()> &body);
@@ -198,32 +195,22 @@ private:
     bool passes(const QList<Check> &checks);
     bool passesChecks();
     bool save();
-    bool attempt(const data::StoredValues *agreed);
-    void read(int id);
-    bool findsAsExpected(const data::StoredValues *agreed);
+    bool attempt(data::RecordSession::Expected expected);
+    bool write();
+    void tellFailure(const std::exception &error);
     bool confirmsOverwriting();
-    void writeRecord();
-    void takeNewKey();
 
     EntryFormSpec spec_;
-    data::DataSet *record_;
+    data::RecordSession session_;
     QList<Field *> fields_;
     QList<Check> firstChecks_;
     QList<Check> checks_;
     QVBoxLayout *layout_;
     QTabWidget *pages_;
     QToolBar *bar_ = nullptr;
-    int idRecord_ = -1;
-    bool newRecord_ = true;
     bool modified_ = false;
     // Something is typed that no save has stored; after a failed save that may be so without modified_.
     bool unsaved_ = false;
-    // The key was taken by a save that failed, so no row of ours stands under it; another workstation's may.
-    bool keyWithoutRow_ = false;
-    int replacedKey_ = -1;
-    data::StoredValues known_; // what was stored when the form last read or wrote it,
-    int knownKey_ = -1;        // under which key
-    data::StoredValues found_; // what the running save found
     int untracked_ = 0;
 };
 

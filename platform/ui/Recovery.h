@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/data/StoredValues.h"
+#include "platform/data/RecordSession.h"
 
 #include <QHash>
 #include <QObject>
@@ -14,12 +14,8 @@ namespace ui {
 /// What stands in an entry form: everything that it needs to go on where it was left.
 struct FormContents
 {
-    int idRecord = -1;
-    bool newRecord = true;
-    bool keyWithoutRow = false;
-    data::StoredValues known; ///< what was stored when the form last read or wrote it,
-    int knownKey = -1;        ///< under which key
-    QVariantList fields;      ///< Field::state() in the order of the declaration
+    data::RecordState record;
+    QVariantList fields; ///< Field::state() in the order of the declaration
     QVariant details;
 };
 

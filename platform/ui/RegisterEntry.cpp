@@ -36,8 +36,6 @@ EntryFormSpec formOf(const RegisterSpec &spec)
 {
     return {.caption = spec.entryTitle(),
             .menuCaption = spec.entryMenu.isEmpty() ? spec.menuCaption() : spec.entryMenu,
-            .key = spec.key,
-            .generator = spec.generator(),
             .closing = spec.habits.closing};
 }
 
