@@ -11,6 +11,11 @@ namespace ui {
 
 namespace {
 
+// Beside the widths, in a group of their own: no column has such a name.
+const QString orderKey = u"colonne/ordine"_s;
+const QString sortedByKey = u"righe/ordinate"_s;
+const QString downwardsKey = u"righe/decrescenti"_s;
+
 struct Place
 {
     QString file;
@@ -37,7 +42,7 @@ void keepListLayouts(const QString &settingsFile, const QString &user)
     place() = {settingsFile, user};
 }
 
-QMap<QString, int> keptWidths(const QString &list)
+ListLayout keptLayout(const QString &list)
 {
     constexpr int least = 10;
     constexpr int most = 4000;
@@ -45,24 +50,33 @@ QMap<QString, int> keptWidths(const QString &list)
         return {};
     QSettings settings(place().file, QSettings::IniFormat);
     settings.beginGroup(groupOf(list));
-    QMap<QString, int> widths;
+    ListLayout layout;
     const QStringList fields = settings.childKeys();
     for (const QString &field : fields) {
         if (const int width = settings.value(field).toInt(); width >= least && width <= most)
-            widths.insert(field, width);
+            layout.widths.insert(field, width);
     }
-    return widths;
+    layout.order = settings.value(orderKey).toStringList();
+    layout.sortedBy = settings.value(sortedByKey).toString();
+    layout.sortOrder = settings.value(downwardsKey).toBool() ? Qt::DescendingOrder : Qt::AscendingOrder;
+    return layout;
 }
 
-void keepWidths(const QString &list, const QMap<QString, int> &widths)
+void keepLayout(const QString &list, const ListLayout &layout)
 {
     if (place().file.isEmpty())
         return;
     core::changeSettings(place().file, [&](QSettings &settings) {
         settings.remove(groupOf(list));
         settings.beginGroup(groupOf(list));
-        for (auto width = widths.begin(); width != widths.end(); ++width)
+        for (auto width = layout.widths.begin(); width != layout.widths.end(); ++width)
             settings.setValue(width.key(), QString::number(*width));
+        if (!layout.order.isEmpty())
+            settings.setValue(orderKey, layout.order);
+        if (!layout.sortedBy.isEmpty()) {
+            settings.setValue(sortedByKey, layout.sortedBy);
+            settings.setValue(downwardsKey, layout.sortOrder == Qt::DescendingOrder ? u"true"_s : u"false"_s);
+        }
         settings.endGroup();
     });
 }

@@ -1,17 +1,27 @@
 #pragma once
 #include <QMap>
-#include <QString>
+#include <QStringList>
 
 /// What the users of the program changed in the layout of their lists, kept in the settings file for each of them.
 namespace ui {
 
+/// What differs from a list's own layout. Columns are named by their fields.
+struct ListLayout
+{
+    QMap<QString, int> widths = {}; ///< pixels
+    QStringList order = {};         ///< from left to right; as declared while empty
+    QString sortedBy = {};          ///< the column by which the rows are ordered; in the query's order while empty
+    Qt::SortOrder sortOrder = Qt::AscendingOrder;
+
+    bool operator==(const ListLayout &) const = default;
+};
+
 /// From now on layouts are kept in `settingsFile` for `user`; nowhere while the file is empty.
 void keepListLayouts(const QString &settingsFile, const QString &user);
 
-/// The kept widths of a list's columns in pixels, by the columns' fields; those that make no sense are left out.
-QMap<QString, int> keptWidths(const QString &list);
-/// Keeps `widths` in the place of those kept before; none stand for the list's own. Throws core::Error when the file
-/// cannot be written.
-void keepWidths(const QString &list, const QMap<QString, int> &widths);
+/// The kept layout of a list; widths that make no sense are left out.
+ListLayout keptLayout(const QString &list);
+/// Keeps `layout` in the place of the one kept before. Throws core::Error when the file cannot be written.
+void keepLayout(const QString &list, const ListLayout &layout);
 
 } // namespace ui

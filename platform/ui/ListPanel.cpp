@@ -1,6 +1,7 @@
 #include "platform/ui/ListPanel.h"
 
 #include "platform/core/Messages.h"
+#include "platform/ui/ColumnLayout.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/LetterBar.h"
 #include "platform/ui/ListKeys.h"
@@ -134,7 +135,7 @@ void ListPanel::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     if (spec_.keepsLayout && !std::exchange(shown_, true))
-        grid_->keepLayout(parentWidget()->objectName());
+        grid_->columnLayout().keep(parentWidget()->objectName());
 }
 
 int ListPanel::widthFor(int width) const

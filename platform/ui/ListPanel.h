@@ -24,7 +24,7 @@ struct ListSpec
     QString letterLike = {};   ///< text of the letter bar's comparison, where it is fixed
     data::Values::Way way = data::Values::Way::Bound;
     QString gridName = QStringLiteral("GridRisultati"); ///< control name
-    bool keepsLayout = true;                            ///< widths that the user gives to columns are kept
+    bool keepsLayout = true;                            ///< what the user makes of the columns is kept
     bool longTexts = false;                             ///< cells show texts of several lines from their first one
     std::function<void(data::Rows &)> complete = {};    ///< puts into the rows what no query can tell
     bool keepsSelection = true; ///< a search selects the record again that was selected, if it is still listed

@@ -1,5 +1,6 @@
 #include "host/HostCommands.h"
 #include "magazzino/ui/MMGModSelezionaBase.h"
+#include "platform/ui/ListExport.h"
 #include "platform/ui/ListLayouts.h"
 #include "tests/support/Fixtures.h"
 
@@ -43,11 +44,41 @@ private Q_SLOTS:
         QCOMPARE(allWidths(grid) == grid->viewport()->width(), hasRest);
         // The declared width stays for whoever has dragged nothing, and comes back when it is asked for.
         ui::keepListLayouts(file(), u"UFFICIO"_s);
-        QVERIFY(ui::keptWidths(list->objectName()).isEmpty());
+        QVERIFY(ui::keptLayout(list->objectName()) == ui::ListLayout());
         ui::keepListLayouts(file(), host::administrator);
         test::trigger(grid->horizontalHeader(), u"actLarghezzeOriginali"_s);
         QCOMPARE(widthOf(grid, header), told);
-        QVERIFY(ui::keptWidths(list->objectName()).isEmpty());
+        QVERIFY(ui::keptLayout(list->objectName()) == ui::ListLayout());
+    }
+
+    // Headers dragged, and the one clicked, stand so again after the next login; another user has the list's own.
+    void orderAndSortingAreKept()
+    {
+        const QString action = u"actRicercaFornitori"_s;
+        const QStringList own = headersFromLeft(gridOf(*open(action)));
+        const QStringList dragged = {own[2], own[0], own[1], own[3]};
+        for (const QString &user : {u"UFFICIO"_s, host::administrator}) {
+            ui::keepListLayouts(file(), user);
+            const QTableView *grid = gridOf(*open(action));
+            drag(grid, middleOf(grid, own[2]), -middleOf(grid, own[2]).x() + 5);
+            click(grid, own[0]);
+            click(grid, own[0]);
+            QCOMPARE(headersFromLeft(grid), dragged);
+            startAgain();
+        }
+        for (const QString &code : {u"A1"_s, u"A3"_s, u"A2"_s})
+            test::insertInto(place().database(), u"FORNITORI"_s, {{u"CODICE"_s, code}, {u"RAGIONESOCIALE"_s, code}});
+        const QTableView *grid = gridOf(*open(action));
+        QCOMPARE(headersFromLeft(grid), dragged);
+        QCOMPARE(test::columnTexts(grid, own[0]).filter(u"A"_s), QStringList({u"A3"_s, u"A2"_s, u"A1"_s}));
+        test::trigger(grid->horizontalHeader(), u"actOrdineOriginale"_s);
+        QCOMPARE(headersFromLeft(grid), own);
+        click(grid, own[0]);
+        QCOMPARE(test::columnTexts(grid, own[0]).filter(u"A"_s), QStringList({u"A1"_s, u"A2"_s, u"A3"_s}));
+        const QString list = u"MMGRicercaFornitori"_s;
+        QVERIFY(ui::keptLayout(list) == ui::ListLayout());
+        ui::keepListLayouts(file(), u"UFFICIO"_s);
+        QCOMPARE(ui::keptLayout(list).order.size(), own.size());
     }
 
     void borderBehindTheRestMovesTheNextColumn()
@@ -116,17 +147,43 @@ private:
         return form;
     }
 
+    static QPoint middleOf(const QTableView *grid, const QString &header)
+    {
+        const int column = test::columnOf(grid, header);
+        return {grid->columnViewportPosition(column) + grid->columnWidth(column) / 2,
+                grid->horizontalHeader()->height() / 2};
+    }
+
+    static void drag(const QTableView *grid, const QPoint &from, int by)
+    {
+        QWidget *line = grid->horizontalHeader()->viewport();
+        QTest::mousePress(line, Qt::LeftButton, {}, from);
+        for (const int step : {by / 3, by / 2, by})
+            QTest::mouseMove(line, from + QPoint(step, 0));
+        QTest::mouseRelease(line, Qt::LeftButton, {}, from + QPoint(by, 0));
+        test::settle();
+    }
+
     // Takes the right border of a column's header and moves it.
     static void drag(const QTableView *grid, const QString &header, int by)
     {
-        const QHeaderView *line = grid->horizontalHeader();
-        const int column = test::columnOf(grid, header);
-        const QPoint border(line->sectionViewportPosition(column) + line->sectionSize(column) - 1, line->height() / 2);
-        QTest::mousePress(line->viewport(), Qt::LeftButton, {}, border);
-        for (const int step : {by / 3, by / 2, by})
-            QTest::mouseMove(line->viewport(), border + QPoint(step, 0));
-        QTest::mouseRelease(line->viewport(), Qt::LeftButton, {}, border + QPoint(by, 0));
+        const int half = widthOf(grid, header) - widthOf(grid, header) / 2 - 1;
+        drag(grid, middleOf(grid, header) + QPoint(half, 0), by);
+    }
+
+    static void click(const QTableView *grid, const QString &header)
+    {
+        QTest::mouseClick(grid->horizontalHeader()->viewport(), Qt::LeftButton, {}, middleOf(grid, header));
         test::settle();
+    }
+
+    static QStringList headersFromLeft(const QTableView *grid)
+    {
+        const core::Table table = ui::tableOf(*grid);
+        QStringList headers;
+        for (const core::TableColumn &column : table.columns)
+            headers.append(column.header);
+        return headers;
     }
 
     static int widthOf(const QTableView *grid, const QString &header)

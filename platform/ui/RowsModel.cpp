@@ -1,0 +1,196 @@
+#include "platform/ui/RowsModel.h"
+
+#include "platform/core/Format.h"
+#include "platform/ui/ListExport.h"
+
+#include <QColor>
+#include <QDate>
+
+#include <algorithm>
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+RowsModel::RowsModel(QString keyField, QList<ListColumn> columns, QObject *parent)
+    : QAbstractTableModel(parent)
+    , keyField_(std::move(keyField))
+    , columns_(std::move(columns))
+{
+}
+
+void RowsModel::setRows(data::Rows rows)
+{
+    beginResetModel();
+    rows_ = std::move(rows);
+    keyIndex_ = rows_.indexOf(keyField_);
+    fieldIndexes_.clear();
+    for (const ListColumn &column : std::as_const(columns_))
+        fieldIndexes_.append(rows_.indexOf(column.field));
+    arrange();
+    endResetModel();
+}
+
+void RowsModel::removeKey(int key)
+{
+    for (int row = 0; row < rowCount(); ++row) {
+        if (keyAt(row) != key)
+            continue;
+        beginRemoveRows({}, row, row);
+        const qsizetype gone = order_.takeAt(row);
+        rows_.mutableValues().removeAt(gone);
+        for (qsizetype &place : order_)
+            place -= place > gone ? 1 : 0;
+        endRemoveRows();
+        return;
+    }
+}
+
+QStringList RowsModel::fields() const
+{
+    QStringList fields = {keyField_};
+    for (const ListColumn &column : columns_)
+        fields.append(column.field);
+    return fields;
+}
+
+int RowsModel::keyAt(int row) const
+{
+    return row >= 0 && row < rowCount() && keyIndex_ >= 0 ? shownRow(row)[keyIndex_].toInt() : -1;
+}
+
+QVariant RowsModel::valueAt(int row, const QString &field) const
+{
+    const int index = rows_.indexOf(field);
+    return row >= 0 && row < rowCount() && index >= 0 ? shownRow(row)[index] : QVariant();
+}
+
+int RowsModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int RowsModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+QString RowsModel::shown(const QVariant &value, ListColumn::Display display) const
+{
+    if (!value.isValid())
+        return {};
+    switch (display) {
+    case ListColumn::Display::Date:
+        return core::formatDate(value.toDate());
+    case ListColumn::Display::Quantity:
+        return core::formatNumber(value.toDouble());
+    case ListColumn::Display::Currency:
+        return core::formatCurrency(value.toDouble());
+    case ListColumn::Display::Flag:
+        return core::parseFlag(value.toString()).value_or(false) ? u"Sì"_s : u"No"_s;
+    case ListColumn::Display::Text:
+    case ListColumn::Display::Integer:
+        break;
+    }
+    return value.toString();
+}
+
+QVariant RowsModel::exported(const QVariant &value, ListColumn::Display display) const
+{
+    if (value.isValid() && display == ListColumn::Display::Flag)
+        return core::parseFlag(value.toString()).value_or(false);
+    return value;
+}
+
+// As many decimals as are shown.
+int RowsModel::places(int column) const
+{
+    using Display = ListColumn::Display;
+    const Display display = columns_[column].display;
+    if (display == Display::Quantity || display == Display::Currency)
+        return 2;
+    const int field = fieldIndexes_.value(column, -1);
+    return field < 0 ? 0 : rows_.columns()[field].places;
+}
+
+QVariant RowsModel::alignment(const ListColumn &column) const
+{
+    const bool left = column.display == ListColumn::Display::Text || column.display == ListColumn::Display::Flag;
+    return QVariant(vertical_ | (left ? Qt::AlignLeft : Qt::AlignRight));
+}
+
+QVariant RowsModel::data(const QModelIndex &index, int role) const
+{
+    // The view's own "copy" key asks for the current cell even when there is none.
+    if (!index.isValid())
+        return {};
+    const ListColumn &column = columns_[index.column()];
+    const auto value = [this, &index] {
+        const int field = fieldIndexes_.value(index.column(), -1);
+        return field < 0 ? QVariant() : shownRow(index.row())[field];
+    };
+    if (role == Qt::DisplayRole)
+        return shown(value(), column.display);
+    if (role == ExportValue)
+        return exported(value(), column.display);
+    if (role == Qt::ForegroundRole && column.redBelowZero)
+        return value().toDouble() < 0 ? QVariant(QColor(Qt::red)) : QVariant();
+    return role == Qt::TextAlignmentRole ? alignment(column) : QVariant();
+}
+
+QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section >= columns_.size())
+        return {};
+    if (role == Qt::DisplayRole)
+        return columns_[section].header;
+    if (role == Qt::TextAlignmentRole)
+        return alignment(columns_[section]);
+    if (role == ExportPlaces)
+        return places(section);
+    if (role == ExportCurrency)
+        return columns_[section].display == ListColumn::Display::Currency;
+    return {};
+}
+
+void RowsModel::arrange()
+{
+    order_.resize(rows_.size());
+    std::iota(order_.begin(), order_.end(), 0);
+    const int field = fieldIndexes_.value(sortColumn_, -1);
+    if (field < 0)
+        return;
+    const bool asText = columns_[sortColumn_].display == ListColumn::Display::Text;
+    const auto before = [this, field, asText](qsizetype left, qsizetype right) {
+        const QVariant &a = rows_.values(left)[field];
+        const QVariant &b = rows_.values(right)[field];
+        if (!a.isValid() || !b.isValid())
+            return !a.isValid() && b.isValid();
+        if (asText)
+            return a.toString().compare(b.toString(), Qt::CaseInsensitive) < 0;
+        return QVariant::compare(a, b) == QPartialOrdering::Less;
+    };
+    if (sortOrder_ == Qt::AscendingOrder)
+        std::stable_sort(order_.begin(), order_.end(), before);
+    else
+        std::stable_sort(order_.begin(), order_.end(),
+                         [&before](qsizetype left, qsizetype right) { return before(right, left); });
+}
+
+void RowsModel::sort(int column, Qt::SortOrder order)
+{
+    sortColumn_ = column;
+    sortOrder_ = order;
+    Q_EMIT layoutAboutToBeChanged();
+    const QList<qsizetype> before = order_;
+    arrange();
+    // What is selected stays so.
+    const QModelIndexList indexes = persistentIndexList();
+    for (const QModelIndex &index : indexes)
+        changePersistentIndex(index,
+                              this->index(static_cast<int>(order_.indexOf(before[index.row()])), index.column()));
+    Q_EMIT layoutChanged();
+}
+
+} // namespace ui
