@@ -21,8 +21,6 @@ QDate nextRecurringInvoice(QDate start, int every, const QString &unit, bool onT
 /// box is checked.
 class FatturaCiclicaField : public ui::Field
 {
-    Q_OBJECT
-
 public:
     explicit FatturaCiclicaField(QWidget *page);
 

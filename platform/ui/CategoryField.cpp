@@ -1,7 +1,6 @@
 #include "platform/ui/CategoryField.h"
 
 #include "platform/core/Messages.h"
-#include "platform/data/DataSet.h"
 
 #include <QApplication>
 #include <QStyle>
@@ -11,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace ui {
 
 CategoryField::CategoryField(const CategorySpec &spec, data::Connection &connection, QWidget *parent)
-    : Field(spec.label, parent)
+    : ColumnField(spec.label, spec.column, parent)
     , spec_(spec)
     , connection_(connection)
     , tree_(new CategoryTree(parent))
@@ -19,21 +18,6 @@ CategoryField::CategoryField(const CategorySpec &spec, data::Connection &connect
     tree_->setObjectName(spec.name);
     connect(tree_, &QComboBox::currentIndexChanged, this, &Field::edited);
     connect(tree_, &CategoryTree::turnedTo, this, &CategoryField::refresh);
-}
-
-QWidget *CategoryField::widget() const
-{
-    return tree_;
-}
-
-int CategoryField::key() const
-{
-    return tree_->selectedKey();
-}
-
-void CategoryField::selectKey(int key)
-{
-    tree_->selectKey(key);
 }
 
 void CategoryField::fill()
@@ -78,16 +62,11 @@ void CategoryField::clear()
     tree_->selectKey(-1);
 }
 
-void CategoryField::load(const data::DataSet &record)
+void CategoryField::show(const QVariant &stored)
 {
     // A category made since the form was opened must be found: what is not found would be stored as none.
     fill();
-    tree_->selectKey(record.integer(spec_.column, -1));
-}
-
-void CategoryField::write(data::DataSet &record) const
-{
-    record.setValue(spec_.column, key() > 0 ? QVariant(key()) : spec_.none);
+    tree_->selectKey(stored.isNull() ? -1 : stored.toInt());
 }
 
 } // namespace ui

@@ -14,25 +14,25 @@ struct CategorySpec
 };
 
 /// The category of a record, chosen from the tree, which is read anew for every record and when the user turns to it.
-class CategoryField : public Field
+class CategoryField : public ColumnField
 {
-    Q_OBJECT
-
 public:
     /// A drop-down over the tree in `connection`, none chosen.
     CategoryField(const CategorySpec &spec, data::Connection &connection, QWidget *parent);
 
     /// Key of the chosen category, -1 for none.
-    int key() const;
+    int key() const { return tree_->selectedKey(); }
     /// Chooses a category; none when the table does not have it.
-    void selectKey(int key);
+    void selectKey(int key) { tree_->selectKey(key); }
 
-    QWidget *widget() const override;
+    QWidget *widget() const override { return tree_; }
     void clear() override;
-    void load(const data::DataSet &record) override;
-    void write(data::DataSet &record) const override;
     QVariant state() const override;
     void restore(const QVariant &state) override;
+
+protected:
+    void show(const QVariant &stored) override;
+    QVariant toStore() const override { return key() > 0 ? QVariant(key()) : spec_.none; }
 
 private:
     void fill();

@@ -24,6 +24,25 @@ ElidedLabel *valueLabel(const QString &name, QWidget *parent)
     return label;
 }
 
+// Both columns NULL for none; without a column for the text the key alone.
+void store(data::DataSet &record, const QString &keyColumn, const QString &textColumn, const Choice &choice)
+{
+    const bool chosen = choice.key > 0;
+    record.setValue(keyColumn, chosen ? QVariant(choice.key) : QVariant());
+    if (!textColumn.isEmpty())
+        record.setValue(textColumn, chosen ? QVariant(choice.text) : QVariant());
+}
+
+QVariant stateOf(const Choice &choice)
+{
+    return QVariantList{choice.key, choice.text};
+}
+
+Choice choiceOf(const QVariant &state)
+{
+    return {state.toList().value(0).toInt(), state.toList().value(1).toString()};
+}
+
 } // namespace
 
 ChoiceField::ChoiceField(const ChoiceSpec &spec, QWidget *parent)
@@ -79,20 +98,17 @@ void ChoiceField::load(const data::DataSet &record)
 
 void ChoiceField::write(data::DataSet &record) const
 {
-    const bool chosen = choice_.key > 0;
-    record.setValue(spec_.keyColumn, chosen ? QVariant(choice_.key) : QVariant());
-    if (!spec_.textColumn.isEmpty())
-        record.setValue(spec_.textColumn, chosen ? QVariant(choice_.text) : QVariant());
+    store(record, spec_.keyColumn, spec_.textColumn, choice_);
 }
 
 QVariant ChoiceField::state() const
 {
-    return QVariantList{choice_.key, choice_.text};
+    return stateOf(choice_);
 }
 
 void ChoiceField::restore(const QVariant &state)
 {
-    setChoice({state.toList().value(0).toInt(), state.toList().value(1).toString()});
+    setChoice(choiceOf(state));
 }
 
 DropDownField::DropDownField(const DropDownSpec &spec, QString tableKey, QString tableText, QWidget *parent)
@@ -165,22 +181,19 @@ void DropDownField::load(const data::DataSet &record)
 
 QVariant DropDownField::state() const
 {
-    return QVariantList{key(), box_->currentText()};
+    return stateOf({key(), box_->currentText()});
 }
 
 void DropDownField::restore(const QVariant &state)
 {
     clear();
-    stored_ = {state.toList().value(0).toInt(), state.toList().value(1).toString()};
+    stored_ = choiceOf(state);
     showStored();
 }
 
 void DropDownField::write(data::DataSet &record) const
 {
-    const bool chosen = key() > 0;
-    record.setValue(spec_.keyColumn, chosen ? QVariant(key()) : QVariant());
-    if (!spec_.textColumn.isEmpty())
-        record.setValue(spec_.textColumn, chosen ? QVariant(box_->currentText()) : QVariant());
+    store(record, spec_.keyColumn, spec_.textColumn, {key(), box_->currentText()});
 }
 
 void DropDownField::written()
@@ -189,9 +202,8 @@ void DropDownField::written()
 }
 
 CodeField::CodeField(const CodeSpec &spec, QWidget *parent)
-    : Field(spec.label, parent)
+    : ColumnField(spec.label, spec.column, parent)
     , box_(new ComboBox(parent))
-    , column_(spec.column)
     , known_(static_cast<int>(spec.codes.size()) + 1)
 {
     box_->setObjectName(spec.name);
@@ -213,8 +225,9 @@ void CodeField::addItem(const QString &code, const QString &text)
     box_->setItemData(box_->count() - 1, text, Qt::ToolTipRole);
 }
 
-void CodeField::show(const QString &code)
+void CodeField::show(const QVariant &stored)
 {
+    const QString code = stored.toString();
     int index = box_->findData(code);
     if (index < 0) {
         addItem(code, code);
@@ -225,16 +238,6 @@ void CodeField::show(const QString &code)
         box_->removeItem(known_);
     else if (box_->count() > known_ + 1)
         box_->removeItem(known_);
-}
-
-void CodeField::load(const data::DataSet &record)
-{
-    show(record.text(column_));
-}
-
-void CodeField::write(data::DataSet &record) const
-{
-    record.setValue(column_, code().isEmpty() ? QVariant() : QVariant(code()));
 }
 
 RecordLabels::RecordLabels(const QList<RecordLabel> &labels, QWidget *parent)

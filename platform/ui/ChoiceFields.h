@@ -38,8 +38,6 @@ struct ChoiceSpec
 /// A record picked in a dialog: a label ("..." for none) and a button. Stored as key and text, both NULL for none.
 class ChoiceField : public Field
 {
-    Q_OBJECT
-
 public:
     /// Label and buttons as `spec` tells, nothing chosen.
     ChoiceField(const ChoiceSpec &spec, QWidget *parent);
@@ -78,8 +76,6 @@ struct DropDownSpec
 /// longer has, or has under another text, is kept as it was stored.
 class DropDownField : public Field
 {
-    Q_OBJECT
-
 public:
     /// `tableKey` and `tableText` are the list query's columns.
     DropDownField(const DropDownSpec &spec, QString tableKey, QString tableText, QWidget *parent);
@@ -120,10 +116,8 @@ struct CodeSpec
 
 /// A drop-down list of fixed codes with their meaning. It may be left empty, then the code is NULL. A stored code that
 /// is none of them stands there as it was stored until another one is chosen.
-class CodeField : public Field
+class CodeField : public ColumnField
 {
-    Q_OBJECT
-
 public:
     /// The field that `spec` describes, nothing chosen.
     CodeField(const CodeSpec &spec, QWidget *parent);
@@ -133,17 +127,15 @@ public:
 
     QWidget *widget() const override { return box_; }
     void clear() override { show({}); }
-    void load(const data::DataSet &record) override;
-    void write(data::DataSet &record) const override;
-    QVariant state() const override { return code(); }
-    void restore(const QVariant &state) override { show(state.toString()); }
+
+protected:
+    void show(const QVariant &stored) override;
+    QVariant toStore() const override { return code().isEmpty() ? QVariant() : code(); }
 
 private:
     void addItem(const QString &code, const QString &text);
-    void show(const QString &code);
 
     ComboBox *box_;
-    QString column_;
     int known_; // items that are no unknown code
 };
 
@@ -163,8 +155,6 @@ struct RecordLabel
 /// master record never changes the copy. Each label shows "..." while empty and is then stored as NULL.
 class RecordLabels : public Field
 {
-    Q_OBJECT
-
 public:
     /// Labels in the order of their declaration, all empty.
     RecordLabels(const QList<RecordLabel> &labels, QWidget *parent);

@@ -50,4 +50,30 @@ private:
     QString label_;
 };
 
+/// A field that stands for one column.
+class ColumnField : public Field
+{
+public:
+    /// A field with this caption for this column.
+    ColumnField(const QString &label, QString column, QObject *parent)
+        : Field(label, parent)
+        , column_(std::move(column))
+    {
+    }
+
+    void load(const data::DataSet &record) override;
+    void write(data::DataSet &record) const override;
+    QVariant state() const override { return toStore(); }
+    void restore(const QVariant &state) override { show(state); }
+
+protected:
+    /// Shows what the column holds.
+    virtual void show(const QVariant &stored) = 0;
+    /// What the column shall hold.
+    virtual QVariant toStore() const = 0;
+
+private:
+    QString column_;
+};
+
 } // namespace ui

@@ -50,9 +50,8 @@ void showReadOnly(Edit *edit)
 } // namespace
 
 TextField::TextField(const TextSpec &spec, QWidget *parent)
-    : Field(spec.label, parent)
+    : ColumnField(spec.label, spec.column, parent)
     , edit_(new LineEdit(parent))
-    , column_(spec.column)
 {
     edit_->setObjectName(spec.name);
     edit_->setMaxLength(spec.maxLength);
@@ -64,21 +63,15 @@ TextField::TextField(const TextSpec &spec, QWidget *parent)
     connect(edit_, &QLineEdit::textChanged, this, &Field::edited);
 }
 
-void TextField::load(const data::DataSet &record)
+void TextField::show(const QVariant &stored)
 {
-    edit_->setText(record.text(column_));
+    edit_->setText(stored.toString());
     edit_->setCursorPosition(0);
 }
 
-void TextField::write(data::DataSet &record) const
-{
-    record.setValue(column_, edit_->text());
-}
-
 MemoField::MemoField(const MemoSpec &spec, QWidget *parent)
-    : Field(spec.label, parent)
+    : ColumnField(spec.label, spec.column, parent)
     , edit_(new QPlainTextEdit(parent))
-    , column_(spec.column)
 {
     edit_->setObjectName(spec.name);
     edit_->setTabChangesFocus(true);
@@ -104,20 +97,10 @@ void MemoField::show(const QVariant &stored)
     shown_ = edit_->toPlainText();
 }
 
-void MemoField::clear()
-{
-    show(u""_s);
-}
-
-void MemoField::load(const data::DataSet &record)
-{
-    show(record.value(column_));
-}
-
-void MemoField::write(data::DataSet &record) const
+QVariant MemoField::toStore() const
 {
     const QString text = edit_->toPlainText();
-    record.setValue(column_, text == shown_ ? loaded_ : text);
+    return text == shown_ ? loaded_ : text;
 }
 
 QVariant MemoField::state() const
@@ -134,79 +117,40 @@ void MemoField::restore(const QVariant &state)
 }
 
 IntegerField::IntegerField(const IntegerSpec &spec, QWidget *parent)
-    : Field(spec.label, parent)
-    , edit_(new IntegerEdit(parent))
-    , column_(spec.column)
-    , initial_(spec.initial)
+    : TypedField(spec, spec.initial, parent)
 {
-    edit_->setObjectName(spec.name);
-    edit_->setRange(spec.minimum, spec.maximum);
-    edit_->setMaximumWidth(110);
-    connect(edit_, &TypedEdit::changed, this, &Field::edited);
-}
-
-void IntegerField::load(const data::DataSet &record)
-{
-    edit_->load(record.value(column_), initial_);
-}
-
-void IntegerField::write(data::DataSet &record) const
-{
-    record.setValue(column_, edit_->toStore());
+    edit()->setRange(spec.minimum, spec.maximum);
+    edit()->setMaximumWidth(110);
 }
 
 DecimalField::DecimalField(const DecimalSpec &spec, QWidget *parent)
-    : Field(spec.label, parent)
-    , edit_(new DecimalEdit(parent))
-    , column_(spec.column)
-    , initial_(spec.initial)
+    : TypedField(spec, spec.initial, parent)
 {
-    edit_->setObjectName(spec.name);
-    edit_->setDecimals(spec.places);
-    edit_->setMinimum(spec.minimum);
+    edit()->setDecimals(spec.places);
+    edit()->setMinimum(spec.minimum);
     if (spec.readOnly)
-        showReadOnly(edit_);
-    edit_->setPrefix(spec.prefix);
-    edit_->setMaximumWidth(150);
-    connect(edit_, &TypedEdit::changed, this, &Field::edited);
-}
-
-void DecimalField::load(const data::DataSet &record)
-{
-    edit_->load(record.value(column_), initial_);
-}
-
-void DecimalField::write(data::DataSet &record) const
-{
-    record.setValue(column_, edit_->toStore());
+        showReadOnly(edit());
+    edit()->setPrefix(spec.prefix);
+    edit()->setMaximumWidth(150);
 }
 
 DateField::DateField(const DateSpec &spec, QWidget *parent)
-    : Field(spec.label, parent)
-    , edit_(new DateEdit(parent))
-    , column_(spec.column)
+    : TypedField(spec, {}, parent)
     , yearColumn_(spec.yearColumn)
 {
-    edit_->setObjectName(spec.name);
-    edit_->setMaximumWidth(130);
-    connect(edit_, &TypedEdit::changed, this, &Field::edited);
+    edit()->setMaximumWidth(130);
 }
 
 void DateField::clear()
 {
-    edit_->setDate(core::today());
-}
-
-void DateField::load(const data::DataSet &record)
-{
-    edit_->load(record.value(column_));
+    edit()->setDate(core::today());
 }
 
 void DateField::write(data::DataSet &record) const
 {
-    record.setValue(column_, edit_->toStore());
+    TypedField::write(record);
     if (!yearColumn_.isEmpty())
-        record.setValue(yearColumn_, edit_->date().year());
+        record.setValue(yearColumn_, date().year());
 }
 
 MomentField::MomentField(const MomentSpec &spec, QWidget *parent)
@@ -275,28 +219,26 @@ void MomentField::restore(const QVariant &state)
 }
 
 FlagField::FlagField(const FlagSpec &spec, QWidget *parent)
-    : Field({}, parent)
+    : ColumnField({}, spec.column, parent)
     , check_(new QCheckBox(spec.caption, parent))
-    , column_(spec.column)
 {
     check_->setObjectName(spec.name);
     connect(check_, &QCheckBox::toggled, this, &Field::edited);
 }
 
-void FlagField::load(const data::DataSet &record)
+void FlagField::show(const QVariant &stored)
 {
-    check_->setChecked(core::parseFlag(record.text(column_)).value_or(false));
+    setChecked(core::parseFlag(stored.toString()).value_or(false));
 }
 
-void FlagField::write(data::DataSet &record) const
+QVariant FlagField::toStore() const
 {
-    record.setValue(column_, core::flagText(check_->isChecked()));
+    return core::flagText(isChecked());
 }
 
 RadioField::RadioField(const RadioSpec &spec, QWidget *parent)
-    : Field({}, parent)
+    : ColumnField({}, spec.column, parent)
     , box_(new QGroupBox(spec.caption, parent))
-    , column_(spec.column)
 {
     box_->setObjectName(spec.name);
     auto *line = new QHBoxLayout(box_);
@@ -316,43 +258,19 @@ QString RadioField::text() const
     return chosen == buttons_.cend() ? QString() : (*chosen)->text();
 }
 
-void RadioField::choose(const QString &item)
+void RadioField::show(const QVariant &stored)
 {
     for (QRadioButton *button : std::as_const(buttons_)) {
-        if (button->text() == item)
+        if (button->text() == stored.toString())
             button->setChecked(true);
     }
 }
 
-void RadioField::load(const data::DataSet &record)
-{
-    choose(record.text(column_));
-}
-
-void RadioField::write(data::DataSet &record) const
-{
-    for (const QRadioButton *button : buttons_) {
-        if (button->isChecked())
-            record.setValue(column_, button->text());
-    }
-}
-
 KeptField::KeptField(QString column, QVariant initial, QObject *parent)
-    : Field({}, parent)
-    , column_(std::move(column))
+    : ColumnField({}, std::move(column), parent)
     , initial_(std::move(initial))
     , value_(initial_)
 {
-}
-
-void KeptField::load(const data::DataSet &record)
-{
-    value_ = record.value(column_);
-}
-
-void KeptField::write(data::DataSet &record) const
-{
-    record.setValue(column_, value_);
 }
 
 } // namespace ui

@@ -21,10 +21,8 @@ struct TextSpec
 };
 
 /// A one-line text; an empty one is stored as empty text.
-class TextField : public Field
+class TextField : public ColumnField
 {
-    Q_OBJECT
-
 public:
     /// The field that `spec` describes, empty.
     TextField(const TextSpec &spec, QWidget *parent);
@@ -38,14 +36,13 @@ public:
 
     QWidget *widget() const override { return edit_; }
     void clear() override { edit_->clear(); }
-    void load(const data::DataSet &record) override;
-    void write(data::DataSet &record) const override;
-    QVariant state() const override { return edit_->text(); }
-    void restore(const QVariant &state) override { edit_->setText(state.toString()); }
+
+protected:
+    void show(const QVariant &stored) override;
+    QVariant toStore() const override { return text(); }
 
 private:
     LineEdit *edit_;
-    QString column_;
 };
 
 struct MemoSpec
@@ -56,10 +53,8 @@ struct MemoSpec
 };
 
 /// A text of several lines; Tab leaves it. Untouched it is written back as it was loaded, NULL and its line ends too.
-class MemoField : public Field
+class MemoField : public ColumnField
 {
-    Q_OBJECT
-
 public:
     /// The field that `spec` describes, empty.
     MemoField(const MemoSpec &spec, QWidget *parent);
@@ -70,20 +65,50 @@ public:
     void append(const QString &text);
 
     QWidget *widget() const override { return edit_; }
-    void clear() override;
-    void load(const data::DataSet &record) override;
-    void write(data::DataSet &record) const override;
+    void clear() override { show(QStringLiteral("")); }
     QVariant state() const override;
     void restore(const QVariant &state) override;
 
-private:
-    void show(const QVariant &stored);
+protected:
+    void show(const QVariant &stored) override;
+    QVariant toStore() const override;
 
+private:
     QPlainTextEdit *edit_;
-    QString column_;
     // What was loaded and the text that the control made of it.
     QVariant loaded_;
     QString shown_;
+};
+
+/// A value that is typed. Untouched it is written back as it was loaded.
+template <typename Edit>
+class TypedField : public ColumnField
+{
+public:
+    QWidget *widget() const override { return edit_; }
+    void clear() override { edit_->load(initial_); }
+    QVariant state() const override { return edit_->state(); }
+    void restore(const QVariant &state) override { edit_->restore(state); }
+
+protected:
+    /// What `spec` describes; `initial` stands there until a record is loaded and for its NULL.
+    template <typename Spec>
+    TypedField(const Spec &spec, const QVariant &initial, QWidget *parent)
+        : ColumnField(spec.label, spec.column, parent)
+        , edit_(new Edit(parent))
+        , initial_(initial)
+    {
+        edit_->setObjectName(spec.name);
+        connect(edit_, &TypedEdit::changed, this, &Field::edited);
+    }
+
+    void show(const QVariant &stored) override { edit_->load(stored, initial_); }
+    QVariant toStore() const override { return edit_->toStore(); }
+    Edit *edit() const { return edit_; }
+
+private:
+    Edit *edit_;
+    QVariant initial_;
 };
 
 struct IntegerSpec
@@ -96,31 +121,17 @@ struct IntegerSpec
     int initial = 0;
 };
 
-/// An integer; NULL shows as the initial value. Untouched it is written back as it was loaded.
-class IntegerField : public Field
+/// An integer; NULL shows as the initial value.
+class IntegerField : public TypedField<IntegerEdit>
 {
-    Q_OBJECT
-
 public:
     /// The field that `spec` describes, at its initial value.
     IntegerField(const IntegerSpec &spec, QWidget *parent);
 
     /// The number that stands there; 0 while it cannot be read.
-    int value() const { return edit_->value(); }
+    int value() const { return edit()->value(); }
     /// Shows a number.
-    void setValue(int value) { edit_->setValue(value); }
-
-    QWidget *widget() const override { return edit_; }
-    void clear() override { edit_->setValue(initial_); }
-    void load(const data::DataSet &record) override;
-    void write(data::DataSet &record) const override;
-    QVariant state() const override { return edit_->state(); }
-    void restore(const QVariant &state) override { edit_->restore(state); }
-
-private:
-    IntegerEdit *edit_;
-    QString column_;
-    int initial_;
+    void setValue(int value) { edit()->setValue(value); }
 };
 
 struct DecimalSpec
@@ -135,32 +146,17 @@ struct DecimalSpec
     bool readOnly = false;
 };
 
-/// A decimal number; NULL shows as the initial value. Untouched it is written back as it was loaded, with the decimals
-/// that are not shown.
-class DecimalField : public Field
+/// A decimal number; NULL shows as the initial value. Untouched it keeps the decimals that are not shown.
+class DecimalField : public TypedField<DecimalEdit>
 {
-    Q_OBJECT
-
 public:
     /// The field that `spec` describes, at its initial value.
     DecimalField(const DecimalSpec &spec, QWidget *parent);
 
     /// The number that stands there; 0 while it cannot be read.
-    double value() const { return edit_->value(); }
+    double value() const { return edit()->value(); }
     /// Shows a number.
-    void setValue(double value) { edit_->setValue(value); }
-
-    QWidget *widget() const override { return edit_; }
-    void clear() override { edit_->setValue(initial_); }
-    void load(const data::DataSet &record) override;
-    void write(data::DataSet &record) const override;
-    QVariant state() const override { return edit_->state(); }
-    void restore(const QVariant &state) override { edit_->restore(state); }
-
-private:
-    DecimalEdit *edit_;
-    QString column_;
-    double initial_;
+    void setValue(double value) { edit()->setValue(value); }
 };
 
 struct DateSpec
@@ -172,29 +168,21 @@ struct DateSpec
 };
 
 /// A date; cleared it is today. One that was loaded as NULL shows nothing and is written back as NULL while untouched.
-class DateField : public Field
+class DateField : public TypedField<DateEdit>
 {
-    Q_OBJECT
-
 public:
     /// The field that `spec` describes, on today.
     DateField(const DateSpec &spec, QWidget *parent);
 
     /// The date that stands there; invalid while it cannot be read, or when none does.
-    QDate date() const { return edit_->date(); }
+    QDate date() const { return edit()->date(); }
     /// Shows a date; an invalid one shows nothing.
-    void setDate(QDate date) { edit_->setDate(date); }
+    void setDate(QDate date) { edit()->setDate(date); }
 
-    QWidget *widget() const override { return edit_; }
     void clear() override;
-    void load(const data::DataSet &record) override;
     void write(data::DataSet &record) const override;
-    QVariant state() const override { return edit_->state(); }
-    void restore(const QVariant &state) override { edit_->restore(state); }
 
 private:
-    DateEdit *edit_;
-    QString column_;
     QString yearColumn_;
 };
 
@@ -211,8 +199,6 @@ struct MomentSpec
 /// A date and a time behind a check box: stored only while it is checked, else both NULL.
 class MomentField : public Field
 {
-    Q_OBJECT
-
 public:
     /// The field that `spec` describes, not checked.
     MomentField(const MomentSpec &spec, QWidget *parent);
@@ -240,10 +226,8 @@ struct FlagSpec
 };
 
 /// A check box, stored as 'True' or 'False'.
-class FlagField : public Field
+class FlagField : public ColumnField
 {
-    Q_OBJECT
-
 public:
     /// The field that `spec` describes, not checked.
     FlagField(const FlagSpec &spec, QWidget *parent);
@@ -255,14 +239,13 @@ public:
 
     QWidget *widget() const override { return check_; }
     void clear() override { check_->setChecked(false); }
-    void load(const data::DataSet &record) override;
-    void write(data::DataSet &record) const override;
-    QVariant state() const override { return check_->isChecked(); }
-    void restore(const QVariant &state) override { check_->setChecked(state.toBool()); }
+
+protected:
+    void show(const QVariant &stored) override;
+    QVariant toStore() const override;
 
 private:
     QCheckBox *check_;
-    QString column_;
 };
 
 struct RadioSpec
@@ -274,10 +257,8 @@ struct RadioSpec
 };
 
 /// A choice of texts, one button each. A stored text that is none of them leaves the choice as it was.
-class RadioField : public Field
+class RadioField : public ColumnField
 {
-    Q_OBJECT
-
 public:
     /// The field that `spec` describes, on its first item.
     RadioField(const RadioSpec &spec, QWidget *parent);
@@ -287,37 +268,31 @@ public:
 
     QWidget *widget() const override { return box_; }
     void clear() override { buttons_.first()->setChecked(true); }
-    void load(const data::DataSet &record) override;
-    void write(data::DataSet &record) const override;
-    QVariant state() const override { return text(); }
-    void restore(const QVariant &state) override { choose(state.toString()); }
+
+protected:
+    void show(const QVariant &stored) override;
+    QVariant toStore() const override { return text(); }
 
 private:
-    void choose(const QString &item);
-
     QGroupBox *box_;
     QList<QRadioButton *> buttons_;
-    QString column_;
 };
 
 /// A column without a control: what was loaded is written back, a new record gets `initial`.
-class KeptField : public Field
+class KeptField : public ColumnField
 {
-    Q_OBJECT
-
 public:
     /// Holds `initial` until a record is loaded.
     KeptField(QString column, QVariant initial, QObject *parent);
 
     QWidget *widget() const override { return nullptr; }
     void clear() override { value_ = initial_; }
-    void load(const data::DataSet &record) override;
-    void write(data::DataSet &record) const override;
-    QVariant state() const override { return value_; }
-    void restore(const QVariant &state) override { value_ = state; }
+
+protected:
+    void show(const QVariant &stored) override { value_ = stored; }
+    QVariant toStore() const override { return value_; }
 
 private:
-    QString column_;
     QVariant initial_;
     QVariant value_;
 };
