@@ -66,7 +66,7 @@ QList<Step> creations()
 {
     QList<Step> steps;
     for (const Table &table : tables())
-        steps.append({.object = table.name.toString(),
+        steps.append({.object = table.name,
                       .statements = definition(table),
                       .toVersion = firstVersion,
                       .following = firstRows(table.name)});

@@ -6,338 +6,172 @@ namespace schema {
 
 namespace {
 
-constexpr bool notNull = true;
+// Columns that several tables have; `prefix` stands before the names of what is copied into a document.
 
-constexpr Column causaliTrasporto[] = {
-    {u"IDCAUSALE_TRASPORTO", u"INTEGER", notNull},
-    {u"CAUSALE_TRASPORTO", u"VARCHAR(20)", notNull},
-};
+QStringList address(const QString &prefix = {})
+{
+    return {prefix + u"INDIRIZZO VARCHAR(50)"_s, prefix + u"CITTA VARCHAR(30)"_s, prefix + u"CAP VARCHAR(5)"_s,
+            prefix + u"PROVINCIA VARCHAR(2)"_s, prefix + u"NAZIONE VARCHAR(30)"_s};
+}
 
-constexpr Column causaliMaga[] = {
-    {u"IDCAUSALE_MAGA", u"INTEGER", notNull},
-    {u"CAUSALE_MAGA", u"VARCHAR(50)", notNull},
-};
+QStringList firm(const QString &prefix = {})
+{
+    return QStringList{prefix + u"CODICE VARCHAR(20) NOT NULL"_s, prefix + u"RAGIONESOCIALE VARCHAR(100) NOT NULL"_s} +
+           address(prefix) + QStringList{prefix + u"CODICEFISCALE VARCHAR(16)"_s, prefix + u"PARTITAIVA VARCHAR(11)"_s};
+}
 
-constexpr Column tipiTrasporto[] = {
-    {u"IDTIPO_TRASPORTO", u"INTEGER", notNull},
-    {u"TIPO_TRASPORTO", u"VARCHAR(50)", notNull},
-};
+QStringList contacts()
+{
+    return {u"TELEFONO1 VARCHAR(20)"_s, u"TELEFONO2 VARCHAR(20)"_s, u"TELEFONO3 VARCHAR(20)"_s, u"FAX VARCHAR(20)"_s,
+            u"EMAIL VARCHAR(100)"_s,    u"WEB VARCHAR(100)"_s,      u"NOTE BLOB SUB_TYPE 1"_s};
+}
 
-constexpr Column fornitori[] = {
-    {u"IDFORNITORE", u"INTEGER", notNull},
-    {u"CODICE", u"VARCHAR(20)", notNull},
-    {u"RAGIONESOCIALE", u"VARCHAR(100)", notNull},
-    {u"INDIRIZZO", u"VARCHAR(50)"},
-    {u"CITTA", u"VARCHAR(30)"},
-    {u"CAP", u"VARCHAR(5)"},
-    {u"PROVINCIA", u"VARCHAR(2)"},
-    {u"NAZIONE", u"VARCHAR(30)"},
-    {u"CODICEFISCALE", u"VARCHAR(16)"},
-    {u"PARTITAIVA", u"VARCHAR(11)"},
-    {u"IDTIPO_PAGAMENTO", u"INTEGER"},
-    {u"TELEFONO1", u"VARCHAR(20)"},
-    {u"TELEFONO2", u"VARCHAR(20)"},
-    {u"TELEFONO3", u"VARCHAR(20)"},
-    {u"FAX", u"VARCHAR(20)"},
-    {u"EMAIL", u"VARCHAR(100)"},
-    {u"WEB", u"VARCHAR(100)"},
-    {u"NOTE", u"BLOB SUB_TYPE 1"},
-};
+QStringList numbering()
+{
+    return {u"NUMERO INTEGER NOT NULL"_s, u"DATA DATE NOT NULL"_s, u"ANNO INTEGER NOT NULL"_s};
+}
 
-constexpr Column bolleCarico[] = {
-    {u"IDBOLLA_CARICO", u"INTEGER", notNull},
-    {u"NUMERO", u"INTEGER", notNull},
-    {u"DATA", u"DATE", notNull},
-    {u"ANNO", u"INTEGER", notNull},
-    {u"FOR_CODICE", u"VARCHAR(20)", notNull},
-    {u"FOR_RAGIONESOCIALE", u"VARCHAR(100)", notNull},
-    {u"FOR_INDIRIZZO", u"VARCHAR(50)"},
-    {u"FOR_CITTA", u"VARCHAR(30)"},
-    {u"FOR_CAP", u"VARCHAR(5)"},
-    {u"FOR_PROVINCIA", u"VARCHAR(2)"},
-    {u"FOR_NAZIONE", u"VARCHAR(30)"},
-    {u"FOR_CODICEFISCALE", u"VARCHAR(16)"},
-    {u"FOR_PARTITAIVA", u"VARCHAR(11)"},
-    {u"IDTIPO_TRASPORTO", u"INTEGER", notNull},
-    {u"TIPO_TRASPORTO", u"VARCHAR(50)", notNull},
-    {u"ASPETTO_BENI", u"VARCHAR(20)"},
-    {u"IDCAUSALE_TRASPORTO", u"INTEGER", notNull},
-    {u"CAUSALE_TRASPORTO", u"VARCHAR(20)", notNull},
-    {u"COLLI", u"INTEGER"},
-    {u"PESO", u"DECIMAL(13,3)"},
-    {u"PESO_IDUM", u"INTEGER"},
-    {u"PESO_UM", u"VARCHAR(5)"},
-    {u"TOTALE_IMPONIBILE", u"DECIMAL(13,2)", notNull},
-    {u"TOTALE_IMPOSTA", u"DECIMAL(13, 2)", notNull},
-    {u"TOTALE_DOCUMENTO", u"DECIMAL(13, 2)", notNull},
-    {u"NOTE", u"BLOB SUB_TYPE 1"},
-};
+QStringList destinationAndCarrier()
+{
+    return QStringList{u"DEST_RAGIONESOCIALE VARCHAR(100)"_s} + address(u"DEST_"_s) +
+           QStringList{u"VETT_CODICE VARCHAR(20)"_s, u"VETT_RAGIONESOCIALE VARCHAR(100)"_s} + address(u"VETT_"_s);
+}
 
-constexpr Column bolleCaricoDett[] = {
-    {u"IDBOLLA_CARICO_DETT", u"INTEGER", notNull},
-    {u"IDBOLLA_CARICO", u"INTEGER", notNull},
-    {u"CODICE", u"VARCHAR(20)"},
-    {u"DESCRIZIONE", u"BLOB SUB_TYPE 1"},
-    {u"IDCATEGORIA", u"INTEGER"},
-    {u"CATEGORIA", u"VARCHAR(50)"},
-    {u"COSTO", u"DECIMAL(13, 2)"},
-    {u"PREZZO", u"DECIMAL(13, 2)"},
-    {u"QUANTITA", u"DECIMAL(13, 2)"},
-    {u"IMPORTO", u"DECIMAL(13, 2)"},
-    {u"IVA_IDALIQUOTA_IVA", u"INTEGER"},
-    {u"IVA_CODICE", u"VARCHAR(2)"},
-    {u"IVA_DESCRIZIONE", u"VARCHAR(30)"},
-    {u"IVA_ALIQUOTA", u"DECIMAL(13, 2)"},
-    {u"IDUM", u"INTEGER"},
-    {u"UM", u"VARCHAR(5)"},
-    {u"TIPO_RIGA", u"VARCHAR(50)", notNull},
-};
+QStringList transport()
+{
+    return {u"IDTIPO_TRASPORTO INTEGER NOT NULL"_s,
+            u"TIPO_TRASPORTO VARCHAR(50) NOT NULL"_s,
+            u"ASPETTO_BENI VARCHAR(20)"_s,
+            u"IDCAUSALE_TRASPORTO INTEGER NOT NULL"_s,
+            u"CAUSALE_TRASPORTO VARCHAR(20) NOT NULL"_s,
+            u"COLLI INTEGER"_s,
+            u"PESO DECIMAL(13,3)"_s,
+            u"PESO_IDUM INTEGER"_s,
+            u"PESO_UM VARCHAR(5)"_s};
+}
 
-constexpr Column ddtScarico[] = {
-    {u"IDDDT_SCARICO", u"INTEGER", notNull},
-    {u"NUMERO", u"INTEGER", notNull},
-    {u"DATA", u"DATE", notNull},
-    {u"ANNO", u"INTEGER", notNull},
-    {u"CLI_CODICE", u"VARCHAR(20)", notNull},
-    {u"CLI_RAGIONESOCIALE", u"VARCHAR(100)", notNull},
-    {u"CLI_INDIRIZZO", u"VARCHAR(50)"},
-    {u"CLI_CITTA", u"VARCHAR(30)"},
-    {u"CLI_CAP", u"VARCHAR(5)"},
-    {u"CLI_PROVINCIA", u"VARCHAR(2)"},
-    {u"CLI_NAZIONE", u"VARCHAR(30)"},
-    {u"CLI_CODICEFISCALE", u"VARCHAR(16)"},
-    {u"CLI_PARTITAIVA", u"VARCHAR(11)"},
-    {u"DEST_RAGIONESOCIALE", u"VARCHAR(100)"},
-    {u"DEST_INDIRIZZO", u"VARCHAR(50)"},
-    {u"DEST_CITTA", u"VARCHAR(30)"},
-    {u"DEST_CAP", u"VARCHAR(5)"},
-    {u"DEST_PROVINCIA", u"VARCHAR(2)"},
-    {u"DEST_NAZIONE", u"VARCHAR(30)"},
-    {u"VETT_CODICE", u"VARCHAR(20)"},
-    {u"VETT_RAGIONESOCIALE", u"VARCHAR(100)"},
-    {u"VETT_INDIRIZZO", u"VARCHAR(50)"},
-    {u"VETT_CITTA", u"VARCHAR(30)"},
-    {u"VETT_CAP", u"VARCHAR(5)"},
-    {u"VETT_PROVINCIA", u"VARCHAR(2)"},
-    {u"VETT_NAZIONE", u"VARCHAR(30)"},
-    {u"IDTIPO_TRASPORTO", u"INTEGER", notNull},
-    {u"TIPO_TRASPORTO", u"VARCHAR(50)", notNull},
-    {u"ASPETTO_BENI", u"VARCHAR(20)"},
-    {u"IDCAUSALE_TRASPORTO", u"INTEGER", notNull},
-    {u"CAUSALE_TRASPORTO", u"VARCHAR(20)", notNull},
-    {u"COLLI", u"INTEGER"},
-    {u"PESO", u"DECIMAL(13,3)"},
-    {u"PESO_IDUM", u"INTEGER"},
-    {u"PESO_UM", u"VARCHAR(5)"},
-    {u"DATA_INIZIO_TRASPORTO", u"DATE"},
-    {u"ORA_INIZIO_TRASPORTO", u"TIME"},
-    {u"TOTALE_IMPONIBILE", u"DECIMAL(13,2)", notNull},
-    {u"TOTALE_IMPOSTA", u"DECIMAL(13, 2)", notNull},
-    {u"TOTALE_DOCUMENTO", u"DECIMAL(13, 2)", notNull},
-    {u"NOTE", u"BLOB SUB_TYPE 1"},
-};
+QStringList transportStart()
+{
+    return {u"DATA_INIZIO_TRASPORTO DATE"_s, u"ORA_INIZIO_TRASPORTO TIME"_s};
+}
 
-constexpr Column ddtScaricoDett[] = {
-    {u"IDDDT_SCARICO_DETT", u"INTEGER", notNull},
-    {u"IDDDT_SCARICO", u"INTEGER", notNull},
-    {u"CODICE", u"VARCHAR(20)"},
-    {u"DESCRIZIONE", u"BLOB SUB_TYPE 1"},
-    {u"IDCATEGORIA", u"INTEGER"},
-    {u"CATEGORIA", u"VARCHAR(50)"},
-    {u"COSTO", u"DECIMAL(13, 2)"},
-    {u"PREZZO", u"DECIMAL(13, 2)"},
-    {u"QUANTITA", u"DECIMAL(13, 2)"},
-    {u"IMPORTO", u"DECIMAL(13, 2)"},
-    {u"IVA_IDALIQUOTA_IVA", u"INTEGER"},
-    {u"IVA_CODICE", u"VARCHAR(2)"},
-    {u"IVA_DESCRIZIONE", u"VARCHAR(30)"},
-    {u"IVA_ALIQUOTA", u"DECIMAL(13, 2)"},
-    {u"IDUM", u"INTEGER"},
-    {u"UM", u"VARCHAR(5)"},
-    {u"TIPO_RIGA", u"VARCHAR(50)", notNull},
-};
+QStringList totals()
+{
+    return {u"TOTALE_IMPONIBILE DECIMAL(13,2) NOT NULL"_s, u"TOTALE_IMPOSTA DECIMAL(13, 2) NOT NULL"_s,
+            u"TOTALE_DOCUMENTO DECIMAL(13, 2) NOT NULL"_s};
+}
 
-constexpr Column fattAcc[] = {
-    {u"IDFATT_ACC", u"INTEGER", notNull},
-    {u"NUMERO", u"INTEGER", notNull},
-    {u"DATA", u"DATE", notNull},
-    {u"ANNO", u"INTEGER", notNull},
-    {u"CLI_CODICE", u"VARCHAR(20)", notNull},
-    {u"CLI_RAGIONESOCIALE", u"VARCHAR(100)", notNull},
-    {u"CLI_INDIRIZZO", u"VARCHAR(50)"},
-    {u"CLI_CITTA", u"VARCHAR(30)"},
-    {u"CLI_CAP", u"VARCHAR(5)"},
-    {u"CLI_PROVINCIA", u"VARCHAR(2)"},
-    {u"CLI_NAZIONE", u"VARCHAR(30)"},
-    {u"CLI_CODICEFISCALE", u"VARCHAR(16)"},
-    {u"CLI_PARTITAIVA", u"VARCHAR(11)"},
-    {u"DEST_RAGIONESOCIALE", u"VARCHAR(100)"},
-    {u"DEST_INDIRIZZO", u"VARCHAR(50)"},
-    {u"DEST_CITTA", u"VARCHAR(30)"},
-    {u"DEST_CAP", u"VARCHAR(5)"},
-    {u"DEST_PROVINCIA", u"VARCHAR(2)"},
-    {u"DEST_NAZIONE", u"VARCHAR(30)"},
-    {u"VETT_CODICE", u"VARCHAR(20)"},
-    {u"VETT_RAGIONESOCIALE", u"VARCHAR(100)"},
-    {u"VETT_INDIRIZZO", u"VARCHAR(50)"},
-    {u"VETT_CITTA", u"VARCHAR(30)"},
-    {u"VETT_CAP", u"VARCHAR(5)"},
-    {u"VETT_PROVINCIA", u"VARCHAR(2)"},
-    {u"VETT_NAZIONE", u"VARCHAR(30)"},
-    {u"IDTIPO_PAGAMENTO", u"INTEGER", notNull},
-    {u"TIPO_PAGAMENTO", u"VARCHAR(30)", notNull},
-    {u"SCADENZA_PAGAMENTO", u"DATE"},
-    {u"PAGATO", u"VARCHAR(5)", notNull},
-    {u"IDTIPO_TRASPORTO", u"INTEGER", notNull},
-    {u"TIPO_TRASPORTO", u"VARCHAR(50)", notNull},
-    {u"ASPETTO_BENI", u"VARCHAR(20)"},
-    {u"IDCAUSALE_TRASPORTO", u"INTEGER", notNull},
-    {u"CAUSALE_TRASPORTO", u"VARCHAR(20)", notNull},
-    {u"COLLI", u"INTEGER"},
-    {u"PESO", u"DECIMAL(13,3)"},
-    {u"PESO_IDUM", u"INTEGER"},
-    {u"PESO_UM", u"VARCHAR(5)"},
-    {u"DATA_INIZIO_TRASPORTO", u"DATE"},
-    {u"ORA_INIZIO_TRASPORTO", u"TIME"},
-    {u"TOTALE_IMPONIBILE", u"DECIMAL(13,2)", notNull},
-    {u"TOTALE_IMPOSTA", u"DECIMAL(13, 2)", notNull},
-    {u"TOTALE_DOCUMENTO", u"DECIMAL(13, 2)", notNull},
-    {u"FC_ABILITATO", u"VARCHAR(5)", notNull},
-    {u"FC_GENERA_OGNI", u"INTEGER"},
-    {u"FC_GENERA_OGNI_UM", u"VARCHAR(255)"},
-    {u"FC_DATA_INIZIO", u"DATE"},
-    {u"FC_DATA_FINE", u"DATE"},
-    {u"FC_DATA_NUOVA_FATTURA", u"VARCHAR(255)"},
-    {u"NOTE", u"BLOB SUB_TYPE 1"},
-};
+QStringList payment()
+{
+    return {u"IDTIPO_PAGAMENTO INTEGER NOT NULL"_s, u"TIPO_PAGAMENTO VARCHAR(30) NOT NULL"_s,
+            u"SCADENZA_PAGAMENTO DATE"_s, u"PAGATO VARCHAR(5) NOT NULL"_s};
+}
 
-constexpr Column fattAccDett[] = {
-    {u"IDFATT_ACC_DETT", u"INTEGER", notNull},
-    {u"IDFATT_ACC", u"INTEGER", notNull},
-    {u"CODICE", u"VARCHAR(20)"},
-    {u"DESCRIZIONE", u"BLOB SUB_TYPE 1"},
-    {u"IDCATEGORIA", u"INTEGER"},
-    {u"CATEGORIA", u"VARCHAR(50)"},
-    {u"COSTO", u"DECIMAL(13, 2)"},
-    {u"PREZZO", u"DECIMAL(13, 2)"},
-    {u"SCONTO", u"DECIMAL(13, 2)"},
-    {u"QUANTITA", u"DECIMAL(13, 2)"},
-    {u"IMPORTO", u"DECIMAL(13, 2)"},
-    {u"IVA_IDALIQUOTA_IVA", u"INTEGER"},
-    {u"IVA_CODICE", u"VARCHAR(2)"},
-    {u"IVA_DESCRIZIONE", u"VARCHAR(30)"},
-    {u"IVA_ALIQUOTA", u"DECIMAL(13, 2)"},
-    {u"IDUM", u"INTEGER"},
-    {u"UM", u"VARCHAR(5)"},
-    {u"TIPO_RIGA", u"VARCHAR(50)", notNull},
-};
+QStringList recurrence()
+{
+    return {u"FC_ABILITATO VARCHAR(5) NOT NULL"_s,
+            u"FC_GENERA_OGNI INTEGER"_s,
+            u"FC_GENERA_OGNI_UM VARCHAR(255)"_s,
+            u"FC_DATA_INIZIO DATE"_s,
+            u"FC_DATA_FINE DATE"_s,
+            u"FC_DATA_NUOVA_FATTURA VARCHAR(255)"_s};
+}
 
-constexpr Column magazzini[] = {
-    {u"IDMAGAZZINO", u"INTEGER", notNull},
-    {u"NUMERO", u"INTEGER", notNull},
-    {u"MAGAZZINO", u"VARCHAR(20)", notNull},
-    {u"DESCRIZIONE", u"VARCHAR(200)"},
-};
+QString note()
+{
+    return u"NOTE BLOB SUB_TYPE 1"_s;
+}
 
-constexpr Column moviMaga[] = {
-    {u"IDMOVI_MAGA", u"INTEGER", notNull},
-    {u"IDMAGAZZINO", u"INTEGER", notNull},
-    {u"DATA_MOVIMENTO", u"DATE", notNull},
-    {u"CODICE", u"VARCHAR(20)", notNull},
-    {u"DESCRIZIONE", u"VARCHAR(100)", notNull},
-    {u"IDCATEGORIA_ANA_MAGA", u"INTEGER", notNull},
-    {u"TIPO_MOVIMENTO", u"VARCHAR(50)", notNull},
-    {u"PREZZO", u"DECIMAL(13, 2)", notNull},
-    {u"COSTO", u"DECIMAL(13, 2)", notNull},
-    {u"QUANTITA", u"DECIMAL(13, 2)", notNull},
-    {u"VALORE", u"DECIMAL(13, 2)", notNull},
-    {u"VALORE_IMPORTO", u"DECIMAL(13, 2)", notNull},
-    {u"IDCAUSALE_MAGA", u"INTEGER", notNull},
-    {u"RIF_DOC_TIPO", u"VARCHAR(50)"},
-    {u"RIF_DOC_ID", u"INTEGER"},
-    {u"RIF_DOC_IDRIGA", u"INTEGER"},
-    {u"NOTE", u"BLOB SUB_TYPE 1"},
-};
+// A table with its primary key, and with `unique` columns whose values stand in one row at the most.
+Table table(const QString &name, const QString &key, QStringList columns, const QString &unique = {})
+{
+    columns.append(u"CONSTRAINT PK_%1 PRIMARY KEY(%2)"_s.arg(name, key));
+    if (!unique.isEmpty())
+        columns.append(u"CONSTRAINT UK1_%1 UNIQUE(%2)"_s.arg(name, unique));
+    return {name, key, columns};
+}
 
-constexpr Column vettori[] = {
-    {u"IDVETTORE", u"INTEGER", notNull},
-    {u"CODICE", u"VARCHAR(20)", notNull},
-    {u"RAGIONESOCIALE", u"VARCHAR(100)", notNull},
-    {u"INDIRIZZO", u"VARCHAR(50)"},
-    {u"CITTA", u"VARCHAR(30)"},
-    {u"CAP", u"VARCHAR(5)"},
-    {u"PROVINCIA", u"VARCHAR(2)"},
-    {u"NAZIONE", u"VARCHAR(30)"},
-    {u"CODICEFISCALE", u"VARCHAR(16)"},
-    {u"PARTITAIVA", u"VARCHAR(11)"},
-    {u"TELEFONO1", u"VARCHAR(20)"},
-    {u"TELEFONO2", u"VARCHAR(20)"},
-    {u"TELEFONO3", u"VARCHAR(20)"},
-    {u"FAX", u"VARCHAR(20)"},
-    {u"EMAIL", u"VARCHAR(100)"},
-    {u"WEB", u"VARCHAR(100)"},
-    {u"NOTE", u"BLOB SUB_TYPE 1"},
-};
+Table documents(const QString &name, const QString &key, const QStringList &columns)
+{
+    return table(name, key, columns, u"NUMERO, ANNO"_s);
+}
+
+// The rows of the documents whose key is `key`; `discount` are the columns behind the price.
+Table documentRows(const QString &name, const QString &key, const QStringList &discount = {})
+{
+    return table(name + u"_DETT"_s, key + u"_DETT"_s,
+                 QStringList{key + u" INTEGER NOT NULL"_s, u"CODICE VARCHAR(20)"_s, u"DESCRIZIONE BLOB SUB_TYPE 1"_s,
+                             u"IDCATEGORIA INTEGER"_s, u"CATEGORIA VARCHAR(50)"_s, u"COSTO DECIMAL(13, 2)"_s,
+                             u"PREZZO DECIMAL(13, 2)"_s} +
+                     discount +
+                     QStringList{u"QUANTITA DECIMAL(13, 2)"_s, u"IMPORTO DECIMAL(13, 2)"_s,
+                                 u"IVA_IDALIQUOTA_IVA INTEGER"_s, u"IVA_CODICE VARCHAR(2)"_s,
+                                 u"IVA_DESCRIZIONE VARCHAR(30)"_s, u"IVA_ALIQUOTA DECIMAL(13, 2)"_s, u"IDUM INTEGER"_s,
+                                 u"UM VARCHAR(5)"_s, u"TIPO_RIGA VARCHAR(50) NOT NULL"_s});
+}
+
+// A register of one text.
+Table texts(const QString &name, const QString &key, const QString &column, int length)
+{
+    return table(name, key, {u"%1 VARCHAR(%2) NOT NULL"_s.arg(column).arg(length)}, column);
+}
+
+// The one whose primary key stands behind the others.
+Table warehouses()
+{
+    return {u"MAGAZZINI"_s,
+            u"IDMAGAZZINO"_s,
+            {u"NUMERO INTEGER NOT NULL"_s, u"MAGAZZINO VARCHAR(20) NOT NULL"_s, u"DESCRIZIONE VARCHAR(200)"_s,
+             u"CONSTRAINT UK1_MAGAZZINI UNIQUE(NUMERO)"_s, u"CONSTRAINT UK2_MAGAZZINI UNIQUE(MAGAZZINO)"_s,
+             u"CONSTRAINT PK_MAGAZZINI PRIMARY KEY(IDMAGAZZINO)"_s}};
+}
+
+Table movements()
+{
+    return table(u"MOVI_MAGA"_s, u"IDMOVI_MAGA"_s,
+                 {u"IDMAGAZZINO INTEGER NOT NULL"_s, u"DATA_MOVIMENTO DATE NOT NULL"_s,
+                  u"CODICE VARCHAR(20) NOT NULL"_s, u"DESCRIZIONE VARCHAR(100) NOT NULL"_s,
+                  u"IDCATEGORIA_ANA_MAGA INTEGER NOT NULL"_s, u"TIPO_MOVIMENTO VARCHAR(50) NOT NULL"_s,
+                  u"PREZZO DECIMAL(13, 2) NOT NULL"_s, u"COSTO DECIMAL(13, 2) NOT NULL"_s,
+                  u"QUANTITA DECIMAL(13, 2) NOT NULL"_s, u"VALORE DECIMAL(13, 2) NOT NULL"_s,
+                  u"VALORE_IMPORTO DECIMAL(13, 2) NOT NULL"_s, u"IDCAUSALE_MAGA INTEGER NOT NULL"_s,
+                  u"RIF_DOC_TIPO VARCHAR(50)"_s, u"RIF_DOC_ID INTEGER"_s, u"RIF_DOC_IDRIGA INTEGER"_s, note()});
+}
 
 } // namespace
 
 const QList<Table> &tables()
 {
     static const QList<Table> all = {
-        {u"CAUSALI_TRASPORTO",
-         causaliTrasporto,
-         {u"CONSTRAINT PK_CAUSALI_TRASPORTO PRIMARY KEY(IDCAUSALE_TRASPORTO)"_s,
-          u"CONSTRAINT UK1_CAUSALI_TRASPORTO UNIQUE(CAUSALE_TRASPORTO)"_s}},
-        {u"CAUSALI_MAGA",
-         causaliMaga,
-         {u"CONSTRAINT PK_CAUSALI_MAGA PRIMARY KEY(IDCAUSALE_MAGA)"_s,
-          u"CONSTRAINT UK1_CAUSALI_MAGA UNIQUE(CAUSALE_MAGA)"_s}},
-        {u"TIPI_TRASPORTO",
-         tipiTrasporto,
-         {u"CONSTRAINT PK_TIPI_TRASPORTO PRIMARY KEY(IDTIPO_TRASPORTO)"_s,
-          u"CONSTRAINT UK1_TIPI_TRASPORTO UNIQUE(TIPO_TRASPORTO)"_s}},
-        {u"FORNITORI",
-         fornitori,
-         {u"CONSTRAINT PK_FORNITORI PRIMARY KEY(IDFORNITORE)"_s, u"CONSTRAINT UK1_FORNITORI UNIQUE(CODICE)"_s}},
-        {u"BOLLE_CARICO",
-         bolleCarico,
-         {u"CONSTRAINT PK_BOLLE_CARICO PRIMARY KEY(IDBOLLA_CARICO)"_s,
-          u"CONSTRAINT UK1_BOLLE_CARICO UNIQUE(NUMERO, ANNO)"_s}},
-        {u"BOLLE_CARICO_DETT",
-         bolleCaricoDett,
-         {u"CONSTRAINT PK_BOLLE_CARICO_DETT PRIMARY KEY(IDBOLLA_CARICO_DETT)"_s}},
-        {u"DDT_SCARICO",
-         ddtScarico,
-         {u"CONSTRAINT PK_DDT_SCARICO PRIMARY KEY(IDDDT_SCARICO)"_s,
-          u"CONSTRAINT UK1_DDT_SCARICO UNIQUE(NUMERO, ANNO)"_s}},
-        {u"DDT_SCARICO_DETT", ddtScaricoDett, {u"CONSTRAINT PK_DDT_SCARICO_DETT PRIMARY KEY(IDDDT_SCARICO_DETT)"_s}},
-        {u"FATT_ACC",
-         fattAcc,
-         {u"CONSTRAINT PK_FATT_ACC PRIMARY KEY(IDFATT_ACC)"_s, u"CONSTRAINT UK1_FATT_ACC UNIQUE(NUMERO, ANNO)"_s}},
-        {u"FATT_ACC_DETT", fattAccDett, {u"CONSTRAINT PK_FATT_ACC_DETT PRIMARY KEY(IDFATT_ACC_DETT)"_s}},
-        {u"MAGAZZINI",
-         magazzini,
-         {u"CONSTRAINT UK1_MAGAZZINI UNIQUE(NUMERO)"_s, u"CONSTRAINT UK2_MAGAZZINI UNIQUE(MAGAZZINO)"_s,
-          u"CONSTRAINT PK_MAGAZZINI PRIMARY KEY(IDMAGAZZINO)"_s}},
-        {u"MOVI_MAGA", moviMaga, {u"CONSTRAINT PK_MOVI_MAGA PRIMARY KEY(IDMOVI_MAGA)"_s}},
-        {u"VETTORI",
-         vettori,
-         {u"CONSTRAINT PK_VETTORI PRIMARY KEY(IDVETTORE)"_s, u"CONSTRAINT UK1_VETTORI UNIQUE(CODICE)"_s}},
+        texts(u"CAUSALI_TRASPORTO"_s, u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, 20),
+        texts(u"CAUSALI_MAGA"_s, u"IDCAUSALE_MAGA"_s, u"CAUSALE_MAGA"_s, 50),
+        texts(u"TIPI_TRASPORTO"_s, u"IDTIPO_TRASPORTO"_s, u"TIPO_TRASPORTO"_s, 50),
+        table(u"FORNITORI"_s, u"IDFORNITORE"_s, firm() + QStringList{u"IDTIPO_PAGAMENTO INTEGER"_s} + contacts(),
+              u"CODICE"_s),
+        documents(u"BOLLE_CARICO"_s, u"IDBOLLA_CARICO"_s,
+                  numbering() + firm(u"FOR_"_s) + transport() + totals() + QStringList{note()}),
+        documentRows(u"BOLLE_CARICO"_s, u"IDBOLLA_CARICO"_s),
+        documents(u"DDT_SCARICO"_s, u"IDDDT_SCARICO"_s,
+                  numbering() + firm(u"CLI_"_s) + destinationAndCarrier() + transport() + transportStart() + totals() +
+                      QStringList{note()}),
+        documentRows(u"DDT_SCARICO"_s, u"IDDDT_SCARICO"_s),
+        documents(u"FATT_ACC"_s, u"IDFATT_ACC"_s,
+                  numbering() + firm(u"CLI_"_s) + destinationAndCarrier() + payment() + transport() + transportStart() +
+                      totals() + recurrence() + QStringList{note()}),
+        documentRows(u"FATT_ACC"_s, u"IDFATT_ACC"_s, {u"SCONTO DECIMAL(13, 2)"_s}),
+        warehouses(),
+        movements(),
+        table(u"VETTORI"_s, u"IDVETTORE"_s, firm() + contacts(), u"CODICE"_s),
     };
     return all;
 }
 
 QStringList definition(const Table &table)
 {
-    QStringList parts;
-    for (const Column &column : table.columns)
-        parts.append(column.name.toString() + u' ' + column.type.toString() +
-                     (column.required ? u" NOT NULL"_s : QString()));
-    parts += table.constraints;
-    const QStringView key = table.columns.front().name;
-    return {
-        u"CREATE TABLE %1(%2)"_s.arg(table.name, parts.join(u", "_s)), u"CREATE GENERATOR GN_%1"_s.arg(key),
-        u"CREATE TRIGGER TG_BI_%1 FOR %1 BEFORE INSERT AS BEGIN NEW.%2 = GEN_ID(GN_%2, 1); END"_s.arg(table.name, key)};
+    const QString columns = (QStringList{table.key + u" INTEGER NOT NULL"_s} + table.parts).join(u", "_s);
+    return {u"CREATE TABLE %1(%2)"_s.arg(table.name, columns), u"CREATE GENERATOR GN_%1"_s.arg(table.key),
+            u"CREATE TRIGGER TG_BI_%1 FOR %1 BEFORE INSERT AS BEGIN NEW.%2 = GEN_ID(GN_%2, 1); END"_s.arg(table.name,
+                                                                                                          table.key)};
 }
 
 } // namespace schema

@@ -39,7 +39,7 @@ QString tableNames()
 {
     QStringList names;
     for (const schema::Table &table : schema::tables())
-        names.append(u'\'' + table.name.toString() + u'\'');
+        names.append(u'\'' + table.name + u'\'');
     return names.join(u", "_s);
 }
 
