@@ -75,69 +75,6 @@ ui::RegisterGroup notes()
     return {u"Note"_s, {}, {{.name = u"txtNote"_s, .label = {}, .column = u"NOTE"_s, .kind = Kind::Memo}}};
 }
 
-ui::RegisterSpec makeArticles()
-{
-    return {.name = u"Articoli"_s,
-            .caption = u"Articoli"_s,
-            .oneRecord = u"questo articolo"_s,
-            .table = u"ANA_MAGA"_s,
-            .key = u"IDANA_MAGA"_s,
-            .groups = {item(u"Articolo"_s, articleCategories),
-                       prices(u"Costo di acquisto"_s),
-                       {general,
-                        u"Scorte"_s,
-                        {number(Kind::Quantity, u"txtSottoscorta"_s, u"Livello di sottoscorta"_s, u"SOTTOSCORTA"_s, 0),
-                         number(Kind::Quantity, u"txtRiordino"_s, u"Livello di riordino"_s, u"RIORDINO"_s, 0, 1)}},
-                       notes()},
-            .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
-            .expected = {u"IDALIQUOTA_IVA"_s, u"IDUM"_s},
-            .missingQuestion =
-                u"Non è stata indicata l'aliquota IVA o l'unità di misura:\n\rmancherà anche nelle righe "
-                "dei documenti. Salvare comunque?"_s,
-            .uniqueColumn = u"CODICE"_s,
-            .duplicateText = codeIsTaken,
-            .namedByText = true,
-            .openingSize = {760, 400},
-            .listSql = u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA, UM.UM FROM ANA_MAGA "
-                       "LEFT JOIN CATEGORIE_ANA_MAGA ON CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA = "
-                       "ANA_MAGA.IDCATEGORIA_ANA_MAGA LEFT JOIN UM ON UM.IDUM = ANA_MAGA.IDUM "_s,
-            .listColumns = {{u"Codice"_s, u"CODICE"_s, 110},
-                            {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
-                            {u"Categoria"_s, u"CATEGORIA"_s, 140},
-                            {u"U.M."_s, u"UM"_s, 45},
-                            {u"Prezzo"_s, u"PREZZO"_s, 80, Width::Pixels, Display::Currency},
-                            {u"Costo"_s, u"COSTO"_s, 80, Width::Pixels, Display::Currency}},
-            .listFilters = {ui::containing(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
-                            ui::containing(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
-            .orderText = u" ORDER BY UPPER(CODICE)"_s,
-            .letterColumn = u"DESCRIZIONE"_s};
-}
-
-ui::RegisterSpec makeServices()
-{
-    return {.name = u"Servizi"_s,
-            .caption = u"Servizi"_s,
-            .oneRecord = u"questo servizio"_s,
-            .table = u"SERVIZI"_s,
-            .key = u"IDSERVIZIO"_s,
-            .groups = {item(u"Servizio"_s, serviceCategories), prices(u"Costo"_s), notes()},
-            .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
-            .uniqueColumn = u"CODICE"_s,
-            .duplicateText = codeIsTaken,
-            .namedByText = true,
-            .openingSize = {760, 340},
-            .listSql = u"SELECT SERVIZI.*, CATEGORIE_SERVIZI.CATEGORIA FROM SERVIZI LEFT JOIN CATEGORIE_SERVIZI ON "
-                       "CATEGORIE_SERVIZI.IDCATEGORIA_SERVIZI = SERVIZI.IDCATEGORIA_SERVIZI "_s,
-            .listColumns = {{u"Codice"_s, u"CODICE"_s, 130},
-                            {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
-                            {u"Categoria"_s, u"CATEGORIA"_s, 170},
-                            {u"Prezzo"_s, u"PREZZO"_s, 90, Width::Pixels, Display::Currency}},
-            .listFilters = {ui::containing(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
-                            ui::containing(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
-            .orderText = u" ORDER BY UPPER(CODICE)"_s,
-            .letterColumn = u"DESCRIZIONE"_s};
-}
-
 ui::RegisterSpec makeCustomers()
 {
     QList<ui::RegisterGroup> groups = firmGroups(FirmKind::Customer);
@@ -196,22 +133,80 @@ ui::RegisterSpec makeCompany()
 
 const ui::RegisterSpec &articles()
 {
-    return kept<makeArticles>();
+    static const ui::RegisterSpec spec = {
+        .name = u"Articoli"_s,
+        .caption = u"Articoli"_s,
+        .oneRecord = u"questo articolo"_s,
+        .table = u"ANA_MAGA"_s,
+        .key = u"IDANA_MAGA"_s,
+        .groups = {item(u"Articolo"_s, articleCategories),
+                   prices(u"Costo di acquisto"_s),
+                   {general,
+                    u"Scorte"_s,
+                    {number(Kind::Quantity, u"txtSottoscorta"_s, u"Livello di sottoscorta"_s, u"SOTTOSCORTA"_s, 0),
+                     number(Kind::Quantity, u"txtRiordino"_s, u"Livello di riordino"_s, u"RIORDINO"_s, 0, 1)}},
+                   notes()},
+        .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
+        .expected = {u"IDALIQUOTA_IVA"_s, u"IDUM"_s},
+        .missingQuestion = u"Non è stata indicata l'aliquota IVA o l'unità di misura:\n\rmancherà anche nelle righe "
+                           "dei documenti. Salvare comunque?"_s,
+        .uniqueColumn = u"CODICE"_s,
+        .duplicateText = codeIsTaken,
+        .namedByText = true,
+        .openingSize = {760, 400},
+        .listSql = u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA, UM.UM FROM ANA_MAGA "
+                   "LEFT JOIN CATEGORIE_ANA_MAGA ON CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA = "
+                   "ANA_MAGA.IDCATEGORIA_ANA_MAGA LEFT JOIN UM ON UM.IDUM = ANA_MAGA.IDUM "_s,
+        .listColumns = {{u"Codice"_s, u"CODICE"_s, 110},
+                        {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
+                        {u"Categoria"_s, u"CATEGORIA"_s, 140},
+                        {u"U.M."_s, u"UM"_s, 45},
+                        {u"Prezzo"_s, u"PREZZO"_s, 80, Width::Pixels, Display::Currency},
+                        {u"Costo"_s, u"COSTO"_s, 80, Width::Pixels, Display::Currency}},
+        .listFilters = {ui::containing(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
+                        ui::containing(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+        .orderText = u" ORDER BY UPPER(CODICE)"_s,
+        .letterColumn = u"DESCRIZIONE"_s};
+    return spec;
 }
 
 const ui::RegisterSpec &services()
 {
-    return kept<makeServices>();
+    static const ui::RegisterSpec spec = {
+        .name = u"Servizi"_s,
+        .caption = u"Servizi"_s,
+        .oneRecord = u"questo servizio"_s,
+        .table = u"SERVIZI"_s,
+        .key = u"IDSERVIZIO"_s,
+        .groups = {item(u"Servizio"_s, serviceCategories), prices(u"Costo"_s), notes()},
+        .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
+        .uniqueColumn = u"CODICE"_s,
+        .duplicateText = codeIsTaken,
+        .namedByText = true,
+        .openingSize = {760, 340},
+        .listSql = u"SELECT SERVIZI.*, CATEGORIE_SERVIZI.CATEGORIA FROM SERVIZI LEFT JOIN CATEGORIE_SERVIZI ON "
+                   "CATEGORIE_SERVIZI.IDCATEGORIA_SERVIZI = SERVIZI.IDCATEGORIA_SERVIZI "_s,
+        .listColumns = {{u"Codice"_s, u"CODICE"_s, 130},
+                        {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
+                        {u"Categoria"_s, u"CATEGORIA"_s, 170},
+                        {u"Prezzo"_s, u"PREZZO"_s, 90, Width::Pixels, Display::Currency}},
+        .listFilters = {ui::containing(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
+                        ui::containing(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+        .orderText = u" ORDER BY UPPER(CODICE)"_s,
+        .letterColumn = u"DESCRIZIONE"_s};
+    return spec;
 }
 
 const ui::RegisterSpec &customers()
 {
-    return kept<makeCustomers>();
+    static const ui::RegisterSpec spec = makeCustomers();
+    return spec;
 }
 
 const ui::RegisterSpec &company()
 {
-    return kept<makeCompany>();
+    static const ui::RegisterSpec spec = makeCompany();
+    return spec;
 }
 
 } // namespace host

@@ -23,56 +23,65 @@ ui::RegisterField codeChoice(const QString &name, const QString &label, const QS
         .name = name, .label = label, .column = column, .kind = Kind::Code, .row = row, .help = help, .codes = codes};
 }
 
-ui::RegisterSpec makeVatRates()
+} // namespace
+
+const ui::RegisterSpec &vatRates()
 {
-    ui::RegisterField reference =
-        text(u"txtRiferimentoNormativo"_s, u"Riferimento normativo"_s, u"RIFERIMENTO_NORMATIVO"_s, 100, 4);
-    reference.help = u"La norma per cui non c'è IVA, per esempio: Art. 10 DPR 633/72. Sta nella fattura elettronica."_s;
-    return {.name = u"AliquoteIVA"_s,
-            .caption = u"Aliquote IVA"_s,
-            .oneRecord = u"questa aliquota IVA"_s,
-            .table = u"ALIQUOTE_IVA"_s,
-            .key = u"IDALIQUOTA_IVA"_s,
-            .groups = {{general,
-                        {},
-                        {upperText(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 2, 0),
-                         text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 30, 1),
-                         number(Kind::Quantity, u"txtAliquota"_s, u"Aliquota %"_s, u"ALIQUOTA"_s, 2),
-                         codeChoice(u"txtNatura"_s, u"Natura"_s, u"NATURA"_s, 3, vatNatures(),
-                                    u"Perché non c'è IVA: serve alla fattura elettronica per le aliquote a zero, e "
-                                    "soltanto per quelle."_s),
-                         reference}}},
-            .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
-            .uniqueColumn = u"CODICE"_s,
-            .duplicateText = codeIsTaken,
-            .openingSize = {640, 290},
-            .listColumns = {{u"Codice"_s, u"CODICE"_s, 80},
-                            {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
-                            {u"Aliquota %"_s, u"ALIQUOTA"_s, 100, Width::Pixels, Display::Quantity}},
-            .listFilters = {ui::containing(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
-            .orderText = u" ORDER BY UPPER(CODICE)"_s};
+    static const ui::RegisterSpec spec = {
+        .name = u"AliquoteIVA"_s,
+        .caption = u"Aliquote IVA"_s,
+        .oneRecord = u"questa aliquota IVA"_s,
+        .table = u"ALIQUOTE_IVA"_s,
+        .key = u"IDALIQUOTA_IVA"_s,
+        .groups = {{general,
+                    {},
+                    {upperText(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 2, 0),
+                     text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 30, 1),
+                     number(Kind::Quantity, u"txtAliquota"_s, u"Aliquota %"_s, u"ALIQUOTA"_s, 2),
+                     codeChoice(u"txtNatura"_s, u"Natura"_s, u"NATURA"_s, 3, vatNatures(),
+                                u"Perché non c'è IVA: serve alla fattura elettronica per le aliquote a zero, e "
+                                "soltanto per quelle."_s),
+                     {.name = u"txtRiferimentoNormativo"_s,
+                      .label = u"Riferimento normativo"_s,
+                      .column = u"RIFERIMENTO_NORMATIVO"_s,
+                      .row = 4,
+                      .maxLength = 100,
+                      .help = u"La norma per cui non c'è IVA, per esempio: Art. 10 DPR 633/72. Sta nella fattura "
+                              "elettronica."_s}}}},
+        .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
+        .uniqueColumn = u"CODICE"_s,
+        .duplicateText = codeIsTaken,
+        .openingSize = {640, 290},
+        .listColumns = {{u"Codice"_s, u"CODICE"_s, 80},
+                        {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
+                        {u"Aliquota %"_s, u"ALIQUOTA"_s, 100, Width::Pixels, Display::Quantity}},
+        .listFilters = {ui::containing(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+        .orderText = u" ORDER BY UPPER(CODICE)"_s};
+    return spec;
 }
 
-ui::RegisterSpec makeUnits()
+const ui::RegisterSpec &units()
 {
-    return {.name = u"UnitaMisura"_s,
-            .caption = u"Unità di misura"_s,
-            .oneRecord = u"questa unità di misura"_s,
-            .table = u"UM"_s,
-            .key = u"IDUM"_s,
-            .groups = {{general, {}, {upperText(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s, 5, 0)}}},
-            .required = {{u"UM"_s, u"Non è stata indicata l'unità di misura!"_s}},
-            .uniqueColumn = u"UM"_s,
-            .duplicateText = u"Esiste già un'unità di misura con questo nome!"_s,
-            .openingSize = {460, 160},
-            .listColumns = {{u"Unità di misura"_s, u"UM"_s, 0, Width::Rest}},
-            .listFilters = {ui::containing(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s)},
-            .orderText = u" ORDER BY UPPER(UM)"_s};
+    static const ui::RegisterSpec spec = {
+        .name = u"UnitaMisura"_s,
+        .caption = u"Unità di misura"_s,
+        .oneRecord = u"questa unità di misura"_s,
+        .table = u"UM"_s,
+        .key = u"IDUM"_s,
+        .groups = {{general, {}, {upperText(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s, 5, 0)}}},
+        .required = {{u"UM"_s, u"Non è stata indicata l'unità di misura!"_s}},
+        .uniqueColumn = u"UM"_s,
+        .duplicateText = u"Esiste già un'unità di misura con questo nome!"_s,
+        .openingSize = {460, 160},
+        .listColumns = {{u"Unità di misura"_s, u"UM"_s, 0, Width::Rest}},
+        .listFilters = {ui::containing(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s)},
+        .orderText = u" ORDER BY UPPER(UM)"_s};
+    return spec;
 }
 
-ui::RegisterSpec makePaymentTypes()
+const ui::RegisterSpec &paymentTypes()
 {
-    return {
+    static const ui::RegisterSpec spec = {
         .name = u"TipiPagamento"_s,
         .caption = u"Tipi di pagamento"_s,
         .oneRecord = u"questo tipo di pagamento"_s,
@@ -92,48 +101,29 @@ ui::RegisterSpec makePaymentTypes()
         .listColumns = {{u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 0, Width::Rest}},
         .listFilters = {ui::containing(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s)},
         .orderText = u" ORDER BY UPPER(TIPO_PAGAMENTO)"_s};
+    return spec;
 }
 
 // Documents copy a note's text, so nothing refers to one.
-ui::RegisterSpec makeDocumentNotes()
-{
-    return {.name = u"NoteDocumenti"_s,
-            .caption = u"Note per i documenti"_s,
-            .oneRecord = u"questa nota"_s,
-            .table = u"NOTE_DOCUMENTI"_s,
-            .key = u"IDNOTA_DOCUMENTI"_s,
-            .groups =
-                {{general,
-                  {},
-                  {text(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s, 100, 0),
-                   {.name = u"txtTesto"_s, .label = u"Testo"_s, .column = u"TESTO"_s, .kind = Kind::Memo, .row = 1}}}},
-            .required = {{u"TITOLO"_s, u"Non è stato indicato il titolo!"_s}},
-            .openingSize = {640, 340},
-            .listColumns = {{u"Titolo"_s, u"TITOLO"_s, 0, Width::Rest}},
-            .listFilters = {ui::containing(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s)},
-            .orderText = u" ORDER BY UPPER(TITOLO)"_s};
-}
-
-} // namespace
-
-const ui::RegisterSpec &vatRates()
-{
-    return kept<makeVatRates>();
-}
-
-const ui::RegisterSpec &units()
-{
-    return kept<makeUnits>();
-}
-
-const ui::RegisterSpec &paymentTypes()
-{
-    return kept<makePaymentTypes>();
-}
-
 const ui::RegisterSpec &documentNotes()
 {
-    return kept<makeDocumentNotes>();
+    static const ui::RegisterSpec spec = {
+        .name = u"NoteDocumenti"_s,
+        .caption = u"Note per i documenti"_s,
+        .oneRecord = u"questa nota"_s,
+        .table = u"NOTE_DOCUMENTI"_s,
+        .key = u"IDNOTA_DOCUMENTI"_s,
+        .groups =
+            {{general,
+              {},
+              {text(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s, 100, 0),
+               {.name = u"txtTesto"_s, .label = u"Testo"_s, .column = u"TESTO"_s, .kind = Kind::Memo, .row = 1}}}},
+        .required = {{u"TITOLO"_s, u"Non è stato indicato il titolo!"_s}},
+        .openingSize = {640, 340},
+        .listColumns = {{u"Titolo"_s, u"TITOLO"_s, 0, Width::Rest}},
+        .listFilters = {ui::containing(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s)},
+        .orderText = u" ORDER BY UPPER(TITOLO)"_s};
+    return spec;
 }
 
 } // namespace host

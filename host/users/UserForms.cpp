@@ -10,7 +10,6 @@
 #include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/Dialogs.h"
-#include "platform/ui/RegisterParts.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -58,94 +57,113 @@ QString refuseRoleDeletion(int id, data::Connection &connection)
     return currentUserInControl(connection) ? QString() : missingRight;
 }
 
-// The right with which the form was opened may be gone by now: asked when the save begins, and inside its transaction,
-// before anything is written, since whoever saves may be taking it from themselves.
-void requireControl(data::Connection &connection)
-{
-    if (!currentUserInControl(connection))
-        throw ui::SaveRefused(missingRight);
-}
-
-// The check list of a form in a box on its page.
-CheckedLinks *addLinks(const CheckedLinksSpec &spec, const QString &title, QWidget *page)
-{
-    auto *box = new QGroupBox(u' ' + title + u' ', page);
-    auto *list = new CheckedLinks(spec, box);
-    auto *layout = new QVBoxLayout(box);
-    layout->addWidget(list);
-    qobject_cast<QVBoxLayout *>(page->layout())->addWidget(box, 1);
-    return list;
-}
-
-ui::RegisterSpec makeUsers()
-{
-    return {.name = u"Utenti"_s,
-            .caption = u"Utenti"_s,
-            .oneRecord = u"questo utente"_s,
-            .table = u"UTENTI"_s,
-            .key = u"IDUTENTE"_s,
-            .groups = {{general,
-                        {},
-                        {{.name = u"txtNomeUtente"_s,
-                          .label = u"Nome utente"_s,
-                          .column = u"USER_NAME"_s,
-                          .maxLength = 50,
-                          .upperCase = true},
-                         {.name = u"txtNome"_s, .label = u"Nome e cognome"_s, .column = u"NOME"_s, .row = 1},
-                         {.name = u"chkAttivo"_s,
-                          .column = u"ATTIVO"_s,
-                          .kind = ui::RegisterField::Kind::Flag,
-                          .row = 2,
-                          .flagCaption = u"Attivo: può accedere al programma"_s}}}},
-            .required = {{u"USER_NAME"_s, u"Non è stato indicato il nome utente!"_s}},
-            .uniqueColumn = u"USER_NAME"_s,
-            .duplicateText = u"Esiste già un utente con questo nome!"_s,
-            .refuseDeletion = refuseUserDeletion,
-            .deletedWith = {u"DELETE FROM UTENTI_RUOLI WHERE UPPER(USER_NAME) = (SELECT UPPER(USER_NAME) FROM UTENTI "
-                            "WHERE IDUTENTE = ?)"_s},
-            .openingSize = {560, 400},
-            .listColumns = {{u"Nome utente"_s, u"USER_NAME"_s, 200},
-                            {u"Nome e cognome"_s, u"NOME"_s, 0, Width::Rest},
-                            {u"Attivo"_s, u"ATTIVO"_s, 80, Width::Pixels, ui::ListColumn::Display::Flag}},
-            .listFilters = {ui::containing(u"txtNomeUtente"_s, u"Nome utente"_s, u"USER_NAME"_s)},
-            .orderText = u" ORDER BY UPPER(USER_NAME)"_s};
-}
-
-ui::RegisterSpec makeRoles()
-{
-    return {.name = u"Ruoli"_s,
-            .caption = u"Ruoli"_s,
-            .oneRecord = u"questo ruolo"_s,
-            .table = u"RUOLI_UTENTE"_s,
-            .key = u"IDRUOLO_UTENTE"_s,
-            .groups = {{general,
-                        {},
-                        {{.name = u"txtRuolo"_s, .label = u"Ruolo"_s, .column = u"RUOLO"_s, .maxLength = 50}}}},
-            .required = {{u"RUOLO"_s, u"Non è stato indicato il ruolo!"_s}},
-            .uniqueColumn = u"RUOLO"_s,
-            .duplicateText = u"Esiste già un ruolo con questo nome!"_s,
-            .refuseDeletion = refuseRoleDeletion,
-            .deletedWith = {u"DELETE FROM ABILITAZIONI_RUOLI WHERE IDRUOLO_UTENTE = ?"_s},
-            .openingSize = {560, 360},
-            .listColumns = {{u"Ruolo"_s, u"RUOLO"_s, 0, Width::Rest}},
-            .listFilters = {ui::containing(u"txtRuolo"_s, u"Ruolo"_s, u"RUOLO"_s)},
-            .orderText = u" ORDER BY UPPER(RUOLO)"_s};
-}
-
 } // namespace
 
 const ui::RegisterSpec &users()
 {
-    return ui::parts::kept<makeUsers>();
+    static const ui::RegisterSpec spec = {
+        .name = u"Utenti"_s,
+        .caption = u"Utenti"_s,
+        .oneRecord = u"questo utente"_s,
+        .table = u"UTENTI"_s,
+        .key = u"IDUTENTE"_s,
+        .groups = {{general,
+                    {},
+                    {{.name = u"txtNomeUtente"_s,
+                      .label = u"Nome utente"_s,
+                      .column = u"USER_NAME"_s,
+                      .maxLength = 50,
+                      .upperCase = true},
+                     {.name = u"txtNome"_s, .label = u"Nome e cognome"_s, .column = u"NOME"_s, .row = 1},
+                     {.name = u"chkAttivo"_s,
+                      .column = u"ATTIVO"_s,
+                      .kind = ui::RegisterField::Kind::Flag,
+                      .row = 2,
+                      .flagCaption = u"Attivo: può accedere al programma"_s}}}},
+        .required = {{u"USER_NAME"_s, u"Non è stato indicato il nome utente!"_s}},
+        .uniqueColumn = u"USER_NAME"_s,
+        .duplicateText = u"Esiste già un utente con questo nome!"_s,
+        .refuseDeletion = refuseUserDeletion,
+        .deletedWith = {u"DELETE FROM UTENTI_RUOLI WHERE UPPER(USER_NAME) = (SELECT UPPER(USER_NAME) FROM UTENTI "
+                        "WHERE IDUTENTE = ?)"_s},
+        .openingSize = {560, 400},
+        .listColumns = {{u"Nome utente"_s, u"USER_NAME"_s, 200},
+                        {u"Nome e cognome"_s, u"NOME"_s, 0, Width::Rest},
+                        {u"Attivo"_s, u"ATTIVO"_s, 80, Width::Pixels, ui::ListColumn::Display::Flag}},
+        .listFilters = {ui::containing(u"txtNomeUtente"_s, u"Nome utente"_s, u"USER_NAME"_s)},
+        .orderText = u" ORDER BY UPPER(USER_NAME)"_s};
+    return spec;
 }
 
 const ui::RegisterSpec &roles()
 {
-    return ui::parts::kept<makeRoles>();
+    static const ui::RegisterSpec spec = {
+        .name = u"Ruoli"_s,
+        .caption = u"Ruoli"_s,
+        .oneRecord = u"questo ruolo"_s,
+        .table = u"RUOLI_UTENTE"_s,
+        .key = u"IDRUOLO_UTENTE"_s,
+        .groups = {{general,
+                    {},
+                    {{.name = u"txtRuolo"_s, .label = u"Ruolo"_s, .column = u"RUOLO"_s, .maxLength = 50}}}},
+        .required = {{u"RUOLO"_s, u"Non è stato indicato il ruolo!"_s}},
+        .uniqueColumn = u"RUOLO"_s,
+        .duplicateText = u"Esiste già un ruolo con questo nome!"_s,
+        .refuseDeletion = refuseRoleDeletion,
+        .deletedWith = {u"DELETE FROM ABILITAZIONI_RUOLI WHERE IDRUOLO_UTENTE = ?"_s},
+        .openingSize = {560, 360},
+        .listColumns = {{u"Ruolo"_s, u"RUOLO"_s, 0, Width::Rest}},
+        .listFilters = {ui::containing(u"txtRuolo"_s, u"Ruolo"_s, u"RUOLO"_s)},
+        .orderText = u" ORDER BY UPPER(RUOLO)"_s};
+    return spec;
+}
+
+void LinkedEntry::addLinks(const CheckedLinksSpec &spec, const QString &title)
+{
+    auto *box = new QGroupBox(u' ' + title + u' ', page(general));
+    links_ = new CheckedLinks(spec, box);
+    auto *layout = new QVBoxLayout(box);
+    layout->addWidget(links_);
+    qobject_cast<QVBoxLayout *>(page(general)->layout())->addWidget(box, 1);
+    connect(links_, &CheckedLinks::edited, this, &LinkedEntry::DataChanged);
+    refuseIf([this] { return !currentUserInControl(connection()); }, missingRight);
+}
+
+void LinkedEntry::finish()
+{
+    refuseIf([this] { return leavesNobodyInControl(); }, lastAdministrator);
+    ui::RegisterEntry::finish();
+}
+
+// Another workstation may have taken the right away from the others in the meantime.
+void LinkedEntry::refuseIfNobodyInControl() const
+{
+    if (administratorsExcept({}, 0, connection()) == 0)
+        throw ui::SaveRefused(lastAdministrator);
+}
+
+// The right with which the form was opened may be gone by now: asked when the save begins, and inside its transaction,
+// before anything is written, since whoever saves may be taking it from themselves.
+void LinkedEntry::writeComputed(data::DataSet &record) const
+{
+    if (!currentUserInControl(connection()))
+        throw ui::SaveRefused(missingRight);
+    ui::RegisterEntry::writeComputed(record);
+}
+
+QVariant LinkedEntry::detailState() const
+{
+    return QVariantList{ui::RegisterEntry::detailState(), links_->checked()};
+}
+
+void LinkedEntry::restoreDetails(const QVariant &state)
+{
+    ui::RegisterEntry::restoreDetails(state.toList().value(0));
+    links_->setChecked(state.toList().value(1));
 }
 
 UserEntry::UserEntry(data::Connection &connection, QWidget *owner)
-    : ui::RegisterEntry(users(), connection, owner)
+    : LinkedEntry(users(), connection, owner)
 {
     password_ = new QPushButton(u"Imposta la password..."_s, page(general));
     password_->setObjectName(u"cmdPassword"_s);
@@ -153,15 +171,12 @@ UserEntry::UserEntry(data::Connection &connection, QWidget *owner)
     connect(password_, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { choosePassword(); }); });
     page(general)->layout()->addWidget(password_);
     page(general)->layout()->setAlignment(password_, Qt::AlignLeft);
-    roles_ = addLinks({u"SELECT IDRUOLO_UTENTE AS ID, RUOLO AS TESTO FROM RUOLI_UTENTE ORDER BY UPPER(RUOLO)"_s,
-                       u"UTENTI_RUOLI"_s, u"USER_NAME"_s, u"IDRUOLO_UTENTE"_s},
-                      u"Ruoli"_s, page(general));
-    connect(roles_, &CheckedLinks::edited, this, &UserEntry::DataChanged);
-    refuseIf([this] { return !currentUserInControl(this->connection()); }, missingRight);
+    addLinks({u"SELECT IDRUOLO_UTENTE AS ID, RUOLO AS TESTO FROM RUOLI_UTENTE ORDER BY UPPER(RUOLO)"_s,
+              u"UTENTI_RUOLI"_s, u"USER_NAME"_s, u"IDRUOLO_UTENTE"_s},
+             u"Ruoli"_s);
     refuseIf([this] { return storedKey() < 0 && newHash_.isEmpty(); }, u"Non è stata impostata la password!"_s);
     refuseIf([this] { return isCurrentUser(storedText()) && !isCurrentUser(textOf(u"USER_NAME"_s)); },
              u"Non è possibile cambiare il nome dell'utente che sta lavorando."_s);
-    refuseIf([this] { return leavesNobodyInControl(); }, lastAdministrator);
     finish();
 }
 
@@ -180,14 +195,14 @@ bool UserEntry::leavesNobodyInControl() const
     if (administratorsExcept(storedText(), 0, connection()) > 0)
         return false;
     const bool active = findChild<QCheckBox *>(u"chkAttivo"_s)->isChecked();
-    return !active || !rolesGrantFullControl(roles_->checkedKeys(), connection());
+    return !active || !rolesGrantFullControl(links().checkedKeys(), connection());
 }
 
 void UserEntry::resetDetails()
 {
     ui::RegisterEntry::resetDetails();
     newHash_.clear();
-    roles_->fill(connection());
+    links().fill(connection());
     findChild<QCheckBox *>(u"chkAttivo"_s)->setChecked(true);
 }
 
@@ -195,7 +210,7 @@ void UserEntry::loadDetails()
 {
     ui::RegisterEntry::loadDetails();
     newHash_.clear();
-    roles_->load(storedText(), connection());
+    links().load(storedText(), connection());
 }
 
 void UserEntry::recordSaved()
@@ -206,8 +221,7 @@ void UserEntry::recordSaved()
 
 void UserEntry::writeComputed(data::DataSet &record) const
 {
-    requireControl(connection());
-    ui::RegisterEntry::writeComputed(record);
+    LinkedEntry::writeComputed(record);
     if (!newHash_.isEmpty())
         record.setValue(u"PASSWORD_HASH"_s, newHash_);
 }
@@ -218,37 +232,30 @@ void UserEntry::writeDetails()
     if (!storedText().isEmpty())
         connection().run(u"DELETE FROM UTENTI_RUOLI WHERE UPPER(USER_NAME) = "_s + data::inCapitals(),
                          {data::searchedText(storedText())});
-    roles_->write(textOf(u"USER_NAME"_s), connection());
-    // Another workstation may have taken the right away from the others in the meantime.
-    if (administratorsExcept({}, 0, connection()) == 0)
-        throw ui::SaveRefused(lastAdministrator);
+    links().write(textOf(u"USER_NAME"_s), connection());
+    refuseIfNobodyInControl();
 }
 
 QVariant UserEntry::detailState() const
 {
-    return QVariantList{ui::RegisterEntry::detailState(), newHash_, roles_->checked()};
+    return QVariantList{LinkedEntry::detailState(), newHash_};
 }
 
 void UserEntry::restoreDetails(const QVariant &state)
 {
-    const QVariantList parts = state.toList();
-    ui::RegisterEntry::restoreDetails(parts.value(0));
-    newHash_ = parts.value(1).toString();
-    roles_->setChecked(parts.value(2));
+    LinkedEntry::restoreDetails(state.toList().value(0));
+    newHash_ = state.toList().value(1).toString();
 }
 
 RoleEntry::RoleEntry(data::Connection &connection, QWidget *owner)
-    : ui::RegisterEntry(roles(), connection, owner)
+    : LinkedEntry(roles(), connection, owner)
 {
     // The module's rights are stored with a slip of the pen in its name, which databases in use carry.
-    rights_ = addLinks({u"SELECT IDABILITAZIONE_UTENTE AS ID, ABILITAZIONE_UTENTE || COALESCE(' (' || "
-                        "IIF(MODULO = 'Magazzzino', 'Magazzino', MODULO) || ')', '') AS TESTO FROM ABILITAZIONI_UTENTE "
-                        "ORDER BY IDABILITAZIONE_UTENTE"_s,
-                        u"ABILITAZIONI_RUOLI"_s, u"IDRUOLO_UTENTE"_s, u"IDABILITAZIONE_UTENTE"_s},
-                       u"Diritti"_s, page(general));
-    connect(rights_, &CheckedLinks::edited, this, &RoleEntry::DataChanged);
-    refuseIf([this] { return !currentUserInControl(this->connection()); }, missingRight);
-    refuseIf([this] { return leavesNobodyInControl(); }, lastAdministrator);
+    addLinks({u"SELECT IDABILITAZIONE_UTENTE AS ID, ABILITAZIONE_UTENTE || COALESCE(' (' || "
+              "IIF(MODULO = 'Magazzzino', 'Magazzino', MODULO) || ')', '') AS TESTO FROM ABILITAZIONI_UTENTE "
+              "ORDER BY IDABILITAZIONE_UTENTE"_s,
+              u"ABILITAZIONI_RUOLI"_s, u"IDRUOLO_UTENTE"_s, u"IDABILITAZIONE_UTENTE"_s},
+             u"Diritti"_s);
     finish();
 }
 
@@ -257,7 +264,7 @@ bool RoleEntry::grantsFullControl() const
     const data::Rows rows = connection().select(
         u"SELECT IDABILITAZIONE_UTENTE AS ID FROM ABILITAZIONI_UTENTE WHERE ABILITAZIONE_UTENTE = :COMPLETO"_s,
         {{u"COMPLETO"_s, fullControl}});
-    return !rows.isEmpty() && rights_->checkedKeys().contains(rows.integer(0, u"ID"));
+    return !rows.isEmpty() && links().checkedKeys().contains(rows.integer(0, u"ID"));
 }
 
 bool RoleEntry::leavesNobodyInControl() const
@@ -268,37 +275,19 @@ bool RoleEntry::leavesNobodyInControl() const
 void RoleEntry::resetDetails()
 {
     ui::RegisterEntry::resetDetails();
-    rights_->fill(connection());
+    links().fill(connection());
 }
 
 void RoleEntry::loadDetails()
 {
     ui::RegisterEntry::loadDetails();
-    rights_->load(IdRecord(), connection());
-}
-
-QVariant RoleEntry::detailState() const
-{
-    return QVariantList{ui::RegisterEntry::detailState(), rights_->checked()};
-}
-
-void RoleEntry::restoreDetails(const QVariant &state)
-{
-    ui::RegisterEntry::restoreDetails(state.toList().value(0));
-    rights_->setChecked(state.toList().value(1));
-}
-
-void RoleEntry::writeComputed(data::DataSet &record) const
-{
-    requireControl(connection());
-    ui::RegisterEntry::writeComputed(record);
+    links().load(IdRecord(), connection());
 }
 
 void RoleEntry::writeDetails()
 {
-    rights_->write(IdRecord(), connection());
-    if (administratorsExcept({}, 0, connection()) == 0)
-        throw ui::SaveRefused(lastAdministrator);
+    links().write(IdRecord(), connection());
+    refuseIfNobodyInControl();
 }
 
 } // namespace host

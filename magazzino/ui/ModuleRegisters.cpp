@@ -186,20 +186,24 @@ ui::RegisterSpec makeTransportReasons()
 
 const ui::RegisterSpec &suppliers()
 {
-    return kept<makeSuppliers>();
+    static const ui::RegisterSpec spec = makeSuppliers();
+    return spec;
 }
 
 const ui::RegisterSpec &carriers()
 {
-    return kept<makeCarriers>();
+    static const ui::RegisterSpec spec = makeCarriers();
+    return spec;
 }
 
 const ui::RegisterSpec &transportTypes()
 {
-    return kept<makeTransportTypes>();
+    static const ui::RegisterSpec spec = makeTransportTypes();
+    return spec;
 }
 
 const ui::RegisterSpec &transportReasons()
 {
-    return kept<makeTransportReasons>();
+    static const ui::RegisterSpec spec = makeTransportReasons();
+    return spec;
 }

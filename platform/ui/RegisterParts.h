@@ -16,12 +16,5 @@ RegisterField upperText(const QString &name, const QString &label, const QString
                         int position = 0);
 RegisterField number(RegisterField::Kind kind, const QString &name, const QString &label, const QString &column,
                      int row, int position = 0);
-/// What `make` returns, made once.
-template <RegisterSpec (*make)()>
-const RegisterSpec &kept()
-{
-    static const RegisterSpec spec = make();
-    return spec;
-}
 
 } // namespace ui::parts
