@@ -11,125 +11,94 @@ namespace {
 
 constexpr auto capitals = FirmField::Letters::Capitals;
 
+constexpr auto typed = FirmField::Letters::AsTyped;
+
+// A field on the page of the electronic invoice.
+FirmField invoiceField(FirmKind firm, const QString &name, const QString &label, int length, FirmField::Place place,
+                       const QString &help, FirmField::Letters letters = capitals)
+{
+    return {.name = name,
+            .label = label,
+            .length = length,
+            .letters = letters,
+            .box = FirmBox::ElectronicInvoice,
+            .place = place,
+            .firms = firm,
+            .help = help};
+}
+
+// See FirmField's members for what is added to it.
+FirmField checked(FirmField field, bool (*isRight)(const QString &), const QString &doubt)
+{
+    field.isRight = isRight;
+    field.doubt = doubt;
+    return field;
+}
+
+FirmField chosen(FirmField field, const QList<core::CodeText> &codes)
+{
+    field.codes = codes;
+    return field;
+}
+
+FirmField imported(FirmField field, const QStringList &headers)
+{
+    field.headers = headers;
+    return field;
+}
+
 // What the electronic invoice asks of the company besides; its capital, a number, stands with the register.
 QList<FirmField> companyInvoiceFields()
 {
-    constexpr auto box = FirmBox::ElectronicInvoice;
-    constexpr FirmKinds company = FirmKind::Company;
+    constexpr auto company = FirmKind::Company;
     return {
-        {.name = u"RegimeFiscale"_s,
-         .label = u"Regime fiscale"_s,
-         .length = 4,
-         .letters = capitals,
-         .box = box,
-         .place = {0, 0, 2},
-         .firms = company,
-         .help = u"Il regime con cui l'azienda applica l'IVA: di solito RF01, ordinario."_s,
-         .codes = taxRegimes()},
-        {.name = u"ReaUfficio"_s,
-         .label = u"Ufficio REA"_s,
-         .length = 2,
-         .letters = capitals,
-         .box = box,
-         .place = {1},
-         .firms = company,
-         .isRight = isProvinceCode,
-         .doubt = u"la provincia si scrive con due lettere."_s,
-         .help = u"La provincia della Camera di commercio dove l'azienda è iscritta, per esempio VI."_s},
-        {.name = u"ReaNumero"_s,
-         .label = u"Numero REA"_s,
-         .length = 20,
-         .letters = capitals,
-         .box = box,
-         .place = {1, 1},
-         .firms = company,
-         .help = u"Il numero d'iscrizione al repertorio economico amministrativo, come sta sulla visura."_s},
-        {.name = u"StatoLiquidazione"_s,
-         .label = u"Liquidazione"_s,
-         .length = 2,
-         .letters = capitals,
-         .box = box,
-         .place = {2, 1},
-         .firms = company,
-         .help = u"Per le società iscritte al REA: se la società è in liquidazione."_s,
-         .codes = liquidationStates()},
-        {.name = u"Iban"_s,
-         .label = u"IBAN"_s,
-         .length = 34,
-         .letters = capitals,
-         .box = box,
-         .place = {3, 0, 2},
-         .firms = company,
-         .isRight = isIban,
-         .doubt = u"le cifre di controllo non corrispondono."_s,
-         .help = u"Il conto su cui i clienti pagano: sta nelle fatture da pagare con bonifico."_s},
+        chosen(invoiceField(company, u"RegimeFiscale"_s, u"Regime fiscale"_s, 4, {0, 0, 2},
+                            u"Il regime con cui l'azienda applica l'IVA: di solito RF01, ordinario."_s),
+               taxRegimes()),
+        checked(invoiceField(company, u"ReaUfficio"_s, u"Ufficio REA"_s, 2, {1},
+                             u"La provincia della Camera di commercio dove l'azienda è iscritta, per esempio VI."_s),
+                isProvinceCode, u"la provincia si scrive con due lettere."_s),
+        invoiceField(company, u"ReaNumero"_s, u"Numero REA"_s, 20, {1, 1},
+                     u"Il numero d'iscrizione al repertorio economico amministrativo, come sta sulla visura."_s),
+        chosen(invoiceField(company, u"StatoLiquidazione"_s, u"Liquidazione"_s, 2, {2, 1},
+                            u"Per le società iscritte al REA: se la società è in liquidazione."_s),
+               liquidationStates()),
+        checked(invoiceField(company, u"Iban"_s, u"IBAN"_s, 34, {3, 0, 2},
+                             u"Il conto su cui i clienti pagano: sta nelle fatture da pagare con bonifico."_s),
+                isIban, u"le cifre di controllo non corrispondono."_s),
     };
 }
 
 QList<FirmField> customerInvoiceFields()
 {
-    constexpr auto box = FirmBox::ElectronicInvoice;
-    constexpr FirmKinds customer = FirmKind::Customer;
-    constexpr auto typed = FirmField::Letters::AsTyped;
+    constexpr auto customer = FirmKind::Customer;
     return {
-        {.name = u"CodiceDestinatario"_s,
-         .label = u"Codice destinatario"_s,
-         .length = 7,
-         .letters = capitals,
-         .box = box,
-         .place = {0},
-         .headers = {u"Codice destinatario"_s, u"Cod. destinatario"_s, u"Codice SDI"_s, u"SDI"_s},
-         .firms = customer,
-         .isRight = isRecipientCode,
-         .doubt = u"servono sette lettere o cifre."_s,
-         .help = u"Le sette lettere o cifre che il cliente ha comunicato. Vuoto se non si conosce: nella fattura va "
-                 "0000000, e XXXXXXX per i clienti esteri."_s},
-        {.name = u"NazioneIso"_s,
-         .label = u"Codice nazione"_s,
-         .length = 2,
-         .letters = capitals,
-         .box = box,
-         .place = {0, 1},
-         .headers = {u"Codice nazione"_s, u"Codice paese"_s, u"ISO"_s},
-         .firms = customer,
-         .isRight = isCountryCode,
-         .doubt = u"non è un codice ISO di due lettere (IT, DE, FR...)."_s,
-         .help = u"La nazione in due lettere: IT per l'Italia, DE per la Germania, FR per la Francia... Vuoto vale IT "
-                 "se la nazione è vuota o Italia."_s},
-        {.name = u"CognomePersona"_s,
-         .label = u"Cognome"_s,
-         .length = 60,
-         .letters = typed,
-         .box = box,
-         .place = {1},
-         .headers = {u"Cognome"_s},
-         .firms = customer,
-         .help = u"Solo per una persona privata: con cognome e nome la fattura non riporta la ragione sociale."_s},
-        {.name = u"NomePersona"_s,
-         .label = u"Nome"_s,
-         .length = 60,
-         .letters = typed,
-         .box = box,
-         .place = {1, 1},
-         .headers = {u"Nome di persona"_s, u"Nome proprio"_s},
-         .firms = customer,
-         .help = u"Solo per una persona privata, insieme al cognome."_s},
+        checked(imported(invoiceField(customer, u"CodiceDestinatario"_s, u"Codice destinatario"_s, 7, {0},
+                                      u"Le sette lettere o cifre che il cliente ha comunicato. Vuoto se non si "
+                                      "conosce: nella fattura va 0000000, e XXXXXXX per i clienti esteri."_s),
+                         {u"Codice destinatario"_s, u"Cod. destinatario"_s, u"Codice SDI"_s, u"SDI"_s}),
+                isRecipientCode, u"servono sette lettere o cifre."_s),
+        checked(imported(invoiceField(customer, u"NazioneIso"_s, u"Codice nazione"_s, 2, {0, 1},
+                                      u"La nazione in due lettere: IT per l'Italia, DE per la Germania, FR per la "
+                                      "Francia... Vuoto vale IT se la nazione è vuota o Italia."_s),
+                         {u"Codice nazione"_s, u"Codice paese"_s, u"ISO"_s}),
+                isCountryCode, u"non è un codice ISO di due lettere (IT, DE, FR...)."_s),
+        imported(invoiceField(customer, u"CognomePersona"_s, u"Cognome"_s, 60, {1},
+                              u"Solo per una persona privata: con cognome e nome la fattura non riporta la ragione "
+                              "sociale."_s,
+                              typed),
+                 {u"Cognome"_s}),
+        imported(invoiceField(customer, u"NomePersona"_s, u"Nome"_s, 60, {1, 1},
+                              u"Solo per una persona privata, insieme al cognome."_s, typed),
+                 {u"Nome di persona"_s, u"Nome proprio"_s}),
     };
 }
 
 FirmField certifiedMail(FirmKind firm, FirmField::Place place, const QString &help)
 {
-    return {.name = u"Pec"_s,
-            .label = u"PEC"_s,
-            .length = 100,
-            .letters = FirmField::Letters::AsTyped,
-            .box = FirmBox::ElectronicInvoice,
-            .place = place,
-            .headers = {u"PEC"_s, u"Posta certificata"_s, u"Indirizzo PEC"_s},
-            .firms = firm,
-            .isRight = isMailAddress,
-            .doubt = u"non è un indirizzo di posta."_s,
-            .help = help};
+    return checked(imported(invoiceField(firm, u"Pec"_s, u"PEC"_s, 100, place, help, typed),
+                            {u"PEC"_s, u"Posta certificata"_s, u"Indirizzo PEC"_s}),
+                   isMailAddress, u"non è un indirizzo di posta."_s);
 }
 
 } // namespace
@@ -137,7 +106,6 @@ FirmField certifiedMail(FirmKind firm, FirmField::Place place, const QString &he
 const QList<FirmField> &firmFields()
 {
     using F = TAnagrafica;
-    constexpr auto typed = FirmField::Letters::AsTyped;
     constexpr auto firm = FirmBox::Firm;
     constexpr auto tax = FirmBox::TaxData;
     constexpr auto contact = FirmBox::Contacts;

@@ -36,71 +36,74 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A form's object name is its class's without the leading T.
+// The name of a class behind its prefix, by which its form and command are known.
+template <typename Form>
+QString nameOf()
+{
+    return QString::fromLatin1(Form::staticMetaObject.className()).mid(4);
+}
+
 template <typename Form>
 QWidget *make(QWidget *owner)
 {
     auto *form = new Form(owner);
-    form->setObjectName(QString::fromLatin1(Form::staticMetaObject.className()).mid(1));
+    form->setObjectName(u"MMG"_s + nameOf<Form>());
     return form;
+}
+
+// The command that shows a form.
+template <typename Form>
+ui::ActionSpec shows(const QString &category, const QString &caption, const QString &right = {})
+{
+    return {u"act"_s + nameOf<Form>(), category, caption, ui::ActionKind::Form, make<Form>, right};
+}
+
+// The command that runs a selection dialog.
+template <typename Dialog>
+ui::ActionSpec selects(const QString &caption)
+{
+    return {u"act"_s + nameOf<Dialog>(), u"Modali"_s, caption, ui::ActionKind::Selection, make<Dialog>};
 }
 
 const QString inserimento = u"Inserimento"_s;
 const QString ricerca = u"Ricerca"_s;
-const QString modali = u"Modali"_s;
 const QString stampe = u"Stampe"_s;
+
 void runReorderReport(QWidget *dialog)
 {
     StampaSottoscortaRiordino(*qobject_cast<TMMGModStampaSottoscortaRiordino *>(dialog));
 }
-
-constexpr auto selection = ui::ActionKind::Selection;
-constexpr auto form = ui::ActionKind::Form;
 
 } // namespace
 
 const QList<ui::ActionSpec> &moduleActions()
 {
     static const QList<ui::ActionSpec> actions = {
-        {u"actInserimentoCausaliTrasporto"_s, inserimento, u"Inserimento causali di trasporto"_s, form,
-         make<TMMGInserimentoCausaliTrasporto>},
-        {u"actRicercaCausaliTrasporto"_s, ricerca, u"Causali di trasporto"_s, form, make<TMMGRicercaCausaliTrasporto>},
-        {u"actModSelezionaCausaleTrasporto"_s, modali, u"Seleziona causale di trasporto"_s, selection,
-         make<TMMGModSelezionaCausaleTrasporto>},
-        {u"actInserimentoDdTScarico"_s, inserimento, u"Inserimento D.d.T. di scarico"_s, form,
-         make<TMMGInserimentoDdTScarico>},
-        {u"actModSelezionaArticolo"_s, modali, u"Seleziona un articolo"_s, selection, make<TMMGModSelezionaArticolo>},
-        {u"actModSelezionaServizio"_s, modali, u"Seleziona un servizio"_s, selection, make<TMMGModSelezionaServizio>},
-        {u"actModSelezionaCliente"_s, modali, u"Seleziona un cliente"_s, selection, make<TMMGModSelezionaCliente>},
-        {u"actInserimentoTipiTrasporto"_s, inserimento, u"Inserimento tipi di trasporto"_s, form,
-         make<TMMGInserimentoTipiTrasporto>},
-        {u"actRicercaTipiTrasporto"_s, ricerca, u"Tipi di trasporto"_s, form, make<TMMGRicercaTipiTrasporto>},
-        {u"actModSelezionaTipoTrasporto"_s, modali, u"Seleziona un tipo di trasporto"_s, selection,
-         make<TMMGModSelezionaTipoTrasporto>},
-        {u"actModSelezionaUM"_s, modali, u"Seleziona un'unità di misura"_s, selection, make<TMMGModSelezionaUM>},
-        {u"actRicercaDdTScarico"_s, ricerca, u"D.d.T."_s, form, make<TMMGRicercaDdTScarico>},
-        {u"actModSelezionaTipoPagamento"_s, modali, u"Seleziona tipo di pagamento"_s, selection,
-         make<TMMGModSelezionaTipoPagamento>},
-        {u"actInserimentoFattureAccompagnatorie"_s, inserimento, u"Inserimento fatture accompagnatorie"_s, form,
-         make<TMMGInserimentoFattureAccompagnatorie>},
-        {u"actRicercaFattureAccompagnatorie"_s, ricerca, u"Fatt. Acc."_s, form, make<TMMGRicercaFattureAccompagnatorie>,
-         u"Fatture acc. (visualizzazione)"_s},
-        {u"actFattureElettroniche"_s, ricerca, u"Fatture elettroniche"_s, form, make<TMMGFattureElettroniche>,
-         u"Fatture acc. (visualizzazione)"_s},
-        {u"actRicercaMovimentiMagazzino"_s, ricerca, u"Gestione movimenti di magazzino"_s, form,
-         make<TMMGRicercaMovimentiMagazzino>},
-        {u"actStampaInventario"_s, stampe, u"Stampa inventario"_s, form, make<TMMGStampaInventario>},
-        {u"actInserimentoMovimentiMagazzino"_s, inserimento, u"Nuovo movimento di magazzino"_s, form,
-         make<TMMGInserimentoMovimentiMagazzino>},
-        {u"actModSelezionaCausaleMagazzino"_s, modali, u"Seleziona una causale di magazzino"_s, selection,
-         make<TMMGModSelezionaCausaleMagazzino>},
-        {u"actInserimentoFornitori"_s, inserimento, u"Inserimento fornitori"_s, form, make<TMMGInserimentoFornitori>},
-        {u"actRicercaFornitori"_s, ricerca, u"Fornitori"_s, form, make<TMMGRicercaFornitori>},
-        {u"actInserimentoBolleCarico"_s, inserimento, u"Inserimento bolle di carico"_s, form,
-         make<TMMGInserimentoBolleCarico>},
-        {u"actModSelezionaFornitore"_s, modali, u"Seleziona un fornitore"_s, selection,
-         make<TMMGModSelezionaFornitore>},
-        {u"actRicercaBolleCarico"_s, ricerca, u"Bolle di carico"_s, form, make<TMMGRicercaBolleCarico>},
+        shows<TMMGInserimentoCausaliTrasporto>(inserimento, u"Inserimento causali di trasporto"_s),
+        shows<TMMGRicercaCausaliTrasporto>(ricerca, u"Causali di trasporto"_s),
+        selects<TMMGModSelezionaCausaleTrasporto>(u"Seleziona causale di trasporto"_s),
+        shows<TMMGInserimentoDdTScarico>(inserimento, u"Inserimento D.d.T. di scarico"_s),
+        selects<TMMGModSelezionaArticolo>(u"Seleziona un articolo"_s),
+        selects<TMMGModSelezionaServizio>(u"Seleziona un servizio"_s),
+        selects<TMMGModSelezionaCliente>(u"Seleziona un cliente"_s),
+        shows<TMMGInserimentoTipiTrasporto>(inserimento, u"Inserimento tipi di trasporto"_s),
+        shows<TMMGRicercaTipiTrasporto>(ricerca, u"Tipi di trasporto"_s),
+        selects<TMMGModSelezionaTipoTrasporto>(u"Seleziona un tipo di trasporto"_s),
+        selects<TMMGModSelezionaUM>(u"Seleziona un'unità di misura"_s),
+        shows<TMMGRicercaDdTScarico>(ricerca, u"D.d.T."_s),
+        selects<TMMGModSelezionaTipoPagamento>(u"Seleziona tipo di pagamento"_s),
+        shows<TMMGInserimentoFattureAccompagnatorie>(inserimento, u"Inserimento fatture accompagnatorie"_s),
+        shows<TMMGRicercaFattureAccompagnatorie>(ricerca, u"Fatt. Acc."_s, u"Fatture acc. (visualizzazione)"_s),
+        shows<TMMGFattureElettroniche>(ricerca, u"Fatture elettroniche"_s, u"Fatture acc. (visualizzazione)"_s),
+        shows<TMMGRicercaMovimentiMagazzino>(ricerca, u"Gestione movimenti di magazzino"_s),
+        shows<TMMGStampaInventario>(stampe, u"Stampa inventario"_s),
+        shows<TMMGInserimentoMovimentiMagazzino>(inserimento, u"Nuovo movimento di magazzino"_s),
+        selects<TMMGModSelezionaCausaleMagazzino>(u"Seleziona una causale di magazzino"_s),
+        shows<TMMGInserimentoFornitori>(inserimento, u"Inserimento fornitori"_s),
+        shows<TMMGRicercaFornitori>(ricerca, u"Fornitori"_s),
+        shows<TMMGInserimentoBolleCarico>(inserimento, u"Inserimento bolle di carico"_s),
+        selects<TMMGModSelezionaFornitore>(u"Seleziona un fornitore"_s),
+        shows<TMMGRicercaBolleCarico>(ricerca, u"Bolle di carico"_s),
         {u"actStampaSottoscortaRiordino"_s,
          stampe,
          u"Stampa sottoscorta / riordino"_s,
@@ -108,13 +111,11 @@ const QList<ui::ActionSpec> &moduleActions()
          make<TMMGModStampaSottoscortaRiordino>,
          {},
          runReorderReport},
-        {u"actStampaInventarioValorizzato"_s, stampe, u"Stampa inventario valorizzato"_s, form,
-         make<TMMGStampaInventarioValorizzato>},
-        {u"actInserimentoVettori"_s, inserimento, u"Nuovo"_s, form, make<TMMGInserimentoVettori>},
-        {u"actRicercaVettori"_s, ricerca, u"Vettori"_s, form, make<TMMGRicercaVettori>},
-        {u"actModSelezionaVettore"_s, modali, u"Seleziona un vettore"_s, selection, make<TMMGModSelezionaVettore>},
-        {u"actModSelezionaNotaDocumenti"_s, modali, u"Seleziona nota"_s, selection,
-         make<TMMGModSelezionaNotaDocumenti>},
+        shows<TMMGStampaInventarioValorizzato>(stampe, u"Stampa inventario valorizzato"_s),
+        shows<TMMGInserimentoVettori>(inserimento, u"Nuovo"_s),
+        shows<TMMGRicercaVettori>(ricerca, u"Vettori"_s),
+        selects<TMMGModSelezionaVettore>(u"Seleziona un vettore"_s),
+        selects<TMMGModSelezionaNotaDocumenti>(u"Seleziona nota"_s),
     };
     return actions;
 }

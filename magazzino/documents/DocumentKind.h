@@ -51,18 +51,14 @@ struct RowCommandCaptions
     QString giu;
 };
 
-/// Captions of a kind's entry form and list.
+/// Captions of a kind's entry form and list that do not follow from its names.
 struct DocumentCaptions
 {
-    QString entry;
-    QString entryMenu;
     QString generalPage;
     QString rowsPage;
     QString notesPage;
     QString rowsGrid; ///< control name
     RowCommandCaptions rows;
-    QString list;
-    QString listMenu;
     QString newHint;
     QString editHint;
 };
@@ -97,12 +93,15 @@ struct DocumentKind
 
     /// What follows from these names, alike for every kind.
     ///@{
-    QString generator() const { return QStringLiteral("GN_") + key; }
     QString rowTable() const { return table + QStringLiteral("_DETT"); }
     QString rowKey() const { return key + QStringLiteral("_DETT"); }
-    QString rowGenerator() const { return generator() + QStringLiteral("_DETT"); }
+    QString rowGenerator() const { return QStringLiteral("GN_") + rowKey(); }
     QString dataSet() const { return QStringLiteral("ads") + dataName; }
     QString rowsDataSet() const { return dataSet() + QStringLiteral("Dett"); }
+    QString entryCaption() const { return QStringLiteral("Inserimento / Modifica ") + plural; }
+    QString entryMenu() const { return QStringLiteral(">Inserimento %1<").arg(plural); }
+    QString listCaption() const { return QStringLiteral("Gestione ") + plural; }
+    QString listMenu() const { return u'>' + plural.left(1).toUpper() + plural.mid(1) + u'<'; }
     QString entryAction() const { return QStringLiteral("actInserimento") + formName; }
     ///@}
 };

@@ -21,8 +21,8 @@ const QStringList printedCommands = {u"actNuovo"_s,  u"actElimina"_s, u"actSalva
 
 ui::EntryFormSpec formOf(const DocumentKind &kind, ui::EntryFormSpec form)
 {
-    form.caption = kind.captions.entry;
-    form.menuCaption = kind.captions.entryMenu;
+    form.caption = kind.entryCaption();
+    form.menuCaption = kind.entryMenu();
     form.subject = u"Il documento"_s;
     return form;
 }

@@ -80,7 +80,6 @@ private:
     void aggiungiServizio();
     void aggiungiTesto();
     void aggiungiNonImponibile();
-    bool holdsSaveRight() const;
     void eliminaRiga();
     void spostaRiga(int step);
     void cellEdited();

@@ -9,8 +9,8 @@ ui::SearchSpec documentList(const DocumentKind &kind, const QString &yearConditi
     using Column = ui::ListColumn;
     const QString code = kind.counterpart + u"CODICE"_s;
     const QString name = kind.counterpart + u"RAGIONESOCIALE"_s;
-    return {.caption = kind.captions.list,
-            .menuCaption = kind.captions.listMenu,
+    return {.caption = kind.listCaption(),
+            .menuCaption = kind.listMenu(),
             .list = {.selectText = u"SELECT * FROM %1 "_s.arg(kind.table),
                      .orderText = u" ORDER BY ANNO DESC, NUMERO DESC"_s,
                      .keyField = kind.key,
