@@ -75,40 +75,23 @@ CategoryEditor::CategoryEditor(const CategoryEditorSpec &spec, data::Connection 
 
 void CategoryEditor::declareCommands()
 {
-    addCommand({.name = u"actNuovo"_s,
-                .caption = u"Nuova"_s,
-                .run = [this] { add(parentOf(selectedKey())); },
-                .icon = ui::Icon::New,
-                .shortcut = QKeySequence(u"Ctrl+N"_s),
-                .hint = u"Aggiunge una categoria accanto a quella selezionata."_s});
-    addCommand({.name = u"actNuovaSottocategoria"_s,
-                .caption = u"Sottocategoria"_s,
-                .run =
-                    [this] {
-                        if (selectedKey() > 0)
-                            add(selectedKey());
-                    },
-                .icon = ui::Icon::Add,
-                .shortcut = QKeySequence(Qt::Key_Insert),
-                .hint = u"Aggiunge una categoria sotto quella selezionata."_s});
-    addCommand({.name = u"actRinomina"_s,
-                .caption = u"Rinomina"_s,
-                .run = [this] { rename(); },
-                .icon = ui::Icon::Text,
-                .shortcut = QKeySequence(Qt::Key_F2)});
-    addCommand({.name = u"actSposta"_s,
-                .caption = u"Sposta"_s,
-                .run = [this] { move(); },
-                .icon = ui::Icon::Choose,
-                .shortcut = QKeySequence(u"Ctrl+M"_s),
-                .hint = u"Sposta la categoria, con tutto ciò che contiene, sotto un'altra."_s});
-    addCommand({.name = u"actElimina"_s,
-                .caption = u"Elimina"_s,
-                .run = [this] { remove(); },
-                .icon = ui::Icon::Delete,
-                .shortcut = QKeySequence(u"Ctrl+D"_s)});
-    addCommand(
-        {.name = u"actChiudi"_s, .caption = u"Chiudi"_s, .run = [this] { closeForm(); }, .icon = ui::Icon::Close});
+    using ui::Icon;
+    const auto addBelow = [this] {
+        if (selectedKey() > 0)
+            add(selectedKey());
+    };
+    const QList<ui::Command> commands = {
+        {u"actNuovo"_s, u"Nuova"_s, [this] { add(parentOf(selectedKey())); }, Icon::New, QKeySequence(u"Ctrl+N"_s),
+         u"Aggiunge una categoria accanto a quella selezionata."_s},
+        {u"actNuovaSottocategoria"_s, u"Sottocategoria"_s, addBelow, Icon::Add, QKeySequence(Qt::Key_Insert),
+         u"Aggiunge una categoria sotto quella selezionata."_s},
+        {u"actRinomina"_s, u"Rinomina"_s, [this] { rename(); }, Icon::Text, QKeySequence(Qt::Key_F2)},
+        {u"actSposta"_s, u"Sposta"_s, [this] { move(); }, Icon::Choose, QKeySequence(u"Ctrl+M"_s),
+         u"Sposta la categoria, con tutto ciò che contiene, sotto un'altra."_s},
+        {u"actElimina"_s, u"Elimina"_s, [this] { remove(); }, Icon::Delete, QKeySequence(u"Ctrl+D"_s)},
+        {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close}};
+    for (const ui::Command &command : commands)
+        addCommand(command);
     connect(tree_, &QTreeWidget::itemDoubleClicked, command(u"actRinomina"_s), &QAction::trigger);
 }
 

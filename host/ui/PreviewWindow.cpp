@@ -74,20 +74,7 @@ PreviewWindow::PreviewWindow(report::ReportSystem &system, QWidget *parent)
 {
     setObjectName(u"frmAnteprima"_s);
     setOpeningSize({900, 700});
-    addCommand({.name = u"actStampa"_s,
-                .caption = u"Stampa..."_s,
-                .run = [this] { printPages(); },
-                .icon = ui::Icon::Print,
-                .shortcut = QKeySequence(u"Ctrl+P"_s)});
-    addCommand({.name = u"actSalvaPDF"_s,
-                .caption = u"Salva in PDF..."_s,
-                .run = [this] { savePdf(); },
-                .icon = ui::Icon::Pdf,
-                .shortcut = QKeySequence(u"Ctrl+S"_s)});
-    addPageCommands();
-    addZoomCommands();
-    addCommand(
-        {.name = u"actChiudi"_s, .caption = u"Chiudi"_s, .run = [this] { closeForm(); }, .icon = ui::Icon::Close});
+    declareCommands();
 
     scroll_->setWidget(view_);
     scroll_->setAlignment(Qt::AlignCenter);
@@ -107,53 +94,28 @@ PreviewWindow::PreviewWindow(report::ReportSystem &system, QWidget *parent)
     setZoom(Fit::Width);
 }
 
-void PreviewWindow::addPageCommands()
+void PreviewWindow::declareCommands()
 {
-    struct Step
-    {
-        QString name;
-        QString caption;
-        std::function<int()> target;
-        QKeySequence shortcut;
+    using ui::Icon;
+    const auto key = [](const QString &text) { return QKeySequence(text); };
+    const QList<ui::Command> commands = {
+        {u"actStampa"_s, u"Stampa..."_s, [this] { printPages(); }, Icon::Print, key(u"Ctrl+P"_s)},
+        {u"actSalvaPDF"_s, u"Salva in PDF..."_s, [this] { savePdf(); }, Icon::Pdf, key(u"Ctrl+S"_s)},
+        {u"actPrimaPagina"_s, u"Prima pagina"_s, [this] { goToPage(0); }, Icon::Up, key(u"Ctrl+Home"_s)},
+        {u"actPaginaPrecedente"_s, u"Pagina precedente"_s, [this] { goToPage(page_ - 1); }, Icon::Up,
+         key(u"Ctrl+PgUp"_s)},
+        {u"actPaginaSuccessiva"_s, u"Pagina successiva"_s, [this] { goToPage(page_ + 1); }, Icon::Down,
+         key(u"Ctrl+PgDown"_s)},
+        {u"actUltimaPagina"_s, u"Ultima pagina"_s, [this] { goToPage(document_->pageCount() - 1); }, Icon::Down,
+         key(u"Ctrl+End"_s)},
+        {u"actIngrandisci"_s, u"Ingrandisci"_s, [this] { stepZoom(1); }, Icon::Search, key(u"Ctrl++"_s)},
+        {u"actRiduci"_s, u"Riduci"_s, [this] { stepZoom(-1); }, Icon::Search, key(u"Ctrl+-"_s)},
+        {u"actAdattaLarghezza"_s, u"Larghezza pagina"_s, [this] { setZoom(Fit::Width); }, Icon::Text},
+        {u"actPaginaIntera"_s, u"Pagina intera"_s, [this] { setZoom(Fit::Page); }, Icon::Text},
+        {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close},
     };
-    const QList<Step> steps = {
-        {u"actPrimaPagina"_s, u"Prima pagina"_s, [] { return 0; }, QKeySequence(u"Ctrl+Home"_s)},
-        {u"actPaginaPrecedente"_s, u"Pagina precedente"_s, [this] { return page_ - 1; }, QKeySequence(u"Ctrl+PgUp"_s)},
-        {u"actPaginaSuccessiva"_s, u"Pagina successiva"_s, [this] { return page_ + 1; },
-         QKeySequence(u"Ctrl+PgDown"_s)},
-        {u"actUltimaPagina"_s, u"Ultima pagina"_s, [this] { return document_->pageCount() - 1; },
-         QKeySequence(u"Ctrl+End"_s)},
-    };
-    const QList<ui::Icon> icons = {ui::Icon::Up, ui::Icon::Up, ui::Icon::Down, ui::Icon::Down};
-    for (qsizetype i = 0; i < steps.size(); ++i) {
-        addCommand({.name = steps[i].name,
-                    .caption = steps[i].caption,
-                    .run = [this, target = steps[i].target] { goToPage(target()); },
-                    .icon = icons[i],
-                    .shortcut = steps[i].shortcut});
-    }
-}
-
-void PreviewWindow::addZoomCommands()
-{
-    addCommand({.name = u"actIngrandisci"_s,
-                .caption = u"Ingrandisci"_s,
-                .run = [this] { stepZoom(1); },
-                .icon = ui::Icon::Search,
-                .shortcut = QKeySequence(u"Ctrl++"_s)});
-    addCommand({.name = u"actRiduci"_s,
-                .caption = u"Riduci"_s,
-                .run = [this] { stepZoom(-1); },
-                .icon = ui::Icon::Search,
-                .shortcut = QKeySequence(u"Ctrl+-"_s)});
-    addCommand({.name = u"actAdattaLarghezza"_s,
-                .caption = u"Larghezza pagina"_s,
-                .run = [this] { setZoom(Fit::Width); },
-                .icon = ui::Icon::Text});
-    addCommand({.name = u"actPaginaIntera"_s,
-                .caption = u"Pagina intera"_s,
-                .run = [this] { setZoom(Fit::Page); },
-                .icon = ui::Icon::Text});
+    for (const ui::Command &command : commands)
+        addCommand(command);
 }
 
 QToolBar *PreviewWindow::createToolBar()

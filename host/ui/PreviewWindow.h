@@ -72,8 +72,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void addPageCommands();
-    void addZoomCommands();
+    void declareCommands();
     QToolBar *createToolBar();
     void createRemarks();
     void showRemarks(const QStringList &remarks);

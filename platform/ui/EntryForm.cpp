@@ -31,28 +31,15 @@ EntryForm::EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *
 
 void EntryForm::declareCommands()
 {
-    addCommand({.name = u"actNuovo"_s,
-                .caption = u"Nuovo"_s,
-                .run = [this] { startNewAsking(); },
-                .icon = Icon::New,
-                .shortcut = QKeySequence(u"Ctrl+N"_s)});
-    addCommand({.name = u"actElimina"_s,
-                .caption = u"Elimina"_s,
-                .run = [this] { deleteShown(); },
-                .icon = Icon::Delete,
-                .shortcut = QKeySequence(u"Ctrl+D"_s)});
-    addCommand({.name = u"actSalva"_s,
-                .caption = u"Salva"_s,
-                .run = [this] { saveRecord(); },
-                .icon = Icon::Save,
-                .shortcut = QKeySequence(u"Ctrl+S"_s)});
-    addCommand({.name = u"actChiudi"_s, .caption = u"Chiudi"_s, .run = [this] { closeForm(); }, .icon = Icon::Close});
-    addCommand({.name = u"actRecupera"_s,
-                .caption = u"Recupera"_s,
-                .run = [this] { bringBack(); },
-                .icon = Icon::Recover,
-                .shortcut = QKeySequence(u"Ctrl+R"_s),
-                .hint = u"Riporta nella maschera i dati non salvati che sono stati abbandonati per ultimi"_s});
+    const QList<Command> commands = {
+        {u"actNuovo"_s, u"Nuovo"_s, [this] { startNewAsking(); }, Icon::New, QKeySequence(u"Ctrl+N"_s)},
+        {u"actElimina"_s, u"Elimina"_s, [this] { deleteShown(); }, Icon::Delete, QKeySequence(u"Ctrl+D"_s)},
+        {u"actSalva"_s, u"Salva"_s, [this] { saveRecord(); }, Icon::Save, QKeySequence(u"Ctrl+S"_s)},
+        {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close},
+        {u"actRecupera"_s, u"Recupera"_s, [this] { bringBack(); }, Icon::Recover, QKeySequence(u"Ctrl+R"_s),
+         u"Riporta nella maschera i dati non salvati che sono stati abbandonati per ultimi"_s}};
+    for (const Command &command : commands)
+        addCommand(command);
 }
 
 void EntryForm::start(const QStringList &commands)
