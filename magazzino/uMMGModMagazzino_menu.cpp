@@ -23,42 +23,32 @@ struct Container
 };
 
 // In the order in which they are merged into the host's main menu.
-const QList<Container> &menuSpecs()
-{
-    static const QList<Container> menus = {
-        {u"mnDocumenti"_s,
-         u"Documenti"_s,
-         {{u"actRicercaDdTScarico"_s, u"D.d.T. di scarico"_s},
-          {},
-          {u"actRicercaFattureAccompagnatorie"_s, u"Fatture Accompagnatorie"_s},
-          {}}},
-        {u"mnTabelle"_s, u"Tabelle"_s, {{u"actRicercaCausaliTrasporto"_s, {}}, {u"actRicercaTipiTrasporto"_s, {}}}},
-        {u"mnMagazzino"_s,
-         u"Magazzino"_s,
-         {{u"actRicercaBolleCarico"_s, {}},
-          {},
-          {u"actRicercaMovimentiMagazzino"_s, {}},
-          {u"actStampaInventario"_s, {}},
-          {u"actStampaInventarioValorizzato"_s, {}},
-          {u"actStampaSottoscortaRiordino"_s, {}}}},
-        {u"mnAnagrafiche"_s, u"Anagrafiche"_s, {{u"actRicercaFornitori"_s, {}}, {u"actRicercaVettori"_s, {}}}},
-        {u"mnStrumenti"_s, u"Strumenti"_s, {{u"actFattureElettroniche"_s, {}}}},
-    };
-    return menus;
-}
+const QList<Container> menuSpecs = {
+    {u"mnDocumenti"_s,
+     u"Documenti"_s,
+     {{u"actRicercaDdTScarico"_s, u"D.d.T. di scarico"_s},
+      {},
+      {u"actRicercaFattureAccompagnatorie"_s, u"Fatture Accompagnatorie"_s},
+      {}}},
+    {u"mnTabelle"_s, u"Tabelle"_s, {{u"actRicercaCausaliTrasporto"_s, {}}, {u"actRicercaTipiTrasporto"_s, {}}}},
+    {u"mnMagazzino"_s,
+     u"Magazzino"_s,
+     {{u"actRicercaBolleCarico"_s, {}},
+      {},
+      {u"actRicercaMovimentiMagazzino"_s, {}},
+      {u"actStampaInventario"_s, {}},
+      {u"actStampaInventarioValorizzato"_s, {}},
+      {u"actStampaSottoscortaRiordino"_s, {}}}},
+    {u"mnAnagrafiche"_s, u"Anagrafiche"_s, {{u"actRicercaFornitori"_s, {}}, {u"actRicercaVettori"_s, {}}}},
+    {u"mnStrumenti"_s, u"Strumenti"_s, {{u"actFattureElettroniche"_s, {}}}},
+};
 
-const QList<Container> &toolBarSpecs()
-{
-    static const QList<Container> bars = {
-        {u"tBarMMGDocumenti"_s,
-         u"Documenti"_s,
-         {{u"actRicercaFattureAccompagnatorie"_s, {}},
-          {u"actRicercaBolleCarico"_s, {}},
-          {u"actRicercaDdTScarico"_s, {}}}},
-        {u"tBarMMGAnagrafiche"_s, u"Anagrafiche"_s, {{u"actRicercaFornitori"_s, {}}}},
-    };
-    return bars;
-}
+const QList<Container> toolBarSpecs = {
+    {u"tBarMMGDocumenti"_s,
+     u"Documenti"_s,
+     {{u"actRicercaFattureAccompagnatorie"_s, {}}, {u"actRicercaBolleCarico"_s, {}}, {u"actRicercaDdTScarico"_s, {}}}},
+    {u"tBarMMGAnagrafiche"_s, u"Anagrafiche"_s, {{u"actRicercaFornitori"_s, {}}}},
+};
 
 struct Hint
 {
@@ -67,18 +57,14 @@ struct Hint
     QString text;
 };
 
-const QList<Hint> &hintSpecs()
-{
-    static const QList<Hint> hints = {
-        {u"actRicercaFattureAccompagnatorie"_s, u"Ricerca Fatture Accompagnatorie"_s,
-         u"Apre la maschera di ricerca delle Fatture Immediate Accompagnatorie."_s},
-        {u"actRicercaDdTScarico"_s, u"Ricerca D.d.T. di scarico"_s,
-         u"Apre la maschera di ricerca dei D.d.T. di scarico."_s},
-        {u"actFattureElettroniche"_s, u"Fatture elettroniche"_s,
-         u"Controlla le fatture accompagnatorie, ne scrive i file e legge le ricevute."_s},
-    };
-    return hints;
-}
+const QList<Hint> hintSpecs = {
+    {u"actRicercaFattureAccompagnatorie"_s, u"Ricerca Fatture Accompagnatorie"_s,
+     u"Apre la maschera di ricerca delle Fatture Immediate Accompagnatorie."_s},
+    {u"actRicercaDdTScarico"_s, u"Ricerca D.d.T. di scarico"_s,
+     u"Apre la maschera di ricerca dei D.d.T. di scarico."_s},
+    {u"actFattureElettroniche"_s, u"Fatture elettroniche"_s,
+     u"Controlla le fatture accompagnatorie, ne scrive i file e legge le ricevute."_s},
+};
 
 // A menu item with a caption of its own runs the action and follows its state.
 QAction *renamed(QAction *action, const QString &caption, QObject *parent)
@@ -96,7 +82,7 @@ void TMMGModMagazzino::createMenus()
 {
     mnModMagazzino = new QMenu(this);
     mnModMagazzino->setObjectName(u"mnModMagazzino"_s);
-    for (const Container &spec : menuSpecs()) {
+    for (const Container &spec : menuSpecs) {
         auto *menu = new QMenu(spec.caption, this);
         menu->setObjectName(spec.name);
         for (const Entry &entry : spec.entries) {
@@ -113,14 +99,14 @@ void TMMGModMagazzino::createMenus()
 
 void TMMGModMagazzino::createToolBars()
 {
-    for (const Container &spec : toolBarSpecs()) {
+    for (const Container &spec : toolBarSpecs) {
         auto *bar = new QToolBar(spec.caption, this);
         bar->setObjectName(spec.name);
         for (const Entry &entry : spec.entries)
             bar->addAction(action(entry.action));
         toolBars_.append(bar);
     }
-    for (const Hint &hint : hintSpecs()) {
+    for (const Hint &hint : hintSpecs) {
         action(hint.action)->setToolTip(u"<b>%1</b><br>%2"_s.arg(hint.title, hint.text));
         action(hint.action)->setStatusTip(hint.text);
     }

@@ -35,17 +35,13 @@ struct StartButton
     FirstStart choice;
 };
 
-const QList<StartButton> &startButtons()
-{
-    static const QList<StartButton> all = {
-        {u"cmdDemo"_s, u"Provare con l'azienda dimostrativa"_s,
-         u"Dati inventati, per imparare senza timore di sbagliare."_s, FirstStart::Demo},
-        {u"cmdNuovaAzienda"_s, u"Creare la propria azienda"_s,
-         u"Un nuovo archivio, su questo computer oppure su un server."_s, FirstStart::NewFirm},
-        {u"cmdApri"_s, u"Aprire un archivio esistente"_s,
-         u"Un file di questo computer oppure il database di un server Firebird già in uso."_s, FirstStart::Open}};
-    return all;
-}
+const QList<StartButton> startButtons = {
+    {u"cmdDemo"_s, u"Provare con l'azienda dimostrativa"_s,
+     u"Dati inventati, per imparare senza timore di sbagliare."_s, FirstStart::Demo},
+    {u"cmdNuovaAzienda"_s, u"Creare la propria azienda"_s,
+     u"Un nuovo archivio, su questo computer oppure su un server."_s, FirstStart::NewFirm},
+    {u"cmdApri"_s, u"Aprire un archivio esistente"_s,
+     u"Un file di questo computer oppure il database di un server Firebird già in uso."_s, FirstStart::Open}};
 
 /// The inputs of a new firm, in the order of the Tab key.
 class NewFirmDialog : public ui::FormDialog
@@ -185,7 +181,7 @@ FirstStart askFirstStart(const QString &tried)
     auto *title = new QLabel(
         u"<big><b>Come si vuole %1?</b></big>"_s.arg(tried.isEmpty() ? u"cominciare"_s : u"continuare"_s), &dialog);
     layout->addWidget(title);
-    QList<StartButton> buttons = startButtons();
+    QList<StartButton> buttons = startButtons;
     if (!tried.isEmpty())
         buttons.prepend({u"cmdRiprova"_s, u"Riprovare"_s, tried, FirstStart::Again});
     FirstStart choice = FirstStart::GiveUp;

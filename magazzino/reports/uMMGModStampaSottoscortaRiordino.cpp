@@ -19,11 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList &choices()
-{
-    static const QStringList texts = {u"Articoli in sottoscorta"_s, u"Articoli in riordino"_s};
-    return texts;
-}
+const QStringList choices = {u"Articoli in sottoscorta"_s, u"Articoli in riordino"_s};
 
 } // namespace
 
@@ -60,7 +56,7 @@ TMMGModStampaSottoscortaRiordino::TMMGModStampaSottoscortaRiordino(QWidget *owne
     auto *box = new QGroupBox(u" Tipo di stampa "_s, this);
     box->setObjectName(u"grpTipoStampa"_s);
     auto *items = new QVBoxLayout(box);
-    for (const QString &choice : choices()) {
+    for (const QString &choice : choices) {
         auto *button = new QRadioButton(choice, box);
         type_->addButton(button, static_cast<int>(type_->buttons().size()));
         items->addWidget(button);
@@ -104,5 +100,5 @@ void StampaSottoscortaRiordino(const TMMGModStampaSottoscortaRiordino &dialog)
         core::inform(&module, u"Nessun dato da stampare."_s);
         return;
     }
-    StampaElenco(u"SottoscortaRiordino"_s, choices().value(dialog.tipoStampa()));
+    StampaElenco(u"SottoscortaRiordino"_s, choices.value(dialog.tipoStampa()));
 }
