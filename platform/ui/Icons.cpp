@@ -46,6 +46,13 @@ const QHash<Icon, Drawing> &drawings()
     return all;
 }
 
+// Each is made once: the style draws some twenty pictures for one, and Qt keeps up to ten megabytes of what is shown.
+QHash<Icon, QIcon> &made()
+{
+    static QHash<Icon, QIcon> icons;
+    return icons;
+}
+
 } // namespace
 
 void useIconTheme()
@@ -57,12 +64,20 @@ void useIconTheme()
     constexpr int half = 128;
     const bool isDark = QApplication::palette().color(QPalette::Window).lightness() < half;
     QIcon::setThemeName(isDark ? u"breeze-dark"_s : u"breeze"_s);
+    made().clear();
 }
 
 QIcon icon(Icon which)
 {
-    const Drawing drawing = drawings().value(which);
-    return QIcon::fromTheme(drawing.name, QApplication::style()->standardIcon(drawing.instead));
+    QHash<Icon, QIcon> &icons = made();
+    // Pictures end with the application.
+    if (icons.isEmpty())
+        qAddPostRoutine([] { made().clear(); });
+    if (!icons.contains(which)) {
+        const Drawing drawing = drawings().value(which);
+        icons.insert(which, QIcon::fromTheme(drawing.name, QApplication::style()->standardIcon(drawing.instead)));
+    }
+    return icons.value(which);
 }
 
 } // namespace ui
