@@ -69,63 +69,51 @@ qsizetype alike(const QList<Change> &changes, qsizetype first)
     return next - first;
 }
 
-/// A block that inserts rows and gives back for each what RETURNING gives for one.
-class InsertBlock
+// A block that inserts rows and gives back for each what RETURNING gives for one.
+QString makeInsertBlock(const QString &table, const QStringList &names, const QStringList &given, qsizetype rows)
 {
-public:
-    InsertBlock(const QString &table, const QStringList &names, const QStringList &given)
-        : table_(table)
-        , names_(names)
-        , given_(given)
-    {
-        for (const QString &column : given)
-            results_.append(typed(u"R_"_s + column, column));
-    }
-
-    void addRow(const QVariantList &values)
-    {
+    const auto typed = [&table](const QString &variable, const QString &column) {
+        return u"%1 TYPE OF COLUMN %2.%3"_s.arg(variable, table, column);
+    };
+    QStringList results;
+    for (const QString &column : given)
+        results.append(typed(u"R_"_s + column, column));
+    QStringList parameters;
+    QString body;
+    for (qsizetype row = 0; row < rows; ++row) {
         QStringList variables;
-        for (const QString &column : names_) {
-            const QString variable = u"P%1"_s.arg(parameters_.size());
-            parameters_.append(typed(variable, column) + u" = ?"_s);
+        for (const QString &column : names) {
+            const QString variable = u"P%1"_s.arg(parameters.size());
+            parameters.append(typed(variable, column) + u" = ?"_s);
             variables.append(u':' + variable);
         }
-        body_ += u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4 INTO :R_%5; SUSPEND; "_s.arg(
-            table_, names_.join(u", "_s), variables.join(u", "_s), given_.join(u", "_s), given_.join(u", :R_"_s));
-        values_ += values;
+        body += u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4 INTO :R_%5; SUSPEND; "_s.arg(
+            table, names.join(u", "_s), variables.join(u", "_s), given.join(u", "_s), given.join(u", :R_"_s));
     }
+    return u"EXECUTE BLOCK (%1) RETURNS (%2) AS BEGIN %3END"_s.arg(parameters.join(u", "_s), results.join(u", "_s),
+                                                                   body);
+}
 
-    QString sql() const
-    {
-        return u"EXECUTE BLOCK (%1) RETURNS (%2) AS BEGIN %3END"_s.arg(parameters_.join(u", "_s),
-                                                                       results_.join(u", "_s), body_);
-    }
-    const QVariantList &values() const { return values_; }
-
-private:
-    QString typed(const QString &variable, const QString &column) const
-    {
-        return u"%1 TYPE OF COLUMN %2.%3"_s.arg(variable, table_, column);
-    }
-
-    QString table_;
-    QStringList names_;
-    QStringList given_;
-    QStringList results_;
-    QStringList parameters_;
-    QString body_;
-    QVariantList values_;
-};
+// The forms have a few of them; making the text takes as long as the database takes for a row.
+QString insertBlock(const QString &table, const QStringList &names, const QStringList &given, qsizetype rows)
+{
+    static thread_local QHash<QString, QString> made;
+    const QString key = u"%1(%2) %3 %4"_s.arg(table, names.join(u','), given.join(u','), QString::number(rows));
+    if (!made.contains(key))
+        made.insert(key, makeInsertBlock(table, names, given, rows));
+    return made.value(key);
+}
 
 template <typename Change>
 void insertTogether(Connection &connection, const UpdateTarget &target, Rows &rows, const QList<Change> &changes)
 {
     const Change &first = changes.constFirst();
     const QList<int> given = givenBack(rows, rows.indexOf(target.key), first);
-    InsertBlock block(target.table, namesOf(rows, first.columns), namesOf(rows, given));
+    QVariantList values;
     for (const Change &change : changes)
-        block.addRow(valuesOf(rows, change));
-    const Rows answer = connection.run(block.sql(), block.values());
+        values += valuesOf(rows, change);
+    const QString sql = insertBlock(target.table, namesOf(rows, first.columns), namesOf(rows, given), changes.size());
+    const Rows answer = connection.run(sql, values);
     for (qsizetype row = 0; row < changes.size(); ++row)
         takeBack(rows, changes[row], given, answer.values(row));
 }
