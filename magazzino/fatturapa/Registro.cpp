@@ -7,6 +7,7 @@
 #include "platform/core/Clock.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
+#include "platform/data/Latest.h"
 
 #include <QCryptographicHash>
 
@@ -98,9 +99,10 @@ QString improntaDi(const QByteArray &contenuto)
 std::optional<FileRegistrato> ultimoFile(data::Connection &connection, int fattura)
 {
     const data::Rows rows =
-        connection.run(u"SELECT FIRST 1 IDFATTURA_ELETTRONICA, NOME, STATO, MODIFICATA_IL FROM FATTURE_ELETTRONICHE "
-                       "WHERE DOCUMENTO = ? AND IDDOCUMENTO = ? ORDER BY IDFATTURA_ELETTRONICA DESC"_s,
-                       {fatturaAccompagnatoria().table, fattura});
+        data::latest(connection,
+                     u"SELECT FIRST 1 IDFATTURA_ELETTRONICA, NOME, STATO, MODIFICATA_IL FROM FATTURE_ELETTRONICHE "
+                     "WHERE DOCUMENTO = ? AND IDDOCUMENTO = ? ORDER BY IDFATTURA_ELETTRONICA DESC"_s,
+                     {fatturaAccompagnatoria().table, fattura});
     if (rows.isEmpty())
         return {};
     return FileRegistrato{rows.integer(0, u"IDFATTURA_ELETTRONICA"), rows.text(0, u"NOME"), rows.text(0, u"STATO"),

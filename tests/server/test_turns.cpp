@@ -29,7 +29,8 @@ private Q_SLOTS:
     void document()
     {
         const test::Document document(place(), test::kindOfRow());
-        // An invoice takes 26 and a receipt 18, a few more on a busy machine; a turn for each row would be ten more.
+        // An invoice's right is asked for besides, and its electronic file is looked for before, marked and looked at;
+        // on a busy machine a few more are counted. A turn for each row would be ten more.
         const int most = &test::kindOfRow() == &test::accompanyingInvoice() ? 32 : 25;
         // The first save prepares the statements.
         for (int time = 0; time < 2; ++time) {
