@@ -3,6 +3,7 @@
 #include "platform/core/Error.h"
 
 #include <QSqlError>
+#include <QSqlQuery>
 
 using namespace Qt::StringLiterals;
 
@@ -40,19 +41,14 @@ Bare::~Bare()
 
 qint64 Bare::fetch(const QString &sql) const
 {
-    qint64 rows = 0;
-    fetch(sql, [&rows](const QSqlQuery &) { ++rows; });
-    return rows;
-}
-
-void Bare::fetch(const QString &sql, const std::function<void(const QSqlQuery &)> &row) const
-{
     QSqlQuery query(database_);
     query.setForwardOnly(true);
     require(query.exec(sql), query);
+    qint64 rows = 0;
     while (query.next())
-        row(query);
+        ++rows;
     require(!query.lastError().isValid(), query);
+    return rows;
 }
 
 void Bare::begin()
@@ -63,20 +59,6 @@ void Bare::begin()
 void Bare::commit()
 {
     require(database_.commit(), database_);
-}
-
-QSqlQuery Bare::prepared(const QString &sql) const
-{
-    QSqlQuery query(database_);
-    require(query.prepare(sql), query);
-    return query;
-}
-
-void Bare::run(QSqlQuery &query, const QVariantList &values)
-{
-    for (int i = 0; i < values.size(); ++i)
-        query.bindValue(i, values[i]);
-    require(query.exec(), query);
 }
 
 } // namespace bench

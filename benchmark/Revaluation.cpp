@@ -6,8 +6,6 @@
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace bench {
@@ -16,31 +14,20 @@ namespace {
 
 constexpr int movementsOfOne = 500;
 
-struct Issue
-{
-    int id;
-    double value;
-    double amount;
-};
-
-// The movements read once in their order, then every issue written, in the order in which they are stored.
-void revalueBare(Bare &bare, const QString &where)
+// Inside the server: the movements read once in their order, then every issue written, in the order in which they are
+// stored.
+void revalueBare(Bare &bare, const QString &which)
 {
     bare.begin();
-    {
-        QList<Issue> issues;
-        bare.fetch(u"SELECT IDMOVI_MAGA, CODICE, DATA_MOVIMENTO, TIPO_MOVIMENTO, QUANTITA, VALORE, VALORE_IMPORTO FROM "
-                   "MOVI_MAGA %1 ORDER BY UPPER(CODICE), DATA_MOVIMENTO, IDMOVI_MAGA"_s.arg(where),
-                   [&issues](const QSqlQuery &row) {
-                       if (row.value(3).toString() == u"Scarico")
-                           issues.append({row.value(0).toInt(), row.value(5).toDouble(), row.value(6).toDouble()});
-                   });
-        std::sort(issues.begin(), issues.end(), [](const Issue &a, const Issue &b) { return a.id < b.id; });
-        QSqlQuery update =
-            bare.prepared(u"UPDATE MOVI_MAGA SET VALORE = ?, VALORE_IMPORTO = ? WHERE IDMOVI_MAGA = ?"_s);
-        for (const Issue &issue : std::as_const(issues))
-            Bare::run(update, {issue.value, issue.amount, issue.id});
-    }
+    bare.fetch(uR"(EXECUTE BLOCK RETURNS (N INTEGER) AS DECLARE I INTEGER; DECLARE Q DECIMAL(13, 2);
+DECLARE V DECIMAL(13, 2); BEGIN
+  N = 0;
+  FOR SELECT IDMOVI_MAGA, QUANTITA, VALORE_IMPORTO FROM MOVI_MAGA WHERE %1
+    ORDER BY UPPER(CODICE), DATA_MOVIMENTO, IDMOVI_MAGA INTO :I, :Q, :V DO N = N + 1;
+  UPDATE MOVI_MAGA SET VALORE = ABS(VALORE), VALORE_IMPORTO = QUANTITA * ABS(VALORE)
+    WHERE %1 AND TIPO_MOVIMENTO = 'Scarico';
+  SUSPEND;
+END)"_s.arg(which));
     bare.commit();
 }
 
@@ -63,10 +50,10 @@ void measureRevaluation(Bench &bench)
     const QString code = articleCode(bench.size.articles);
     makeMovements(bench.program().connection(), code, movementsOfOne);
     bench.add({.program = [&] { RivalorizzaScarichiMagazzino(code, true); },
-               .floor = [&] { revalueBare(bench.bare(), u"WHERE UPPER(CODICE) = "_s + data::quoted(code)); }},
+               .floor = [&] { revalueBare(bench.bare(), u"UPPER(CODICE) = "_s + data::quoted(code)); }},
               {.workload = u"revaluation of one article, 500 movements"_s, .rows = movementsOfOne, .target = 2});
     bench.add({.program = [&] { revalueEveryArticle(bench.program().connection()); },
-               .floor = [&] { revalueBare(bench.bare(), {}); },
+               .floor = [&] { revalueBare(bench.bare(), u"1 = 1"_s); },
                .runs = 5},
               {.workload = u"revaluation of every article"_s, .rows = bench.movements(), .target = 2});
 }
