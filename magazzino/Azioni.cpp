@@ -1,5 +1,6 @@
 #include "magazzino/Azioni.h"
 
+#include "magazzino/documents/DocumentKind.h"
 #include "magazzino/forms/uMMGFattureElettroniche.h"
 #include "magazzino/forms/uMMGInserimentoBolleCarico.h"
 #include "magazzino/forms/uMMGInserimentoCausaliTrasporto.h"
@@ -93,8 +94,8 @@ const QList<ui::ActionSpec> &moduleActions()
         shows<TMMGRicercaDdTScarico>(ricerca, u"D.d.T."_s),
         selects<TMMGModSelezionaTipoPagamento>(u"Seleziona tipo di pagamento"_s),
         shows<TMMGInserimentoFattureAccompagnatorie>(inserimento, u"Inserimento fatture accompagnatorie"_s),
-        shows<TMMGRicercaFattureAccompagnatorie>(ricerca, u"Fatt. Acc."_s, u"Fatture acc. (visualizzazione)"_s),
-        shows<TMMGFattureElettroniche>(ricerca, u"Fatture elettroniche"_s, u"Fatture acc. (visualizzazione)"_s),
+        shows<TMMGRicercaFattureAccompagnatorie>(ricerca, u"Fatt. Acc."_s, fatturaAccompagnatoria().viewRight),
+        shows<TMMGFattureElettroniche>(ricerca, u"Fatture elettroniche"_s, fatturaAccompagnatoria().viewRight),
         shows<TMMGRicercaMovimentiMagazzino>(ricerca, u"Gestione movimenti di magazzino"_s),
         shows<TMMGStampaInventario>(stampe, u"Stampa inventario"_s),
         shows<TMMGInserimentoMovimentiMagazzino>(inserimento, u"Nuovo movimento di magazzino"_s),

@@ -20,6 +20,7 @@ const QString tablesOnly = u"0.1.0"_s;
 const QString baseVersion = u"1.0.0"_s; // what the first release made
 const QString invoiceCodesVersion = u"1.1.0"_s;
 const QString invoiceFilesVersion = u"1.2.0"_s;
+const QString paymentDaysVersion = u"1.3.0"_s;
 
 QStringList createTables()
 {
@@ -69,6 +70,12 @@ QStringList createInvoiceFiles()
                u"CREATE TRIGGER TG_BU_FATTURE_ELETTRONICHE FOR FATTURE_ELETTRONICHE BEFORE UPDATE OR DELETE AS BEGIN "
                "IF (DELETING OR NEW.NOME <> OLD.NOME OR NEW.IMPRONTA <> OLD.IMPRONTA OR NEW.CONTENUTO IS DISTINCT "
                "FROM OLD.CONTENUTO) THEN EXCEPTION EX_FATTURE_ELETTRONICHE; END"_s};
+}
+
+// When what is paid so is due.
+QStringList addPaymentDays()
+{
+    return {u"ALTER TABLE TIPI_PAGAMENTO ADD DECORRENZA VARCHAR(2), ADD GIORNI INTEGER"_s};
 }
 
 void insertFirstRows(data::Connection &connection)
@@ -121,6 +128,10 @@ const QList<schema::Step> &hostSteps()
          .fromVersion = invoiceCodesVersion,
          .statements = createInvoiceFiles(),
          .toVersion = invoiceFilesVersion},
+        {.object = hostObject,
+         .fromVersion = invoiceFilesVersion,
+         .statements = addPaymentDays(),
+         .toVersion = paymentDaysVersion},
     };
     return steps;
 }

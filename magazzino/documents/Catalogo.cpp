@@ -23,22 +23,6 @@ QString keyOfTable(const QString &tipo)
     return tipo == tipoRiga::servizio ? u"IDSERVIZIO"_s : u"IDANA_MAGA"_s;
 }
 
-QString searchable(const QString &text)
-{
-    QString plain;
-    plain.reserve(text.size());
-    for (const QChar letter : text.normalized(QString::NormalizationForm_D)) {
-        if (!letter.isMark())
-            plain.append(letter);
-    }
-    return data::capitalsOf(plain);
-}
-
-bool hasAll(const QString &text, const QStringList &words)
-{
-    return std::all_of(words.begin(), words.end(), [&](const QString &word) { return text.contains(word); });
-}
-
 } // namespace
 
 Catalogo::Catalogo(const QString &tipo)
@@ -56,17 +40,17 @@ void Catalogo::refresh()
         "LEFT JOIN UM ON UM.IDUM = VOCI.IDUM ORDER BY UPPER(VOCI.CODICE)"_s.arg(keyOfTable(tipo_), tableOf(tipo_)));
     QList<VoceCatalogo> voci;
     voci.reserve(rows.size());
+    words_.reset(rows.size());
     for (qsizetype row = 0; row < rows.size(); ++row) {
         const QVariantList &values = rows.values(row);
-        VoceCatalogo voce{.id = values[0].toInt(),
-                          .codice = values[1].toString(),
-                          .descrizione = values[2].toString(),
-                          .um = values[5].toString(),
-                          .prezzo = values[3].toDouble(),
-                          .costo = values[4].toDouble()};
-        voce.codiceCercato = searchable(voce.codice);
-        voce.testoCercato = voce.codiceCercato + u' ' + searchable(voce.descrizione);
-        voci.append(std::move(voce));
+        const VoceCatalogo voce{.id = values[0].toInt(),
+                                .codice = values[1].toString(),
+                                .descrizione = values[2].toString(),
+                                .um = values[5].toString(),
+                                .prezzo = values[3].toDouble(),
+                                .costo = values[4].toDouble()};
+        words_.add({voce.codice}, {voce.descrizione});
+        voci.append(voce);
     }
     voci_ = std::move(voci);
     readAt_ = now;
@@ -74,24 +58,10 @@ void Catalogo::refresh()
 
 QList<VoceCatalogo> Catalogo::find(const QString &text, qsizetype most) const
 {
-    const QString wanted = searchable(text).simplified();
-    if (wanted.isEmpty())
-        return {};
-    const QStringList words = wanted.split(u' ');
-    QList<VoceCatalogo> beginning;
-    QList<VoceCatalogo> inCode;
-    QList<VoceCatalogo> inText;
-    for (const VoceCatalogo &voce : voci_) {
-        if (voce.codiceCercato.startsWith(wanted))
-            beginning.append(voce);
-        else if (inCode.size() < most && voce.codiceCercato.contains(wanted))
-            inCode.append(voce);
-        else if (inText.size() < most && hasAll(voce.testoCercato, words))
-            inText.append(voce);
-        if (beginning.size() == most)
-            break;
-    }
-    return (beginning + inCode + inText).mid(0, most);
+    QList<VoceCatalogo> found;
+    for (const qsizetype position : words_.find(text, most))
+        found.append(voci_[position]);
+    return found;
 }
 
 int Catalogo::keyOf(const QString &codice) const

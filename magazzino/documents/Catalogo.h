@@ -1,4 +1,6 @@
 #pragma once
+#include "platform/data/WordIndex.h"
+
 #include <QDateTime>
 #include <QHash>
 #include <QList>
@@ -11,10 +13,8 @@ struct VoceCatalogo
     QString codice;
     QString descrizione;
     QString um;
-    double prezzo = 0;          ///< EUR per unit
-    double costo = 0;           ///< EUR per unit
-    QString codiceCercato = {}; ///< in capitals, without accents
-    QString testoCercato = {};  ///< code and description likewise
+    double prezzo = 0; ///< EUR per unit
+    double costo = 0;  ///< EUR per unit
 };
 
 /// The articles or the services of the firm, held in memory: searching them by a key's stroke asks nobody.
@@ -28,8 +28,8 @@ public:
     bool isLoaded() const { return readAt_.isValid(); }
     /// Reads them all, unless that was done a moment ago. Throws data::DatabaseError; what was read before stays.
     void refresh();
-    /// At most `most` of those that have every word of `text` in code or description, whatever case and accents: first
-    /// whose code begins with it, then whose code contains it, each group by code. Nothing for a text of blanks.
+    /// At most `most` of those that have every word of `text` in code or description, each group of
+    /// data::WordIndex::find() by code.
     QList<VoceCatalogo> find(const QString &text, qsizetype most) const;
     /// Key of the one with the whole code, compared without case, as the database has it now; -1 for none. Throws
     /// data::DatabaseError.
@@ -38,6 +38,7 @@ public:
 private:
     QString tipo_;
     QList<VoceCatalogo> voci_;
+    data::WordIndex words_;
     QDateTime readAt_;
 };
 

@@ -243,6 +243,7 @@ const DocumentKind &fatturaAccompagnatoria()
                               .canDelete = CanDeleteFatturaAccompagnatoria,
                               .keptText = u"Non è possibile eliminare questa fattura,\n\ril suo file elettronico è già "
                                           "stato scritto!"_s,
+                              .viewRight = u"Fatture acc. (visualizzazione)"_s,
                               .editRight = u"Fatture acc. (modifica)"_s,
                               .deleteRight = u"Fatture acc. (eliminazione)"_s,
                               .movement = {.note = u"Fattura immediata accompagnatoria n. "_s},

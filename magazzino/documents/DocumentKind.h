@@ -80,7 +80,8 @@ struct DocumentKind
     QString deletionRoutine;             ///< the same of a deletion
     bool (*canDelete)(int id) = nullptr; ///< always while null
     QString keptText;                    ///< what is told when it cannot be deleted
-    QString editRight;                   ///< named rights, not needed while empty
+    QString viewRight;                   ///< named rights, not needed while empty
+    QString editRight;
     QString deleteRight;
 
     UnitPrice unitPrice = nullptr; ///< the price that is typed: cost of a receipt, sale price of an issue

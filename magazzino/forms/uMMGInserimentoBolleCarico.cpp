@@ -21,9 +21,14 @@ TMMGInserimentoBolleCarico::TMMGInserimentoBolleCarico(QWidget *owner)
     layout->addWidget(createTransport());
     layout->addStretch();
 
-    refuseIf([this] { return supplier_->isEmpty(0); }, u"Non è stato selezionato un fornitore!"_s);
-    refuseIf([this] { return transportType_->key() < 1; }, u"Non è stato selezionato un tipo di trasporto!"_s);
-    refuseIf([this] { return transportReason_->key() < 1; }, u"Non è stata indicata la causale del trasporto!"_s);
+    require(
+        supplierInput_, [this] { return supplier_->isEmpty(0); }, u"Non è stato selezionato un fornitore!"_s);
+    require(
+        transportType_->input(), [this] { return transportType_->key() < 1; },
+        u"Non è stato selezionato un tipo di trasporto!"_s);
+    require(
+        transportReason_->widget(), [this] { return transportReason_->key() < 1; },
+        u"Non è stata indicata la causale del trasporto!"_s);
     finishLayout();
     // "Nuovo" leaves the list as it is; this is intended.
     connect(&Modulo(), &TMMGModMagazzino::tableChanged, this, [this](const QString &table) {
@@ -44,7 +49,15 @@ QGroupBox *TMMGInserimentoBolleCarico::createSupplier()
                                   .icon = ui::Icon::Choose,
                                   .shortcut = QKeySequence(u"Ctrl+F"_s)});
     layout->addWidget(supplier_->widget());
-    layout->addWidget(commandButton(choose, u"cmdSelezionaFornitore"_s, box), 0, Qt::AlignLeft);
+    supplierInput_ = createPick(
+        u"txtFornitoreCerca"_s, anagraficaSource(u"FORNITORI"_s, u"IDFORNITORE"_s), [this](int id) { setSupplier(id); },
+        [choose] { choose->trigger(); }, box);
+    auto *line = new QHBoxLayout;
+    line->addWidget(ui::requiredMark(box));
+    line->addWidget(commandButton(choose, u"cmdSelezionaFornitore"_s, box));
+    line->addWidget(supplierInput_, 1);
+    line->addStretch();
+    layout->addLayout(line);
     return box;
 }
 
@@ -62,7 +75,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransportType()
     };
     transportType_ = declare(transportTypeField(run, box));
     auto *layout = new QVBoxLayout(box);
-    layout->addWidget(transportType_->widget());
+    layout->addLayout(marked(transportType_->widget()));
     return box;
 }
 
@@ -77,6 +90,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
                                        .textColumn = u"CAUSALE_TRASPORTO"_s,
                                        .sql = u"SELECT * FROM CAUSALI_TRASPORTO ORDER BY UPPER(CAUSALE_TRASPORTO)"_s},
                                       u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, box));
+    transportReason_->setRequired();
     auto *appearance = declare(appearanceField(u"Aspetto esteriore dei beni"_s, box));
     auto *packages = declare(packagesField(box));
     auto *weight = declare(weightField(box));
@@ -110,12 +124,21 @@ void TMMGInserimentoBolleCarico::selezionaTipoTrasporto()
 
 void TMMGInserimentoBolleCarico::selezionaFornitore()
 {
-    const auto chosen = chooseRecord(u"actModSelezionaFornitore"_s);
-    if (!chosen)
-        return;
-    const TFornitore supplier = GetFornitore(chosen->key);
+    if (const auto chosen = chooseRecord(u"actModSelezionaFornitore"_s))
+        setSupplier(chosen->key);
+}
+
+void TMMGInserimentoBolleCarico::setSupplier(int id)
+{
+    const TFornitore supplier = GetFornitore(id);
     if (supplier.id <= 0)
         return;
     supplier_->setValues(anagraficaValues(supplier));
     DataChanged();
+    counterpartChosen(supplier.codice);
+}
+
+QList<std::pair<ui::Field *, QString>> TMMGInserimentoBolleCarico::asLastTime() const
+{
+    return {{transportType_, u"TIPO_TRASPORTO"_s}, {transportReason_, u"CAUSALE_TRASPORTO"_s}};
 }

@@ -15,13 +15,18 @@ class TMMGInserimentoBolleCarico : public TMMGInserimentoDocumento
 public:
     explicit TMMGInserimentoBolleCarico(QWidget *owner);
 
+protected:
+    QList<std::pair<ui::Field *, QString>> asLastTime() const override;
+
 private:
     QGroupBox *createSupplier();
     QGroupBox *createTransportType();
     QGroupBox *createTransport();
     void selezionaFornitore();
+    void setSupplier(int id);
     void selezionaTipoTrasporto();
 
+    ui::PickInput *supplierInput_ = nullptr;
     ui::RecordLabels *supplier_ = nullptr;
     ui::ChoiceField *transportType_ = nullptr;
     ui::DropDownField *transportReason_ = nullptr;

@@ -15,8 +15,12 @@ TMMGInserimentoDdTScarico::TMMGInserimentoDdTScarico(QWidget *owner)
 {
     layOutGeneralPage(createAddressee());
     refuseWithoutCustomer();
-    refuseIf([this] { return transportType()->key() <= 0; }, u"Non è stato selezionato un tipo di trasporto!"_s);
-    refuseIf([this] { return transportReason()->key() <= 0; }, u"Non è stato selezionata una causale di trasporto!"_s);
+    require(
+        transportType()->input(), [this] { return transportType()->key() <= 0; },
+        u"Non è stato selezionato un tipo di trasporto!"_s);
+    require(
+        transportReason()->input(), [this] { return transportReason()->key() <= 0; },
+        u"Non è stato selezionata una causale di trasporto!"_s);
     askWithoutTaxData();
     finishLayout();
 }
@@ -32,8 +36,15 @@ QGroupBox *TMMGInserimentoDdTScarico::createAddressee()
                                         },
                                     .icon = ui::Icon::Choose,
                                     .shortcut = QKeySequence(u"Ctrl+F"_s)});
-    addresseeBox_ =
-        createAddresseeBox({{customerCommand(), u"cmdSelezionaCliente"_s}, {supplier, u"cmdSelezionaFornitore"_s}});
+    addresseeBox_ = createAddresseeBox();
+    ui::PickInput *customerInput = createCustomerInput(addresseeBox_);
+    ui::PickInput *supplierInput = createPick(
+        u"txtFornitoreCerca"_s, anagraficaSource(u"FORNITORI"_s, u"IDFORNITORE"_s),
+        [this](int id) { setAddressee(TTipoAnagrafica::Fornitore, GetFornitore(id)); },
+        [supplier] { supplier->trigger(); }, addresseeBox_);
+    followUp(supplierInput);
+    fillAddresseeBox(addresseeBox_, {{customerCommand(), u"cmdSelezionaCliente"_s, customerInput},
+                                     {supplier, u"cmdSelezionaFornitore"_s, supplierInput}});
     return addresseeBox_;
 }
 

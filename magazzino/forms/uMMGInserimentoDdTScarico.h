@@ -21,6 +21,7 @@ protected:
     void writeComputed(data::DataSet &record) const override;
     QVariant detailState() const override;
     void restoreDetails(const QVariant &state) override;
+    std::optional<int> counterpartType() const override { return static_cast<int>(tipoAnagrafica_); }
     void customerChosen(const TCliente &customer) override;
 
 private:

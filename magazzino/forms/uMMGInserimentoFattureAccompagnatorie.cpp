@@ -1,6 +1,7 @@
 #include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
 
 #include "magazzino/MMGUtils.h"
+#include "magazzino/documents/Proposte.h"
 #include "magazzino/fatturapa/Registro.h"
 #include "magazzino/ui/FatturaCiclicaField.h"
 #include "magazzino/ui/FattureElettroniche.h"
@@ -38,15 +39,21 @@ TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWi
                                     .caption = u"Visualizza contatti cliente"_s,
                                     .run = [this] { visualizzaContattiCliente(); },
                                     .icon = ui::Icon::Open});
-    QGroupBox *customer = createAddresseeBox(
-        {{customerCommand(), u"cmdSelezionaCliente"_s}, {contacts, u"cmdVisualizzaContattiCliente"_s}});
+    QGroupBox *customer = createAddresseeBox();
+    fillAddresseeBox(customer, {{customerCommand(), u"cmdSelezionaCliente"_s, createCustomerInput(customer)},
+                                {contacts, u"cmdVisualizzaContattiCliente"_s}});
     layOutGeneralPage(customer, [this] { return createPayment(); });
 
     refuseWithoutCustomer();
-    refuseIf([this] { return payment_->key() <= 0; }, u"Non è stato selezionato un tipo di pagamento!"_s);
-    refuseIf([this] { return transportType()->key() <= 0; }, u"Non è stato selezionato un tipo di trasporto!"_s);
+    require(
+        payment_->input(), [this] { return payment_->key() <= 0; }, u"Non è stato selezionato un tipo di pagamento!"_s);
+    require(
+        transportType()->input(), [this] { return transportType()->key() <= 0; },
+        u"Non è stato selezionato un tipo di trasporto!"_s);
     // Worded differently from the delivery note's; this is intended.
-    refuseIf([this] { return transportReason()->key() <= 0; }, u"Non è stata indicata la causale del trasporto!"_s);
+    require(
+        transportReason()->input(), [this] { return transportReason()->key() <= 0; },
+        u"Non è stata indicata la causale del trasporto!"_s);
     askWithoutTaxData();
     askIf([this] { return storedKey() > 0 && fatturapa::ultimoFile(connection(), storedKey()); },
           u"Il file elettronico di questa fattura è già stato scritto:\n\rle modifiche non vi compariranno. Salvarle "
@@ -94,6 +101,7 @@ void TMMGInserimentoFattureAccompagnatorie::clearDetails()
 {
     TMMGInserimentoScarico::clearDetails();
     mostraFileElettronico({});
+    proposedDue_ = {};
 }
 
 void TMMGInserimentoFattureAccompagnatorie::loadDetails()
@@ -128,26 +136,54 @@ QGroupBox *TMMGInserimentoFattureAccompagnatorie::createPayment()
 {
     auto *box = new QGroupBox(u"Pagamento"_s, generalPage());
     box->setObjectName(u"grpPagamento"_s);
-    payment_ = declare(new ui::ChoiceField({.name = u"txtTipoPagamento"_s,
-                                            .buttonName = u"cmdSelezionaTipoPagamento"_s,
-                                            .label = u"Tipo di pagamento"_s,
-                                            .keyColumn = u"IDTIPO_PAGAMENTO"_s,
-                                            .textColumn = u"TIPO_PAGAMENTO"_s,
-                                            .choose = [] { return chooseRecord(u"actModSelezionaTipoPagamento"_s); }},
-                                           box));
-    auto *due = declare(new ui::DateField(
+    payment_ = declare(
+        new ui::ChoiceField({.name = u"txtTipoPagamento"_s,
+                             .buttonName = u"cmdSelezionaTipoPagamento"_s,
+                             .label = u"Tipo di pagamento"_s,
+                             .keyColumn = u"IDTIPO_PAGAMENTO"_s,
+                             .textColumn = u"TIPO_PAGAMENTO"_s,
+                             .choose = [] { return chooseRecord(u"actModSelezionaTipoPagamento"_s); },
+                             .source = textSource(u"TIPI_PAGAMENTO"_s, u"IDTIPO_PAGAMENTO"_s, u"TIPO_PAGAMENTO"_s)},
+                            box));
+    payment_->setRequired();
+    due_ = declare(new ui::DateField(
         {.name = u"txtScadenzaPagamento"_s, .label = u"Scadenza pagamento"_s, .column = u"SCADENZA_PAGAMENTO"_s}, box));
     auto *paid = declare(new ui::FlagField({u"chkPagato"_s, u"Pagato"_s, u"PAGATO"_s}, box));
     auto *notified = declare(new ui::FlagField({u"chkNotificato"_s, u"Notificata"_s, u"NOTIFICATO"_s}, box));
     exempt_ = declare(new ui::FlagField({u"chkIVAEsente"_s, u"Fattura esente IVA"_s, u"IVA_ESENTE"_s}, box));
     auto *grid = new QGridLayout(box);
     place(grid, payment_, 0, 0);
-    place(grid, due, 0, 1);
+    place(grid, due_, 0, 1);
     grid->addWidget(paid->widget(), 0, 4);
     grid->addWidget(notified->widget(), 0, 5);
     grid->addWidget(exempt_->widget(), 0, 6);
     grid->setColumnStretch(1, 1);
+    connect(payment_, &ui::Field::edited, this, &TMMGInserimentoFattureAccompagnatorie::followPayment);
+    connect(dateField(), &ui::Field::edited, this, &TMMGInserimentoFattureAccompagnatorie::followDate);
     return box;
+}
+
+// A payment type without days leaves the date to whoever types.
+void TMMGInserimentoFattureAccompagnatorie::followPayment()
+{
+    core::guarded(this, [this] {
+        proposedDue_ = ScadenzaPagamento(payment_->key(), documentDate());
+        if (proposedDue_.isValid())
+            due_->setDate(proposedDue_);
+    });
+}
+
+// A due date that was typed stays when the invoice's date changes. While that is being typed it may be none.
+void TMMGInserimentoFattureAccompagnatorie::followDate()
+{
+    if (documentDate().isValid() && proposedDue_.isValid() && due_->date() == proposedDue_)
+        followPayment();
+}
+
+QList<std::pair<ui::Field *, QString>> TMMGInserimentoFattureAccompagnatorie::asLastTime() const
+{
+    return QList<std::pair<ui::Field *, QString>>{{payment_, u"TIPO_PAGAMENTO"_s}} +
+           TMMGInserimentoScarico::asLastTime();
 }
 
 void TMMGInserimentoFattureAccompagnatorie::addOtherMenu()

@@ -30,10 +30,14 @@ protected:
     void restoreDetails(const QVariant &state) override;
     void writeDetails() override;
     void recordSaved() override;
+    QList<std::pair<ui::Field *, QString>> asLastTime() const override;
+    void lastTimeTaken() override { followPayment(); }
 
 private:
     QGroupBox *createPayment();
     void addOtherMenu();
+    void followPayment();
+    void followDate();
     void visualizzaContattiCliente();
     void inserisciNotaDocumento();
     void fatturaElettronica();
@@ -41,6 +45,8 @@ private:
     QString fileElettronico() const;
 
     ui::ChoiceField *payment_ = nullptr;
+    ui::DateField *due_ = nullptr;
+    QDate proposedDue_; // what the payment type said; invalid for nothing
     ui::FlagField *exempt_ = nullptr;
     FatturaCiclicaField *recurrence_ = nullptr;
     QLabel *file_ = nullptr; ///< what became of the invoice's file; hidden while there is none

@@ -51,7 +51,16 @@ QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
              .run = print,
              .icon = ui::Icon::Print,
              .shortcut = QKeySequence(u"Ctrl+P"_s)},
-            {.name = u"actSalvaPDF"_s, .caption = u"Salva in PDF"_s, .run = save, .icon = ui::Icon::Pdf}};
+            {.name = u"actSalvaPDF"_s,
+             .caption = u"Salva in PDF"_s,
+             .run = save,
+             .icon = ui::Icon::Pdf,
+             .shortcut = QKeySequence(u"Ctrl+Shift+P"_s)}};
+}
+
+bool mayView(const DocumentKind &kind)
+{
+    return holdsRight(kind.viewRight);
 }
 
 bool mayEdit(const DocumentKind &kind)

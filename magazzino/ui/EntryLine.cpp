@@ -34,12 +34,6 @@ bool types(const QKeyEvent &key)
            !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
 }
 
-// Readable on light and on dark ground.
-QColor refusalColour(const QPalette &palette)
-{
-    return palette.color(QPalette::Base).lightness() < 128 ? QColor(255, 120, 120) : QColor(192, 0, 0);
-}
-
 } // namespace
 
 DocumentEntryLine::DocumentEntryLine(const DocumentKind &kind, DocumentGrid &grid, EntryLineUse use, QWidget *parent)
@@ -172,12 +166,8 @@ void DocumentEntryLine::showHint(const QString &text)
 void DocumentEntryLine::showRefusal(const QString &text)
 {
     ui::ringBell();
-    QPalette red = palette();
-    red.setColor(QPalette::WindowText, refusalColour(red));
-    red.setColor(QPalette::Text, refusalColour(red));
     // The code is selected, so that the next one is typed over it.
-    red.setColor(QPalette::Highlight, QColor(192, 0, 0));
-    red.setColor(QPalette::HighlightedText, Qt::white);
+    const QPalette red = ui::refusedPalette(palette());
     description_->setForegroundRole(QPalette::WindowText);
     description_->setPalette(red);
     description_->setText(text);

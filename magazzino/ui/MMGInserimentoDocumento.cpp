@@ -8,6 +8,7 @@
 #include "platform/core/Format.h"
 #include "platform/data/DataSet.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -40,7 +41,6 @@ TMMGInserimentoDocumento::TMMGInserimentoDocumento(const DocumentKind &kind, ui:
     generalPage_ = addPage(kind.captions.generalPage);
     setTabOrder(number_->widget(), date_->widget());
     setTabOrder(date_->widget(), pages());
-    setFocusProxy(number_->widget());
 
     if (!kind.editRight.isEmpty())
         refuseFirstIf([this] { return !mayEdit(kind_); }, host::missingRight);
@@ -60,6 +60,7 @@ void TMMGInserimentoDocumento::createHeading()
     heading->setColumnStretch(4, 1);
     if (!kind_.editRight.isEmpty())
         heading->addWidget(createReadOnlyHint(), 0, 5);
+    heading->addWidget(createLastTime(), 0, 6);
     heading->setHorizontalSpacing(8);
     mainLayout()->addLayout(heading);
 }
@@ -99,7 +100,10 @@ void TMMGInserimentoDocumento::finishLayout()
     addFurtherPages();
     createNotesPage();
     mainLayout()->addWidget(createTotals());
+    setFocusProxy(required_.first().first);
     start(kind_.print.report.isEmpty() ? ui::standardCommands : printedCommands);
+    formMenu()->addSeparator();
+    formMenu()->addAction(command(u"actComeUltimaVolta"_s));
 }
 
 void TMMGInserimentoDocumento::createNotesPage()
@@ -242,4 +246,7 @@ void TMMGInserimentoDocumento::resetDetails()
     CreaGrigliaVuotaRigheDocumento();
     totals_ = {};
     showTotals([](const DocumentTotal &) { return 0; });
+    counterpartChosen({});
+    if (isAncestorOf(QApplication::focusWidget()))
+        setFocus();
 }

@@ -2,11 +2,16 @@
 #include "magazzino/ui/DocumentCommands.h"
 #include "magazzino/ui/DocumentGrid.h"
 #include "magazzino/ui/MMGInserimento.h"
+#include "platform/data/DataSet.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Fields.h"
 
 class DocumentEntryLine;
 class QLabel;
+namespace ui {
+class PickInput;
+struct PickSource;
+} // namespace ui
 
 /// The form of a document that moves stock: number and date, header pages, rows, notes. Saving writes the header,
 /// rewrites all rows and for each article row one stock movement, in one transaction.
@@ -39,6 +44,24 @@ protected:
     /// Adds rows and notes pages and the commands, then starts a new document.
     void finishLayout();
 
+    /// Refuses a save with `text` while `missing()` is true. Enter in the header leads to `input` while that is so.
+    void require(QWidget *input, std::function<bool()> missing, const QString &text);
+    /// The input beside the button of a chooser whose dialog `choose` opens; `take` gets the key of what was typed.
+    ui::PickInput *createPick(const QString &name, const ui::PickSource &source, const std::function<void(int)> &take,
+                              const std::function<void()> &choose, QWidget *box);
+    /// Enter in the header: to the next thing that a save requires and that is missing, then to the rows.
+    void followUp(ui::PickInput *input);
+
+    /// A customer or supplier was chosen: what its last document had is offered.
+    void counterpartChosen(const QString &code);
+    /// What "Come l'ultima volta" fills in, each with the column of its text.
+    virtual QList<std::pair<ui::Field *, QString>> asLastTime() const = 0;
+    /// It did.
+    virtual void lastTimeTaken() {}
+    /// Customer or supplier, where the kind's documents go to both.
+    virtual std::optional<int> counterpartType() const { return {}; }
+
+    bool eventFilter(QObject *object, QEvent *event) override;
     void resetDetails() override;
     void clearDetails() override;
     void recordMissing() override;
@@ -72,6 +95,11 @@ private:
     QWidget *createTotals();
     QLabel *createTotal(const DocumentTotal &total, QWidget *box);
     void createEntryLine(QWidget *page);
+    void startEntry();
+    void goOn();
+    QWidget *createLastTime();
+    void offerLastTime();
+    void takeLastTime();
     void appendRow(const DocumentRow &row);
     void addRow(const DocumentRow &row);
     bool addEntered(const DocumentRow &row, bool scanned);
@@ -99,6 +127,8 @@ private:
     QList<std::pair<DocumentTotal, QLabel *>> totalLabels_;
     QLabel *readOnly_ = nullptr; ///< only where saving needs a right
     DocumentTotals totals_;
+    QList<std::pair<QWidget *, std::function<bool()>>> required_; // in the order in which they are asked for
+    std::unique_ptr<data::DataSet> lastTime_;                     // stands on the counterpart's last document
     // Of the document that is being loaded
     QHash<int, double> costs_; ///< of its rows, by their keys
     bool mayEdit_ = true;

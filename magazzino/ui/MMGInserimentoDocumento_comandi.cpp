@@ -52,13 +52,16 @@ void TMMGInserimentoDocumento::createEntryLine(QWidget *page)
         page);
     auto *key = new QShortcut(QKeySequence(u"Ctrl+I"_s), this);
     key->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(key, &QShortcut::activated, this, [this] {
-        for (int i = 0; i < pages()->count(); ++i) {
-            if (pages()->widget(i)->isAncestorOf(entry_))
-                pages()->setCurrentIndex(i);
-        }
-        entry_->start();
-    });
+    connect(key, &QShortcut::activated, this, &TMMGInserimentoDocumento::startEntry);
+}
+
+void TMMGInserimentoDocumento::startEntry()
+{
+    for (int i = 0; i < pages()->count(); ++i) {
+        if (pages()->widget(i)->isAncestorOf(entry_))
+            pages()->setCurrentIndex(i);
+    }
+    entry_->start();
 }
 
 void TMMGInserimentoDocumento::rowsChanged()

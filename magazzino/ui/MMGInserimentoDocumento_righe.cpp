@@ -40,6 +40,7 @@ void TMMGInserimentoDocumento::loadDetails()
     grid_->rowsModel().setRows(readRows(kind_, costs_, *details()));
     grid_->fitRowHeights();
     showTotals([this](const DocumentTotal &total) { return record().number(total.column); });
+    counterpartChosen({});
 }
 
 // The shown totals are not always those of the rows: an opened document shows the stored ones.

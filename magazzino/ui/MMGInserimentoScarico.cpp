@@ -53,7 +53,8 @@ void TMMGInserimentoScarico::layOutGeneralPage(QWidget *addressee, const std::fu
 void TMMGInserimentoScarico::refuseWithoutCustomer()
 {
     // The same text when the addressee is a supplier; this is intended.
-    refuseIf([this] { return addressee_->isEmpty(codeLabel); }, u"Non è stato selezionato un cliente!"_s);
+    require(
+        customerInput_, [this] { return addressee_->isEmpty(codeLabel); }, u"Non è stato selezionato un cliente!"_s);
 }
 
 void TMMGInserimentoScarico::askWithoutTaxData()
@@ -75,25 +76,43 @@ QAction *TMMGInserimentoScarico::customerCommand()
                        .shortcut = QKeySequence(u"Ctrl+L"_s)});
 }
 
-QGroupBox *TMMGInserimentoScarico::createAddresseeBox(const QList<std::pair<QAction *, QString>> &buttons)
+ui::PickInput *TMMGInserimentoScarico::createCustomerInput(QWidget *box)
+{
+    customerInput_ = createPick(
+        u"txtClienteCerca"_s, anagraficaSource(u"CLIENTI"_s, u"IDCLIENTE"_s),
+        [this](int id) { customerChosen(GetCliente(id)); }, [this] { command(u"actSelezionaCliente"_s)->trigger(); },
+        box);
+    return customerInput_;
+}
+
+QGroupBox *TMMGInserimentoScarico::createAddresseeBox()
 {
     auto *box = new QGroupBox(u" Cliente "_s, generalPage());
     box->setObjectName(u"grpAnagrafica"_s);
     addressee_ = declare(new ui::RecordLabels(anagraficaLabels(u"lbl"_s, u"CLI_"_s), box));
+    return box;
+}
+
+void TMMGInserimentoScarico::fillAddresseeBox(QGroupBox *box, const QList<AddresseeButton> &buttons)
+{
     auto *layout = new QVBoxLayout(box);
     auto *line = new QHBoxLayout;
-    for (const auto &[action, name] : buttons)
-        line->addWidget(commandButton(action, name, box));
+    line->addWidget(ui::requiredMark(box));
+    for (const AddresseeButton &button : buttons) {
+        line->addWidget(commandButton(button.action, button.name, box));
+        if (button.input)
+            line->addWidget(button.input, 1);
+    }
     line->addStretch();
     layout->addLayout(line);
     layout->addWidget(addressee_->widget());
-    return box;
 }
 
 void TMMGInserimentoScarico::showAddressee(const TCliente &addressee)
 {
     addressee_->setValues(anagraficaValues(addressee));
     DataChanged();
+    counterpartChosen(addressee.codice);
 }
 
 QString TMMGInserimentoScarico::addresseeCode() const
@@ -145,6 +164,11 @@ QGroupBox *TMMGInserimentoScarico::createCarrier()
     auto *layout = new QVBoxLayout(box);
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(commandButton(choose, u"cmdSelezionaVettore"_s, box));
+    auto *input = createPick(
+        u"txtVettoreCerca"_s, anagraficaSource(u"VETTORI"_s, u"IDVETTORE"_s, false), [this](int id) { setCarrier(id); },
+        [choose] { choose->trigger(); }, box);
+    followUp(input);
+    buttons->addWidget(input, 1);
     buttons->addWidget(commandButton(clear, u"cmdAnnullaSelezioneVettore"_s, box));
     buttons->addStretch();
     layout->addLayout(buttons);
@@ -164,8 +188,10 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
          .label = u"Causale del trasporto"_s,
          .keyColumn = u"IDCAUSALE_TRASPORTO"_s,
          .textColumn = u"CAUSALE_TRASPORTO"_s,
-         .choose = [] { return chooseRecordReading(u"actModSelezionaCausaleTrasporto"_s, GetCausaleTrasporto); }},
+         .choose = [] { return chooseRecordReading(u"actModSelezionaCausaleTrasporto"_s, GetCausaleTrasporto); },
+         .source = textSource(u"CAUSALI_TRASPORTO"_s, u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s)},
         box));
+    transportReason_->setRequired();
     auto *packages = declare(packagesField(box));
     auto *weight = declare(weightField(box));
     weightUnit_ = declare(new ui::ChoiceField({.name = u"txtPesoUM"_s,
@@ -177,8 +203,10 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
                                                    selezionaPesoUM();
                                                    return {};
                                                },
-                                               .clearable = true},
+                                               .clearable = true,
+                                               .source = textSource(u"UM"_s, u"IDUM"_s, u"UM"_s)},
                                               box));
+    followUp(weightUnit_->input());
     auto *start = declare(new ui::MomentField({.checkName = u"chkInizioTrasporto"_s,
                                                .dateName = u"txtDataInizioTrasporto"_s,
                                                .timeName = u"txtOraInizioTrasporto"_s,
@@ -214,12 +242,22 @@ void TMMGInserimentoScarico::selezionaPesoUM()
 
 void TMMGInserimentoScarico::selezionaVettore()
 {
-    const auto chosen = chooseRecord(u"actModSelezionaVettore"_s);
-    if (!chosen)
-        return;
-    const TVettore carrier = GetVettore(chosen->key);
+    if (const auto chosen = chooseRecord(u"actModSelezionaVettore"_s))
+        setCarrier(chosen->key);
+}
+
+void TMMGInserimentoScarico::setCarrier(int id)
+{
+    const TVettore carrier = GetVettore(id);
     if (carrier.id <= 0)
         return;
     carrier_->setValues(anagraficaValues(carrier));
     DataChanged();
+}
+
+QList<std::pair<ui::Field *, QString>> TMMGInserimentoScarico::asLastTime() const
+{
+    return {{transportType_, u"TIPO_TRASPORTO"_s},
+            {transportReason_, u"CAUSALE_TRASPORTO"_s},
+            {carrier_, u"VETT_RAGIONESOCIALE"_s}};
 }

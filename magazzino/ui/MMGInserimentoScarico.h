@@ -26,12 +26,23 @@ protected:
 
     QAction *customerCommand();
     virtual void customerChosen(const TCliente &customer) = 0;
-    /// The addressee's group with a button for each command.
-    QGroupBox *createAddresseeBox(const QList<std::pair<QAction *, QString>> &buttons);
+    /// A button of the addressee's group.
+    struct AddresseeButton
+    {
+        QAction *action;
+        QString name;
+        ui::PickInput *input = nullptr; ///< beside it
+    };
+    /// The input beside the customer's button.
+    ui::PickInput *createCustomerInput(QWidget *box);
+    /// The addressee's group, empty but for its caption.
+    QGroupBox *createAddresseeBox();
+    void fillAddresseeBox(QGroupBox *box, const QList<AddresseeButton> &buttons);
     void showAddressee(const TCliente &addressee);
     /// Code of the addressee shown, empty for none.
     QString addresseeCode() const;
 
+    QList<std::pair<ui::Field *, QString>> asLastTime() const override;
     ui::ChoiceField *transportType() const { return transportType_; }
     ui::ChoiceField *transportReason() const { return transportReason_; }
 
@@ -40,8 +51,10 @@ private:
     QGroupBox *createCarrier();
     QGroupBox *createTransport();
     void selezionaVettore();
+    void setCarrier(int id);
     void selezionaPesoUM();
 
+    ui::PickInput *customerInput_ = nullptr;
     ui::RecordLabels *addressee_ = nullptr;
     ui::RecordLabels *carrier_ = nullptr;
     ui::ChoiceField *transportType_ = nullptr;

@@ -1,10 +1,29 @@
 #include "magazzino/ui/RecordChoice.h"
 
 #include "host/FirmFields.h"
+#include "magazzino/documents/Rubrica.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/MMGModSelezionaBase.h"
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype mostOffers = 50;
+
+ui::PickSource sourceOf(const QList<ui::OfferColumn> &columns, const Rubrica &records)
+{
+    const auto kept = std::make_shared<Rubrica>(records);
+    const auto find = [kept](const QString &text) {
+        QList<ui::PickOffer> offers;
+        for (const VoceRubrica &voce : kept->find(text, mostOffers))
+            offers.append({voce.id, voce.testi});
+        return offers;
+    };
+    return {columns, [kept] { kept->refresh(); }, find};
+}
+
+} // namespace
 
 std::optional<ui::Choice> chooseRecord(const QString &action)
 {
@@ -38,4 +57,20 @@ QList<ui::RecordLabel> anagraficaLabels(const QString &namePrefix, const QString
                        field.copy.characters, withTaxCodes && field.required});
     }
     return labels;
+}
+
+ui::PickSource anagraficaSource(const QString &table, const QString &key, bool withTaxCodes)
+{
+    QList<ui::OfferColumn> columns = {{u"Ragione sociale"_s}, {u"Codice"_s, 90}, {u"Città"_s, 130}};
+    QList<ColonnaRubrica> read = {{u"RAGIONESOCIALE"_s}, {u"CODICE"_s}, {u"CITTA"_s, false}};
+    if (withTaxCodes) {
+        columns.append({u"Partita IVA"_s, 110});
+        read.append({u"PARTITAIVA"_s});
+    }
+    return sourceOf(columns, Rubrica(table, key, read));
+}
+
+ui::PickSource textSource(const QString &table, const QString &key, const QString &column)
+{
+    return sourceOf({{column}}, Rubrica(table, key, {{column}}));
 }

@@ -27,3 +27,12 @@ QStringList anagraficaValues(const TAnagrafica &anagrafica);
 /// The labels that show those texts: control names begin with `namePrefix`, columns with `columnPrefix`.
 QList<ui::RecordLabel> anagraficaLabels(const QString &namePrefix, const QString &columnPrefix,
                                         bool withTaxCodes = true);
+
+/// What is offered to somebody who types beside a chooser's button. The records stay in memory with whoever holds the
+/// source.
+///@{
+/// Customers, suppliers or carriers, by name, code or, `withTaxCodes`, VAT number.
+ui::PickSource anagraficaSource(const QString &table, const QString &key, bool withTaxCodes = true);
+/// The rows of a table with one text.
+ui::PickSource textSource(const QString &table, const QString &key, const QString &column);
+///@}

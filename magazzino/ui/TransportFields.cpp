@@ -1,16 +1,22 @@
 #include "magazzino/ui/TransportFields.h"
 
+#include "magazzino/ui/RecordChoice.h"
+
 using namespace Qt::StringLiterals;
 
 ui::ChoiceField *transportTypeField(const std::function<std::optional<ui::Choice>()> &choose, QWidget *box)
 {
-    return new ui::ChoiceField({.name = u"txtTipoTrasporto"_s,
-                                .buttonName = u"cmdSelezionaTipoTrasporto"_s,
-                                .label = u"Tipo di trasporto"_s,
-                                .keyColumn = u"IDTIPO_TRASPORTO"_s,
-                                .textColumn = u"TIPO_TRASPORTO"_s,
-                                .choose = choose},
-                               box);
+    auto *field =
+        new ui::ChoiceField({.name = u"txtTipoTrasporto"_s,
+                             .buttonName = u"cmdSelezionaTipoTrasporto"_s,
+                             .label = u"Tipo di trasporto"_s,
+                             .keyColumn = u"IDTIPO_TRASPORTO"_s,
+                             .textColumn = u"TIPO_TRASPORTO"_s,
+                             .choose = choose,
+                             .source = textSource(u"TIPI_TRASPORTO"_s, u"IDTIPO_TRASPORTO"_s, u"TIPO_TRASPORTO"_s)},
+                            box);
+    field->setRequired();
+    return field;
 }
 
 ui::TextField *appearanceField(const QString &label, QWidget *box)

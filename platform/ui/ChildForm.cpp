@@ -70,7 +70,10 @@ QPushButton *ChildForm::commandButton(QAction *action, const QString &name, QWid
     button->setToolTip(action->toolTip());
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, action, &QAction::trigger);
-    connect(action, &QAction::changed, button, [button, action] { button->setEnabled(action->isEnabled()); });
+    connect(action, &QAction::changed, button, [button, action] {
+        button->setEnabled(action->isEnabled());
+        button->setToolTip(action->toolTip());
+    });
     return button;
 }
 

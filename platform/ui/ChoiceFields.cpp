@@ -55,20 +55,15 @@ ChoiceField::ChoiceField(const ChoiceSpec &spec, QWidget *parent)
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(3);
     line->addWidget(label_, 1);
+    if (!spec.source.columns.isEmpty())
+        line->addWidget(createInput());
     auto *button = new QToolButton(box_);
     button->setObjectName(spec.buttonName);
     button->setIcon(icon(Icon::Choose));
     button->setToolTip(u"Scegli dall'elenco"_s);
     button->setFocusPolicy(Qt::StrongFocus);
     line->addWidget(button);
-    connect(button, &QToolButton::clicked, this, [this] {
-        core::guarded(box_, [this] {
-            if (const auto choice = spec_.choose(); choice && choice->key > 0) {
-                setChoice(*choice);
-                Q_EMIT edited();
-            }
-        });
-    });
+    connect(button, &QToolButton::clicked, this, [this] { core::guarded(box_, [this] { runDialog(); }); });
     if (spec.clearable) {
         auto *clearButton = new QToolButton(box_);
         clearButton->setObjectName(spec.buttonName + u"Annulla"_s);
@@ -82,6 +77,29 @@ ChoiceField::ChoiceField(const ChoiceSpec &spec, QWidget *parent)
         });
     }
     clear();
+}
+
+PickInput *ChoiceField::createInput()
+{
+    const auto take = [this](const PickOffer &offer) {
+        setChoice({offer.key, offer.texts.first()});
+        Q_EMIT edited();
+    };
+    input_ = new PickInput({.name = spec_.name + u"Cerca"_s,
+                            .hint = u"Una parte della voce: l'elenco si apre da sé."_s,
+                            .source = spec_.source,
+                            .take = take,
+                            .choose = [this] { runDialog(); }},
+                           box_);
+    return input_;
+}
+
+void ChoiceField::runDialog()
+{
+    if (const auto choice = spec_.choose(); choice && choice->key > 0) {
+        setChoice(*choice);
+        Q_EMIT edited();
+    }
 }
 
 void ChoiceField::setChoice(const Choice &choice)

@@ -2,6 +2,7 @@
 #include "platform/core/CodeText.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Field.h"
+#include "platform/ui/PickInput.h"
 
 #include <QComboBox>
 #include <QPushButton>
@@ -33,6 +34,9 @@ struct ChoiceSpec
     std::function<std::optional<Choice>()> choose; ///< nothing when the user cancelled
     std::function<QString(int)> textOf = {};       ///< looks the text up where no column stores it (empty textColumn)
     bool clearable = false;                        ///< offers a button that takes the choice back
+    /// Offers an input to type in beside the button; none while it has no columns. The first one's text is the
+    /// choice's.
+    PickSource source = {};
 };
 
 /// A record picked in a dialog: a label ("..." for none) and a button. Stored as key and text, both NULL for none.
@@ -46,6 +50,8 @@ public:
     int key() const { return choice_.key; }
     /// Text of what was chosen; empty for none.
     const QString &text() const { return choice_.text; }
+    /// The input beside the button; null where there is none.
+    PickInput *input() const { return input_; }
     /// Shows a choice; a key of 0 or less is none.
     void setChoice(const Choice &choice);
 
@@ -57,8 +63,12 @@ public:
     void restore(const QVariant &state) override;
 
 private:
+    PickInput *createInput();
+    void runDialog();
+
     QWidget *box_;
     ElidedLabel *label_;
+    PickInput *input_ = nullptr;
     ChoiceSpec spec_;
     Choice choice_;
 };

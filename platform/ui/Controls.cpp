@@ -44,6 +44,26 @@ void ElidedLabel::paintEvent(QPaintEvent *)
                           foregroundRole());
 }
 
+QPalette refusedPalette(QPalette palette)
+{
+    const QColor red = palette.color(QPalette::Base).lightness() < 128 ? QColor(255, 120, 120) : QColor(192, 0, 0);
+    palette.setColor(QPalette::WindowText, red);
+    palette.setColor(QPalette::Text, red);
+    palette.setColor(QPalette::Highlight, QColor(192, 0, 0));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+QLabel *requiredMark(QWidget *parent)
+{
+    auto *mark = new QLabel(u"*"_s, parent);
+    mark->setObjectName(u"lblNecessario"_s);
+    mark->setToolTip(u"Necessario per salvare"_s);
+    mark->setPalette(refusedPalette(mark->palette()));
+    mark->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    return mark;
+}
+
 ComboBox::ComboBox(QWidget *parent)
     : QComboBox(parent)
 {

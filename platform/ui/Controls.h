@@ -40,6 +40,12 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 };
 
+/// `palette` with the colours of what is refused, readable on light and on dark ground; so is what is selected in it.
+QPalette refusedPalette(QPalette palette);
+
+/// The mark beside an input that a save requires.
+QLabel *requiredMark(QWidget *parent);
+
 /// Icons of the commands, from the style, so that they follow the desktop.
 enum class Icon
 {

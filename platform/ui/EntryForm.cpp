@@ -110,7 +110,19 @@ void EntryForm::place(QGridLayout *grid, Field *field, int row, int position, in
     auto *label = new QLabel(field->label(), field->widget()->parentWidget());
     label->setBuddy(field->widget());
     grid->addWidget(label, row, position * 2);
-    grid->addWidget(field->widget(), row, position * 2 + 1, 1, span * 2 - 1);
+    if (field->isRequired())
+        grid->addLayout(marked(field->widget()), row, position * 2 + 1, 1, span * 2 - 1);
+    else
+        grid->addWidget(field->widget(), row, position * 2 + 1, 1, span * 2 - 1);
+}
+
+QHBoxLayout *EntryForm::marked(QWidget *widget)
+{
+    auto *line = new QHBoxLayout;
+    line->setSpacing(2);
+    line->addWidget(requiredMark(widget->parentWidget()));
+    line->addWidget(widget, 1);
+    return line;
 }
 
 void EntryForm::withoutTracking(const std::function<void()> &body)

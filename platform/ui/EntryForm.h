@@ -5,6 +5,7 @@
 #include "platform/ui/Recovery.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QTabWidget>
 
 namespace data {
@@ -129,6 +130,8 @@ protected:
     QVBoxLayout *mainLayout() const { return layout_; }
     /// Puts label and control of `field` into `grid`; `position` and `span` count label-and-control pairs.
     static void place(QGridLayout *grid, Field *field, int row, int position, int span = 1);
+    /// `widget` behind the mark of what a save requires.
+    static QHBoxLayout *marked(QWidget *widget);
 
     // What a form adds
 

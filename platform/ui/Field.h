@@ -26,6 +26,10 @@ public:
 
     /// Caption beside the control; empty where the control carries its own.
     const QString &label() const { return label_; }
+    /// Is it marked as required by a save? The save's own check refuses without it.
+    bool isRequired() const { return required_; }
+    /// Marks it, before it is laid out.
+    void setRequired() { required_ = true; }
     /// What is laid out: the control, or a box around several; null for a field without one.
     virtual QWidget *widget() const = 0;
     /// Shows what a new record begins with.
@@ -48,6 +52,7 @@ Q_SIGNALS:
 
 private:
     QString label_;
+    bool required_ = false;
 };
 
 /// A field that stands for one column.

@@ -161,6 +161,9 @@ Field *RegisterEntry::createField(const RegisterField &field, QWidget *parent)
                                          .column = field.column,
                                          .prefix = field.kind == Kind::Amount ? core::currencyPrefix : QString()},
                                         parent));
+    case Kind::Integer:
+        return declare(new IntegerField(
+            {.name = field.name, .label = field.label, .column = field.column, .maximum = 999}, parent));
     case Kind::Lookup: {
         auto *lookup = declare(new DropDownField(
             {.name = field.name, .label = field.label, .keyColumn = field.column, .sql = field.lookupSql}, field.column,

@@ -16,6 +16,7 @@ struct RegisterField
         Memo,
         Amount,   ///< EUR
         Quantity, ///< two decimals
+        Integer,  ///< up to three digits, 0 for a new record
         Lookup,   ///< drop-down over another table, which stores its key
         Code,     ///< drop-down of fixed codes, of which one is stored
         Choice,   ///< a record picked in a dialog, of which the key is stored

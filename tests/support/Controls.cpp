@@ -43,6 +43,27 @@ void type(QWidget *control, const QString &text)
     }
 }
 
+void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    if (!QApplication::focusWidget())
+        missing(u"focus"_s);
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    settle();
+}
+
+void strike(const QString &keys)
+{
+    for (const QChar key : keys) {
+        if (key == u'\t')
+            pressKey(Qt::Key_Tab);
+        else if (key == u'^')
+            pressKey(Qt::Key_Return, Qt::ControlModifier);
+        else
+            type(QApplication::focusWidget(), key);
+        settle();
+    }
+}
+
 void retype(QWidget *control, const QString &text)
 {
     control->setFocus();

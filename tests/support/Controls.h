@@ -24,6 +24,10 @@ Control *control(const QObject *owner, const QString &name)
 
 /// Presses the key of each character of `text`, also of those that no plain key stands for.
 void type(QWidget *control, const QString &text);
+/// Presses one key, with its modifiers, in whatever has the focus.
+void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+/// Presses the keys of `keys` one by one in whatever has the focus: "\n" is Enter, "\t" Tab, "^" Ctrl+Enter.
+void strike(const QString &keys);
 /// Types over what stands in the control; the focus stays.
 void retype(QWidget *control, const QString &text);
 void retype(const QWidget *owner, const QString &control, const QString &text);

@@ -125,12 +125,13 @@ private Q_SLOTS:
     {
         invoice().control<QWidget>(u"chkInizioTrasporto"_s)->setFocus();
         QStringList reached;
-        for (int i = 0; i < 5; ++i) {
+        for (int i = 0; i < 6; ++i) {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
             reached.append(QApplication::focusWidget()->objectName());
         }
-        QCOMPARE(reached, QStringList({u"cmdSelezionaTipoPagamento"_s, u"txtScadenzaPagamento"_s, u"chkPagato"_s,
-                                       u"chkNotificato"_s, u"chkIVAEsente"_s}));
+        QCOMPARE(reached,
+                 QStringList({u"txtTipoPagamentoCerca"_s, u"cmdSelezionaTipoPagamento"_s, u"txtScadenzaPagamento"_s,
+                              u"chkPagato"_s, u"chkNotificato"_s, u"chkIVAEsente"_s}));
     }
 
     void everythingComesBack()

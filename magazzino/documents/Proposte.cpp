@@ -1,0 +1,29 @@
+#include "magazzino/documents/Proposte.h"
+
+#include "magazzino/MMGUtils.h"
+#include "magazzino/documents/DocumentKind.h"
+#include "platform/data/DataSet.h"
+#include "platform/data/Latest.h"
+
+using namespace Qt::StringLiterals;
+
+void ApriUltimoDocumento(const DocumentKind &kind, const QString &codice, std::optional<int> tipoAnagrafica,
+                         data::DataSet &ultimo)
+{
+    const QString type = tipoAnagrafica ? u" AND TIPO_ANAGRAFICA = %1"_s.arg(*tipoAnagrafica) : QString();
+    ultimo.setCommandText(u"SELECT FIRST 1 * FROM %1 WHERE %2CODICE = CAST(:CODICE AS VARCHAR(255))%3 "
+                          "ORDER BY DATA DESC, %4 DESC"_s.arg(kind.table, kind.counterpart, type, kind.key));
+    ultimo.setParameter(u"CODICE"_s, codice);
+    ultimo.open();
+}
+
+QDate ScadenzaPagamento(int idTipoPagamento, QDate documento)
+{
+    const data::Rows rows =
+        data::latest(ModuleConnection(), u"SELECT DECORRENZA, GIORNI FROM TIPI_PAGAMENTO WHERE IDTIPO_PAGAMENTO = ?"_s,
+                     {idTipoPagamento});
+    if (rows.isEmpty() || rows.text(0, u"DECORRENZA").isEmpty())
+        return {};
+    const QDate due = documento.addDays(rows.integer(0, u"GIORNI"));
+    return rows.text(0, u"DECORRENZA") == u"FM" ? QDate(due.year(), due.month(), due.daysInMonth()) : due;
+}

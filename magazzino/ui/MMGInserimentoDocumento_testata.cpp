@@ -1,0 +1,110 @@
+// How the header of a document's form is filled by the keyboard.
+#include "magazzino/documents/Proposte.h"
+#include "magazzino/ui/MMGInserimentoDocumento.h"
+#include "platform/core/Messages.h"
+#include "platform/data/DataSet.h"
+#include "platform/ui/PickInput.h"
+
+#include <QKeyEvent>
+
+using namespace Qt::StringLiterals;
+
+void TMMGInserimentoDocumento::require(QWidget *input, std::function<bool()> missing, const QString &text)
+{
+    refuseIf(missing, text);
+    required_.append({input, std::move(missing)});
+    if (auto *pick = qobject_cast<ui::PickInput *>(input))
+        followUp(pick);
+    else
+        input->installEventFilter(this);
+}
+
+ui::PickInput *TMMGInserimentoDocumento::createPick(const QString &name, const ui::PickSource &source,
+                                                    const std::function<void(int)> &take,
+                                                    const std::function<void()> &choose, QWidget *box)
+{
+    const bool withTaxCodes = source.columns.size() > 3;
+    return new ui::PickInput(
+        {.name = name,
+         .hint = withTaxCodes ? u"Nome, codice o partita IVA, anche in parte."_s : u"Nome o codice, anche in parte."_s,
+         .source = source,
+         .take = [take](const ui::PickOffer &offer) { take(offer.key); },
+         .choose = choose},
+        box);
+}
+
+void TMMGInserimentoDocumento::followUp(ui::PickInput *input)
+{
+    connect(input, &ui::PickInput::finished, this, &TMMGInserimentoDocumento::goOn);
+}
+
+// Enter in a drop-down list, which has no use for it.
+bool TMMGInserimentoDocumento::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            goOn();
+            return true;
+        }
+    }
+    return TMMGInserimento::eventFilter(object, event);
+}
+
+void TMMGInserimentoDocumento::goOn()
+{
+    for (const auto &[input, missing] : std::as_const(required_)) {
+        if (missing()) {
+            input->setFocus();
+            return;
+        }
+    }
+    startEntry();
+}
+
+QWidget *TMMGInserimentoDocumento::createLastTime()
+{
+    QAction *take = addCommand({.name = u"actComeUltimaVolta"_s,
+                                .caption = u"Come l'ultima volta"_s,
+                                .run = [this] { takeLastTime(); },
+                                .icon = ui::Icon::Recover,
+                                .shortcut = QKeySequence(Qt::Key_F8)});
+    QPushButton *button = commandButton(take, u"cmdComeUltimaVolta"_s, this);
+    // The place in the header stays.
+    button->setFocusPolicy(Qt::NoFocus);
+    return button;
+}
+
+void TMMGInserimentoDocumento::counterpartChosen(const QString &code)
+{
+    lastTime_.reset();
+    if (!code.isEmpty() && mayView(kind_)) {
+        auto last = std::make_unique<data::DataSet>(&connection());
+        ApriUltimoDocumento(kind_, code, counterpartType(), *last);
+        if (!last->isEmpty())
+            lastTime_ = std::move(last);
+    }
+    offerLastTime();
+}
+
+void TMMGInserimentoDocumento::offerLastTime()
+{
+    QStringList texts;
+    for (const auto &[field, column] : asLastTime()) {
+        if (lastTime_ && !lastTime_->text(column).isEmpty())
+            texts.append(lastTime_->text(column));
+    }
+    QAction *take = command(u"actComeUltimaVolta"_s);
+    take->setEnabled(!texts.isEmpty());
+    take->setToolTip(u"Riprende dall'ultimo documento: %1 (F8)"_s.arg(texts.join(u" · "_s)));
+}
+
+void TMMGInserimentoDocumento::takeLastTime()
+{
+    if (!lastTime_)
+        return;
+    for (const auto &[field, column] : asLastTime())
+        field->load(*lastTime_);
+    DataChanged();
+    lastTimeTaken();
+}

@@ -1,0 +1,148 @@
+#include "platform/ui/PickInput.h"
+
+#include "platform/core/Messages.h"
+#include "platform/ui/Bell.h"
+#include "platform/ui/Controls.h"
+
+#include <QKeyEvent>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+namespace {
+
+// What is looked through is read when the form stands, not while it opens.
+constexpr int refreshDelay = 250; // ms
+constexpr int inputWidth = 96;
+constexpr int listWidth = 560;
+constexpr int narrowListWidth = 300;
+
+} // namespace
+
+PickInput::PickInput(const PickSpec &spec, QWidget *parent)
+    : LineEdit(parent)
+    , spec_(spec)
+    , list_(new OfferList(spec.source.columns, spec.source.columns.size() > 1 ? listWidth : narrowListWidth, this))
+{
+    setObjectName(spec.name);
+    list_->setObjectName(spec.name + u"Elenco"_s);
+    setPlaceholderText(u"Cerca"_s);
+    setToolTip(spec.hint + u" Invio prende la voce, F4 apre l'elenco."_s);
+    setMinimumWidth(inputWidth / 2);
+    setMaximumWidth(inputWidth);
+    refreshLater_.setSingleShot(true);
+    refreshLater_.setInterval(refreshDelay);
+    connect(&refreshLater_, &QTimer::timeout, this,
+            [this] { core::guarded(this, [this] { spec_.source.refresh(); }); });
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        setPalette({});
+        core::guarded(this, [this] { showOffers(); });
+    });
+    connect(list_, &OfferList::picked, this, [this] {
+        core::guarded(this, [this] {
+            if (takeCurrent())
+                Q_EMIT finished();
+        });
+    });
+}
+
+void PickInput::focusInEvent(QFocusEvent *event)
+{
+    LineEdit::focusInEvent(event);
+    refreshLater_.start();
+}
+
+void PickInput::focusOutEvent(QFocusEvent *event)
+{
+    LineEdit::focusOutEvent(event);
+    list_->hide();
+    // What was not taken is nothing; it must not look like a choice.
+    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason) {
+        clear();
+        setPalette({});
+    }
+}
+
+void PickInput::hideEvent(QHideEvent *event)
+{
+    LineEdit::hideEvent(event);
+    list_->hide();
+}
+
+void PickInput::showOffers()
+{
+    refreshLater_.stop();
+    spec_.source.refresh();
+    offers_ = spec_.source.find(text());
+    QList<QStringList> lines;
+    for (const PickOffer &offer : std::as_const(offers_))
+        lines.append(offer.texts);
+    list_->offerLines(lines, *this);
+}
+
+bool PickInput::event(QEvent *event)
+{
+    bool taken = false;
+    if (event->type() == QEvent::KeyPress)
+        core::guarded(this, [&] { taken = takeKey(static_cast<QKeyEvent &>(*event)); });
+    return taken || LineEdit::event(event);
+}
+
+bool PickInput::takeKey(const QKeyEvent &key)
+{
+    if (list_->handle(key.key()))
+        return true;
+    const bool empty = text().trimmed().isEmpty();
+    switch (key.key()) {
+    case Qt::Key_Down:
+        showOffers();
+        return true;
+    case Qt::Key_Escape:
+        list_->hide();
+        clear();
+        return !empty;
+    case Qt::Key_F4:
+        list_->hide();
+        clear();
+        spec_.choose();
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (list_->currentLine() >= 0 ? takeCurrent() : empty)
+            Q_EMIT finished();
+        else
+            showRefusal();
+        return true;
+    case Qt::Key_Tab:
+        if ((empty && list_->isHidden()) || takeCurrent())
+            return false;
+        showRefusal();
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool PickInput::takeCurrent()
+{
+    const int line = list_->currentLine();
+    if (line < 0)
+        return false;
+    const PickOffer offer = offers_[line];
+    list_->hide();
+    clear();
+    spec_.take(offer);
+    return true;
+}
+
+void PickInput::showRefusal()
+{
+    ringBell();
+    setPalette(refusedPalette(palette()));
+    selectAll();
+    QToolTip::showText(mapToGlobal(QPoint(0, height())), u"Non trovato: %1"_s.arg(text().trimmed()), this);
+}
+
+} // namespace ui
