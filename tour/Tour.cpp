@@ -10,6 +10,7 @@
 #include "tour/TourFirm.h"
 #include "tour/TourHost.h"
 #include "tour/TourInvoices.h"
+#include "tour/TourKeys.h"
 #include "tour/TourWarehouse.h"
 #include "tour/Visit.h"
 
@@ -45,6 +46,7 @@ void show(Visit &visit)
     tourHost(visit, session);
     tourInvoices(visit, session);
     tourElectronic(visit, session);
+    tourKeys(visit, session);
     session.window().close();
 }
 

@@ -3,8 +3,11 @@
 #include "platform/core/Error.h"
 #include "tests/support/Controls.h"
 
+#include <QAbstractItemView>
 #include <QAction>
+#include <QApplication>
 #include <QDir>
+#include <QPainter>
 
 #include <cstdio>
 
@@ -90,7 +93,13 @@ void Visit::picture(QWidget *window, const QString &name)
 {
     test::settle();
     const QString path = file(u"%1-%2.png"_s.arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name));
-    if (!window->grab().save(path))
+    QPixmap seen = window->grab();
+    // A list that drops down is a window of its own.
+    for (QWidget *other : QApplication::topLevelWidgets()) {
+        if (other->isVisible() && qobject_cast<QAbstractItemView *>(other))
+            QPainter(&seen).drawPixmap(other->mapToGlobal(QPoint()) - window->mapToGlobal(QPoint()), other->grab());
+    }
+    if (!seen.save(path))
         fail(u"immagine non salvata: %1"_s.arg(path));
 }
 
