@@ -22,6 +22,10 @@ protected:
     QVariant detailState() const override;
     void restoreDetails(const QVariant &state) override;
     std::optional<int> counterpartType() const override { return static_cast<int>(tipoAnagrafica_); }
+    QString customerCode() const override
+    {
+        return tipoAnagrafica_ == TTipoAnagrafica::Cliente ? addresseeCode() : QString();
+    }
     void customerChosen(const TCliente &customer) override;
 
 private:

@@ -11,6 +11,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Black text stays readable on it, whatever the desktop's colours are.
+constexpr QColor amber(255, 191, 64);
+
 // As typed: two decimals, no thousands separator.
 QString plainNumber(double value)
 {
@@ -156,9 +159,13 @@ QVariant DocumentRowsModel::data(const QModelIndex &index, int role) const
     case Qt::TextAlignmentRole:
         return alignment(column);
     case Qt::ToolTipRole:
-        return column.hint ? column.hint(row) : QString();
+        return column.hint ? column.hint(row) : warnings_.value(index.row());
     case Qt::BackgroundRole:
-        return column.greyed.testFlag(row.type()) ? QColor(192, 192, 192) : QVariant();
+        if (column.greyed.testFlag(row.type()))
+            return QColor(192, 192, 192);
+        return warnings_.contains(index.row()) ? amber : QVariant();
+    case Qt::ForegroundRole:
+        return warnings_.contains(index.row()) ? QColor(Qt::black) : QVariant();
     default:
         return {};
     }

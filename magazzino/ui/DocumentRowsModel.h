@@ -29,6 +29,9 @@ public:
     /// Shows what `hint` says of a row over its cell in the column of a member.
     void setHint(const RowMember &member, std::function<QString(const DocumentRow &)> hint);
 
+    /// Marks rows, by their positions, and tells why over their cells. The view paints itself anew.
+    void setWarnings(const QHash<int, QString> &warnings) { warnings_ = warnings; }
+
     /// Shows other rows; what stood there is gone.
     void setRows(QList<DocumentRow> rows);
     /// Adds a row behind the others.
@@ -66,4 +69,5 @@ private:
     UnitPrice unitPrice_;
     QList<RowColumn> columns_;
     QList<DocumentRow> rows_;
+    QHash<int, QString> warnings_;
 };

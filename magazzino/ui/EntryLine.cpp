@@ -146,6 +146,8 @@ void DocumentEntryLine::start()
 
 void DocumentEntryLine::forgetRow()
 {
+    if (row_)
+        Q_EMIT articleTaken({});
     row_.reset();
     for (const NumberInput &number : std::as_const(numbers_)) {
         number.edit->clear();

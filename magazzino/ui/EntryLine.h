@@ -42,6 +42,10 @@ public:
     /// Puts the cursor into the code field.
     void start();
 
+Q_SIGNALS:
+    /// The row being typed has the article with this code; empty for none any more.
+    void articleTaken(const QString &codice);
+
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;

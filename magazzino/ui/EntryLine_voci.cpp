@@ -157,6 +157,8 @@ bool DocumentEntryLine::take(const QString &tipo, int id, const QString &quantit
         return false;
     forgetRow();
     row_ = row;
+    if (tipo == tipoRiga::articolo)
+        Q_EMIT articleTaken(row->codice);
     code_->setText(row->codice);
     showHint(row->descrizione);
     unit_->setText(row->um);

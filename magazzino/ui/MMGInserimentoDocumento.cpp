@@ -4,6 +4,7 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/EntryLine.h"
+#include "magazzino/ui/StockLine.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
 #include "platform/data/DataSet.h"
@@ -138,6 +139,8 @@ void TMMGInserimentoDocumento::createRowsPage()
     layout->addWidget(grid_, 1);
     createEntryLine(page);
     layout->addWidget(entry_);
+    createStockLine(page);
+    layout->addWidget(stock_);
     connect(grid_, &DocumentGrid::resized, this, &TMMGInserimentoDocumento::RidimensionaGrigliaRigheDocumento);
     connect(grid_, &DocumentGrid::typing, this, &TMMGInserimentoDocumento::SetTyping);
     connect(&grid_->rowsModel(), &DocumentRowsModel::cellEdited, this, &TMMGInserimentoDocumento::cellEdited);

@@ -7,6 +7,8 @@
 #include "platform/ui/Fields.h"
 
 class DocumentEntryLine;
+class DocumentStockLine;
+struct ScorteDi;
 class QLabel;
 namespace ui {
 class PickInput;
@@ -52,6 +54,8 @@ protected:
     /// Enter in the header: to the next thing that a save requires and that is missing, then to the rows.
     void followUp(ui::PickInput *input);
 
+    /// Code of the customer of an issue; empty for none.
+    virtual QString customerCode() const { return {}; }
     /// A customer or supplier was chosen: what its last document had is offered.
     void counterpartChosen(const QString &code);
     /// What "Come l'ultima volta" fills in, each with the column of its text.
@@ -95,6 +99,8 @@ private:
     QWidget *createTotals();
     QLabel *createTotal(const DocumentTotal &total, QWidget *box);
     void createEntryLine(QWidget *page);
+    void createStockLine(QWidget *page);
+    ScorteDi stockOf();
     void startEntry();
     void goOn();
     QWidget *createLastTime();
@@ -123,6 +129,8 @@ private:
     QWidget *generalPage_ = nullptr;
     DocumentGrid *grid_ = nullptr;
     DocumentEntryLine *entry_ = nullptr;
+    DocumentStockLine *stock_ = nullptr;
+    std::optional<bool> seesInvoices_; // asked for once
     ui::MemoField *notes_ = nullptr;
     QList<std::pair<DocumentTotal, QLabel *>> totalLabels_;
     QLabel *readOnly_ = nullptr; ///< only where saving needs a right

@@ -1,8 +1,10 @@
 // How the rows of a document's form are added and changed.
 #include "magazzino/MMGUtils.h"
+#include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/EntryLine.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "magazzino/ui/RecordChoice.h"
+#include "magazzino/ui/StockLine.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/Dialogs.h"
 
@@ -53,6 +55,23 @@ void TMMGInserimentoDocumento::createEntryLine(QWidget *page)
     auto *key = new QShortcut(QKeySequence(u"Ctrl+I"_s), this);
     key->setContext(Qt::WidgetWithChildrenShortcut);
     connect(key, &QShortcut::activated, this, &TMMGInserimentoDocumento::startEntry);
+}
+
+ScorteDi TMMGInserimentoDocumento::stockOf()
+{
+    if (!seesInvoices_)
+        seesInvoices_ = mayView(fatturaAccompagnatoria());
+    return {&kind_, {storedKey(), numero(), documentDate()}, customerCode(), *seesInvoices_};
+}
+
+void TMMGInserimentoDocumento::createStockLine(QWidget *page)
+{
+    stock_ = new DocumentStockLine(
+        *grid_, [this] { return stockOf(); }, page);
+    connect(entry_, &DocumentEntryLine::articleTaken, stock_, &DocumentStockLine::setTyped);
+    connect(date_, &ui::Field::edited, stock_, &DocumentStockLine::forget);
+    // Also what other forms store.
+    connect(&Modulo(), &TMMGModMagazzino::tableChanged, stock_, &DocumentStockLine::forget);
 }
 
 void TMMGInserimentoDocumento::startEntry()

@@ -1,6 +1,7 @@
 // How the header of a document's form is filled by the keyboard.
 #include "magazzino/documents/Proposte.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
+#include "magazzino/ui/StockLine.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/PickInput.h"
@@ -85,6 +86,7 @@ void TMMGInserimentoDocumento::counterpartChosen(const QString &code)
             lastTime_ = std::move(last);
     }
     offerLastTime();
+    stock_->forget();
 }
 
 void TMMGInserimentoDocumento::offerLastTime()

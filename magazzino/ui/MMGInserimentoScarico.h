@@ -43,6 +43,7 @@ protected:
     QString addresseeCode() const;
 
     QList<std::pair<ui::Field *, QString>> asLastTime() const override;
+    QString customerCode() const override { return addresseeCode(); }
     ui::ChoiceField *transportType() const { return transportType_; }
     ui::ChoiceField *transportReason() const { return transportReason_; }
 
