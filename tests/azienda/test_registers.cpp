@@ -30,7 +30,7 @@ bool isOfModule(const ui::RegisterSpec &spec)
 bool isNumber(const ui::RegisterField &field)
 {
     using Kind = ui::RegisterField::Kind;
-    return field.kind == Kind::Amount || field.kind == Kind::Quantity;
+    return field.kind == Kind::Amount || field.kind == Kind::Quantity || field.kind == Kind::Integer;
 }
 
 // Something different in every input, as long as the column allows; some inputs of the module take more than theirs.
@@ -49,7 +49,8 @@ void fillIn(QWidget *form, const ui::RegisterSpec &spec)
             }
             QTest::keyClick(input, Qt::Key_A, Qt::ControlModifier);
             if (isNumber(field))
-                test::type(input, QString::number(++number) + u",89"_s);
+                test::type(input, QString::number(++number) +
+                                      (field.kind == ui::RegisterField::Kind::Integer ? QString() : u",89"_s));
             else
                 test::type(input, (field.name.mid(3, 2) + u"È'\"<&%;"_s + field.name + QString(100, u'x'))
                                       .left(std::min(field.maxLength, longest)));
