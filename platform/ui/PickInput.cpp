@@ -1,5 +1,6 @@
 #include "platform/ui/PickInput.h"
 
+#include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/Bell.h"
 #include "platform/ui/Controls.h"
@@ -34,8 +35,14 @@ PickInput::PickInput(const PickSpec &spec, QWidget *parent)
     setMaximumWidth(inputWidth);
     refreshLater_.setSingleShot(true);
     refreshLater_.setInterval(refreshDelay);
-    connect(&refreshLater_, &QTimer::timeout, this,
-            [this] { core::guarded(this, [this] { spec_.source.refresh(); }); });
+    connect(&refreshLater_, &QTimer::timeout, this, [this] {
+        try {
+            spec_.source.refresh();
+        } catch (const std::exception &error) {
+            // Nobody has asked for anything yet; the first key tells.
+            core::logError(u"elenco di un campo"_s, error);
+        }
+    });
     connect(this, &QLineEdit::textEdited, this, [this] {
         setPalette({});
         core::guarded(this, [this] { showOffers(); });
