@@ -49,10 +49,11 @@ protected:
     /// Refuses a save with `text` while `missing()` is true. Enter in the header leads to `input` while that is so.
     void require(QWidget *input, std::function<bool()> missing, const QString &text);
     /// The input beside the button of a chooser whose dialog `choose` opens; `take` gets the key of what was typed.
-    ui::PickInput *createPick(const QString &name, const ui::PickSource &source, const std::function<void(int)> &take,
-                              const std::function<void()> &choose, QWidget *box);
+    static ui::PickInput *createPick(const QString &name, const ui::PickSource &source,
+                                     const std::function<void(int)> &take, const std::function<void()> &choose,
+                                     QWidget *box);
     /// Enter in the header: to the next thing that a save requires and that is missing, then to the rows.
-    void followUp(ui::PickInput *input);
+    void followUp(ui::PickInput *input) const;
 
     /// Code of the customer of an issue; empty for none.
     virtual QString customerCode() const { return {}; }

@@ -34,7 +34,7 @@ ui::PickInput *TMMGInserimentoDocumento::createPick(const QString &name, const u
         box);
 }
 
-void TMMGInserimentoDocumento::followUp(ui::PickInput *input)
+void TMMGInserimentoDocumento::followUp(ui::PickInput *input) const
 {
     connect(input, &ui::PickInput::finished, this, &TMMGInserimentoDocumento::goOn);
 }
