@@ -53,7 +53,7 @@ QString wantedChapter()
 
 QString manualFolder()
 {
-    const QString beside = QCoreApplication::applicationDirPath() + u"/manuale"_s;
+    QString beside = QCoreApplication::applicationDirPath() + u"/manuale"_s;
     const QString file = u"/manuale.md"_s;
     if (QFileInfo::exists(beside + file))
         return beside;
@@ -70,7 +70,7 @@ ManualText::ManualText(QWidget *parent)
 
 QVariant ManualText::loadResource(int type, const QUrl &name)
 {
-    const QVariant found = QTextBrowser::loadResource(type, name);
+    QVariant found = QTextBrowser::loadResource(type, name);
     if (type != QTextDocument::ImageResource)
         return found;
     QImage picture = found.value<QImage>();
@@ -134,7 +134,7 @@ void ManualWindow::listChapters()
         const int level = block.blockFormat().headingLevel();
         if (level < 2)
             continue;
-        auto *item = new QListWidgetItem(QString(4 * (level - 2), u' ') + block.text(), chapters_);
+        auto *item = new QListWidgetItem(QString(qsizetype(level - 2) * 4, u' ') + block.text(), chapters_);
         item->setData(blockRole, block.blockNumber());
     }
 }
