@@ -70,8 +70,8 @@ QString Bench::runDay(int documents)
 {
     createDatabase();
     fill(1, size.documents);
-    const QString pdf = filePath(u"documento.pdf"_s);
-    ui::setSaveFileChooser([&pdf](QWidget *, const ui::SaveFileRequest &) { return pdf; });
+    ui::setSaveFileChooser(
+        [pdf = filePath(u"documento.pdf"_s)](QWidget *, const ui::SaveFileRequest &) { return pdf; });
     const int first = firstKey(u"DDT_SCARICO"_s, u"IDDDT_SCARICO"_s);
     const int warmUp = std::max(1, documents / 10);
     Holdings before;
@@ -86,7 +86,7 @@ QString Bench::runDay(int documents)
     ui::setSaveFileChooser({});
     const int counted = documents - warmUp;
     const double resident = static_cast<double>(after.resident - before.resident) / counted;
-    const QString text =
+    QString text =
         u"%1 documents opened, saved, printed and closed in %2 s. For each of the last %3: %4 kB more resident, %5 kB "
         "more allocated. Handles %6 before, %7 after; files %8 before, %9 after.\n"_s.arg(documents)
             .arg(time / 1000, 0, 'f', 0)
