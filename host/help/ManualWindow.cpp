@@ -29,14 +29,15 @@ class HelpKey : public QObject
 public:
     using QObject::QObject;
 
-    bool eventFilter(QObject *watched, QEvent *event) override
+    bool eventFilter(QObject *, QEvent *event) override
     {
-        auto *dialog = qobject_cast<QDialog *>(QApplication::activeWindow());
-        if (event->type() != QEvent::KeyPress || !dialog)
-            return QObject::eventFilter(watched, event);
+        // Of every event of the program: the rest is asked for F1 alone.
+        if (event->type() != QEvent::KeyPress)
+            return false;
         const auto *key = static_cast<QKeyEvent *>(event);
-        if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier)
-            return QObject::eventFilter(watched, event);
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeWindow());
+        if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier || !dialog)
+            return false;
         showManual(dialog);
         return true;
     }
