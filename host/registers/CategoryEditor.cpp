@@ -85,7 +85,7 @@ void CategoryEditor::declareCommands()
          u"Aggiunge una categoria accanto a quella selezionata."_s},
         {u"actNuovaSottocategoria"_s, u"Sottocategoria"_s, addBelow, Icon::Add, QKeySequence(Qt::Key_Insert),
          u"Aggiunge una categoria sotto quella selezionata."_s},
-        {u"actRinomina"_s, u"Rinomina"_s, [this] { rename(); }, Icon::Text, QKeySequence(Qt::Key_F2)},
+        {u"actRinomina"_s, u"Rinomina"_s, [this] { rename(); }, Icon::Rename, QKeySequence(Qt::Key_F2)},
         {u"actSposta"_s, u"Sposta"_s, [this] { move(); }, Icon::Choose, QKeySequence(u"Ctrl+M"_s),
          u"Sposta la categoria, con tutto ciò che contiene, sotto un'altra."_s},
         {u"actElimina"_s, u"Elimina"_s, [this] { remove(); }, Icon::Delete, QKeySequence(u"Ctrl+D"_s)},

@@ -110,8 +110,8 @@ void PreviewWindow::declareCommands()
          key(u"Ctrl+End"_s)},
         {u"actIngrandisci"_s, u"Ingrandisci"_s, [this] { stepZoom(1); }, Icon::Search, key(u"Ctrl++"_s)},
         {u"actRiduci"_s, u"Riduci"_s, [this] { stepZoom(-1); }, Icon::Search, key(u"Ctrl+-"_s)},
-        {u"actAdattaLarghezza"_s, u"Larghezza pagina"_s, [this] { setZoom(Fit::Width); }, Icon::Text},
-        {u"actPaginaIntera"_s, u"Pagina intera"_s, [this] { setZoom(Fit::Page); }, Icon::Text},
+        {u"actAdattaLarghezza"_s, u"Larghezza pagina"_s, [this] { setZoom(Fit::Width); }, Icon::FitWidth},
+        {u"actPaginaIntera"_s, u"Pagina intera"_s, [this] { setZoom(Fit::Page); }, Icon::FitPage},
         {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close},
     };
     for (const ui::Command &command : commands)

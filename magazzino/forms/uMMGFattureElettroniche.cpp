@@ -114,7 +114,7 @@ TMMGFattureElettroniche::TMMGFattureElettroniche(QWidget *owner)
 void TMMGFattureElettroniche::dichiaraComandi()
 {
     const QList<ui::Command> comandi = {
-        {u"actControlla"_s, u"Controlla"_s, [this] { controlla(); }, ui::Icon::Choose, QKeySequence(u"F7"_s),
+        {u"actControlla"_s, u"Controlla"_s, [this] { controlla(); }, ui::Icon::Check, QKeySequence(u"F7"_s),
          u"Cerca nelle fatture scelte che cosa impedisce il file; senza una scelta, in tutte."_s},
         {u"actScriviFile"_s, u"Scrivi file"_s, [this] { scriviFile(); }, ui::Icon::Save, QKeySequence(u"F8"_s),
          u"Scrive i file delle fatture scelte in una cartella."_s},
@@ -123,19 +123,19 @@ void TMMGFattureElettroniche::dichiaraComandi()
         {u"actLeggiRicevute"_s,
          u"Leggi ricevute"_s,
          [this] { leggiCartella(); },
-         ui::Icon::Recover,
+         ui::Icon::Import,
          {},
          u"Legge le ricevute del Sistema di Interscambio da una cartella; si possono anche trascinare qui."_s},
         {u"actInviaConLaPosta"_s,
          u"Invia con la posta"_s,
          [this] { inviaConLaPosta(); },
-         ui::Icon::Export,
+         ui::Icon::Send,
          {},
          u"Prepara un messaggio di posta certificata con il file della fattura."_s},
         {u"actSegnaInviata"_s,
          u"Segna inviata"_s,
          [this] { segnaInviata(); },
-         ui::Icon::Add,
+         ui::Icon::Done,
          {},
          u"Segna come inviate le fatture scelte, oppure come non inviate se lo erano già."_s}};
     for (const ui::Command &comando : comandi)

@@ -68,7 +68,7 @@ QWidget *TMMGInserimentoDocumento::createLastTime()
     QAction *take = addCommand({.name = u"actComeUltimaVolta"_s,
                                 .caption = u"Come l'ultima volta"_s,
                                 .run = [this] { takeLastTime(); },
-                                .icon = ui::Icon::Recover,
+                                .icon = ui::Icon::LastTime,
                                 .shortcut = QKeySequence(Qt::Key_F8)});
     QPushButton *button = commandButton(take, u"cmdComeUltimaVolta"_s, this);
     // The place in the header stays.

@@ -67,7 +67,15 @@ enum class Icon
     Clear,
     Service,
     Recover,
-    Export
+    Export,
+    Import,
+    Send,
+    Check,
+    Done,
+    Rename,
+    LastTime,
+    FitWidth,
+    FitPage
 };
 /// The icon of a command.
 QIcon icon(Icon which);

@@ -42,7 +42,15 @@ const QHash<Icon, Drawing> &drawings()
                                              {Icon::Clear, {u"edit-clear"_s, QStyle::SP_DialogCancelButton}},
                                              {Icon::Recover, {u"document-revert"_s, QStyle::SP_ArrowBack}},
                                              {Icon::Service, {u"configure"_s, QStyle::SP_FileDialogListView}},
-                                             {Icon::Export, {u"document-export"_s, QStyle::SP_DialogSaveButton}}};
+                                             {Icon::Export, {u"document-export"_s, QStyle::SP_DialogSaveButton}},
+                                             {Icon::Import, {u"document-import"_s, QStyle::SP_ArrowBack}},
+                                             {Icon::Send, {u"mail-send"_s, QStyle::SP_DialogSaveButton}},
+                                             {Icon::Check, {u"checkmark"_s, QStyle::SP_DialogApplyButton}},
+                                             {Icon::Done, {u"mail-mark-read"_s, QStyle::SP_DialogOkButton}},
+                                             {Icon::Rename, {u"edit-rename"_s, QStyle::SP_FileDialogInfoView}},
+                                             {Icon::LastTime, {u"view-history"_s, QStyle::SP_ArrowBack}},
+                                             {Icon::FitWidth, {u"zoom-fit-width"_s, QStyle::SP_FileDialogInfoView}},
+                                             {Icon::FitPage, {u"zoom-fit-page"_s, QStyle::SP_FileDialogInfoView}}};
     return all;
 }
 
