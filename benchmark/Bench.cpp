@@ -83,6 +83,8 @@ void Bench::measureGrowing()
         measureSaves(*this);
     if (isWanted(u"opening"_s))
         measureOpening(*this);
+    if (isWanted(u"typing"_s))
+        measureTyping(*this);
     if (isWanted(u"keys"_s))
         measureKeySearches(*this);
     if (isWanted(u"inventories"_s))

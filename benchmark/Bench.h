@@ -60,6 +60,7 @@ private:
 void measureSaves(Bench &bench);
 void measureOpening(Bench &bench);
 void measureArticleRow(Bench &bench);
+void measureTyping(Bench &bench);
 void measureKeySearches(Bench &bench);
 void measureInventories(Bench &bench);
 void measureLevelReports(Bench &bench);
