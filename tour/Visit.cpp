@@ -105,11 +105,13 @@ void Visit::picture(QWidget *window, const QString &name)
 
 void Visit::pictureAtSmallestSize(QWidget *form, const QString &name, const QString &suffix)
 {
+    // A tab is as large as the main window lets it be.
+    const QString arrangement = u"actFinestreLibere"_s;
+    trigger(form->window(), arrangement);
     QWidget *frame = form->parentWidget();
-    const QSize before = frame->size();
     frame->resize(frame->minimumSizeHint().expandedTo(form->minimumSize()));
     picture(form, name + u"-dimensione-minima"_s + suffix);
-    frame->resize(before);
+    trigger(form->window(), arrangement);
 }
 
 core::Answer Visit::answer(const core::Message &message)

@@ -2,6 +2,7 @@
 
 #include "host/help/AboutDialog.h"
 #include "host/help/ManualWindow.h"
+#include "host/ui/ChildArea.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Settings.h"
 #include "platform/ui/ChildForm.h"
@@ -10,11 +11,11 @@
 #include <QCloseEvent>
 #include <QCryptographicHash>
 #include <QLabel>
-#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QSettings>
 #include <QStatusBar>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -30,6 +31,8 @@ MainWindow *&current()
 
 const QString geometryKey = u"finestra/geometria"_s;
 const QString barsKey = u"finestra/barre"_s;
+const QString arrangementGroup = u"finestre"_s;
+const QString freeKey = u"/libere"_s;
 const QString checkKey = u"finestra/controllo"_s;
 
 // A damaged state of tool bars keeps Qt counting for hours, so what is restored must be what was written.
@@ -47,7 +50,7 @@ struct MenuSpec
 } // namespace
 
 MainWindow::MainWindow(const QString &settingsFile)
-    : area_(new QMdiArea(this))
+    : area_(new ChildArea(this))
     , userLabel_(new QLabel(this))
     , databaseLabel_(new QLabel(this))
     , settingsFile_(settingsFile)
@@ -56,16 +59,12 @@ MainWindow::MainWindow(const QString &settingsFile)
     setObjectName(u"frmMain"_s);
     setWindowTitle(u"Corvane"_s);
     setMinimumSize(640, 400);
-    // A window that closes leaves the place to the one that was used before it.
-    area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
-    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    area_->setBackground(palette().color(QPalette::Mid));
     setCentralWidget(area_);
     createMenus();
     createToolBars();
     statusBar()->addPermanentWidget(userLabel_);
     statusBar()->addPermanentWidget(databaseLabel_);
+    statusBar()->addPermanentWidget(createArrangement());
     connect(area_, &QMdiArea::subWindowActivated, this, &MainWindow::childActivated);
     restoreLayout();
 }
@@ -136,42 +135,7 @@ QToolBar *MainWindow::commonToolBar(TKxCommonToolBars kind) const
 
 void MainWindow::showChild(QWidget *form)
 {
-    auto *window = qobject_cast<QMdiSubWindow *>(form->parentWidget());
-    if (!window) {
-        const QSize wanted = form->sizeHint();
-        window = area_->addSubWindow(form);
-        window->setAttribute(Qt::WA_DeleteOnClose, form->testAttribute(Qt::WA_DeleteOnClose));
-        window->setWindowIcon(windowIcon());
-        window->installEventFilter(this);
-        // Room for the frame, and never larger than the area that is there.
-        const QSize frame = window->size() - window->contentsRect().size();
-        window->resize((wanted + frame).boundedTo(area_->viewport()->size()));
-    }
-    form->show();
-    window->show();
-    if (window->isMinimized())
-        window->showNormal();
-    area_->setActiveSubWindow(window);
-    window->raise();
-    form->setFocus();
-}
-
-// The area looks for the next window when one goes, not when one hides.
-bool MainWindow::eventFilter(QObject *watched, QEvent *event)
-{
-    const auto *window = qobject_cast<QMdiSubWindow *>(watched);
-    if (window && event->type() == QEvent::Hide && window->isHidden())
-        activateLastUsed();
-    return QMainWindow::eventFilter(watched, event);
-}
-
-void MainWindow::activateLastUsed()
-{
-    const QList<QMdiSubWindow *> used = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
-    const auto last =
-        std::find_if(used.rbegin(), used.rend(), [](const QMdiSubWindow *window) { return window->isVisible(); });
-    if (last != used.rend())
-        area_->setActiveSubWindow(*last);
+    area_->showChild(form);
 }
 
 void MainWindow::childActivated(QMdiSubWindow *window)
@@ -192,12 +156,55 @@ void MainWindow::childActivated(QMdiSubWindow *window)
     }
 }
 
+// The arrangement is one press away whatever stands in the menus.
+QToolButton *MainWindow::createArrangement()
+{
+    free_ = new QAction(u"&Finestre libere"_s, this);
+    free_->setObjectName(u"actFinestreLibere"_s);
+    free_->setCheckable(true);
+    free_->setToolTip(u"Finestre libere nell'area di lavoro, invece di una scheda per ogni finestra"_s);
+    connect(free_, &QAction::triggered, this, [this](bool free) {
+        area_->setFree(free);
+        core::guarded(this, [this] { keepArrangement(); });
+    });
+    auto *button = new QToolButton(this);
+    button->setDefaultAction(free_);
+    button->setAutoRaise(true);
+    return button;
+}
+
+void MainWindow::keepArrangement()
+{
+    if (settingsFile_.isEmpty())
+        return;
+    core::changeSettings(settingsFile_, [this](QSettings &settings) {
+        settings.setValue(core::userGroup(arrangementGroup, user_) + freeKey, area_->isFree() ? u"true"_s : u"false"_s);
+    });
+}
+
+void MainWindow::restoreArrangement()
+{
+    const QSettings settings(settingsFile_, QSettings::IniFormat);
+    const bool free =
+        !settingsFile_.isEmpty() && settings.value(core::userGroup(arrangementGroup, user_) + freeKey).toBool();
+    free_->setChecked(free);
+    area_->setFree(free);
+}
+
 void MainWindow::listWindows()
 {
     windowMenu_->clear();
-    windowMenu_->addAction(u"&Sovrapponi"_s, area_, &QMdiArea::cascadeSubWindows);
-    windowMenu_->addAction(u"&Affianca"_s, area_, &QMdiArea::tileSubWindows);
+    const auto arrange = [this](const QString &caption, void (QMdiArea::*how)()) {
+        windowMenu_->addAction(caption, this, [this, how] {
+            if (!area_->isFree())
+                free_->trigger();
+            (area_->*how)();
+        });
+    };
+    arrange(u"&Sovrapponi"_s, &QMdiArea::cascadeSubWindows);
+    arrange(u"&Affianca"_s, &QMdiArea::tileSubWindows);
     windowMenu_->addAction(u"&Chiudi tutte"_s, area_, &QMdiArea::closeAllSubWindows);
+    windowMenu_->addAction(free_);
     windowMenu_->addSeparator();
     int number = 0;
     const QList<QMdiSubWindow *> windows = area_->subWindowList();
@@ -213,10 +220,12 @@ void MainWindow::listWindows()
 
 void MainWindow::showSession(const QString &user, const QString &database)
 {
+    user_ = user;
     userLabel_->setText(u"Utente: %1"_s.arg(user));
     database_ = database;
     databaseLabel_->setText(u"Database: %1"_s.arg(database));
     setWindowTitle(u"Corvane - %1"_s.arg(user));
+    restoreArrangement();
 }
 
 void MainWindow::switchTo(const Opening &database)

@@ -8,10 +8,12 @@
 #include <optional>
 
 class QLabel;
-class QMdiArea;
 class QMdiSubWindow;
+class QToolButton;
 
 namespace host {
+
+class ChildArea;
 
 /// The host's main form: its menus and common tool bars, into which the modules merge theirs, and the area of their
 /// child windows. The database connection is a child of this window; modules find it there.
@@ -42,25 +44,28 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void createMenus();
     void createToolBars();
     void childActivated(QMdiSubWindow *window);
-    void activateLastUsed();
+    QToolButton *createArrangement();
+    void keepArrangement();
+    void restoreArrangement();
     void listWindows();
     void fitScreen();
     void restoreLayout();
     void saveLayout();
     void about();
 
-    QMdiArea *area_;
+    ChildArea *area_;
+    QAction *free_ = nullptr; // windows lie freely instead of being tabs
     QMenu *windowMenu_ = nullptr;
     QMenu *childMenu_ = nullptr; // of the active child window, shown in the menu bar
     QList<QToolBar *> commonToolBars_;
     QLabel *userLabel_;
     QLabel *databaseLabel_;
+    QString user_;
     QString database_; // as the user sees it
     QString settingsFile_;
     std::optional<Opening> next_;

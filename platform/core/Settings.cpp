@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QThread>
+#include <QUrl>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -102,6 +103,11 @@ void changeSettings(const QString &path, const std::function<void(QSettings &)> 
     }
     saveFile(path, content, Readers::OwnerOnly);
     makeNewer(path, before);
+}
+
+QString userGroup(const QString &group, const QString &user)
+{
+    return group + u'/' + QString::fromLatin1(QUrl::toPercentEncoding(user));
 }
 
 } // namespace core

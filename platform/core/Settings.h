@@ -13,4 +13,7 @@ namespace core {
 /// reason.
 void changeSettings(const QString &path, const std::function<void(QSettings &)> &change);
 
+/// The group of settings in which `user` has a part of `group` alone; a slash in a name opens no group of its own.
+QString userGroup(const QString &group, const QString &user);
+
 } // namespace core

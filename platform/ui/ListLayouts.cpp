@@ -3,7 +3,6 @@
 #include "platform/core/Settings.h"
 
 #include <QSettings>
-#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -28,11 +27,9 @@ Place &place()
     return current;
 }
 
-// A slash in a name would open a group of its own.
 QString groupOf(const QString &list)
 {
-    const QString user = QString::fromLatin1(QUrl::toPercentEncoding(place().user));
-    return u"elenchi/%1/%2"_s.arg(user, list);
+    return core::userGroup(u"elenchi"_s, place().user) + u'/' + list;
 }
 
 } // namespace

@@ -114,8 +114,48 @@ private Q_SLOTS:
         }
     }
 
+    // As tabs or lying freely, each user's own.
+    void arrangementIsRemembered()
+    {
+        const QTemporaryDir folder;
+        host::MainWindow window(folder.filePath(u"finestre.ini"_s));
+        auto *area = window.findChild<QMdiArea *>();
+        for (const auto &[user, isFree, changes] : {std::tuple(u"MARIO"_s, false, true),
+                                                    {u"A/B"_s, false, false},
+                                                    {u"MARIO"_s, true, true},
+                                                    {u"MARIO"_s, false, false}}) {
+            window.showSession(user, {});
+            QCOMPARE(area->viewMode(), isFree ? QMdiArea::SubWindowView : QMdiArea::TabbedView);
+            if (changes)
+                test::trigger(&window, u"actFinestreLibere"_s);
+        }
+    }
+
+    // Tabs of hidden windows are no tabs; what filled the area as a tab lies in it with its own size.
+    void tabsFillTheAreaAndComeFree()
+    {
+        QWidget *list = open(u"actRicercaFornitori"_s);
+        QWidget *print = open(u"actStampaInventario"_s);
+        QCOMPARE(print->parentWidget()->size(), area()->viewport()->size());
+        const auto *tabs = test::control<QTabBar>(area(), u"tabFinestre"_s);
+        test::trigger(open(u"actInserimentoBolleCarico"_s), u"actChiudi"_s);
+        QCOMPARE(print->parentWidget()->size(), area()->viewport()->size());
+        test::trigger(list, u"actChiudi"_s);
+        test::trigger(open(u"actRicercaVettori"_s), u"actChiudi"_s);
+        QCOMPARE(std::tuple(tabs->isTabVisible(0), tabs->isTabVisible(1)), std::tuple(false, true));
+        QVERIFY(!list->isVisible());
+        open(u"actRicercaFornitori"_s);
+        QCOMPARE(std::tuple(tabs->isTabVisible(0), tabs->currentIndex()), std::tuple(true, 0));
+        test::trigger(&place().window(), u"actFinestreLibere"_s);
+        QVERIFY(!list->parentWidget()->isMaximized() && !print->parentWidget()->isMaximized());
+        QCOMPARE(activeForm(), list);
+        test::trigger(&place().window(), u"actFinestreLibere"_s);
+        QVERIFY(list->parentWidget()->isMaximized());
+    }
+
     void hiddenListComesBackAsItWas()
     {
+        test::trigger(&place().window(), u"actFinestreLibere"_s);
         QWidget *list = open(u"actRicercaFornitori"_s);
         list->parentWidget()->move(30, 40);
         auto *name = test::control<QLineEdit>(list, u"txtRagioneSociale"_s);

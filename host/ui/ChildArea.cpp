@@ -1,0 +1,130 @@
+#include "host/ui/ChildArea.h"
+
+#include <QEvent>
+#include <QMdiSubWindow>
+#include <QTabBar>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+ChildArea::ChildArea(QWidget *parent)
+    : QMdiArea(parent)
+{
+    setActivationOrder(ActivationHistoryOrder);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setDocumentMode(true);
+    setTabsClosable(true);
+    setTabsMovable(true);
+    setBackground(palette().color(QPalette::Mid));
+    setFree(false);
+    hidden_.setSingleShot(true);
+    hidden_.setInterval(0);
+    connect(this, &QMdiArea::subWindowActivated, this, &ChildArea::fillWith);
+    connect(&hidden_, &QTimer::timeout, this, &ChildArea::followHidden);
+}
+
+void ChildArea::setFree(bool free)
+{
+    // Left to itself the area would show windows that are hidden, to make them smaller.
+    setOption(DontMaximizeSubWindowOnActivation, !free);
+    setViewMode(free ? SubWindowView : TabbedView);
+    if (QTabBar *bar = tabBar()) {
+        bar->setObjectName(u"tabFinestre"_s);
+        bar->setElideMode(Qt::ElideRight);
+        bar->setExpanding(false);
+        showTabs();
+        fillWith(activeSubWindow());
+        return;
+    }
+    // Each of the tabs filled the area.
+    const QList<QMdiSubWindow *> windows = subWindowList();
+    for (QMdiSubWindow *window : windows) {
+        if (window->isVisible() && window->isMaximized())
+            window->showNormal();
+    }
+}
+
+void ChildArea::fillWith(QMdiSubWindow *window)
+{
+    if (window && !isFree() && !window->isMaximized())
+        window->showMaximized();
+}
+
+// The area makes a new one each time the windows become tabs.
+QTabBar *ChildArea::tabBar() const
+{
+    return findChild<QTabBar *>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+// The area keeps a tab for a window that is hidden, and gives each the program's own icon.
+void ChildArea::showTabs()
+{
+    QTabBar *bar = tabBar();
+    if (!bar)
+        return;
+    const QList<QMdiSubWindow *> windows = subWindowList();
+    for (int i = 0; i < std::min(static_cast<int>(windows.size()), bar->count()); ++i) {
+        const QSignalBlocker quiet(bar);
+        bar->setTabVisible(i, !windows[i]->isHidden());
+        bar->setTabIcon(i, {});
+    }
+}
+
+void ChildArea::showChild(QWidget *form)
+{
+    auto *window = qobject_cast<QMdiSubWindow *>(form->parentWidget());
+    if (!window)
+        window = addChild(form);
+    form->show();
+    window->show();
+    showTabs();
+    if (window->isMinimized())
+        window->showNormal();
+    setActiveSubWindow(window);
+    window->raise();
+    form->setFocus();
+}
+
+QMdiSubWindow *ChildArea::addChild(QWidget *form)
+{
+    const QSize wanted = form->sizeHint();
+    QMdiSubWindow *window = addSubWindow(form);
+    window->setAttribute(Qt::WA_DeleteOnClose, form->testAttribute(Qt::WA_DeleteOnClose));
+    window->setWindowIcon(parentWidget()->windowIcon());
+    // Room for the frame, and never larger than the area that is there.
+    const QSize frame = window->size() - window->contentsRect().size();
+    window->resize((wanted + frame).boundedTo(viewport()->size()));
+    return window;
+}
+
+// A window hides for a moment, too, while it becomes a tab, so what follows waits.
+bool ChildArea::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Hide && qobject_cast<QMdiSubWindow *>(watched))
+        hidden_.start();
+    return QMdiArea::eventFilter(watched, event);
+}
+
+// The area looks for the next window when one goes, not when one hides.
+void ChildArea::followHidden()
+{
+    const QMdiSubWindow *active = activeSubWindow();
+    if (!active || active->isHidden())
+        activateLastUsed();
+    showTabs();
+}
+
+void ChildArea::activateLastUsed()
+{
+    const QList<QMdiSubWindow *> used = subWindowList(ActivationHistoryOrder);
+    const auto last =
+        std::find_if(used.rbegin(), used.rend(), [](const QMdiSubWindow *window) { return window->isVisible(); });
+    if (last != used.rend())
+        setActiveSubWindow(*last);
+}
+
+} // namespace host
