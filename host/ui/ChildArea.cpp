@@ -40,12 +40,14 @@ void ChildArea::setFree(bool free)
         fillWith(activeSubWindow());
         return;
     }
-    // Each of the tabs filled the area.
+    // Each of the tabs filled the area; the one that gets its size last would be in front.
+    QMdiSubWindow *active = activeSubWindow();
     const QList<QMdiSubWindow *> windows = subWindowList();
     for (QMdiSubWindow *window : windows) {
         if (window->isVisible() && window->isMaximized())
             window->showNormal();
     }
+    setActiveSubWindow(active);
 }
 
 void ChildArea::fillWith(QMdiSubWindow *window)
