@@ -71,8 +71,8 @@ public:
     void rSystemOverridePreview(report::ReportSystem &system, int overrideMode, QWidget *form);
 
 Q_SIGNALS:
-    /// One of the module's forms saved a record to `table` or deleted one.
-    void tableChanged(const QString &table);
+    /// One of the module's forms, `form`, saved a record to `table` or deleted one.
+    void tableChanged(const QString &table, const QObject *form);
 
 private:
     void createDataSets();

@@ -72,6 +72,7 @@ bool userHasRight(const QString &userName, const QString &right, data::Connectio
         "ABILITAZIONI_UTENTE.IDABILITAZIONE_UTENTE = ABILITAZIONI_RUOLI.IDABILITAZIONE_UTENTE WHERE "
         "UPPER(UTENTI_RUOLI.USER_NAME) = "_s +
         data::inCapitals(u":UTENTE"_s));
+    const data::LatestRows wanted;
     rights.setParameter(u"UTENTE"_s, data::searchedText(userName));
     rights.open();
     // Not in the statement, which would not tell blanks at the end.

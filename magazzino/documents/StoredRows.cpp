@@ -13,20 +13,17 @@ namespace {
 /// Categories and rates of a document's rows as they are in the registers now.
 struct Registers
 {
-    explicit Registers(const QList<DocumentRow> &rows)
+    Registers(const QList<DocumentRow> &rows, const QHash<int, TAliquotaIVA> &vatRates)
+        : rates(vatRates)
     {
         QSet<int> articles;
         QSet<int> services;
-        QSet<int> vatRates;
         for (const DocumentRow &row : rows) {
-            if (!rowsOfGoods.testFlag(row.type()))
-                continue;
-            (row.tipo == tipoRiga::articolo ? articles : services).insert(row.idCategoria.value_or(0));
-            vatRates.insert(row.idAliquotaIVA.value_or(0));
+            if (rowsOfGoods.testFlag(row.type()))
+                (row.tipo == tipoRiga::articolo ? articles : services).insert(row.idCategoria.value_or(0));
         }
         articleCategories = GetCategorieAnaMaga(articles);
         serviceCategories = GetCategorieServizi(services);
-        rates = GetAliquoteIVA(vatRates);
     }
 
     QHash<int, TCodiceTesto> articleCategories;
@@ -51,9 +48,9 @@ void takeFromRegisters(const Registers &registers, DocumentRow &row)
 }
 
 /// The rows as they are stored: without gaps in their amounts, with category and rate as they are in the registers now.
-QList<DocumentRow> completed(QList<DocumentRow> rows)
+QList<DocumentRow> completed(QList<DocumentRow> rows, const QHash<int, TAliquotaIVA> &rates)
 {
-    const Registers registers(rows);
+    const Registers registers(rows, rates);
     for (DocumentRow &row : rows) {
         for (const auto amount : {&DocumentRow::costo, &DocumentRow::prezzo, &DocumentRow::sconto,
                                   &DocumentRow::quantita, &DocumentRow::importo})
@@ -131,8 +128,16 @@ QList<DocumentRow> readRows(const DocumentKind &kind, const QHash<int, double> &
     return rows;
 }
 
+QHash<int, TAliquotaIVA> vatRatesOf(const QList<DocumentRow> &rows)
+{
+    QSet<int> keys;
+    for (const DocumentRow &row : rows)
+        keys.insert(row.idAliquotaIVA.value_or(0));
+    return GetAliquoteIVA(keys);
+}
+
 void rewriteRows(const DocumentKind &kind, const DocumentHead &document, const QList<DocumentRow> &rows,
-                 data::DataSet &stored)
+                 const QHash<int, TAliquotaIVA> &rates, data::DataSet &stored)
 {
     deleteMovements(kind, document.id);
     stored.connection()->execute(u"DELETE FROM %1 WHERE %2=%3"_s.arg(kind.rowTable(), kind.key).arg(document.id));
@@ -142,5 +147,5 @@ void rewriteRows(const DocumentKind &kind, const DocumentHead &document, const Q
     }
     stored.forgetRows();
     if (!rows.isEmpty())
-        writeRows(kind, document, completed(rows), stored);
+        writeRows(kind, document, completed(rows, rates), stored);
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include "magazzino/MMGUtils.h"
 #include "magazzino/documents/DocumentKind.h"
 
 #include <QHash>
@@ -16,7 +17,10 @@ QHash<int, double> costsInMovements(const DocumentKind &kind, int id);
 /// costsInMovements().
 QList<DocumentRow> readRows(const DocumentKind &kind, const QHash<int, double> &costs, data::DataSet &stored);
 
-/// Writes all rows of a document anew, and for each article row its movement: what an earlier save wrote goes first.
-/// The caller owns the transaction.
+/// The VAT rates of the rows as they are in the register now, by key; those that are gone are left out.
+QHash<int, TAliquotaIVA> vatRatesOf(const QList<DocumentRow> &rows);
+
+/// Writes all rows of a document anew with `rates`, as from vatRatesOf(), and for each article row its movement: what
+/// an earlier save wrote goes first. The caller owns the transaction.
 void rewriteRows(const DocumentKind &kind, const DocumentHead &document, const QList<DocumentRow> &rows,
-                 data::DataSet &stored);
+                 const QHash<int, TAliquotaIVA> &rates, data::DataSet &stored);

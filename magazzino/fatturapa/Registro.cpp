@@ -133,10 +133,15 @@ Esito registra(data::Connection &connection, int fattura, const QString &utente,
     }
 }
 
-void segnaModificata(data::Connection &connection, int fattura)
+std::optional<FileRegistrato> segnaModificata(data::Connection &connection, int fattura)
 {
+    std::optional<FileRegistrato> file = ultimoFile(connection, fattura);
+    if (!file)
+        return {};
     connection.run(u"UPDATE FATTURE_ELETTRONICHE SET MODIFICATA_IL = ? WHERE DOCUMENTO = ? AND IDDOCUMENTO = ?"_s,
                    {core::now(), fatturaAccompagnatoria().table, fattura});
+    file->modificata = true;
+    return file;
 }
 
 void spostaStato(data::Connection &connection, int file, const QString &da, const QString &a, const QDateTime &quando)

@@ -57,8 +57,9 @@ struct Esito
 Esito registra(data::Connection &connection, int fattura, const QString &utente,
                const std::function<bool(const QString &nome)> &occupato);
 
-/// Notes that the invoice was saved; to be called in the transaction that saves it.
-void segnaModificata(data::Connection &connection, int fattura);
+/// Notes that the invoice was saved; to be called in the transaction that saves it, behind what locks its row. Returns
+/// its newest file as it is then; nothing when there is none.
+std::optional<FileRegistrato> segnaModificata(data::Connection &connection, int fattura);
 
 /// Moves a file from the state `da` to `a`, which counts from the moment `quando`. Does nothing when it is in another
 /// state by now: another workstation may have read a receipt.

@@ -30,6 +30,15 @@ QString vatHint(const DocumentRow &row)
         rate.codice.toHtmlEscaped(), rate.descrizione.toHtmlEscaped(), core::formatNumber(rate.aliquota));
 }
 
+// What became of the stored invoice's file; empty while there is none.
+QString statoFile(const std::optional<fatturapa::FileRegistrato> &file)
+{
+    if (!file)
+        return {};
+    return u"Fattura elettronica: %1, %2%3"_s.arg(
+        file->nome, file->stato, file->modificata ? u" – "_s + fatturapa::modificataDopoInvio : QString());
+}
+
 } // namespace
 
 TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWidget *owner)
@@ -81,16 +90,6 @@ void TMMGInserimentoFattureAccompagnatorie::addFurtherPages()
     layout->addWidget(recurrence_->widget());
 }
 
-// What became of the stored invoice's file; empty while there is none.
-QString TMMGInserimentoFattureAccompagnatorie::fileElettronico() const
-{
-    const auto file = fatturapa::ultimoFile(connection(), IdRecord());
-    if (!file)
-        return {};
-    return u"Fattura elettronica: %1, %2%3"_s.arg(
-        file->nome, file->stato, file->modificata ? u" – "_s + fatturapa::modificataDopoInvio : QString());
-}
-
 void TMMGInserimentoFattureAccompagnatorie::mostraFileElettronico(const QString &testo)
 {
     file_->setText(testo);
@@ -107,7 +106,7 @@ void TMMGInserimentoFattureAccompagnatorie::clearDetails()
 void TMMGInserimentoFattureAccompagnatorie::loadDetails()
 {
     TMMGInserimentoScarico::loadDetails();
-    mostraFileElettronico(fileElettronico());
+    mostraFileElettronico(statoFile(fatturapa::ultimoFile(connection(), IdRecord())));
 }
 
 QVariant TMMGInserimentoFattureAccompagnatorie::detailState() const
@@ -124,12 +123,12 @@ void TMMGInserimentoFattureAccompagnatorie::restoreDetails(const QVariant &state
 void TMMGInserimentoFattureAccompagnatorie::writeDetails()
 {
     TMMGInserimentoScarico::writeDetails();
-    fatturapa::segnaModificata(connection(), IdRecord());
+    savedFile_ = statoFile(fatturapa::segnaModificata(connection(), IdRecord()));
 }
 
 void TMMGInserimentoFattureAccompagnatorie::recordSaved()
 {
-    mostraFileElettronico(fileElettronico());
+    mostraFileElettronico(savedFile_);
 }
 
 QGroupBox *TMMGInserimentoFattureAccompagnatorie::createPayment()

@@ -42,7 +42,6 @@ private:
     void inserisciNotaDocumento();
     void fatturaElettronica();
     void mostraFileElettronico(const QString &testo);
-    QString fileElettronico() const;
 
     ui::ChoiceField *payment_ = nullptr;
     ui::DateField *due_ = nullptr;
@@ -50,4 +49,5 @@ private:
     ui::FlagField *exempt_ = nullptr;
     FatturaCiclicaField *recurrence_ = nullptr;
     QLabel *file_ = nullptr; ///< what became of the invoice's file; hidden while there is none
+    QString savedFile_;      ///< the same, as the save that is going on has found it
 };

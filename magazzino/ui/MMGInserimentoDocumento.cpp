@@ -2,6 +2,7 @@
 
 #include "host/users/Users.h"
 #include "magazzino/MMGUtils.h"
+#include "magazzino/documents/StoredRows.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/EntryLine.h"
 #include "magazzino/ui/StockLine.h"
@@ -221,12 +222,18 @@ void TMMGInserimentoDocumento::showTotals(const std::function<double(const Docum
 
 DocumentTotals TMMGInserimentoDocumento::AggiornaTotaliDocumento()
 {
+    // Else nobody sees the tax.
+    if (!totalLabels_.isEmpty())
+        rates_ = vatRatesOf(grid_->rowsModel().rows());
+    return computeTotals();
+}
+
+DocumentTotals TMMGInserimentoDocumento::computeTotals()
+{
     const VatRateOf rateOf = [this](int key) -> std::optional<double> {
         // Nobody sees or stores the tax.
-        if (totalLabels_.isEmpty())
-            return {};
-        const TAliquotaIVA rate = GetAliquotaIVA(key);
-        return rate.id > 0 ? std::optional(rate.aliquota) : std::nullopt;
+        const auto rate = totalLabels_.isEmpty() ? rates_.constEnd() : rates_.constFind(key);
+        return rate != rates_.constEnd() ? std::optional(rate->aliquota) : std::nullopt;
     };
     grid_->rowsModel().updateRows(
         [&](QList<DocumentRow> &rows) { totals_ = recomputeDocument(rows, kind_.unitPrice, rateOf, isExempt()); });

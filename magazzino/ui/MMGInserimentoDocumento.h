@@ -1,4 +1,5 @@
 #pragma once
+#include "magazzino/MMGUtils.h"
 #include "magazzino/ui/DocumentCommands.h"
 #include "magazzino/ui/DocumentGrid.h"
 #include "magazzino/ui/MMGInserimento.h"
@@ -122,6 +123,7 @@ private:
     void rowsChanged();
     bool savedForPrinting();
     void addPrintCommands();
+    DocumentTotals computeTotals();
     void showTotals(const std::function<double(const DocumentTotal &)> &amountOf);
 
     const DocumentKind &kind_;
@@ -136,6 +138,7 @@ private:
     QList<std::pair<DocumentTotal, QLabel *>> totalLabels_;
     QLabel *readOnly_ = nullptr; ///< only where saving needs a right
     DocumentTotals totals_;
+    QHash<int, TAliquotaIVA> rates_; ///< of the rows, as the totals were last computed with them
     QList<std::pair<QWidget *, std::function<bool()>>> required_; // in the order in which they are asked for
     std::unique_ptr<data::DataSet> lastTime_;                     // stands on the counterpart's last document
     // Of the document that is being loaded

@@ -63,7 +63,9 @@ void TMMGInserimentoDocumento::restoreDetails(const QVariant &state)
 
 void TMMGInserimentoDocumento::prepareSave()
 {
-    AggiornaTotaliDocumento();
+    // Totals and rows are stored with the same rates.
+    rates_ = vatRatesOf(grid_->rowsModel().rows());
+    computeTotals();
 }
 
 void TMMGInserimentoDocumento::writeComputed(data::DataSet &record) const
@@ -77,5 +79,5 @@ void TMMGInserimentoDocumento::writeDetails()
     // A document that was deleted leaves its movements behind. Written anew under another key, it takes them along.
     if (replacedKey() >= 0)
         deleteMovements(kind_, replacedKey());
-    rewriteRows(kind_, head(), grid_->rowsModel().rows(), *details());
+    rewriteRows(kind_, head(), grid_->rowsModel().rows(), rates_, *details());
 }
