@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -141,10 +142,67 @@ void revalue(QList<Movimento> &movements)
     }
 }
 
-void writeValue(data::Connection &connection, int id, double valore, double importo)
+/// An issue with the value that it is to be given.
+struct Scarico
+{
+    int id = 0;
+    int articolo = 0; ///< which of those that are revalued together
+    double valore = 0;
+    double importo = 0;
+};
+
+void writeValue(data::Connection &connection, const Scarico &issue)
 {
     connection.run(u"UPDATE MOVI_MAGA SET VALORE = ?, VALORE_IMPORTO = ? WHERE IDMOVI_MAGA = ?"_s,
-                   {core::roundDecimal(valore, 2), importo, id});
+                   {core::roundDecimal(issue.valore, 2), issue.importo, issue.id});
+}
+
+// On a network every statement is waited for.
+constexpr qsizetype issuesPerBlock = 25;
+
+const QString &blockOfIssues()
+{
+    static const QString sql = [] {
+        QStringList parameters;
+        QString body;
+        for (qsizetype i = 0; i < issuesPerBlock; ++i) {
+            parameters.append(u"V%1 TYPE OF COLUMN MOVI_MAGA.VALORE = ?, A%1 TYPE OF COLUMN MOVI_MAGA.VALORE_IMPORTO "
+                              "= ?, I%1 INTEGER = ?"_s.arg(i));
+            body += u"UPDATE MOVI_MAGA SET VALORE = :V%1, VALORE_IMPORTO = :A%1 WHERE IDMOVI_MAGA = :I%1; "_s.arg(i);
+        }
+        return u"EXECUTE BLOCK (%1) AS BEGIN %2END"_s.arg(parameters.join(u", "_s), body);
+    }();
+    return sql;
+}
+
+// False when the database has refused one of them; it has written none then.
+bool writeTogether(data::Connection &connection, const QList<Scarico> &issues)
+{
+    QVariantList values;
+    for (const Scarico &issue : issues)
+        values << core::roundDecimal(issue.valore, 2) << issue.importo << issue.id;
+    try {
+        connection.run(blockOfIssues(), values);
+        return true;
+    } catch (const std::exception &) {
+        // Which one and why is told when they are written one by one.
+        return false;
+    }
+}
+
+// As `single` would for each of them in their order; issues of the articles in `left` are for it alone.
+void writeAll(data::Connection &connection, const QList<Scarico> &issues, const QSet<int> &left,
+              const std::function<void(const Scarico &)> &single)
+{
+    for (qsizetype first = 0; first < issues.size(); first += issuesPerBlock) {
+        const QList<Scarico> group = issues.mid(first, issuesPerBlock);
+        const bool together = group.size() == issuesPerBlock &&
+                              std::none_of(group.begin(), group.end(),
+                                           [&left](const Scarico &issue) { return left.contains(issue.articolo); }) &&
+                              writeTogether(connection, group);
+        if (!together)
+            std::for_each(group.begin(), group.end(), single);
+    }
 }
 
 // Swallowed on purpose: a revaluation that fails leaves the values as they were and never stops its caller.
@@ -164,14 +222,6 @@ public:
     void write(data::Connection &connection);
 
 private:
-    struct Scarico
-    {
-        int id = 0;
-        int articolo = 0;
-        double valore = 0;
-        double importo = 0;
-    };
-
     int article_ = 0;
     QString capitals_;
     QSet<QString> spellings_; ///< the ways in which the article's code is written
@@ -209,16 +259,16 @@ void OgniArticolo::write(data::Connection &connection)
 {
     std::sort(issues_.begin(), issues_.end(), [](const Scarico &a, const Scarico &b) { return a.id < b.id; });
     QSet<int> failed;
-    for (const Scarico &issue : std::as_const(issues_)) {
+    writeAll(connection, issues_, failed, [&](const Scarico &issue) {
         if (failed.contains(issue.articolo))
-            continue;
+            return;
         try {
-            writeValue(connection, issue.id, issue.valore, issue.importo);
+            writeValue(connection, issue);
         } catch (const std::exception &error) {
             failed.insert(issue.articolo);
             logFailure(error);
         }
-    }
+    });
 }
 
 } // namespace
@@ -267,10 +317,12 @@ void RivalorizzaScarichiMagazzino(const QString &codice, bool useTransaction)
         // Inside it, so that what is written follows from what stood there at one moment.
         QList<Movimento> movements = readMovements(codice);
         revalue(movements);
+        QList<Scarico> issues;
         for (const Movimento &movement : std::as_const(movements)) {
             if (movement.scarico)
-                writeValue(connection, movement.id, movement.valore, movement.nuovoImporto);
+                issues.append({.id = movement.id, .valore = movement.valore, .importo = movement.nuovoImporto});
         }
+        writeAll(connection, issues, {}, [&](const Scarico &issue) { writeValue(connection, issue); });
         if (transaction)
             transaction->commit();
     } catch (const std::exception &error) {

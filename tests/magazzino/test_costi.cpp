@@ -76,7 +76,7 @@ class CostiTest : public QObject
         std::mt19937 random(seed);
         const auto upTo = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
         data::Transaction transaction(db->connection());
-        for (int i = 0; i < 40; ++i) {
+        for (int i = 0; i < 60; ++i) {
             const bool load = upTo(5) < 2;
             const double quantity = (load ? 1 : -1) * (upTo(3) == 0 ? 1 + upTo(4) : (1 + upTo(2000)) / 100.0);
             const double amount = load ? (1 + upTo(100000)) / 100.0 : -upTo(20000) / 100.0;
@@ -175,6 +175,9 @@ private Q_SLOTS:
         movement(10, 100);
         const int first = movement(-1, 0);
         movement(-2, 0);
+        // As many as are written at once.
+        for (int i = 0; i < 60; ++i)
+            movement(-0.1, 0, QDate(2026, 1, 11));
         db->connection().execute(u"CREATE EXCEPTION REFUSED 'no'"_s);
         db->connection().execute(u"CREATE TRIGGER REFUSE FOR MOVI_MAGA BEFORE UPDATE AS BEGIN IF (NEW.QUANTITA = "
                                  "-2) THEN EXCEPTION REFUSED; END"_s);
@@ -184,7 +187,7 @@ private Q_SLOTS:
         QVERIFY(!db->connection().inTransaction());
         RivalorizzaScarichiMagazzino(u"ART"_s, false);
         QCOMPARE(db->lines(values).value(first - 1), u"2|14.29|-14.29"_s);
-        QCOMPARE(db->lines(values).value(2), before.value(2));
+        QCOMPARE(db->lines(values).mid(2), before.mid(2));
     }
 
     // Valued together as one after the other, also where the stock goes through zero and codes differ in their letters.
