@@ -7,8 +7,10 @@
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Error.h"
 #include "platform/data/DatabaseFile.h"
+#include "tests/support/FirebirdServer.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QMap>
 #include <QTemporaryDir>
 
@@ -27,6 +29,14 @@ QString folder()
     }();
     Q_UNUSED(prepared)
     return directory.path();
+}
+
+// Null unless the tests are to work through a server: the same ones, over the other way of connecting.
+const FirebirdServer *server()
+{
+    static const std::unique_ptr<const FirebirdServer> own =
+        qEnvironmentVariableIsSet("MAGAZZINO_TEST_SERVER") ? std::make_unique<const FirebirdServer>() : nullptr;
+    return own.get();
 }
 
 std::unique_ptr<QObject> makeModule(const data::DatabaseAddress &address)
@@ -85,7 +95,7 @@ QVariant fillerFor(int fieldType)
 TestDatabase::TestDatabase(Content content)
 {
     static int counter = 0;
-    path_ = folder() + u"/test%1.fdb"_s.arg(++counter);
+    path_ = (server() ? server()->folder() : folder()) + u"/test%1.fdb"_s.arg(++counter);
     if (!QFile::copy(templateFile(content), path_))
         throw core::Error(u"The template database cannot be copied."_s);
 }
@@ -97,7 +107,7 @@ TestDatabase::~TestDatabase()
 
 data::DatabaseAddress TestDatabase::address() const
 {
-    return fileAddress(path_);
+    return server() ? server()->address(QFileInfo(path_).fileName()) : fileAddress(path_);
 }
 
 ModuleDatabase::ModuleDatabase(Content content)

@@ -18,6 +18,7 @@ enum class Content
 };
 
 /// A database file of the test's own, copied from a template that is made once per program; removed with the object.
+/// With the environment variable MAGAZZINO_TEST_SERVER it lies on a server that the program starts for itself.
 class TestDatabase
 {
 public:
