@@ -25,10 +25,8 @@ constexpr int narrowListWidth = 300;
 PickInput::PickInput(const PickSpec &spec, QWidget *parent)
     : LineEdit(parent)
     , spec_(spec)
-    , list_(new OfferList(spec.source.columns, spec.source.columns.size() > 1 ? listWidth : narrowListWidth, this))
 {
     setObjectName(spec.name);
-    list_->setObjectName(spec.name + u"Elenco"_s);
     setPlaceholderText(u"Cerca"_s);
     setToolTip(spec.hint + u" Invio prende la voce, F4 apre l'elenco."_s);
     setMinimumWidth(inputWidth / 2);
@@ -47,12 +45,28 @@ PickInput::PickInput(const PickSpec &spec, QWidget *parent)
         setPalette({});
         core::guarded(this, [this] { showOffers(); });
     });
+}
+
+OfferList &PickInput::list()
+{
+    if (list_)
+        return *list_;
+    const QList<OfferColumn> &columns = spec_.source.columns;
+    list_ = new OfferList(columns, columns.size() > 1 ? listWidth : narrowListWidth, this);
+    list_->setObjectName(spec_.name + u"Elenco"_s);
     connect(list_, &OfferList::picked, this, [this] {
         core::guarded(this, [this] {
             if (takeCurrent())
                 Q_EMIT finished();
         });
     });
+    return *list_;
+}
+
+void PickInput::hideList()
+{
+    if (list_)
+        list_->hide();
 }
 
 void PickInput::focusInEvent(QFocusEvent *event)
@@ -64,7 +78,7 @@ void PickInput::focusInEvent(QFocusEvent *event)
 void PickInput::focusOutEvent(QFocusEvent *event)
 {
     LineEdit::focusOutEvent(event);
-    list_->hide();
+    hideList();
     // What was not taken is nothing; it must not look like a choice.
     if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason) {
         clear();
@@ -75,7 +89,7 @@ void PickInput::focusOutEvent(QFocusEvent *event)
 void PickInput::hideEvent(QHideEvent *event)
 {
     LineEdit::hideEvent(event);
-    list_->hide();
+    hideList();
 }
 
 void PickInput::showOffers()
@@ -86,7 +100,7 @@ void PickInput::showOffers()
     QList<QStringList> lines;
     for (const PickOffer &offer : std::as_const(offers_))
         lines.append(offer.texts);
-    list_->offerLines(lines, *this);
+    list().offerLines(lines, *this);
 }
 
 bool PickInput::event(QEvent *event)
@@ -99,7 +113,7 @@ bool PickInput::event(QEvent *event)
 
 bool PickInput::takeKey(const QKeyEvent &key)
 {
-    if (list_->handle(key.key()))
+    if (list_ && list_->handle(key.key()))
         return true;
     const bool empty = text().trimmed().isEmpty();
     switch (key.key()) {
@@ -107,23 +121,23 @@ bool PickInput::takeKey(const QKeyEvent &key)
         showOffers();
         return true;
     case Qt::Key_Escape:
-        list_->hide();
+        hideList();
         clear();
         return !empty;
     case Qt::Key_F4:
-        list_->hide();
+        hideList();
         clear();
         spec_.choose();
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (list_->currentLine() >= 0 ? takeCurrent() : empty)
+        if (currentLine() >= 0 ? takeCurrent() : empty)
             Q_EMIT finished();
         else
             showRefusal();
         return true;
     case Qt::Key_Tab:
-        if ((empty && list_->isHidden()) || takeCurrent())
+        if ((empty && (!list_ || list_->isHidden())) || takeCurrent())
             return false;
         showRefusal();
         return true;
@@ -134,11 +148,11 @@ bool PickInput::takeKey(const QKeyEvent &key)
 
 bool PickInput::takeCurrent()
 {
-    const int line = list_->currentLine();
+    const int line = currentLine();
     if (line < 0)
         return false;
     const PickOffer offer = offers_[line];
-    list_->hide();
+    hideList();
     clear();
     spec_.take(offer);
     return true;

@@ -57,12 +57,15 @@ protected:
 
 private:
     bool takeKey(const QKeyEvent &key);
+    OfferList &list();
+    void hideList();
     void showOffers();
+    int currentLine() const { return list_ ? list_->currentLine() : -1; }
     bool takeCurrent();
     void showRefusal();
 
     PickSpec spec_;
-    OfferList *list_;
+    OfferList *list_ = nullptr; ///< once something was offered: a form has many inputs, and lists take long to make
     QList<PickOffer> offers_;
     QTimer refreshLater_;
 };
