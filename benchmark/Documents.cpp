@@ -164,23 +164,31 @@ void measureSaves(Bench &bench)
     measureSave(bench, receipt());
 }
 
+// Header, rows and the costs in the movements.
+void openBare(Bench &bench, const Document &kind, int key)
+{
+    const QString id = QString::number(key);
+    bench.bare().fetch(u"SELECT * FROM DDT_SCARICO WHERE IDDDT_SCARICO = "_s + id);
+    bench.bare().fetch(u"SELECT * FROM DDT_SCARICO_DETT WHERE IDDDT_SCARICO = "_s + id);
+    bench.bare().fetch(u"SELECT RIF_DOC_IDRIGA, COSTO FROM MOVI_MAGA WHERE RIF_DOC_TIPO = %1 AND RIF_DOC_ID = %2"_s.arg(
+        data::quoted(kind.kind), id));
+}
+
 void measureOpening(Bench &bench)
 {
     const Document &kind = deliveryNote();
     int key = bench.firstKey(kind.table, kind.key);
+    const auto open = [&]() -> TMMGInserimentoDocumento & {
+        auto &form = bench.program().form<TMMGInserimentoDocumento>(kind.action);
+        form.ApriRecord(key);
+        return form;
+    };
     bench.add({.program =
                    [&] {
-                       bench.program().form<TMMGInserimentoDocumento>(kind.action).ApriRecord(key);
+                       open();
                        settle();
                    },
-               .floor =
-                   [&] {
-                       const QString id = QString::number(key);
-                       bench.bare().fetch(u"SELECT * FROM DDT_SCARICO WHERE IDDDT_SCARICO = "_s + id);
-                       bench.bare().fetch(u"SELECT * FROM DDT_SCARICO_DETT WHERE IDDDT_SCARICO = "_s + id);
-                       bench.bare().fetch(u"SELECT RIF_DOC_IDRIGA, COSTO FROM MOVI_MAGA WHERE RIF_DOC_TIPO = %1 AND "
-                                          "RIF_DOC_ID = %2"_s.arg(data::quoted(kind.kind), id));
-                   },
+               .floor = [&] { openBare(bench, kind, key); },
                .prepare =
                    [&] {
                        bench.program().forget(kind.action);
@@ -188,7 +196,19 @@ void measureOpening(Bench &bench)
                    }},
               {.workload = u"open of a delivery note, 10 rows, form shown"_s,
                .rows = 1 + 2 * rowsPerDocument,
-               .target = 100,
+               .target = 12,
+               .milliseconds = true});
+    // The form is there and shows another one; what it then paints is not waited for.
+    bench.add({.program = open,
+               .floor = [&] { openBare(bench, kind, key); },
+               .prepare =
+                   [&] {
+                       settle();
+                       key += 7;
+                   }},
+              {.workload = u"open of a delivery note, 10 rows, form there"_s,
+               .rows = 1 + 2 * rowsPerDocument,
+               .target = 3,
                .milliseconds = true});
 }
 
