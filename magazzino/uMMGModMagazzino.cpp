@@ -19,6 +19,7 @@
 #include "platform/report/Report.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Help.h"
+#include "platform/ui/ProgressDialog.h"
 
 #include <QAction>
 #include <QApplication>
@@ -129,6 +130,9 @@ TMMGModMagazzino::TMMGModMagazzino(QObject *owner)
     };
     rSystem->overridePreview = [this](auto &system, int mode, QWidget *form) {
         rSystemOverridePreview(system, mode, form);
+    };
+    rSystem->runLong = [](const QString &title, const report::ReportSystem::Work &work) {
+        ui::runInterruptibly(GetMainForm(), title, work);
     };
     rSystem->choosePdfFile = [this](QWidget *form, const QString &name) { return ScegliFilePDF(form, name); };
     rProject->setDataSource([this](const QString &name) { return dmStampe->rows(name); });

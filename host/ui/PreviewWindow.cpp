@@ -303,8 +303,7 @@ void PreviewWindow::savePdf()
     if (file.isEmpty())
         return;
     const ui::WaitCursor wait;
-    const report::PdfRenderer standard;
-    report::writePdf(*document_, file, system_->renderer ? *system_->renderer : standard);
+    system_->writeFile(*document_, file);
 }
 
 void PreviewWindow::printPages()

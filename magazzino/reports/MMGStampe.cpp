@@ -8,6 +8,7 @@
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
+#include "platform/core/Progress.h"
 #include "platform/data/DataSet.h"
 #include "platform/report/Report.h"
 
@@ -71,7 +72,8 @@ private:
     report::ReportSystem &system_;
 };
 
-void runDocument(TMMGModMagazzino &module, const QString &report, const QString &file, TKxReportDestination destination)
+// False when the user cancelled it.
+bool runDocument(TMMGModMagazzino &module, const QString &report, const QString &file, TKxReportDestination destination)
 {
     report::ReportSystem &system = *module.rSystem;
     if (destination == TKxReportDestination::FilePDF) {
@@ -81,12 +83,18 @@ void runDocument(TMMGModMagazzino &module, const QString &report, const QString 
         system.nativeOutput = false;
         system.outputFileName = file;
     }
-    module.rProject->execute(report, system);
+    bool finished = true;
+    try {
+        module.rProject->execute(report, system);
+    } catch (const core::Cancelled &) {
+        finished = false;
+    }
     // Not reached after a failed run: the file destination then stays until the next successful print; this is
     // intended.
     system.defaultDestination = report::Destination::Preview;
     system.nativeOutput = true;
     system.allowSetup = true;
+    return finished;
 }
 
 // Without an invoice there is no flag, and the ordinary form comes out empty.
@@ -111,6 +119,7 @@ QString exemptionNote()
 
 void StampaDocumento(const DocumentKind &kind, int id, const QString &file, TKxReportDestination destination)
 {
+    bool cancelled = false; // no error, which would be given the routine's name
     core::namingErrors(kind.print.routine, [&] {
         TMMGModMagazzino &module = Modulo();
         openCompany(module);
@@ -128,8 +137,10 @@ void StampaDocumento(const DocumentKind &kind, int id, const QString &file, TKxR
         const bool toFile = destination == TKxReportDestination::FilePDF;
         const PrintedRecord printed(*module.rSystem, document, kind,
                                     toFile ? QStringList() : RilieviStampa(*module.dmStampe, kind));
-        runDocument(module, report, file, destination);
+        cancelled = !runDocument(module, report, file, destination);
     });
+    if (cancelled)
+        throw core::Cancelled();
 }
 
 void StampaDdTScarico(int id, const QString &file, TKxReportDestination destination)

@@ -1,11 +1,12 @@
 #include "magazzino/reports/uMMGModStampaSottoscortaRiordino.h"
 
+#include "host/Corvane3Impl.h"
 #include "magazzino/reports/MMGStampe.h"
 #include "magazzino/reports/uMMGdmStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
-#include "platform/ui/Dialogs.h"
+#include "platform/ui/ProgressDialog.h"
 
 #include <QButtonGroup>
 #include <QDialogButtonBox>
@@ -90,12 +91,8 @@ void StampaSottoscortaRiordino(const TMMGModStampaSottoscortaRiordino &dialog)
 {
     TMMGModMagazzino &module = Modulo();
     data::DataSet &rows = module.dmStampe->query(u"adsSottoscortaRiordino"_s);
-    {
-        const ui::WaitCursor wait;
-        rows.close();
-        rows.setCommandText(SottoscortaRiordinoSQL(dialog.tipoStampa()));
-        rows.open();
-    }
+    rows.setCommandText(SottoscortaRiordinoSQL(dialog.tipoStampa()));
+    ui::openInterruptibly(GetMainForm(), choices.value(dialog.tipoStampa()), rows);
     if (rows.isEmpty()) {
         core::inform(&module, u"Nessun dato da stampare."_s);
         return;

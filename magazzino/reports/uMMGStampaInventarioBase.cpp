@@ -12,7 +12,7 @@
 #include "platform/data/SqlText.h"
 #include "platform/ui/CategoryTree.h"
 #include "platform/ui/DateEdit.h"
-#include "platform/ui/Dialogs.h"
+#include "platform/ui/ProgressDialog.h"
 
 #include <QButtonGroup>
 #include <QGroupBox>
@@ -183,12 +183,8 @@ void TMMGStampaInventarioBase::stampa()
     if (!ui::everythingReadable(this))
         return;
     data::DataSet &rows = Modulo().dmStampe->query(spec_.query);
-    {
-        const ui::WaitCursor wait;
-        rows.close();
-        rows.setCommandText(InventarioSQL(filter(), spec_.valued));
-        rows.open();
-    }
+    rows.setCommandText(InventarioSQL(filter(), spec_.valued));
+    ui::openInterruptibly(this, spec_.caption, rows);
     if (rows.isEmpty()) {
         core::inform(this, u"Nessun dato da stampare per l'intervallo selezionato."_s);
         return;

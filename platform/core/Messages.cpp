@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
+#include "platform/core/Progress.h"
 
 #include <cstdio>
 
@@ -66,6 +67,8 @@ bool guarded(QObject *owner, const std::function<void()> &body)
     try {
         body();
         return true;
+    } catch (const Cancelled &) {
+        return false;
     } catch (const std::exception &error) {
         logError(u"comando"_s, error);
         showError(owner, errorText(error));

@@ -59,7 +59,7 @@ bool confirmLoss(QObject *owner, const QString &text);
 bool confirmDeletion(QObject *owner);
 
 /// Runs `body` and shows the text of any error it throws in an "Errore" box: the outermost layer of every slot.
-/// Returns false when an error was shown.
+/// Returns false when an error was shown, or when the user has cancelled what `body` did (core::Cancelled).
 bool guarded(QObject *owner, const std::function<void()> &body);
 
 } // namespace core

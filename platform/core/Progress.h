@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <exception>
+#include <functional>
 
 namespace core {
 
@@ -51,16 +52,48 @@ public:
     }
 
     /// Asks the work to stop, at its next step.
-    void cancel() { cancelled_ = true; }
+    void cancel()
+    {
+        cancelled_ = true;
+        const QMutexLocker lock(&mutex_);
+        if (interrupt_)
+            interrupt_();
+    }
     /// Was it asked to stop?
     bool isCancelled() const { return cancelled_; }
 
 private:
+    friend class Interruption;
+    void setInterrupt(std::function<void()> interrupt)
+    {
+        const QMutexLocker lock(&mutex_);
+        interrupt_ = std::move(interrupt);
+    }
+
     mutable QMutex mutex_;
+    std::function<void()> interrupt_;
     QString text_;
     std::atomic<int> total_ = 0;
     std::atomic<int> done_ = 0;
     std::atomic<bool> cancelled_ = false;
+};
+
+/// While it lives, Progress::cancel() also calls `how`, in the thread that cancels: for a step that takes long in
+/// itself.
+class Interruption
+{
+public:
+    Interruption(Progress &progress, std::function<void()> how)
+        : progress_(progress)
+    {
+        progress_.setInterrupt(std::move(how));
+    }
+    ~Interruption() { progress_.setInterrupt({}); }
+    Interruption(const Interruption &) = delete;
+    Interruption &operator=(const Interruption &) = delete;
+
+private:
+    Progress &progress_;
 };
 
 } // namespace core

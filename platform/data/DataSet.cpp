@@ -142,6 +142,13 @@ void DataSet::open()
     open_ = true;
 }
 
+void DataSet::openWith(Rows rows)
+{
+    close();
+    rows_ = std::move(rows);
+    open_ = true;
+}
+
 void DataSet::close()
 {
     rows_ = {};

@@ -66,6 +66,8 @@ public:
 
     /// Fetches the rows and stands on the first one. Throws DatabaseError.
     void open();
+    /// The same with rows that were read elsewhere.
+    void openWith(Rows rows);
     /// Drops the rows and every change that was not written.
     void close();
     /// close() and open() again with the same parameters.

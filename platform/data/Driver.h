@@ -53,6 +53,8 @@ public:
     virtual std::unique_ptr<Statement> prepare(const QString &sql, View view) = 0;
     /// Runs a command without values in the running transaction; its text is not to be expected again.
     virtual void executeOnce(const QString &sql) = 0;
+    /// Asks the statement that is running in another thread to fail. Where that is not possible, it goes on.
+    virtual void cancel() {}
 };
 
 /// Opens a database with the driver that its settings name. Throws DatabaseError.

@@ -1,6 +1,7 @@
 #include "platform/report/Document.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/Progress.h"
 #include "platform/report/BandLayout.h"
 
 #include <algorithm>
@@ -55,8 +56,10 @@ double headingHeight(const Item &item, const FontSet &fonts)
 
 } // namespace
 
-Document::Document(std::shared_ptr<const Report> report, const QList<FontSpec> &fonts, RunData data)
+Document::Document(std::shared_ptr<const Report> report, const QList<FontSpec> &fonts, RunData data,
+                   core::Progress *progress)
     : report_(std::move(report))
+    , fontSpecs_(fonts)
     , fonts_(fonts)
     , data_(std::move(data))
 {
@@ -72,10 +75,17 @@ Document::Document(std::shared_ptr<const Report> report, const QList<FontSpec> &
     footerHeight_ = BandLayout(report_->pageFooter, first, fonts_).height();
     if (report_->detail.exists())
         rowCount_ = data_.rows(report_->detail.connection).size();
-    measureUnits();
+    measureUnits(progress);
     breakPages();
     findContinuation();
     countRows();
+}
+
+Document Document::withOwnFonts() const
+{
+    Document copy = *this;
+    copy.fonts_ = FontSet(fontSpecs_);
+    return copy;
 }
 
 int Document::pageCount() const
@@ -122,10 +132,14 @@ void Document::findContinuation()
     }
 }
 
-void Document::measureUnits()
+void Document::measureUnits(core::Progress *progress)
 {
+    if (progress)
+        progress->setTotal(static_cast<int>(rowCount_));
     Scope scope{.data = &data_, .detail = report_->detail.connection};
     for (scope.row = 0; scope.row < rowCount_; ++scope.row) {
+        if (progress)
+            progress->step(static_cast<int>(scope.row));
         const BandLayout row(report_->detail, scope, fonts_);
         heights_.push_back(row.height());
         rowGrows_.push_back(row.grows());

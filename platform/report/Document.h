@@ -1,6 +1,10 @@
 #pragma once
 #include "platform/report/Page.h"
 
+namespace core {
+class Progress;
+}
+
 namespace report {
 
 /// A report laid out over its data: how many pages there are and what stands on each of them.
@@ -10,8 +14,10 @@ namespace report {
 class Document
 {
 public:
-    /// Throws core::Error when a column is missing or a block is higher than a page.
-    Document(std::shared_ptr<const Report> report, const QList<FontSpec> &fonts, RunData data);
+    /// Throws core::Error when a column is missing or a block is higher than a page, and core::Cancelled when
+    /// `progress` was cancelled.
+    Document(std::shared_ptr<const Report> report, const QList<FontSpec> &fonts, RunData data,
+             core::Progress *progress = nullptr);
 
     /// At least 1.
     int pageCount() const;
@@ -19,6 +25,8 @@ public:
     Page page(int index) const;
     /// The fonts of its pages.
     const FontSet &fonts() const { return fonts_; }
+    /// A copy for another thread: two of them may not measure with the same fonts.
+    Document withOwnFonts() const;
     /// The title that the report gives to PDF file and print job; may be empty.
     const QString &title() const { return title_; }
     /// Width and height of the paper, millimetres.
@@ -44,7 +52,7 @@ private:
 
     Scope scopeOf(int page) const;
     void findContinuation();
-    void measureUnits();
+    void measureUnits(core::Progress *progress);
     void breakPages();
     double headHeight(int page) const;
     double topHeight(int page) const;
@@ -60,6 +68,7 @@ private:
     Page continuationPage(int index, const Scope &scope) const;
 
     std::shared_ptr<const Report> report_;
+    QList<FontSpec> fontSpecs_;
     FontSet fonts_;
     RunData data_;
     QString title_;

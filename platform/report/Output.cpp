@@ -1,6 +1,7 @@
 #include "platform/report/Output.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/Progress.h"
 #include "platform/core/SaveFile.h"
 #include "platform/report/Document.h"
 #include "platform/report/Report.h"
@@ -47,6 +48,7 @@ struct Painting
     int dpi = 300;
     TextStyle texts = TextStyle::Fonts;
     std::optional<int> pictureQuality = {}; ///< per cent; pictures stay as they are without it
+    core::Progress *progress = nullptr;
 };
 
 // The picture as a JPEG of this quality has it. One with transparency stays as it is.
@@ -57,12 +59,22 @@ QImage withQuality(const QImage &image, int quality)
     return !image.hasAlphaChannel() && image.save(&content, "JPEG", quality) ? QImage::fromData(content.data()) : image;
 }
 
+void tell(const Painting &painting, int page, int pages)
+{
+    if (!painting.progress)
+        return;
+    painting.progress->setTotal(pages);
+    painting.progress->setText(u"Pagina %1 di %2"_s.arg(page + 1).arg(pages));
+    painting.progress->step(page);
+}
+
 void paintPages(const Document &document, QPagedPaintDevice &device, const Painting &painting)
 {
     QPainter painter;
     if (!painter.begin(&device))
         throw core::Error(u"La stampante non accetta la stampa."_s);
     for (int index = painting.pages.first; index <= painting.pages.last; ++index) {
+        tell(painting, index, document.pageCount());
         if (index > painting.pages.first && !device.newPage())
             throw core::Error(u"La stampante ha interrotto la stampa."_s);
         Page page = document.page(index);
@@ -87,18 +99,21 @@ void writePages(const Document &document, const QString &path, const Painting &p
         writer.setResolution(painting.dpi);
         paintPages(document, writer, painting);
     }
+    if (painting.progress)
+        painting.progress->check();
     core::saveFile(path, content.data());
 }
 
 } // namespace
 
-void writePdf(const Document &document, const QString &path, const PdfRenderer &settings)
+void writePdf(const Document &document, const QString &path, const PdfRenderer &settings, core::Progress *progress)
 {
     writePages(document, path,
                {.pages = {0, document.pageCount() - 1},
                 .dpi = settings.metafileDpi,
                 .texts = settings.embedFonts ? TextStyle::Fonts : TextStyle::Outlines,
-                .pictureQuality = settings.imageQuality});
+                .pictureQuality = settings.imageQuality,
+                .progress = progress});
 }
 
 void printDocument(const Document &document, QPrinter &printer)

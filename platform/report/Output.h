@@ -2,6 +2,9 @@
 #include <QString>
 
 class QPrinter;
+namespace core {
+class Progress;
+}
 
 namespace report {
 
@@ -9,8 +12,9 @@ class Document;
 class PdfRenderer;
 
 /// Writes `document` as a PDF, its title in the metadata. The file appears complete or not at all. Throws core::Error
-/// when it cannot be written.
-void writePdf(const Document &document, const QString &path, const PdfRenderer &settings);
+/// when it cannot be written, and core::Cancelled when `progress` was cancelled before.
+void writePdf(const Document &document, const QString &path, const PdfRenderer &settings,
+              core::Progress *progress = nullptr);
 
 /// Prints the pages that `printer` was told to (all, or its fromPage() to toPage()). Throws core::Error when it
 /// refuses.

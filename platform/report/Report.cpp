@@ -2,6 +2,7 @@
 
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
+#include "platform/core/Progress.h"
 #include "platform/report/Document.h"
 #include "platform/report/Output.h"
 
@@ -9,13 +10,40 @@ using namespace Qt::StringLiterals;
 
 namespace report {
 
+namespace {
+
+// What is less is over before anybody could cancel it.
+constexpr qsizetype rowsAtOnce = 2000;
+constexpr int pagesAtOnce = 50;
+
+} // namespace
+
+void ReportSystem::run(bool isLong, const QString &title, const Work &work) const
+{
+    if (isLong && runLong) {
+        runLong(title, work);
+        return;
+    }
+    core::Progress unseen;
+    work(unseen);
+}
+
+void ReportSystem::writeFile(const Document &document, const QString &path) const
+{
+    const PdfRenderer standard;
+    const PdfRenderer &settings = renderer ? *renderer : standard;
+    run(document.pageCount() > pagesAtOnce, u"Scrittura del file PDF"_s, [&](core::Progress &progress) {
+        // Its window may be painted meanwhile.
+        writePdf(document.withOwnFonts(), path, settings, &progress);
+    });
+}
+
 void ReportSystem::output(std::shared_ptr<const Document> document)
 {
     document_ = std::move(document);
-    const PdfRenderer standard;
     switch (defaultDestination) {
     case Destination::File:
-        writePdf(*document_, outputFileName, renderer ? *renderer : standard);
+        writeFile(*document_, outputFileName);
         return;
     case Destination::Preview:
         if (!overridePreview)
@@ -57,25 +85,42 @@ QStringList ReportProject::reportNames() const
     return names;
 }
 
-std::shared_ptr<const Document> ReportProject::layOut(const QString &name) const
+std::shared_ptr<const Report> ReportProject::reportOf(const QString &name) const
 {
     if (!project_)
         throw core::Error(problem_.isEmpty() ? u"Il file delle stampe \"%1\" non è aperto."_s.arg(file_) : problem_);
     const qsizetype index = reportNames().indexOf(name);
     if (index < 0)
         throw core::Error(u"La stampa \"%1\" non esiste nel file \"%2\"."_s.arg(name, file_));
-    const std::shared_ptr<const Report> &report = project_->reports[index];
+    return project_->reports[index];
+}
+
+RunData ReportProject::dataOf(const Report &report) const
+{
     RunData data;
     data.parameters = parameters_;
     data.now = core::now();
-    for (const QString &connection : report->connections)
+    for (const QString &connection : report.connections)
         data.connections.insert(connection, source_(connection));
-    return std::make_shared<const Document>(report, project_->fonts, std::move(data));
+    return data;
 }
 
-void ReportProject::execute(const QString &report, ReportSystem &system) const
+std::shared_ptr<const Document> ReportProject::layOut(const QString &name) const
 {
-    system.output(layOut(report));
+    const std::shared_ptr<const Report> report = reportOf(name);
+    return std::make_shared<const Document>(report, project_->fonts, dataOf(*report));
+}
+
+void ReportProject::execute(const QString &name, ReportSystem &system) const
+{
+    const std::shared_ptr<const Report> report = reportOf(name);
+    const RunData data = dataOf(*report);
+    const bool isLong = report->detail.exists() && data.rows(report->detail.connection).size() > rowsAtOnce;
+    std::shared_ptr<const Document> document;
+    system.run(isLong, u"Composizione della stampa"_s, [&](core::Progress &progress) {
+        document = std::make_shared<const Document>(report, project_->fonts, data, &progress);
+    });
+    system.output(document);
 }
 
 } // namespace report

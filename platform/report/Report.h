@@ -9,12 +9,17 @@
 #include <memory>
 
 class QWidget;
+namespace core {
+class Progress;
+}
 
 /// The report engine's objects as a module holds them. A project file names the reports that can be run.
 namespace report {
 
 class Document;
+class RunData;
 struct Project;
+struct Report;
 
 enum class Destination
 {
@@ -53,6 +58,7 @@ public:
     using QObject::QObject;
     using WindowHook = std::function<void(ReportSystem &, int overrideMode, QWidget *form)>;
     using FileChooser = std::function<QString(QWidget *owner, const QString &proposedName)>;
+    using Work = std::function<void(core::Progress &)>;
 
     Destination defaultDestination = Destination::Preview;
     bool allowSetup = true; ///< the print-setup window may be shown
@@ -70,13 +76,20 @@ public:
     /// Shows the print setup and prints; `form` is the preview that asks, or null.
     WindowHook overrideSetup;
     WindowHook overridePreview;
+    /// Runs work that takes long, in another thread and so that the user can cancel it: it throws core::Cancelled then.
+    /// Without it nobody sees how far the work has come.
+    std::function<void(const QString &title, const Work &work)> runLong;
     /// Asks for the file when a preview is saved; empty when the user cancels.
     FileChooser choosePdfFile;
 
     /// What the last run laid out; null before the first one. The hooks take it from here.
     std::shared_ptr<const Document> document() const { return document_; }
-    /// Sends `document` to the destination. Throws core::Error.
+    /// Sends `document` to the destination. Throws core::Error, and core::Cancelled.
     void output(std::shared_ptr<const Document> document);
+    /// Writes `document` as a PDF with the settings of `renderer`. Throws core::Error; core::Cancelled leaves no file.
+    void writeFile(const Document &document, const QString &path) const;
+    /// Runs `work` as runLong says if it `isLong`, else at once.
+    void run(bool isLong, const QString &title, const Work &work) const;
 
 private:
     std::shared_ptr<const Document> document_;
@@ -112,10 +125,14 @@ public:
     /// Lays a report out over the rows as they are now. Throws core::Error: when the project is not open (with the
     /// reason why it could not be opened), for an unknown report and for columns that are not there.
     std::shared_ptr<const Document> layOut(const QString &report) const;
-    /// layOut() and output to the destination of `system`.
+    /// layOut() and output to the destination of `system`. Throws core::Cancelled besides, when the user cancelled a
+    /// long one.
     void execute(const QString &report, ReportSystem &system) const;
 
 private:
+    std::shared_ptr<const Report> reportOf(const QString &name) const;
+    RunData dataOf(const Report &report) const;
+
     QString file_;
     QString problem_; // why the last open() failed
     std::shared_ptr<const Project> project_;

@@ -5,9 +5,11 @@
 #include "platform/core/SaveFile.h"
 #include "platform/core/XlsxWriter.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/ProgressDialog.h"
 
 #include <QAction>
 #include <QClipboard>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QRegularExpression>
@@ -138,10 +140,18 @@ void ListExport::save(const QString &filter, const QString &extension, QByteArra
                                                 .proposedName = name + u'.' + extension});
     if (path.isEmpty())
         return;
-    const WaitCursor wait;
-    core::Table table = tableOf(*view_);
-    table.title = title();
-    core::saveFile(path, write(table));
+    const core::Table table = [this] {
+        const WaitCursor wait;
+        core::Table all = tableOf(*view_);
+        all.title = title();
+        return all;
+    }();
+    runInterruptibly(view_, u"Esportazione"_s, [&](core::Progress &progress) {
+        progress.setText(u"Scrittura del file \"%1\"…"_s.arg(QFileInfo(path).fileName()));
+        const QByteArray content = write(table);
+        progress.check();
+        core::saveFile(path, content);
+    });
 }
 
 void ListExport::copyList()

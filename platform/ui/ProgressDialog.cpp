@@ -1,8 +1,12 @@
 #include "platform/ui/ProgressDialog.h"
 
+#include "platform/data/DataSet.h"
+#include "platform/data/ReadApart.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 
+#include <QDeadlineTimer>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QProgressBar>
 #include <QPushButton>
@@ -52,7 +56,22 @@ void ProgressDialog::reject()
     refresh();
 }
 
-bool runWithProgress(QWidget *owner, const QString &title, const Work &work)
+namespace {
+
+std::chrono::milliseconds &quietTime()
+{
+    static std::chrono::milliseconds time(500);
+    return time;
+}
+
+bool endsWithin(std::chrono::milliseconds time, QThread &thread)
+{
+    const WaitCursor wait;
+    return thread.wait(QDeadlineTimer(time));
+}
+
+// Returns false when the user cancelled it.
+bool run(QWidget *owner, const QString &title, const Work &work, std::chrono::milliseconds quiet)
 {
     core::Progress progress;
     std::exception_ptr failure;
@@ -69,7 +88,12 @@ bool runWithProgress(QWidget *owner, const QString &title, const Work &work)
     ProgressDialog dialog(title, progress, owner);
     QObject::connect(thread.get(), &QThread::finished, &dialog, &QDialog::accept);
     thread->start();
-    runModal(dialog);
+    if (quiet.count() == 0 || !endsWithin(quiet, *thread)) {
+        // Over a caller's hourglass.
+        QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+        runModal(dialog);
+        QGuiApplication::restoreOverrideCursor();
+    }
     // Whatever ended the dialog, nothing below may outlive what the thread refers to.
     if (!thread->isFinished())
         progress.cancel();
@@ -77,6 +101,37 @@ bool runWithProgress(QWidget *owner, const QString &title, const Work &work)
     if (failure)
         std::rethrow_exception(failure);
     return !cancelled;
+}
+
+} // namespace
+
+bool runWithProgress(QWidget *owner, const QString &title, const Work &work)
+{
+    return run(owner, title, work, {});
+}
+
+void runInterruptibly(QWidget *owner, const QString &title, const Work &work)
+{
+    if (!run(owner, title, work, quietTime()))
+        throw core::Cancelled();
+}
+
+void openInterruptibly(QWidget *owner, const QString &title, data::DataSet &query)
+{
+    query.close();
+    data::Rows rows;
+    const QString database = query.connection()->connectionString();
+    const auto read = [&rows, &database, sql = query.commandText()](core::Progress &progress) {
+        progress.setText(u"Lettura dell'archivio…"_s);
+        rows = data::readApart(database, sql, progress);
+    };
+    runInterruptibly(owner, title, read);
+    query.openWith(std::move(rows));
+}
+
+std::chrono::milliseconds setQuietTime(std::chrono::milliseconds time)
+{
+    return std::exchange(quietTime(), time);
 }
 
 } // namespace ui

@@ -4,11 +4,15 @@
 #include <QDialog>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 
 class QLabel;
 class QProgressBar;
 class QPushButton;
+namespace data {
+class DataSet;
+}
 
 namespace ui {
 
@@ -20,6 +24,18 @@ using Work = std::function<void(core::Progress &)>;
 /// Returns false when the user cancelled it; throws what `work` throws. A database connection that `work` needs has to
 /// be made inside it, since a connection belongs to its thread; this thread writes nothing meanwhile.
 bool runWithProgress(QWidget *owner, const QString &title, const Work &work);
+
+/// The same for work that is mostly over at once: dialog and "Annulla" come when it takes longer than half a second,
+/// with the hourglass until then. Throws core::Cancelled when the user cancelled it. No transaction may be open.
+void runInterruptibly(QWidget *owner, const QString &title, const Work &work);
+
+/// Fetches the rows of a query without parameters as its open() does, interruptibly. Throws core::Cancelled, which
+/// leaves it closed, and data::DatabaseError.
+void openInterruptibly(QWidget *owner, const QString &title, data::DataSet &query);
+
+/// How long the dialog of runInterruptibly() is not shown; returns what it was before. A seam for tests: with 0 it
+/// comes at once.
+std::chrono::milliseconds setQuietTime(std::chrono::milliseconds time);
 
 /// The dialog of runWithProgress(). Closing it asks the work to stop; it goes away when the work has ended.
 class ProgressDialog : public QDialog

@@ -1,6 +1,7 @@
 #include "host/ui/MainWindow.h"
 #include "host/ui/PreviewWindow.h"
 #include "magazzino/reports/MMGStampe.h"
+#include "platform/ui/ProgressDialog.h"
 #include "platform/ui/SearchForm.h"
 #include "tests/report/Prints.h"
 #include "tests/support/Fixtures.h"
@@ -56,6 +57,50 @@ private Q_SLOTS:
         test::trigger(form, u"actStampa"_s);
         QVERIFY(!preview());
         QVERIFY(form && form->isVisible());
+    }
+
+    // Reading, laying out and writing what is long; each is done again afterwards.
+    void longPrintsCanBeCancelled()
+    {
+        QList<bool> cancelled;
+        const auto runner = ui::setModalRunner([&cancelled](QDialog &dialog) {
+            if (cancelled.takeFirst()) {
+                dialog.reject();
+            } else {
+                dialog.show();
+                test::waiting()(dialog);
+            }
+            return 0;
+        });
+        const auto quiet = ui::setQuietTime({});
+        const auto restore = qScopeGuard([&] {
+            ui::setModalRunner(runner);
+            ui::setQuietTime(quiet);
+        });
+        database().execute(u"EXECUTE BLOCK AS DECLARE I INTEGER = 0; BEGIN WHILE (I < 4000) DO BEGIN I = I + 1; "
+                           "INSERT INTO ANA_MAGA(CODICE, DESCRIZIONE) VALUES('L' || :I, 'Lungo'); "
+                           "INSERT INTO MOVI_MAGA(IDMAGAZZINO, DATA_MOVIMENTO, CODICE, DESCRIZIONE, "
+                           "IDCATEGORIA_ANA_MAGA, TIPO_MOVIMENTO, PREZZO, COSTO, QUANTITA, VALORE, VALORE_IMPORTO, "
+                           "IDCAUSALE_MAGA) VALUES(0, DATE '2026-03-01', 'L' || :I, '-', 0, 'Carico', 0, 0, 1, 1, 1, "
+                           "0); END END"_s);
+        const QPointer<QWidget> form = open(u"actStampaInventario"_s);
+        for (const QList<bool> &steps : {QList<bool>{true}, {false, true}, {false, false}}) {
+            QVERIFY(form && form->isVisible() && !preview());
+            cancelled = steps;
+            test::trigger(form, u"actStampa"_s);
+            QCOMPARE(cancelled, QList<bool>());
+        }
+        QVERIFY(!form);
+        QVERIFY(shownTexts().contains(u"L1000"_s));
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(u"lungo.pdf"_s);
+        ui::setSaveFileChooser([&file](QWidget *, const ui::SaveFileRequest &) { return file; });
+        for (const bool cancel : {true, false}) {
+            cancelled = {cancel};
+            test::trigger(preview(), u"actSalvaPDF"_s);
+            QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), cancel ? 0 : 1);
+        }
+        QCOMPARE(test::pdfPages(file).size(), preview()->document().pageCount());
     }
 
     void inventoriesDifferInTabOrder()

@@ -152,6 +152,13 @@ Attachment::~Attachment()
     call([&] { isc_detach_database(ignored, &handle_); });
 }
 
+void Attachment::cancel()
+{
+    // Refused where there is nothing to cancel.
+    Status ignored;
+    fb_cancel_operation(ignored, &handle_, fb_cancel_raise);
+}
+
 void Attachment::abandon()
 {
     Status ignored;

@@ -41,6 +41,8 @@ public:
         function();
     }
 
+    /// Lets the call that another thread is in fail.
+    void cancel();
     /// Ends the attachment on the engine's side, with its transactions and their locks; every later call fails.
     void abandon();
 

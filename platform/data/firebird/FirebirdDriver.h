@@ -16,6 +16,7 @@ public:
     void rollback() override;
     std::unique_ptr<Statement> prepare(const QString &sql, View view) override;
     void executeOnce(const QString &sql) override;
+    void cancel() override { attachment_.cancel(); }
 
 private:
     std::shared_ptr<NativeTransaction> transactionFor(View view);
