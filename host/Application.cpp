@@ -16,6 +16,7 @@
 #include "platform/core/WorkFolder.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
+#include "platform/ui/Drafts.h"
 #include "platform/ui/Icons.h"
 #include "platform/ui/ListLayouts.h"
 #include "platform/ui/MessageBoxes.h"
@@ -23,10 +24,12 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFileInfo>
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QStatusBar>
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTranslator>
@@ -125,6 +128,8 @@ Session::Session(const data::DatabaseAddress &address, const QString &user, cons
     connection_->open();
     SetKxCurrentUserName(user);
     ui::keepListLayouts(settingsFile, user);
+    if (!settingsFile.isEmpty())
+        keepDrafts(QFileInfo(settingsFile).absolutePath() + u"/bozze"_s, address, user);
     window_->showSession(user, address.toString());
     commands_ = new HostCommands(*window_, *connection_);
 }
@@ -134,6 +139,15 @@ Session::~Session()
     // Modules go while the main window, which shows their forms, is still there.
     stopPackages();
     delete commands_;
+}
+
+void Session::keepDrafts(const QString &folder, const data::DatabaseAddress &address, const QString &user)
+{
+    auto *drafts = new ui::Drafts(folder, address.toString(), user, window_.get());
+    QObject::connect(drafts, &ui::Drafts::failed, window_.get(), [this](const QString &reason) {
+        window_->statusBar()->showMessage(
+            u"Ciò che si scrive non viene conservato fino al salvataggio: %1"_s.arg(reason));
+    });
 }
 
 void Session::startModules(const QString &folder)
@@ -159,7 +173,7 @@ void choosePlatform(int argc, char *argv[])
 void protectData(const QString &folder)
 {
     QDir().mkpath(folder);
-    for (const QString &own : {folder, folder + u"/backup"_s}) {
+    for (const QString &own : {folder, folder + u"/backup"_s, folder + u"/bozze"_s}) {
         core::makePrivate(own);
         core::WorkFolder::removeAbandoned(own);
     }

@@ -45,6 +45,8 @@ public:
     void startModules(const QString &folder);
 
 private:
+    void keepDrafts(const QString &folder, const data::DatabaseAddress &address, const QString &user);
+
     std::unique_ptr<MainWindow> window_;
     data::Connection *connection_ = nullptr; // owned by the window, where modules look for it
     HostCommands *commands_ = nullptr;       // owned by the window, too, but gone before it

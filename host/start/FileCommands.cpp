@@ -4,6 +4,7 @@
 #include "host/backup/BackupCommands.h"
 #include "host/start/ClosedConnections.h"
 #include "host/start/DatabaseMemory.h"
+#include "host/start/DraftOffer.h"
 #include "host/start/StartDialogs.h"
 #include "host/ui/MainWindow.h"
 #include "host/users/Users.h"
@@ -46,6 +47,8 @@ FileCommands::FileCommands(MainWindow &window, const Opening &opening, DatabaseM
     file->insertActions(before, {create, open});
     file->insertMenu(before, recent_);
     file->insertSeparator(before);
+    QAction *drafts = add(u"actBozze"_s, u"&Documenti non salvati..."_s, &FileCommands::showDrafts);
+    file->insertAction(before, drafts);
     QAction *backup = add(u"actCopiaSicurezza"_s, u"&Copia di sicurezza..."_s, &FileCommands::backUp);
     QAction *restored = add(u"actRipristina"_s, u"Ripri&stina una copia..."_s, &FileCommands::restore);
     file->insertActions(before, {backup, restored});
@@ -73,6 +76,20 @@ void FileCommands::openDatabase()
 {
     if (const auto opening = databaseToOpen(&window_, folder_))
         window_.switchTo(*opening);
+}
+
+void FileCommands::offerDraftsOfCrash()
+{
+    core::guarded(&window_, [this] { offerDrafts(&window_, *window_.findChild<data::Connection *>()); });
+}
+
+void FileCommands::showDrafts()
+{
+    data::Connection &connection = *window_.findChild<data::Connection *>();
+    if (waitingDrafts(&window_, connection).isEmpty())
+        core::inform(&window_, u"Non ci sono documenti non salvati."_s);
+    else
+        offerDrafts(&window_, connection);
 }
 
 void FileCommands::listRecent()

@@ -21,10 +21,14 @@ public:
     /// proposed.
     FileCommands(MainWindow &window, const Opening &opening, DatabaseMemory &memory, const QString &folder);
 
+    /// What the program's sudden end has left unsaved is offered, if anything.
+    void offerDraftsOfCrash();
+
 private:
     QAction *add(const QString &name, const QString &caption, void (FileCommands::*run)());
     void newFirm();
     void openDatabase();
+    void showDrafts();
     void listRecent();
     void openRecent(const data::DatabaseAddress &database);
     void backUp();

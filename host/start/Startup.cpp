@@ -265,10 +265,12 @@ std::optional<Opening> Startup::work(const Opening &opening, const QString &user
     insertNotedFirstRows(session.connection());
     turn.reset();
     window.reset();
-    new FileCommands(session.window(), opening, memory_, folder_);
+    auto *files = new FileCommands(session.window(), opening, memory_, folder_);
     worked_.removeIf([&](const data::DatabaseAddress &one) { return one.toString() == opening.database.toString(); });
     worked_.append(opening.database);
     session.window().show();
+    // Over the window, once it is there.
+    QMetaObject::invokeMethod(files, &FileCommands::offerDraftsOfCrash, Qt::QueuedConnection);
     QApplication::exec();
     return session.window().nextDatabase();
 }

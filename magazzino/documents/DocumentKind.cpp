@@ -179,7 +179,42 @@ DocumentKind issue(Kind kind, DocumentKind own)
     return withColumns(kind, own);
 }
 
+// A number stands for no member.
+bool holdsValue(const RowColumnUse &use)
+{
+    return !std::holds_alternative<double>(use.column.member);
+}
+
 } // namespace
+
+QVariantList valuesOf(const QList<DocumentRow> &rows)
+{
+    QVariantList all;
+    for (const DocumentRow &row : rows) {
+        QVariantMap values;
+        for (const RowColumnUse &use : rowColumns()) {
+            if (holdsValue(use))
+                values.insert(use.column.column, storedValue(use.column, row));
+        }
+        all.append(values);
+    }
+    return all;
+}
+
+QList<DocumentRow> rowsOf(const QVariantList &values)
+{
+    QList<DocumentRow> rows;
+    for (const QVariant &value : values) {
+        const QVariantMap columns = value.toMap();
+        DocumentRow row;
+        for (const RowColumnUse &use : rowColumns()) {
+            if (holdsValue(use) && columns.contains(use.column.column))
+                readValue(use.column, columns.value(use.column.column), row);
+        }
+        rows.append(row);
+    }
+    return rows;
+}
 
 const DocumentKind &bollaCarico()
 {

@@ -107,6 +107,12 @@ struct DocumentKind
     ///@}
 };
 
+/// Rows as values by the names of their columns, all that a row holds but its key, and back.
+///@{
+QVariantList valuesOf(const QList<DocumentRow> &rows);
+QList<DocumentRow> rowsOf(const QVariantList &values);
+///@}
+
 /// The kinds, each made once.
 ///@{
 const DocumentKind &bollaCarico();

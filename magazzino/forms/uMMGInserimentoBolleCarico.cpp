@@ -138,6 +138,12 @@ void TMMGInserimentoBolleCarico::setSupplier(int id)
     counterpartChosen(supplier.codice);
 }
 
+QString TMMGInserimentoBolleCarico::counterpartName() const
+{
+    constexpr int nameLabel = 1;
+    return supplier_->isEmpty(nameLabel) ? QString() : supplier_->text(nameLabel);
+}
+
 QList<std::pair<ui::Field *, QString>> TMMGInserimentoBolleCarico::asLastTime() const
 {
     return {{transportType_, u"TIPO_TRASPORTO"_s}, {transportReason_, u"CAUSALE_TRASPORTO"_s}};

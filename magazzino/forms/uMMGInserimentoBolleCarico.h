@@ -17,6 +17,7 @@ public:
 
 protected:
     QList<std::pair<ui::Field *, QString>> asLastTime() const override;
+    QString counterpartName() const override;
 
 private:
     QGroupBox *createSupplier();

@@ -58,7 +58,7 @@ TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *ow
 QWidget *TMMGInserimentoMovimentiMagazzino::createArticle(QWidget *page)
 {
     auto *box = new QGroupBox(u" Articolo "_s, page);
-    auto *date = declare(new ui::DateField(
+    date_ = declare(new ui::DateField(
         {.name = u"txtDataMovimento"_s, .label = u"Data movimento"_s, .column = u"DATA_MOVIMENTO"_s}, box));
     code_ = declare(new ui::TextField(
         {.name = u"txtCodice"_s, .label = u"Codice"_s, .column = u"CODICE"_s, .maxLength = 20, .readOnly = true}, box));
@@ -81,14 +81,14 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createArticle(QWidget *page)
                                                .none = -1},
                                               ModuleConnection(), box));
     auto *grid = new QGridLayout(box);
-    place(grid, date, 0, 0);
+    place(grid, date_, 0, 0);
     place(grid, code_, 1, 0);
     grid->addWidget(button, 1, 2);
     place(grid, description_, 2, 0, 2);
     place(grid, category_, 3, 0);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
-    setFocusProxy(date->widget());
+    setFocusProxy(date_->widget());
     return box;
 }
 
@@ -242,6 +242,15 @@ void TMMGInserimentoMovimentiMagazzino::showSign()
     }
     hint_->setPalette(colours);
     hint_->setAutoFillBackground(odd);
+}
+
+std::optional<ui::DraftTitle> TMMGInserimentoMovimentiMagazzino::draftTitle() const
+{
+    return ui::DraftTitle{.kind = u"Movimento di magazzino"_s,
+                          .record = storedKey() < 0 ? u"nuovo"_s : code_->text(),
+                          .date = date_->date(),
+                          .counterpart = description_->text(),
+                          .rights = {}};
 }
 
 bool TMMGInserimentoMovimentiMagazzino::deleteStored(int id)

@@ -34,6 +34,7 @@ public:
 
 protected:
     bool deleteStored(int id) override;
+    std::optional<ui::DraftTitle> draftTitle() const override;
     void showEvent(QShowEvent *event) override;
     void resetDetails() override;
     void loadDetails() override;
@@ -47,6 +48,7 @@ private:
     void selezionaCausaleMagazzino();
     void showSign();
 
+    ui::DateField *date_ = nullptr;
     ui::TextField *code_ = nullptr;
     ui::TextField *description_ = nullptr;
     ui::CategoryField *category_ = nullptr;

@@ -58,6 +58,8 @@ protected:
 
     /// Code of the customer of an issue; empty for none.
     virtual QString customerCode() const { return {}; }
+    /// Name of the customer or supplier shown; empty for none.
+    virtual QString counterpartName() const = 0;
     /// A customer or supplier was chosen: what its last document had is offered.
     void counterpartChosen(const QString &code);
     /// What "Come l'ultima volta" fills in, each with the column of its text.
@@ -80,6 +82,7 @@ protected:
     void writeDetails() override;
     QVariant detailState() const override;
     void restoreDetails(const QVariant &state) override;
+    std::optional<ui::DraftTitle> draftTitle() const override;
     bool deleteStored(int id) override { return deleteDocument(kind_, this, id); }
 
     /// Does no VAT arise on the whole document?

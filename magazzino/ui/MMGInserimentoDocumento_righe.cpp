@@ -49,16 +49,25 @@ QVariant TMMGInserimentoDocumento::detailState() const
     QStringList totals;
     for (const auto &[total, label] : totalLabels_)
         totals.append(label->text());
-    return QVariantList{QVariant::fromValue(grid_->rowsModel().rows()), totals};
+    return QVariantList{valuesOf(grid_->rowsModel().rows()), totals};
 }
 
 void TMMGInserimentoDocumento::restoreDetails(const QVariant &state)
 {
-    grid_->rowsModel().setRows(state.toList().value(0).value<QList<DocumentRow>>());
+    grid_->rowsModel().setRows(rowsOf(state.toList().value(0).toList()));
     grid_->fitRowHeights();
     const QStringList totals = state.toList().value(1).toStringList();
     for (qsizetype i = 0; i < totals.size(); ++i)
         totalLabels_[i].second->setText(totals[i]);
+}
+
+std::optional<ui::DraftTitle> TMMGInserimentoDocumento::draftTitle() const
+{
+    return ui::DraftTitle{.kind = kind_.name,
+                          .record = (storedKey() < 0 ? u"nuovo, n. %1"_s : u"n. %1"_s).arg(numero()),
+                          .date = documentDate(),
+                          .counterpart = counterpartName(),
+                          .rights = {kind_.viewRight, kind_.editRight}};
 }
 
 void TMMGInserimentoDocumento::prepareSave()

@@ -14,6 +14,7 @@ namespace {
 
 // Positions of the copied texts in an addressee's labels.
 constexpr int codeLabel = 0;
+constexpr int nameLabel = 1;
 constexpr int taxCodeLabel = 7;
 constexpr int vatNumberLabel = 8;
 
@@ -118,6 +119,11 @@ void TMMGInserimentoScarico::showAddressee(const TCliente &addressee)
 QString TMMGInserimentoScarico::addresseeCode() const
 {
     return addressee_->isEmpty(codeLabel) ? QString() : addressee_->text(codeLabel);
+}
+
+QString TMMGInserimentoScarico::counterpartName() const
+{
+    return addressee_->isEmpty(nameLabel) ? QString() : addressee_->text(nameLabel);
 }
 
 QGroupBox *TMMGInserimentoScarico::createDestination()

@@ -44,6 +44,7 @@ protected:
 
     QList<std::pair<ui::Field *, QString>> asLastTime() const override;
     QString customerCode() const override { return addresseeCode(); }
+    QString counterpartName() const override;
     ui::ChoiceField *transportType() const { return transportType_; }
     ui::ChoiceField *transportReason() const { return transportReason_; }
 

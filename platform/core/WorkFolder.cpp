@@ -24,9 +24,21 @@ namespace {
 // Also of those that were made before they were locked.
 const QString namePattern = u".corvane-??????"_s;
 
-// The folder's lock, or -1: somebody has it, or it is gone.
-int lockFolder(const QByteArray &path)
+bool locksAreMissing(const QByteArray &path)
 {
+    const int handle = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0)
+        return false;
+    const bool missing = ::flock(handle, LOCK_EX | LOCK_NB) != 0 && errno != EWOULDBLOCK;
+    ::close(handle);
+    return missing;
+}
+
+} // namespace
+
+int lockFolder(const QString &folder)
+{
+    const QByteArray path = QFile::encodeName(folder);
     const int handle = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (handle < 0)
         return -1;
@@ -41,18 +53,6 @@ int lockFolder(const QByteArray &path)
     return -1;
 }
 
-bool locksAreMissing(const QByteArray &path)
-{
-    const int handle = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (handle < 0)
-        return false;
-    const bool missing = ::flock(handle, LOCK_EX | LOCK_NB) != 0 && errno != EWOULDBLOCK;
-    ::close(handle);
-    return missing;
-}
-
-} // namespace
-
 WorkFolder::WorkFolder(const QString &parent)
 {
     if (!QFileInfo(parent).isDir())
@@ -66,7 +66,7 @@ WorkFolder::WorkFolder(const QString &parent)
             throw Error(u"Nella cartella \"%1\" non si può scrivere: %2."_s.arg(parent, failureReason(errno)),
                         qt_error_string());
         path_ = QFile::decodeName(made);
-        lock_ = lockFolder(made);
+        lock_ = lockFolder(path_);
         if (lock_ >= 0 || locksAreMissing(made))
             return;
         ::rmdir(made.constData());
@@ -86,7 +86,7 @@ void WorkFolder::removeAbandoned(const QString &parent)
     const QStringList names = QDir(parent).entryList({namePattern}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
     for (const QString &name : names) {
         const QString path = QDir(parent).absoluteFilePath(name);
-        const int lock = lockFolder(QFile::encodeName(path));
+        const int lock = lockFolder(path);
         if (lock < 0)
             continue;
         QDir(path).removeRecursively();

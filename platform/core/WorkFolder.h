@@ -3,6 +3,10 @@
 
 namespace core {
 
+/// Locks a folder as long as the handle that is returned is open, which is over with its program, however that ends.
+/// -1 when somebody else has it, when it is gone, or when its file system has no locks. ::close() gives it back.
+int lockFolder(const QString &path);
+
 /// A hidden folder of this account alone, in which a file is made before it gets its place beside it. It goes away
 /// with all it holds.
 ///

@@ -40,4 +40,17 @@ StoredValues::StoredValues(const DataSet &record, const DataSet *details)
         rows_.append(comparable(details->rows().values(row), key));
 }
 
+StoredValues StoredValues::ofState(const QVariant &state)
+{
+    StoredValues values;
+    for (const QVariant &row : state.toList())
+        values.rows_.append(row.toStringList());
+    return values;
+}
+
+QVariant StoredValues::state() const
+{
+    return QVariantList(rows_.cbegin(), rows_.cend());
+}
+
 } // namespace data

@@ -1,6 +1,7 @@
 #pragma once
 #include <QList>
 #include <QStringList>
+#include <QVariant>
 
 namespace data {
 
@@ -19,6 +20,11 @@ public:
     /// From the current row of `record` (none: the record does not exist) and all rows of `details` (may be null), in
     /// the order they have there. Both must be open.
     StoredValues(const DataSet &record, const DataSet *details);
+
+    /// What state() of another one was.
+    static StoredValues ofState(const QVariant &state);
+    /// Everything that is known, for a file.
+    QVariant state() const;
 
     /// Was there no such record?
     bool isMissing() const { return rows_.isEmpty(); }

@@ -12,15 +12,27 @@ using namespace Qt::StringLiterals;
 
 namespace ui {
 
+namespace {
+
+QList<CommandRegistry *> &registries()
+{
+    static QList<CommandRegistry *> living;
+    return living;
+}
+
+} // namespace
+
 CommandRegistry::CommandRegistry(Surroundings surroundings, QObject *parent, QObject *actionOwner)
     : QObject(parent)
     , surroundings_(std::move(surroundings))
     , actionOwner_(actionOwner ? actionOwner : this)
 {
+    registries().append(this);
 }
 
 CommandRegistry::~CommandRegistry()
 {
+    registries().removeOne(this);
     for (const QPointer<QWidget> &form : std::as_const(forms_))
         delete form;
 }
@@ -34,6 +46,15 @@ QAction *CommandRegistry::add(const ActionSpec &spec)
     connect(action, &QAction::triggered, this,
             [this, spec] { core::guarded(surroundings_.owner, [&] { execute(spec); }); });
     return action;
+}
+
+CommandRegistry *CommandRegistry::having(const QString &action)
+{
+    for (CommandRegistry *registry : std::as_const(registries())) {
+        if (registry->action(action))
+            return registry;
+    }
+    return nullptr;
 }
 
 QAction *CommandRegistry::action(const QString &name) const
@@ -76,6 +97,8 @@ QWidget *CommandRegistry::formOf(const ActionSpec &spec)
     QPointer<QWidget> form = forms_.value(spec.name);
     if (!form) {
         form = spec.create(surroundings_.owner);
+        if (auto *entry = qobject_cast<EntryForm *>(form))
+            entry->setCommandName(spec.name);
         forms_.insert(spec.name, form);
         Q_EMIT formMade(form);
     }

@@ -56,6 +56,8 @@ public:
 
     /// Makes the action of a command and returns it; the spec is kept.
     QAction *add(const ActionSpec &spec);
+    /// The one that lives and has an action of that name, of the host or of a module; null for none.
+    static CommandRegistry *having(const QString &action);
     /// Null when there is none of the name.
     QAction *action(const QString &name) const;
     /// Runs an action and returns the form it opened; null when it was refused or failed.

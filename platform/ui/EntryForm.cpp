@@ -4,9 +4,11 @@
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/Drafts.h"
 #include "platform/ui/PageArea.h"
 #include "platform/ui/TypedEdit.h"
 
+#include <QRegularExpression>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -27,6 +29,12 @@ EntryForm::EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *
     bar_ = newToolBar(u"tBarStandard"_s);
     layout_->addWidget(bar_);
     declareCommands();
+}
+
+EntryForm::~EntryForm()
+{
+    if (Drafts *drafts = Drafts::current())
+        drafts->leave(*this);
 }
 
 void EntryForm::declareCommands()
@@ -64,8 +72,21 @@ data::Connection &EntryForm::connection() const
 void EntryForm::SetModified(bool value)
 {
     modified_ = value;
-    unsaved_ = unsaved_ || value;
+    if (value)
+        setUnsaved(true);
     command(u"actSalva"_s)->setEnabled(value);
+}
+
+void EntryForm::setUnsaved(bool unsaved)
+{
+    unsaved_ = unsaved;
+    Drafts *drafts = Drafts::current();
+    if (!drafts)
+        return;
+    if (unsaved)
+        drafts->note(*this);
+    else
+        drafts->drop(*this);
 }
 
 void EntryForm::SetTyping(bool typing)
@@ -154,7 +175,7 @@ void EntryForm::startEmpty()
     });
     session_.state() = {};
     SetModified(false);
-    unsaved_ = false;
+    setUnsaved(false);
 }
 
 FormContents EntryForm::contents() const
@@ -174,6 +195,50 @@ void EntryForm::show(const FormContents &contents)
     });
     session_.state() = contents.record;
     SetModified(true);
+}
+
+// Fields are known by their control: a draft may be older than the program.
+QStringList EntryForm::fieldNames() const
+{
+    QStringList names;
+    QHash<QString, int> counts;
+    static const QRegularExpression parts(u"^(txt|lbl|chk)"_s);
+    for (const Field *field : fields_) {
+        const QWidget *control = field->widget();
+        if (control && control->objectName().isEmpty())
+            control = control->findChildren<QWidget *>(parts).value(0);
+        const QString name = control ? control->objectName() : QString();
+        names.append(u"%1.%2"_s.arg(name).arg(counts[name]++));
+    }
+    return names;
+}
+
+std::optional<Draft> EntryForm::draft() const
+{
+    const auto title = draftTitle();
+    if (!title)
+        return {};
+    const FormContents all = contents();
+    const QStringList names = fieldNames();
+    Draft draft{.action = commandName_, .title = *title, .record = all.record, .fields = {}, .details = all.details};
+    for (qsizetype i = 0; i < names.size(); ++i)
+        draft.fields.insert(names[i], all.fields[i]);
+    return draft;
+}
+
+void EntryForm::resume(const Draft &draft)
+{
+    if (draft.record.storedKey() >= 0)
+        openRecord(draft.record.storedKey());
+    else
+        startNew();
+    FormContents all = contents();
+    const QStringList names = fieldNames();
+    for (qsizetype i = 0; i < names.size(); ++i)
+        all.fields[i] = draft.fields.value(names[i], all.fields[i]);
+    all.record = draft.record;
+    all.details = draft.details;
+    show(all);
 }
 
 void EntryForm::keepGivenUp()
@@ -241,7 +306,7 @@ void EntryForm::load(int id)
         loadDetails();
     });
     SetModified(false);
-    unsaved_ = false;
+    setUnsaved(false);
 }
 
 void EntryForm::deleteShown()
@@ -343,7 +408,7 @@ bool EntryForm::save()
         }
         return false;
     }
-    unsaved_ = false;
+    setUnsaved(false);
     Recovery::of(connection()).forget(objectName());
     for (Field *field : std::as_const(fields_))
         field->written();
@@ -379,6 +444,7 @@ bool EntryForm::mayClose()
     // A form that only hides must not come back with what was given up.
     if (Modified() && onClose() == OnClose::Hide)
         startNew();
+    setUnsaved(false);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/core/Error.h"
 #include "platform/ui/ChildForm.h"
+#include "platform/ui/Draft.h"
 #include "platform/ui/Field.h"
 #include "platform/ui/Recovery.h"
 
@@ -68,6 +69,7 @@ class EntryForm : public ChildForm
 public:
     /// The form on the current row of `record`, a data set of whoever opens the form.
     EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *parent);
+    ~EntryForm() override;
 
     /// Key of the record shown; -1 for a new one that was never given a key.
     int IdRecord() const { return session_.state().id; }
@@ -93,6 +95,16 @@ public:
     bool saveRecord();
     /// The command "Nuovo": asks about unsaved changes first.
     void startNewAsking();
+
+    /// The command that opens the form.
+    void setCommandName(const QString &name) { commandName_ = name; }
+    /// Does it hold anything typed that no save has stored?
+    bool holdsUnsaved() const { return unsaved_; }
+    /// What stands in the form, to be gone on with in another session; nothing for a form without draftTitle().
+    std::optional<Draft> draft() const;
+    /// Goes on with a draft of this kind of form, which must hold nothing unsaved. A stored record is opened, and what
+    /// was typed laid over it; whether it is still the one that was typed into is looked at by the save.
+    void resume(const Draft &draft);
 
 public Q_SLOTS:
     /// Every field's change ends here.
@@ -155,6 +167,9 @@ protected:
     /// What the form holds besides its fields, for restoreDetails().
     virtual QVariant detailState() const { return {}; }
     virtual void restoreDetails(const QVariant &) {}
+    /// What a draft is called among others; nothing for forms that keep none. What goes into a draft lies in a file of
+    /// the account as it was typed.
+    virtual std::optional<DraftTitle> draftTitle() const { return {}; }
     /// Columns of the record that no field stands for.
     virtual void writeComputed(data::DataSet &) const {}
     /// Inside the transaction, with IdRecord() already the key really given.
@@ -186,6 +201,8 @@ private:
     };
 
     void declareCommands();
+    void setUnsaved(bool unsaved);
+    QStringList fieldNames() const;
     void startEmpty();
     void load(int id);
     void deleteShown();
@@ -214,6 +231,7 @@ private:
     bool modified_ = false;
     // Something is typed that no save has stored; after a failed save that may be so without modified_.
     bool unsaved_ = false;
+    QString commandName_;
     int untracked_ = 0;
 };
 

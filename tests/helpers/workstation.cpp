@@ -3,6 +3,7 @@
 //
 // usage: workstation DATABASE NAME ROUNDS   enters articles, goods receipts and delivery notes, "NAME ROUND" as their
 // note
+//        workstation DATABASE draft FILE    types a delivery note and waits to be killed; FILE is the settings file
 //        workstation DATABASE               does what it is told on its standard input, see obey()
 // The password comes in ISC_PASSWORD.
 #include "tests/support/Workstation.h"
@@ -15,6 +16,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTest>
 
 #include <cstdio>
 #include <iostream>
@@ -117,10 +119,26 @@ void obey(test::Workplace &workplace)
     }
 }
 
+// Replies with the number of rows once the timer has let what was typed be kept.
+void typeAndWait(const data::DatabaseAddress &address, const QString &settingsFile)
+{
+    test::Workplace workplace(address, settingsFile);
+    const test::Document document(workplace, test::deliveryNote());
+    document.fillAll();
+    constexpr int untilItIsKept = 4000; // milliseconds
+    QTest::qWait(untilItIsKept);
+    reply(QString::number(document.grid()->model()->rowCount()));
+    readLine();
+}
+
 void work(const QStringList &arguments)
 {
     data::DatabaseAddress address = data::DatabaseAddress::parse(arguments.value(1));
     address.password = qEnvironmentVariable("ISC_PASSWORD");
+    if (arguments.value(2) == u"draft"_s) {
+        typeAndWait(address, arguments.value(3));
+        return;
+    }
     test::Workplace workplace(address);
     if (arguments.size() == 2) {
         obey(workplace);

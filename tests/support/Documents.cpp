@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
+#include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTest>
 
@@ -103,6 +104,24 @@ void Document::fillHeader() const
         choose(u"cmdSelezionaCausaleTrasporto"_s, choosing(u"Vendita"_s));
     if (form_->findChild<QAbstractButton *>(u"cmdSelezionaTipoPagamento"_s))
         choose(u"cmdSelezionaTipoPagamento"_s, choosing(u"Rimessa diretta"_s));
+}
+
+void Document::fillAll() const
+{
+    fillHeader();
+    typeOver(control<QLineEdit>(u"txtData"_s), u"28/2/25"_s);
+    typeOver(control<QLineEdit>(u"txtPeso"_s), u"12.5"_s);
+    addArticle(u"TRA-0018"_s, u"7.25"_s, u"3"_s);
+    addArticle(u"SMA-0750"_s, u"4"_s, u"1,5"_s);
+    type(control<QPlainTextEdit>(u"txtNote"_s), u"Fragile"_s);
+    if (auto *moment = form_->findChild<QAbstractButton *>(u"chkInizioTrasporto"_s))
+        moment->click();
+    if (form_->command(u"actSelezionaFornitore"_s) && form_->objectName() == u"MMGInserimentoDdTScarico"_s)
+        choose(u"actSelezionaFornitore"_s, choosing(u"Acciaierie Brentane S.p.A."_s));
+    if (auto *recurring = form_->findChild<QAbstractButton *>(u"chkFattureCicliche"_s)) {
+        recurring->click();
+        typeOver(control<QLineEdit>(u"txtGeneraOgni"_s), u"2"_s);
+    }
 }
 
 void Document::addArticle(const QString &code, const QString &price, const QString &quantity) const

@@ -53,6 +53,8 @@ public:
     /// Chooses the counterpart, the transport type and reason and, where there is one, the payment type.
     void fillHeader() const;
     void choose(const QString &commandOrButton, const ScriptedDialogs::Use &use) const;
+    /// Types something of every kind into header, rows and notes, so that the document can be saved.
+    void fillAll() const;
     void addArticle(const QString &code, const QString &price, const QString &quantity) const;
     void trigger(const QString &action) const { test::trigger(form_, action); }
     void save() const { trigger(QStringLiteral("actSalva")); }

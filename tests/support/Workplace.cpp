@@ -30,9 +30,9 @@ Workplace::Workplace(Start start, const QString &settingsFile)
         startModule();
 }
 
-Workplace::Workplace(const data::DatabaseAddress &address)
+Workplace::Workplace(const data::DatabaseAddress &address, const QString &settingsFile)
 {
-    open(address);
+    open(address, settingsFile);
     startModule();
 }
 

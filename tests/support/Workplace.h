@@ -40,7 +40,7 @@ public:
     /// On a copy of the demonstration database; `settingsFile` keeps what the program remembers, nothing does without.
     explicit Workplace(Start start = Start::WithModule, const QString &settingsFile = {});
     /// On a database that is already there, with the module.
-    explicit Workplace(const data::DatabaseAddress &address);
+    explicit Workplace(const data::DatabaseAddress &address, const QString &settingsFile = {});
     ~Workplace();
 
     void startModule();

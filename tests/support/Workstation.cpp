@@ -37,6 +37,12 @@ QString Workstation::answer()
     return QString::fromUtf8(process_.readLine()).trimmed();
 }
 
+void Workstation::kill()
+{
+    process_.kill();
+    process_.waitForFinished();
+}
+
 QString Workstation::end(int seconds)
 {
     process_.closeWriteChannel();

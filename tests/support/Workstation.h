@@ -23,6 +23,8 @@ public:
     void tell(const QString &line);
     /// Its next line; "silence" when none comes within a minute.
     QString answer();
+    /// Ends it as a power cut would.
+    void kill();
     /// Lets it come to its end. Returns what it complained of, "silence" when it did not end within `seconds`; empty
     /// when all went well.
     QString end(int seconds);

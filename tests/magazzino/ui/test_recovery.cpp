@@ -24,7 +24,7 @@ private Q_SLOTS:
         QStringList expected;
         {
             const test::Document document(place(), test::documentNames(kind));
-            fill(document);
+            document.fillAll();
             document.save();
             expected = document.stored();
             QVERIFY(!expected.isEmpty());
@@ -33,7 +33,7 @@ private Q_SLOTS:
         init();
         {
             const test::Document document(place(), test::documentNames(kind));
-            fill(document);
+            document.fillAll();
             giveUp(document, way, kind);
         }
         const test::Document document(place(), test::documentNames(kind));
@@ -128,25 +128,6 @@ private Q_SLOTS:
     }
 
 private:
-    void fill(const test::Document &document) const
-    {
-        document.fillHeader();
-        test::typeOver(document.control<QLineEdit>(u"txtData"_s), u"28/2/25"_s);
-        test::typeOver(document.control<QLineEdit>(u"txtPeso"_s), u"12.5"_s);
-        document.addArticle(u"TRA-0018"_s, u"7.25"_s, u"3"_s);
-        document.addArticle(u"SMA-0750"_s, u"4"_s, u"1,5"_s);
-        test::type(document.control<QPlainTextEdit>(u"txtNote"_s), u"Fragile"_s);
-        if (auto *moment = document.form().findChild<QAbstractButton *>(u"chkInizioTrasporto"_s))
-            moment->click();
-        if (auto *supplier = document.form().command(u"actSelezionaFornitore"_s);
-            supplier && document.form().objectName() == u"MMGInserimentoDdTScarico"_s)
-            document.choose(u"actSelezionaFornitore"_s, test::choosing(u"Acciaierie Brentane S.p.A."_s));
-        if (auto *recurring = document.form().findChild<QAbstractButton *>(u"chkFattureCicliche"_s)) {
-            recurring->click();
-            test::typeOver(document.control<QLineEdit>(u"txtGeneraOgni"_s), u"2"_s);
-        }
-    }
-
     void giveUp(const test::Document &document, const QString &way, const QString &kind)
     {
         if (way == u"actChiudi"_s && kind != u"receipt"_s)
