@@ -2,6 +2,7 @@
 
 #include "host/Corvane3Impl.h"
 #include "host/HostCommands.h"
+#include "host/HostOffer.h"
 #include "host/PackageLoader.h"
 #include "host/Version.h"
 #include "host/help/HostChapters.h"
@@ -132,6 +133,7 @@ Session::Session(const data::DatabaseAddress &address, const QString &user, cons
         keepDrafts(QFileInfo(settingsFile).absolutePath() + u"/bozze"_s, address, user);
     window_->showSession(user, address.toString());
     commands_ = new HostCommands(*window_, *connection_);
+    offerAtStart(commands_, hostOffer(*connection_));
 }
 
 Session::~Session()

@@ -6,6 +6,7 @@
 #include "host/registers/Registers.h"
 #include "host/transfer/ImportDialog.h"
 #include "host/ui/MainWindow.h"
+#include "host/ui/SearchEverywhere.h"
 #include "host/users/PasswordDialogs.h"
 #include "host/users/UserForms.h"
 #include "host/users/Users.h"
@@ -141,6 +142,11 @@ void HostCommands::addUsers()
                       .kind = ui::ActionKind::Routine,
                       .right = fullControl,
                       .run = [this](QWidget *owner) { importFromCsv(owner, connection_); }});
+    addTo(toolsMenu, {.name = u"actCercaOvunque"_s,
+                      .caption = u"Cerca ovunque..."_s,
+                      .kind = ui::ActionKind::Routine,
+                      .run = [this](QWidget *owner) { searchEverywhere(owner, connection_); }});
+    action(u"actCercaOvunque"_s)->setShortcut(QKeySequence(u"Ctrl+K"_s));
     addTo(toolsMenu, {.name = u"actCambiaPassword"_s,
                       .caption = u"Cambia password..."_s,
                       .kind = ui::ActionKind::Routine,

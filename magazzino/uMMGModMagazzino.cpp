@@ -12,6 +12,7 @@
 #include "magazzino/schema/ModuleSteps.h"
 #include "magazzino/schema/ModuleUses.h"
 #include "magazzino/ui/MMGModSelezionaBase.h"
+#include "magazzino/ui/OffertaIniziale.h"
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
@@ -219,6 +220,7 @@ void TMMGModMagazzino::Initialize()
         dmStampe = new TMMGdmStampe(ModADOConn, this);
         MergeAdvToolBarItems(qApp, GetKxCommonToolBarProperties(TKxCommonToolBars::Documenti), toolBars_[0]);
         MergeAdvToolBarItems(qApp, GetKxCommonToolBarProperties(TKxCommonToolBars::Anagrafiche), toolBars_[1]);
+        host::offerAtStart(this, offertaIniziale());
     } catch (const std::exception &error) {
         throw core::Error(core::errorText(error), core::errorContext(error));
     }

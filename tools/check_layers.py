@@ -9,7 +9,7 @@ from pathlib import Path
 
 # What a module may know of the host: the package interface, the suite's routines, users and rights, what it adds to
 # import and demonstration data; its forms the shared categories and the fields of firms besides.
-HOST_SERVICES = ["host/IntfPack.h", "host/Corvane3Impl.h", "host/users/Users.h", "host/transfer/ImportTarget.h",
+HOST_SERVICES = ["host/IntfPack.h", "host/StartOffers.h", "host/Corvane3Impl.h", "host/users/Users.h", "host/transfer/ImportTarget.h",
                  "host/schema/DemoRows.h", "host/FirmFields.h"]
 HOST_API = [*HOST_SERVICES, "host/Categories.h", "host/HostForms.h", "host/registers/FirmGroups.h"]
 # What works the program's windows; it knows no module, so that the guided tour can use it, too.

@@ -9,6 +9,7 @@ namespace host {
 void addHostChapters()
 {
     ui::addHelpChapters({{u"frmMain"_s, u"La finestra principale"_s},
+                         {u"frmCercaOvunque"_s, u"La finestra principale"_s},
                          {u"frmBozze"_s, u"Se il programma si interrompe"_s},
                          {u"frmPrimoAvvio"_s, u"Primo avvio"_s},
                          {u"frmNuovaAzienda"_s, u"Primo avvio"_s},
