@@ -93,6 +93,8 @@ void Bench::measureGrowing()
         measureLevelReports(*this);
     if (isWanted(u"lists"_s))
         measureLists(*this);
+    if (isWanted(u"begin"_s))
+        measureBegin(*this);
 }
 
 void Bench::measureStart()

@@ -66,6 +66,7 @@ void measureInventories(Bench &bench);
 void measureLevelReports(Bench &bench);
 void measureRevaluation(Bench &bench);
 void measureLists(Bench &bench);
+void measureBegin(Bench &bench);
 void measurePdf(Bench &bench);
 void measureFiles(Bench &bench);
 

@@ -10,6 +10,7 @@
 #include "host/start/SelfCheck.h"
 #include "host/start/Startup.h"
 #include "host/ui/MainWindow.h"
+#include "host/ui/StartPage.h"
 #include "platform/core/Error.h"
 #include "platform/core/FileAccess.h"
 #include "platform/core/Log.h"
@@ -134,6 +135,7 @@ Session::Session(const data::DatabaseAddress &address, const QString &user, cons
     window_->showSession(user, address.toString());
     commands_ = new HostCommands(*window_, *connection_);
     offerAtStart(commands_, hostOffer(*connection_));
+    new StartPage(window_->area(), *connection_);
 }
 
 Session::~Session()

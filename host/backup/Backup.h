@@ -36,6 +36,8 @@ void removeLeftovers(const data::DatabaseAddress &database);
 QString dailyBackupFile(const QString &folder, const data::DatabaseAddress &database, QDate day);
 /// True when there is no backup of `today` yet; never for a database on a server, whose administrator makes them.
 bool dailyBackupDue(const QString &folder, const data::DatabaseAddress &database, QDate today);
+/// The day of the newest one; invalid when there is none.
+QDate lastDailyBackup(const QString &folder, const data::DatabaseAddress &database);
 /// Makes it, then removes all but the ten newest of this database. Throws core::Error and core::Cancelled.
 void runDailyBackup(const QString &folder, const data::DatabaseAddress &database, QDate today,
                     core::Progress &progress);

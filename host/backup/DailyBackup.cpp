@@ -26,11 +26,16 @@ QString stem(const QString &folder, const data::DatabaseAddress &database)
            QString::fromLatin1(QCryptographicHash::hash(path, QCryptographicHash::Sha256).toHex().left(markLength));
 }
 
-void removeOld(const QString &folder, const QString &stem)
+// Sorted by name they are sorted by date.
+QStringList backupsIn(const QString &folder, const QString &stem)
 {
     const QRegularExpression name(u"^%1-\\d{4}-\\d\\d-\\d\\d\\.fbk$"_s.arg(QRegularExpression::escape(stem)));
-    // Sorted by name they are sorted by date.
-    const QStringList backups = QDir(folder).entryList(QDir::Files, QDir::Name).filter(name);
+    return QDir(folder).entryList(QDir::Files, QDir::Name).filter(name);
+}
+
+void removeOld(const QString &folder, const QString &stem)
+{
+    const QStringList backups = backupsIn(folder, stem);
     for (qsizetype i = 0; i < backups.size() - keptBackups; ++i)
         QFile::remove(folder + u'/' + backups[i]);
 }
@@ -45,6 +50,15 @@ QString dailyBackupFile(const QString &folder, const data::DatabaseAddress &data
 bool dailyBackupDue(const QString &folder, const data::DatabaseAddress &database, QDate today)
 {
     return database.isEmbedded() && !QFileInfo::exists(dailyBackupFile(folder, database, today));
+}
+
+QDate lastDailyBackup(const QString &folder, const data::DatabaseAddress &database)
+{
+    constexpr qsizetype dateLength = 10;
+    const QStringList backups = backupsIn(folder, stem(folder, database));
+    return backups.isEmpty()
+               ? QDate()
+               : QDate::fromString(QFileInfo(backups.last()).completeBaseName().right(dateLength), Qt::ISODate);
 }
 
 void runDailyBackup(const QString &folder, const data::DatabaseAddress &database, QDate today, core::Progress &progress)

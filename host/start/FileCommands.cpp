@@ -1,29 +1,44 @@
 #include "host/start/FileCommands.h"
 
 #include "host/DatabaseSetup.h"
+#include "host/backup/Backup.h"
 #include "host/backup/BackupCommands.h"
 #include "host/start/ClosedConnections.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/DraftOffer.h"
 #include "host/start/StartDialogs.h"
 #include "host/ui/MainWindow.h"
+#include "host/ui/StartPage.h"
 #include "host/users/Users.h"
+#include "platform/core/Clock.h"
+#include "platform/core/Format.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Settings.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/TextPrompt.h"
 
 #include <QAction>
+#include <QCryptographicHash>
 #include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSettings>
 
 using namespace Qt::StringLiterals;
 
 namespace host {
 
 namespace {
+
+// Under which the day of a backup is kept that the user asked for.
+QString backupKey(const data::DatabaseAddress &database)
+{
+    const QByteArray name = database.toString().toUtf8();
+    return u"copie/"_s +
+           QString::fromLatin1(QCryptographicHash::hash(name, QCryptographicHash::Sha256).toHex().left(12));
+}
 
 QAction *firstAction(const QMenu &menu)
 {
@@ -53,6 +68,8 @@ FileCommands::FileCommands(MainWindow &window, const Opening &opening, DatabaseM
     QAction *restored = add(u"actRipristina"_s, u"Ripri&stina una copia..."_s, &FileCommands::restore);
     file->insertActions(before, {backup, restored});
     file->insertSeparator(before);
+    if (auto *page = window.findChild<StartPage *>())
+        page->showBackup([this] { return backupAge(); }, backup);
     connect(recent_, &QMenu::aboutToShow, this, &FileCommands::listRecent);
     recent_->setObjectName(u"mnRecenti"_s);
 }
@@ -131,6 +148,27 @@ bool FileCommands::requireControl()
     return inControl;
 }
 
+QString FileCommands::backupAge() const
+{
+    const QSettings settings(memory_.settingsFile(), QSettings::IniFormat);
+    const QDate asked = settings.value(backupKey(opening_.database)).toDate();
+    const QDate daily =
+        opening_.database.isEmbedded() ? lastDailyBackup(folder_ + u"/backup"_s, opening_.database) : QDate();
+    const QDate last = !asked.isValid() || daily > asked ? daily : asked;
+    if (!last.isValid())
+        return u"Nessuna copia di sicurezza: farla ora"_s;
+    const qint64 days = last.daysTo(core::today());
+    const QString age = days <= 0 ? u"oggi"_s : days == 1 ? u"ieri"_s : u"%1 giorni fa"_s.arg(days);
+    return u"Ultima copia di sicurezza: %1 (%2)"_s.arg(age, core::formatDate(last));
+}
+
+void FileCommands::rememberBackup()
+{
+    core::changeSettings(memory_.settingsFile(), [this](QSettings &settings) {
+        settings.setValue(backupKey(opening_.database), core::today().toString(Qt::ISODate));
+    });
+}
+
 // The backup program opens the file itself, which an embedded database allows to one process at a time.
 void FileCommands::backUp()
 {
@@ -140,16 +178,19 @@ void FileCommands::backUp()
     if (file.isEmpty())
         return;
     if (!opening_.database.isEmbedded()) {
-        makeBackup(&window_, opening_.database, file, [] {});
+        if (makeBackup(&window_, opening_.database, file, [] {}))
+            rememberBackup();
         return;
     }
     ClosedConnections closed(window_);
-    makeBackup(&window_, opening_.database, file, [this, &closed] {
+    const auto reopen = [this, &closed] {
         // Another program may have opened the file first; what is typed in the forms needs the connections.
         while (!core::guarded(&window_, [&closed] { closed.reopen(); }) &&
                core::confirm(&window_, u"L'archivio non si può riaprire.\n\rRiprovare?"_s)) {
         }
-    });
+    };
+    if (makeBackup(&window_, opening_.database, file, reopen))
+        rememberBackup();
 }
 
 void FileCommands::restore()

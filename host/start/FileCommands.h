@@ -32,6 +32,8 @@ private:
     void listRecent();
     void openRecent(const data::DatabaseAddress &database);
     void backUp();
+    QString backupAge() const;
+    void rememberBackup();
     void restore();
     bool requireControl();
     bool confirmTarget(data::DatabaseAddress &target);

@@ -82,6 +82,11 @@ MainWindow *MainWindow::instance()
     return current();
 }
 
+QMdiArea &MainWindow::area() const
+{
+    return *area_;
+}
+
 void MainWindow::createMenus()
 {
     QMenu *file = menuBar()->addMenu(u"&File"_s);

@@ -33,6 +33,8 @@ public:
     QToolBar *commonToolBar(TKxCommonToolBars kind) const;
     /// Shows `form` in a child window, or brings its window to the front.
     void showChild(QWidget *form);
+    /// Where the child windows lie.
+    QMdiArea &area() const;
     /// Who is logged in and which database is open, for title and status bar.
     void showSession(const QString &user, const QString &database);
 

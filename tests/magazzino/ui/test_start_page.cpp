@@ -1,0 +1,177 @@
+#include "host/Corvane3Impl.h"
+#include "host/HostCommands.h"
+#include "host/ui/MainWindow.h"
+#include "host/ui/StartPage.h"
+#include "magazzino/reports/uMMGModStampaSottoscortaRiordino.h"
+#include "tests/support/Fixtures.h"
+
+using namespace Qt::StringLiterals;
+
+/// The page without windows, and the search over everything.
+class TestStartPage : public test::AtWorkplace
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() override
+    {
+        AtWorkplace::init();
+        page_ = place().window().findChild<host::StartPage *>();
+        QVERIFY(page_);
+    }
+
+    void lastDocumentsAreOneKeyAway()
+    {
+        QVERIFY(page_->isVisible());
+        saveOneOfEach();
+        QTRY_VERIFY(page_->isVisible());
+        test::settle();
+        auto *grid = test::control<QTableView>(page_, u"gridUltimiDocumenti"_s);
+        QCOMPARE(test::columnTexts(grid, u"Documento"_s),
+                 QStringList({u"D.d.T. di scarico"_s, u"Fattura accompagnatoria"_s, u"Bolla di carico"_s}));
+        picture(place().window(), u"pagina-iniziale"_s);
+        // The focus is on the first command; a few Tabs lead to the documents.
+        QCOMPARE(QApplication::focusWidget()->objectName(), u"cmdInizioInserimentoBolleCarico"_s);
+        test::pressKey(Qt::Key_Down);
+        QCOMPARE(QApplication::focusWidget()->objectName(), u"cmdInizioInserimentoDdTScarico"_s);
+        for (int i = 0; i < 12 && QApplication::focusWidget() != grid; ++i)
+            test::pressKey(Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), grid);
+        test::strike(u"\n"_s);
+        test::settle();
+        QVERIFY(!page_->isVisible());
+        const auto *form = place().window().findChild<TMMGInserimentoDocumento *>(u"MMGInserimentoDdTScarico"_s);
+        QVERIFY(form && form->isVisible());
+        QCOMPARE(test::shown(form, u"txtNumero"_s), u"1"_s);
+    }
+
+    void tellsNothingOfInvoicesWithoutTheRight()
+    {
+        saveOneOfEach();
+        SetKxCurrentUserName(u"MAGAZZINIERE"_s);
+        page_->refresh();
+        QCOMPARE(test::columnTexts(test::control<QTableView>(page_, u"gridUltimiDocumenti"_s), u"Documento"_s),
+                 QStringList({u"D.d.T. di scarico"_s, u"Bolla di carico"_s}));
+        QVERIFY(!page_->findChild<QPushButton *>(u"cmdInizioInserimentoFattureAccompagnatorie"_s));
+        QCOMPARE(search(u"arredo"_s), QStringList({u"D.d.T. di scarico"_s, u"Clienti"_s}));
+    }
+
+    void newFirmIsToldWhatToDo()
+    {
+        test::settle();
+        const auto ticked = [this](const QString &button) {
+            return test::control<QPushButton>(page_, button)->text().startsWith(u'☑');
+        };
+        QVERIFY(test::control<QGroupBox>(page_, u"grpPrimiPassi"_s)->isVisible());
+        QVERIFY(ticked(u"cmdPassoAzienda"_s));
+        QVERIFY(!ticked(u"cmdPassoRicercaUtenti"_s));
+        QVERIFY(ticked(u"cmdPassoRicercaArticoli"_s));
+        QVERIFY(!ticked(u"cmdPassoInserimentoBolleCarico"_s));
+        test::press(page_, u"cmdPassoInserimentoBolleCarico"_s);
+        const test::Document receipt(place(), test::receipt());
+        receipt.fillAll();
+        receipt.save();
+        receipt.form().closeForm();
+        test::settle();
+        QVERIFY(ticked(u"cmdPassoInserimentoBolleCarico"_s));
+    }
+
+    void articlesUnderStockAreCountedAsTheReportListsThem()
+    {
+        test::settle();
+        test::press(page_, u"cmdSottoscortaConta"_s);
+        QCOMPARE(test::control<QPushButton>(page_, u"cmdSottoscorta"_s)->text(),
+                 u"Articoli in sottoscorta: %1"_s.arg(lines(SottoscortaRiordinoSQL(0)).size()));
+        QCOMPARE(test::control<QPushButton>(page_, u"cmdSottoscortaConta"_s)->text(), u"contati alle 10:30"_s);
+    }
+
+    void searchFindsByPartsOfWords_data()
+    {
+        test::columns<QString, QStringList>("typed", "groups");
+        QTest::newRow("number") << u"1"_s
+                                << QStringList(
+                                       {u"Bolle di carico"_s, u"D.d.T. di scarico"_s, u"Fatture accompagnatorie"_s});
+        QTest::newRow("number and year") << u"1/2025"_s << QStringList();
+        QTest::newRow("supplier") << u"BRENTANE"_s << QStringList({u"Bolle di carico"_s, u"Fornitori"_s});
+        QTest::newRow("accents") << u"caorle"_s << QStringList(u"Clienti"_s);
+        QTest::newRow("two words") << u"arr alp"_s
+                                   << QStringList({u"D.d.T. di scarico"_s, u"Fatture accompagnatorie"_s, u"Clienti"_s});
+        QTest::newRow("row") << u"tra-0018"_s
+                             << QStringList({u"Articoli"_s, u"Righe di bolle di carico"_s,
+                                             u"Righe di D.d.T. di scarico"_s, u"Righe di fatture accompagnatorie"_s});
+        QTest::newRow("nothing") << u"xyzzy"_s << QStringList();
+        QTest::newRow("no pattern") << u"%_'"_s << QStringList();
+    }
+
+    void searchFindsByPartsOfWords()
+    {
+        const auto [typed, groups] = test::row<QString, QStringList>();
+        saveOneOfEach();
+        QStringList found = search(typed);
+        if (typed == u"1"_s)
+            found = found.mid(0, 3);
+        QCOMPARE(found, groups);
+    }
+
+    void searchOpensWhatIsChosen()
+    {
+        saveOneOfEach();
+        place().dialogs.expect([](QDialog &dialog) {
+            look(dialog, u"brentane"_s);
+            picture(dialog, u"cerca-ovunque"_s);
+            test::pressKey(Qt::Key_Down);
+            test::strike(u"\n"_s);
+        });
+        test::trigger(&place().commands(), u"actCercaOvunque"_s);
+        const auto *form = place().window().findChild<ui::EntryForm *>(u"MMGInserimentoFornitori"_s);
+        QVERIFY(form);
+        QCOMPARE(test::shown(form, u"txtRagioneSociale"_s), u"Acciaierie Brentane S.p.A."_s);
+    }
+
+private:
+    static void picture(QWidget &widget, const QString &name)
+    {
+        if (const QString path = qEnvironmentVariable("MAGAZZINO_PICTURES"); !path.isEmpty())
+            widget.grab().save(u"%1/%2.png"_s.arg(path, name));
+    }
+    void saveOneOfEach() const
+    {
+        int day = 0;
+        for (const test::DocumentNames *names :
+             {&test::receipt(), &test::accompanyingInvoice(), &test::deliveryNote()}) {
+            const test::Document document(place(), *names);
+            document.fillHeader();
+            test::typeOver(document.control<QLineEdit>(u"txtData"_s), u"%1/3/26"_s.arg(++day));
+            document.addArticle(u"TRA-0018"_s, u"7"_s, u"3"_s);
+            document.save();
+            document.form().closeForm();
+        }
+        test::settle();
+    }
+    static void look(QDialog &dialog, const QString &text)
+    {
+        test::type(test::control<QLineEdit>(&dialog, u"txtCercaOvunque"_s), text);
+        const auto *state = test::control<QLabel>(&dialog, u"lblTrovati"_s);
+        QTRY_VERIFY(state->text().contains(u"risultat"_s));
+    }
+    // The groups of what is found.
+    QStringList search(const QString &text) const
+    {
+        QStringList groups;
+        place().dialogs.expect([&](QDialog &dialog) {
+            look(dialog, text);
+            const auto *list = test::control<QTreeWidget>(&dialog, u"lstTrovati"_s);
+            for (int i = 0; i < list->topLevelItemCount(); ++i)
+                groups.append(list->topLevelItem(i)->text(0));
+            test::pressKey(Qt::Key_Escape);
+        });
+        test::trigger(&place().commands(), u"actCercaOvunque"_s);
+        return groups;
+    }
+
+    host::StartPage *page_ = nullptr;
+};
+
+static const test::Registered<TestStartPage> registered;
+
+#include "test_start_page.moc"
