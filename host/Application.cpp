@@ -20,8 +20,8 @@
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/Drafts.h"
 #include "platform/ui/Icons.h"
-#include "platform/ui/ListLayouts.h"
 #include "platform/ui/MessageBoxes.h"
+#include "platform/ui/UserSettings.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -129,7 +129,7 @@ Session::Session(const data::DatabaseAddress &address, const QString &user, cons
     connection_->setConnectionString(data::nativeConnectionString(address));
     connection_->open();
     SetKxCurrentUserName(user);
-    ui::keepListLayouts(settingsFile, user);
+    ui::rememberFor(settingsFile, user);
     if (!settingsFile.isEmpty())
         keepDrafts(QFileInfo(settingsFile).absolutePath() + u"/bozze"_s, address, user);
     window_->showSession(user, address.toString());

@@ -4,6 +4,7 @@
 #include "platform/core/Messages.h"
 #include "platform/ui/Help.h"
 #include "platform/ui/LineEdit.h"
+#include "platform/ui/WindowPlaces.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -127,6 +128,7 @@ ManualWindow::ManualWindow(QWidget *owner)
             [this](int row) { showChapter(chapters_->item(row)->text().trimmed()); });
     connect(wanted_, &QLineEdit::returnPressed, this, &ManualWindow::search);
     wanted_->setFocus();
+    ui::keepPlace(this, objectName());
 }
 
 void ManualWindow::listChapters()

@@ -104,9 +104,9 @@ ui::RegisterSpec makeCustomers()
                             {u"Città"_s, u"CITTA"_s, 150},
                             {u"Partita IVA"_s, u"PARTITAIVA"_s, 110},
                             {u"Telefono 1"_s, u"TELEFONO1"_s, 110}},
-            .listFilters = {ui::containing(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
-                            ui::containing(u"txtRagioneSociale"_s, u"Ragione sociale"_s, u"RAGIONESOCIALE"_s),
-                            ui::containing(u"txtCitta"_s, u"Città"_s, u"CITTA"_s)},
+            .listFilters = {ui::containingLoosely(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
+                            ui::containingLoosely(u"txtRagioneSociale"_s, u"Ragione sociale"_s, u"RAGIONESOCIALE"_s),
+                            ui::containingLoosely(u"txtCitta"_s, u"Città"_s, u"CITTA"_s)},
             .orderText = u" ORDER BY UPPER(RAGIONESOCIALE)"_s,
             .letterColumn = u"RAGIONESOCIALE"_s};
 }
@@ -163,8 +163,8 @@ const ui::RegisterSpec &articles()
                         {u"U.M."_s, u"UM"_s, 45},
                         {u"Prezzo"_s, u"PREZZO"_s, 80, Width::Pixels, Display::Currency},
                         {u"Costo"_s, u"COSTO"_s, 80, Width::Pixels, Display::Currency}},
-        .listFilters = {ui::containing(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
-                        ui::containing(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+        .listFilters = {ui::containingLoosely(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
+                        ui::containingLoosely(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
         .orderText = u" ORDER BY UPPER(CODICE)"_s,
         .letterColumn = u"DESCRIZIONE"_s};
     return spec;
@@ -190,8 +190,8 @@ const ui::RegisterSpec &services()
                         {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
                         {u"Categoria"_s, u"CATEGORIA"_s, 170},
                         {u"Prezzo"_s, u"PREZZO"_s, 90, Width::Pixels, Display::Currency}},
-        .listFilters = {ui::containing(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
-                        ui::containing(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+        .listFilters = {ui::containingLoosely(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
+                        ui::containingLoosely(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
         .orderText = u" ORDER BY UPPER(CODICE)"_s,
         .letterColumn = u"DESCRIZIONE"_s};
     return spec;

@@ -55,7 +55,7 @@ const ui::RegisterSpec &vatRates()
         .listColumns = {{u"Codice"_s, u"CODICE"_s, 80},
                         {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
                         {u"Aliquota %"_s, u"ALIQUOTA"_s, 100, Width::Pixels, Display::Quantity}},
-        .listFilters = {ui::containing(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
+        .listFilters = {ui::containingLoosely(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
         .orderText = u" ORDER BY UPPER(CODICE)"_s};
     return spec;
 }
@@ -74,7 +74,7 @@ const ui::RegisterSpec &units()
         .duplicateText = u"Esiste già un'unità di misura con questo nome!"_s,
         .openingSize = {460, 160},
         .listColumns = {{u"Unità di misura"_s, u"UM"_s, 0, Width::Rest}},
-        .listFilters = {ui::containing(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s)},
+        .listFilters = {ui::containingLoosely(u"txtUM"_s, u"Unità di misura"_s, u"UM"_s)},
         .orderText = u" ORDER BY UPPER(UM)"_s};
     return spec;
 }
@@ -104,7 +104,7 @@ const ui::RegisterSpec &paymentTypes()
         .duplicateText = u"Esiste già un tipo di pagamento con questo nome!"_s,
         .openingSize = {560, 290},
         .listColumns = {{u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s, 0, Width::Rest}},
-        .listFilters = {ui::containing(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s)},
+        .listFilters = {ui::containingLoosely(u"txtTipoPagamento"_s, u"Tipo di pagamento"_s, u"TIPO_PAGAMENTO"_s)},
         .orderText = u" ORDER BY UPPER(TIPO_PAGAMENTO)"_s};
     return spec;
 }
@@ -126,7 +126,7 @@ const ui::RegisterSpec &documentNotes()
         .required = {{u"TITOLO"_s, u"Non è stato indicato il titolo!"_s}},
         .openingSize = {640, 340},
         .listColumns = {{u"Titolo"_s, u"TITOLO"_s, 0, Width::Rest}},
-        .listFilters = {ui::containing(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s)},
+        .listFilters = {ui::containingLoosely(u"txtTitolo"_s, u"Titolo"_s, u"TITOLO"_s)},
         .orderText = u" ORDER BY UPPER(TITOLO)"_s};
     return spec;
 }

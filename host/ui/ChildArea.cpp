@@ -1,5 +1,8 @@
 #include "host/ui/ChildArea.h"
 
+#include "host/ui/WindowTitles.h"
+#include "platform/ui/WindowPlaces.h"
+
 #include <QEvent>
 #include <QMdiSubWindow>
 #include <QTabBar>
@@ -12,6 +15,7 @@ namespace host {
 
 ChildArea::ChildArea(QWidget *parent)
     : QMdiArea(parent)
+    , titles_(new WindowTitles(*this))
 {
     setActivationOrder(ActivationHistoryOrder);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -100,6 +104,8 @@ QMdiSubWindow *ChildArea::addChild(QWidget *form)
     // Room for the frame, and never larger than the area that is there.
     const QSize frame = window->size() - window->contentsRect().size();
     window->resize((wanted + frame).boundedTo(viewport()->size()));
+    titles_->follow(*window);
+    ui::keepPlace(window, form->objectName());
     return window;
 }
 

@@ -6,6 +6,8 @@ class QTabBar;
 
 namespace host {
 
+class WindowTitles;
+
 /// The area of the main window's child windows. They are tabs that fill it, or lie in it freely. A window that goes
 /// leaves the place to the one that was used before it.
 class ChildArea : public QMdiArea
@@ -33,6 +35,7 @@ private:
     void followHidden();
     void activateLastUsed();
 
+    WindowTitles *titles_;
     QTimer hidden_; // a window has hidden
 };
 

@@ -216,7 +216,8 @@ void MainWindow::listWindows()
     for (QMdiSubWindow *window : windows) {
         if (!window->isVisible())
             continue;
-        QAction *action = windowMenu_->addAction(u"&%1 %2"_s.arg(++number).arg(window->windowTitle()));
+        QAction *action =
+            windowMenu_->addAction(u"&%1 %2"_s.arg(++number).arg(window->windowTitle().replace(u'&', u"&&"_s)));
         action->setCheckable(true);
         action->setChecked(window == area_->activeSubWindow());
         connect(action, &QAction::triggered, window, [this, window] { area_->setActiveSubWindow(window); });

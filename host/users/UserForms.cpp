@@ -90,7 +90,7 @@ const ui::RegisterSpec &users()
         .listColumns = {{u"Nome utente"_s, u"USER_NAME"_s, 200},
                         {u"Nome e cognome"_s, u"NOME"_s, 0, Width::Rest},
                         {u"Attivo"_s, u"ATTIVO"_s, 80, Width::Pixels, ui::ListColumn::Display::Flag}},
-        .listFilters = {ui::containing(u"txtNomeUtente"_s, u"Nome utente"_s, u"USER_NAME"_s)},
+        .listFilters = {ui::containingLoosely(u"txtNomeUtente"_s, u"Nome utente"_s, u"USER_NAME"_s)},
         .orderText = u" ORDER BY UPPER(USER_NAME)"_s};
     return spec;
 }
@@ -113,7 +113,7 @@ const ui::RegisterSpec &roles()
         .deletedWith = {u"DELETE FROM ABILITAZIONI_RUOLI WHERE IDRUOLO_UTENTE = ?"_s},
         .openingSize = {560, 360},
         .listColumns = {{u"Ruolo"_s, u"RUOLO"_s, 0, Width::Rest}},
-        .listFilters = {ui::containing(u"txtRuolo"_s, u"Ruolo"_s, u"RUOLO"_s)},
+        .listFilters = {ui::containingLoosely(u"txtRuolo"_s, u"Ruolo"_s, u"RUOLO"_s)},
         .orderText = u" ORDER BY UPPER(RUOLO)"_s};
     return spec;
 }

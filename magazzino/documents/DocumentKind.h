@@ -54,6 +54,7 @@ struct RowCommandCaptions
 /// Captions of a kind's entry form and list that do not follow from its names.
 struct DocumentCaptions
 {
+    QString shortName; ///< before a document's number, where there is little room
     QString generalPage;
     QString rowsPage;
     QString notesPage;

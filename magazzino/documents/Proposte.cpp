@@ -17,6 +17,17 @@ void ApriUltimoDocumento(const DocumentKind &kind, const QString &codice, std::o
     ultimo.open();
 }
 
+int DocumentoAccanto(const DocumentKind &kind, int anno, int numero, bool below)
+{
+    const QString order = below ? u" DESC"_s : QString();
+    const data::Rows rows =
+        data::latest(ModuleConnection(),
+                     u"SELECT FIRST 1 %1 FROM %2 WHERE ANNO = ? AND NUMERO %3 ? OR ANNO %3 ? "
+                     "ORDER BY ANNO%4, NUMERO%4"_s.arg(kind.key, kind.table, below ? u"<"_s : u">"_s, order),
+                     {anno, numero, anno});
+    return rows.isEmpty() ? -1 : rows.integer(0, kind.key);
+}
+
 QDate ScadenzaPagamento(int idTipoPagamento, QDate documento)
 {
     const data::Rows rows =

@@ -67,6 +67,12 @@ void TMMGInserimentoDocumento::createHeading()
     mainLayout()->addLayout(heading);
 }
 
+QString TMMGInserimentoDocumento::recordName() const
+{
+    const QString number = u"%1 %2/%3"_s.arg(kind_.captions.shortName).arg(numero()).arg(documentDate().year());
+    return counterpartName().isEmpty() ? number : number + u" · "_s + counterpartName();
+}
+
 QLabel *TMMGInserimentoDocumento::createReadOnlyHint()
 {
     readOnly_ = new QLabel(u"Sola lettura"_s, this);
@@ -98,14 +104,27 @@ void TMMGInserimentoDocumento::finishLayout()
 {
     RidimensionaForm();
     addPrintCommands();
+    createBeside();
     createRowsPage();
     addFurtherPages();
     createNotesPage();
     mainLayout()->addWidget(createTotals());
     setFocusProxy(required_.first().first);
     start(kind_.print.report.isEmpty() ? ui::standardCommands : printedCommands);
+    placeInMenu();
+}
+
+// Behind what every form's menu has: whatever has a key stands in it.
+void TMMGInserimentoDocumento::placeInMenu()
+{
     formMenu()->addSeparator();
     formMenu()->addAction(command(u"actComeUltimaVolta"_s));
+    formMenu()->addSeparator();
+    formMenu()->addAction(command(u"actScriviRiga"_s));
+    formMenu()->addActions(findChild<QToolBar *>(u"tBarRighe"_s)->actions());
+    formMenu()->addSeparator();
+    formMenu()->addAction(command(u"actDocumentoSopra"_s));
+    formMenu()->addAction(command(u"actDocumentoSotto"_s));
 }
 
 void TMMGInserimentoDocumento::createNotesPage()
@@ -150,20 +169,27 @@ void TMMGInserimentoDocumento::createRowsPage()
             Qt::QueuedConnection);
 }
 
-void TMMGInserimentoDocumento::createRowCommands(QToolBar *bar)
+QList<ui::Command> TMMGInserimentoDocumento::rowCommands()
 {
     const RowCommandCaptions &captions = kind_.captions.rows;
-    const QList<ui::Command> commands = {
+    return {
         {u"actAggiungiArticolo"_s, captions.articolo, [this] { aggiungiArticolo(); }, ui::Icon::Add,
          QKeySequence(u"Ctrl+Ins"_s)},
-        {u"actAggiungiServizio"_s, captions.servizio, [this] { aggiungiServizio(); }, ui::Icon::Service},
-        {u"actAggiungiTesto"_s, captions.testo, [this] { aggiungiTesto(); }, ui::Icon::Text},
-        {u"actAggiungiNonImponibile"_s, captions.nonImponibile, [this] { aggiungiNonImponibile(); }, ui::Icon::Add},
+        {u"actAggiungiServizio"_s, captions.servizio, [this] { aggiungiServizio(); }, ui::Icon::Service,
+         QKeySequence(u"Ctrl+Shift+S"_s)},
+        {u"actAggiungiTesto"_s, captions.testo, [this] { aggiungiTesto(); }, ui::Icon::Text, QKeySequence(u"Ctrl+T"_s)},
+        {u"actAggiungiNonImponibile"_s, captions.nonImponibile, [this] { aggiungiNonImponibile(); }, ui::Icon::Add,
+         QKeySequence(u"Ctrl+Shift+N"_s)},
         {u"actEliminaRiga"_s, captions.elimina, [this] { eliminaRiga(); }, ui::Icon::Remove,
          QKeySequence(u"Ctrl+Del"_s)},
         {u"actSpostaRigaSu"_s, captions.su, [this] { spostaRiga(-1); }, ui::Icon::Up, QKeySequence(u"Ctrl+Up"_s)},
         {u"actSpostaRigaGiu"_s, captions.giu, [this] { spostaRiga(1); }, ui::Icon::Down, QKeySequence(u"Ctrl+Down"_s)},
     };
+}
+
+void TMMGInserimentoDocumento::createRowCommands(QToolBar *bar)
+{
+    const QList<ui::Command> commands = rowCommands();
     for (ui::Command command : commands) {
         if (command.caption.isEmpty())
             continue;

@@ -35,6 +35,7 @@ public:
     /// Gives the form the size at which it opens, and its least one.
     virtual void RidimensionaForm();
     DocumentGrid &grid() const { return *grid_; }
+    QString recordName() const override;
 
 protected:
     /// The header's page, filled by the concrete form between the constructor and finishLayout().
@@ -97,6 +98,7 @@ protected:
 private:
     void createRowsPage();
     void createRowCommands(QToolBar *bar);
+    QList<ui::Command> rowCommands();
     void createHeading();
     QLabel *createReadOnlyHint();
     void showRight(bool granted);
@@ -127,6 +129,9 @@ private:
     bool savedForPrinting();
     void addPrintCommands();
     DocumentTotals computeTotals();
+    void createBeside();
+    void goBeside(int step);
+    void placeInMenu();
     void showTotals(const std::function<double(const DocumentTotal &)> &amountOf);
 
     const DocumentKind &kind_;

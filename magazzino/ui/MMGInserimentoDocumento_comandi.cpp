@@ -8,7 +8,6 @@
 #include "platform/core/Messages.h"
 #include "platform/ui/Dialogs.h"
 
-#include <QShortcut>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
@@ -52,9 +51,11 @@ void TMMGInserimentoDocumento::createEntryLine(QWidget *page)
         kind_, *grid_,
         {rowOf, chooseArticle, [this](const DocumentRow &row, bool scanned) { return addEntered(row, scanned); }},
         page);
-    auto *key = new QShortcut(QKeySequence(u"Ctrl+I"_s), this);
-    key->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(key, &QShortcut::activated, this, &TMMGInserimentoDocumento::startEntry);
+    addCommand({.name = u"actScriviRiga"_s,
+                .caption = u"Scrivi una riga"_s,
+                .run = [this] { startEntry(); },
+                .icon = ui::Icon::Add,
+                .shortcut = QKeySequence(u"Ctrl+I"_s)});
 }
 
 ScorteDi TMMGInserimentoDocumento::stockOf()

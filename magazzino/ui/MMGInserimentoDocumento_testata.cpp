@@ -1,10 +1,14 @@
 // How the header of a document's form is filled by the keyboard.
+#include "host/Corvane3Impl.h"
+#include "host/users/Users.h"
 #include "magazzino/documents/Proposte.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "magazzino/ui/StockLine.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
+#include "platform/ui/Bell.h"
 #include "platform/ui/PickInput.h"
+#include "platform/ui/SearchForm.h"
 
 #include <QKeyEvent>
 
@@ -61,6 +65,39 @@ void TMMGInserimentoDocumento::goOn()
         }
     }
     startEntry();
+}
+
+void TMMGInserimentoDocumento::createBeside()
+{
+    addCommand({.name = u"actDocumentoSopra"_s,
+                .caption = u"Documento sopra nell'elenco"_s,
+                .run = [this] { goBeside(-1); },
+                .icon = ui::Icon::Up,
+                .shortcut = QKeySequence(u"Ctrl+PgUp"_s)});
+    addCommand({.name = u"actDocumentoSotto"_s,
+                .caption = u"Documento sotto nell'elenco"_s,
+                .run = [this] { goBeside(1); },
+                .icon = ui::Icon::Down,
+                .shortcut = QKeySequence(u"Ctrl+PgDown"_s)});
+}
+
+// As the list shows them, while it does; otherwise as it does at first, newest first.
+void TMMGInserimentoDocumento::goBeside(int step)
+{
+    if (!mayView(kind_)) {
+        host::refuseForRights(this);
+        return;
+    }
+    auto *list = GetMainForm()->findChild<ui::SearchForm *>(u"MMGRicerca"_s + kind_.formName);
+    const auto listed = list && list->isVisible() ? list->keyBeside(storedKey(), step) : std::nullopt;
+    const int key = listed ? *listed : DocumentoAccanto(kind_, documentDate().year(), numero(), step > 0);
+    if (key < 0) {
+        ui::ringBell();
+        return;
+    }
+    goToRecord(key);
+    if (listed && IdRecord() == key)
+        list->select(key);
 }
 
 QWidget *TMMGInserimentoDocumento::createLastTime()

@@ -20,6 +20,7 @@ ui::ListSpec withFixedText(ui::ListSpec list)
     list.letterLike = u" LIKE "_s;
     list.keepsSelection = false;
     list.keepsLayout = false;
+    list.hasFooter = false;
     return list;
 }
 

@@ -43,6 +43,7 @@ ui::RegisterSpec inModule(ui::RegisterSpec spec, const QString &newOne, const QS
                    .onClose = ui::OnClose::Hide,
                    .blanksCount = true,
                    .tellsMissing = false,
+                   .liveList = false,
                    .way = data::Values::Way::Written,
                    .letterLike = u"LIKE  "_s};
     if (!spec.firstRows->isEmpty())

@@ -1,6 +1,7 @@
 #include "platform/data/Connection.h"
 
 #include "platform/core/Log.h"
+#include "platform/data/Changes.h"
 #include "platform/data/ConnectionString.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/Driver.h"
@@ -93,6 +94,7 @@ void Connection::begin()
         throw DatabaseError(u"Una transazione è già in corso."_s, u"BEGIN"_s);
     noting([this] { driver_->begin(); });
     inTransaction_ = true;
+    written_.clear();
 }
 
 void Connection::commit()
@@ -102,6 +104,9 @@ void Connection::commit()
     statements_.clear();
     noting([this] { driver_->commit(); });
     inTransaction_ = false;
+    written_.removeDuplicates();
+    if (!written_.isEmpty())
+        Q_EMIT Changes::instance().changed(std::exchange(written_, {}));
 }
 
 void Connection::rollback()
@@ -117,6 +122,12 @@ void Connection::rollback()
     }
 }
 
+void Connection::noteWriting(const QString &sql)
+{
+    if (!isQuery(sql))
+        written_ += writtenTables(sql);
+}
+
 Statement &Connection::statement(const QString &sql, std::unique_ptr<Statement> &shortLived)
 {
     if (inTransaction_) {
@@ -124,8 +135,10 @@ Statement &Connection::statement(const QString &sql, std::unique_ptr<Statement> 
             return *it->second;
     }
     std::unique_ptr<Statement> prepared = driver_->prepare(sql, view);
-    if (inTransaction_)
+    if (inTransaction_) {
+        noteWriting(sql);
         return *statements_.emplace(sql, std::move(prepared)).first->second;
+    }
     shortLived = std::move(prepared);
     return *shortLived;
 }
@@ -158,6 +171,7 @@ void Connection::execute(const QString &sql)
         return;
     }
     prepareFor(sql);
+    noteWriting(sql);
     noting([&] {
         affectedRows_ = 0;
         driver_->executeOnce(sql);

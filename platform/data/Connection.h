@@ -80,6 +80,7 @@ private:
     /// Runs `body` and remembers a lost connection.
     template <typename Body>
     auto noting(Body &&body);
+    void noteWriting(const QString &sql);
     Statement &statement(const QString &sql, std::unique_ptr<Statement> &shortLived);
     void fetch(Rows &rows, const QString &sql, const QVariantList &values);
     Rows fetch(const QString &sql, const QVariantList &values);
@@ -88,6 +89,7 @@ private:
     QString connectionString_;
     std::unique_ptr<Driver> driver_;
     std::map<QString, std::unique_ptr<Statement>> statements_; // prepared in the running transaction
+    QStringList written_;                                      // tables, in the running transaction
     bool inTransaction_ = false;
     bool lost_ = false; // the server went away; the next use outside a transaction connects again
     int affectedRows_ = 0;

@@ -17,6 +17,15 @@ QString textParameter(const QString &placeholder)
     return u"CAST(%1 AS VARCHAR(%2))"_s.arg(placeholder).arg(longestSearched);
 }
 
+// What each match of `words` has behind it.
+QStringList namesBehind(const QRegularExpression &words, const QString &sql)
+{
+    QStringList names;
+    for (auto matches = words.globalMatch(sql); matches.hasNext();)
+        names.append(matches.next().captured(1).toUpper());
+    return names;
+}
+
 } // namespace
 
 QString Values::add(const QVariant &value)
@@ -76,6 +85,19 @@ QString positional(const QString &sql, QStringList &names)
 QString limitedTo(const QStringList &columns, const QString &query)
 {
     return u"SELECT %1 FROM (%2)"_s.arg(columns.join(u", "_s), query);
+}
+
+QStringList writtenTables(const QString &sql)
+{
+    static const QRegularExpression words(u"\\b(?:INTO|UPDATE|DELETE\\s+FROM)\\s+(\\w+)"_s,
+                                          QRegularExpression::CaseInsensitiveOption);
+    return namesBehind(words, sql);
+}
+
+QStringList readTables(const QString &sql)
+{
+    static const QRegularExpression words(u"\\b(?:FROM|JOIN)\\s+(\\w+)"_s, QRegularExpression::CaseInsensitiveOption);
+    return namesBehind(words, sql);
 }
 
 QString statementKind(const QString &sql)

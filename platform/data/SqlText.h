@@ -54,6 +54,11 @@ QString positional(const QString &sql, QStringList &names);
 /// sorted along. Rows and order are those of `query`.
 QString limitedTo(const QStringList &columns, const QString &query);
 
+/// Tables that a statement, or what stands in a block of statements, writes to; in capitals, perhaps more than once.
+QStringList writtenTables(const QString &sql);
+/// Those that a query reads.
+QStringList readTables(const QString &sql);
+
 /// Verb and object of a statement ("DELETE FROM MOVI_MAGA") without any value, for the log.
 QString statementKind(const QString &sql);
 

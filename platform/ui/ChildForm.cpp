@@ -37,10 +37,12 @@ QAction *ChildForm::addCommand(const Command &command)
     action->setObjectName(command.name);
     action->setShortcut(command.shortcut);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    QString hint = command.hint.isEmpty() ? command.caption : command.hint;
-    if (!command.shortcut.isEmpty())
-        hint += u" (%1)"_s.arg(command.shortcut.toString(QKeySequence::NativeText));
-    action->setToolTip(hint);
+    // A hint of its own stands alone; the menus and the page of the keys have the key as well.
+    const QString key = command.shortcut.toString(QKeySequence::NativeText);
+    if (!command.hint.isEmpty())
+        action->setToolTip(command.hint);
+    else
+        action->setToolTip(key.isEmpty() ? command.caption : u"%1 (%2)"_s.arg(command.caption, key));
     action->setStatusTip(command.hint);
     connect(action, &QAction::triggered, this, [this, run = command.run] { core::guarded(this, run); });
     addAction(action);

@@ -44,8 +44,18 @@ public:
     /// Closes the window as its close button does.
     void closeForm();
 
+    /// The record that the window shows, "D.d.T. 24/2026 · Rossi S.r.l.", to be told from others of its kind; empty
+    /// when it shows none.
+    virtual QString recordName() const { return {}; }
+    /// Is there something that was typed and not saved?
+    virtual bool isUnsaved() const { return false; }
+
     /// The size at which the form opens, unless the main window is smaller.
     QSize sizeHint() const override { return openingSize_; }
+
+Q_SIGNALS:
+    /// What recordName() or isUnsaved() return may have changed.
+    void recordNameChanged();
 
 protected:
     void setOpeningSize(QSize size) { openingSize_ = size; }

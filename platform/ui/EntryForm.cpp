@@ -43,7 +43,7 @@ void EntryForm::declareCommands()
         {u"actNuovo"_s, u"Nuovo"_s, [this] { startNewAsking(); }, Icon::New, QKeySequence(u"Ctrl+N"_s)},
         {u"actElimina"_s, u"Elimina"_s, [this] { deleteShown(); }, Icon::Delete, QKeySequence(u"Ctrl+D"_s)},
         {u"actSalva"_s, u"Salva"_s, [this] { saveRecord(); }, Icon::Save, QKeySequence(u"Ctrl+S"_s)},
-        {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close},
+        {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close, QKeySequence(u"Ctrl+W"_s)},
         {u"actRecupera"_s, u"Recupera"_s, [this] { bringBack(); }, Icon::Recover, QKeySequence(u"Ctrl+R"_s),
          u"Riporta nella maschera i dati non salvati che sono stati abbandonati per ultimi"_s}};
     for (const Command &command : commands)
@@ -75,6 +75,7 @@ void EntryForm::SetModified(bool value)
     if (value)
         setUnsaved(true);
     command(u"actSalva"_s)->setEnabled(value);
+    Q_EMIT recordNameChanged();
 }
 
 void EntryForm::setUnsaved(bool unsaved)
@@ -267,6 +268,7 @@ void EntryForm::startNew()
     const WaitCursor wait;
     startEmpty();
     withoutTracking([this] { resetDetails(); });
+    Q_EMIT recordNameChanged();
 }
 
 void EntryForm::startNewAsking()
@@ -279,8 +281,18 @@ void EntryForm::startNewAsking()
 
 void EntryForm::openRecord(int id)
 {
-    if (!finishEditing() || !continueWithoutSaving())
-        return;
+    if (finishEditing() && continueWithoutSaving())
+        showInstead(id);
+}
+
+void EntryForm::goToRecord(int id)
+{
+    if (finishEditing() && mayLeave(IfNotSaved::Stay))
+        showInstead(id);
+}
+
+void EntryForm::showInstead(int id)
+{
     keepGivenUp();
     const WaitCursor wait;
     try {
@@ -419,7 +431,7 @@ bool EntryForm::save()
     return true;
 }
 
-bool EntryForm::saveFirst()
+bool EntryForm::saveFirst(IfNotSaved ifNotSaved)
 {
     if (!Modified())
         return true;
@@ -430,15 +442,20 @@ bool EntryForm::saveFirst()
                                                    this});
     // Yes closes whether or not the save succeeded; this is intended.
     if (answer == core::Answer::Yes)
-        saveRecord();
+        return saveRecord() || ifNotSaved == IfNotSaved::LeaveAllTheSame;
     return answer != core::Answer::Cancel;
+}
+
+bool EntryForm::mayLeave(IfNotSaved ifNotSaved)
+{
+    return spec_.closing == ClosingQuestion::SaveFirst ? saveFirst(ifNotSaved) : continueWithoutSaving();
 }
 
 bool EntryForm::mayClose()
 {
     if (!finishEditing())
         return false;
-    if (!(spec_.closing == ClosingQuestion::SaveFirst ? saveFirst() : continueWithoutSaving()))
+    if (!mayLeave(IfNotSaved::LeaveAllTheSame))
         return false;
     keepGivenUp();
     // A form that only hides must not come back with what was given up.

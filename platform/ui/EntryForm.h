@@ -85,12 +85,16 @@ public:
     void SetModified(bool value);
     /// Something is being typed that is no change yet, in a cell of a grid: "Salva" takes it over and saves.
     void SetTyping(bool typing);
+    bool isUnsaved() const override { return Modified(); }
 
     /// Empties the form for a new record; asks nothing.
     void startNew();
     /// Loads a record after the question about unsaved changes; without such a record the form stays as it was. When
     /// the database fails the form is left empty, for a new record, and the error is thrown.
     void openRecord(int id);
+    /// Shows another record in the place of this one, after the question that closing asks. What could not be saved
+    /// then stays.
+    void goToRecord(int id);
     /// Validates and saves; true when it was saved. Errors are shown, never thrown.
     bool saveRecord();
     /// The command "Nuovo": asks about unsaved changes first.
@@ -205,13 +209,20 @@ private:
     QStringList fieldNames() const;
     void startEmpty();
     void load(int id);
+    void showInstead(int id);
     void deleteShown();
     bool continueWithoutSaving();
     FormContents contents() const;
     void show(const FormContents &contents);
     void keepGivenUp();
     void bringBack();
-    bool saveFirst();
+    enum class IfNotSaved
+    {
+        LeaveAllTheSame,
+        Stay
+    };
+    bool saveFirst(IfNotSaved ifNotSaved);
+    bool mayLeave(IfNotSaved ifNotSaved);
     bool passes(const QList<Check> &checks);
     bool passesChecks();
     bool save();

@@ -38,6 +38,13 @@ public:
     virtual bool leads() const { return false; }
     /// Its input takes the width that is left.
     virtual bool stretches() const { return false; }
+    /// What was typed, for typeAgain(); empty where nothing is kept of it.
+    virtual QString typed() const { return {}; }
+    virtual void typeAgain(const QString &) {}
+
+Q_SIGNALS:
+    /// The user types.
+    void edited();
 
 private:
     QString label_;

@@ -52,6 +52,7 @@ public:
         : InputFilter(spec, parent)
     {
         input()->setMaxLength(100);
+        connect(input(), &QLineEdit::textEdited, this, &Filter::edited);
     }
 
     void reset() override { input()->clear(); }
@@ -61,6 +62,20 @@ public:
         return text.isEmpty() ? QVariant() : text;
     }
     bool stretches() const override { return true; }
+    QString typed() const override { return input()->text(); }
+    void typeAgain(const QString &text) override { input()->setText(text); }
+};
+
+class LooseFilter : public TextFilter
+{
+public:
+    using TextFilter::TextFilter;
+
+    QVariant value() const override
+    {
+        const QString text = TextFilter::value().toString().trimmed();
+        return text.isEmpty() ? QVariant() : text;
+    }
 };
 
 class YearFilter : public InputFilter<YearEdit>
@@ -99,6 +114,12 @@ ListFilter textFilter(const QString &name, const QString &label, const QString &
 ListFilter containing(const QString &name, const QString &label, const QString &column)
 {
     return textFilter(name, label, column + u" CONTAINING "_s);
+}
+
+ListFilter containingLoosely(const QString &name, const QString &label, const QString &column)
+{
+    const FilterSpec spec{name, label, column + u" COLLATE UNICODE_CI_AI CONTAINING "_s};
+    return [spec](QWidget *parent) { return new LooseFilter(spec, parent); };
 }
 
 ListFilter yearFilter(const QString &name, const QString &label, const QString &before)

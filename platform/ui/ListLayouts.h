@@ -2,7 +2,7 @@
 #include <QMap>
 #include <QStringList>
 
-/// What the users of the program changed in the layout of their lists, kept in the settings file for each of them.
+/// What the users of the program changed in the layout of their lists, remembered for each of them.
 namespace ui {
 
 /// What differs from a list's own layout. Columns are named by their fields.
@@ -15,9 +15,6 @@ struct ListLayout
 
     bool operator==(const ListLayout &) const = default;
 };
-
-/// From now on layouts are kept in `settingsFile` for `user`; nowhere while the file is empty.
-void keepListLayouts(const QString &settingsFile, const QString &user);
 
 /// The kept layout of a list; widths that make no sense are left out.
 ListLayout keptLayout(const QString &list);

@@ -1,11 +1,14 @@
 #include "platform/ui/ListPanel.h"
 
 #include "platform/core/Messages.h"
+#include "platform/data/Changes.h"
 #include "platform/ui/ColumnLayout.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/LetterBar.h"
+#include "platform/ui/ListFooter.h"
 #include "platform/ui/ListKeys.h"
 #include "platform/ui/TypedEdit.h"
+#include "platform/ui/UserSettings.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,6 +18,12 @@
 using namespace Qt::StringLiterals;
 
 namespace ui {
+
+namespace {
+
+const QString filtersKind = u"filtri"_s;
+
+} // namespace
 
 ListPanel::ListPanel(const ListSpec &spec, data::Connection &connection, const ButtonMaker &buttons, QWidget *window)
     : QWidget(window)
@@ -30,9 +39,61 @@ ListPanel::ListPanel(const ListSpec &spec, data::Connection &connection, const B
     if (spec.longTexts)
         grid_->showLongTexts();
     layout->addWidget(grid_, 1);
+    footer_ = new ListFooter(grid_->rows(), this);
+    footer_->setVisible(spec.hasFooter);
+    layout->addWidget(footer_);
     createLetterBar(layout);
+    follow();
     keys_ = new ListKeys(*this, *window);
     window->layout()->addWidget(this);
+}
+
+void ListPanel::follow()
+{
+    constexpr int pause = 150; // ms behind the last key
+    tables_ = data::readTables(spec_.selectText);
+    connect(&data::Changes::instance(), &data::Changes::changed, this, &ListPanel::tablesChanged);
+    typing_.setSingleShot(true);
+    typing_.setInterval(pause);
+    refreshing_.setSingleShot(true);
+    connect(&typing_, &QTimer::timeout, this, [this] { core::guarded(this, [this] { search(); }); });
+    connect(&refreshing_, &QTimer::timeout, this, [this] { core::guarded(this, [this] { refresh(); }); });
+    if (!spec_.isLive)
+        return;
+    for (const Filter *filter : std::as_const(filters_))
+        connect(filter, &Filter::edited, &typing_, qOverload<>(&QTimer::start));
+}
+
+// Inside the save, which must not wait for the list.
+void ListPanel::tablesChanged(const QStringList &tables)
+{
+    const auto isShown = [this](const QString &table) { return tables_.contains(table); };
+    if (!footer_->hasSearched() || std::none_of(tables.begin(), tables.end(), isShown))
+        return;
+    footer_->setOutdated(true);
+    if (spec_.isLive)
+        refreshing_.start();
+}
+
+// The rows of the last search as they are now. The current one stays where it is on the screen.
+void ListPanel::refresh()
+{
+    if (!footer_->isOutdated() || !isVisible())
+        return;
+    const auto selectedRow = [this] { return grid_->selectedKey() < 0 ? -1 : grid_->currentIndex().row(); };
+    QScrollBar *bar = grid_->verticalScrollBar();
+    const int position = bar->value();
+    const int before = selectedRow();
+    fill(last_.first, last_.second);
+    const int now = selectedRow();
+    bar->setValue(position + (before < 0 || now < 0 ? 0 : now - before));
+}
+
+void ListPanel::takingOver(const std::function<void()> &body)
+{
+    const bool wasOutdated = footer_->isOutdated();
+    body();
+    footer_->setOutdated(wasOutdated);
 }
 
 void ListPanel::createFilterBar(const ButtonMaker &buttons, QVBoxLayout *layout)
@@ -112,8 +173,11 @@ void ListPanel::searchLetter(const QString &letter)
 void ListPanel::fill(const QString &clause, const QVariantList &values)
 {
     const WaitCursor wait;
+    typing_.stop();
+    last_ = {clause, values};
     const int key = grid_->selectedKey();
     const int position = grid_->verticalScrollBar()->value();
+    footer_->searched();
     grid_->fill(connection_, spec_.selectText + clause + spec_.orderText, values, spec_.complete);
     if (spec_.keepsSelection && key > 0 && grid_->selectKey(key))
         grid_->verticalScrollBar()->setValue(position);
@@ -121,6 +185,7 @@ void ListPanel::fill(const QString &clause, const QVariantList &values)
 
 void ListPanel::reset()
 {
+    typing_.stop();
     for (Filter *filter : std::as_const(filters_))
         filter->reset();
 }
@@ -136,6 +201,40 @@ void ListPanel::showEvent(QShowEvent *event)
     QWidget::showEvent(event);
     if (spec_.keepsLayout && !std::exchange(shown_, true))
         grid_->columnLayout().keep(parentWidget()->objectName());
+    if (spec_.isLive)
+        refreshing_.start();
+}
+
+void ListPanel::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    if (spec_.isLive && !event->spontaneous())
+        core::guarded(this, [this] { keepTyped(); });
+}
+
+QVariantMap ListPanel::typed() const
+{
+    QVariantMap texts;
+    for (const Filter *filter : filters_) {
+        if (!filter->typed().isEmpty())
+            texts.insert(filter->widget()->objectName(), filter->typed());
+    }
+    return texts;
+}
+
+void ListPanel::keepTyped()
+{
+    const QVariantMap texts = typed();
+    if (std::exchange(kept_, texts) != texts)
+        remember(filtersKind, parentWidget()->objectName(), texts);
+}
+
+bool ListPanel::searchAgain()
+{
+    kept_ = remembered(filtersKind, parentWidget()->objectName());
+    for (Filter *filter : std::as_const(filters_))
+        filter->typeAgain(kept_.value(filter->widget()->objectName()).toString());
+    return !typed().isEmpty() && search();
 }
 
 int ListPanel::widthFor(int width) const

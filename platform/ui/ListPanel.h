@@ -3,6 +3,9 @@
 #include "platform/ui/Filter.h"
 #include "platform/ui/ResultGrid.h"
 
+#include <QTimer>
+#include <QVariantMap>
+
 class QHBoxLayout;
 class QPushButton;
 class QVBoxLayout;
@@ -10,6 +13,7 @@ class QVBoxLayout;
 namespace ui {
 
 class LetterBar;
+class ListFooter;
 class ListKeys;
 
 /// What a list shows: its query, columns and filters.
@@ -27,6 +31,9 @@ struct ListSpec
     bool keepsLayout = true;                            ///< what the user makes of the columns is kept
     bool longTexts = false;                             ///< cells show texts of several lines from their first one
     std::function<void(data::Rows &)> complete = {};    ///< puts into the rows what no query can tell
+    /// Searches while one types, and by itself once what it shows was changed; otherwise only when it is told to.
+    bool isLive = false;
+    bool hasFooter = true;      ///< says how many rows there are, and whether they are older than what is stored
     bool keepsSelection = true; ///< a search selects the record again that was selected, if it is still listed
 };
 
@@ -52,6 +59,11 @@ public:
     void fill(const QString &clause, const QVariantList &values = {});
     /// Brings the filters back to their first values; the grid stays.
     void reset();
+    /// Brings back what the user last typed into the filters of a live list, and searches for it. False when there was
+    /// nothing, or it cannot be searched for now.
+    bool searchAgain();
+    /// Runs `body`, which changes a record and takes it over into the rows: they are not older for that.
+    void takingOver(const std::function<void()> &body);
     /// The window is used anew: the next Enter in a filter only searches.
     void forgetSearch();
 
@@ -67,8 +79,14 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
+    void follow();
+    void tablesChanged(const QStringList &tables);
+    void refresh();
+    QVariantMap typed() const;
+    void keepTyped();
     void createFilterBar(const ButtonMaker &buttons, QVBoxLayout *layout);
     void addFilter(Filter *filter, QHBoxLayout *line);
     void createLetterBar(QVBoxLayout *layout);
@@ -78,7 +96,13 @@ private:
     QList<Filter *> filters_;
     ResultGrid *grid_;
     LetterBar *letters_ = nullptr;
+    ListFooter *footer_;
     ListKeys *keys_;
+    QTimer typing_;     // runs while more keys may come
+    QTimer refreshing_; // runs until the event that changed something is over
+    QStringList tables_;
+    std::pair<QString, QVariantList> last_; // clause and values of the rows that are shown
+    QVariantMap kept_;                      // what was typed into the filters when it was last kept
     bool shown_ = false;
 };
 

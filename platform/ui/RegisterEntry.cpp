@@ -191,6 +191,17 @@ QString RegisterEntry::textOf(const QString &column) const
     return spec_.habits.blanksCount ? text : text.trimmed();
 }
 
+QString RegisterEntry::recordName() const
+{
+    QStringList parts;
+    for (const auto &required : spec_.required) {
+        const TextField *field = texts_.value(required.first);
+        if (field && !field->text().trimmed().isEmpty())
+            parts.append(field->text().trimmed());
+    }
+    return spec_.isSingle() ? QString() : parts.join(u" · "_s);
+}
+
 void RegisterEntry::declareChecks()
 {
     for (const auto &required : std::as_const(spec_.required))

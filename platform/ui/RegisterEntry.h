@@ -18,6 +18,8 @@ public:
     RegisterEntry(const RegisterSpec &spec, data::DataSet &record, QWidget *owner);
     /// Ends the declaration, behind what a derived form added, and starts a new record.
     void finish();
+    /// What no record of the register may lack: code and name.
+    QString recordName() const override;
 
 protected:
     /// The text typed for `column`, without blanks at its ends unless they count.

@@ -19,7 +19,8 @@ SearchSpec listOf(const RegisterSpec &spec)
                      .filters = spec.listFilters,
                      .letterColumn = spec.letterColumn,
                      .letterLike = spec.habits.letterLike,
-                     .way = spec.habits.way},
+                     .way = spec.habits.way,
+                     .isLive = spec.habits.liveList},
             .openingSize = spec.listSize,
             .newHint = spec.newHint,
             .editHint = spec.editHint,
@@ -38,7 +39,7 @@ RegisterList::RegisterList(const RegisterSpec &spec, data::Connection &connectio
     setOnClose(spec.habits.onClose);
     setObjectName(spec.owner + u"Ricerca"_s + spec.name);
     start();
-    if (spec.firstRows)
+    if (spec.firstRows && !(spec.habits.liveList && searchAgain()))
         refill(*spec.firstRows);
 }
 

@@ -58,6 +58,7 @@ struct RegisterHabits
     OnClose onClose = OnClose::Free;
     bool blanksCount = false; ///< blanks around a text are stored with it, and one of blanks alone is not empty
     bool tellsMissing = true; ///< tells when the record to open is gone
+    bool liveList = true;     ///< see ListSpec::isLive
     data::Values::Way way = data::Values::Way::Bound; ///< of the list's values into its statements,
     QString letterLike = {};                          ///< where the letter bar's text may be fixed
 };

@@ -3,6 +3,7 @@
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/ListExport.h"
 
+#include <QLineEdit>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -50,9 +51,15 @@ void SearchForm::declareCommands(const SearchSpec &spec)
         {u"actNuovo"_s, u"Nuovo"_s, [this] { newRecord(); }, Icon::New, QKeySequence(u"Ctrl+N"_s), spec.newHint},
         {u"actModifica"_s, u"Modifica"_s, [this, open] { withSelected(open); }, Icon::Open, QKeySequence(u"Ctrl+O"_s),
          spec.editHint},
-        {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close, {}, spec.closeHint},
+        {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close, QKeySequence(u"Ctrl+W"_s), spec.closeHint},
         {u"actCerca"_s, u"Cerca"_s, [this] { search(); }, Icon::Search, QKeySequence(u"F5"_s), {}},
-        {u"actRipristina"_s, u"Ripristina"_s, [this] { reset(); }, Icon::Reset, {}, {}}};
+        {u"actVaiAiFiltri"_s,
+         u"Vai ai filtri"_s,
+         [this] { startFinding(); },
+         Icon::Search,
+         QKeySequence(u"Ctrl+F"_s),
+         {}},
+        {u"actRipristina"_s, u"Ripristina"_s, [this] { reset(); }, Icon::Reset, QKeySequence(u"Shift+F5"_s), {}}};
     for (const Command &command : commands)
         addCommand(command);
 }
@@ -60,7 +67,9 @@ void SearchForm::declareCommands(const SearchSpec &spec)
 void SearchForm::declareDelete()
 {
     const auto remove = [this](int id) {
-        if (deleteRecord(id))
+        bool gone = false;
+        list_->takingOver([&] { gone = deleteRecord(id); });
+        if (gone)
             grid().rows().removeKey(id);
     };
     addCommand({u"actElimina"_s,
@@ -91,9 +100,31 @@ void SearchForm::start(const QStringList &commands, const QStringList &menuComma
         declareDelete();
     placeCommands(bar_, commands, menuCommands);
     placeExport();
+    formMenu()->addSeparator();
+    for (const QString &name : {u"actCerca"_s, u"actRipristina"_s, u"actVaiAiFiltri"_s})
+        formMenu()->addAction(command(name));
     if (QWidget *input = filterInput(0))
         setFocusProxy(input);
     reset();
+}
+
+std::optional<int> SearchForm::keyBeside(int key, int step) const
+{
+    const RowsModel &rows = grid().rows();
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        if (rows.keyAt(row) == key)
+            return row + step < 0 || row + step >= rows.rowCount() ? -1 : rows.keyAt(row + step);
+    }
+    return {};
+}
+
+// Where there is no filter, the rows are looked through.
+void SearchForm::startFinding()
+{
+    QWidget *input = filterInput(0);
+    (input ? input : &grid())->setFocus(Qt::ShortcutFocusReason);
+    if (auto *line = qobject_cast<QLineEdit *>(input))
+        line->selectAll();
 }
 
 void SearchForm::newRecord()

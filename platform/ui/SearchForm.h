@@ -3,6 +3,8 @@
 #include "platform/ui/Filters.h"
 #include "platform/ui/ListPanel.h"
 
+#include <optional>
+
 namespace ui {
 
 class EntryForm;
@@ -24,7 +26,8 @@ inline const QStringList listCommands = {QStringLiteral("actChiudi"), QStringLit
                                          QStringLiteral("actNuovo"), QStringLiteral("actElimina")};
 
 /// A list with filters, from which records are found, opened, created and deleted. What another form saves or deletes
-/// shows up at the next search only; the selection survives a search when its record is still listed.
+/// shows up at the next search, which a live list makes by itself; the selection survives a search when its record is
+/// still listed.
 class SearchForm : public ChildForm
 {
     Q_OBJECT
@@ -38,8 +41,16 @@ public:
     void reset() { list_->reset(); }
     /// Runs the query with a WHERE clause (or empty text) and refills the grid.
     void refill(const QString &clause) { list_->fill(clause); }
+    /// See ListPanel::searchAgain().
+    bool searchAgain() { return list_->searchAgain(); }
     /// Key of the selected record, or -1.
     int selectedKey() const { return grid().selectedKey(); }
+
+    /// Key of the record `step` rows below the one with `key`, as they are shown; -1 behind the ends. Nothing when
+    /// `key` is not listed.
+    std::optional<int> keyBeside(int key, int step) const;
+    /// Selects the record with `key` where it is listed.
+    void select(int key) { grid().selectKey(key); }
 
 protected:
     /// Puts the commands on tool bar and menu, where they may have an order of their own, and resets the filters; the
@@ -62,6 +73,7 @@ private:
     QSize openingSize(const SearchSpec &spec) const;
     void declareCommands(const SearchSpec &spec);
     void declareDelete();
+    void startFinding();
     void placeExport();
     void withSelected(const std::function<void(int)> &run);
 

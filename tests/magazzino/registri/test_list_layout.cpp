@@ -2,6 +2,7 @@
 #include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/ui/ListExport.h"
 #include "platform/ui/ListLayouts.h"
+#include "platform/ui/UserSettings.h"
 #include "tests/support/Fixtures.h"
 
 using namespace Qt::StringLiterals;
@@ -43,9 +44,9 @@ private Q_SLOTS:
         QCOMPARE(widthOf(grid, header), told - 40);
         QCOMPARE(allWidths(grid) == grid->viewport()->width(), hasRest);
         // The declared width stays for whoever has dragged nothing, and comes back when it is asked for.
-        ui::keepListLayouts(file(), u"UFFICIO"_s);
+        ui::rememberFor(file(), u"UFFICIO"_s);
         QVERIFY(ui::keptLayout(list->objectName()) == ui::ListLayout());
-        ui::keepListLayouts(file(), host::administrator);
+        ui::rememberFor(file(), host::administrator);
         test::trigger(grid->horizontalHeader(), u"actLarghezzeOriginali"_s);
         QCOMPARE(widthOf(grid, header), told);
         QVERIFY(ui::keptLayout(list->objectName()) == ui::ListLayout());
@@ -58,7 +59,7 @@ private Q_SLOTS:
         const QStringList own = headersFromLeft(gridOf(*open(action)));
         const QStringList dragged = {own[2], own[0], own[1], own[3]};
         for (const QString &user : {u"UFFICIO"_s, host::administrator}) {
-            ui::keepListLayouts(file(), user);
+            ui::rememberFor(file(), user);
             const QTableView *grid = gridOf(*open(action));
             drag(grid, middleOf(grid, own[2]), -middleOf(grid, own[2]).x() + 5);
             click(grid, own[0]);
@@ -77,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(test::columnTexts(grid, own[0]).filter(u"A"_s), QStringList({u"A1"_s, u"A2"_s, u"A3"_s}));
         const QString list = u"MMGRicercaFornitori"_s;
         QVERIFY(ui::keptLayout(list) == ui::ListLayout());
-        ui::keepListLayouts(file(), u"UFFICIO"_s);
+        ui::rememberFor(file(), u"UFFICIO"_s);
         QCOMPARE(ui::keptLayout(list).order.size(), own.size());
     }
 
@@ -124,7 +125,7 @@ private Q_SLOTS:
     void unwritableFileIsTold()
     {
         const ui::SearchForm *list = open(u"actRicercaFornitori"_s);
-        ui::keepListLayouts(folder_->filePath(u"manca/corvane.ini"_s), host::administrator);
+        ui::rememberFor(folder_->filePath(u"manca/corvane.ini"_s), host::administrator);
         place().messages.expectError(u"La cartella \"%1\" non esiste."_s.arg(folder_->filePath(u"manca"_s)));
         drag(gridOf(*list), u"Codice"_s, -40);
         QVERIFY(widthOf(gridOf(*list), u"Codice"_s) < 70);

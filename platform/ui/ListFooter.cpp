@@ -1,0 +1,61 @@
+#include "platform/ui/ListFooter.h"
+
+#include "platform/core/Format.h"
+
+#include <QAbstractItemModel>
+#include <QHBoxLayout>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+namespace {
+
+QString countText(int rows)
+{
+    if (rows == 0)
+        return u"Nessun risultato"_s;
+    return rows == 1 ? u"1 riga"_s : u"%1 righe"_s.arg(core::formatNumber(rows, 0));
+}
+
+} // namespace
+
+ListFooter::ListFooter(QAbstractItemModel &rows, QWidget *parent)
+    : QWidget(parent)
+    , rows_(rows)
+    , count_(new QLabel(this))
+    , hint_(new QLabel(this))
+{
+    auto *line = new QHBoxLayout(this);
+    line->setContentsMargins(2, 0, 2, 0);
+    line->addWidget(count_);
+    line->addStretch();
+    line->addWidget(hint_);
+    count_->setObjectName(u"lblQuanteRighe"_s);
+    hint_->setObjectName(u"lblElencoDaAggiornare"_s);
+    hint_->setForegroundRole(QPalette::PlaceholderText);
+    connect(&rows, &QAbstractItemModel::modelReset, this, &ListFooter::count);
+    connect(&rows, &QAbstractItemModel::rowsRemoved, this, &ListFooter::count);
+}
+
+void ListFooter::searched()
+{
+    searched_ = true;
+    setOutdated(false);
+    count();
+}
+
+void ListFooter::setOutdated(bool outdated)
+{
+    outdated_ = outdated;
+    hint_->setText(outdated ? u"Elenco da aggiornare (F5)"_s : QString());
+}
+
+void ListFooter::count()
+{
+    if (searched_)
+        count_->setText(countText(rows_.rowCount()));
+}
+
+} // namespace ui
