@@ -1,12 +1,15 @@
 #include "host/ui/MainWindow.h"
 
 #include "host/help/AboutDialog.h"
+#include "host/help/KeysWindow.h"
 #include "host/help/ManualWindow.h"
 #include "host/ui/ChildArea.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Settings.h"
 #include "platform/ui/ChildForm.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/MenuKeys.h"
+#include "platform/ui/PlaceKeys.h"
 
 #include <QCloseEvent>
 #include <QCryptographicHash>
@@ -66,6 +69,8 @@ MainWindow::MainWindow(const QString &settingsFile)
     statusBar()->addPermanentWidget(databaseLabel_);
     statusBar()->addPermanentWidget(createArrangement());
     connect(area_, &QMdiArea::subWindowActivated, this, &MainWindow::childActivated);
+    new ui::PlaceKeyFilter(this);
+    new ui::MenuKeyFilter(this);
     restoreLayout();
 }
 
@@ -116,6 +121,9 @@ void MainWindow::createMenus()
     QAction *manual = help->addAction(u"&Manuale"_s, this, [this] { showManual(this); });
     manual->setObjectName(u"actManuale"_s);
     manual->setShortcut(QKeySequence(Qt::Key_F1));
+    QAction *keys = help->addAction(u"&Tasti"_s, this, &MainWindow::showKeys);
+    keys->setObjectName(u"actTasti"_s);
+    keys->setShortcut(QKeySequence(u"Shift+F1"_s));
     help->addAction(u"&Informazioni su Corvane"_s, this, &MainWindow::about)->setObjectName(u"actInformazioni"_s);
 }
 
@@ -295,6 +303,16 @@ void MainWindow::saveLayout()
         settings.setValue(barsKey, bars);
         settings.setValue(checkKey, checkOf(geometry, bars));
     });
+}
+
+void MainWindow::showKeys()
+{
+    auto *window = findChild<KeysWindow *>(QString(), Qt::FindDirectChildrenOnly);
+    if (!window)
+        window = new KeysWindow(*this, *area_);
+    window->show();
+    window->raise();
+    window->activateWindow();
 }
 
 void MainWindow::about()

@@ -58,6 +58,7 @@ private:
     void fitScreen();
     void restoreLayout();
     void saveLayout();
+    void showKeys();
     void about();
 
     ChildArea *area_;

@@ -1,0 +1,109 @@
+#include "host/help/KeysWindow.h"
+
+#include "platform/data/WordIndex.h"
+#include "platform/ui/KeyList.h"
+#include "platform/ui/LineEdit.h"
+#include "platform/ui/ResultGrid.h"
+#include "platform/ui/WindowPlaces.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+const QList<ui::ListColumn> columns = {{u"Tasto"_s, u"TASTO"_s, 150},
+                                       {u"Che cosa fa"_s, u"COMANDO"_s, 0, ui::ListColumn::Width::Rest},
+                                       {u"Dove"_s, u"DOVE"_s, 260}};
+
+/// The rows of the page that have every word of a text.
+class KeyRows
+{
+public:
+    explicit KeyRows(const QString &wanted)
+        : words_(data::searchable(wanted).split(u' ', Qt::SkipEmptyParts))
+    {
+    }
+
+    void add(const QList<ui::KeyUse> &uses, const QString &where)
+    {
+        for (const ui::KeyUse &use : uses) {
+            const QString key = use.key.toString(QKeySequence::NativeText);
+            const QString text = data::searchable(key + u' ' + use.caption + u' ' + where);
+            if (std::all_of(words_.begin(), words_.end(), [&](const QString &word) { return text.contains(word); }))
+                rows_.append({rows_.size() + 1, key, use.caption, where});
+        }
+    }
+
+    data::Rows rows() const
+    {
+        return {{{u"ID"_s}, {u"TASTO"_s, 0, true}, {u"COMANDO"_s, 0, true}, {u"DOVE"_s, 0, true}}, rows_};
+    }
+
+private:
+    QStringList words_;
+    QList<QVariantList> rows_;
+};
+
+} // namespace
+
+KeysWindow::KeysWindow(QWidget &main, const QMdiArea &area)
+    : QWidget(&main, Qt::Window)
+    , main_(main)
+    , area_(area)
+    , wanted_(new ui::LineEdit(this))
+    , keys_(new ui::ResultGrid(u"ID"_s, columns, this))
+{
+    setObjectName(u"frmTasti"_s);
+    setWindowTitle(u"Tasti"_s);
+    setAttribute(Qt::WA_DeleteOnClose);
+    wanted_->setObjectName(u"txtCerca"_s);
+    wanted_->setPlaceholderText(u"Cerca un tasto o un comando"_s);
+    wanted_->setClearButtonEnabled(true);
+    keys_->setObjectName(u"GridTasti"_s);
+    auto *hint = new QLabel(
+        u"Tenendo premuto Alt, accanto a ogni campo compare la sua lettera. In ogni menu una lettera sceglie la voce."_s,
+        this);
+    hint->setWordWrap(true);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(wanted_);
+    layout->addWidget(keys_, 1);
+    layout->addWidget(hint);
+    connect(wanted_, &QLineEdit::textChanged, this, &KeysWindow::refresh);
+    resize(QSize(760, 620).boundedTo(screen()->availableSize()));
+    ui::keepPlace(this, objectName());
+    wanted_->setFocus();
+    refresh();
+}
+
+void KeysWindow::refresh()
+{
+    KeyRows rows(wanted_->text());
+    const QMdiSubWindow *active = area_.activeSubWindow();
+    if (active && active->widget())
+        rows.add(ui::keysOf(*active->widget()), active->widget()->windowTitle());
+    rows.add(ui::keysOf(main_), u"Ovunque"_s);
+    keys_->setRows(rows.rows());
+}
+
+bool KeysWindow::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate)
+        refresh();
+    return QWidget::event(event);
+}
+
+void KeysWindow::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+} // namespace host

@@ -1,0 +1,44 @@
+#include "platform/ui/KeyList.h"
+
+#include "platform/ui/ChildForm.h"
+#include "platform/ui/PlaceKeys.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QMdiSubWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+namespace {
+
+bool isInChildWindow(const QObject &object, const QWidget &window)
+{
+    for (const QObject *around = &object; around && around != &window; around = around->parent()) {
+        if (qobject_cast<const ChildForm *>(around) || qobject_cast<const QMdiSubWindow *>(around) ||
+            (around->isWidgetType() && static_cast<const QWidget *>(around)->windowType() == Qt::Dialog))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+QList<KeyUse> keysOf(const QWidget &window)
+{
+    QList<KeyUse> uses;
+    const QList<QAction *> actions = window.findChildren<QAction *>();
+    for (const QAction *action : actions) {
+        if (!action->shortcut().isEmpty() && !isInChildWindow(*action, window))
+            uses.append({QString(action->text()).remove(u'&'), action->shortcut()});
+    }
+    if (qobject_cast<const QMainWindow *>(&window))
+        return uses;
+    const QList<PlaceKey> places = placeKeys(window);
+    for (const PlaceKey &place : places)
+        uses.append({(place.page < 0 ? u"Campo \"%1\""_s : u"Pagina \"%1\""_s).arg(place.caption), place.key});
+    return uses;
+}
+
+} // namespace ui
