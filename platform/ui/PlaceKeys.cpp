@@ -13,6 +13,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -133,6 +135,18 @@ std::optional<QKeySequence> freeKey(const QString &caption, const QSet<QKeySeque
         }
     }
     return {};
+}
+
+// With the focus on the main window itself, on a tool bar say, the keys are those of its active child window.
+QWidget *servedWindow()
+{
+    QWidget *window = windowOf(QApplication::focusWidget());
+    const auto *main = qobject_cast<QMainWindow *>(window);
+    if (!main)
+        return window;
+    const auto *area = main->findChild<QMdiArea *>();
+    const QMdiSubWindow *active = area ? area->activeSubWindow() : nullptr;
+    return active ? active->widget() : nullptr;
 }
 
 QList<PlaceKey> pageKeys(const QWidget &window)
@@ -259,7 +273,7 @@ bool PlaceKeyFilter::keyPressed(const QKeyEvent &event)
     }
     held_.stop();
     delete hints_;
-    QWidget *window = windowOf(QApplication::focusWidget());
+    QWidget *window = servedWindow();
     const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
     if (!window || QApplication::activePopupWidget() || !modifiers.testFlag(Qt::AltModifier) ||
         (modifiers & ~(Qt::AltModifier | Qt::ShiftModifier)))
@@ -277,7 +291,7 @@ bool PlaceKeyFilter::keyPressed(const QKeyEvent &event)
 
 void PlaceKeyFilter::showHints()
 {
-    QWidget *window = windowOf(QApplication::focusWidget());
+    QWidget *window = servedWindow();
     if (!window || QApplication::activePopupWidget())
         return;
     hints_ = new KeyHints(window);
