@@ -158,7 +158,10 @@ QString failureReason(int number)
     }
 }
 
-void saveFile(const QString &path, const QByteArray &content, Readers readers)
+namespace {
+
+void writeBeside(const QString &path, const QByteArray &content, Readers readers,
+                 void (*place)(const QString &from, const QString &to))
 {
     const QString target = targetOf(path);
     requirePlace(path, QFileInfo(target));
@@ -171,7 +174,19 @@ void saveFile(const QString &path, const QByteArray &content, Readers readers)
     ::fchmod(file.number(), modeFor(target, readers));
     if (!file.close())
         failWith(path, errno);
-    rename(made, target);
+    place(made, target);
+}
+
+} // namespace
+
+void saveFile(const QString &path, const QByteArray &content, Readers readers)
+{
+    writeBeside(path, content, readers, rename);
+}
+
+void saveNewFile(const QString &path, const QByteArray &content, Readers readers)
+{
+    writeBeside(path, content, readers, moveToNewName);
 }
 
 void copyFile(const QString &from, const QString &to)

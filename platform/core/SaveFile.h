@@ -15,6 +15,9 @@ enum class Readers
 /// with the reason in Italian ("il disco è pieno").
 void saveFile(const QString &path, const QByteArray &content, Readers readers = Readers::AsUsual);
 
+/// The same under a name that no file may have yet; one that somebody has made meanwhile stays and is the error.
+void saveNewFile(const QString &path, const QByteArray &content, Readers readers = Readers::AsUsual);
+
 /// Gives the finished file `from` the name `to` on the same disk, in the place of an older file, once it is on the disk
 /// and not in the system's memory only. Throws core::Error.
 void moveIntoPlace(const QString &from, const QString &to);

@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/LineText.h"
+#include "platform/report/Picture.h"
 
 #include <QTextLayout>
 
@@ -135,8 +136,17 @@ double BandLayout::neededHeight(const Item &item) const
             total += BandLayout(item.children, item.rowHeight, row, fonts_).height();
         return total;
     }
-    const BrokenText broken = breakText(textOf(item, scope_), item.font, item.area.width(), fonts_);
+    const BrokenText broken = breakText(textOf(item, scope_), item.font, widthOf(item), fonts_);
     return static_cast<double>(broken.lines.size()) * fonts_.lineHeight(item.font);
+}
+
+// What a text may take of its area where something stands beside it.
+double BandLayout::widthOf(const Item &item) const
+{
+    if (item.leaves.isEmpty())
+        return item.area.width();
+    const double left = atLine(item.line, [&] { return item.leaves.evaluate(scope_).toDouble(); });
+    return std::clamp(item.area.width() - left, 0.0, item.area.width());
 }
 
 double BandLayout::moved(double y) const
@@ -167,6 +177,7 @@ void BandLayout::placeItem(const Item &item, Page &page, QPointF origin) const
     area.translate(origin);
     switch (item.kind) {
     case ItemKind::Text:
+        area.setWidth(widthOf(item));
         placeText(item, area, page);
         break;
     case ItemKind::Line:
@@ -176,7 +187,7 @@ void BandLayout::placeItem(const Item &item, Page &page, QPointF origin) const
         page.frames.append({area, item.lineWidth, item.fill});
         break;
     case ItemKind::Image:
-        page.pictures.append({area, item.image});
+        placePicture(item, area, page);
         break;
     case ItemKind::Rows:
         placeRows(item, area, page);
@@ -198,6 +209,28 @@ void BandLayout::placeRows(const Item &item, const QRectF &area, Page &page) con
         line.place(page, {area.left(), y});
         y += line.height();
     }
+}
+
+// A picture of the data keeps its proportions; one of the project file fills the area that was drawn for it.
+void BandLayout::placePicture(const Item &item, const QRectF &area, Page &page) const
+{
+    if (item.value.isEmpty()) {
+        page.pictures.append({area, item.image});
+        return;
+    }
+    const QImage image = pictureOf(atLine(item.line, [&] { return item.value.evaluate(scope_).toByteArray(); }));
+    if (image.isNull())
+        return;
+    QRectF place(area.topLeft(), QSizeF(image.size()).scaled(area.size(), Qt::KeepAspectRatio));
+    if (item.alignment & Qt::AlignRight)
+        place.moveRight(area.right());
+    else if (item.alignment & Qt::AlignHCenter)
+        place.moveLeft(area.center().x() - place.width() / 2);
+    if (item.alignment & Qt::AlignBottom)
+        place.moveBottom(area.bottom());
+    else if (item.alignment & Qt::AlignVCenter)
+        place.moveTop(area.center().y() - place.height() / 2);
+    page.pictures.append({place, image});
 }
 
 void BandLayout::placeText(const Item &item, const QRectF &area, Page &page) const

@@ -46,9 +46,11 @@ private:
     BandLayout(const std::vector<Item> &items, double height, const Scope &scope, const FontSet &fonts);
     void measure();
     double neededHeight(const Item &item) const;
+    double widthOf(const Item &item) const;
     double moved(double y) const;
     void placeItem(const Item &item, Page &page, QPointF origin) const;
     void placeText(const Item &item, const QRectF &area, Page &page) const;
+    void placePicture(const Item &item, const QRectF &area, Page &page) const;
     void placeLine(const Item &item, const QString &text, const QRectF &area, double top, Page &page) const;
     void placeRows(const Item &item, const QRectF &area, Page &page) const;
 

@@ -280,9 +280,10 @@ double Document::placeHead(Page &page, int index, const Scope &scope) const
     return y;
 }
 
-Page Document::page(int index) const
+Page Document::page(int index, const QString &copy) const
 {
-    const Scope scope = scopeOf(index);
+    Scope scope = scopeOf(index);
+    scope.copy = copy;
     Page page = index < static_cast<int>(pages_.size()) ? rowsPage(index, scope) : continuationPage(index, scope);
     BandLayout(report_->pageFooter, scope, fonts_)
         .place(page, {report_->margin, report_->height - report_->margin - footerHeight_});

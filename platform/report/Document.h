@@ -21,8 +21,8 @@ public:
 
     /// At least 1.
     int pageCount() const;
-    /// Primitives of a page, counted from 0.
-    Page page(int index) const;
+    /// Primitives of a page, counted from 0; `copy` is the label of the copy that it belongs to, empty for none.
+    Page page(int index, const QString &copy = {}) const;
     /// The fonts of its pages.
     const FontSet &fonts() const { return fonts_; }
     /// A copy for another thread: two of them may not measure with the same fonts.

@@ -217,6 +217,8 @@ QVariant evaluate(const ExpressionNode &node, const Scope &scope)
         return scope.pages;
     case Node::Kind::Row:
         return scope.row + 1;
+    case Node::Kind::Copy:
+        return scope.copy;
     case Node::Kind::Now:
         return scope.data->now;
     case Node::Kind::Operator:

@@ -40,6 +40,7 @@ struct Scope
     qsizetype row = 0;
     int page = 0; ///< from 1
     int pages = 0;
+    QString copy = {};         ///< label of the copy that the page belongs to; empty for none
     QString detail;            ///< connection of the report's rows
     qsizetype rowsBefore = 0;  ///< of `detail` that begin on earlier pages
     qsizetype rowsThrough = 0; ///< the same with this page
@@ -48,7 +49,7 @@ struct Scope
 /// A value or condition as a project file writes it.
 ///
 /// Operands: numbers, 'texts', CONNECTION.COLUMN or COLUMN of the band's own row, param.NAME, page, pages, row (from
-/// 1), now. Operators: or, and, not, = <> < <= > >=, || (joins texts), + - * /. Functions: if(c, a, b), empty(x),
+/// 1), copy, now. Operators: or, and, not, = <> < <= > >=, || (joins texts), + - * /. Functions: if(c, a, b), empty(x),
 /// round(x, places), join(separator, a, b, ...) without the empty ones, text(x, format[, places]), count(CONNECTION),
 /// sum(CONNECTION, x), and for carried amounts sumBefore(x) and sumThrough(x) over the rows of the pages before and up
 /// to this one.

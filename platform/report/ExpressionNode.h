@@ -14,6 +14,7 @@ struct ExpressionNode
         Page,
         Pages,
         Row,
+        Copy,
         Now,
         Operator, ///< `name` over one or two arguments
         Call      ///< function `name`

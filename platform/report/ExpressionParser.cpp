@@ -168,6 +168,7 @@ private:
         static const QHash<QString, Node::Kind> words = {{u"page"_s, Node::Kind::Page},
                                                          {u"pages"_s, Node::Kind::Pages},
                                                          {u"row"_s, Node::Kind::Row},
+                                                         {u"copy"_s, Node::Kind::Copy},
                                                          {u"now"_s, Node::Kind::Now}};
         if (const auto word = words.constFind(text); word != words.constEnd())
             return {.kind = *word};

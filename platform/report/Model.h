@@ -37,7 +37,8 @@ struct Item
     Expression when;
     int line = 0; ///< in the project file
 
-    Expression value;
+    Expression value;  ///< of a text or a picture
+    Expression leaves; ///< millimetres that a text leaves free at its right end
     Format format;
     int font = 0;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop;

@@ -49,6 +49,7 @@ struct Painting
     TextStyle texts = TextStyle::Fonts;
     std::optional<int> pictureQuality = {}; ///< per cent; pictures stay as they are without it
     core::Progress *progress = nullptr;
+    QStringList copies = {QString()}; ///< labels
 };
 
 // The picture as a JPEG of this quality has it. One with transparency stays as it is.
@@ -73,21 +74,25 @@ void paintPages(const Document &document, QPagedPaintDevice &device, const Paint
     QPainter painter;
     if (!painter.begin(&device))
         throw core::Error(u"La stampante non accetta la stampa."_s);
-    for (int index = painting.pages.first; index <= painting.pages.last; ++index) {
-        tell(painting, index, document.pageCount());
-        if (index > painting.pages.first && !device.newPage())
-            throw core::Error(u"La stampante ha interrotto la stampa."_s);
-        Page page = document.page(index);
-        for (Picture &picture : page.pictures) {
-            if (painting.pictureQuality)
-                picture.image = withQuality(picture.image, *painting.pictureQuality);
+    bool first = true;
+    int done = 0;
+    for (const QString &copy : painting.copies) {
+        for (int index = painting.pages.first; index <= painting.pages.last; ++index) {
+            tell(painting, done++, document.pageCount());
+            if (!std::exchange(first, false) && !device.newPage())
+                throw core::Error(u"La stampante ha interrotto la stampa."_s);
+            Page page = document.page(index, copy);
+            for (Picture &picture : page.pictures) {
+                if (painting.pictureQuality)
+                    picture.image = withQuality(picture.image, *painting.pictureQuality);
+            }
+            paintPage(painter, page, document.fonts(), painting.dpi / 25.4, painting.texts);
         }
-        paintPage(painter, page, document.fonts(), painting.dpi / 25.4, painting.texts);
     }
 }
 
 // Made in memory: the painter does not look whether a file takes what it writes.
-void writePages(const Document &document, const QString &path, const Painting &painting)
+QByteArray pagesAsPdf(const Document &document, const Painting &painting)
 {
     QBuffer content;
     content.open(QIODevice::WriteOnly);
@@ -101,27 +106,34 @@ void writePages(const Document &document, const QString &path, const Painting &p
     }
     if (painting.progress)
         painting.progress->check();
-    core::saveFile(path, content.data());
+    return content.data();
 }
 
 } // namespace
 
-void writePdf(const Document &document, const QString &path, const PdfRenderer &settings, core::Progress *progress)
+QByteArray pdfContent(const Document &document, const PdfRenderer &settings, core::Progress *progress,
+                      const QString &copy)
 {
-    writePages(document, path,
-               {.pages = {0, document.pageCount() - 1},
-                .dpi = settings.metafileDpi,
-                .texts = settings.embedFonts ? TextStyle::Fonts : TextStyle::Outlines,
-                .pictureQuality = settings.imageQuality,
-                .progress = progress});
+    return pagesAsPdf(document, {.pages = {0, document.pageCount() - 1},
+                                 .dpi = settings.metafileDpi,
+                                 .texts = settings.embedFonts ? TextStyle::Fonts : TextStyle::Outlines,
+                                 .pictureQuality = settings.imageQuality,
+                                 .progress = progress,
+                                 .copies = {copy}});
 }
 
-void printDocument(const Document &document, QPrinter &printer)
+void writePdf(const Document &document, const QString &path, const PdfRenderer &settings, core::Progress *progress,
+              const QString &copy)
 {
-    const Painting painting{.pages = pagesOf(document, printer), .dpi = printer.resolution()};
+    core::saveFile(path, pdfContent(document, settings, progress, copy));
+}
+
+void printDocument(const Document &document, QPrinter &printer, const QStringList &copies)
+{
+    const Painting painting{.pages = pagesOf(document, printer), .dpi = printer.resolution(), .copies = copies};
     // The print dialog also offers a file; the printer itself would not notice that it was cut short.
     if (!printer.outputFileName().isEmpty()) {
-        writePages(document, printer.outputFileName(), painting);
+        core::saveFile(printer.outputFileName(), pagesAsPdf(document, painting));
         return;
     }
     printer.setDocName(fileNameOf(document.title()));
@@ -132,8 +144,10 @@ void printDocument(const Document &document, QPrinter &printer)
 
 QString fileNameOf(const QString &title)
 {
-    static const QRegularExpression unsuitable(u"[\\\\/:*?\"<>|]"_s);
-    return QString(title).replace(unsuitable, u"-"_s);
+    static const QRegularExpression unsuitable(u"[\\\\/:*?\"<>|\\x00-\\x1f\\x7f]"_s);
+    static const QRegularExpression atEnds(u"^[ .]+|[ .]+$"_s);
+    constexpr int most = 150; // a name of twice as many bytes fits nowhere
+    return QString(title).replace(unsuitable, u"-"_s).left(most).remove(atEnds);
 }
 
 QString withPdfExtension(const QString &path)

@@ -1,5 +1,5 @@
 #pragma once
-#include <QString>
+#include <QStringList>
 
 class QPrinter;
 namespace core {
@@ -11,16 +11,21 @@ namespace report {
 class Document;
 class PdfRenderer;
 
-/// Writes `document` as a PDF, its title in the metadata. The file appears complete or not at all. Throws core::Error
-/// when it cannot be written, and core::Cancelled when `progress` was cancelled before.
+/// `document` as a PDF, its title in the metadata; `copy` is the label of the copy, empty for none. Throws
+/// core::Cancelled when `progress` was cancelled before.
+QByteArray pdfContent(const Document &document, const PdfRenderer &settings, core::Progress *progress = nullptr,
+                      const QString &copy = {});
+
+/// Writes that to a file, which appears complete or not at all. Throws core::Error when it cannot be written.
 void writePdf(const Document &document, const QString &path, const PdfRenderer &settings,
-              core::Progress *progress = nullptr);
+              core::Progress *progress = nullptr, const QString &copy = {});
 
-/// Prints the pages that `printer` was told to (all, or its fromPage() to toPage()). Throws core::Error when it
-/// refuses.
-void printDocument(const Document &document, QPrinter &printer);
+/// Prints the pages that `printer` was told to (all, or its fromPage() to toPage()), once for each label of `copies`.
+/// Throws core::Error when it refuses.
+void printDocument(const Document &document, QPrinter &printer, const QStringList &copies = {QString()});
 
-/// `title` as the name of a file, without the characters that some file systems refuse.
+/// `title` as the name of a file: without the characters that some file systems refuse, blanks or full stops at its
+/// ends, and not too long for any of them.
 QString fileNameOf(const QString &title);
 
 /// `path` with ".pdf" at its end.

@@ -282,6 +282,7 @@ void Reader::readText(const QString &element, Item &item)
     item.alignment = alignment(u"top"_s);
     item.grow = flag(u"grow"_s);
     item.wrap = flag(u"wrap"_s) || item.grow;
+    item.leaves = expression(u"leaves"_s);
     readContinuation(item);
 }
 
@@ -322,8 +323,14 @@ void Reader::readCell(Item item, std::vector<Item> &items)
         items.push_back(std::move(value));
 }
 
+// A picture lies beside the project file, or comes with the data.
 void Reader::readImage(Item &item)
 {
+    if (hasAttribute(u"value"_s)) {
+        item.value = expression(u"value"_s);
+        item.alignment = alignment(u"top"_s);
+        return;
+    }
     const QString path = QFileInfo(file()).dir().absoluteFilePath(required(u"file"_s));
     if (!item.image.load(path))
         fail(u"l'immagine \"%1\" non si può leggere"_s.arg(path));
