@@ -119,6 +119,13 @@ ui::RegisterSpec makeCompany()
         std::find_if(invoice.begin(), invoice.end(), [](const ui::RegisterField &field) { return field.row == 2; });
     invoice.insert(besideLiquidation,
                    number(Kind::Amount, u"txtCapitaleSociale"_s, u"Capitale sociale"_s, u"CAPITALESOCIALE"_s, 2));
+    groups.append({u"Stampe"_s,
+                   {},
+                   {{.name = u"lblLogo"_s,
+                     .label = u"Logo"_s,
+                     .column = u"LOGO"_s,
+                     .kind = Kind::Picture,
+                     .help = u"PNG o SVG. Sta accanto ai dati dell'azienda nei D.d.T. e nelle fatture."_s}}});
     return {.name = u"Azienda"_s,
             .caption = u"Dati dell'azienda"_s,
             .oneRecord = u"questa azienda"_s,

@@ -21,6 +21,7 @@ const QString baseVersion = u"1.0.0"_s; // what the first release made
 const QString invoiceCodesVersion = u"1.1.0"_s;
 const QString invoiceFilesVersion = u"1.2.0"_s;
 const QString paymentDaysVersion = u"1.3.0"_s;
+const QString printsVersion = u"1.4.0"_s;
 
 QStringList createTables()
 {
@@ -78,6 +79,19 @@ QStringList addPaymentDays()
     return {u"ALTER TABLE TIPI_PAGAMENTO ADD DECORRENZA VARCHAR(2), ADD GIORNI INTEGER"_s};
 }
 
+// The firm's logo, and what was printed of which document: when, from which data, and which file was made of it.
+QStringList addPrints()
+{
+    const Table prints = {u"STAMPE_DOCUMENTI"_s,
+                          u"IDSTAMPA_DOCUMENTO"_s,
+                          {u"DOCUMENTO VARCHAR(31) NOT NULL"_s, u"IDDOCUMENTO INTEGER NOT NULL"_s,
+                           u"STAMPATO_IL TIMESTAMP NOT NULL"_s, u"UTENTE VARCHAR(50)"_s,
+                           u"IMPRONTA_DATI VARCHAR(64) NOT NULL"_s, u"NOME_FILE VARCHAR(255)"_s,
+                           u"IMPRONTA_FILE VARCHAR(64)"_s},
+                          {u"(IDDOCUMENTO)"_s}};
+    return QStringList{u"ALTER TABLE AZIENDA ADD LOGO BLOB SUB_TYPE 0"_s} + definitions(prints);
+}
+
 void insertFirstRows(data::Connection &connection)
 {
     const QString option = u"INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES(?, ?)"_s;
@@ -132,6 +146,10 @@ const QList<schema::Step> &hostSteps()
          .fromVersion = invoiceFilesVersion,
          .statements = addPaymentDays(),
          .toVersion = paymentDaysVersion},
+        {.object = hostObject,
+         .fromVersion = paymentDaysVersion,
+         .statements = addPrints(),
+         .toVersion = printsVersion},
     };
     return steps;
 }

@@ -8,6 +8,7 @@
 #include "platform/ui/CategoryField.h"
 #include "platform/ui/ChoiceFields.h"
 #include "platform/ui/Fields.h"
+#include "platform/ui/PictureField.h"
 #include "platform/ui/RegisterDeletion.h"
 
 #include <QGroupBox>
@@ -177,6 +178,8 @@ Field *RegisterEntry::createField(const RegisterField &field, QWidget *parent)
         return declare(new ChoiceField(choiceOf(field), parent));
     case Kind::Flag:
         return declare(new FlagField({field.name, field.flagCaption, field.column}, parent));
+    case Kind::Picture:
+        return declare(new PictureField({field.name, field.label, field.column}, parent));
     case Kind::Category:
         break;
     }

@@ -21,7 +21,8 @@ struct RegisterField
         Code,     ///< drop-down of fixed codes, of which one is stored
         Choice,   ///< a record picked in a dialog, of which the key is stored
         Category,
-        Flag
+        Flag,
+        Picture ///< PNG or SVG, stored as it is
     };
 
     QString name; ///< control name
