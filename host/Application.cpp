@@ -10,6 +10,7 @@
 #include "host/start/SelfCheck.h"
 #include "host/start/Startup.h"
 #include "host/ui/MainWindow.h"
+#include "host/ui/Printing.h"
 #include "host/ui/StartPage.h"
 #include "platform/core/Error.h"
 #include "platform/core/FileAccess.h"
@@ -130,6 +131,7 @@ Session::Session(const data::DatabaseAddress &address, const QString &user, cons
     connection_->open();
     SetKxCurrentUserName(user);
     ui::rememberFor(settingsFile, user);
+    keepPrinters(settingsFile);
     if (!settingsFile.isEmpty())
         keepDrafts(QFileInfo(settingsFile).absolutePath() + u"/bozze"_s, address, user);
     window_->showSession(user, address.toString());

@@ -2,6 +2,7 @@
 
 #include "host/ui/MainWindow.h"
 #include "host/ui/PreviewWindow.h"
+#include "host/ui/Printing.h"
 #include "platform/ui/CategoryTree.h"
 
 #include <QApplication>
@@ -64,7 +65,10 @@ void UpdateTreeNodeImages(ui::CategoryTree &tree, int closedImage, int openImage
 void RaveSystemOverrideSetup(report::ReportSystem &system, int, QWidget *form)
 {
     const auto *preview = qobject_cast<host::PreviewWindow *>(form);
-    host::printWithDialog(preview ? preview->document() : *system.document(), form ? form : GetMainForm());
+    const report::Document &document = preview ? preview->document() : *system.document();
+    const report::Subject &subject = preview ? preview->chosen() : system.subject;
+    if (host::printWithDialog(document, subject, form ? form : GetMainForm()) && subject.issued)
+        subject.issued(document);
 }
 
 void RaveSystemOverridePreview(report::ReportSystem &system, int, QWidget *form)
@@ -73,7 +77,7 @@ void RaveSystemOverridePreview(report::ReportSystem &system, int, QWidget *form)
     const QList<host::PreviewWindow *> open =
         mainForm ? mainForm->findChildren<host::PreviewWindow *>() : QList<host::PreviewWindow *>();
     const auto same = std::find_if(open.begin(), open.end(), [&system](const host::PreviewWindow *preview) {
-        return !system.subject.isEmpty() && preview->subject() == system.subject;
+        return !system.subject.record.isEmpty() && preview->subject() == system.subject.record;
     });
     if (same == open.end()) {
         ShowChildForm(new host::PreviewWindow(system, form));

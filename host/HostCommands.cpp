@@ -120,6 +120,11 @@ void HostCommands::addSettings()
                       .kind = ui::ActionKind::Routine,
                       .right = fullControl,
                       .run = [this](QWidget *owner) { editOptions(owner, connection_); }});
+    addTo(toolsMenu, {.name = u"actOpzioniDocumenti"_s,
+                      .caption = u"Stampa e invio dei documenti..."_s,
+                      .kind = ui::ActionKind::Routine,
+                      .right = fullControl,
+                      .run = [this](QWidget *owner) { editDocumentOptions(owner, connection_); }});
 }
 
 void HostCommands::addUsers()

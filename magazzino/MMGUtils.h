@@ -8,6 +8,9 @@
 /// as data::DatabaseError with the database's own text.
 
 struct DocumentKind;
+namespace host {
+struct DocumentOption;
+}
 
 inline const QString packageName = QStringLiteral("Magazzino.bpl");
 
@@ -24,6 +27,8 @@ void AggiornaDatabase();
 
 /// Reads an option of the host's options table; false, and `value` untouched, when it does not exist or cannot be read.
 bool GetOptionValue(const QString &option, QVariant &value);
+/// The value of an option, or what counts until it is stored.
+QString ValoreOpzione(const host::DocumentOption &option);
 /// Writes an existing option; false when it does not exist or cannot be written. Options are created by the host only.
 bool SetOptionValue(const QString &option, const QVariant &value);
 /// The option NUMERAZIONE_UNICA_FATTURE: accompanying and sales invoices draw their numbers from one sequence. False
@@ -43,6 +48,8 @@ TCliente GetCliente(int id);
 /// By customer code, compared exactly.
 TCliente GetCliente(const QString &codice);
 TFornitore GetFornitore(int id);
+/// By supplier code, compared exactly.
+TFornitore GetFornitore(const QString &codice);
 TCodiceTesto GetTipoPagamento(int id);
 TCodiceTesto GetTipoTrasporto(int id);
 TCodiceTesto GetCausaleTrasporto(int id);

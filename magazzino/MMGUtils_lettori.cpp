@@ -209,6 +209,14 @@ TFornitore GetFornitore(int id)
     });
 }
 
+TFornitore GetFornitore(const QString &codice)
+{
+    return core::namingErrors(u"GetFornitore", [&] {
+        return readRecord({u"SELECT * FROM FORNITORI WHERE CODICE = CAST(? AS VARCHAR(255))"_s, codice},
+                          clienteFields(u"IDFORNITORE", host::FirmKind::Supplier));
+    });
+}
+
 TCodiceTesto GetTipoPagamento(int id)
 {
     return readPair(u"TIPI_PAGAMENTO"_s, u"IDTIPO_PAGAMENTO"_s, u"TIPO_PAGAMENTO"_s, id);

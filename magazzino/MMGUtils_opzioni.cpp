@@ -1,3 +1,4 @@
+#include "host/DocumentOptions.h"
 #include "host/users/Users.h"
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Error.h"
@@ -34,6 +35,13 @@ bool GetOptionValue(const QString &option, QVariant &value)
         value = rows.at(0, u"VALORE");
         return true;
     });
+}
+
+QString ValoreOpzione(const host::DocumentOption &option)
+{
+    QVariant value = option.initial;
+    GetOptionValue(option.name, value);
+    return value.toString();
 }
 
 bool SetOptionValue(const QString &option, const QVariant &value)

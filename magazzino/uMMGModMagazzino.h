@@ -73,6 +73,8 @@ public:
 Q_SIGNALS:
     /// One of the module's forms, `form`, saved a record to `table` or deleted one.
     void tableChanged(const QString &table, const QObject *form);
+    /// The document with key `id` of `table` was printed, and that is noted.
+    void stampato(const QString &table, int id);
 
 private:
     void createDataSets();

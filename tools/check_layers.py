@@ -10,7 +10,7 @@ from pathlib import Path
 # What a module may know of the host: the package interface, the suite's routines, users and rights, what it adds to
 # import and demonstration data; its forms the shared categories and the fields of firms besides.
 HOST_SERVICES = ["host/IntfPack.h", "host/StartOffers.h", "host/Corvane3Impl.h", "host/users/Users.h", "host/transfer/ImportTarget.h",
-                 "host/schema/DemoRows.h", "host/FirmFields.h"]
+                 "host/schema/DemoRows.h", "host/FirmFields.h", "host/DocumentOptions.h"]
 HOST_API = [*HOST_SERVICES, "host/Categories.h", "host/HostForms.h", "host/registers/FirmGroups.h"]
 # What works the program's windows; it knows no module, so that the guided tour can use it, too.
 DRIVER = ["tests/support/Controls", "tests/support/QtWarnings", "tests/support/ScriptedDialogs",
@@ -61,8 +61,8 @@ RESERVED = [
     (re.compile(r"\bQMessageBox\b"), ["platform/ui/MessageBoxes.cpp"],
      "message boxes go through platform/core/Messages.h"),
     (re.compile(r"\bQFileDialog\b"), ["platform/ui/Dialogs.cpp"], "file dialogs go through platform/ui/Dialogs.h"),
-    (re.compile(r"\bQ(Print|PageSetup)Dialog\b"), ["host/ui/PreviewWindow.cpp", "tests/report"],
-     "printing asks in host/ui/PreviewWindow"),
+    (re.compile(r"\bQ(Print|PageSetup)Dialog\b"), ["host/ui/Printing.cpp", "tests/report"],
+     "printing asks in host/ui/Printing"),
     (re.compile(r"\bQ(InputDialog|ProgressDialog|ErrorMessage|ColorDialog|FontDialog)\b"), [],
      "dialogs are those of platform/ui"),
     # The log tells when something happened, whatever the program takes for now.

@@ -1,14 +1,20 @@
 #include "host/registers/OptionsDialog.h"
 
+#include "host/DocumentOptions.h"
 #include "platform/core/Format.h"
 #include "platform/core/Messages.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
 #include "platform/ui/LineEdit.h"
+#include "platform/ui/NumberEdits.h"
 
 #include <QCheckBox>
+#include <QFileInfo>
+#include <QHBoxLayout>
 #include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -16,31 +22,75 @@ namespace host {
 
 namespace {
 
+constexpr int longestValue = 255; // characters that OPZIONI keeps
+
 /// A row of OPZIONI and its input.
 struct Option
 {
+    enum class Kind
+    {
+        Text,
+        Flag,
+        Copies,
+        Paragraph,
+        Folder
+    };
+
     QString option;
     QString label;
-    bool isFlag = false;
+    Kind kind = Kind::Text;
     QString initial = {}; ///< what counts until the option is stored
     QString help = {};    ///< shown while the pointer rests on the input
 };
 
+using Kind = Option::Kind;
+
 const QList<Option> &options()
 {
     static const QList<Option> all = {
-        {u"NUMERAZIONE_UNICA_FATTURE"_s, u"Numerazione unica per fatture di vendita e accompagnatorie"_s, true},
+        {u"NUMERAZIONE_UNICA_FATTURE"_s, u"Numerazione unica per fatture di vendita e accompagnatorie"_s, Kind::Flag},
         {u"FATT_IVA_ESENTE_NOTE"_s, u"Nota delle fatture esenti da IVA"_s},
-        {u"FATT_XML_SUFFISSO"_s, u"Suffisso del numero nelle fatture elettroniche"_s, false, u"/ACC"_s,
+        {u"FATT_XML_SUFFISSO"_s, u"Suffisso del numero nelle fatture elettroniche"_s, Kind::Text, u"/ACC"_s,
          u"Distingue le fatture accompagnatorie da quelle di vendita con lo stesso numero: 12/ACC. Con la numerazione "
          "unica non serve."_s},
-        {u"FATT_XML_NATURA_NON_IMPONIBILE"_s, u"Natura delle righe non imponibili"_s, false, u"N1"_s,
+        {u"FATT_XML_NATURA_NON_IMPONIBILE"_s, u"Natura delle righe non imponibili"_s, Kind::Text, u"N1"_s,
          u"Il codice della fattura elettronica per le righe fuori dall'IVA: di solito N1, escluse (art. 15)."_s},
-        {u"FATT_XML_NATURA_ESENTE"_s, u"Natura delle fatture esenti da IVA"_s, false, u"N4"_s,
+        {u"FATT_XML_NATURA_ESENTE"_s, u"Natura delle fatture esenti da IVA"_s, Kind::Text, u"N4"_s,
          u"Il codice della fattura elettronica per le fatture esenti: di solito N4, esenti (art. 10)."_s},
-        {u"FATT_XML_PEC_SDI"_s, u"Indirizzo PEC per l'invio delle fatture elettroniche"_s, false,
+        {u"FATT_XML_PEC_SDI"_s, u"Indirizzo PEC per l'invio delle fatture elettroniche"_s, Kind::Text,
          u"sdi01@pec.fatturapa.it"_s,
          u"Il primo invio va a questo indirizzo; la risposta del Sistema di Interscambio dice quale usare dopo."_s}};
+    return all;
+}
+
+Option documentOption(const DocumentOption &option, const QString &label, Kind kind, const QString &help)
+{
+    return {option.name, label, kind, option.initial, help};
+}
+
+// What every printed kind of document has, under its name in the plural.
+QList<Option> optionsOf(const QString &table, const QString &documents)
+{
+    return {documentOption(copiesOption(table), u"Copie: "_s + documents, Kind::Copies,
+                           u"Quante copie escono dalla stampante, da 1 a 9."_s),
+            documentOption(labelsOption(table), u"Diciture: "_s + documents, Kind::Text,
+                           u"Una per copia, separate da punto e virgola. Una copia sola non ne porta."_s),
+            documentOption(mailOption(table), u"Messaggio: "_s + documents, Kind::Paragraph,
+                           u"Il testo con cui il documento viene inviato. {documento}, {numero}, {data}, {cliente} e "
+                           "{azienda} diventano quelli del documento."_s)};
+}
+
+const QList<Option> &documentOptions()
+{
+    static const QString notes = u"DDT_SCARICO"_s;
+    static const QList<Option> all =
+        optionsOf(notes, u"D.d.T. di scarico"_s) +
+        QList{
+            documentOption(pricesOption(notes), u"Prezzi e importi nei D.d.T. di scarico stampati"_s, Kind::Flag, {})} +
+        optionsOf(u"FATT_ACC"_s, u"fatture accompagnatorie"_s) +
+        QList{documentOption(archiveOption(), u"Archivio delle stampe"_s, Kind::Folder,
+                             u"La cartella in cui si conserva il PDF di ogni documento stampato, in una sottocartella "
+                             "per anno. Vuota: nessun archivio."_s)};
     return all;
 }
 
@@ -51,48 +101,132 @@ QString storedValue(const Option &option, data::Connection &connection)
     return rows.isEmpty() ? option.initial : rows.text(0, u"VALORE");
 }
 
-QWidget *addInput(ui::FormDialog &dialog, const Option &option, const QString &value)
+QLineEdit *newLine(const QString &value, QWidget *parent)
 {
-    if (option.isFlag) {
-        auto *check = new QCheckBox(option.label, &dialog);
-        check->setChecked(core::parseFlag(value).value_or(false));
-        dialog.addRow({}, check);
-        return check;
-    }
-    auto *edit = new ui::LineEdit(value, &dialog);
-    edit->setMaxLength(255);
+    auto *edit = new ui::LineEdit(value, parent);
+    edit->setMaxLength(longestValue);
     edit->setMinimumWidth(540);
     edit->setCursorPosition(0);
-    dialog.addRow(option.label, edit);
     return edit;
+}
+
+QWidget *newFolder(const QString &value, QWidget *parent)
+{
+    auto *box = new QWidget(parent);
+    auto *line = new QHBoxLayout(box);
+    line->setContentsMargins(0, 0, 0, 0);
+    QLineEdit *edit = newLine(value, box);
+    auto *choose = new QPushButton(u"Sfoglia..."_s, box);
+    choose->setObjectName(u"cmdSfoglia"_s);
+    choose->setAutoDefault(false);
+    line->addWidget(edit, 1);
+    line->addWidget(choose);
+    box->setFocusProxy(edit);
+    QObject::connect(choose, &QPushButton::clicked, edit, [edit] {
+        if (const QString folder = ui::chooseFolder(edit, u"Archivio delle stampe"_s); !folder.isEmpty())
+            edit->setText(folder);
+    });
+    return box;
+}
+
+QWidget *newParagraph(const QString &value, QWidget *parent)
+{
+    constexpr int lines = 4;
+    auto *edit = new QPlainTextEdit(value, parent);
+    edit->setTabChangesFocus(true);
+    edit->setFixedHeight(lines * edit->fontMetrics().lineSpacing() + 2 * edit->frameWidth() + 8);
+    return edit;
+}
+
+QWidget *newCopies(const QString &value, QWidget *parent)
+{
+    constexpr int most = 9;
+    auto *edit = new ui::IntegerEdit(parent);
+    edit->setRange(1, most);
+    edit->showArrows();
+    edit->setValue(std::clamp(value.toInt(), 1, most));
+    return edit;
+}
+
+QWidget *newInput(const Option &option, const QString &value, QWidget *parent)
+{
+    switch (option.kind) {
+    case Kind::Flag: {
+        auto *check = new QCheckBox(option.label, parent);
+        check->setChecked(core::parseFlag(value).value_or(false));
+        return check;
+    }
+    case Kind::Copies:
+        return newCopies(value, parent);
+    case Kind::Paragraph:
+        return newParagraph(value, parent);
+    case Kind::Folder:
+        return newFolder(value, parent);
+    case Kind::Text:
+        break;
+    }
+    return newLine(value, parent);
 }
 
 QString valueOf(const QWidget *input)
 {
-    const auto *check = qobject_cast<const QCheckBox *>(input);
-    return check ? core::flagText(check->isChecked()) : qobject_cast<const QLineEdit *>(input)->text();
+    if (const auto *check = qobject_cast<const QCheckBox *>(input))
+        return core::flagText(check->isChecked());
+    if (const auto *number = qobject_cast<const ui::IntegerEdit *>(input))
+        return QString::number(number->value());
+    if (const auto *paragraph = qobject_cast<const QPlainTextEdit *>(input))
+        return paragraph->toPlainText();
+    const auto *line = qobject_cast<const QLineEdit *>(input);
+    return (line ? line : input->findChild<QLineEdit *>())->text();
+}
+
+// What the database would refuse, and a folder that is not there.
+bool isAcceptable(const Option &option, const QString &value, QWidget *dialog)
+{
+    if (value.size() > longestValue)
+        core::warn(dialog, u"%1: al massimo %2 caratteri."_s.arg(option.label).arg(longestValue));
+    else if (option.kind == Kind::Folder && !value.isEmpty() && !QFileInfo(value).isDir())
+        core::warn(dialog, u"%1: la cartella \"%2\" non esiste."_s.arg(option.label, value));
+    else
+        return true;
+    return false;
+}
+
+void edit(const QString &title, const QList<Option> &options, QWidget *owner, data::Connection &connection)
+{
+    ui::FormDialog dialog(title, owner);
+    QList<QWidget *> inputs;
+    for (const Option &option : options) {
+        inputs.append(newInput(option, storedValue(option, connection), &dialog));
+        inputs.last()->setToolTip(option.help);
+        inputs.last()->setObjectName(option.option);
+        dialog.addRow(option.kind == Kind::Flag ? QString() : option.label, inputs.last());
+    }
+    dialog.setCheck([&] {
+        for (qsizetype i = 0; i < inputs.size(); ++i) {
+            if (!isAcceptable(options[i], valueOf(inputs[i]), &dialog))
+                return false;
+        }
+        data::Transaction transaction(connection);
+        for (qsizetype i = 0; i < inputs.size(); ++i)
+            connection.run(u"UPDATE OR INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES(?, ?) MATCHING(OPZIONE)"_s,
+                           {options[i].option, valueOf(inputs[i])});
+        transaction.commit();
+        return true;
+    });
+    ui::runModal(dialog);
 }
 
 } // namespace
 
 void editOptions(QWidget *owner, data::Connection &connection)
 {
-    ui::FormDialog dialog(u"Opzioni"_s, owner);
-    QList<QWidget *> inputs;
-    for (const Option &option : options()) {
-        inputs.append(addInput(dialog, option, storedValue(option, connection)));
-        inputs.last()->setToolTip(option.help);
-        inputs.last()->setObjectName(option.option);
-    }
-    dialog.setCheck([&] {
-        data::Transaction transaction(connection);
-        for (int i = 0; i < inputs.size(); ++i)
-            connection.run(u"UPDATE OR INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES(?, ?) MATCHING(OPZIONE)"_s,
-                           {options()[i].option, valueOf(inputs[i])});
-        transaction.commit();
-        return true;
-    });
-    ui::runModal(dialog);
+    edit(u"Opzioni"_s, options(), owner, connection);
+}
+
+void editDocumentOptions(QWidget *owner, data::Connection &connection)
+{
+    edit(u"Stampa e invio dei documenti"_s, documentOptions(), owner, connection);
 }
 
 } // namespace host

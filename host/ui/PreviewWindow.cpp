@@ -7,8 +7,6 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPainter>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
@@ -37,9 +35,9 @@ PageView::PageView(std::shared_ptr<const report::Document> document, QWidget *pa
     showPage(0);
 }
 
-void PageView::showPage(int index)
+void PageView::showPage(int index, const QString &copy)
 {
-    page_ = document_->page(index);
+    page_ = document_->page(index, copy);
     update();
 }
 
@@ -68,7 +66,6 @@ PreviewWindow::PreviewWindow(report::ReportSystem &system, QWidget *parent)
     , system_(&system)
     , document_(system.document())
     , subject_(system.subject)
-    , proposedName_(system.proposedName)
     , view_(new PageView(document_, this))
     , scroll_(new QScrollArea(this))
 {
@@ -89,7 +86,8 @@ PreviewWindow::PreviewWindow(report::ReportSystem &system, QWidget *parent)
     layout->addWidget(scroll_, 1);
     setMinimumSize(480, 320);
     setFocusProxy(scroll_);
-    showRemarks(system.remarks);
+    showRemarks(subject_.remarks);
+    offerCopies();
     goToPage(0);
     setZoom(Fit::Width);
 }
@@ -122,6 +120,7 @@ QToolBar *PreviewWindow::createToolBar()
 {
     QToolBar *bar = newToolBar(u"tBarAnteprima"_s);
     placeCommands(bar, {u"actStampa"_s, u"actSalvaPDF"_s, {}});
+    createCopies(bar);
     // Steps are small signs around what they change; their names are in the menu.
     const auto addStep = [this, bar](const QString &name, const QString &symbol) {
         auto *button = new QPushButton(symbol, bar);
@@ -158,6 +157,36 @@ QToolBar *PreviewWindow::createToolBar()
     addStep(u"actIngrandisci"_s, u"+"_s);
     placeCommands(bar, {u"actAdattaLarghezza"_s, u"actPaginaIntera"_s, {}, u"actChiudi"_s});
     return bar;
+}
+
+// There only where several are printed: all of them, or one by its label.
+void PreviewWindow::createCopies(QToolBar *bar)
+{
+    copies_ = new ui::ComboBox(bar);
+    copies_->setObjectName(u"cmbCopie"_s);
+    copies_->setAccessibleName(u"Copie"_s);
+    copies_->setToolTip(u"Quali copie si stampano; la pagina mostra la loro dicitura"_s);
+    copiesPlace_ = bar->addWidget(copies_);
+    connect(copies_, &QComboBox::currentIndexChanged, this, [this] { goToPage(page_); });
+}
+
+void PreviewWindow::offerCopies()
+{
+    const QSignalBlocker quiet(copies_);
+    const QStringList &labels = subject_.copies;
+    copies_->clear();
+    copies_->addItem(u"Tutte le %1 copie"_s.arg(labels.size()));
+    for (qsizetype i = 0; i < labels.size(); ++i)
+        copies_->addItem(labels[i].isEmpty() ? u"Copia %1"_s.arg(i + 1) : labels[i]);
+    copiesPlace_->setVisible(labels.size() > 1);
+}
+
+report::Subject PreviewWindow::chosen() const
+{
+    report::Subject chosen = subject_;
+    if (copies_->currentIndex() > 0)
+        chosen.copies = {subject_.copies.value(copies_->currentIndex() - 1)};
+    return chosen;
 }
 
 // A line that says how many there are; what they say comes up when it is pressed.
@@ -207,10 +236,11 @@ void PreviewWindow::countPages()
 void PreviewWindow::showDocument(const report::ReportSystem &system)
 {
     document_ = system.document();
-    proposedName_ = system.proposedName;
+    subject_ = system.subject;
     setWindowTitle(u"Anteprima - %1"_s.arg(document_->title()));
     view_->setDocument(document_);
-    showRemarks(system.remarks);
+    showRemarks(subject_.remarks);
+    offerCopies();
     countPages();
     goToPage(page_);
     applyZoom();
@@ -219,7 +249,7 @@ void PreviewWindow::showDocument(const report::ReportSystem &system)
 void PreviewWindow::goToPage(int index)
 {
     page_ = std::clamp(index, 0, document_->pageCount() - 1);
-    view_->showPage(page_);
+    view_->showPage(page_, chosen().copies.value(0));
     scroll_->verticalScrollBar()->setValue(0);
     const QSignalBlocker quiet(pageEdit_);
     pageEdit_->setValue(page_ + 1);
@@ -299,32 +329,21 @@ void PreviewWindow::savePdf()
 {
     if (!system_ || !system_->choosePdfFile)
         return;
-    const QString file = system_->choosePdfFile(this, proposedName_.isEmpty() ? document_->title() : proposedName_);
+    const QString file =
+        system_->choosePdfFile(this, subject_.proposedName.isEmpty() ? document_->title() : subject_.proposedName);
     if (file.isEmpty())
         return;
     const ui::WaitCursor wait;
-    system_->writeFile(*document_, file);
+    // A file is one copy: the one that was chosen, or one without a label.
+    system_->writeFile(*document_, file, copies_->currentIndex() > 0 ? chosen().copies.value(0) : QString());
+    if (subject_.issued)
+        subject_.issued(*document_);
 }
 
 void PreviewWindow::printPages()
 {
     if (system_ && system_->allowSetup && system_->overrideSetup)
         system_->overrideSetup(*system_, report::ShowWindow, this);
-}
-
-void printWithDialog(const report::Document &document, QWidget *owner)
-{
-    QPrinter printer(QPrinter::HighResolution);
-    // The dialog proposes it as the name of a file to print to.
-    printer.setDocName(report::fileNameOf(document.title()));
-    QPrintDialog dialog(&printer, owner);
-    dialog.setWindowTitle(u"Stampa"_s);
-    dialog.setMinMax(1, document.pageCount());
-    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
-    if (ui::runModal(dialog) != QDialog::Accepted)
-        return;
-    const ui::WaitCursor wait;
-    report::printDocument(document, printer);
 }
 
 } // namespace host

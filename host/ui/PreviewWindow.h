@@ -25,8 +25,8 @@ public:
 
     /// Takes the place of the document shown, at the next showPage().
     void setDocument(std::shared_ptr<const report::Document> document) { document_ = std::move(document); }
-    /// Shows a page, counted from 0.
-    void showPage(int index);
+    /// Shows a page, counted from 0, of the copy with this label.
+    void showPage(int index, const QString &copy = {});
     /// Dots of the screen for a millimetre of paper.
     void setDotsPerMm(double dots);
 
@@ -52,7 +52,9 @@ public:
     /// What is shown.
     const report::Document &document() const { return *document_; }
     /// The record that is shown, as the system named it; empty for a list.
-    const QString &subject() const { return subject_; }
+    const QString &subject() const { return subject_.record; }
+    /// What is to be printed: the record with the copies that the user has chosen.
+    report::Subject chosen() const;
     /// Shows what `system` has laid out now of the same record, at the page and in the size that were shown.
     void showDocument(const report::ReportSystem &system);
     /// Shows the page `index`, counted from 0; the nearest one when there is none of that number.
@@ -74,6 +76,8 @@ protected:
 private:
     void declareCommands();
     QToolBar *createToolBar();
+    void createCopies(QToolBar *bar);
+    void offerCopies();
     void createRemarks();
     void showRemarks(const QStringList &remarks);
     void countPages();
@@ -84,20 +88,18 @@ private:
 
     QPointer<report::ReportSystem> system_;
     std::shared_ptr<const report::Document> document_;
-    QString subject_;
-    QString proposedName_;
+    report::Subject subject_;
     PageView *view_;
     QScrollArea *scroll_;
     QSpinBox *pageEdit_ = nullptr;
     QLabel *zoomLabel_ = nullptr;
+    QComboBox *copies_ = nullptr;
+    QAction *copiesPlace_ = nullptr; // in the tool bar
     QToolButton *remarksButton_ = nullptr;
     QListWidget *remarksList_ = nullptr;
     int page_ = 0;
     Fit fit_ = Fit::Width;
     int percent_ = 100;
 };
-
-/// Asks for printer and pages, and prints. `owner` may be null.
-void printWithDialog(const report::Document &document, QWidget *owner);
 
 } // namespace host

@@ -249,21 +249,22 @@ const DocumentKind &bollaCarico()
 
 const DocumentKind &ddtScarico()
 {
-    static const DocumentKind kind =
-        issue(Kind::DdT, {.name = u"D.d.T. di scarico"_s,
-                          .plural = u"D.d.T. di scarico"_s,
-                          .table = u"DDT_SCARICO"_s,
-                          .key = u"IDDDT_SCARICO"_s,
-                          .dataName = u"DdTScarico"_s,
-                          .formName = u"DdTScarico"_s,
-                          .deletionRoutine = u"DeleteDdTScarico"_s,
-                          .movement = {.note = u"D.d.T. di scarico n. "_s},
-                          .print = {.routine = u"StampaDdTScarico"_s, .report = u"DdTScarico"_s},
-                          .captions = {.shortName = u"D.d.T."_s,
-                                       .rowsGrid = u"gridRigheDocumento"_s,
-                                       .newHint = u"Crea un nuovo D.d.T. di scarico."_s,
-                                       .editHint = u"Modifica il D.d.T. di scarico selezionato."_s},
-                          .totals = storedAsZero()});
+    static const DocumentKind kind = issue(
+        Kind::DdT,
+        {.name = u"D.d.T. di scarico"_s,
+         .plural = u"D.d.T. di scarico"_s,
+         .table = u"DDT_SCARICO"_s,
+         .key = u"IDDDT_SCARICO"_s,
+         .dataName = u"DdTScarico"_s,
+         .formName = u"DdTScarico"_s,
+         .deletionRoutine = u"DeleteDdTScarico"_s,
+         .movement = {.note = u"D.d.T. di scarico n. "_s},
+         .print = {.routine = u"StampaDdTScarico"_s, .report = u"DdTScarico"_s, .pricedReport = u"DdTScaricoPrezzi"_s},
+         .captions = {.shortName = u"D.d.T."_s,
+                      .rowsGrid = u"gridRigheDocumento"_s,
+                      .newHint = u"Crea un nuovo D.d.T. di scarico."_s,
+                      .editHint = u"Modifica il D.d.T. di scarico selezionato."_s},
+         .totals = storedAsZero()});
     return kind;
 }
 

@@ -36,6 +36,7 @@ struct DocumentPrint
     QString routine;      ///< that errors carry
     QString report;       ///< of the report project; while empty such documents are not printed
     QString exemptReport; ///< of documents without VAT; none while empty
+    QString pricedReport; ///< with prices, for who wants them; none where prices are always or never printed
     QString vatQuery;     ///< of the print data module, by the header's key; none while empty
 };
 

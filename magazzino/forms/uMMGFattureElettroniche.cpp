@@ -323,17 +323,10 @@ void TMMGFattureElettroniche::inviaConLaPosta()
     GetOptionValue(u"FATT_XML_PEC_SDI"_s, indirizzo);
     const QString percorso = QDir(cartella_).filePath(file->nome);
     core::saveFile(percorso, fatturapa::contenutoDi(ModuleConnection(), file->id));
-    const ui::MailOpened aperta = ui::openMail({.to = indirizzo.toString(),
-                                                .subject = u"Fattura elettronica "_s + file->nome,
-                                                .text = u"In allegato il file "_s + file->nome,
-                                                .attachment = percorso});
-    if (aperta == ui::MailOpened::WithoutAttachment)
-        core::inform(this,
-                     u"Il programma di posta non prende allegati da qui:\n\raggiungere al messaggio il file\n\r"_s +
-                         percorso);
-    else if (aperta == ui::MailOpened::NotAtAll)
-        core::showError(this,
-                        u"Non c'è un programma di posta che si apra da qui.\n\rIl file da inviare è\n\r"_s + percorso);
+    ui::openMail(this, {.to = indirizzo.toString(),
+                        .subject = u"Fattura elettronica "_s + file->nome,
+                        .text = u"In allegato il file "_s + file->nome,
+                        .attachment = percorso});
 }
 
 void TMMGFattureElettroniche::leggiCartella()

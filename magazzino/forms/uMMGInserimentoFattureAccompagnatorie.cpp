@@ -128,6 +128,7 @@ void TMMGInserimentoFattureAccompagnatorie::writeDetails()
 
 void TMMGInserimentoFattureAccompagnatorie::recordSaved()
 {
+    TMMGInserimentoScarico::recordSaved();
     mostraFileElettronico(savedFile_);
 }
 
@@ -263,5 +264,6 @@ void TMMGInserimentoFattureAccompagnatorie::ImpostaFatturaCiclica()
     SetNewRecord(true);
     SetModified(true);
     SetIdRecord(-1);
+    forgetPrinted();
     mostraFileElettronico({});
 }

@@ -1,7 +1,9 @@
 #include "magazzino/reports/MMGStampe.h"
 
+#include "host/DocumentOptions.h"
 #include "magazzino/MMGUtils.h"
-#include "magazzino/documents/DocumentKind.h"
+#include "magazzino/documents/StampeDocumenti.h"
+#include "magazzino/reports/ArchivioStampe.h"
 #include "magazzino/reports/RilieviStampa.h"
 #include "magazzino/reports/TotaliFattura.h"
 #include "magazzino/reports/uMMGdmStampe.h"
@@ -27,9 +29,12 @@ data::DataSet &openByKey(TMMGModMagazzino &module, const QString &query, const Q
 
 // The database returns rows in any order once some were deleted and written again; their keys keep the order in which
 // the user arranged them.
-void openRows(TMMGModMagazzino &module, const QString &query, const QString &key, int id, const QString &rowKey)
+const data::DataSet &openRows(TMMGModMagazzino &module, const QString &query, const QString &key, int id,
+                              const QString &rowKey)
 {
-    openByKey(module, query, key, id).sortByInteger(rowKey);
+    data::DataSet &rows = openByKey(module, query, key, id);
+    rows.sortByInteger(rowKey);
+    return rows;
 }
 
 void openCompany(TMMGModMagazzino &module)
@@ -43,34 +48,43 @@ void openCompany(TMMGModMagazzino &module)
 class PrintedRecord
 {
 public:
-    PrintedRecord(report::ReportSystem &system, const QString &subject, const QString &name)
+    PrintedRecord(report::ReportSystem &system, report::Subject subject)
         : system_(system)
     {
-        system_.subject = subject;
-        system_.proposedName = name;
+        system_.subject = std::move(subject);
     }
-    PrintedRecord(report::ReportSystem &system, const data::DataSet &record, const DocumentKind &kind,
-                  const QStringList &remarks)
-        : system_(system)
-    {
-        system_.remarks = remarks;
-        if (record.isEmpty())
-            return;
-        system_.subject = kind.key + record.text(kind.key);
-        system_.proposedName = NomePDF(kind.name, record.integer(u"NUMERO"_s), record.date(u"DATA"_s));
-    }
-    ~PrintedRecord()
-    {
-        system_.subject.clear();
-        system_.proposedName.clear();
-        system_.remarks.clear();
-    }
+    ~PrintedRecord() { system_.subject = {}; }
     PrintedRecord(const PrintedRecord &) = delete;
     PrintedRecord &operator=(const PrintedRecord &) = delete;
 
 private:
     report::ReportSystem &system_;
 };
+
+DocumentoStampato printedDocument(const DocumentKind &kind, const data::DataSet &document, const data::DataSet &rows)
+{
+    return {.kind = &kind,
+            .testata = {document.integer(kind.key), document.integer(u"NUMERO"_s), document.date(u"DATA"_s)},
+            .intestatario = document.text(kind.counterpart + u"RAGIONESOCIALE"_s),
+            .impronta = improntaDocumento(kind, document.rows(), rows.rows())};
+}
+
+// Without a document the form comes out empty and is nobody's.
+report::Subject subjectOf(const DocumentKind &kind, const data::DataSet &document, const data::DataSet &rows,
+                          const QStringList &remarks)
+{
+    report::Subject subject{.remarks = remarks, .kind = kind.name};
+    if (document.isEmpty())
+        return subject;
+    subject.record = kind.key + document.text(kind.key);
+    const DocumentoStampato printed = printedDocument(kind, document, rows);
+    subject.proposedName = NomePDF(kind.name, printed.testata.numero, printed.testata.data);
+    if (!puoVedere(kind))
+        return subject;
+    subject.copies = copieDi(kind);
+    subject.issued = [printed](const report::Document &pages) { annotaStampa(printed, pages); };
+    return subject;
+}
 
 // False when the user cancelled it.
 bool runDocument(TMMGModMagazzino &module, const QString &report, const QString &file, TKxReportDestination destination)
@@ -109,6 +123,12 @@ bool isExempt(const data::DataSet &invoice)
     return *exempt;
 }
 
+bool withPrices(const DocumentKind &kind)
+{
+    return !kind.print.pricedReport.isEmpty() &&
+           core::parseFlag(ValoreOpzione(host::pricesOption(kind.table))).value_or(false);
+}
+
 QString exemptionNote()
 {
     QVariant note;
@@ -124,19 +144,21 @@ void StampaDocumento(const DocumentKind &kind, int id, const QString &file, TKxR
         TMMGModMagazzino &module = Modulo();
         openCompany(module);
         const data::DataSet &document = openByKey(module, kind.dataSet(), kind.key, id);
-        openRows(module, kind.rowsDataSet(), kind.key, id, kind.rowKey());
+        const data::DataSet &rows = openRows(module, kind.rowsDataSet(), kind.key, id, kind.rowKey());
         if (!kind.print.vatQuery.isEmpty())
             openByKey(module, kind.print.vatQuery, kind.key, id);
         PreparaTotaliStampa(*module.dmStampe, kind);
         QString report = kind.print.report;
+        if (withPrices(kind))
+            report = kind.print.pricedReport;
         if (!kind.print.exemptReport.isEmpty() && isExempt(document)) {
             report = kind.print.exemptReport;
             module.rProject->setParameter(u"Param1"_s, exemptionNote());
         }
         // Nobody looks at a file while it is written.
         const bool toFile = destination == TKxReportDestination::FilePDF;
-        const PrintedRecord printed(*module.rSystem, document, kind,
-                                    toFile ? QStringList() : RilieviStampa(*module.dmStampe, kind));
+        const QStringList remarks = toFile ? QStringList() : RilieviStampa(*module.dmStampe, kind);
+        const PrintedRecord printed(*module.rSystem, subjectOf(kind, document, rows, remarks));
         cancelled = !runDocument(module, report, file, destination);
     });
     if (cancelled)
@@ -170,6 +192,6 @@ void StampaFatturaElettronica(const data::Rows &contents, const QString &name, c
 {
     TMMGModMagazzino &module = Modulo();
     module.dmStampe->setRows(u"dsFattElettronica"_s, contents);
-    const PrintedRecord printed(*module.rSystem, name, name);
+    const PrintedRecord printed(*module.rSystem, {.record = name, .proposedName = name});
     StampaElenco(u"FatturaElettronica"_s, heading);
 }

@@ -3,7 +3,9 @@
 #include "host/Corvane3Impl.h"
 #include "host/users/Users.h"
 #include "magazzino/MMGUtils.h"
+#include "magazzino/reports/ArchivioStampe.h"
 #include "magazzino/reports/MMGStampe.h"
+#include "magazzino/reports/PostaDocumenti.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Messages.h"
 
@@ -23,6 +25,17 @@ void savePdf(const DocumentKind &kind, QWidget *form, const DocumentHead &docume
         return;
     const ui::WaitCursor wait;
     StampaDocumento(kind, document.id, file, TKxReportDestination::FilePDF);
+}
+
+void sendByMail(const DocumentKind &kind, QWidget *form, const DocumentHead &document)
+{
+    if (!puoVedere(kind))
+        return host::refuseForRights(form);
+    const ui::Mail mail = [&] {
+        const ui::WaitCursor wait;
+        return messaggioDi(kind, document.id);
+    }();
+    ui::openMail(form, mail);
 }
 
 void preview(const DocumentKind &kind, const DocumentHead &document)
@@ -46,6 +59,10 @@ QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
         if (const auto chosen = document())
             savePdf(kind, form, *chosen);
     };
+    const auto send = [&kind, form, document] {
+        if (const auto chosen = document())
+            sendByMail(kind, form, *chosen);
+    };
     return {{.name = u"actStampa"_s,
              .caption = u"Stampa"_s,
              .run = print,
@@ -55,12 +72,18 @@ QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
              .caption = u"Salva in PDF"_s,
              .run = save,
              .icon = ui::Icon::Pdf,
-             .shortcut = QKeySequence(u"Ctrl+Shift+P"_s)}};
+             .shortcut = QKeySequence(u"Ctrl+Shift+P"_s)},
+            {.name = u"actInviaPosta"_s,
+             .caption = u"Invia per posta"_s,
+             .run = send,
+             .icon = ui::Icon::Send,
+             .shortcut = {},
+             .hint = u"Prepara un messaggio di posta con il PDF del documento"_s}};
 }
 
 bool mayView(const DocumentKind &kind)
 {
-    return holdsRight(kind.viewRight);
+    return puoVedere(kind);
 }
 
 bool mayEdit(const DocumentKind &kind)

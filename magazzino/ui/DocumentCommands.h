@@ -4,8 +4,8 @@
 
 /// What forms and lists of a kind of document do alike.
 
-/// The commands "Stampa" and "Salva in PDF" of `form`; none for a kind that is not printed. `document` gives what to
-/// print when a command runs, nothing for none.
+/// The commands "Stampa", "Salva in PDF" and "Invia per posta" of `form`; none for a kind that is not printed.
+/// `document` gives what to print when a command runs, nothing for none.
 QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
                                  const std::function<std::optional<DocumentHead>()> &document);
 

@@ -19,8 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList printedCommands = {u"actNuovo"_s,  u"actElimina"_s, u"actSalva"_s, u"actChiudi"_s, {},
-                                     u"actStampa"_s, u"actSalvaPDF"_s};
+const QStringList printedCommands = {u"actNuovo"_s,  u"actElimina"_s,  u"actSalva"_s,     u"actChiudi"_s, {},
+                                     u"actStampa"_s, u"actSalvaPDF"_s, u"actInviaPosta"_s};
 
 ui::EntryFormSpec formOf(const DocumentKind &kind, ui::EntryFormSpec form)
 {
@@ -59,6 +59,7 @@ void TMMGInserimentoDocumento::createHeading()
     auto *heading = new QGridLayout;
     place(heading, number_, 0, 0);
     place(heading, date_, 0, 1);
+    heading->addWidget(createPrintedHint(), 0, 4);
     heading->setColumnStretch(4, 1);
     if (!kind_.editRight.isEmpty())
         heading->addWidget(createReadOnlyHint(), 0, 5);

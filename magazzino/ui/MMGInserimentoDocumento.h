@@ -1,5 +1,6 @@
 #pragma once
 #include "magazzino/MMGUtils.h"
+#include "magazzino/documents/StampeDocumenti.h"
 #include "magazzino/ui/DocumentCommands.h"
 #include "magazzino/ui/DocumentGrid.h"
 #include "magazzino/ui/MMGInserimento.h"
@@ -63,6 +64,8 @@ protected:
     virtual QString counterpartName() const = 0;
     /// A customer or supplier was chosen: what its last document had is offered.
     void counterpartChosen(const QString &code);
+    /// What is shown is no longer the document that was printed.
+    void forgetPrinted();
     /// What "Come l'ultima volta" fills in, each with the column of its text.
     virtual QList<std::pair<ui::Field *, QString>> asLastTime() const = 0;
     /// It did.
@@ -81,6 +84,7 @@ protected:
     void prepareSave() override;
     void writeComputed(data::DataSet &record) const override;
     void writeDetails() override;
+    void recordSaved() override;
     QVariant detailState() const override;
     void restoreDetails(const QVariant &state) override;
     std::optional<ui::DraftTitle> draftTitle() const override;
@@ -101,6 +105,9 @@ private:
     QList<ui::Command> rowCommands();
     void createHeading();
     QLabel *createReadOnlyHint();
+    QLabel *createPrintedHint();
+    void showPrinted(const QString &stored);
+    void printedElsewhere(const QString &table, int id);
     void showRight(bool granted);
     void createNotesPage();
     QWidget *createTotals();
@@ -145,6 +152,8 @@ private:
     ui::MemoField *notes_ = nullptr;
     QList<std::pair<DocumentTotal, QLabel *>> totalLabels_;
     QLabel *readOnly_ = nullptr; ///< only where saving needs a right
+    QLabel *printedLabel_ = nullptr;
+    std::optional<StampaFatta> printed_; ///< the last time that the document shown was
     DocumentTotals totals_;
     QHash<int, TAliquotaIVA> rates_; ///< of the rows, as the totals were last computed with them
     QList<std::pair<QWidget *, std::function<bool()>>> required_; // in the order in which they are asked for

@@ -14,6 +14,7 @@ void TMMGInserimentoDocumento::clearDetails()
     grid_->finishEditing();
     entry_->clear();
     CreaGrigliaVuotaRigheDocumento();
+    forgetPrinted();
 }
 
 // The header stays as it is, over no rows: it must not be saved over the document that it belonged to.
@@ -32,6 +33,7 @@ void TMMGInserimentoDocumento::readFurther()
 {
     costs_ = costsInMovements(kind_, record().integer(kind_.key));
     mayEdit_ = mayEdit(kind_);
+    printed_ = kind_.print.report.isEmpty() ? std::nullopt : ultimaStampa(kind_, record().integer(kind_.key));
 }
 
 void TMMGInserimentoDocumento::loadDetails()
@@ -40,6 +42,7 @@ void TMMGInserimentoDocumento::loadDetails()
     grid_->rowsModel().setRows(readRows(kind_, costs_, *details()));
     grid_->fitRowHeights();
     showTotals([this](const DocumentTotal &total) { return record().number(total.column); });
+    showPrinted(printed_ ? improntaDocumento(kind_, record().rows(), details()->rows()) : QString());
     counterpartChosen({});
 }
 
@@ -59,6 +62,7 @@ void TMMGInserimentoDocumento::restoreDetails(const QVariant &state)
     const QStringList totals = state.toList().value(1).toStringList();
     for (qsizetype i = 0; i < totals.size(); ++i)
         totalLabels_[i].second->setText(totals[i]);
+    forgetPrinted();
 }
 
 std::optional<ui::DraftTitle> TMMGInserimentoDocumento::draftTitle() const
@@ -89,4 +93,11 @@ void TMMGInserimentoDocumento::writeDetails()
     if (replacedKey() >= 0)
         deleteMovements(kind_, replacedKey());
     rewriteRows(kind_, head(), grid_->rowsModel().rows(), rates_, *details());
+}
+
+// Only a document that was printed is worth being read again.
+void TMMGInserimentoDocumento::recordSaved()
+{
+    if (printed_)
+        showPrinted(improntaAttuale(kind_, IdRecord()));
 }

@@ -1,5 +1,7 @@
 #include "magazzino/ui/MMGInserimentoDocumento.h"
 
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Format.h"
 #include "platform/core/Messages.h"
 
 using namespace Qt::StringLiterals;
@@ -21,4 +23,44 @@ bool TMMGInserimentoDocumento::savedForPrinting()
     if (!NewRecord() && !Modified())
         return true;
     return core::confirm(this, u"Per stampare il documento è necessario salvarlo.\n\rSalvarlo ora?"_s) && SalvaRecord();
+}
+
+// Beside the number: is what was given away still what is stored?
+QLabel *TMMGInserimentoDocumento::createPrintedHint()
+{
+    printedLabel_ = new ui::ElidedLabel(this);
+    printedLabel_->setObjectName(u"lblStampato"_s);
+    connect(&Modulo(), &TMMGModMagazzino::stampato, this, &TMMGInserimentoDocumento::printedElsewhere);
+    return printedLabel_;
+}
+
+// `stored` stands for the document's data as they are stored now.
+void TMMGInserimentoDocumento::showPrinted(const QString &stored)
+{
+    if (!printed_) {
+        printedLabel_->clear();
+        return;
+    }
+    const bool changed = stored != printed_->impronta;
+    printedLabel_->setText(u"Stampato il %1 alle %2%3"_s.arg(core::formatDate(printed_->il.date()),
+                                                             printed_->il.toString(u"HH:mm"_s),
+                                                             changed ? u", modificato dopo"_s : QString()));
+    QFont font = printedLabel_->font();
+    font.setBold(changed);
+    printedLabel_->setFont(font);
+}
+
+void TMMGInserimentoDocumento::forgetPrinted()
+{
+    printed_.reset();
+    showPrinted({});
+}
+
+// By this form, by a list or by a preview.
+void TMMGInserimentoDocumento::printedElsewhere(const QString &table, int id)
+{
+    if (table != kind_.table || id != storedKey())
+        return;
+    printed_ = ultimaStampa(kind_, id);
+    showPrinted(improntaAttuale(kind_, id));
 }

@@ -33,7 +33,8 @@ TMMGRicercaDocumenti::TMMGRicercaDocumenti(const DocumentKind &kind, const ui::S
     const QList<ui::Command> print = printCommands(kind, this, [this] { return selectedDocument(); });
     for (const ui::Command &command : print)
         addCommand(command);
-    start(print.isEmpty() ? ui::listCommands : ui::listCommands + QStringList{{}, u"actStampa"_s, u"actSalvaPDF"_s});
+    start(print.isEmpty() ? ui::listCommands
+                          : ui::listCommands + QStringList{{}, u"actStampa"_s, u"actSalvaPDF"_s, u"actInviaPosta"_s});
 }
 
 std::optional<DocumentHead> TMMGRicercaDocumenti::selectedDocument() const

@@ -28,13 +28,13 @@ void ReportSystem::run(bool isLong, const QString &title, const Work &work) cons
     work(unseen);
 }
 
-void ReportSystem::writeFile(const Document &document, const QString &path) const
+void ReportSystem::writeFile(const Document &document, const QString &path, const QString &copy) const
 {
     const PdfRenderer standard;
     const PdfRenderer &settings = renderer ? *renderer : standard;
     run(document.pageCount() > pagesAtOnce, u"Scrittura del file PDF"_s, [&](core::Progress &progress) {
         // Its window may be painted meanwhile.
-        writePdf(document.withOwnFonts(), path, settings, &progress);
+        writePdf(document.withOwnFonts(), path, settings, &progress, copy);
     });
 }
 
@@ -44,6 +44,8 @@ void ReportSystem::output(std::shared_ptr<const Document> document)
     switch (defaultDestination) {
     case Destination::File:
         writeFile(*document_, outputFileName);
+        if (subject.issued)
+            subject.issued(*document_);
         return;
     case Destination::Preview:
         if (!overridePreview)

@@ -49,6 +49,24 @@ public:
     QString fontEncoding = QStringLiteral("WinAnsi");
 };
 
+/// What a run is about, for whoever shows, prints and keeps its pages.
+struct Subject
+{
+    /// The record that is printed; a preview of it takes the place of an earlier one. Empty for lists, each of which is
+    /// a preview of its own.
+    QString record;
+    /// What a preview of it proposes as the name of a file; the document's title when empty.
+    QString proposedName;
+    /// What is to be said about the record that is printed, one sentence each; a preview shows them on request.
+    QStringList remarks;
+    /// What kind of record it is: each has the printer that was chosen for it last.
+    QString kind;
+    /// The labels of the copies that are printed, one each; empty for a single copy without a label.
+    QStringList copies;
+    /// Runs whenever the record has been printed or written to a file; may be empty.
+    std::function<void(const Document &document)> issued;
+};
+
 /// Settings of a run: where the output goes, and the windows that stand in for the engine's own.
 class ReportSystem : public QObject
 {
@@ -65,13 +83,7 @@ public:
     /// Kept for modules that switch it off: every output paints the same pages, none a printer's own language.
     bool nativeOutput = true;
     QString outputFileName;
-    /// The record that is printed; a preview of it takes the place of an earlier one. Empty for lists, each of which
-    /// is a preview of its own.
-    QString subject;
-    /// What a preview of it proposes as the name of a file; the document's title when empty.
-    QString proposedName;
-    /// What is to be said about the record that is printed, one sentence each; a preview shows them on request.
-    QStringList remarks;
+    Subject subject;
     PdfRenderer *renderer = nullptr; ///< used for files only
     /// Shows the print setup and prints; `form` is the preview that asks, or null.
     WindowHook overrideSetup;
@@ -86,8 +98,9 @@ public:
     std::shared_ptr<const Document> document() const { return document_; }
     /// Sends `document` to the destination. Throws core::Error, and core::Cancelled.
     void output(std::shared_ptr<const Document> document);
-    /// Writes `document` as a PDF with the settings of `renderer`. Throws core::Error; core::Cancelled leaves no file.
-    void writeFile(const Document &document, const QString &path) const;
+    /// Writes `document`, or the copy of it with this label, as a PDF with the settings of `renderer`. Throws
+    /// core::Error; core::Cancelled leaves no file.
+    void writeFile(const Document &document, const QString &path, const QString &copy = {}) const;
     /// Runs `work` as runLong says if it `isLong`, else at once.
     void run(bool isLong, const QString &title, const Work &work) const;
 

@@ -1,11 +1,14 @@
 #include "platform/ui/MailProgram.h"
 
+#include "platform/core/Messages.h"
+
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QUrl>
 #include <QUrlQuery>
+#include <QWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -46,7 +49,9 @@ MailOpener setMailOpener(MailOpener opener)
     return std::exchange(mailOpener(), std::move(opener));
 }
 
-MailOpened openMail(const Mail &mail)
+namespace {
+
+MailOpened opened(const Mail &mail)
 {
     if (mailOpener())
         return mailOpener()(mail);
@@ -60,6 +65,20 @@ MailOpened openMail(const Mail &mail)
     address.setPath(mail.to);
     address.setQuery(query);
     return QDesktopServices::openUrl(address) ? MailOpened::WithoutAttachment : MailOpened::NotAtAll;
+}
+
+} // namespace
+
+void openMail(QWidget *owner, const Mail &mail)
+{
+    const MailOpened result = opened(mail);
+    if (result == MailOpened::WithoutAttachment)
+        core::inform(owner,
+                     u"Il programma di posta non prende allegati da qui:\n\raggiungere al messaggio il file\n\r"_s +
+                         mail.attachment);
+    else if (result == MailOpened::NotAtAll)
+        core::showError(owner, u"Non c'è un programma di posta che si apra da qui.\n\rIl file da inviare è\n\r"_s +
+                                   mail.attachment);
 }
 
 } // namespace ui

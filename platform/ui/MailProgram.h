@@ -3,6 +3,8 @@
 
 #include <functional>
 
+class QWidget;
+
 /// The one front of the account's mail program.
 namespace ui {
 
@@ -25,7 +27,8 @@ enum class MailOpened
 using MailOpener = std::function<MailOpened(const Mail &)>;
 /// Replaces the mail program and returns what stood for it before; an empty one restores it.
 MailOpener setMailOpener(MailOpener opener);
-/// Opens a new message in the mail program. Nothing is sent by that.
-MailOpened openMail(const Mail &mail);
+/// Opens a new message in the mail program. Nothing is sent by that. What the user has to do by hand, as with a program
+/// that takes no attachments, is told in a box over `owner`.
+void openMail(QWidget *owner, const Mail &mail);
 
 } // namespace ui

@@ -1,0 +1,80 @@
+#include "host/ui/Printing.h"
+
+#include "platform/core/Settings.h"
+#include "platform/report/Document.h"
+#include "platform/report/Output.h"
+#include "platform/report/Report.h"
+#include "platform/ui/Dialogs.h"
+
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QSettings>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+QString &settings()
+{
+    static QString file;
+    return file;
+}
+
+// A slash in a name would open a group of its own.
+QString keyOf(const QString &kind)
+{
+    return u"stampanti/"_s + QString::fromLatin1(QUrl::toPercentEncoding(kind));
+}
+
+void propose(const QString &kind, QPrinter &printer)
+{
+    const QString kept = keptPrinter(kind);
+    if (!kept.isEmpty() && QPrinterInfo::availablePrinterNames().contains(kept))
+        printer.setPrinterName(kept);
+}
+
+} // namespace
+
+void keepPrinters(const QString &settingsFile)
+{
+    settings() = settingsFile;
+}
+
+QString keptPrinter(const QString &kind)
+{
+    if (settings().isEmpty() || kind.isEmpty())
+        return {};
+    return QSettings(settings(), QSettings::IniFormat).value(keyOf(kind)).toString();
+}
+
+void keepPrinter(const QString &kind, const QString &printer)
+{
+    if (settings().isEmpty() || kind.isEmpty() || printer.isEmpty() || printer == keptPrinter(kind))
+        return;
+    core::changeSettings(settings(), [&](QSettings &file) { file.setValue(keyOf(kind), printer); });
+}
+
+bool printWithDialog(const report::Document &document, const report::Subject &subject, QWidget *owner)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    propose(subject.kind, printer);
+    // The dialog proposes it as the name of a file to print to.
+    printer.setDocName(report::fileNameOf(document.title()));
+    QPrintDialog dialog(&printer, owner);
+    dialog.setWindowTitle(u"Stampa"_s);
+    dialog.setMinMax(1, document.pageCount());
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    if (ui::runModal(dialog) != QDialog::Accepted)
+        return false;
+    const ui::WaitCursor wait;
+    report::printDocument(document, printer, subject.copies.isEmpty() ? QStringList{QString()} : subject.copies);
+    if (printer.outputFileName().isEmpty())
+        keepPrinter(subject.kind, printer.printerName());
+    return true;
+}
+
+} // namespace host

@@ -1,0 +1,23 @@
+#pragma once
+#include <QString>
+
+class QWidget;
+namespace report {
+class Document;
+struct Subject;
+} // namespace report
+
+namespace host {
+
+/// Asks for printer and pages, and prints every copy of `subject`; true when it was printed. The printer that was
+/// chosen last for the subject's kind is proposed. `owner` may be null. Throws core::Error when the printer refuses.
+bool printWithDialog(const report::Document &document, const report::Subject &subject, QWidget *owner);
+
+/// From now on the printers that are chosen are kept in `settingsFile`; nowhere while it is empty.
+void keepPrinters(const QString &settingsFile);
+/// Name of the printer that was chosen last for `kind`; empty when none was.
+QString keptPrinter(const QString &kind);
+/// Keeps a printer's name for `kind`. Throws core::Error when the file cannot be written.
+void keepPrinter(const QString &kind, const QString &printer);
+
+} // namespace host

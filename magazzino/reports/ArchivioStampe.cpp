@@ -1,0 +1,110 @@
+#include "magazzino/reports/ArchivioStampe.h"
+
+#include "host/DocumentOptions.h"
+#include "magazzino/MMGUtils.h"
+#include "magazzino/documents/StampeDocumenti.h"
+#include "magazzino/reports/MMGStampe.h"
+#include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Clock.h"
+#include "platform/core/Error.h"
+#include "platform/core/Log.h"
+#include "platform/core/Messages.h"
+#include "platform/core/SaveFile.h"
+#include "platform/report/Output.h"
+#include "platform/report/Report.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString hashOf(const QByteArray &content)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex());
+}
+
+// "D.d.T. di scarico 12-2026 Officine D'Amico & Figli.pdf", with a number behind it when an earlier state of the
+// document has the name.
+QString freePath(const QDir &folder, const DocumentoStampato &stampato)
+{
+    const DocumentHead &head = stampato.testata;
+    const QString name =
+        report::fileNameOf(NomePDF(stampato.kind->name, head.numero, head.data) + u' ' + stampato.intestatario);
+    QString path = folder.filePath(name + u".pdf"_s);
+    for (int number = 2; QFileInfo::exists(path); ++number)
+        path = folder.filePath(u"%1 (%2).pdf"_s.arg(name).arg(number));
+    return path;
+}
+
+QDir folderOf(const QString &archive, int year)
+{
+    if (!QFileInfo(archive).isDir())
+        throw core::Error(u"la cartella \"%1\" non esiste"_s.arg(archive));
+    const QString name = QString::number(year);
+    if (!QDir(archive).mkpath(name))
+        throw core::Error(u"la cartella \"%1/%2\" non si può creare"_s.arg(archive, name));
+    return QDir(archive + u'/' + name);
+}
+
+// What only some users may see is the account's alone.
+core::Readers readersOf(const DocumentKind &kind)
+{
+    return kind.viewRight.isEmpty() ? core::Readers::AsUsual : core::Readers::OwnerOnly;
+}
+
+void file(const DocumentoStampato &stampato, const report::Document &pages, StampaFatta &stampa)
+{
+    const QString archive = ValoreOpzione(host::archiveOption());
+    if (archive.isEmpty())
+        return;
+    const auto last = ultimaStampa(*stampato.kind, stampato.testata.id);
+    if (last && last->impronta == stampa.impronta && QFileInfo::exists(last->file)) {
+        stampa.file = last->file;
+        stampa.improntaFile = last->improntaFile;
+        return;
+    }
+    const QByteArray content = report::pdfContent(pages, *Modulo().rPDF);
+    const QString path = freePath(folderOf(archive, stampato.testata.data.year()), stampato);
+    core::saveNewFile(path, content, readersOf(*stampato.kind));
+    stampa.file = path;
+    stampa.improntaFile = hashOf(content);
+}
+
+} // namespace
+
+bool puoVedere(const DocumentKind &kind)
+{
+    return kind.viewRight.isEmpty() || UserHasAbilitazione(kind.viewRight, GetKxCurrentUserName(), ModuleConnection());
+}
+
+QStringList copieDi(const DocumentKind &kind)
+{
+    const int copies = std::clamp(ValoreOpzione(host::copiesOption(kind.table)).toInt(), 1, 9);
+    if (copies == 1)
+        return {};
+    QStringList labels = ValoreOpzione(host::labelsOption(kind.table)).split(u';');
+    labels.resize(copies);
+    for (QString &label : labels)
+        label = label.trimmed();
+    return labels;
+}
+
+void annotaStampa(const DocumentoStampato &stampato, const report::Document &pages)
+{
+    const DocumentKind &kind = *stampato.kind;
+    StampaFatta stampa{.il = core::now(), .impronta = stampato.impronta, .file = {}, .improntaFile = {}};
+    QString problem;
+    // Without the file the note is still true.
+    try {
+        file(stampato, pages, stampa);
+    } catch (const std::exception &error) {
+        core::logError(u"archivio delle stampe"_s, error);
+        problem = core::errorText(error);
+    }
+    registraStampa(kind, stampato.testata.id, stampa);
+    Q_EMIT Modulo().stampato(kind.table, stampato.testata.id);
+    if (!problem.isEmpty())
+        core::showError(GetMainFormObject(), u"Il documento non è stato archiviato:\n\r"_s + problem);
+}

@@ -1,0 +1,253 @@
+#include "host/HostCommands.h"
+#include "host/ui/MainWindow.h"
+#include "host/ui/PreviewWindow.h"
+#include "host/ui/Printing.h"
+#include "magazzino/reports/MMGStampe.h"
+#include "platform/ui/MailProgram.h"
+#include "tests/report/Prints.h"
+#include "tests/support/Fixtures.h"
+
+#include <QPrintDialog>
+#include <QPrinter>
+
+using namespace Qt::StringLiterals;
+
+/// What becomes of a document besides its pages: the firm's logo, copies, archive, mail.
+class TestArchive : public test::AtWorkplace
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() override
+    {
+        ui::setOpenFileChooser({});
+        ui::setSaveFileChooser({});
+        ui::setMailOpener({});
+        host::keepPrinters({});
+        AtWorkplace::cleanup();
+    }
+
+    void logoStandsBesideTheFirm()
+    {
+        const int note = test::insertNote(database(), 3);
+        const report::Page without = firstPage(note);
+        QVERIFY(without.pictures.isEmpty());
+        core::saveFile(path(u"a.svg"_s), "<svg xmlns='http://www.w3.org/2000/svg' width='40' height='20'>"
+                                         "<rect width='40' height='20' fill='#1d4f91'/></svg>");
+        QImage square(300, 300, QImage::Format_RGB32);
+        square.fill(Qt::darkGreen);
+        square.save(path(u"b.png"_s));
+        core::saveFile(path(u"c.png"_s), "no picture");
+        QWidget *form = place().commands().openForm(u"actAzienda"_s);
+        const auto choose = [&](const QString &name) {
+            ui::setOpenFileChooser([file = path(name)](QWidget *, const ui::OpenFileRequest &) { return file; });
+            test::press(form, u"cmdScegliLogo"_s);
+            test::trigger(form, u"actSalva"_s);
+        };
+        place().messages.expectPart(u"Errore"_s, u"non contiene un'immagine"_s, core::Answer::Ok);
+        choose(u"c.png"_s);
+        for (const auto &[name, height] : {std::pair(u"a.svg"_s, 15.0), {u"b.png"_s, 20.5}}) {
+            choose(name);
+            report::Page with = firstPage(note);
+            QCOMPARE(with.pictures.size(), 1);
+            const QRectF area = with.pictures.first().area;
+            QCOMPARE(area.right(), 102.0);
+            QVERIFY2(qAbs(area.height() - height) < 0.01, qPrintable(QString::number(area.height())));
+            // Sharp, and away from everything that is told.
+            QVERIFY(with.pictures.first().image.width() >= 300);
+            with.pictures.clear();
+            QCOMPARE(with, without);
+        }
+        test::press(form, u"cmdTogliLogo"_s);
+        test::trigger(form, u"actSalva"_s);
+        QCOMPARE(firstPage(note), without);
+    }
+
+    void copiesCarryTheirLabels()
+    {
+        const int note = test::insertNote(database(), 40);
+        setOptions([](QDialog &dialog) {
+            test::retype(&dialog, u"STAMPA_COPIE_DDT_SCARICO"_s, u"3"_s);
+            test::retype(&dialog, u"STAMPA_DICITURE_DDT_SCARICO"_s, u"Per il cliente; Per il vettore"_s);
+        });
+        StampaDdTScarico(note, {}, TKxReportDestination::Anteprima);
+        const QString first = u"Per il cliente"_s;
+        const QString second = u"Per il vettore"_s;
+        const QStringList all = printed();
+        QCOMPARE(all.size(), 6);
+        for (qsizetype page = 0; page < all.size(); ++page) {
+            QCOMPARE(all[page].contains(first), page < 2);
+            QCOMPARE(all[page].contains(second), page == 2 || page == 3);
+        }
+        auto *copies = test::control<QComboBox>(preview(), u"cmbCopie"_s);
+        copies->setFocus();
+        QTest::keyClick(copies, Qt::Key_Down);
+        QTest::keyClick(copies, Qt::Key_Down);
+        QCOMPARE(copies->currentText(), second);
+        const QStringList one = printed();
+        QCOMPARE(one.size(), 2);
+        QVERIFY(one[0].contains(second) && one[1].contains(second));
+        // Nothing but the label differs.
+        QString whole = one.join(u' ').simplified();
+        const QString plain = test::pdfText(pdf(note));
+        QCOMPARE(whole.remove(second).simplified().remove(u' '), QString(plain).remove(u' '));
+        // The prices that a note has, for who wants them.
+        setOptions([](QDialog &dialog) {
+            test::control<QCheckBox>(&dialog, u"STAMPA_PREZZI_DDT_SCARICO"_s)->setFocus();
+            test::pressKey(Qt::Key_Space);
+        });
+        database().execute(u"UPDATE DDT_SCARICO_DETT SET PREZZO = 2.5, IMPORTO = 2.5 * QUANTITA"_s);
+        const QString priced = test::pdfText(pdf(note));
+        for (const QString &part : {u"U.M. Quantità Prezzo Importo"_s, u"PZ 2,00 € 2,50 € 5,00"_s,
+                                    u"Totale (IVA esclusa) € 2.050,00"_s, u"Firma del destinatario"_s})
+            QVERIFY2(priced.contains(part), qPrintable(priced));
+
+        host::keepPrinters(path(u"corvane.ini"_s));
+        host::keepPrinter(u"D.d.T. / nota"_s, u"Laser"_s);
+        QCOMPARE(host::keptPrinter(u"D.d.T. / nota"_s), u"Laser"_s);
+        QCOMPARE(host::keptPrinter(u"Fattura"_s), QString());
+    }
+
+    void whatIsPrintedIsFiled()
+    {
+        const int transport = lines(u"SELECT FIRST 1 IDTIPO_TRASPORTO FROM TIPI_TRASPORTO"_s).value(0).toInt();
+        const int note = test::insertNote(database(), 2,
+                                          {{u"CLI_RAGIONESOCIALE"_s, u"Rossi/Bianchi: \"S.p.A.\""_s},
+                                           {u"IDTIPO_TRASPORTO"_s, transport},
+                                           {u"IDCAUSALE_TRASPORTO"_s, 1}});
+        const QString archive = path(u"archivio"_s);
+        QDir().mkpath(archive);
+        setOptions([&](QDialog &dialog) {
+            auto *folder = test::control<QWidget>(&dialog, u"ARCHIVIO_STAMPE"_s)->findChild<QLineEdit *>();
+            test::retype(folder, archive + u"/manca"_s);
+            place().messages.expectPart(u"Attenzione"_s, u"non esiste"_s, core::Answer::Ok);
+            test::press(&dialog, u"cmdOk"_s);
+            test::retype(folder, archive);
+        });
+        auto *form = openEntry(u"actInserimentoDdTScarico"_s);
+        form->openRecord(note);
+        QCOMPARE(test::shown(form, u"lblStampato"_s), QString());
+        ui::setSaveFileChooser([this](QWidget *, const ui::SaveFileRequest &) { return path(u"nota.pdf"_s); });
+        const QString printed = u"Stampato il 16/03/2026 alle 10:30"_s;
+        const QString name = u"D.d.T. di scarico 12-2026 Rossi-Bianchi- -S.p.A.-"_s;
+        test::trigger(form, u"actSalvaPDF"_s);
+        QCOMPARE(test::shown(form, u"lblStampato"_s), printed);
+        QCOMPARE(QDir(archive + u"/2026"_s).entryList(QDir::Files), QStringList(name + u".pdf"_s));
+        const QByteArray filed = test::contentOf(archive + u"/2026/"_s + name + u".pdf"_s);
+        QCOMPARE(lines(u"SELECT IMPRONTA_FILE, UTENTE FROM STAMPE_DOCUMENTI"_s),
+                 QStringList(QString::fromLatin1(QCryptographicHash::hash(filed, QCryptographicHash::Sha256).toHex()) +
+                             u"|AMMINISTRATORE"_s));
+        QCOMPARE(test::pdfPages(archive + u"/2026/"_s + name + u".pdf"_s), test::pdfPages(path(u"nota.pdf"_s)));
+        // The same data are filed once; another state of them beside the first, however it is printed.
+        form->openRecord(note);
+        QCOMPARE(test::shown(form, u"lblStampato"_s), printed);
+        test::typeOver(test::control<QWidget>(form, u"txtNote"_s), u"Cambiata"_s);
+        test::trigger(form, u"actSalva"_s);
+        QCOMPARE(test::shown(form, u"lblStampato"_s), printed + u", modificato dopo"_s);
+        form->openRecord(note);
+        QCOMPARE(test::shown(form, u"lblStampato"_s), printed + u", modificato dopo"_s);
+        test::trigger(form, u"actStampa"_s);
+        TestArchive::printed();
+        QCOMPARE(test::shown(form, u"lblStampato"_s), printed);
+        TestArchive::printed();
+        QCOMPARE(QDir(archive + u"/2026"_s).entryList(QDir::Files),
+                 QStringList({name + u" (2).pdf"_s, name + u".pdf"_s}));
+        QCOMPARE(test::contentOf(archive + u"/2026/"_s + name + u".pdf"_s), filed);
+        QCOMPARE(lines(u"SELECT COUNT(*) FROM STAMPE_DOCUMENTI"_s), QStringList(u"3"_s));
+        // An archive that is gone keeps nobody from printing.
+        QDir(archive).removeRecursively();
+        place().messages.expectPart(u"Errore"_s, u"non è stato archiviato"_s, core::Answer::Ok);
+        test::trigger(form, u"actSalvaPDF"_s);
+        QCOMPARE(test::shown(form, u"lblStampato"_s), printed);
+        test::trigger(form, u"actNuovo"_s);
+        QCOMPARE(test::shown(form, u"lblStampato"_s), QString());
+    }
+
+    void mailGoesToTheCustomer()
+    {
+        const QString customer = lines(u"SELECT FIRST 1 CODICE FROM CLIENTI ORDER BY 1"_s).first();
+        database().execute(u"UPDATE CLIENTI SET EMAIL = 'posta@cliente.example' WHERE CODICE = '%1'"_s.arg(customer));
+        const QVariantMap header = {{u"CLI_CODICE"_s, customer}};
+        const int note = test::insertNote(database(), 1, header);
+        const int invoice = test::insertInvoice(database(), 1, header);
+        setOptions([](QDialog &dialog) {
+            test::retype(&dialog, u"POSTA_TESTO_DDT_SCARICO"_s, u"Ecco {documento} {numero} per {cliente}"_s);
+        });
+        ui::Mail sent;
+        ui::setMailOpener([&sent](const ui::Mail &mail) {
+            sent = mail;
+            return ui::MailOpened::WithoutAttachment;
+        });
+        auto *form = openEntry(u"actInserimentoDdTScarico"_s);
+        form->openRecord(note);
+        place().messages.expectPart(u"Informazioni"_s, u"D.d.T. di scarico 12-2026.pdf"_s, core::Answer::Ok);
+        test::trigger(form, u"actInviaPosta"_s);
+        QCOMPARE(sent.to, u"posta@cliente.example"_s);
+        QCOMPARE(sent.subject, u"D.d.T. di scarico n. 12 del 16/03/2026"_s);
+        QCOMPARE(sent.text, u"Ecco D.d.T. di scarico 12 per Officine D'Amico & Figli"_s);
+        QVERIFY(test::pdfText(sent.attachment).contains(u"ART-001"_s));
+        // Without the right to see invoices there is neither mail nor archive of them, nor more than one copy.
+        database().execute(u"UPDATE OR INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES('STAMPA_COPIE_FATT_ACC', '2')"_s);
+        auto *invoiceForm = openEntry(u"actInserimentoFattureAccompagnatorie"_s);
+        invoiceForm->openRecord(invoice);
+        SetKxCurrentUserName(u"MAGAZZINIERE"_s);
+        sent = {};
+        place().messages.expectWarning(test::noRights);
+        test::trigger(invoiceForm, u"actInviaPosta"_s);
+        QCOMPARE(sent.attachment, QString());
+        StampaFatturaAccompagnatoria(invoice, path(u"fattura.pdf"_s), TKxReportDestination::FilePDF);
+        QCOMPARE(lines(u"SELECT DOCUMENTO FROM STAMPE_DOCUMENTI"_s), QStringList(u"DDT_SCARICO"_s));
+        SetKxCurrentUserName(u"AMMINISTRATORE"_s);
+    }
+
+private:
+    QString path(const QString &name) const { return folder_.filePath(name); }
+
+    void setOptions(const test::ScriptedDialogs::Use &use)
+    {
+        place().dialogs.expect([&](QDialog &dialog) {
+            use(dialog);
+            test::press(&dialog, u"cmdOk"_s);
+        });
+        place().commands().openForm(u"actOpzioniDocumenti"_s);
+        QCOMPARE(place().dialogs.verify(), QStringList());
+    }
+
+    host::PreviewWindow *preview() const
+    {
+        test::settle();
+        return place().window().findChild<host::PreviewWindow *>();
+    }
+
+    report::Page firstPage(int note) const
+    {
+        StampaDdTScarico(note, {}, TKxReportDestination::Anteprima);
+        return preview()->document().page(0);
+    }
+
+    QString pdf(int note) const
+    {
+        StampaDdTScarico(note, path(u"una.pdf"_s), TKxReportDestination::FilePDF);
+        return path(u"una.pdf"_s);
+    }
+
+    // Pages of what the preview prints.
+    QStringList printed()
+    {
+        const QString file = path(u"stampante.pdf"_s);
+        place().dialogs.expect([&file](QDialog &dialog) {
+            auto *print = qobject_cast<QPrintDialog *>(&dialog);
+            print->printer()->setOutputFormat(QPrinter::PdfFormat);
+            print->printer()->setOutputFileName(file);
+            dialog.done(QDialog::Accepted);
+        });
+        test::trigger(preview(), u"actStampa"_s);
+        return test::pdfPages(file);
+    }
+
+    QTemporaryDir folder_;
+};
+
+static const test::Registered<TestArchive> registered;
+
+#include "test_archive.moc"
