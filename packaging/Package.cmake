@@ -58,8 +58,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR}/bin)
-# What is loaded or started by name, which linking does not tell: the embedded engine, gbak, the ODBC driver, the style
-# of icons, Qt's Italian texts, the fonts of the prints.
+# What is loaded or started by name, which linking does not tell: the embedded engine, gbak, the ODBC driver, the way to
+# the keyring, the style of icons, Qt's Italian texts, the fonts of the prints.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "firebird3.0-server-core, firebird3.0-utils, libqt6sql6-odbc, libqt6svg6, \
-breeze-icon-theme, qt6-translations-l10n, fonts-dejavu-core, fonts-liberation2, xdg-utils")
+libsecret-1-0, breeze-icon-theme, qt6-translations-l10n, fonts-dejavu-core, fonts-liberation2, xdg-utils")
 include(CPack)

@@ -1,7 +1,7 @@
 # Shared by ./run and ./test; sourced by bash with the checkout as working directory.
 
 # What building and running needs on Debian 12.
-RUN_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev firebird-dev firebird3.0-server-core
+RUN_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev qtkeychain-qt6-dev libsecret-1-0 libgl-dev firebird-dev firebird3.0-server-core
     firebird3.0-utils libqt6sql6-odbc libqt6svg6 breeze-icon-theme qt6-translations-l10n
     fonts-dejavu-core fonts-liberation2)
 # What the tests need besides.

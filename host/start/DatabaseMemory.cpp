@@ -1,5 +1,6 @@
 #include "host/start/DatabaseMemory.h"
 
+#include "host/start/Keyring.h"
 #include "platform/core/Settings.h"
 
 #include <QDir>
@@ -49,6 +50,16 @@ QStringList changedEntries(const QSettings &settings, const data::DatabaseAddres
     return all.mid(0, mostRecent);
 }
 
+// The keyring's passwords have a key without a value in the file, so that nobody asks it for others.
+void dropPassword(QSettings &passwords, const QString &key)
+{
+    if (!passwords.contains(key))
+        return;
+    if (passwords.value(key).toString().isEmpty())
+        keyring().remove(QString::fromUtf8(QByteArray::fromHex(key.toLatin1())));
+    passwords.remove(key);
+}
+
 // Those of databases that are no longer remembered must not lie about.
 void dropOldPasswords(QSettings &passwords, const QStringList &entries)
 {
@@ -56,7 +67,7 @@ void dropOldPasswords(QSettings &passwords, const QStringList &entries)
     for (const QString &key : kept) {
         if (std::none_of(entries.begin(), entries.end(),
                          [&key](const QString &entry) { return passwordKey(entry) == key; }))
-            passwords.remove(key);
+            dropPassword(passwords, key);
     }
 }
 
@@ -78,13 +89,16 @@ QString DatabaseMemory::passwordFile() const
     return folder_ + u"/accessi.ini"_s;
 }
 
-data::DatabaseAddress DatabaseMemory::withPassword(const QString &entry) const
+data::DatabaseAddress DatabaseMemory::withPassword(const data::DatabaseAddress &database) const
 {
-    data::DatabaseAddress address = addressOf(entry);
-    if (!address.isEmbedded() && QFile::exists(passwordFile())) {
-        const QSettings passwords(passwordFile(), QSettings::IniFormat);
-        address.password = passwords.value(passwordKey(entry)).toString();
-    }
+    data::DatabaseAddress address = database;
+    if (!keepsPassword(database))
+        return address;
+    const QString entry = entryOf(database);
+    const QSettings passwords(passwordFile(), QSettings::IniFormat);
+    address.password = passwords.value(passwordKey(entry)).toString();
+    if (address.password.isEmpty())
+        address.password = keyring().read(entry).value_or(QString());
     return address;
 }
 
@@ -93,7 +107,7 @@ std::optional<data::DatabaseAddress> DatabaseMemory::last() const
     const QList<data::DatabaseAddress> all = recent();
     if (all.isEmpty())
         return {};
-    return all.first();
+    return withPassword(all.first());
 }
 
 QList<data::DatabaseAddress> DatabaseMemory::recent() const
@@ -101,7 +115,7 @@ QList<data::DatabaseAddress> DatabaseMemory::recent() const
     QList<data::DatabaseAddress> addresses;
     const QStringList all = entries();
     for (const QString &entry : all)
-        addresses.append(withPassword(entry));
+        addresses.append(addressOf(entry));
     return addresses;
 }
 
@@ -115,11 +129,14 @@ void DatabaseMemory::remember(const data::DatabaseAddress &database, bool keepPa
     const bool keep = keepPassword && !database.isEmbedded();
     if (!keep && !QFile::exists(passwordFile()))
         return;
+    const QString entry = entryOf(database);
+    // The file lets go of it only when the keyring has answered with it.
+    const bool inKeyring = keep && keepInKeyring(entry, database.password);
     core::changeSettings(passwordFile(), [&](QSettings &passwords) {
         if (keep)
-            passwords.setValue(passwordKey(entryOf(database)), database.password);
+            passwords.setValue(passwordKey(entry), inKeyring ? QString() : database.password);
         else
-            passwords.remove(passwordKey(entryOf(database)));
+            dropPassword(passwords, passwordKey(entry));
         dropOldPasswords(passwords, all);
     });
 }
@@ -131,7 +148,7 @@ void DatabaseMemory::forget(const data::DatabaseAddress &database)
     });
     if (QFile::exists(passwordFile()))
         core::changeSettings(passwordFile(),
-                             [&](QSettings &passwords) { passwords.remove(passwordKey(entryOf(database))); });
+                             [&](QSettings &passwords) { dropPassword(passwords, passwordKey(entryOf(database))); });
 }
 
 QStringList DatabaseMemory::entries() const

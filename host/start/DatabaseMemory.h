@@ -10,8 +10,8 @@ namespace host {
 /// What the program remembers between two starts: the database opened last, those before it, the user who logged in
 /// last, and the passwords of servers.
 ///
-/// Passwords lie in a file of their own that only its owner may read. They are not encrypted: who can read the file
-/// could read a key beside it as well.
+/// Passwords lie in the desktop's keyring. Where there is none they lie in a file of their own that only its owner may
+/// read, not encrypted: who can read the file could read a key beside it as well.
 class DatabaseMemory
 {
 public:
@@ -21,10 +21,12 @@ public:
     /// The path of "corvane.ini".
     QString settingsFile() const;
 
-    /// The database opened last, with its user and password as far as known; nothing before the first one.
+    /// The database opened last, with its user and, as far as it is kept, its password; nothing before the first one.
     std::optional<data::DatabaseAddress> last() const;
-    /// Databases opened before, the latest first, `last()` included.
+    /// Databases opened before, the latest first, `last()` included; without passwords, which withPassword() adds.
     QList<data::DatabaseAddress> recent() const;
+    /// `database` with its password, where that is kept. A keyring may take some seconds.
+    data::DatabaseAddress withPassword(const data::DatabaseAddress &database) const;
     /// Puts `database` in front. Its password is kept only with `keepPassword`; without it a kept one is forgotten.
     /// This and what else changes something throws core::Error when it cannot be written; what was remembered before
     /// stays then.
@@ -42,7 +44,6 @@ public:
 private:
     QString passwordFile() const;
     QStringList entries() const;
-    data::DatabaseAddress withPassword(const QString &entry) const;
 
     QString folder_;
 };

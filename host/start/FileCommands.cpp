@@ -122,8 +122,9 @@ void FileCommands::listRecent()
 }
 
 // What does not open must not cost the session that is open. A refused password is asked for later.
-void FileCommands::openRecent(const data::DatabaseAddress &database)
+void FileCommands::openRecent(const data::DatabaseAddress &chosen)
 {
+    const data::DatabaseAddress database = memory_.withPassword(chosen);
     const data::OpenFailure failure = [&database] {
         const ui::WaitCursor wait;
         return data::checkDatabase(database).failure;

@@ -30,7 +30,7 @@ private:
     void openDatabase();
     void showDrafts();
     void listRecent();
-    void openRecent(const data::DatabaseAddress &database);
+    void openRecent(const data::DatabaseAddress &chosen);
     void backUp();
     QString backupAge() const;
     void rememberBackup();

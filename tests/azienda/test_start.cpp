@@ -1,4 +1,5 @@
 #include "host/start/DatabaseMemory.h"
+#include "host/start/Keyring.h"
 #include "host/start/StartDialogs.h"
 #include "host/start/Startup.h"
 #include "host/ui/MainWindow.h"
@@ -67,6 +68,39 @@ std::pair<int, QByteArray> runProgram(const QString &home, const QStringList &ar
     return {code, program.told()};
 }
 
+enum class Keeps
+{
+    Nothing,
+    SomethingElse,
+    All
+};
+
+/// A keyring without a desktop.
+class FakeKeyring : public host::Keyring
+{
+public:
+    explicit FakeKeyring(Keeps keeps)
+        : keeps_(keeps)
+    {
+    }
+
+    std::optional<QString> read(const QString &name) override
+    {
+        return secrets.contains(name) ? std::optional(secrets[name]) : std::nullopt;
+    }
+    void write(const QString &name, const QString &secret) override
+    {
+        if (keeps_ != Keeps::Nothing)
+            secrets[name] = keeps_ == Keeps::All ? secret : u"?"_s;
+    }
+    void remove(const QString &name) override { secrets.remove(name); }
+
+    QMap<QString, QString> secrets;
+
+private:
+    Keeps keeps_;
+};
+
 } // namespace
 
 class TestStart : public QObject
@@ -100,7 +134,7 @@ private Q_SLOTS:
         memory.remember(serverDatabase(u"server1"_s, secret), true);
         memory.remember(serverDatabase(u"server2"_s, u"NonTenuta1"_s), false);
         const host::DatabaseMemory later(folder.path());
-        QCOMPARE(later.recent()[1].password, secret);
+        QCOMPARE(later.withPassword(later.recent()[1]).password, secret);
         QCOMPARE(later.recent()[1].user, u"CORVANE"_s);
         QCOMPARE(later.recent()[1].host, u"server1"_s);
         QCOMPARE(later.last()->password, QString());
@@ -114,6 +148,48 @@ private Q_SLOTS:
         memory.remember(serverDatabase(u"server1"_s, secret), false);
         QVERIFY(!memory.keepsPassword(serverDatabase(u"server1"_s, {})));
         QVERIFY(!test::contentOf(file).contains("Segr"));
+    }
+
+    void passwordsMoveToTheKeyring()
+    {
+        const auto back = qScopeGuard([] { host::setKeyring({}); });
+        const QTemporaryDir folder;
+        const data::DatabaseAddress server = serverDatabase(u"server1"_s, u"Segreta1"_s);
+        const auto inFile = [&folder] {
+            return test::contentOf(folder.filePath(u"accessi.ini"_s)).contains("Segreta1");
+        };
+        // Kept in the file before there was a keyring, and as long as it does not answer with what it was given.
+        for (const Keeps keeps : {Keeps::Nothing, Keeps::SomethingElse}) {
+            host::setKeyring(std::make_unique<FakeKeyring>(keeps));
+            host::DatabaseMemory(folder.path()).remember(server, true);
+            QVERIFY(inFile());
+            QCOMPARE(host::DatabaseMemory(folder.path()).last()->password, server.password);
+        }
+        auto made = std::make_unique<FakeKeyring>(Keeps::All);
+        const FakeKeyring &desktop = *made;
+        host::setKeyring(std::move(made));
+        host::DatabaseMemory memory(folder.path());
+        memory.remember(*memory.last(), true);
+        QVERIFY(!inFile() && memory.keepsPassword(server));
+        QCOMPARE(desktop.secrets, (QMap<QString, QString>{{u"CORVANE@"_s + server.toString(), server.password}}));
+        QCOMPARE(memory.last()->password, server.password);
+        // One that does not answer any more costs a question, and the next login takes the file.
+        host::setKeyring(std::make_unique<FakeKeyring>(Keeps::Nothing));
+        QCOMPARE(memory.last()->password, QString());
+        memory.remember(server, true);
+        QVERIFY(inFile());
+        // Not kept any more, or no longer in the list: forgotten on both sides.
+        made = std::make_unique<FakeKeyring>(Keeps::All);
+        const FakeKeyring &later = *made;
+        host::setKeyring(std::move(made));
+        for (const bool keep : {true, false}) {
+            memory.remember(server, keep);
+            QCOMPARE(later.secrets.size(), keep ? 1 : 0);
+        }
+        memory.remember(server, true);
+        for (int i = 0; i < 8; ++i)
+            memory.remember(test::fileAddress(u"/dati/%1.fdb"_s.arg(i)), false);
+        QVERIFY(later.secrets.isEmpty() && !memory.keepsPassword(server));
     }
 
     void newFirmOnAServer()

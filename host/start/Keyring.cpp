@@ -1,0 +1,109 @@
+#include "host/start/Keyring.h"
+
+#include "platform/core/Log.h"
+
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QTimer>
+
+#include <qt6keychain/keychain.h>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+// Of this program; the names of its secrets tell which server and which user.
+const QString service = u"Corvane"_s;
+constexpr int patience = 4'000; // milliseconds; nobody waits longer for a login
+
+// Where nothing could answer nothing is asked: the library would start a message bus of its own.
+bool hasMessageBus()
+{
+    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s);
+}
+
+/// Through the library that knows the desktops.
+class DesktopKeyring : public Keyring
+{
+public:
+    std::optional<QString> read(const QString &name) override
+    {
+        auto *job = new QKeychain::ReadPasswordJob(service);
+        std::optional<QString> secret;
+        QObject::connect(job, &QKeychain::Job::finished, job, [job, &secret] {
+            if (job->error() == QKeychain::NoError)
+                secret = job->textData();
+        });
+        run(job, name);
+        return secret;
+    }
+
+    void write(const QString &name, const QString &secret) override
+    {
+        auto *job = new QKeychain::WritePasswordJob(service);
+        job->setTextData(secret);
+        run(job, name);
+    }
+
+    void remove(const QString &name) override { run(new QKeychain::DeletePasswordJob(service), name); }
+
+private:
+    // The answer comes through the event loop. What the user types meanwhile waits.
+    void run(QKeychain::Job *job, const QString &name)
+    {
+        if (silent_) {
+            delete job;
+            return;
+        }
+        job->setKey(name);
+        job->setInsecureFallback(false);
+        QEventLoop loop;
+        bool answered = false;
+        QObject::connect(job, &QKeychain::Job::finished, &loop, [&] {
+            answered = true;
+            loop.quit();
+        });
+        QTimer::singleShot(patience, &loop, &QEventLoop::quit);
+        job->start();
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+        if (answered)
+            return;
+        // It ends by itself, if ever; what it was to answer is gone by then.
+        job->disconnect();
+        silent_ = true;
+        core::logLine(u"portachiavi"_s, u"Il portachiavi del desktop non risponde."_s);
+    }
+
+    bool silent_ = !hasMessageBus();
+};
+
+std::unique_ptr<Keyring> &current()
+{
+    static std::unique_ptr<Keyring> keyring = std::make_unique<DesktopKeyring>();
+    return keyring;
+}
+
+} // namespace
+
+Keyring &keyring()
+{
+    return *current();
+}
+
+std::unique_ptr<Keyring> setKeyring(std::unique_ptr<Keyring> replacement)
+{
+    return std::exchange(current(), replacement ? std::move(replacement) : std::make_unique<DesktopKeyring>());
+}
+
+bool keepInKeyring(const QString &name, const QString &secret)
+{
+    if (keyring().read(name) == secret)
+        return true;
+    keyring().write(name, secret);
+    return keyring().read(name) == secret;
+}
+
+} // namespace host
