@@ -92,22 +92,6 @@ private:
     Counts counts_;
 };
 
-Counts countRows(const data::DatabaseAddress &database)
-{
-    data::Connection connection;
-    connection.setConnectionString(data::nativeConnectionString(database));
-    connection.open();
-    const data::Rows tables = connection.select(
-        u"SELECT TRIM(RDB$RELATION_NAME) AS TABELLA FROM RDB$RELATIONS "
-        "WHERE COALESCE(RDB$SYSTEM_FLAG, 0) = 0 AND RDB$VIEW_BLR IS NULL AND COALESCE(RDB$RELATION_TYPE, 0) = 0"_s);
-    Counts counts;
-    for (qsizetype row = 0; row < tables.size(); ++row) {
-        const QString table = tables.text(row, u"TABELLA");
-        counts[table] = connection.select(u"SELECT COUNT(*) AS RIGHE FROM \"%1\""_s.arg(table)).integer(0, u"RIGHE");
-    }
-    return counts;
-}
-
 // Restores `file` into the database `target`; the rows that the program says it has restored.
 Counts restore(const QString &file, const data::DatabaseAddress &target, const QString &verb, int firstStep,
                core::Progress &progress)
@@ -193,7 +177,7 @@ QString restoreEmbedded(const QString &file, const QString &target, core::Progre
     const QString restored = work.file(u"ripristino.fdb"_s);
     const Counts told = restore(file, embedded(restored), u"Ripristino della tabella %1…"_s, 0, progress);
     progress.setText(u"Verifica del database ripristinato…"_s);
-    const Counts found = countRows(embedded(restored));
+    const Counts found = tableRows(embedded(restored));
     requireOwnDatabase(found);
     requireKnownVersion(embedded(restored));
     for (auto it = told.begin(); it != told.end(); ++it) {
@@ -230,7 +214,7 @@ void restoreOnServer(const QString &file, const data::DatabaseAddress &target, c
                     begun = begun || line.startsWith(u"created database");
                     follower(line);
                 });
-        requireOwnDatabase(countRows(target));
+        requireOwnDatabase(tableRows(target));
         requireKnownVersion(target);
     } catch (const std::exception &) {
         // Only what this run has created.
@@ -241,6 +225,22 @@ void restoreOnServer(const QString &file, const data::DatabaseAddress &target, c
 }
 
 } // namespace
+
+QMap<QString, int> tableRows(const data::DatabaseAddress &database)
+{
+    data::Connection connection;
+    connection.setConnectionString(data::nativeConnectionString(database));
+    connection.open();
+    const data::Rows tables = connection.select(
+        u"SELECT TRIM(RDB$RELATION_NAME) AS TABELLA FROM RDB$RELATIONS "
+        "WHERE COALESCE(RDB$SYSTEM_FLAG, 0) = 0 AND RDB$VIEW_BLR IS NULL AND COALESCE(RDB$RELATION_TYPE, 0) = 0"_s);
+    Counts counts;
+    for (qsizetype row = 0; row < tables.size(); ++row) {
+        const QString table = tables.text(row, u"TABELLA");
+        counts[table] = connection.select(u"SELECT COUNT(*) AS RIGHE FROM \"%1\""_s.arg(table)).integer(0, u"RIGHE");
+    }
+    return counts;
+}
 
 void removeLeftovers(const data::DatabaseAddress &database)
 {
@@ -270,7 +270,7 @@ void backupDatabase(const data::DatabaseAddress &database, const QString &file, 
     const Counts &written = follower.counts();
     const data::DatabaseAddress copy = embedded(work.file(u"verifica.fdb"_s));
     restore(backup, copy, u"Verifica della tabella %1…"_s, static_cast<int>(written.size()), progress);
-    if (written.isEmpty() || countRows(copy) != written)
+    if (written.isEmpty() || tableRows(copy) != written)
         throw core::Error(u"La copia non corrisponde al database e non è stata conservata."_s);
     progress.check();
     // It holds all that the database holds, which is its owner's alone as well.

@@ -2,6 +2,7 @@
 #include "platform/data/ConnectionString.h"
 
 #include <QDate>
+#include <QMap>
 #include <QString>
 
 namespace core {
@@ -26,6 +27,9 @@ void backupDatabase(const data::DatabaseAddress &database, const QString &file, 
 ///
 /// Returns the path of the file kept, empty when there was none.
 QString restoreDatabase(const QString &file, const data::DatabaseAddress &target, core::Progress &progress);
+
+/// How many rows each table of the database has. Throws data::DatabaseError.
+QMap<QString, int> tableRows(const data::DatabaseAddress &database);
 
 /// Removes what a backup or restore that was killed has left beside an embedded database: hidden folders with copies of
 /// it, and the second name that it had for a moment.

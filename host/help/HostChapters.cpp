@@ -14,6 +14,7 @@ void addHostChapters()
                          {u"frmPrimoAvvio"_s, u"Primo avvio"_s},
                          {u"frmNuovaAzienda"_s, u"Primo avvio"_s},
                          {u"frmApriArchivio"_s, u"Più postazioni"_s},
+                         {u"frmPiuPostazioni"_s, u"Più postazioni"_s},
                          {u"frmAccesso"_s, u"Utenti e diritti"_s},
                          {u"ui::RegisterEntry"_s, u"Elenchi e anagrafiche"_s},
                          {u"ui::SearchForm"_s, u"Elenchi e anagrafiche"_s},

@@ -1,5 +1,6 @@
 #include "host/start/DatabasePlace.h"
 
+#include "host/start/ServerDialog.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
@@ -11,6 +12,7 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -95,12 +97,32 @@ void DatabasePlace::createServer()
     keep_->setChecked(true);
     auto *rows = new QFormLayout(serverBox_);
     rows->setContentsMargins(20, 0, 0, 0);
+    if (purpose_ == Purpose::Create)
+        rows->addRow({}, createPreparation());
     rows->addRow(u"Server"_s, host_);
     rows->addRow(u"Porta"_s, port_);
     rows->addRow(u"File sul server"_s, serverFile_);
     rows->addRow(u"Utente Firebird"_s, user_);
     rows->addRow(u"Password"_s, password_);
     rows->addRow({}, keep_);
+}
+
+// For who has a server, and nobody on it yet who may create databases.
+QPushButton *DatabasePlace::createPreparation()
+{
+    auto *button = new QPushButton(u"Cerca e prepara il server..."_s, serverBox_);
+    button->setObjectName(u"cmdPreparaServer"_s);
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, [this] {
+        core::guarded(this, [this] {
+            const QString name = QFileInfo(file_->text()).completeBaseName();
+            if (const auto ready = askServerPlace(this, (name.isEmpty() ? u"azienda"_s : name) + u".fdb"_s)) {
+                setAddress(ready->database);
+                keep_->setChecked(ready->keepPassword);
+            }
+        });
+    });
+    return button;
 }
 
 void DatabasePlace::browse()

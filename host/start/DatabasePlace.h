@@ -5,6 +5,7 @@
 
 class QCheckBox;
 class QLineEdit;
+class QPushButton;
 class QRadioButton;
 namespace ui {
 class IntegerEdit;
@@ -43,6 +44,7 @@ public:
 private:
     void createLocal();
     void createServer();
+    QPushButton *createPreparation();
     void browse();
     bool isLocal() const;
 

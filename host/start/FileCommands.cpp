@@ -6,6 +6,7 @@
 #include "host/start/ClosedConnections.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/DraftOffer.h"
+#include "host/start/ServerDialog.h"
 #include "host/start/StartDialogs.h"
 #include "host/ui/MainWindow.h"
 #include "host/ui/StartPage.h"
@@ -21,6 +22,7 @@
 
 #include <QAction>
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
@@ -66,7 +68,8 @@ FileCommands::FileCommands(MainWindow &window, const Opening &opening, DatabaseM
     file->insertAction(before, drafts);
     QAction *backup = add(u"actCopiaSicurezza"_s, u"&Copia di sicurezza..."_s, &FileCommands::backUp);
     QAction *restored = add(u"actRipristina"_s, u"Ripri&stina una copia..."_s, &FileCommands::restore);
-    file->insertActions(before, {backup, restored});
+    QAction *moved = add(u"actPiuPostazioni"_s, u"&Più postazioni..."_s, &FileCommands::move);
+    file->insertActions(before, {backup, restored, moved});
     file->insertSeparator(before);
     if (auto *page = window.findChild<StartPage *>())
         page->showBackup([this] { return backupAge(); }, backup);
@@ -176,13 +179,14 @@ void FileCommands::backUp()
     if (!requireControl())
         return;
     const QString file = chooseBackupFile(&window_, opening_.database);
-    if (file.isEmpty())
-        return;
-    if (!opening_.database.isEmbedded()) {
-        if (makeBackup(&window_, opening_.database, file, [] {}))
-            rememberBackup();
-        return;
-    }
+    if (!file.isEmpty() && backUpTo(file))
+        rememberBackup();
+}
+
+bool FileCommands::backUpTo(const QString &file)
+{
+    if (!opening_.database.isEmbedded())
+        return makeBackup(&window_, opening_.database, file, [] {});
     ClosedConnections closed(window_);
     const auto reopen = [this, &closed] {
         // Another program may have opened the file first; what is typed in the forms needs the connections.
@@ -190,8 +194,7 @@ void FileCommands::backUp()
                core::confirm(&window_, u"L'archivio non si può riaprire.\n\rRiprovare?"_s)) {
         }
     };
-    if (makeBackup(&window_, opening_.database, file, reopen))
-        rememberBackup();
+    return makeBackup(&window_, opening_.database, file, reopen);
 }
 
 void FileCommands::restore()
@@ -203,6 +206,46 @@ void FileCommands::restore()
     restored.restoreFrom = chooseRestoreFile(&window_);
     if (!restored.restoreFrom.isEmpty() && confirmTarget(restored.database))
         window_.switchTo(restored);
+}
+
+// From this computer to a server, or back.
+void FileCommands::move()
+{
+    if (!requireControl())
+        return;
+    Opening moved{.keepPassword = true, .isMove = true, .before = opening_.database};
+    const QString name = QFileInfo(opening_.database.file).completeBaseName();
+    if (opening_.database.isEmbedded()) {
+        const auto place = askServerPlace(&window_, name + u".fdb"_s);
+        if (!place)
+            return;
+        moved.database = place->database;
+        moved.keepPassword = place->keepPassword;
+    } else if (!askNewFile(moved.database)) {
+        return;
+    }
+    QDir().mkpath(folder_ + u"/backup"_s);
+    moved.restoreFrom =
+        u"%1/backup/%2-spostamento-%3.fbk"_s.arg(folder_, name, core::now().toString(u"yyyyMMdd-HHmmss"_s));
+    if (backUpTo(moved.restoreFrom))
+        window_.switchTo(moved);
+}
+
+bool FileCommands::askNewFile(data::DatabaseAddress &target)
+{
+    if (!core::confirm(&window_, u"L'archivio è sul server %1.\n\rRiportarlo su questo computer, per una sola "
+                                 "postazione?"_s.arg(opening_.database.host)))
+        return false;
+    target.file = ui::chooseSaveFile(&window_, {.title = u"Archivio su questo computer"_s,
+                                                .filter = u"Database Firebird (*.fdb)"_s,
+                                                .defaultExtension = u"fdb"_s,
+                                                .proposedName = QFileInfo(opening_.database.file).fileName()});
+    if (target.file.isEmpty())
+        return false;
+    const bool isFree = !QFileInfo::exists(target.file);
+    if (!isFree)
+        core::warn(&window_, u"Il file \"%1\" esiste già: scegliere un altro nome."_s.arg(target.file));
+    return isFree;
 }
 
 // On a server no database is replaced: other workstations may be working on it.

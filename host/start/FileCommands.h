@@ -36,6 +36,9 @@ private:
     void rememberBackup();
     void restore();
     bool requireControl();
+    bool backUpTo(const QString &file);
+    void move();
+    bool askNewFile(data::DatabaseAddress &target);
     bool confirmTarget(data::DatabaseAddress &target);
 
     MainWindow &window_;

@@ -11,6 +11,7 @@ struct Opening
     data::DatabaseAddress database;
     bool keepPassword = false; ///< of a server
     QString restoreFrom = {};  ///< a backup to be restored as this database before it is opened
+    bool isMove = false;       ///< that backup is of `before`, which moves here with all it holds
     /// To go back to when the backup cannot be restored.
     std::optional<data::DatabaseAddress> before = {};
     /// Named on the command line: not remembered, and the program ends when it does not open.

@@ -8,6 +8,7 @@
 #include "host/start/FileCommands.h"
 #include "host/start/FirstRows.h"
 #include "host/start/Leftovers.h"
+#include "host/start/MoveDatabase.h"
 #include "host/start/Opening.h"
 #include "host/start/StartDialogs.h"
 #include "host/start/StartTurn.h"
@@ -227,16 +228,23 @@ void prepare(const data::DatabaseAddress &address)
     upgradeHost(address);
 }
 
+bool restored(const Opening &opening)
+{
+    return opening.isMove ? finishMove(nullptr, opening.restoreFrom, *opening.before, opening.database)
+                          : restoreBackup(nullptr, opening.restoreFrom, opening.database);
+}
+
 // From the backup to be restored, if any, through the login to the closed window. Returns what to open next; where the
 // user turned back, that is the user's choice.
 std::optional<Opening> Startup::open(const Opening &opening)
 {
-    if (!opening.restoreFrom.isEmpty() && !restoreBackup(nullptr, opening.restoreFrom, opening.database))
+    if (!opening.restoreFrom.isEmpty() && !restored(opening))
         return Opening{.database = opening.before.value_or(opening.database),
                        .keepPassword = opening.keepPassword,
                        .fromCommandLine = opening.fromCommandLine};
     Opening opened = opening;
     opened.restoreFrom.clear();
+    opened.isMove = false;
     if (!askServerPassword(opened.database))
         return ask(opened);
     prepare(opened.database);

@@ -1,0 +1,84 @@
+#include "host/start/MoveDatabase.h"
+
+#include "host/DatabaseSetup.h"
+#include "host/backup/Backup.h"
+#include "platform/core/Error.h"
+#include "platform/core/Log.h"
+#include "platform/core/Messages.h"
+#include "platform/data/DatabaseFile.h"
+#include "platform/ui/ProgressDialog.h"
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+void giveUp(const data::DatabaseAddress &database)
+{
+    try {
+        data::dropDatabase(database);
+    } catch (const std::exception &error) {
+        // What stopped the move matters to the user.
+        core::logError(u"spostamento dell'archivio"_s, error);
+    }
+}
+
+void requireSame(const data::DatabaseAddress &from, const data::DatabaseAddress &to)
+{
+    requireDatabase(to);
+    const QStringList different = differingTables(from, to);
+    if (!different.isEmpty())
+        throw core::Error(
+            u"Nell'archivio di prima si è ancora lavorato dopo la copia: lo spostamento va ripetuto quando "
+            "nessuno lo usa (tabelle: %1)."_s.arg(different.join(u", "_s)));
+}
+
+QString movedText(const data::DatabaseAddress &from, const data::DatabaseAddress &to)
+{
+    const QString others =
+        to.isEmbedded() ? QString() : u"\n\rLe altre postazioni lo aprono con File, Apri archivio."_s;
+    return u"L'archivio è stato spostato in\n\r%1\n\re verificato, tabella per tabella. Quello di prima resta "
+           u"in\n\r%2\n\re "
+           "non va più usato."_s.arg(to.toString(), from.toString()) +
+           others;
+}
+
+} // namespace
+
+QStringList differingTables(const data::DatabaseAddress &from, const data::DatabaseAddress &to)
+{
+    const QMap<QString, int> before = tableRows(from);
+    const QMap<QString, int> after = tableRows(to);
+    QStringList different;
+    for (auto table = before.begin(); table != before.end(); ++table) {
+        if (after.value(table.key(), -1) != *table)
+            different.append(table.key());
+    }
+    for (auto table = after.begin(); table != after.end(); ++table) {
+        if (!before.contains(table.key()))
+            different.append(table.key());
+    }
+    return different;
+}
+
+bool finishMove(QWidget *owner, const QString &file, const data::DatabaseAddress &from, const data::DatabaseAddress &to)
+{
+    bool done = false;
+    core::guarded(owner, [&] {
+        if (!ui::runWithProgress(owner, u"Spostamento dell'archivio"_s,
+                                 [&](core::Progress &progress) { restoreDatabase(file, to, progress); }))
+            return;
+        try {
+            requireSame(from, to);
+        } catch (const std::exception &) {
+            giveUp(to);
+            throw;
+        }
+        done = true;
+        core::inform(owner, movedText(from, to));
+    });
+    return done;
+}
+
+} // namespace host

@@ -1,0 +1,20 @@
+#pragma once
+#include "platform/data/ConnectionString.h"
+
+#include <QStringList>
+
+class QWidget;
+
+/// Moving a firm's database from this computer to a server and back, by a backup that is restored there.
+namespace host {
+
+/// Which tables do not have as many rows in `to` as in `from`, or are in one of them alone. Throws
+/// data::DatabaseError.
+QStringList differingTables(const data::DatabaseAddress &from, const data::DatabaseAddress &to);
+
+/// Restores the backup `file` of `from` as the new database `to` and compares the rows of all tables. What differs, as
+/// when somebody worked on in `from` meanwhile, is told, and `to` is given up again. True when `to` may be opened.
+bool finishMove(QWidget *owner, const QString &file, const data::DatabaseAddress &from,
+                const data::DatabaseAddress &to);
+
+} // namespace host

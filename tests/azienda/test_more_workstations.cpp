@@ -1,0 +1,111 @@
+#include "host/backup/Backup.h"
+#include "host/start/DatabaseMemory.h"
+#include "host/start/FileCommands.h"
+#include "host/start/MoveDatabase.h"
+#include "host/start/Opening.h"
+#include "host/start/ServerSetup.h"
+#include "host/ui/MainWindow.h"
+#include "platform/core/Progress.h"
+#include "tests/support/FirebirdServer.h"
+#include "tests/support/Fixtures.h"
+
+using namespace Qt::StringLiterals;
+
+/// From one workstation to several: a server is found and prepared, a firm moves there and back.
+class TestMoreWorkstations : public test::AtWorkplace
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() override
+    {
+        firm_ = std::make_unique<test::TestDatabase>(test::Content::DemoData);
+        setPlace(std::make_unique<test::Workplace>(firm_->address()));
+    }
+
+    // As a user does it: the first password of the administrator is wrong, then the user is there for good.
+    void firmMovesToAServerAndBack()
+    {
+        const test::FirebirdServer server;
+        const data::DatabaseAddress administrator = server.address();
+        const QTemporaryDir folder;
+        host::DatabaseMemory memory(folder.path());
+        const data::DatabaseAddress here = firm_->address();
+        const QMap<QString, int> rows = host::tableRows(here);
+        {
+            const host::FileCommands file(place().window(), {.database = here}, memory, folder.path());
+            QString written;
+            place().dialogs.expect([&](QDialog &dialog) {
+                test::press(&dialog, u"cmdCercaServer"_s);
+                QVERIFY(test::shown(&dialog, u"lblRisposta"_s).startsWith(u"Indicare"_s));
+                test::retype(&dialog, u"txtServer"_s, administrator.host);
+                test::retype(&dialog, u"txtPorta"_s, QString::number(administrator.port));
+                test::press(&dialog, u"cmdCercaServer"_s);
+                QCOMPARE(test::shown(&dialog, u"lblRisposta"_s), u"Un server Firebird risponde."_s);
+                QVERIFY(test::shown(&dialog, u"lblFirewall"_s)
+                            .contains(u"from 127.0.0.0/24 to any port %1 "_s.arg(administrator.port)));
+                test::retype(&dialog, u"txtFileServer"_s, server.folder() + u"/azienda.fdb"_s);
+                written = test::control<QLineEdit>(&dialog, u"txtPasswordServer"_s)->text();
+                place().messages.expectPart(u"Attenzione"_s, u"la password di SYSDBA"_s, core::Answer::Ok);
+                test::press(&dialog, u"cmdOk"_s);
+                for (const QString &password : {u"sbagliata"_s, administrator.password}) {
+                    if (password != administrator.password)
+                        place().messages.expectPart(u"Errore"_s, u"ha rifiutato la password"_s, core::Answer::Ok);
+                    test::retype(&dialog, u"txtPasswordAmministratore"_s, password);
+                    test::press(&dialog, u"cmdOk"_s);
+                }
+                place().messages.expectPart(u"Informazioni"_s, u"fatta e verificata"_s, core::Answer::Ok);
+            });
+            place().dialogs.expect(test::waiting());
+            test::trigger(&file, u"actPiuPostazioni"_s);
+            QCOMPARE((place().messages.verify() + place().dialogs.verify()).join(u'\n'), QString());
+            const host::Opening next = place().window().nextDatabase().value();
+            QVERIFY(next.isMove && next.keepPassword);
+            QCOMPARE(next.database.user, u"CORVANE"_s);
+            QCOMPARE(next.database.password, written);
+            moved_ = next;
+        }
+        QVERIFY(!QDir(server.folder()).entryList().join(u' ').contains(u"preparazione"_s));
+        // Nobody else's password is changed, and the user who is there is found.
+        data::DatabaseAddress other = moved_.database;
+        other.password = u"un'altra"_s;
+        QVERIFY(test::errorOf([&] {
+                    host::prepareServer(other, administrator.password);
+                }).contains(u"con un'altra password"_s));
+        QVERIFY(host::knowsUser(moved_.database) && !host::knowsUser(other));
+        QVERIFY(!host::serverAnswers(administrator.host, 1));
+
+        setPlace({});
+        test::ScriptedMessages messages;
+        test::ScriptedDialogs dialogs;
+        const auto move = [&](const data::DatabaseAddress &from, const data::DatabaseAddress &to) {
+            dialogs.expect(test::waiting());
+            return host::finishMove(nullptr, moved_.restoreFrom, from, to);
+        };
+        messages.expectPart(u"Informazioni"_s, u"verificato, tabella per tabella"_s, core::Answer::Ok);
+        QVERIFY(move(here, moved_.database));
+        const auto there = test::connectTo(moved_.database);
+        QCOMPARE(test::linesOf(*there, u"SELECT TRIM(MON$OWNER) FROM MON$DATABASE"_s), QStringList(u"CORVANE"_s));
+        QCOMPARE(host::tableRows(moved_.database), rows);
+
+        // Back, after somebody has worked on it between backup and restore: refused, and the new file is gone.
+        data::DatabaseAddress back = test::fileAddress(folder.filePath(u"ritorno.fdb"_s));
+        core::Progress progress;
+        host::backupDatabase(moved_.database, moved_.restoreFrom, progress);
+        there->execute(u"INSERT INTO UM(UM) VALUES('XX')"_s);
+        messages.expectPart(u"Errore"_s, u"tabelle: UM"_s, core::Answer::Ok);
+        QVERIFY(!move(moved_.database, back) && !QFileInfo::exists(back.file));
+        host::backupDatabase(moved_.database, moved_.restoreFrom, progress);
+        messages.expectPart(u"Informazioni"_s, u"verificato"_s, core::Answer::Ok);
+        QVERIFY(move(moved_.database, back));
+        QCOMPARE(host::differingTables(moved_.database, back), QStringList());
+    }
+
+private:
+    std::unique_ptr<test::TestDatabase> firm_;
+    host::Opening moved_;
+};
+
+static const test::Registered<TestMoreWorkstations> registered;
+
+#include "test_more_workstations.moc"
