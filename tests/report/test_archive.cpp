@@ -57,6 +57,7 @@ private Q_SLOTS:
             QVERIFY(with.pictures.first().image.width() >= 300);
             with.pictures.clear();
             QCOMPARE(with, without);
+            QCOMPARE(test::pdfPages(pdf(note, u"logo-%1.pdf"_s.arg(name.left(1)))).size(), 1);
         }
         test::press(form, u"cmdTogliLogo"_s);
         test::trigger(form, u"actSalva"_s);
@@ -89,7 +90,7 @@ private Q_SLOTS:
         QVERIFY(one[0].contains(second) && one[1].contains(second));
         // Nothing but the label differs.
         QString whole = one.join(u' ').simplified();
-        const QString plain = test::pdfText(pdf(note));
+        const QString plain = test::pdfText(pdf(note, u"nota.pdf"_s));
         QCOMPARE(whole.remove(second).simplified().remove(u' '), QString(plain).remove(u' '));
         // The prices that a note has, for who wants them.
         setOptions([](QDialog &dialog) {
@@ -97,7 +98,7 @@ private Q_SLOTS:
             test::pressKey(Qt::Key_Space);
         });
         database().execute(u"UPDATE DDT_SCARICO_DETT SET PREZZO = 2.5, IMPORTO = 2.5 * QUANTITA"_s);
-        const QString priced = test::pdfText(pdf(note));
+        const QString priced = test::pdfText(pdf(note, u"nota-con-prezzi.pdf"_s));
         for (const QString &part : {u"U.M. Quantità Prezzo Importo"_s, u"PZ 2,00 € 2,50 € 5,00"_s,
                                     u"Totale (IVA esclusa) € 2.050,00"_s, u"Firma del destinatario"_s})
             QVERIFY2(priced.contains(part), qPrintable(priced));
@@ -225,16 +226,17 @@ private:
         return preview()->document().page(0);
     }
 
-    QString pdf(int note) const
+    static QString pdf(int note, const QString &name)
     {
-        StampaDdTScarico(note, path(u"una.pdf"_s), TKxReportDestination::FilePDF);
-        return path(u"una.pdf"_s);
+        const QString file = test::outputFile(name);
+        StampaDdTScarico(note, file, TKxReportDestination::FilePDF);
+        return file;
     }
 
     // Pages of what the preview prints.
     QStringList printed()
     {
-        const QString file = path(u"stampante.pdf"_s);
+        const QString file = test::outputFile(u"copie.pdf"_s);
         place().dialogs.expect([&file](QDialog &dialog) {
             auto *print = qobject_cast<QPrintDialog *>(&dialog);
             print->printer()->setOutputFormat(QPrinter::PdfFormat);
