@@ -23,6 +23,15 @@ bool isInChildWindow(const QObject &object, const QWidget &window)
     return false;
 }
 
+// In the main window those that serve one control alone are no keys of everywhere.
+bool isKeyOf(const QAction &action, const QWidget &window)
+{
+    if (action.shortcut().isEmpty() || isInChildWindow(action, window))
+        return false;
+    return !qobject_cast<const QMainWindow *>(&window) || action.shortcutContext() == Qt::WindowShortcut ||
+           action.shortcutContext() == Qt::ApplicationShortcut;
+}
+
 } // namespace
 
 QList<KeyUse> keysOf(const QWidget &window)
@@ -30,7 +39,7 @@ QList<KeyUse> keysOf(const QWidget &window)
     QList<KeyUse> uses;
     const QList<QAction *> actions = window.findChildren<QAction *>();
     for (const QAction *action : actions) {
-        if (!action->shortcut().isEmpty() && !isInChildWindow(*action, window))
+        if (isKeyOf(*action, window))
             uses.append({QString(action->text()).remove(u'&'), action->shortcut()});
     }
     if (qobject_cast<const QMainWindow *>(&window))

@@ -19,10 +19,14 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpression>
 #include <QSet>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -49,25 +53,58 @@ bool isPartOfInput(const QWidget &widget, const QWidget &window)
     return false;
 }
 
+// Of buttons that exclude each other Tab reaches the chosen one, too.
+bool isLeftOut(const QWidget &widget)
+{
+    const auto *button = qobject_cast<const QRadioButton *>(&widget);
+    return button && !button->isChecked();
+}
+
+// From the top, and from the left.
 QList<QWidget *> fieldsInSight(const QWidget &window)
 {
     QList<QWidget *> fields;
     const QList<QWidget *> all = window.findChildren<QWidget *>();
     for (QWidget *widget : all) {
         if (widget->isVisibleTo(&window) && (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus &&
-            isInput(*widget) && !isPartOfInput(*widget, window) && !qobject_cast<QTabBar *>(widget))
+            isInput(*widget) && !isPartOfInput(*widget, window) && !isLeftOut(*widget))
             fields.append(widget);
     }
+    std::stable_sort(fields.begin(), fields.end(), [&window](const QWidget *one, const QWidget *other) {
+        const QPoint first = one->mapTo(&window, QPoint());
+        const QPoint second = other->mapTo(&window, QPoint());
+        return std::pair(first.y(), first.x()) < std::pair(second.y(), second.x());
+    });
     return fields;
 }
 
-QString groupTitle(const QWidget &field)
+const QGroupBox *groupOf(const QWidget &widget)
 {
-    for (const QWidget *around = field.parentWidget(); around; around = around->parentWidget()) {
-        if (const auto *group = qobject_cast<const QGroupBox *>(around); group && !group->title().trimmed().isEmpty())
-            return group->title().trimmed();
+    for (const QWidget *around = widget.parentWidget(); around; around = around->parentWidget()) {
+        if (const auto *group = qobject_cast<const QGroupBox *>(around))
+            return group;
     }
-    return {};
+    return nullptr;
+}
+
+// The label to the left of the field. Those with a frame show what is chosen, and a mark has no letters.
+QString labelBefore(const QWidget &field, const QList<QLabel *> &labels, const QWidget &window)
+{
+    static const QRegularExpression letters(u"\\w\\w"_s);
+    const QRect place(field.mapTo(&window, QPoint()), field.size());
+    const QLabel *nearest = nullptr;
+    int nearestEnd = 0;
+    for (const QLabel *label : labels) {
+        const QRect beside(label->mapTo(&window, QPoint()), label->size());
+        const bool isBefore = beside.right() < place.left() && beside.top() < place.center().y() &&
+                              beside.bottom() > place.center().y() && beside.right() > nearestEnd;
+        if (isBefore && label->isVisibleTo(&window) && label->frameShape() == QFrame::NoFrame &&
+            groupOf(*label) == groupOf(field) && label->text().contains(letters)) {
+            nearest = label;
+            nearestEnd = beside.right();
+        }
+    }
+    return nearest ? nearest->text() : QString();
 }
 
 // What stands beside the field, or around it.
@@ -80,12 +117,16 @@ QString captionOf(const QWidget &field, const QWidget &window)
     }
     if (const auto *button = qobject_cast<const QAbstractButton *>(&field))
         return button->text();
-    if (const auto *line = qobject_cast<const QLineEdit *>(&field); line && !line->placeholderText().isEmpty())
-        return line->placeholderText();
     if (qobject_cast<const QAbstractItemView *>(&field))
         return u"Elenco"_s;
-    const QString group = groupTitle(field);
-    return group.isEmpty() ? u"Campo"_s : group;
+    const auto *line = qobject_cast<const QLineEdit *>(&field);
+    const QGroupBox *group = groupOf(field);
+    for (const QString &caption : {labelBefore(field, labels, window), group ? group->title().trimmed() : QString(),
+                                   line ? line->placeholderText() : QString()}) {
+        if (!caption.isEmpty())
+            return caption;
+    }
+    return u"Campo"_s;
 }
 
 QKeySequence altKey(QChar character, bool withShift)
@@ -110,7 +151,7 @@ QSet<QKeySequence> takenKeys(const QWidget &window)
     return taken;
 }
 
-// First letters of words before others, letters of the caption before all others.
+// Letters of the caption, first letters of words before others.
 QString lettersFor(const QString &caption)
 {
     QString first;
@@ -122,16 +163,17 @@ QString lettersFor(const QString &caption)
             (before.isLetter() ? others : first).append(letter);
         before = letter;
     }
-    return first + others + u"ABCDEFGHIJKLMNOPQRSTUVWXYZ"_s;
+    return first + others;
 }
 
 std::optional<QKeySequence> freeKey(const QString &caption, const QSet<QKeySequence> &taken)
 {
-    const QString letters = lettersFor(caption);
-    for (const bool withShift : {false, true}) {
-        for (const QChar letter : letters) {
-            if (const QKeySequence key = altKey(letter, withShift); !taken.contains(key))
-                return key;
+    for (const QString &letters : {lettersFor(caption), u"ABCDEFGHIJKLMNOPQRSTUVWXYZ"_s}) {
+        for (const bool withShift : {false, true}) {
+            for (const QChar letter : letters) {
+                if (const QKeySequence key = altKey(letter, withShift); !taken.contains(key))
+                    return key;
+            }
         }
     }
     return {};
@@ -204,7 +246,8 @@ private:
         const auto *pages = qobject_cast<const QTabWidget *>(place.target);
         const QPoint corner = pages ? pages->tabBar()->tabRect(place.page).topLeft() : place.target->rect().topLeft();
         const QWidget *on = pages ? static_cast<const QWidget *>(pages->tabBar()) : place.target;
-        box.moveTopLeft(on->mapTo(parentWidget(), corner) + QPoint(-2, -4));
+        // To the left of the field, whose text stays to be read.
+        box.moveTopRight(on->mapTo(parentWidget(), corner) + QPoint(3, -4));
         box.moveTopLeft({std::max(box.left(), 0), std::max(box.top(), 0)});
         painter.setPen(palette().color(QPalette::ToolTipText));
         painter.setBrush(palette().color(QPalette::ToolTipBase));
