@@ -47,9 +47,6 @@ DocumentEntryLine::DocumentEntryLine(const DocumentKind &kind, DocumentGrid &gri
 {
     setObjectName(u"rigaInserimento"_s);
     createInputs();
-    const RowColumn &price = numbers_[1].column;
-    list_ = new EntryList(price.header, this);
-    connect(list_, &EntryList::picked, this, [this] { core::guarded(this, [this] { takeOffered(false); }); });
     onHandLater_.setSingleShot(true);
     onHandLater_.setInterval(onHandDelay);
     connect(&onHandLater_, &QTimer::timeout, this, [this] { core::guarded(this, [this] { showOnHand(); }); });
@@ -58,6 +55,21 @@ DocumentEntryLine::DocumentEntryLine(const DocumentKind &kind, DocumentGrid &gri
     setFocusProxy(code_);
     setFixedHeight(code_->sizeHint().height());
     clear();
+}
+
+EntryList &DocumentEntryLine::list()
+{
+    if (list_)
+        return *list_;
+    list_ = new EntryList(numbers_[1].column.header, this);
+    connect(list_, &EntryList::picked, this, [this] { core::guarded(this, [this] { takeOffered(false); }); });
+    return *list_;
+}
+
+void DocumentEntryLine::hideList()
+{
+    if (list_)
+        list_->hide();
 }
 
 void DocumentEntryLine::createInputs()
@@ -126,13 +138,13 @@ void DocumentEntryLine::resizeEvent(QResizeEvent *event)
 void DocumentEntryLine::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
-    list_->hide();
+    hideList();
 }
 
 void DocumentEntryLine::clear()
 {
     code_->clear();
-    list_->hide();
+    hideList();
     timing_.forget();
     forgetRow();
     showHint(u"Codice o parole della descrizione, poi Invio"_s);
@@ -185,7 +197,7 @@ bool DocumentEntryLine::eventFilter(QObject *object, QEvent *event)
         // Before the first key, and outside of an event that moves the focus.
         QTimer::singleShot(0, this, [this] { core::guarded(this, [this] { loadCatalogue(); }); });
     } else if (event->type() == QEvent::FocusOut && object == code_) {
-        list_->hide();
+        hideList();
     } else if (event->type() == QEvent::KeyPress) {
         auto &key = static_cast<QKeyEvent &>(*event);
         if (types(key))
@@ -208,9 +220,9 @@ bool DocumentEntryLine::eventFilter(QObject *object, QEvent *event)
 
 bool DocumentEntryLine::codeKey(QKeyEvent &key)
 {
-    if (list_->handle(key.key()))
+    if (list_ && list_->handle(key.key()))
         return true;
-    if (key.key() == Qt::Key_Down && list_->isHidden() && !row_) {
+    if (key.key() == Qt::Key_Down && (!list_ || list_->isHidden()) && !row_) {
         showOffers();
         return true;
     }
@@ -270,7 +282,7 @@ bool DocumentEntryLine::addScanned(const NumberInput &into)
 
 void DocumentEntryLine::choose()
 {
-    list_->hide();
+    hideList();
     if (const auto chosen = use_.choose())
         take(tipoRiga::articolo, *chosen, read(code_->text()).quantity);
     else

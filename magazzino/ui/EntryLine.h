@@ -69,6 +69,8 @@ private:
 
     void createInputs();
     QLabel *createLabel(const QString &name, const RowMember &member);
+    EntryList &list();
+    void hideList();
     void placeInputs();
     void place(QWidget *widget, int column);
     Catalogo &catalogue(const QString &tipo);
@@ -105,7 +107,7 @@ private:
     QLabel *amount_ = nullptr;
     QLabel *unit_ = nullptr;
     QList<NumberInput> numbers_; // in the order in which they are typed
-    EntryList *list_;
+    EntryList *list_ = nullptr;  ///< once something was offered
     QTimer onHandLater_;
     ScanTiming timing_;
     std::optional<DocumentRow> row_; // taken, not yet added

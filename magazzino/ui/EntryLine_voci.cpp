@@ -98,14 +98,14 @@ void DocumentEntryLine::showOffers()
     const bool asText = offers.isEmpty() && hasServices_ && !typed.text.isEmpty();
     if (asText)
         offers.append({tipoRiga::testo, -1, {}, u"Riga di testo: %1"_s.arg(code_->text().trimmed()), {}, {}});
-    list_->offer(offers, *code_, asText);
+    list().offer(offers, *code_, asText);
     if (!offers.isEmpty() && typed.tipo == tipoRiga::articolo)
         onHandLater_.start();
 }
 
 void DocumentEntryLine::showOnHand()
 {
-    if (!list_->isVisible())
+    if (!list_ || !list_->isVisible())
         return;
     QStringList codes;
     for (const EntryOffer &offered : list_->offers()) {
@@ -126,11 +126,11 @@ void DocumentEntryLine::takeTyped(bool scanned, bool addAtOnce)
             add(scanned);
         return;
     }
-    if (!scanned && list_->current()) {
+    if (!scanned && list_ && list_->current()) {
         takeOffered(addAtOnce);
         return;
     }
-    list_->hide();
+    hideList();
     showRefusal(u"Non trovato: %1"_s.arg(text.trimmed()));
     start();
     timing_.forget();
@@ -138,7 +138,7 @@ void DocumentEntryLine::takeTyped(bool scanned, bool addAtOnce)
 
 void DocumentEntryLine::takeOffered(bool addAtOnce)
 {
-    const EntryOffer *current = list_->current();
+    const EntryOffer *current = list_ ? list_->current() : nullptr;
     if (!current)
         return;
     const EntryOffer offered = *current;
@@ -151,7 +151,7 @@ void DocumentEntryLine::takeOffered(bool addAtOnce)
 bool DocumentEntryLine::take(const QString &tipo, int id, const QString &quantity)
 {
     const auto row = use_.rowOf(tipo, id);
-    list_->hide();
+    hideList();
     timing_.forget();
     if (!row)
         return false;
