@@ -1,5 +1,9 @@
+#include "platform/core/Progress.h"
+#include "platform/data/ReadApart.h"
 #include "platform/data/WaitLimits.h"
 #include "tests/server/AtServer.h"
+
+#include <QThread>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +33,29 @@ private Q_SLOTS:
     }
 
     void cleanupTestCase() { data::waitLimits() = {}; }
+
+    // Before its first row, for which the engine has to look at all of them.
+    void cancelledQueryEndsAtOnce()
+    {
+        const test::TestDatabase file(test::Content::Empty);
+        for (const data::DatabaseAddress &address : {server().address(), file.address()}) {
+            core::Progress progress;
+            QString told;
+            const std::unique_ptr<QThread> reading(QThread::create([&] {
+                told = test::errorOf([&] {
+                    data::readApart(data::nativeConnectionString(address),
+                                    u"SELECT COUNT(*) FROM RDB$FIELDS A, RDB$FIELDS B, RDB$FIELDS C, RDB$FIELDS D"_s,
+                                    progress);
+                });
+            }));
+            reading->start();
+            QTest::qWait(500);
+            QVERIFY(reading->isRunning());
+            progress.cancel();
+            QVERIFY(reading->wait(5000));
+            QCOMPARE(told, u"cancelled"_s);
+        }
+    }
 
     void rowHeldByAnotherSession_data() { kinds(); }
 
