@@ -75,8 +75,11 @@ void ChildArea::showTabs()
     const QList<QMdiSubWindow *> windows = subWindowList();
     for (int i = 0; i < std::min(static_cast<int>(windows.size()), bar->count()); ++i) {
         const QSignalBlocker quiet(bar);
-        bar->setTabVisible(i, !windows[i]->isHidden());
-        bar->setTabIcon(i, {});
+        // Each call lays out all of them again, even when it changes nothing.
+        if (bar->isTabVisible(i) == windows[i]->isHidden())
+            bar->setTabVisible(i, !windows[i]->isHidden());
+        if (!bar->tabIcon(i).isNull())
+            bar->setTabIcon(i, {});
     }
 }
 
