@@ -1,11 +1,13 @@
 #include "magazzino/uMMGModMagazzino.h"
 
+#include "host/ArticleStock.h"
 #include "host/Corvane3Impl.h"
 #include "host/IntfPack.h"
 #include "host/transfer/ImportTarget.h"
 #include "host/users/Users.h"
 #include "magazzino/Azioni.h"
 #include "magazzino/MMGUtils.h"
+#include "magazzino/documents/Catalogo.h"
 #include "magazzino/documents/DocumentKind.h"
 #include "magazzino/reports/uMMGdmStampe.h"
 #include "magazzino/schema/InitialRows.h"
@@ -145,6 +147,7 @@ TMMGModMagazzino::TMMGModMagazzino(QObject *owner)
 
 TMMGModMagazzino::~TMMGModMagazzino()
 {
+    host::articleStock().setReader({});
     // The forms live in the host's child windows, but they work on this module's data sets.
     delete commands_;
 }
@@ -218,6 +221,8 @@ void TMMGModMagazzino::Initialize()
         ApriStampe(QCoreApplication::applicationDirPath() + u"/Magazzino.rav"_s);
         AggiornaDatabase();
         dmStampe = new TMMGdmStampe(ModADOConn, this);
+        host::articleStock().setReader(GiacenzeAttuali);
+        connect(this, &TMMGModMagazzino::tableChanged, &host::articleStock(), &ui::FigureSource::changed);
         MergeAdvToolBarItems(qApp, GetKxCommonToolBarProperties(TKxCommonToolBars::Documenti), toolBars_[0]);
         MergeAdvToolBarItems(qApp, GetKxCommonToolBarProperties(TKxCommonToolBars::Anagrafiche), toolBars_[1]);
         host::offerAtStart(this, offertaIniziale());

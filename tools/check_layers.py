@@ -11,7 +11,7 @@ from pathlib import Path
 # import and demonstration data; its forms the shared categories and the fields of firms besides.
 HOST_SERVICES = ["host/IntfPack.h", "host/StartOffers.h", "host/Corvane3Impl.h", "host/users/Users.h", "host/transfer/ImportTarget.h",
                  "host/schema/DemoRows.h", "host/FirmFields.h", "host/DocumentOptions.h"]
-HOST_API = [*HOST_SERVICES, "host/Categories.h", "host/HostForms.h", "host/registers/FirmGroups.h"]
+HOST_API = [*HOST_SERVICES, "host/ArticleStock.h", "host/Categories.h", "host/HostForms.h", "host/registers/FirmGroups.h"]
 # What works the program's windows; it knows no module, so that the guided tour can use it, too.
 DRIVER = ["tests/support/Controls", "tests/support/QtWarnings", "tests/support/ScriptedDialogs",
           "tests/support/ScriptedMessages"]

@@ -1,5 +1,6 @@
 #include "host/registers/Registers.h"
 
+#include "host/ArticleStock.h"
 #include "host/Categories.h"
 #include "host/registers/FirmGroups.h"
 #include "platform/ui/RegisterParts.h"
@@ -151,7 +152,14 @@ const ui::RegisterSpec &articles()
                    {general,
                     u"Scorte"_s,
                     {number(Kind::Quantity, u"txtSottoscorta"_s, u"Livello di sottoscorta"_s, u"SOTTOSCORTA"_s, 0),
-                     number(Kind::Quantity, u"txtRiordino"_s, u"Livello di riordino"_s, u"RIORDINO"_s, 0, 1)}},
+                     number(Kind::Quantity, u"txtRiordino"_s, u"Livello di riordino"_s, u"RIORDINO"_s, 0, 1),
+                     {.name = u"txtGiacenza"_s,
+                      .label = u"Giacenza"_s,
+                      .column = u"CODICE"_s,
+                      .kind = Kind::Figure,
+                      .row = 0,
+                      .position = 2,
+                      .figures = &articleStock()}}},
                    notes()},
         .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
         .expected = {u"IDALIQUOTA_IVA"_s, u"IDUM"_s},
@@ -169,7 +177,14 @@ const ui::RegisterSpec &articles()
                         {u"Categoria"_s, u"CATEGORIA"_s, 140},
                         {u"U.M."_s, u"UM"_s, 45},
                         {u"Prezzo"_s, u"PREZZO"_s, 80, Width::Pixels, Display::Currency},
-                        {u"Costo"_s, u"COSTO"_s, 80, Width::Pixels, Display::Currency}},
+                        {u"Costo"_s, u"COSTO"_s, 80, Width::Pixels, Display::Currency},
+                        {.header = u"Giacenza"_s,
+                         .field = u"GIACENZA"_s,
+                         .width = 80,
+                         .display = Display::Quantity,
+                         .redBelowZero = true,
+                         .figures = &articleStock(),
+                         .figuresOf = u"CODICE"_s}},
         .listFilters = {ui::containingLoosely(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
                         ui::containingLoosely(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
         .orderText = u" ORDER BY UPPER(CODICE)"_s,

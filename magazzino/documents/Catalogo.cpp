@@ -23,6 +23,27 @@ QString keyOfTable(const QString &tipo)
     return tipo == tipoRiga::servizio ? u"IDSERVIZIO"_s : u"IDANA_MAGA"_s;
 }
 
+void addOnHand(const QStringList &codici, QHash<QString, double> &giacenze)
+{
+    QStringList placeholders;
+    QVariantList values;
+    for (const QString &codice : codici) {
+        placeholders.append(data::inCapitals());
+        values.append(data::searchedText(codice));
+    }
+    const data::Rows rows =
+        ModuleConnection().run(u"SELECT UPPER(CODICE), SUM(QUANTITA) FROM MOVI_MAGA WHERE UPPER(CODICE) IN (%1) "
+                               "GROUP BY 1"_s.arg(placeholders.join(u", "_s)),
+                               values);
+    QHash<QString, double> byCapitals;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        byCapitals.insert(rows.values(row)[0].toString(), rows.values(row)[1].toDouble());
+    for (const QString &codice : codici) {
+        if (const auto found = byCapitals.constFind(data::capitalsOf(codice)); found != byCapitals.constEnd())
+            giacenze.insert(codice, *found);
+    }
+}
+
 } // namespace
 
 Catalogo::Catalogo(const QString &tipo)
@@ -74,25 +95,9 @@ int Catalogo::keyOf(const QString &codice) const
 
 QHash<QString, double> GiacenzeAttuali(const QStringList &codici)
 {
+    constexpr qsizetype codesPerStatement = 100;
     QHash<QString, double> giacenze;
-    if (codici.isEmpty())
-        return giacenze;
-    QStringList placeholders;
-    QVariantList values;
-    for (const QString &codice : codici) {
-        placeholders.append(data::inCapitals());
-        values.append(data::searchedText(codice));
-    }
-    const data::Rows rows =
-        ModuleConnection().run(u"SELECT UPPER(CODICE), SUM(QUANTITA) FROM MOVI_MAGA WHERE UPPER(CODICE) IN (%1) "
-                               "GROUP BY 1"_s.arg(placeholders.join(u", "_s)),
-                               values);
-    QHash<QString, double> byCapitals;
-    for (qsizetype row = 0; row < rows.size(); ++row)
-        byCapitals.insert(rows.values(row)[0].toString(), rows.values(row)[1].toDouble());
-    for (const QString &codice : codici) {
-        if (const auto found = byCapitals.constFind(data::capitalsOf(codice)); found != byCapitals.constEnd())
-            giacenze.insert(codice, *found);
-    }
+    for (qsizetype first = 0; first < codici.size(); first += codesPerStatement)
+        addOnHand(codici.mid(first, codesPerStatement), giacenze);
     return giacenze;
 }

@@ -54,6 +54,14 @@ QPalette refusedPalette(QPalette palette)
     return palette;
 }
 
+void showReadOnly(QLineEdit *edit)
+{
+    edit->setReadOnly(true);
+    QPalette palette = edit->palette();
+    palette.setColor(QPalette::Base, palette.color(QPalette::Window));
+    edit->setPalette(palette);
+}
+
 QLabel *requiredMark(QWidget *parent)
 {
     auto *mark = new QLabel(u"*"_s, parent);

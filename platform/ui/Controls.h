@@ -2,6 +2,8 @@
 #include <QComboBox>
 #include <QLabel>
 
+class QLineEdit;
+
 /// Small controls and the icons of the commands.
 namespace ui {
 
@@ -42,6 +44,9 @@ protected:
 
 /// `palette` with the colours of what is refused, readable on light and on dark ground; so is what is selected in it.
 QPalette refusedPalette(QPalette palette);
+
+/// What only the program fills must not look like something to type into.
+void showReadOnly(QLineEdit *edit);
 
 /// The mark beside an input that a save requires.
 QLabel *requiredMark(QWidget *parent);

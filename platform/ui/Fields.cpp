@@ -4,6 +4,7 @@
 #include "platform/core/Format.h"
 #include "platform/core/LineText.h"
 #include "platform/data/DataSet.h"
+#include "platform/ui/Controls.h"
 
 #include <QHBoxLayout>
 #include <QPalette>
@@ -35,16 +36,6 @@ void limitWidth(QLineEdit *edit, int maxLength)
         const QChar typical = maxLength <= 5 ? u'0' : u'M';
         edit->setMaximumWidth(edit->fontMetrics().horizontalAdvance(QString(maxLength + 1, typical)) + frame);
     }
-}
-
-// What only the program fills must not look like something to type into.
-template <typename Edit>
-void showReadOnly(Edit *edit)
-{
-    edit->setReadOnly(true);
-    QPalette palette = edit->palette();
-    palette.setColor(QPalette::Base, palette.color(QPalette::Window));
-    edit->setPalette(palette);
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "platform/ui/CategoryField.h"
 #include "platform/ui/ChoiceFields.h"
 #include "platform/ui/Fields.h"
+#include "platform/ui/FigureField.h"
 #include "platform/ui/PictureField.h"
 #include "platform/ui/RegisterDeletion.h"
 
@@ -112,6 +113,8 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
     QSet<int> growing;       // columns of controls that take any width,
     QSet<int> growingBehind; // and the last ones of such that reach over several
     for (const RegisterField &spec : group.fields) {
+        if (spec.kind == RegisterField::Kind::Figure && !spec.figures->isKnown())
+            continue;
         Field *field = createField(spec, box);
         if (!spec.help.isEmpty())
             field->widget()->setToolTip(spec.help);
@@ -180,6 +183,8 @@ Field *RegisterEntry::createField(const RegisterField &field, QWidget *parent)
         return declare(new FlagField({field.name, field.flagCaption, field.column}, parent));
     case Kind::Picture:
         return declare(new PictureField({field.name, field.label, field.column}, parent));
+    case Kind::Figure:
+        return declare(new FigureField({field.name, field.label, field.column, field.figures}, parent));
     case Kind::Category:
         break;
     }

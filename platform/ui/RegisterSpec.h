@@ -22,7 +22,8 @@ struct RegisterField
         Choice,   ///< a record picked in a dialog, of which the key is stored
         Category,
         Flag,
-        Picture ///< PNG or SVG, stored as it is
+        Picture, ///< PNG or SVG, stored as it is
+        Figure   ///< what somebody else knows of the record, by the text in `column`; not there while nobody does
     };
 
     QString name; ///< control name
@@ -42,6 +43,7 @@ struct RegisterField
     QString doubt = {};               ///< what is said of such text, ends with a full stop; the usual words while empty
     QString help = {};                ///< shown while the pointer rests on the control
     QList<core::CodeText> codes = {}; ///< Code
+    FigureSource *figures = nullptr;  ///< Figure
 };
 
 /// Fields that stand together in a box with a title; without one they fill the page.

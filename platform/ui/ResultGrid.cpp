@@ -4,6 +4,7 @@
 #include "platform/data/SqlText.h"
 #include "platform/ui/ColumnLayout.h"
 #include "platform/ui/ListExport.h"
+#include "platform/ui/ListFigures.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -27,6 +28,8 @@ ResultGrid::ResultGrid(const QString &keyField, const QList<ListColumn> &columns
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     layout_ = new ColumnLayout(this, model_);
+    if (!model_->figureSources().isEmpty())
+        new ListFigures(this, model_);
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &) { Q_EMIT chosen(); });
 }
 

@@ -1,6 +1,7 @@
 #include "platform/ui/RowsModel.h"
 
 #include "platform/core/Format.h"
+#include "platform/ui/FigureSource.h"
 #include "platform/ui/ListExport.h"
 
 #include <QColor>
@@ -18,11 +19,13 @@ RowsModel::RowsModel(QString keyField, QList<ListColumn> columns, QObject *paren
     , keyField_(std::move(keyField))
     , columns_(std::move(columns))
 {
+    columns_.removeIf([](const ListColumn &column) { return column.figures && !column.figures->isKnown(); });
 }
 
 void RowsModel::setRows(data::Rows rows)
 {
     beginResetModel();
+    figures_.clear();
     rows_ = std::move(rows);
     keyIndex_ = rows_.indexOf(keyField_);
     fieldIndexes_.clear();
@@ -50,8 +53,10 @@ void RowsModel::removeKey(int key)
 QStringList RowsModel::fields() const
 {
     QStringList fields = {keyField_};
-    for (const ListColumn &column : columns_)
-        fields.append(column.field);
+    for (const ListColumn &column : columns_) {
+        if (!column.figures)
+            fields.append(column.field);
+    }
     return fields;
 }
 
@@ -126,10 +131,7 @@ QVariant RowsModel::data(const QModelIndex &index, int role) const
     if (!index.isValid())
         return {};
     const ListColumn &column = columns_[index.column()];
-    const auto value = [this, &index] {
-        const int field = fieldIndexes_.value(index.column(), -1);
-        return field < 0 ? QVariant() : shownRow(index.row())[field];
-    };
+    const auto value = [this, &index, role] { return valueOf(index, role); };
     if (role == Qt::DisplayRole)
         return shown(value(), column.display);
     if (role == ExportValue)
@@ -137,6 +139,57 @@ QVariant RowsModel::data(const QModelIndex &index, int role) const
     if (role == Qt::ForegroundRole && column.redBelowZero)
         return value().toDouble() < 0 ? QVariant(QColor(Qt::red)) : QVariant();
     return role == Qt::TextAlignmentRole ? alignment(column) : QVariant();
+}
+
+QVariant RowsModel::valueOf(const QModelIndex &index, int role) const
+{
+    const int column = index.column();
+    if (!columns_[column].figures) {
+        const int field = fieldIndexes_.value(column, -1);
+        return field < 0 ? QVariant() : shownRow(index.row())[field];
+    }
+    // An export asks for every row from the first to the last, a view for the rows that it shows.
+    constexpr int rowsAtOnce = 500;
+    const QString text = valueAt(index.row(), columns_[column].figuresOf).toString();
+    if (role == ExportValue && !figures_.contains({column, text}))
+        fetchFigures(column, index.row(), std::min(index.row() + rowsAtOnce, rowCount()) - 1);
+    const auto known = figures_.constFind({column, text});
+    return known == figures_.constEnd() ? QVariant() : *known;
+}
+
+QList<const FigureSource *> RowsModel::figureSources() const
+{
+    QList<const FigureSource *> sources;
+    for (const ListColumn &column : columns_) {
+        if (column.figures)
+            sources.append(column.figures);
+    }
+    return sources;
+}
+
+void RowsModel::loadFigures(int first, int last)
+{
+    for (int column = 0; column < columnCount(); ++column) {
+        if (!columns_[column].figures)
+            continue;
+        fetchFigures(column, first, last);
+        Q_EMIT dataChanged(index(first, column), index(last, column));
+    }
+}
+
+void RowsModel::fetchFigures(int column, int first, int last) const
+{
+    QStringList unknown;
+    for (int row = first; row <= last; ++row) {
+        const QString text = valueAt(row, columns_[column].figuresOf).toString();
+        if (!figures_.contains({column, text}))
+            unknown.append(text);
+    }
+    if (unknown.isEmpty())
+        return;
+    const QHash<QString, double> found = columns_[column].figures->of(unknown);
+    for (const QString &text : std::as_const(unknown))
+        figures_.insert({column, text}, found.value(text));
 }
 
 QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -5,6 +5,8 @@
 
 namespace ui {
 
+class FigureSource;
+
 /// One visible column of a list.
 struct ListColumn
 {
@@ -30,6 +32,10 @@ struct ListColumn
     Width widthKind = Width::Pixels;
     Display display = Display::Text;
     bool redBelowZero = false;
+    /// Knows what is shown, by the text of `figuresOf`; without one `field` is a column of the query. While nobody knows,
+    /// the list has no such column.
+    const FigureSource *figures = nullptr;
+    QString figuresOf = {};
 };
 
 /// The rows of a query as a read-only table; the key of a row is kept beside it.
@@ -54,6 +60,12 @@ public:
     int keyAt(int row) const;
     /// Invalid for a field that the list does not read.
     QVariant valueAt(int row, const QString &field) const;
+    /// Of the columns that show what somebody else knows.
+    QList<const FigureSource *> figureSources() const;
+    /// Asks for what is not known yet of the rows from `first` to `last`, in one turn. Throws what the source throws.
+    void loadFigures(int first, int last);
+    /// They are asked for anew.
+    void forgetFigures() { figures_.clear(); }
     /// The columns as declared.
     const QList<ListColumn> &columns() const { return columns_; }
 
@@ -70,6 +82,8 @@ private:
     QVariant exported(const QVariant &value, ListColumn::Display display) const;
     int places(int column) const;
     QVariant alignment(const ListColumn &column) const;
+    QVariant valueOf(const QModelIndex &index, int role) const;
+    void fetchFigures(int column, int first, int last) const;
     const QVariantList &shownRow(int row) const { return rows_.values(order_[row]); }
     void arrange();
 
@@ -82,6 +96,7 @@ private:
     int keyIndex_ = -1;
     QList<int> fieldIndexes_;
     Qt::AlignmentFlag vertical_ = Qt::AlignVCenter;
+    mutable QHash<std::pair<int, QString>, double> figures_; // by column and text
 };
 
 } // namespace ui

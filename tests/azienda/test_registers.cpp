@@ -33,40 +33,46 @@ bool isNumber(const ui::RegisterField &field)
     return field.kind == Kind::Amount || field.kind == Kind::Quantity || field.kind == Kind::Integer;
 }
 
+// What only tells is none.
+QList<ui::RegisterField> inputsOf(const ui::RegisterSpec &spec)
+{
+    QList<ui::RegisterField> inputs;
+    for (const ui::RegisterGroup &group : spec.groups)
+        inputs += group.fields;
+    inputs.removeIf([](const ui::RegisterField &field) { return field.kind == ui::RegisterField::Kind::Figure; });
+    return inputs;
+}
+
 // Something different in every input, as long as the column allows; some inputs of the module take more than theirs.
 void fillIn(QWidget *form, const ui::RegisterSpec &spec)
 {
     const int longest = isOfModule(spec) ? 11 : 100;
     int number = 100;
-    for (const ui::RegisterGroup &group : spec.groups) {
-        for (const ui::RegisterField &field : group.fields) {
-            if (field.isRight || field.kind == ui::RegisterField::Kind::Choice)
-                continue;
-            QWidget *input = test::control<QWidget>(form, field.name);
-            if (auto *box = qobject_cast<QComboBox *>(input)) {
-                box->setCurrentIndex(box->count() - 1);
-                continue;
-            }
-            QTest::keyClick(input, Qt::Key_A, Qt::ControlModifier);
-            if (isNumber(field))
-                test::type(input, QString::number(++number) +
-                                      (field.kind == ui::RegisterField::Kind::Integer ? QString() : u",89"_s));
-            else
-                test::type(input, (field.name.mid(3, 2) + u"È'\"<&%;"_s + field.name + QString(100, u'x'))
-                                      .left(std::min(field.maxLength, longest)));
-            QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
-            QApplication::sendEvent(input, &leave);
+    for (const ui::RegisterField &field : inputsOf(spec)) {
+        if (field.isRight || field.kind == ui::RegisterField::Kind::Choice)
+            continue;
+        QWidget *input = test::control<QWidget>(form, field.name);
+        if (auto *box = qobject_cast<QComboBox *>(input)) {
+            box->setCurrentIndex(box->count() - 1);
+            continue;
         }
+        QTest::keyClick(input, Qt::Key_A, Qt::ControlModifier);
+        if (isNumber(field))
+            test::type(input, QString::number(++number) +
+                                  (field.kind == ui::RegisterField::Kind::Integer ? QString() : u",89"_s));
+        else
+            test::type(input, (field.name.mid(3, 2) + u"È'\"<&%;"_s + field.name + QString(100, u'x'))
+                                  .left(std::min(field.maxLength, longest)));
+        QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
+        QApplication::sendEvent(input, &leave);
     }
 }
 
 QStringList contents(QWidget *form, const ui::RegisterSpec &spec)
 {
     QStringList texts;
-    for (const ui::RegisterGroup &group : spec.groups) {
-        for (const ui::RegisterField &field : group.fields)
-            texts.append(test::shown(form, field.name));
-    }
+    for (const ui::RegisterField &field : inputsOf(spec))
+        texts.append(test::shown(form, field.name));
     return texts;
 }
 
@@ -78,19 +84,17 @@ QStringList misplaced(QWidget *form, const ui::RegisterSpec &spec, data::Connect
     for (qsizetype column = 0; column < rows.columns().size(); ++column)
         stored.insert(QString(rows.columns()[column].name).remove(u'_'), rows.values(0)[column]);
     QStringList wrong;
-    for (const ui::RegisterGroup &group : spec.groups) {
-        for (const ui::RegisterField &field : group.fields) {
-            if (test::control<QWidget>(form, field.name)->inherits("QComboBox") ||
-                field.kind == ui::RegisterField::Kind::Choice)
-                continue;
-            const QString typed = test::shown(form, field.name);
-            const QVariant value = stored.value(field.name.mid(3).toUpper());
-            const bool same = isNumber(field)
-                                  ? core::readNumber(typed).value_or(core::WrittenNumber{}).value == value.toDouble()
-                                  : value.toString() == typed;
-            if (!same)
-                wrong.append(field.name);
-        }
+    for (const ui::RegisterField &field : inputsOf(spec)) {
+        if (test::control<QWidget>(form, field.name)->inherits("QComboBox") ||
+            field.kind == ui::RegisterField::Kind::Choice)
+            continue;
+        const QString typed = test::shown(form, field.name);
+        const QVariant value = stored.value(field.name.mid(3).toUpper());
+        const bool same = isNumber(field)
+                              ? core::readNumber(typed).value_or(core::WrittenNumber{}).value == value.toDouble()
+                              : value.toString() == typed;
+        if (!same)
+            wrong.append(field.name);
     }
     return wrong;
 }

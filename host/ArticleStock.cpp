@@ -1,0 +1,11 @@
+#include "host/ArticleStock.h"
+
+namespace host {
+
+ui::FigureSource &articleStock()
+{
+    static ui::FigureSource source;
+    return source;
+}
+
+} // namespace host

@@ -1,0 +1,57 @@
+#include "platform/ui/FigureField.h"
+
+#include "platform/core/Format.h"
+#include "platform/core/Log.h"
+#include "platform/data/DataSet.h"
+#include "platform/ui/Controls.h"
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+FigureField::FigureField(FigureSpec spec, QWidget *parent)
+    : Field(spec.label, parent)
+    , spec_(std::move(spec))
+    , edit_(new LineEdit(parent))
+{
+    edit_->setObjectName(spec_.name);
+    edit_->setAlignment(Qt::AlignRight);
+    edit_->setMaximumWidth(150);
+    showReadOnly(edit_);
+    // Nobody types there: Tab goes past it.
+    edit_->setFocusPolicy(Qt::ClickFocus);
+    connect(spec_.source, &FigureSource::changed, this, [this] {
+        if (edit_->isVisible())
+            show(text_);
+    });
+}
+
+void FigureField::load(const data::DataSet &record)
+{
+    show(record.text(spec_.column));
+}
+
+void FigureField::write(data::DataSet &record) const
+{
+    written_ = record.text(spec_.column);
+}
+
+void FigureField::show(const QString &text)
+{
+    text_ = text;
+    edit_->clear();
+    if (text.isEmpty())
+        return;
+    try {
+        const double figure = spec_.source->of({text}).value(text);
+        edit_->setText(core::formatNumber(figure));
+        QPalette palette = edit_->palette();
+        palette.setColor(QPalette::Text, figure < 0 ? QColor(Qt::red) : palette.color(QPalette::WindowText));
+        edit_->setPalette(palette);
+    } catch (const std::exception &error) {
+        // What only tells must not keep anybody from the record.
+        core::logError(u"campo "_s + spec_.name, error);
+    }
+}
+
+} // namespace ui
