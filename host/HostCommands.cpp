@@ -1,6 +1,7 @@
 #include "host/HostCommands.h"
 
 #include "host/Corvane3Impl.h"
+#include "host/registers/ArticleEntry.h"
 #include "host/registers/CategoryEditor.h"
 #include "host/registers/OptionsDialog.h"
 #include "host/registers/Registers.h"
@@ -65,7 +66,10 @@ void HostCommands::addTo(const QString &menu, const ui::ActionSpec &spec)
 
 void HostCommands::addRegisters()
 {
-    addRegister(articles(), registersMenu);
+    add({.name = u"actInserimentoArticoli"_s, .caption = u"Inserimento articoli"_s, .create = [this](QWidget *owner) {
+             return new ArticleEntry(connection_, owner);
+         }});
+    addTo(registersMenu, listOf(articles()));
     addRegister(services(), registersMenu);
     addRegister(customers(), registersMenu);
     for (const CategoryEditorSpec *spec : {&articleCategoryEditor(), &serviceCategoryEditor()})

@@ -3,6 +3,7 @@
 #include "host/ArticleStock.h"
 #include "host/Categories.h"
 #include "host/registers/FirmGroups.h"
+#include "platform/data/SqlText.h"
 #include "platform/ui/RegisterParts.h"
 
 using namespace Qt::StringLiterals;
@@ -168,6 +169,7 @@ const ui::RegisterSpec &articles()
         .uniqueColumn = u"CODICE"_s,
         .duplicateText = codeIsTaken,
         .namedByText = true,
+        .deletedWith = {u"DELETE FROM BARCODE_ARTICOLI WHERE IDANA_MAGA = ?"_s},
         .openingSize = {760, 400},
         .listSql = u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA, UM.UM FROM ANA_MAGA "
                    "LEFT JOIN CATEGORIE_ANA_MAGA ON CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA = "
@@ -185,7 +187,11 @@ const ui::RegisterSpec &articles()
                          .redBelowZero = true,
                          .figures = &articleStock(),
                          .figuresOf = u"CODICE"_s}},
-        .listFilters = {ui::containingLoosely(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s),
+        .listFilters = {ui::containingLoosely(
+                            u"txtCodice"_s, u"Codice"_s, u"CODICE"_s,
+                            u"ANA_MAGA.IDANA_MAGA IN (SELECT BARCODE_ARTICOLI.IDANA_MAGA FROM BARCODE_ARTICOLI WHERE "
+                            "UPPER(BARCODE_ARTICOLI.CODICE) = "_s +
+                                data::inCapitals() + u')'),
                         ui::containingLoosely(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
         .orderText = u" ORDER BY UPPER(CODICE)"_s,
         .letterColumn = u"DESCRIZIONE"_s};

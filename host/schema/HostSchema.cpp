@@ -22,6 +22,7 @@ const QString invoiceCodesVersion = u"1.1.0"_s;
 const QString invoiceFilesVersion = u"1.2.0"_s;
 const QString paymentDaysVersion = u"1.3.0"_s;
 const QString printsVersion = u"1.4.0"_s;
+const QString barcodesVersion = u"1.5.0"_s;
 
 QStringList createTables()
 {
@@ -92,6 +93,17 @@ QStringList addPrints()
     return QStringList{u"ALTER TABLE AZIENDA ADD LOGO BLOB SUB_TYPE 0"_s} + definitions(prints);
 }
 
+// The codes by which readers know articles, each with the pieces it stands for. A code is one article's, whatever its
+// case.
+QStringList createBarcodes()
+{
+    return definitions(
+        {u"BARCODE_ARTICOLI"_s,
+         u"IDBARCODE_ARTICOLI"_s,
+         {u"CODICE VARCHAR(48) NOT NULL"_s, u"IDANA_MAGA INTEGER NOT NULL"_s, u"PEZZI DECIMAL(13, 2) DEFAULT 1"_s},
+         {u"UNIQUE COMPUTED BY (UPPER(CODICE))"_s, u"(IDANA_MAGA)"_s}});
+}
+
 void insertFirstRows(data::Connection &connection)
 {
     const QString option = u"INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES(?, ?)"_s;
@@ -150,6 +162,10 @@ const QList<schema::Step> &hostSteps()
          .fromVersion = paymentDaysVersion,
          .statements = addPrints(),
          .toVersion = printsVersion},
+        {.object = hostObject,
+         .fromVersion = printsVersion,
+         .statements = createBarcodes(),
+         .toVersion = barcodesVersion},
     };
     return steps;
 }

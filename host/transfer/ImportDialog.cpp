@@ -41,6 +41,15 @@ QString newCategories(const ImportPlan &plan)
     return plan.newCategories == 1 ? u", 1 categoria nuova"_s : u", %1 categorie nuove"_s.arg(plan.newCategories);
 }
 
+// What is in doubt does not keep anybody from importing it.
+QString doubtsOf(const ImportPlan &plan)
+{
+    if (plan.doubtCount == 0)
+        return {};
+    return plan.doubtCount == 1 ? u" 1 avviso: si può importare lo stesso."_s
+                                : u" %1 avvisi: si può importare lo stesso."_s.arg(plan.doubtCount);
+}
+
 } // namespace
 
 ImportDialog::ImportDialog(data::Connection &connection, QWidget *owner)
@@ -253,7 +262,7 @@ void ImportDialog::check()
 
 void ImportDialog::showProblems()
 {
-    problems_->setRows(rowsOf(plan_.problems));
+    problems_->setRows(rowsOf(plan_.problems + plan_.doubts));
     const QLocale italian(QLocale::Italian);
     QString text = u"Scegliere un file."_s;
     if (!checked_)
@@ -262,8 +271,9 @@ void ImportDialog::showProblems()
         text = u"%1 errori: correggere il file o l'abbinamento. Nulla viene scritto finché ce ne sono."_s.arg(
             italian.toString(plan_.problemCount));
     else if (plan_.records > 0)
-        text = u"%1 record nuovi, %2 da aggiornare%3."_s.arg(italian.toString(plan_.records - plan_.updates),
-                                                             italian.toString(plan_.updates), newCategories(plan_));
+        text = u"%1 record nuovi, %2 da aggiornare%3.%4"_s.arg(italian.toString(plan_.records - plan_.updates),
+                                                               italian.toString(plan_.updates), newCategories(plan_),
+                                                               doubtsOf(plan_));
     else if (file_)
         text = u"Il file non contiene righe da importare."_s;
     status_->setText(text);

@@ -15,6 +15,8 @@ namespace host {
 
 namespace {
 
+constexpr qsizetype mostListed = 1000;
+
 /// Two passes over a file.
 class Planner
 {
@@ -79,6 +81,7 @@ private:
         lookAtCode(record, reader_.text(record, 0));
         const PlannedRecord planned =
             reader_.read(record, [this](const ImportProblem &problem) { plan_.complain(problem); });
+        doubtAt(record);
         for (const QVariant &value : planned.values) {
             if (value.canConvert<MissingCategory>())
                 count(value.value<MissingCategory>());
@@ -88,6 +91,15 @@ private:
         else
             ++plan_.updates;
         ++plan_.records;
+    }
+
+    void doubtAt(const core::CsvRecord &record)
+    {
+        for (const qsizetype index : std::as_const(plan_.fields)) {
+            const ImportField &field = job_.target.fields[index];
+            if (field.isRight && !field.isRight(reader_.text(record, index)))
+                plan_.doubt({record.line, reader_.header(index), field.doubt});
+        }
     }
 
     void count(const MissingCategory &category)
@@ -142,10 +154,16 @@ private:
 
 void ImportPlan::complain(const ImportProblem &problem)
 {
-    constexpr qsizetype listed = 1000;
     ++problemCount;
-    if (problems.size() < listed)
+    if (problems.size() < mostListed)
         problems.append(problem);
+}
+
+void ImportPlan::doubt(const ImportProblem &problem)
+{
+    ++doubtCount;
+    if (doubts.size() < mostListed)
+        doubts.append(problem);
 }
 
 ImportPlan planImport(const ImportJob &job)

@@ -48,6 +48,8 @@ struct ImportPlan
 {
     QList<ImportProblem> problems; ///< the first thousand
     int problemCount = 0;
+    QList<ImportProblem> doubts; ///< the first thousand of what is imported nevertheless
+    int doubtCount = 0;
     QList<qsizetype> fields;           ///< numbers of the target's fields that get values
     QList<core::NumberReader> numbers; ///< one for each of `fields`
     int records = 0;
@@ -56,6 +58,8 @@ struct ImportPlan
 
     /// Counts a problem, and lists it while there is room.
     void complain(const ImportProblem &problem);
+    /// The same of what is imported nevertheless.
+    void doubt(const ImportProblem &problem);
 };
 
 /// Checks every cell: numbers, lengths, references, required values, codes that come twice or exist, control

@@ -1,5 +1,7 @@
 #include "host/transfer/ImportTarget.h"
 
+#include "platform/core/Barcode.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -40,6 +42,22 @@ QList<ImportField> articleFields()
     };
 }
 
+// Each stands for its article, and for one piece where nothing is said.
+QList<ImportField> barcodeFields()
+{
+    const ImportLookup article = {.table = u"ANA_MAGA"_s, .key = u"IDANA_MAGA"_s, .column = u"CODICE"_s};
+    ImportField code = {
+        u"CODICE"_s, u"Codice a barre"_s, {u"Barcode"_s, u"EAN"_s, u"Codice EAN"_s, u"UPC"_s}, Kind::Text, 48, true};
+    code.isRight = core::checkDigitFits;
+    code.doubt = u"Il carattere di controllo non corrisponde."_s;
+    ImportField pieces = {
+        u"PEZZI"_s, u"Pezzi"_s, {u"Pezzi per confezione"_s, u"Confezione"_s, u"Quantità"_s}, Kind::Amount};
+    pieces.whenEmpty = 1;
+    return {code,
+            {u"IDANA_MAGA"_s, u"Articolo"_s, {u"Codice articolo"_s, u"Codice"_s}, Kind::Lookup, 0, true, article},
+            pieces};
+}
+
 // Letters and digits alone, without accents and case.
 QString comparable(const QString &name)
 {
@@ -64,6 +82,7 @@ QList<ImportTarget> &targets()
 {
     static QList<ImportTarget> all = {
         {u"Articoli"_s, u"ANA_MAGA"_s, u"IDANA_MAGA"_s, articleFields()},
+        {u"Codici a barre"_s, u"BARCODE_ARTICOLI"_s, u"IDBARCODE_ARTICOLI"_s, barcodeFields()},
         {u"Clienti"_s, u"CLIENTI"_s, u"IDCLIENTE"_s, firmImportFields(FirmKind::Customer, u"cliente"_s)},
     };
     return all;

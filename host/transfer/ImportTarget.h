@@ -35,6 +35,10 @@ struct ImportField
     int maxLength = 0;     ///< characters; 0 for no limit
     bool required = false; ///< of a new record
     ImportLookup lookup = {};
+    double whenEmpty = 0; ///< Amount: of a new record
+    /// Text that fails is imported, and told of.
+    bool (*isRight)(const QString &) = nullptr;
+    QString doubt = {}; ///< what is told then, a sentence
 };
 
 /// A table that can be filled. The first field is the code, by which records are told apart without case.
@@ -46,7 +50,7 @@ struct ImportTarget
     QList<ImportField> fields;
 };
 
-/// Articles, customers and what modules added. A module's table may be missing in a database.
+/// Articles, their barcodes, customers and what modules added. A module's table may be missing in a database.
 const QList<ImportTarget> &importTargets();
 
 /// Adds a table of a module's for the rest of the program's life; called by the module's library while it loads.

@@ -13,11 +13,11 @@ namespace {
 
 using Kind = ImportField::Kind;
 
-QVariant whenEmpty(Kind kind)
+QVariant whenEmpty(const ImportField &field)
 {
-    switch (kind) {
+    switch (field.kind) {
     case Kind::Amount:
-        return 0.0;
+        return field.whenEmpty;
     case Kind::Lookup:
         return QVariant(QMetaType::fromType<int>());
     case Kind::Text:
@@ -91,7 +91,7 @@ private:
         QVariantList values = record.values;
         for (qsizetype i = 0; i < values.size(); ++i) {
             if (!values[i].isValid())
-                values[i] = whenEmpty(field(i).kind);
+                values[i] = whenEmpty(field(i));
         }
         connection_.run(insert_, values);
     }

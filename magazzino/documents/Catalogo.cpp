@@ -2,6 +2,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "magazzino/documents/DocumentRow.h"
+#include "platform/core/Barcode.h"
 #include "platform/core/Clock.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
@@ -44,6 +45,38 @@ void addOnHand(const QStringList &codici, QHash<QString, double> &giacenze)
     }
 }
 
+// By article.
+QMultiHash<int, QString> readBarcodes()
+{
+    const data::Rows rows = ModuleConnection().run(u"SELECT IDANA_MAGA, CODICE FROM BARCODE_ARTICOLI"_s);
+    QMultiHash<int, QString> barcodes;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        barcodes.insert(rows.values(row)[0].toInt(), rows.values(row)[1].toString());
+    return barcodes;
+}
+
+// The code as it is goes before the same number with more or fewer zeros before it.
+CodiceTrovato findBarcode(const QString &codice)
+{
+    const QStringList texts = core::sameNumbers(codice);
+    QVariantList values;
+    for (const QString &text : texts)
+        values.append(data::searchedText(text));
+    const data::Rows rows = ModuleConnection().run(
+        u"SELECT UPPER(CODICE), IDANA_MAGA, PEZZI FROM BARCODE_ARTICOLI WHERE UPPER(CODICE) IN (%1)"_s.arg(
+            QStringList(texts.size(), data::inCapitals()).join(u", "_s)),
+        values);
+    for (const QString &text : texts) {
+        for (qsizetype row = 0; row < rows.size(); ++row) {
+            const QVariantList &found = rows.values(row);
+            // An import may have left the pieces out.
+            if (found[0].toString() == data::capitalsOf(text))
+                return {found[1].toInt(), found[2].toDouble() > 0 ? found[2].toDouble() : 1};
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 Catalogo::Catalogo(const QString &tipo)
@@ -59,6 +92,8 @@ void Catalogo::refresh()
     const data::Rows rows = ModuleConnection().run(
         u"SELECT VOCI.%1, VOCI.CODICE, VOCI.DESCRIZIONE, VOCI.PREZZO, VOCI.COSTO, UM.UM FROM %2 VOCI "
         "LEFT JOIN UM ON UM.IDUM = VOCI.IDUM ORDER BY UPPER(VOCI.CODICE)"_s.arg(keyOfTable(tipo_), tableOf(tipo_)));
+    const bool areArticles = tipo_ == tipoRiga::articolo;
+    const QMultiHash<int, QString> barcodes = areArticles ? readBarcodes() : QMultiHash<int, QString>();
     QList<VoceCatalogo> voci;
     voci.reserve(rows.size());
     words_.reset(rows.size());
@@ -70,7 +105,7 @@ void Catalogo::refresh()
                                 .um = values[5].toString(),
                                 .prezzo = values[3].toDouble(),
                                 .costo = values[4].toDouble()};
-        words_.add({voce.codice}, {voce.descrizione});
+        words_.add({voce.codice}, QStringList{voce.descrizione} + barcodes.values(voce.id));
         voci.append(voce);
     }
     voci_ = std::move(voci);
@@ -85,12 +120,23 @@ QList<VoceCatalogo> Catalogo::find(const QString &text, qsizetype most) const
     return found;
 }
 
-int Catalogo::keyOf(const QString &codice) const
+CodiceTrovato Catalogo::trova(const QString &codice) const
 {
     const data::Rows rows = ModuleConnection().run(
         u"SELECT %1 FROM %2 WHERE UPPER(CODICE) = %3"_s.arg(keyOfTable(tipo_), tableOf(tipo_), data::inCapitals()),
         {data::searchedText(codice)});
-    return rows.isEmpty() ? -1 : rows.values(0).first().toInt();
+    if (!rows.isEmpty())
+        return {rows.values(0).first().toInt()};
+    if (tipo_ != tipoRiga::articolo || codice.isEmpty())
+        return {};
+    const CodiceTrovato plain = findBarcode(codice);
+    if (plain.id > 0)
+        return plain;
+    const std::optional<core::Gs1Code> gs1 = core::readGs1(codice);
+    if (!gs1)
+        return {};
+    const CodiceTrovato found = findBarcode(gs1->gtin);
+    return {found.id, found.pezzi * gs1->count};
 }
 
 QHash<QString, double> GiacenzeAttuali(const QStringList &codici)

@@ -17,6 +17,13 @@ struct VoceCatalogo
     double costo = 0;  ///< EUR per unit
 };
 
+/// What a whole code stands for.
+struct CodiceTrovato
+{
+    int id = -1;      ///< of the article or service; -1 for none
+    double pezzi = 1; ///< that the code stands for, more than one only by a barcode
+};
+
 /// The articles or the services of the firm, held in memory: searching them by a key's stroke asks nobody.
 class Catalogo
 {
@@ -28,12 +35,12 @@ public:
     bool isLoaded() const { return readAt_.isValid(); }
     /// Reads them all, unless that was done a moment ago. Throws data::DatabaseError; what was read before stays.
     void refresh();
-    /// At most `most` of those that have every word of `text` in code or description, each group of
+    /// At most `most` of those that have every word of `text` in code, description or barcodes, each group of
     /// data::WordIndex::find() by code.
     QList<VoceCatalogo> find(const QString &text, qsizetype most) const;
-    /// Key of the one with the whole code, compared without case, as the database has it now; -1 for none. Throws
-    /// data::DatabaseError.
-    int keyOf(const QString &codice) const;
+    /// What the whole code stands for, compared without case, as the database has it now: a plain code goes first,
+    /// then, for articles, their barcodes, then what a GS1 code says. Throws data::DatabaseError.
+    CodiceTrovato trova(const QString &codice) const;
 
 private:
     QString tipo_;

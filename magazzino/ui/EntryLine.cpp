@@ -1,5 +1,6 @@
 #include "magazzino/ui/EntryLine.h"
 
+#include "platform/core/Barcode.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/Bell.h"
 #include "platform/ui/Controls.h"
@@ -28,10 +29,16 @@ bool isEnd(const QKeyEvent &key)
            (key.key() == Qt::Key_Tab && key.modifiers() == Qt::NoModifier);
 }
 
+// Between the values of a scanned code. No input takes the character itself.
+bool isSeparator(const QKeyEvent &key)
+{
+    return key.text() == core::groupSeparator;
+}
+
 bool types(const QKeyEvent &key)
 {
-    return !key.text().isEmpty() && key.text().front().isPrint() &&
-           !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    return isSeparator(key) || (!key.text().isEmpty() && key.text().front().isPrint() &&
+                                !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier)));
 }
 
 } // namespace
@@ -201,7 +208,9 @@ bool DocumentEntryLine::eventFilter(QObject *object, QEvent *event)
     } else if (event->type() == QEvent::KeyPress) {
         auto &key = static_cast<QKeyEvent &>(*event);
         if (types(key))
-            timing_.pressed(key, static_cast<QLineEdit *>(object)->text());
+            keyTyped(key, static_cast<QLineEdit &>(*object));
+        if (isSeparator(key))
+            return true;
         bool taken = true;
         core::guarded(this, [&] {
             if (object == code_) {
@@ -216,6 +225,14 @@ bool DocumentEntryLine::eventFilter(QObject *object, QEvent *event)
         return taken;
     }
     return QWidget::eventFilter(object, event);
+}
+
+void DocumentEntryLine::keyTyped(const QKeyEvent &key, QLineEdit &input)
+{
+    const QString text = isSeparator(key) ? QString(core::shownSeparator) : key.text();
+    timing_.pressed(key, text, input.text());
+    if (isSeparator(key) && &input == code_)
+        code_->insert(text);
 }
 
 bool DocumentEntryLine::codeKey(QKeyEvent &key)
@@ -238,8 +255,10 @@ bool DocumentEntryLine::codeKey(QKeyEvent &key)
         return false;
     if (code_->text().trimmed().isEmpty())
         return key.key() != Qt::Key_Tab;
-    takeTyped(timing_.endsScan(key, shortestScan) && code_->text().endsWith(timing_.scanned()),
-              key.modifiers().testFlag(Qt::ControlModifier));
+    // What was looked for in the list was no scan.
+    const bool scanned = reader_ ? !list_ || list_->isHidden()
+                                 : timing_.endsScan(key, shortestScan) && code_->text().endsWith(timing_.scanned());
+    takeTyped(scanned, key.modifiers().testFlag(Qt::ControlModifier));
     return true;
 }
 

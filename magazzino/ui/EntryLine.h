@@ -7,6 +7,7 @@
 #include <QTimer>
 
 class QLabel;
+class QLineEdit;
 namespace ui {
 class LineEdit;
 }
@@ -29,7 +30,7 @@ struct EntryLineUse
 ///
 /// In the code field "12*CODE" and, before a whole code, "12 CODE" set the quantity; where the document has services,
 /// "/" offers them, and a text that nothing is found for is offered as a text row. What a barcode reader types is
-/// added at once.
+/// added at once, the pieces that a barcode stands for with it.
 class DocumentEntryLine : public QWidget
 {
     Q_OBJECT
@@ -41,6 +42,8 @@ public:
     void clear();
     /// Puts the cursor into the code field.
     void start();
+    /// Takes for a scan whatever is typed in the code field, for readers that are as slow as fingers.
+    void setReader(bool on) { reader_ = on; }
 
 Q_SIGNALS:
     /// The row being typed has the article with this code; empty for none any more.
@@ -75,6 +78,7 @@ private:
     void place(QWidget *widget, int column);
     Catalogo &catalogue(const QString &tipo);
     void loadCatalogue();
+    void keyTyped(const QKeyEvent &key, QLineEdit &input);
     bool codeKey(QKeyEvent &key);
     bool numberKey(qsizetype position, QKeyEvent &key);
     bool addScanned(const NumberInput &into);
@@ -82,6 +86,7 @@ private:
     void showOffers();
     void showOnHand();
     QList<EntryOffer> offersFor(const Typed &typed);
+    bool find(Typed &typed);
     Typed read(const QString &text) const;
     Typed resolve(const QString &text);
     void takeTyped(bool scanned, bool addAtOnce);
@@ -110,5 +115,6 @@ private:
     EntryList *list_ = nullptr;  ///< once something was offered
     QTimer onHandLater_;
     ScanTiming timing_;
+    bool reader_ = false;
     std::optional<DocumentRow> row_; // taken, not yet added
 };

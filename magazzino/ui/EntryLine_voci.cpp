@@ -1,6 +1,7 @@
 // What the line of a row being typed looks up, takes and adds.
 #include "magazzino/ui/EntryLine.h"
 #include "platform/core/Format.h"
+#include "platform/core/NumberReader.h"
 #include "platform/ui/LineEdit.h"
 
 #include <QLabel>
@@ -36,7 +37,8 @@ void DocumentEntryLine::codeEdited()
 {
     forgetRow();
     showHint({});
-    showOffers();
+    if (!reader_)
+        showOffers();
 }
 
 DocumentEntryLine::Typed DocumentEntryLine::read(const QString &text) const
@@ -54,25 +56,33 @@ DocumentEntryLine::Typed DocumentEntryLine::read(const QString &text) const
     return typed;
 }
 
+// The quantity counts what the code stands for.
+bool DocumentEntryLine::find(Typed &typed)
+{
+    const CodiceTrovato found = catalogue(typed.tipo).trova(typed.text);
+    typed.id = found.id;
+    if (found.id <= 0)
+        return false;
+    const auto quantity = core::readNumber(typed.quantity.isEmpty() ? u"1"_s : typed.quantity);
+    // What is no number is refused as it was typed.
+    if (found.pezzi != 1 && quantity)
+        typed.quantity = plainNumber(quantity->value * found.pezzi);
+    return true;
+}
+
 // A whole code goes before everything that could be read into it.
 DocumentEntryLine::Typed DocumentEntryLine::resolve(const QString &text)
 {
     static const QRegularExpression quantityThenCode(u"^\\s*([\\d.,]+)\\s+(\\S.*)$"_s);
     Typed whole{.text = text.trimmed(), .tipo = tipoRiga::articolo};
-    whole.id = articles_.keyOf(whole.text);
-    if (whole.id > 0)
+    if (find(whole))
         return whole;
     Typed typed = read(text);
-    if (typed.text != whole.text)
-        typed.id = catalogue(typed.tipo).keyOf(typed.text);
-    if (typed.id > 0)
+    if (typed.text != whole.text && find(typed))
         return typed;
     if (const auto match = quantityThenCode.match(text); match.hasMatch()) {
-        const Typed second{.quantity = match.captured(1),
-                           .text = match.captured(2).trimmed(),
-                           .tipo = tipoRiga::articolo,
-                           .id = articles_.keyOf(match.captured(2).trimmed())};
-        if (second.id > 0)
+        Typed second{.quantity = match.captured(1), .text = match.captured(2).trimmed(), .tipo = tipoRiga::articolo};
+        if (find(second))
             return second;
     }
     return typed;

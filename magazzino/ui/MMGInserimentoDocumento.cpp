@@ -161,7 +161,10 @@ void TMMGInserimentoDocumento::createRowsPage()
     createEntryLine(page);
     layout->addWidget(entry_);
     createStockLine(page);
-    layout->addWidget(stock_);
+    auto *below = new QHBoxLayout;
+    below->addWidget(stock_, 1);
+    below->addWidget(createReaderSwitch(page), 0, Qt::AlignTop);
+    layout->addLayout(below);
     connect(grid_, &DocumentGrid::resized, this, &TMMGInserimentoDocumento::RidimensionaGrigliaRigheDocumento);
     connect(grid_, &DocumentGrid::typing, this, &TMMGInserimentoDocumento::SetTyping);
     connect(&grid_->rowsModel(), &DocumentRowsModel::cellEdited, this, &TMMGInserimentoDocumento::cellEdited);

@@ -114,6 +114,7 @@ private:
     QLabel *createTotal(const DocumentTotal &total, QWidget *box);
     void createEntryLine(QWidget *page);
     void createStockLine(QWidget *page);
+    QWidget *createReaderSwitch(QWidget *page);
     ScorteDi stockOf();
     void startEntry();
     void goOn();

@@ -7,7 +7,9 @@
 #include "magazzino/ui/StockLine.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/UserSettings.h"
 
+#include <QCheckBox>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
@@ -56,6 +58,32 @@ void TMMGInserimentoDocumento::createEntryLine(QWidget *page)
                 .run = [this] { startEntry(); },
                 .icon = ui::Icon::Add,
                 .shortcut = QKeySequence(u"Ctrl+I"_s)});
+}
+
+QWidget *TMMGInserimentoDocumento::createReaderSwitch(QWidget *page)
+{
+    const QString kind = u"interruttori"_s;
+    const QString name = u"lettore"_s;
+    const QString isOn = u"acceso"_s;
+    auto *reader = new QCheckBox(u"Lettore"_s, page);
+    reader->setObjectName(u"chkLettore"_s);
+    reader->setToolTip(
+        u"Ciò che si scrive nel codice della riga nuova vale come letto da un lettore: Invio lo aggiunge "
+        "subito"_s);
+    // The place in the line stays, and Tab goes where it went.
+    reader->setFocusPolicy(Qt::NoFocus);
+    reader->setChecked(ui::remembered(kind, name).value(isOn).toBool());
+    entry_->setReader(reader->isChecked());
+    connect(reader, &QCheckBox::toggled, this, [this, kind, name, isOn](bool on) {
+        entry_->setReader(on);
+        core::guarded(this, [&] { ui::remember(kind, name, {{isOn, on}}); });
+    });
+    addCommand({.name = u"actLettore"_s,
+                .caption = u"Lettore"_s,
+                .run = [reader] { reader->toggle(); },
+                .icon = ui::Icon::Check,
+                .shortcut = QKeySequence(u"Ctrl+Shift+L"_s)});
+    return reader;
 }
 
 ScorteDi TMMGInserimentoDocumento::stockOf()

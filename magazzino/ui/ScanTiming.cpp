@@ -16,14 +16,14 @@ qint64 timeOf(const QKeyEvent &key)
 
 } // namespace
 
-void ScanTiming::pressed(const QKeyEvent &key, const QString &before)
+void ScanTiming::pressed(const QKeyEvent &key, const QString &typed, const QString &before)
 {
     const qint64 time = timeOf(key);
     if (scanned_.isEmpty() || time - lastKey_ > fastest) {
         scanned_.clear();
         before_ = before;
     }
-    scanned_ += key.text();
+    scanned_ += typed;
     lastKey_ = time;
 }
 

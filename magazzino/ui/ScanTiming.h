@@ -7,8 +7,8 @@ class QKeyEvent;
 class ScanTiming
 {
 public:
-    /// A key that types something was pressed in a field which held `before`.
-    void pressed(const QKeyEvent &key, const QString &before);
+    /// A key that types `typed` was pressed in a field which held `before`.
+    void pressed(const QKeyEvent &key, const QString &typed, const QString &before);
     /// Does `end`, pressed now, end a scan: at least `least` characters, each key within 30 ms of the last one?
     bool endsScan(const QKeyEvent &end, qsizetype least) const;
     /// What was typed that fast.

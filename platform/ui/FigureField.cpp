@@ -33,7 +33,7 @@ void FigureField::load(const data::DataSet &record)
 
 void FigureField::write(data::DataSet &record) const
 {
-    written_ = record.text(spec_.column);
+    written_ = record.text(spec_.column).trimmed();
 }
 
 void FigureField::show(const QString &text)

@@ -19,6 +19,7 @@ struct FilterSpec
     QString label;
     QString before;
     QString after = {};
+    QString other = {}; ///< condition that fits as well, with "?" for the value
 };
 
 /// An input whose value is compared as it is.
@@ -39,6 +40,7 @@ public:
 
 protected:
     Input *input() const { return input_; }
+    const FilterSpec &spec() const { return spec_; }
 
 private:
     Input *input_;
@@ -75,6 +77,13 @@ public:
     {
         const QString text = TextFilter::value().toString().trimmed();
         return text.isEmpty() ? QVariant() : text;
+    }
+    QString condition(data::Values &values) const override
+    {
+        const QString main = InputFilter::condition(values);
+        return spec().other.isEmpty()
+                   ? main
+                   : u"(%1 OR %2)"_s.arg(main, QString(spec().other).replace(u'?', values.add(value())));
     }
 };
 
@@ -116,9 +125,9 @@ ListFilter containing(const QString &name, const QString &label, const QString &
     return textFilter(name, label, column + u" CONTAINING "_s);
 }
 
-ListFilter containingLoosely(const QString &name, const QString &label, const QString &column)
+ListFilter containingLoosely(const QString &name, const QString &label, const QString &column, const QString &other)
 {
-    const FilterSpec spec{name, label, column + u" COLLATE UNICODE_CI_AI CONTAINING "_s};
+    const FilterSpec spec{name, label, column + u" COLLATE UNICODE_CI_AI CONTAINING "_s, {}, other};
     return [spec](QWidget *parent) { return new LooseFilter(spec, parent); };
 }
 

@@ -32,8 +32,8 @@ struct ListColumn
     Width widthKind = Width::Pixels;
     Display display = Display::Text;
     bool redBelowZero = false;
-    /// Knows what is shown, by the text of `figuresOf`; without one `field` is a column of the query. While nobody knows,
-    /// the list has no such column.
+    /// Knows what is shown, by the text of `figuresOf`; without one `field` is a column of the query. While nobody
+    /// knows, the list has no such column.
     const FigureSource *figures = nullptr;
     QString figuresOf = {};
 };

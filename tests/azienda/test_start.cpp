@@ -374,7 +374,7 @@ private Q_SLOTS:
         const QString versions =
             u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA IN ('CORVANE', 'FATT_ACC') ORDER BY TABELLA"_s;
         connection->open();
-        QCOMPARE(test::linesOf(*connection, versions), QStringList({u"1.4.0"_s, u"1.4.0"_s}));
+        QCOMPARE(test::linesOf(*connection, versions), QStringList({u"1.5.0"_s, u"1.4.0"_s}));
         connection->execute(version.arg(u"9.0.0"_s, u"CORVANE"_s));
         connection->close();
         const auto [code, told] = runProgram(home.path(), command);

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString firstRelease = u"1.0.0"_s;
-const QString current = u"1.4.0"_s;
+const QString current = u"1.5.0"_s;
 
 /// Steps as they may come: a column, a table with its first row, a change of what is stored.
 QList<schema::Step> stepsToCome()

@@ -1,3 +1,4 @@
+#include "platform/core/Barcode.h"
 #include "platform/core/DateReader.h"
 #include "platform/core/Decimal.h"
 #include "platform/core/Format.h"
@@ -15,6 +16,38 @@ class TestCore : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void barcodesAreRead_data()
+    {
+        // What is read: "GTIN lot count"; empty for no GS1 code.
+        test::columns<QString, bool, QString>("code", "digitFits", "read");
+        const QChar gs = core::groupSeparator;
+        QTest::newRow("EAN-13") << u"8001120000019"_s << true << QString();
+        QTest::newRow("EAN-13, wrong") << u"8001120000018"_s << false << QString();
+        QTest::newRow("EAN-8, wrong") << u"12345671"_s << false << QString();
+        QTest::newRow("UPC") << u"012345678905"_s << true << QString();
+        QTest::newRow("free") << u"1234567"_s << true << QString();
+        QTest::newRow("number alone") << u"]C10108001120000019"_s << true << u"08001120000019  1"_s;
+        QTest::newRow("lot and count") << u"]C1010800112000001910L-7"_s + gs + u"3712"_s << true
+                                       << u"08001120000019 L-7 12"_s;
+        QTest::newRow("date, count first, sign on screen")
+            << u"3024"_s + core::shownSeparator + u"17261231"_s + u"0108001120000019"_s << true
+            << u"08001120000019  24"_s;
+        QTest::newRow("brackets") << u"(01)08001120000019(10)A(37)2"_s << true << u"08001120000019 A 2"_s;
+        QTest::newRow("wrong digit in it") << u"0108001120000018"_s << true << QString();
+        QTest::newRow("count of nothing") << u"0108001120000019"_s + u"370"_s << true << QString();
+        QTest::newRow("cut off") << u"0108001120"_s << true << QString();
+    }
+
+    void barcodesAreRead()
+    {
+        const auto [code, digitFits, read] = test::row<QString, bool, QString>();
+        QCOMPARE(core::checkDigitFits(code), digitFits);
+        const auto gs1 = core::readGs1(code);
+        QCOMPARE(gs1 ? u"%1 %2 %3"_s.arg(gs1->gtin, gs1->lot).arg(gs1->count) : QString(), read);
+        QCOMPARE(core::sameNumbers(u"00012345678905"_s),
+                 QStringList({u"00012345678905"_s, u"0012345678905"_s, u"012345678905"_s}));
+    }
+
     // Exactly the same double, not one near it; also with the noise of sums and where no decimals are left.
     void roundsHalvesAwayFromZeroOnTheDecimalValue()
     {

@@ -337,6 +337,22 @@ private Q_SLOTS:
         ui::setOpenFileChooser({});
     }
 
+    // A wrong check digit is told and imported; a code stands for one piece where nothing is said.
+    void barcodesComeWithTheirPieces()
+    {
+        const host::ImportJob barcodes = job(barcodes_, "EAN;Articolo;Pezzi\n8001120000019;tra-0018;\n"
+                                                        "8001120000018;TRA-0018;6\nlibero;SMA-0750;2,5\n");
+        const host::ImportPlan plan = host::planImport(barcodes);
+        QCOMPARE(plan.problemCount, 0);
+        QCOMPARE(plan.doubtCount, 1);
+        QCOMPARE(plan.doubts.constFirst().line, 3);
+        core::Progress progress;
+        host::writeImport(database_->connection(), barcodes, plan, progress);
+        QCOMPARE(database_->lines(u"SELECT A.CODICE, B.CODICE, B.PEZZI FROM BARCODE_ARTICOLI B JOIN ANA_MAGA A ON "
+                                  "A.IDANA_MAGA = B.IDANA_MAGA ORDER BY B.IDBARCODE_ARTICOLI"_s),
+                 QStringList({u"TRA-0018|8001120000019|1"_s, u"TRA-0018|8001120000018|6"_s, u"SMA-0750|libero|2.5"_s}));
+    }
+
 private:
     /// The import of a file whose headers name the fields.
     host::ImportJob job(const host::ImportTarget &target, const QByteArray &content, bool update = false)
@@ -365,7 +381,8 @@ private:
     }
 
     const host::ImportTarget articles_ = host::importTargets()[0];
-    const host::ImportTarget suppliers_ = host::importTargets()[2];
+    const host::ImportTarget barcodes_ = host::importTargets()[1];
+    const host::ImportTarget suppliers_ = host::importTargets()[3];
     const QTemporaryDir folder_;
     std::unique_ptr<test::ModuleDatabase> database_;
     std::unique_ptr<host::ImportLookups> lookups_;

@@ -1,4 +1,5 @@
 #include "magazzino/ui/EntryLine.h"
+#include "platform/core/Barcode.h"
 #include "platform/core/Clock.h"
 #include "platform/ui/Bell.h"
 #include "tests/support/Fixtures.h"
@@ -211,24 +212,50 @@ private Q_SLOTS:
         compare();
     }
 
+    // Twenty at a time wait in the queue while the first ones are looked up, 1 ms from key to key. SCANS sets how many.
     void scansAreAdded()
     {
+        addBarcodes();
         const test::Document note = open(test::deliveryNote());
         const QStringList articles = {u"TRA-0018"_s, u"SMA-0750"_s, u"TRA-0055"_s};
+        struct Scan
+        {
+            QString keys;
+            int article; // -1 for none
+            double pieces;
+        };
+        const QChar gs = core::groupSeparator;
+        const QList<Scan> scans = {{articles[0], 0, 1},
+                                   {u"8001120000019"_s, 0, 1},
+                                   {u"]C10108001120000019"_s + u"10LOTTO 1"_s + gs + u"3012"_s, 0, 12},
+                                   {u"80012345"_s, -1, 0},
+                                   {u"012345678905"_s, 1, 6},
+                                   {u"0012345678905"_s, 1, 6},
+                                   {u"0100012345678905372"_s, 1, 12},
+                                   {u"010800112000001837"_s, -1, 0},
+                                   {u"conf-12/x"_s, 2, 12},
+                                   {u"3*conf-12/x"_s, 2, 36},
+                                   {u"5 tra-0055"_s, 2, 5}};
+        const int count = qEnvironmentVariableIsSet("SCANS") ? qEnvironmentVariableIntValue("SCANS") : 400;
+        QList<double> pieces(articles.size(), 0);
         int wrong = 0;
-        for (int i = 0; i < 200; ++i) {
-            const bool isUnknown = i % 10 == 9;
-            scan(isUnknown ? u"80012345%1"_s.arg(i) : articles[i % 3]);
-            wrong += isUnknown ? 1 : 0;
-            QCOMPARE(note.shown(u"lblRigaDescrizione"_s).startsWith(u"Non trovato"_s), isUnknown);
-            QVERIFY(isRed(note) == isUnknown && beeps_ == wrong);
+        for (int i = 0; i < count; ++i) {
+            // No two ones that follow each other are always the same.
+            const Scan &scan = scans[(i + i / scans.size()) % scans.size()];
+            postScan(scan.keys);
+            wrong += scan.article < 0 ? 1 : 0;
+            if (scan.article >= 0)
+                pieces[scan.article] += scan.pieces;
+            if (i % 20 < 19 && i + 1 < count)
+                continue;
+            test::settle();
+            QCOMPARE(note.shown(u"lblRigaDescrizione"_s).startsWith(u"Non trovato"_s), scan.article < 0);
+            QVERIFY(isRed(note) == (scan.article < 0) && beeps_ == wrong);
             QCOMPARE(focus(), u"txtRigaCodice"_s);
         }
         QCOMPARE(codes(note), articles);
-        double sum = 0;
-        for (const DocumentRow &row : note.grid()->rowsModel().rows())
-            sum += row.quantita.value_or(0);
-        QCOMPARE(sum, 200 - wrong);
+        for (int i = 0; i < articles.size(); ++i)
+            QCOMPARE(note.grid()->rowsModel().rows()[i].quantita.value_or(0), pieces[i]);
 
         // At another price it is another row, and the command always makes one.
         test::typeIntoCell(note.grid(), 0, u"Prezzo"_s, u"1"_s);
@@ -236,6 +263,28 @@ private Q_SLOTS:
         scan(u"tra-0018"_s);
         note.choose(u"actAggiungiArticolo"_s, test::choosingArticle(u"SMA-0750"_s));
         QCOMPARE(codes(note), articles + QStringList({u"TRA-0018"_s, u"SMA-0750"_s}));
+    }
+
+    // For readers that are as slow as fingers: whatever is typed counts as scanned.
+    void switchMakesEverythingAScan()
+    {
+        addBarcodes();
+        const test::Document note = open(test::deliveryNote());
+        type(u"0000123456\n"_s);
+        QCOMPARE(beeps_, 1);
+        press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(note.control<QCheckBox>(u"chkLettore"_s)->isChecked());
+        type(u"012345678905\ntra-0018\ntra-00\n"_s);
+        QCOMPARE(quantities(note), QStringList({u"6,00"_s, u"1,00"_s}));
+        QCOMPARE(beeps_, 2);
+        QVERIFY(isRed(note) && list(note)->isHidden());
+        press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+        // By hand it is offered, and the quantity counts the pieces.
+        type(u"1234567"_s);
+        QCOMPARE(test::columnTexts(list(note), u"Codice"_s), QStringList(u"SMA-0750"_s));
+        press(Qt::Key_Escape);
+        type(u"2*012345678905\n\n"_s);
+        QCOMPARE(quantities(note), QStringList({u"6,00"_s, u"1,00"_s, u"12,00"_s}));
     }
 
     void scanIntoANumberIsAScan()
@@ -283,6 +332,35 @@ private:
                 QTest::keyClick(QApplication::focusWidget(), character.toLatin1());
         }
         test::settle();
+    }
+
+    void addBarcodes() const
+    {
+        for (const auto &[article, code, pieces] : {std::tuple(u"TRA-0018"_s, u"8001120000019"_s, 1),
+                                                    {u"SMA-0750"_s, u"012345678905"_s, 6},
+                                                    {u"TRA-0055"_s, u"CONF-12/X"_s, 12}})
+            test::insertInto(database(), u"BARCODE_ARTICOLI"_s,
+                             {{u"CODICE"_s, code},
+                              {u"PEZZI"_s, pieces},
+                              {u"IDANA_MAGA"_s,
+                               lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = '%1'"_s.arg(article)).value(0)}});
+    }
+
+    /// As the platform hands a reader's keys over: to the window, however busy the program is.
+    void postScan(const QString &code)
+    {
+        QWindow *window = QApplication::activeWindow()->windowHandle();
+        for (const QChar character : code + u'\r') {
+            const bool isEnd = character == u'\r';
+            const bool separates = character == core::groupSeparator;
+            const int key = isEnd       ? int(Qt::Key_Return)
+                            : separates ? int(Qt::Key_BracketRight)
+                                        : character.toUpper().unicode();
+            auto *press = new QKeyEvent(QEvent::KeyPress, key, separates ? Qt::ControlModifier : Qt::NoModifier,
+                                        QString(character));
+            press->setTimestamp(static_cast<quint64>(time_ += reader));
+            QCoreApplication::postEvent(window, press);
+        }
     }
 
     void scan(const QString &code)
