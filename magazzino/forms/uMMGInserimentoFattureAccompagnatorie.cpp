@@ -148,14 +148,14 @@ QGroupBox *TMMGInserimentoFattureAccompagnatorie::createPayment()
     payment_->setRequired();
     due_ = declare(new ui::DateField(
         {.name = u"txtScadenzaPagamento"_s, .label = u"Scadenza pagamento"_s, .column = u"SCADENZA_PAGAMENTO"_s}, box));
-    auto *paid = declare(new ui::FlagField({u"chkPagato"_s, u"Pagato"_s, u"PAGATO"_s}, box));
-    auto *notified = declare(new ui::FlagField({u"chkNotificato"_s, u"Notificata"_s, u"NOTIFICATO"_s}, box));
+    paid_ = declare(new ui::FlagField({u"chkPagato"_s, u"Pagato"_s, u"PAGATO"_s}, box));
+    notified_ = declare(new ui::FlagField({u"chkNotificato"_s, u"Notificata"_s, u"NOTIFICATO"_s}, box));
     exempt_ = declare(new ui::FlagField({u"chkIVAEsente"_s, u"Fattura esente IVA"_s, u"IVA_ESENTE"_s}, box));
     auto *grid = new QGridLayout(box);
     place(grid, payment_, 0, 0);
     place(grid, due_, 0, 1);
-    grid->addWidget(paid->widget(), 0, 4);
-    grid->addWidget(notified->widget(), 0, 5);
+    grid->addWidget(paid_->widget(), 0, 4);
+    grid->addWidget(notified_->widget(), 0, 5);
     grid->addWidget(exempt_->widget(), 0, 6);
     grid->setColumnStretch(1, 1);
     connect(payment_, &ui::Field::edited, this, &TMMGInserimentoFattureAccompagnatorie::followPayment);
@@ -178,6 +178,18 @@ void TMMGInserimentoFattureAccompagnatorie::followDate()
 {
     if (documentDate().isValid() && proposedDue_.isValid() && due_->date() == proposedDue_)
         followPayment();
+}
+
+// Nobody has paid the copy, been told of it or sent it.
+void TMMGInserimentoFattureAccompagnatorie::leaveOutOfCopy()
+{
+    TMMGInserimentoScarico::leaveOutOfCopy();
+    paid_->setChecked(false);
+    notified_->setChecked(false);
+    recurrence_->clear();
+    mostraFileElettronico({});
+    due_->clear();
+    followPayment();
 }
 
 QList<std::pair<ui::Field *, QString>> TMMGInserimentoFattureAccompagnatorie::asLastTime() const

@@ -22,6 +22,7 @@ public:
 
 protected:
     void customerChosen(const TCliente &customer) override;
+    void leaveOutOfCopy() override;
     bool isExempt() const override;
     void addFurtherPages() override;
     void clearDetails() override;
@@ -44,6 +45,8 @@ private:
     void mostraFileElettronico(const QString &testo);
 
     ui::ChoiceField *payment_ = nullptr;
+    ui::FlagField *paid_ = nullptr;
+    ui::FlagField *notified_ = nullptr;
     ui::DateField *due_ = nullptr;
     QDate proposedDue_; // what the payment type said; invalid for nothing
     ui::FlagField *exempt_ = nullptr;

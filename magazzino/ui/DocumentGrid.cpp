@@ -148,7 +148,8 @@ DocumentGrid::DocumentGrid(const DocumentKind &kind, QWidget *parent)
 {
     setModel(model_);
     setItemDelegate(delegate_);
-    setSelectionMode(QAbstractItemView::SingleSelection);
+    // Several rows are copied at once; every other command is for the current one.
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::AnyKeyPressed);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -157,7 +158,7 @@ DocumentGrid::DocumentGrid(const DocumentKind &kind, QWidget *parent)
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
-    new ui::ListExport(this);
+    export_ = new ui::ListExport(this);
     connect(model_, &DocumentRowsModel::cellEdited, this, [this](int row) { resizeRowToContents(row); });
     connect(model_, &QAbstractItemModel::dataChanged, this, &DocumentGrid::fitColumns);
     connect(model_, &QAbstractItemModel::modelReset, this, &DocumentGrid::fitColumns);

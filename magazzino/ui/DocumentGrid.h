@@ -5,6 +5,10 @@
 #include <QStyledItemDelegate>
 #include <QTableView>
 
+namespace ui {
+class ListExport;
+}
+
 /// Where a key leads from a cell.
 enum class CellStep
 {
@@ -68,6 +72,8 @@ public:
     void select(int row, const RowMember &column);
     /// Takes over what stands in an open editor; false when the cell refused it.
     bool finishEditing() { return delegate_->finish(); }
+    /// The commands by which its rows leave the program.
+    ui::ListExport &listExport() const { return *export_; }
     /// Makes each row as high as its description needs it.
     void fitRowHeights();
     /// Fits columns and rows to the grid's width.
@@ -91,4 +97,5 @@ private:
 
     DocumentRowsModel *model_;
     DocumentRowsDelegate *delegate_;
+    ui::ListExport *export_;
 };

@@ -111,7 +111,13 @@ void TMMGInserimentoDocumento::finishLayout()
     createNotesPage();
     mainLayout()->addWidget(createTotals());
     setFocusProxy(required_.first().first);
-    start(kind_.print.report.isEmpty() ? ui::standardCommands : printedCommands);
+    addCommand({.name = u"actDuplica"_s,
+                .caption = u"Duplica"_s,
+                .run = [this] { duplica(); },
+                .icon = ui::Icon::Duplicate,
+                .shortcut = QKeySequence(u"Ctrl+Shift+D"_s)});
+    const QStringList duplicate = {{}, u"actDuplica"_s};
+    start((kind_.print.report.isEmpty() ? ui::standardCommands : printedCommands) + duplicate);
     placeInMenu();
 }
 
@@ -122,6 +128,7 @@ void TMMGInserimentoDocumento::placeInMenu()
     formMenu()->addAction(command(u"actComeUltimaVolta"_s));
     formMenu()->addSeparator();
     formMenu()->addAction(command(u"actScriviRiga"_s));
+    formMenu()->addAction(command(u"actLettore"_s));
     formMenu()->addActions(findChild<QToolBar *>(u"tBarRighe"_s)->actions());
     formMenu()->addSeparator();
     formMenu()->addAction(command(u"actDocumentoSopra"_s));
@@ -158,6 +165,7 @@ void TMMGInserimentoDocumento::createRowsPage()
     grid_ = new DocumentGrid(kind_, page);
     grid_->setObjectName(kind_.captions.rowsGrid);
     layout->addWidget(grid_, 1);
+    createCopyCommands();
     createEntryLine(page);
     layout->addWidget(entry_);
     createStockLine(page);

@@ -37,6 +37,8 @@ public:
     virtual void RidimensionaForm();
     DocumentGrid &grid() const { return *grid_; }
     QString recordName() const override;
+    /// "Duplica": makes a new document of the stored one, with today's date and number, the prices of today or its own.
+    void duplica();
 
 protected:
     /// The header's page, filled by the concrete form between the constructor and finishLayout().
@@ -70,6 +72,8 @@ protected:
     virtual QList<std::pair<ui::Field *, QString>> asLastTime() const = 0;
     /// It did.
     virtual void lastTimeTaken() {}
+    /// What became of the document that was copied is not true of its copy: clears such fields.
+    virtual void leaveOutOfCopy() {}
     /// Customer or supplier, where the kind's documents go to both.
     virtual std::optional<int> counterpartType() const { return {}; }
 
@@ -121,7 +125,11 @@ private:
     QWidget *createLastTime();
     void offerLastTime();
     void takeLastTime();
-    void appendRow(const DocumentRow &row);
+    void fillCopy(bool currentPrices);
+    void createCopyCommands();
+    void copiaRighe();
+    void incollaRighe();
+    void appendRows(const QList<DocumentRow> &rows);
     void addRow(const DocumentRow &row);
     bool addEntered(const DocumentRow &row, bool scanned);
     void addChosen(const QString &tipo, const QString &action);

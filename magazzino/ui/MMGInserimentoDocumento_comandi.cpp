@@ -1,5 +1,6 @@
 // How the rows of a document's form are added and changed.
 #include "magazzino/MMGUtils.h"
+#include "magazzino/documents/RigheAppunti.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/EntryLine.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
@@ -14,35 +15,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-template <typename Voce>
-std::optional<DocumentRow> rowOfVoce(const QString &tipo, const Voce &voce)
-{
-    if (voce.id <= 0)
-        return {};
-    return DocumentRow{.tipo = tipo,
-                       .codice = voce.codice,
-                       .descrizione = voce.descrizione,
-                       .idCategoria = voce.idCategoria,
-                       .costo = voce.costo,
-                       .prezzo = voce.prezzo,
-                       .quantita = 1,
-                       .importo = voce.prezzo,
-                       .idAliquotaIVA = voce.idAliquotaIVA,
-                       .codiceIVA = GetAliquotaIVA(voce.idAliquotaIVA).codice,
-                       .idUM = voce.idUM,
-                       .um = GetUM(voce.idUM).testo};
-}
-
-// The row that an article or a service makes, chosen or typed; nothing when it was not found.
-std::optional<DocumentRow> rowOf(const QString &tipo, int id)
-{
-    return tipo == tipoRiga::servizio ? rowOfVoce(tipo, GetServizio(id)) : rowOfVoce(tipo, GetArticolo(id));
-}
-
-} // namespace
-
 void TMMGInserimentoDocumento::createEntryLine(QWidget *page)
 {
     const auto chooseArticle = [] {
@@ -51,7 +23,7 @@ void TMMGInserimentoDocumento::createEntryLine(QWidget *page)
     };
     entry_ = new DocumentEntryLine(
         kind_, *grid_,
-        {rowOf, chooseArticle, [this](const DocumentRow &row, bool scanned) { return addEntered(row, scanned); }},
+        {rigaDi, chooseArticle, [this](const DocumentRow &row, bool scanned) { return addEntered(row, scanned); }},
         page);
     addCommand({.name = u"actScriviRiga"_s,
                 .caption = u"Scrivi una riga"_s,
@@ -122,24 +94,29 @@ void TMMGInserimentoDocumento::rowsChanged()
     grid_->fitRowHeights();
 }
 
-void TMMGInserimentoDocumento::appendRow(const DocumentRow &row)
+void TMMGInserimentoDocumento::appendRows(const QList<DocumentRow> &rows)
 {
+    if (rows.isEmpty())
+        return;
     DocumentRowsModel &model = grid_->rowsModel();
-    model.append(row);
-    if (row.tipo == tipoRiga::testo) {
+    for (const DocumentRow &row : rows)
+        model.append(row);
+    const bool areTexts =
+        std::all_of(rows.begin(), rows.end(), [](const DocumentRow &row) { return row.tipo == tipoRiga::testo; });
+    if (areTexts) {
         // The totals stay as they are shown; this is intended.
         SetModified(true);
         grid_->fitRowHeights();
     } else {
         rowsChanged();
     }
-    grid_->select(model.rowCount() - 1,
-                  row.tipo == tipoRiga::testo ? RowMember(&DocumentRow::descrizione) : RowMember(kind_.unitPrice));
+    grid_->select(model.rowCount() - 1, rows.last().tipo == tipoRiga::testo ? RowMember(&DocumentRow::descrizione)
+                                                                            : RowMember(kind_.unitPrice));
 }
 
 void TMMGInserimentoDocumento::addRow(const DocumentRow &row)
 {
-    appendRow(row);
+    appendRows({row});
     grid_->setFocus();
 }
 
@@ -153,7 +130,7 @@ bool TMMGInserimentoDocumento::addEntered(const DocumentRow &row, bool scanned)
     DocumentRowsModel &model = grid_->rowsModel();
     const int same = scanned ? model.rowLike(row) : -1;
     if (same < 0) {
-        appendRow(row);
+        appendRows({row});
         return true;
     }
     grid_->select(same, &DocumentRow::quantita);
@@ -173,7 +150,7 @@ void TMMGInserimentoDocumento::aggiungiServizio()
 void TMMGInserimentoDocumento::addChosen(const QString &tipo, const QString &action)
 {
     if (const auto chosen = chooseRecord(action)) {
-        if (const auto row = rowOf(tipo, chosen->key))
+        if (const auto row = rigaDi(tipo, chosen->key))
             addRow(*row);
     }
 }

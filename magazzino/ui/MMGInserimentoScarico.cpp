@@ -213,13 +213,13 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
                                                .source = textSource(u"UM"_s, u"IDUM"_s, u"UM"_s)},
                                               box));
     followUp(weightUnit_->input());
-    auto *start = declare(new ui::MomentField({.checkName = u"chkInizioTrasporto"_s,
-                                               .dateName = u"txtDataInizioTrasporto"_s,
-                                               .timeName = u"txtOraInizioTrasporto"_s,
-                                               .caption = u"Data e ora di inizio trasporto"_s,
-                                               .dateColumn = u"DATA_INIZIO_TRASPORTO"_s,
-                                               .timeColumn = u"ORA_INIZIO_TRASPORTO"_s},
-                                              box));
+    start_ = declare(new ui::MomentField({.checkName = u"chkInizioTrasporto"_s,
+                                          .dateName = u"txtDataInizioTrasporto"_s,
+                                          .timeName = u"txtOraInizioTrasporto"_s,
+                                          .caption = u"Data e ora di inizio trasporto"_s,
+                                          .dateColumn = u"DATA_INIZIO_TRASPORTO"_s,
+                                          .timeColumn = u"ORA_INIZIO_TRASPORTO"_s},
+                                         box));
     auto *grid = new QGridLayout(box);
     place(grid, transportType_, 0, 0, 2);
     place(grid, appearance, 1, 0, 2);
@@ -227,7 +227,7 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
     place(grid, packages, 3, 0);
     place(grid, weight, 4, 0);
     place(grid, weightUnit_, 4, 1);
-    place(grid, start, 5, 0, 2);
+    place(grid, start_, 5, 0, 2);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
     return box;
@@ -266,4 +266,10 @@ QList<std::pair<ui::Field *, QString>> TMMGInserimentoScarico::asLastTime() cons
     return {{transportType_, u"TIPO_TRASPORTO"_s},
             {transportReason_, u"CAUSALE_TRASPORTO"_s},
             {carrier_, u"VETT_RAGIONESOCIALE"_s}};
+}
+
+// The goods of the copy have not left yet.
+void TMMGInserimentoScarico::leaveOutOfCopy()
+{
+    start_->clear();
 }

@@ -45,6 +45,7 @@ protected:
     QList<std::pair<ui::Field *, QString>> asLastTime() const override;
     QString customerCode() const override { return addresseeCode(); }
     QString counterpartName() const override;
+    void leaveOutOfCopy() override;
     ui::ChoiceField *transportType() const { return transportType_; }
     ui::ChoiceField *transportReason() const { return transportReason_; }
 
@@ -62,4 +63,5 @@ private:
     ui::ChoiceField *transportType_ = nullptr;
     ui::ChoiceField *transportReason_ = nullptr;
     ui::ChoiceField *weightUnit_ = nullptr;
+    ui::MomentField *start_ = nullptr;
 };

@@ -1,6 +1,7 @@
 #include "magazzino/ui/MMGRicercaDocumenti.h"
 
 #include "host/users/Users.h"
+#include "magazzino/ui/MMGInserimentoDocumento.h"
 
 using namespace Qt::StringLiterals;
 
@@ -33,8 +34,14 @@ TMMGRicercaDocumenti::TMMGRicercaDocumenti(const DocumentKind &kind, const ui::S
     const QList<ui::Command> print = printCommands(kind, this, [this] { return selectedDocument(); });
     for (const ui::Command &command : print)
         addCommand(command);
-    start(print.isEmpty() ? ui::listCommands
-                          : ui::listCommands + QStringList{{}, u"actStampa"_s, u"actSalvaPDF"_s, u"actInviaPosta"_s});
+    addCommand({.name = u"actDuplica"_s,
+                .caption = u"Duplica"_s,
+                .run = [this] { duplicate(); },
+                .icon = ui::Icon::Duplicate,
+                .shortcut = QKeySequence(u"Ctrl+Shift+D"_s)});
+    const QStringList printed =
+        print.isEmpty() ? QStringList() : QStringList{{}, u"actStampa"_s, u"actSalvaPDF"_s, u"actInviaPosta"_s};
+    start(ui::listCommands + printed + QStringList{{}, u"actDuplica"_s});
 }
 
 std::optional<DocumentHead> TMMGRicercaDocumenti::selectedDocument() const
@@ -51,6 +58,22 @@ void TMMGRicercaDocumenti::newRecord()
         TMMGRicercaBase::newRecord();
     else
         host::refuseForRights(this);
+}
+
+// In its form, where it is shown first.
+void TMMGRicercaDocumenti::duplicate()
+{
+    const int key = selectedKey();
+    if (key <= 0)
+        return;
+    if (!mayEdit(kind_)) {
+        host::refuseForRights(this);
+        return;
+    }
+    auto &form = dynamic_cast<TMMGInserimentoDocumento &>(entryForm());
+    form.openRecord(key);
+    if (form.IdRecord() == key)
+        form.duplica();
 }
 
 bool TMMGRicercaDocumenti::deleteRecord(int id)

@@ -20,6 +20,7 @@ protected:
 
 private:
     std::optional<DocumentHead> selectedDocument() const;
+    void duplicate();
 
     const DocumentKind &kind_;
 };

@@ -79,6 +79,7 @@ enum class Icon
     Done,
     Rename,
     LastTime,
+    Duplicate,
     FitWidth,
     FitPage
 };

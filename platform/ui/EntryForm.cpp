@@ -279,6 +279,16 @@ void EntryForm::startNewAsking()
     startNew();
 }
 
+bool EntryForm::startCopy()
+{
+    if (!continueWithoutSaving())
+        return false;
+    keepGivenUp();
+    session_.state() = {};
+    SetModified(true);
+    return true;
+}
+
 void EntryForm::openRecord(int id)
 {
     if (finishEditing() && continueWithoutSaving())

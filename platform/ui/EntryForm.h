@@ -192,6 +192,8 @@ protected:
     int replacedKey() const { return session_.replacedKey(); }
     data::DataSet &record() const { return session_.record(); }
     data::Connection &connection() const;
+    /// Makes a new record of what is shown, after the question about unsaved changes. False when the user stays.
+    bool startCopy();
     /// Runs `body` without its changes marking the form modified.
     void withoutTracking(const std::function<void()> &body);
     bool mayClose() override;

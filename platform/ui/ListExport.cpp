@@ -164,6 +164,10 @@ void ListExport::copyList()
 
 void ListExport::copySelection()
 {
+    if (copy_) {
+        copy_();
+        return;
+    }
     const core::Table table = selectionOf(*view_);
     if (table.rows.isEmpty())
         return;

@@ -3,6 +3,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 class QAction;
 class QTableView;
 
@@ -34,6 +36,8 @@ public:
 
     /// "Esporta in CSV…", "Esporta in Excel (XLSX)…" and "Copia negli Appunti", for a form's menu.
     const QList<QAction *> &commands() const { return commands_; }
+    /// What Ctrl+C does in the place of copying the selected texts.
+    void setCopy(std::function<void()> copy) { copy_ = std::move(copy); }
 
 private:
     QAction *addCommand(const QString &name, const QString &caption, void (ListExport::*run)());
@@ -47,6 +51,7 @@ private:
 
     QTableView *view_;
     QList<QAction *> commands_;
+    std::function<void()> copy_;
 };
 
 } // namespace ui
