@@ -39,8 +39,10 @@ QList<KeyUse> keysOf(const QWidget &window)
     QList<KeyUse> uses;
     const QList<QAction *> actions = window.findChildren<QAction *>();
     for (const QAction *action : actions) {
-        if (isKeyOf(*action, window))
-            uses.append({QString(action->text()).remove(u'&'), action->shortcut()});
+        // Each list of a window copies with the same key.
+        const KeyUse use{QString(action->text()).remove(u'&'), action->shortcut()};
+        if (isKeyOf(*action, window) && !uses.contains(use))
+            uses.append(use);
     }
     if (qobject_cast<const QMainWindow *>(&window))
         return uses;

@@ -11,6 +11,8 @@ struct KeyUse
 {
     QString caption;
     QKeySequence key;
+
+    bool operator==(const KeyUse &) const = default;
 };
 
 /// The keys of `window`, as its commands, pages and fields in sight have them at this moment; those of child windows
