@@ -6,6 +6,8 @@
 #include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "platform/data/DataSet.h"
 
+#include <QTimer>
+
 using namespace Qt::StringLiterals;
 
 void TMMGInserimentoDocumento::clearDetails()
@@ -33,7 +35,6 @@ void TMMGInserimentoDocumento::readFurther()
 {
     costs_ = costsInMovements(kind_, record().integer(kind_.key));
     mayEdit_ = mayEdit(kind_);
-    printed_ = kind_.print.report.isEmpty() ? std::nullopt : ultimaStampa(kind_, record().integer(kind_.key));
 }
 
 void TMMGInserimentoDocumento::loadDetails()
@@ -42,7 +43,8 @@ void TMMGInserimentoDocumento::loadDetails()
     grid_->rowsModel().setRows(readRows(kind_, costs_, *details()));
     grid_->fitRowHeights();
     showTotals([this](const DocumentTotal &total) { return record().number(total.column); });
-    showPrinted(printed_ ? improntaDocumento(kind_, record().rows(), details()->rows()) : QString());
+    // The document does not wait for it: on a network it would take a quarter longer to open.
+    QTimer::singleShot(0, this, [this, id = record().integer(kind_.key)] { printedElsewhere(kind_.table, id); });
     counterpartChosen({});
 }
 

@@ -2,6 +2,7 @@
 
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Format.h"
+#include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 
 using namespace Qt::StringLiterals;
@@ -56,11 +57,16 @@ void TMMGInserimentoDocumento::forgetPrinted()
     showPrinted({});
 }
 
-// By this form, by a list or by a preview.
+// By this form, by a list or by a preview; also asked for once the document is shown.
 void TMMGInserimentoDocumento::printedElsewhere(const QString &table, int id)
 {
-    if (table != kind_.table || id != storedKey())
+    if (kind_.print.report.isEmpty() || table != kind_.table || id != storedKey())
         return;
-    printed_ = ultimaStampa(kind_, id);
-    showPrinted(improntaAttuale(kind_, id));
+    // It is a hint: who has the document open does not need it to go on.
+    try {
+        printed_ = ultimaStampa(kind_, id);
+        showPrinted(printed_ ? improntaAttuale(kind_, id) : QString());
+    } catch (const std::exception &error) {
+        core::logError(u"ultima stampa del documento"_s, error);
+    }
 }

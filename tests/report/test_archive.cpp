@@ -127,6 +127,7 @@ private Q_SLOTS:
         });
         auto *form = openEntry(u"actInserimentoDdTScarico"_s);
         form->openRecord(note);
+        test::settle();
         QCOMPARE(test::shown(form, u"lblStampato"_s), QString());
         ui::setSaveFileChooser([this](QWidget *, const ui::SaveFileRequest &) { return path(u"nota.pdf"_s); });
         const QString printed = u"Stampato il 16/03/2026 alle 10:30"_s;
@@ -141,11 +142,13 @@ private Q_SLOTS:
         QCOMPARE(test::pdfPages(archive + u"/2026/"_s + name + u".pdf"_s), test::pdfPages(path(u"nota.pdf"_s)));
         // The same data are filed once; another state of them beside the first, however it is printed.
         form->openRecord(note);
+        test::settle();
         QCOMPARE(test::shown(form, u"lblStampato"_s), printed);
         test::typeOver(test::control<QWidget>(form, u"txtNote"_s), u"Cambiata"_s);
         test::trigger(form, u"actSalva"_s);
         QCOMPARE(test::shown(form, u"lblStampato"_s), printed + u", modificato dopo"_s);
         form->openRecord(note);
+        test::settle();
         QCOMPARE(test::shown(form, u"lblStampato"_s), printed + u", modificato dopo"_s);
         test::trigger(form, u"actStampa"_s);
         TestArchive::printed();
@@ -181,6 +184,7 @@ private Q_SLOTS:
         });
         auto *form = openEntry(u"actInserimentoDdTScarico"_s);
         form->openRecord(note);
+        test::settle();
         place().messages.expectPart(u"Informazioni"_s, u"D.d.T. di scarico 12-2026.pdf"_s, core::Answer::Ok);
         test::trigger(form, u"actInviaPosta"_s);
         QCOMPARE(sent.to, u"posta@cliente.example"_s);
