@@ -39,9 +39,14 @@ TMMGRicercaDocumenti::TMMGRicercaDocumenti(const DocumentKind &kind, const ui::S
                 .run = [this] { duplicate(); },
                 .icon = ui::Icon::Duplicate,
                 .shortcut = QKeySequence(u"Ctrl+Shift+D"_s)});
-    const QStringList printed =
-        print.isEmpty() ? QStringList() : QStringList{{}, u"actStampa"_s, u"actSalvaPDF"_s, u"actInviaPosta"_s};
-    start(ui::listCommands + printed + QStringList{{}, u"actDuplica"_s});
+    // The narrowest list shows no more beside the export; the menu has them all.
+    QStringList shown = ui::listCommands;
+    QStringList all = ui::listCommands;
+    if (!print.isEmpty()) {
+        shown += {{}, u"actStampa"_s, u"actSalvaPDF"_s};
+        all += {{}, u"actStampa"_s, u"actSalvaPDF"_s, u"actInviaPosta"_s};
+    }
+    start(shown, all + QStringList{{}, u"actDuplica"_s});
 }
 
 std::optional<DocumentHead> TMMGRicercaDocumenti::selectedDocument() const
