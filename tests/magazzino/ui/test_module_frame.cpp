@@ -167,7 +167,8 @@ private Q_SLOTS:
             if (action.kind == ui::ActionKind::Report)
                 opensDialog(action.name, [&] { test::trigger(&workplace.module(), action.name); });
         }
-        const QStringList dialogs = {u"actOpzioni"_s, u"actImporta"_s, u"actCercaOvunque"_s, u"actCambiaPassword"_s};
+        const QStringList dialogs = {u"actOpzioni"_s, u"actOpzioniDocumenti"_s, u"actImporta"_s, u"actCercaOvunque"_s,
+                                     u"actCambiaPassword"_s};
         const QList<QAction *> ofHost =
             workplace.commands().findChildren<QAction *>(QString(), Qt::FindDirectChildrenOnly);
         QVERIFY(ofHost.size() > dialogs.size());
