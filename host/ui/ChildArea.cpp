@@ -54,7 +54,7 @@ void ChildArea::setFree(bool free)
     setActiveSubWindow(active);
 }
 
-void ChildArea::fillWith(QMdiSubWindow *window)
+void ChildArea::fillWith(QMdiSubWindow *window) const
 {
     if (window && !isFree() && !window->isMaximized())
         window->showMaximized();
@@ -124,18 +124,36 @@ bool ChildArea::eventFilter(QObject *watched, QEvent *event)
 void ChildArea::followHidden()
 {
     const QMdiSubWindow *active = activeSubWindow();
-    if (!active || active->isHidden())
-        activateLastUsed();
+    QMdiSubWindow *last = !active || active->isHidden() ? lastUsed() : nullptr;
+    if (last)
+        setActiveSubWindow(last);
     showTabs();
 }
 
-void ChildArea::activateLastUsed()
+// Of those in sight.
+QMdiSubWindow *ChildArea::lastUsed(const QObject *except) const
 {
     const QList<QMdiSubWindow *> used = subWindowList(ActivationHistoryOrder);
-    const auto last =
-        std::find_if(used.rbegin(), used.rend(), [](const QMdiSubWindow *window) { return window->isVisible(); });
-    if (last != used.rend())
-        setActiveSubWindow(*last);
+    const auto last = std::find_if(used.rbegin(), used.rend(), [except](const QMdiSubWindow *window) {
+        return window != except && window->isVisible();
+    });
+    return last == used.rend() ? nullptr : *last;
+}
+
+// While a tab goes, the area lays out its windows by a history that still counts the one that has gone, and so reads
+// past the end of their list. Meanwhile it goes by the order in which they were made.
+bool ChildArea::viewportEvent(QEvent *event)
+{
+    if (event->type() != QEvent::ChildRemoved)
+        return QMdiArea::viewportEvent(event);
+    const QObject *removed = static_cast<QChildEvent *>(event)->child();
+    QMdiSubWindow *next = activeSubWindow() == removed ? lastUsed(removed) : nullptr;
+    setActivationOrder(CreationOrder);
+    const bool result = QMdiArea::viewportEvent(event);
+    setActivationOrder(ActivationHistoryOrder);
+    if (next)
+        setActiveSubWindow(next);
+    return result;
 }
 
 } // namespace host

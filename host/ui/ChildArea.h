@@ -25,15 +25,16 @@ public:
     void setFree(bool free);
 
 protected:
+    bool viewportEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     QMdiSubWindow *addChild(QWidget *form);
     QTabBar *tabBar() const;
-    void fillWith(QMdiSubWindow *window);
+    void fillWith(QMdiSubWindow *window) const;
     void showTabs();
     void followHidden();
-    void activateLastUsed();
+    QMdiSubWindow *lastUsed(const QObject *except = nullptr) const;
 
     WindowTitles *titles_;
     QTimer hidden_; // a window has hidden
