@@ -48,7 +48,7 @@ const QHash<Icon, Drawing> &drawings()
                                              {Icon::Check, {u"checkmark"_s, QStyle::SP_DialogApplyButton}},
                                              {Icon::Done, {u"mail-mark-read"_s, QStyle::SP_DialogOkButton}},
                                              {Icon::Rename, {u"edit-rename"_s, QStyle::SP_FileDialogInfoView}},
-                                             {Icon::LastTime, {u"view-history"_s, QStyle::SP_ArrowBack}},
+                                             {Icon::LastTime, {u"clock"_s, QStyle::SP_ArrowBack}},
                                              {Icon::Duplicate, {u"edit-copy"_s, QStyle::SP_FileLinkIcon}},
                                              {Icon::FitWidth, {u"zoom-fit-width"_s, QStyle::SP_FileDialogInfoView}},
                                              {Icon::FitPage, {u"zoom-fit-page"_s, QStyle::SP_FileDialogInfoView}}};
