@@ -1,6 +1,7 @@
 #include "host/ui/ChildArea.h"
 
 #include "host/ui/WindowTitles.h"
+#include "platform/ui/AccessibleNames.h"
 #include "platform/ui/WindowPlaces.h"
 
 #include <QEvent>
@@ -88,6 +89,7 @@ void ChildArea::showChild(QWidget *form)
     auto *window = qobject_cast<QMdiSubWindow *>(form->parentWidget());
     if (!window)
         window = addChild(form);
+    ui::nameControls(*form);
     form->show();
     window->show();
     showTabs();

@@ -67,6 +67,7 @@ QWidget *DocumentRowsDelegate::createEditor(QWidget *parent, const QStyleOptionV
         editor_ = line;
     }
     editor_->setObjectName(u"editorRiga"_s);
+    editor_->setAccessibleName(column.header);
     refused_ = false;
     return editor_;
 }

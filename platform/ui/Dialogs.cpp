@@ -1,5 +1,7 @@
 #include "platform/ui/Dialogs.h"
 
+#include "platform/ui/AccessibleNames.h"
+
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
@@ -70,6 +72,7 @@ ModalRunner setModalRunner(ModalRunner runner)
 
 int runModal(QDialog &dialog)
 {
+    nameControls(dialog);
     place(dialog);
     return modalRunner() ? modalRunner()(dialog) : dialog.exec();
 }

@@ -1,6 +1,7 @@
 #include "platform/ui/TypedEdit.h"
 
 #include "platform/core/Messages.h"
+#include "platform/ui/AccessibleNames.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -16,11 +17,13 @@ namespace ui {
 namespace {
 
 constexpr int sideButtonWidth = 18;
+constexpr const char *usualHint = "usualHint"; // the tool tip while it is not red
 
 // What stands beside the control, without mnemonic, blanks and colon.
 QString captionOf(const QWidget *edit)
 {
-    QString caption = edit->accessibleName();
+    // What the whole window gave it as a name says more than a message needs.
+    QString caption = edit->property(namedByWindow).isValid() ? QString() : edit->accessibleName();
     const QList<QLabel *> labels = edit->window()->findChildren<QLabel *>();
     for (const QLabel *label : labels) {
         if (label->buddy() == edit)
@@ -153,7 +156,9 @@ void TypedEdit::setRed(bool red)
         palette.setColor(QPalette::Text, QColor(140, 0, 0));
     }
     setPalette(palette);
-    setToolTip(red ? problem() : QString());
+    if (red)
+        setProperty(usualHint, toolTip());
+    setToolTip(red ? problem() : property(usualHint).toString());
 }
 
 void TypedEdit::step(int steps, bool large)

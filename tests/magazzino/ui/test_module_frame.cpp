@@ -66,6 +66,18 @@ int openWindows(const test::Workplace &workplace)
     return shown;
 }
 
+// What takes the focus and has nothing that a screen reader could say.
+QString nameless(const QWidget &window)
+{
+    QString found;
+    for (QWidget *control : window.findChildren<QWidget *>()) {
+        if (control->focusPolicy().testFlag(Qt::TabFocus) && control->isVisibleTo(&window) && !control->isWindow() &&
+            QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name).trimmed().isEmpty())
+            found += u' ' + QLatin1String(control->metaObject()->className()) + u' ' + control->objectName();
+    }
+    return found;
+}
+
 } // namespace
 
 class TestModuleFrame : public QObject
@@ -126,8 +138,8 @@ private Q_SLOTS:
         QVERIFY(workplace.module().openForm(u"actInserimentoBolleCarico"_s));
     }
 
-    // The module's and the host's: a window with a title and a chapter of the manual, once however often it is asked
-    // for, or a modal dialog.
+    // The module's and the host's: a window with a title, a chapter of the manual and names for all its controls, once
+    // however often it is asked for, or a modal dialog.
     void everyActionOpens()
     {
         test::Workplace workplace;
@@ -136,6 +148,7 @@ private Q_SLOTS:
             const QPointer<QWidget> form = open();
             QVERIFY2(form && form->isVisible() && !form->windowTitle().isEmpty(), qPrintable(action));
             QVERIFY2(!ui::helpChapter(form).isEmpty(), qPrintable(action));
+            QCOMPARE(action + nameless(*form), action);
             QVERIFY2(open() == form && openWindows(workplace) == 1, qPrintable(action));
             test::trigger(form, u"actChiudi"_s);
             test::settle();
@@ -147,6 +160,7 @@ private Q_SLOTS:
             workplace.dialogs.expect([&action](QDialog &dialog) {
                 QVERIFY2(dialog.isVisible() && !dialog.windowTitle().isEmpty(), qPrintable(action));
                 QVERIFY2(!ui::helpChapter(&dialog).isEmpty(), qPrintable(action));
+                QCOMPARE(action + nameless(dialog), action);
                 dialog.reject();
             });
             open();
