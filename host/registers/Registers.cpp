@@ -30,7 +30,8 @@ ui::RegisterField vatLookup(int row, int position)
             .position = position,
             .span = 2,
             .lookupSql = u"SELECT IDALIQUOTA_IVA, CODICE || ' - ' || DESCRIZIONE AS TESTO FROM ALIQUOTE_IVA ORDER BY "
-                         "ALIQUOTA DESC, CODICE"_s};
+                         "ALIQUOTA DESC, CODICE"_s,
+            .help = u"Proposta nelle righe dei documenti."_s};
 }
 
 ui::RegisterField unitLookup(int row, int position)
@@ -51,7 +52,8 @@ ui::RegisterField category(const ui::CategoryTable &table, int row)
             .column = table.key,
             .kind = Kind::Category,
             .row = row,
-            .categories = table};
+            .categories = table,
+            .help = u"Raggruppa: elenchi, scelte e inventari si possono limitare a una categoria."_s};
 }
 
 /// What articles and services have in common.
@@ -59,7 +61,8 @@ ui::RegisterGroup item(const QString &title, const ui::CategoryTable &categories
 {
     return {general,
             title,
-            {text(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 20, 0),
+            {withHelp(text(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 20, 0),
+                      u"Il nome breve con cui si digita nelle righe dei documenti; non può ripetersi."_s),
              text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 100, 1, 0, 2), category(categories, 2),
              unitLookup(2, 1)}};
 }
@@ -68,8 +71,11 @@ ui::RegisterGroup prices(const QString &costLabel)
 {
     return {general,
             u"Prezzi"_s,
-            {number(Kind::Amount, u"txtPrezzo"_s, u"Prezzo di vendita"_s, u"PREZZO"_s, 0),
-             number(Kind::Amount, u"txtCosto"_s, costLabel, u"COSTO"_s, 0, 1), vatLookup(1, 0)}};
+            {withHelp(number(Kind::Amount, u"txtPrezzo"_s, u"Prezzo di vendita"_s, u"PREZZO"_s, 0),
+                      u"Senza IVA, proposto nelle righe di D.d.T. e fatture."_s),
+             withHelp(number(Kind::Amount, u"txtCosto"_s, costLabel, u"COSTO"_s, 0, 1),
+                      u"Senza IVA, proposto nelle righe delle bolle di carico."_s),
+             vatLookup(1, 0)}};
 }
 
 ui::RegisterGroup notes()
@@ -152,8 +158,11 @@ const ui::RegisterSpec &articles()
                    prices(u"Costo di acquisto"_s),
                    {general,
                     u"Scorte"_s,
-                    {number(Kind::Quantity, u"txtSottoscorta"_s, u"Livello di sottoscorta"_s, u"SOTTOSCORTA"_s, 0),
-                     number(Kind::Quantity, u"txtRiordino"_s, u"Livello di riordino"_s, u"RIORDINO"_s, 0, 1),
+                    {withHelp(
+                         number(Kind::Quantity, u"txtSottoscorta"_s, u"Livello di sottoscorta"_s, u"SOTTOSCORTA"_s, 0),
+                         u"Con questa esistenza o meno l'articolo sta nella stampa dei sottoscorta."_s),
+                     withHelp(number(Kind::Quantity, u"txtRiordino"_s, u"Livello di riordino"_s, u"RIORDINO"_s, 0, 1),
+                              u"Con questa esistenza o meno l'articolo sta nell'elenco di quanto va riordinato."_s),
                      {.name = u"txtGiacenza"_s,
                       .label = u"Giacenza"_s,
                       .column = u"CODICE"_s,

@@ -91,6 +91,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
                                        .sql = u"SELECT * FROM CAUSALI_TRASPORTO ORDER BY UPPER(CAUSALE_TRASPORTO)"_s},
                                       u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, box));
     transportReason_->setRequired();
+    transportReason_->widget()->setToolTip(u"Perché la merce è arrivata: vendita, conto lavorazione, reso."_s);
     auto *appearance = declare(appearanceField(u"Aspetto esteriore dei beni"_s, box));
     auto *packages = declare(packagesField(box));
     auto *weight = declare(weightField(box));

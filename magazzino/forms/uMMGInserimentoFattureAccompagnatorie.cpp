@@ -148,6 +148,7 @@ QGroupBox *TMMGInserimentoFattureAccompagnatorie::createPayment()
     payment_->setRequired();
     due_ = declare(new ui::DateField(
         {.name = u"txtScadenzaPagamento"_s, .label = u"Scadenza pagamento"_s, .column = u"SCADENZA_PAGAMENTO"_s}, box));
+    due_->widget()->setToolTip(u"Proposta dal tipo di pagamento e dalla data della fattura; si può cambiare."_s);
     paid_ = declare(new ui::FlagField({u"chkPagato"_s, u"Pagato"_s, u"PAGATO"_s}, box));
     notified_ = declare(new ui::FlagField({u"chkNotificato"_s, u"Notificata"_s, u"NOTIFICATO"_s}, box));
     exempt_ = declare(new ui::FlagField({u"chkIVAEsente"_s, u"Fattura esente IVA"_s, u"IVA_ESENTE"_s}, box));

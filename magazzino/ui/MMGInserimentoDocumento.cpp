@@ -56,6 +56,8 @@ void TMMGInserimentoDocumento::createHeading()
         {.name = u"txtNumero"_s, .label = u"N."_s, .column = u"NUMERO"_s, .minimum = 1, .initial = 1}, this));
     date_ = declare(new ui::DateField(
         {.name = u"txtData"_s, .label = u"Data"_s, .column = u"DATA"_s, .yearColumn = u"ANNO"_s}, this));
+    number_->widget()->setToolTip(u"Il numero del documento nel suo anno: proposto, si può cambiare."_s);
+    date_->widget()->setToolTip(u"La data del documento e dei suoi movimenti di magazzino."_s);
     auto *heading = new QGridLayout;
     place(heading, number_, 0, 0);
     place(heading, date_, 0, 1);

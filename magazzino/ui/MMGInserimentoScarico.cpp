@@ -138,6 +138,7 @@ QGroupBox *TMMGInserimentoScarico::createDestination()
     auto *postcode = declare(destinationField(u"txtDestCap"_s, u"CAP"_s, u"DEST_CAP"_s, 5, true, box));
     auto *province = declare(destinationField(u"txtDestProvincia"_s, u"Prov."_s, u"DEST_PROVINCIA"_s, 2, true, box));
     auto *country = declare(destinationField(u"txtDestNazione"_s, u"Nazione"_s, u"DEST_NAZIONE"_s, 30, false, box));
+    name->widget()->setToolTip(u"Dove va la merce, se non all'indirizzo del destinatario della fattura o del D.d.T."_s);
     auto *grid = new QGridLayout(box);
     place(grid, name, 0, 0, 3);
     place(grid, address, 1, 0, 3);
@@ -198,6 +199,7 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
          .source = textSource(u"CAUSALI_TRASPORTO"_s, u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s)},
         box));
     transportReason_->setRequired();
+    transportReason_->widget()->setToolTip(u"Perché la merce viaggia: vendita, conto lavorazione, reso."_s);
     auto *packages = declare(packagesField(box));
     auto *weight = declare(weightField(box));
     weightUnit_ = declare(new ui::ChoiceField({.name = u"txtPesoUM"_s,

@@ -16,18 +16,23 @@ ui::ChoiceField *transportTypeField(const std::function<std::optional<ui::Choice
                              .source = textSource(u"TIPI_TRASPORTO"_s, u"IDTIPO_TRASPORTO"_s, u"TIPO_TRASPORTO"_s)},
                             box);
     field->setRequired();
+    field->widget()->setToolTip(u"Chi trasporta la merce: mittente, destinatario o vettore."_s);
     return field;
 }
 
 ui::TextField *appearanceField(const QString &label, QWidget *box)
 {
-    return new ui::TextField(
+    auto *field = new ui::TextField(
         {.name = u"txtAspettoBeni"_s, .label = label, .column = u"ASPETTO_BENI"_s, .maxLength = 20}, box);
+    field->widget()->setToolTip(u"Come si presenta la merce: scatole, pallet, sfusa."_s);
+    return field;
 }
 
 ui::IntegerField *packagesField(QWidget *box)
 {
-    return new ui::IntegerField({.name = u"txtColli"_s, .label = u"Colli"_s, .column = u"COLLI"_s}, box);
+    auto *field = new ui::IntegerField({.name = u"txtColli"_s, .label = u"Colli"_s, .column = u"COLLI"_s}, box);
+    field->widget()->setToolTip(u"Quanti pacchi, scatole o pallet si consegnano."_s);
+    return field;
 }
 
 ui::DecimalField *weightField(QWidget *box)

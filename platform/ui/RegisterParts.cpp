@@ -30,4 +30,10 @@ RegisterField number(RegisterField::Kind kind, const QString &name, const QStrin
     return {.name = name, .label = label, .column = column, .kind = kind, .row = row, .position = position};
 }
 
+RegisterField withHelp(RegisterField field, const QString &help)
+{
+    field.help = help;
+    return field;
+}
+
 } // namespace ui::parts

@@ -16,5 +16,7 @@ RegisterField upperText(const QString &name, const QString &label, const QString
                         int position = 0);
 RegisterField number(RegisterField::Kind kind, const QString &name, const QString &label, const QString &column,
                      int row, int position = 0);
+/// `field` with what it is for.
+RegisterField withHelp(RegisterField field, const QString &help);
 
 } // namespace ui::parts
