@@ -21,6 +21,7 @@
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/Drafts.h"
 #include "platform/ui/Icons.h"
+#include "platform/ui/Look.h"
 #include "platform/ui/MessageBoxes.h"
 #include "platform/ui/UserSettings.h"
 
@@ -33,7 +34,6 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStatusBar>
-#include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTranslator>
 
@@ -192,7 +192,7 @@ void prepareProgram(QApplication &application)
     QGuiApplication::setDesktopFileName(u"it.corvane.Corvane"_s);
     QApplication::setWindowIcon(QIcon(u":/corvane.svg"_s));
     QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    ui::Look::use();
     ui::useIconTheme();
     // Texts of Qt's own dialogs and context menus.
     auto *translator = new QTranslator(&application);

@@ -54,7 +54,6 @@ CategoryEditor::CategoryEditor(const CategoryEditorSpec &spec, data::Connection 
     setOpeningSize({560, 480});
     setMinimumSize(520, 240);
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(6, 4, 6, 6);
     QToolBar *bar = newToolBar(u"tBarStandard"_s);
     layout->addWidget(bar);
     tree_->setObjectName(u"treeCategorie"_s);

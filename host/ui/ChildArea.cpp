@@ -24,7 +24,7 @@ ChildArea::ChildArea(QWidget *parent)
     setDocumentMode(true);
     setTabsClosable(true);
     setTabsMovable(true);
-    setBackground(palette().color(QPalette::Mid));
+    setBackground(palette().color(QPalette::Window));
     setFree(false);
     hidden_.setSingleShot(true);
     hidden_.setInterval(0);

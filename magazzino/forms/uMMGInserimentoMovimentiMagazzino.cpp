@@ -5,6 +5,8 @@
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "platform/ui/CategoryField.h"
+#include "platform/ui/Colours.h"
+#include "platform/ui/PageArea.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -22,7 +24,7 @@ TMMGInserimentoMovimentiMagazzino::TMMGInserimentoMovimentiMagazzino(QWidget *ow
     setOnClose(ui::OnClose::Hide);
     setOpeningSize({760, 590});
     mainLayout()->addWidget(pages(), 1);
-    QWidget *page = addPage(u" Generale "_s);
+    QWidget *page = ui::narrowColumn(addPage(u" Generale "_s));
     auto *layout = new QVBoxLayout(page);
     warehouse_ = declare(new ui::KeptField(u"IDMAGAZZINO"_s, 0, this));
     layout->addWidget(createArticle(page));
@@ -123,10 +125,10 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createAmounts(QWidget *page)
     hint_->setObjectName(u"lblSegno"_s);
     hint_->setWordWrap(true);
     hint_->setMargin(3);
-    grid->addWidget(hint_, 2, 0, 1, 6);
+    grid->addWidget(hint_, 2, 0, 1, 7);
     for (const ui::Field *field : {static_cast<ui::Field *>(kind_), static_cast<ui::Field *>(quantity_)})
         connect(field, &ui::Field::edited, this, &TMMGInserimentoMovimentiMagazzino::showSign);
-    grid->setColumnStretch(5, 1);
+    grid->setColumnStretch(6, 1);
     return box;
 }
 
@@ -237,8 +239,8 @@ void TMMGInserimentoMovimentiMagazzino::showSign()
         hint_->setText(u"Così il carico diminuisce l'esistenza: un carico si indica con una quantità positiva."_s);
     QPalette colours = palette();
     if (odd) {
-        colours.setColor(QPalette::Window, QColor(255, 191, 0));
-        colours.setColor(QPalette::WindowText, Qt::black);
+        colours.setColor(QPalette::Window, ui::warningGround);
+        colours.setColor(QPalette::WindowText, ui::warningText);
     }
     hint_->setPalette(colours);
     hint_->setAutoFillBackground(odd);

@@ -12,6 +12,7 @@
 #include "platform/data/SqlText.h"
 #include "platform/ui/CategoryTree.h"
 #include "platform/ui/DateEdit.h"
+#include "platform/ui/PageArea.h"
 #include "platform/ui/ProgressDialog.h"
 
 #include <QButtonGroup>
@@ -71,7 +72,7 @@ TMMGStampaInventarioBase::TMMGStampaInventarioBase(const InventarioSpec &spec, Q
     , spec_(spec)
 {
     setObjectName(spec.objectName);
-    auto *layout = new QVBoxLayout(this);
+    auto *layout = new QVBoxLayout(ui::narrowColumn(this));
     // Tab reaches the groups in the order in which they are made.
     layout->addWidget(createDates());
     if (spec.categoryFirst)
@@ -79,7 +80,6 @@ TMMGStampaInventarioBase::TMMGStampaInventarioBase(const InventarioSpec &spec, Q
     layout->addWidget(createStock());
     if (!spec.categoryFirst)
         layout->addWidget(createCategory());
-    layout->addStretch();
 
     addCommand({.name = u"actStampa"_s,
                 .caption = u"Stampa"_s,
@@ -96,6 +96,7 @@ TMMGStampaInventarioBase::TMMGStampaInventarioBase(const InventarioSpec &spec, Q
     placeCommands(bar, {u"actStampa"_s, u"actChiudi"_s});
     formMenu()->addAction(command(u"actRipristina"_s));
     layout->addWidget(bar);
+    layout->addStretch();
     setMinimumSize(minimumSizeHint());
     setOpeningSize(minimumSizeHint() + QSize(40, 10));
     setFocusProxy(from_);

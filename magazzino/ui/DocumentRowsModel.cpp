@@ -3,16 +3,14 @@
 #include "platform/core/Decimal.h"
 #include "platform/core/Format.h"
 #include "platform/core/NumberReader.h"
+#include "platform/ui/Colours.h"
 #include "platform/ui/ListExport.h"
-
-#include <QColor>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// Black text stays readable on it, whatever the desktop's colours are.
-constexpr QColor amber(255, 191, 64);
+constexpr QColor silver(192, 192, 192);
 
 // As typed: two decimals, no thousands separator.
 QString plainNumber(double value)
@@ -162,10 +160,11 @@ QVariant DocumentRowsModel::data(const QModelIndex &index, int role) const
         return column.hint ? column.hint(row) : warnings_.value(index.row());
     case Qt::BackgroundRole:
         if (column.greyed.testFlag(row.type()))
-            return QColor(192, 192, 192);
-        return warnings_.contains(index.row()) ? amber : QVariant();
+            return silver;
+        return warnings_.contains(index.row()) ? ui::warningRowGround : QVariant();
     case Qt::ForegroundRole:
-        return warnings_.contains(index.row()) ? QColor(Qt::black) : QVariant();
+        // These grounds are light in a dark theme, too.
+        return warnings_.contains(index.row()) || column.greyed.testFlag(row.type()) ? ui::warningText : QVariant();
     default:
         return {};
     }

@@ -9,6 +9,8 @@
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
 #include "platform/data/DataSet.h"
+#include "platform/ui/Caption.h"
+#include "platform/ui/Look.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -66,7 +68,6 @@ void TMMGInserimentoDocumento::createHeading()
     if (!kind_.editRight.isEmpty())
         heading->addWidget(createReadOnlyHint(), 0, 5);
     heading->addWidget(createLastTime(), 0, 6);
-    heading->setHorizontalSpacing(8);
     mainLayout()->addLayout(heading);
 }
 
@@ -225,8 +226,9 @@ QWidget *TMMGInserimentoDocumento::createTotals()
     for (const DocumentTotal &total : kind_.totals) {
         if (total.caption.isEmpty())
             continue;
-        line->addSpacing(12);
-        auto *title = new QLabel(total.caption, box);
+        line->addSpacing(ui::Look::sections - ui::Look::between);
+        auto *title = new ui::Caption(total.caption, ui::Caption::Place::Following, box);
+        title->setQuiet();
         // Once numbers need more room than the smallest form has, the captions are cut and not the numbers.
         title->setMinimumWidth(1);
         line->addWidget(title);
@@ -241,13 +243,15 @@ QLabel *TMMGInserimentoDocumento::createTotal(const DocumentTotal &total, QWidge
 {
     auto *label = new QLabel(box);
     label->setObjectName(total.control);
-    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    label->setMargin(4);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    label->setMinimumWidth(fontMetrics().horizontalAdvance(u"-€ 99.999.999,99"_s) + 16);
-    QFont bold = label->font();
-    bold.setBold(total.column == kind_.totals.constLast().column);
-    label->setFont(bold);
+    if (total.column == kind_.totals.constLast().column) {
+        constexpr double larger = 1.2;
+        QFont bold = label->font();
+        bold.setBold(true);
+        bold.setPointSizeF(bold.pointSizeF() * larger);
+        label->setFont(bold);
+    }
+    label->setMinimumWidth(QFontMetrics(label->font()).horizontalAdvance(u"€ 999.999,99"_s));
     totalLabels_.append({total, label});
     return label;
 }

@@ -3,6 +3,7 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "magazzino/ui/TransportFields.h"
+#include "platform/ui/Look.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -38,8 +39,8 @@ void TMMGInserimentoScarico::layOutGeneralPage(QWidget *addressee, const std::fu
 {
     auto *page = new QGridLayout(generalPage());
     // Close together, so that the whole page fits a screen of 768 lines.
-    page->setContentsMargins(8, 4, 8, 4);
-    page->setVerticalSpacing(2);
+    page->setContentsMargins(ui::Look::margin, ui::Look::lines, ui::Look::margin, 0);
+    page->setHorizontalSpacing(ui::Look::sections);
     page->addWidget(addressee, 0, 0);
     page->addWidget(createDestination(), 0, 1);
     page->addWidget(createCarrier(), 1, 0);
@@ -107,6 +108,7 @@ void TMMGInserimentoScarico::fillAddresseeBox(QGroupBox *box, const QList<Addres
     line->addStretch();
     layout->addLayout(line);
     layout->addWidget(addressee_->widget());
+    layout->addStretch();
 }
 
 void TMMGInserimentoScarico::showAddressee(const TCliente &addressee)
@@ -180,6 +182,7 @@ QGroupBox *TMMGInserimentoScarico::createCarrier()
     buttons->addStretch();
     layout->addLayout(buttons);
     layout->addWidget(carrier_->widget());
+    layout->addStretch();
     return box;
 }
 

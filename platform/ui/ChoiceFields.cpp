@@ -3,6 +3,8 @@
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/Latest.h"
+#include "platform/ui/Caption.h"
+#include "platform/ui/Look.h"
 
 #include <QAbstractItemView>
 #include <QHBoxLayout>
@@ -14,13 +16,21 @@ namespace ui {
 
 namespace {
 
-// Values that the user cannot type stand on a sunken field of the window's colour.
+constexpr int closeLines = 3; // pixels between the lines of a copied record
+constexpr int allRoom = 1000; // of what there is, until a value is as wide as it gets
+
+// A value in a wide window stays near what belongs to it.
+int widestValue(const QWidget &label)
+{
+    constexpr int characters = 45;
+    return label.fontMetrics().horizontalAdvance(QString(characters, u'0'));
+}
+
+// Values that the user cannot type are plain text.
 ElidedLabel *valueLabel(const QString &name, QWidget *parent)
 {
     auto *label = new ElidedLabel(parent);
     label->setObjectName(name);
-    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    label->setMargin(3);
     return label;
 }
 
@@ -54,7 +64,8 @@ ChoiceField::ChoiceField(const ChoiceSpec &spec, QWidget *parent)
     auto *line = new QHBoxLayout(box_);
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(3);
-    line->addWidget(label_, 1);
+    label_->setMaximumWidth(widestValue(*label_));
+    line->addWidget(label_, allRoom);
     if (!spec.source.columns.isEmpty())
         line->addWidget(createInput());
     auto *button = new QToolButton(box_);
@@ -76,6 +87,7 @@ ChoiceField::ChoiceField(const ChoiceSpec &spec, QWidget *parent)
             Q_EMIT edited();
         });
     }
+    line->addStretch(1);
     clear();
 }
 
@@ -263,30 +275,32 @@ RecordLabels::RecordLabels(const QList<RecordLabel> &labels, QWidget *parent)
     , box_(new QWidget(parent))
     , specs_(labels)
 {
-    auto *lines = new QVBoxLayout(box_);
+    auto *copied = new QWidget(box_);
+    copied->setMaximumWidth(2 * widestValue(*box_));
+    auto *whole = new QHBoxLayout(box_);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(copied, allRoom);
+    whole->addStretch(1);
+    auto *lines = new QVBoxLayout(copied);
     lines->setContentsMargins(0, 0, 0, 0);
-    lines->setSpacing(4);
+    lines->setSpacing(closeLines);
     QHBoxLayout *line = nullptr;
-    QList<QLabel *> firstCaptions;
     for (const RecordLabel &spec : labels) {
-        auto *caption = new QLabel(spec.caption, box_);
-        if (!line || spec.line >= lines->count()) {
+        const bool leads = !line || spec.line >= lines->count();
+        auto *caption = new Caption(spec.caption, leads ? Caption::Place::Leading : Caption::Place::Following, copied);
+        caption->setQuiet();
+        if (leads) {
             line = new QHBoxLayout;
+            line->setSpacing(Look::between);
             lines->addLayout(line);
-            firstCaptions.append(caption);
         }
-        ElidedLabel *label = valueLabel(spec.name, box_);
+        ElidedLabel *label = valueLabel(spec.name, copied);
         label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QString(spec.characters, u'0')) + 10);
         line->addWidget(caption);
         line->addWidget(label, spec.characters);
         labels_.append(label);
     }
-    // The values of all lines begin at the same place.
-    int widest = 0;
-    for (const QLabel *caption : std::as_const(firstCaptions))
-        widest = std::max(widest, caption->sizeHint().width());
-    for (QLabel *caption : std::as_const(firstCaptions))
-        caption->setFixedWidth(widest);
+    alignCaptions({box_});
     clear();
 }
 

@@ -1,5 +1,7 @@
 #include "platform/ui/Controls.h"
 
+#include "platform/ui/Colours.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
@@ -40,13 +42,16 @@ void ElidedLabel::paintEvent(QPaintEvent *)
     QPainter painter(this);
     drawFrame(&painter);
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, textArea().width());
-    style()->drawItemText(&painter, textArea(), static_cast<int>(alignment()), palette(), isEnabled(), shown,
+    QPalette colours = palette();
+    if (text() == nothingChosen)
+        colours.setColor(foregroundRole(), quietText(colours));
+    style()->drawItemText(&painter, textArea(), static_cast<int>(alignment()), colours, isEnabled(), shown,
                           foregroundRole());
 }
 
 QPalette refusedPalette(QPalette palette)
 {
-    const QColor red = palette.color(QPalette::Base).lightness() < 128 ? QColor(255, 120, 120) : QColor(192, 0, 0);
+    const QColor red = refusedText(palette);
     palette.setColor(QPalette::WindowText, red);
     palette.setColor(QPalette::Text, red);
     palette.setColor(QPalette::Highlight, QColor(192, 0, 0));

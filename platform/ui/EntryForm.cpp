@@ -1,8 +1,10 @@
 #include "platform/ui/EntryForm.h"
 
+#include "platform/core/Clock.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
+#include "platform/ui/Caption.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/Drafts.h"
 #include "platform/ui/PageArea.h"
@@ -15,6 +17,17 @@ using namespace Qt::StringLiterals;
 
 namespace ui {
 
+namespace {
+
+const QString savedLine = u"lblSalvato"_s;
+
+void tellSaved(const EntryForm &form, const QString &text)
+{
+    form.findChild<QLabel *>(savedLine, Qt::FindDirectChildrenOnly)->setText(text);
+}
+
+} // namespace
+
 EntryForm::EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *parent)
     : ChildForm(spec.caption, spec.menuCaption, parent)
     , spec_(spec)
@@ -22,12 +35,16 @@ EntryForm::EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *
     , layout_(new QVBoxLayout(this))
     , pages_(new QTabWidget(this))
 {
-    layout_->setContentsMargins(6, 4, 6, 6);
-    layout_->setSpacing(4);
     pages_->setObjectName(u"pages"_s);
     pages_->setTabBarAutoHide(true);
+    pages_->setDocumentMode(true);
     bar_ = newToolBar(u"tBarStandard"_s);
-    layout_->addWidget(bar_);
+    auto *savedAt = new QLabel(this);
+    savedAt->setObjectName(savedLine);
+    auto *line = new QHBoxLayout;
+    line->addWidget(bar_, 1);
+    line->addWidget(savedAt);
+    layout_->addLayout(line);
     declareCommands();
 }
 
@@ -53,6 +70,8 @@ void EntryForm::declareCommands()
 void EntryForm::start(const QStringList &commands)
 {
     session_.setDetails(details());
+    for (int i = 0; i < pages_->count(); ++i)
+        alignCaptionsOf(qobject_cast<PageArea *>(pages_->widget(i))->widget());
     placeCommands(bar_, commands + QStringList{QString(), u"actRecupera"_s});
     Recovery *recovery = &Recovery::of(connection());
     const auto follow = [this, recovery] { command(u"actRecupera"_s)->setEnabled(recovery->holds(objectName())); };
@@ -74,6 +93,7 @@ void EntryForm::SetModified(bool value)
     modified_ = value;
     if (value)
         setUnsaved(true);
+    tellSaved(*this, {});
     command(u"actSalva"_s)->setEnabled(value);
     Q_EMIT recordNameChanged();
 }
@@ -125,17 +145,7 @@ QWidget *EntryForm::addPage(const QString &title)
 
 void EntryForm::place(QGridLayout *grid, Field *field, int row, int position, int span)
 {
-    if (field->label().isEmpty()) {
-        grid->addWidget(field->widget(), row, position * 2, 1, span * 2);
-        return;
-    }
-    auto *label = new QLabel(field->label(), field->widget()->parentWidget());
-    label->setBuddy(field->widget());
-    grid->addWidget(label, row, position * 2);
-    if (field->isRequired())
-        grid->addLayout(marked(field->widget()), row, position * 2 + 1, 1, span * 2 - 1);
-    else
-        grid->addWidget(field->widget(), row, position * 2 + 1, 1, span * 2 - 1);
+    placeField(grid, field, row, position, span);
 }
 
 QHBoxLayout *EntryForm::marked(QWidget *widget)
@@ -437,6 +447,7 @@ bool EntryForm::save()
     recordSaved();
     SetModified(false);
     SetNewRecord(false);
+    tellSaved(*this, u"Salvato alle %1"_s.arg(core::now().toString(u"HH:mm"_s)));
     Q_EMIT stored(record().updateTarget().table);
     return true;
 }

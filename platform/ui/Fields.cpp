@@ -111,7 +111,7 @@ IntegerField::IntegerField(const IntegerSpec &spec, QWidget *parent)
     : TypedField(spec, spec.initial, parent)
 {
     edit()->setRange(spec.minimum, spec.maximum);
-    edit()->setMaximumWidth(110);
+    edit()->setMaximumWidth(std::max(110, edit()->sizeHint().width()));
 }
 
 DecimalField::DecimalField(const DecimalSpec &spec, QWidget *parent)
@@ -122,14 +122,14 @@ DecimalField::DecimalField(const DecimalSpec &spec, QWidget *parent)
     if (spec.readOnly)
         showReadOnly(edit());
     edit()->setPrefix(spec.prefix);
-    edit()->setMaximumWidth(150);
+    edit()->setMaximumWidth(std::max(150, edit()->sizeHint().width()));
 }
 
 DateField::DateField(const DateSpec &spec, QWidget *parent)
     : TypedField(spec, {}, parent)
     , yearColumn_(spec.yearColumn)
 {
-    edit()->setMaximumWidth(130);
+    edit()->setMaximumWidth(std::max(130, edit()->sizeHint().width()));
 }
 
 void DateField::clear()

@@ -3,6 +3,7 @@
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
 #include "platform/data/DataSet.h"
+#include "platform/ui/Colours.h"
 #include "platform/ui/Controls.h"
 
 using namespace Qt::StringLiterals;
@@ -46,7 +47,7 @@ void FigureField::show(const QString &text)
         const double figure = spec_.source->of({text}).value(text);
         edit_->setText(core::formatNumber(figure));
         QPalette palette = edit_->palette();
-        palette.setColor(QPalette::Text, figure < 0 ? QColor(Qt::red) : palette.color(QPalette::WindowText));
+        palette.setColor(QPalette::Text, figure < 0 ? negativeText(palette) : palette.color(QPalette::WindowText));
         edit_->setPalette(palette);
     } catch (const std::exception &error) {
         // What only tells must not keep anybody from the record.

@@ -1,5 +1,6 @@
 #include "platform/ui/Icons.h"
 
+#include "platform/ui/Colours.h"
 #include "platform/ui/Controls.h"
 
 #include <QApplication>
@@ -70,9 +71,7 @@ void useIconTheme()
     QIcon::setThemeSearchPaths(
         QIcon::themeSearchPaths() +
         QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, u"icons"_s, QStandardPaths::LocateDirectory));
-    constexpr int half = 128;
-    const bool isDark = QApplication::palette().color(QPalette::Window).lightness() < half;
-    QIcon::setThemeName(isDark ? u"breeze-dark"_s : u"breeze"_s);
+    QIcon::setThemeName(isDark(QApplication::palette()) ? u"breeze-dark"_s : u"breeze"_s);
     made().clear();
 }
 

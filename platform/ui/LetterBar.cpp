@@ -10,6 +10,12 @@ using namespace Qt::StringLiterals;
 
 namespace ui {
 
+namespace {
+
+constexpr int beside = 10; // pixels beside the widest letter
+
+} // namespace
+
 LetterBar::LetterBar(QWidget *parent)
     : QWidget(parent)
 {
@@ -21,12 +27,15 @@ LetterBar::LetterBar(QWidget *parent)
     for (const QChar letter : alphabet) {
         auto *button = new QToolButton(this);
         button->setText(letter);
-        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        button->setAutoRaise(true);
+        button->setCheckable(true);
+        button->setFixedWidth(fontMetrics().horizontalAdvance(u'W') + beside);
         button->installEventFilter(this);
         connect(button, &QToolButton::clicked, this, [this, button] { Q_EMIT pressed(button->text()); });
         line->addWidget(button);
         buttons_.append(button);
     }
+    line->addStretch();
     stopAt(0);
 }
 
@@ -39,6 +48,16 @@ bool LetterBar::press(QChar letter)
         }
     }
     return false;
+}
+
+void LetterBar::showCurrent(const QString &letter)
+{
+    for (QToolButton *button : std::as_const(buttons_)) {
+        button->setChecked(button->text() == letter);
+        QFont font = this->font();
+        font.setBold(button->isChecked());
+        button->setFont(font);
+    }
 }
 
 // Tab stops at one button only: the one that had the focus last.

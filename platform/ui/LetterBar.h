@@ -18,6 +18,8 @@ public:
 
     /// Presses the button of `letter`, capital or small; false when there is none.
     bool press(QChar letter);
+    /// Marks the button of the letter that the list shows; none for an empty text.
+    void showCurrent(const QString &letter);
 
     /// The WHERE clause for a pressed button: names in `column` that begin with the letter, empty text for "*". `like`
     /// is the text of the comparison with its blanks, where it is fixed.

@@ -160,6 +160,8 @@ bool ListPanel::search()
         }
     }
     fill(conditions.isEmpty() ? QString() : u"WHERE "_s + conditions.join(u" AND "_s), values.bound());
+    if (letters_)
+        letters_->showCurrent({});
     return true;
 }
 
@@ -168,6 +170,7 @@ void ListPanel::searchLetter(const QString &letter)
     data::Values values(spec_.way);
     const QString clause = LetterBar::condition(letter, spec_.letterColumn, spec_.letterLike, values);
     fill(clause, values.bound());
+    letters_->showCurrent(letter);
 }
 
 void ListPanel::fill(const QString &clause, const QVariantList &values)

@@ -1,9 +1,24 @@
 #include "platform/ui/PageArea.h"
 
 #include <QApplication>
+#include <QHBoxLayout>
 #include <QScrollBar>
 
 namespace ui {
+
+QWidget *narrowColumn(QWidget *whole)
+{
+    constexpr int characters = 120;
+    constexpr int all = 1000; // of what room there is, until the column is that wide
+    auto *column = new QWidget(whole);
+    column->setMaximumWidth(whole->fontMetrics().horizontalAdvance(QString(characters, u'0')));
+    auto *line = new QHBoxLayout(whole);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(0);
+    line->addWidget(column, all);
+    line->addStretch(1);
+    return column;
+}
 
 PageArea::PageArea(QWidget *parent)
     : QScrollArea(parent)

@@ -16,7 +16,8 @@ namespace {
 
 // What is looked through is read when the form stands, not while it opens.
 constexpr int refreshDelay = 250; // ms
-constexpr int inputWidth = 96;
+constexpr int inputCharacters = 10;
+constexpr int inputFrame = 16;
 constexpr int listWidth = 560;
 constexpr int narrowListWidth = 300;
 
@@ -29,8 +30,9 @@ PickInput::PickInput(const PickSpec &spec, QWidget *parent)
     setObjectName(spec.name);
     setPlaceholderText(u"Cerca"_s);
     setToolTip(spec.hint + u" Invio prende la voce, F4 apre l'elenco."_s);
-    setMinimumWidth(inputWidth / 2);
-    setMaximumWidth(inputWidth);
+    const int width = fontMetrics().horizontalAdvance(QString(inputCharacters, u'0')) + inputFrame;
+    setMinimumWidth(width / 2);
+    setMaximumWidth(width);
     refreshLater_.setSingleShot(true);
     refreshLater_.setInterval(refreshDelay);
     connect(&refreshLater_, &QTimer::timeout, this, [this] {

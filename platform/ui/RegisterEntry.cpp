@@ -9,6 +9,7 @@
 #include "platform/ui/ChoiceFields.h"
 #include "platform/ui/Fields.h"
 #include "platform/ui/FigureField.h"
+#include "platform/ui/PageArea.h"
 #include "platform/ui/PictureField.h"
 #include "platform/ui/RegisterDeletion.h"
 
@@ -102,7 +103,7 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
 {
     QWidget *&page = pagesByTitle_[group.page];
     if (!page) {
-        page = addPage(u' ' + group.page + u' ');
+        page = narrowColumn(addPage(u' ' + group.page + u' '));
         new QVBoxLayout(page);
     }
     QWidget *box = group.title.isEmpty() ? new QWidget(page) : new QGroupBox(u' ' + group.title + u' ', page);

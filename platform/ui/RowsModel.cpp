@@ -1,11 +1,12 @@
 #include "platform/ui/RowsModel.h"
 
 #include "platform/core/Format.h"
+#include "platform/ui/Colours.h"
 #include "platform/ui/FigureSource.h"
 #include "platform/ui/ListExport.h"
 
-#include <QColor>
 #include <QDate>
+#include <QGuiApplication>
 
 #include <algorithm>
 #include <numeric>
@@ -137,7 +138,7 @@ QVariant RowsModel::data(const QModelIndex &index, int role) const
     if (role == ExportValue)
         return exported(value(), column.display);
     if (role == Qt::ForegroundRole && column.redBelowZero)
-        return value().toDouble() < 0 ? QVariant(QColor(Qt::red)) : QVariant();
+        return value().toDouble() < 0 ? QVariant(negativeText(QGuiApplication::palette())) : QVariant();
     return role == Qt::TextAlignmentRole ? alignment(column) : QVariant();
 }
 

@@ -16,8 +16,6 @@ SearchForm::SearchForm(const SearchSpec &spec, data::Connection &connection, QWi
     , bar_(newToolBar(u"tBarStandard"_s))
 {
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(6, 4, 6, 6);
-    layout->setSpacing(4);
     layout->addWidget(bar_);
     declareCommands(spec);
     const auto buttons = [this](QWidget *line) {

@@ -2,6 +2,7 @@
 
 #include "platform/core/Messages.h"
 #include "platform/ui/AccessibleNames.h"
+#include "platform/ui/Colours.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -152,8 +153,8 @@ void TypedEdit::setRed(bool red)
     red_ = red;
     QPalette palette;
     if (red) {
-        palette.setColor(QPalette::Base, QColor(255, 213, 213));
-        palette.setColor(QPalette::Text, QColor(140, 0, 0));
+        palette.setColor(QPalette::Base, unreadableGround);
+        palette.setColor(QPalette::Text, unreadableText);
     }
     setPalette(palette);
     if (red)

@@ -1,4 +1,5 @@
 #include "platform/core/Clock.h"
+#include "platform/ui/Colours.h"
 #include "tests/support/Fixtures.h"
 
 using namespace Qt::StringLiterals;
@@ -68,7 +69,7 @@ private Q_SLOTS:
         QList<bool> red;
         for (int row = 0; row < 3; ++row) {
             const QModelIndex cell = grid->model()->index(row, test::columnOf(grid, u"Q.tà"_s));
-            red.append(cell.data(Qt::ForegroundRole).value<QColor>() == QColor(Qt::red));
+            red.append(cell.data(Qt::ForegroundRole).value<QColor>() == ui::negativeText(QApplication::palette()));
         }
         QCOMPARE(red, QList<bool>({false, false, true}));
     }

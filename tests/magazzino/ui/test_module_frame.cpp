@@ -71,7 +71,7 @@ QString nameless(const QWidget &window)
 {
     QString found;
     for (QWidget *control : window.findChildren<QWidget *>()) {
-        if (control->focusPolicy().testFlag(Qt::TabFocus) && control->isVisibleTo(&window) && !control->isWindow() &&
+        if ((control->focusPolicy() & Qt::TabFocus) != 0 && control->isVisibleTo(&window) && !control->isWindow() &&
             QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name).trimmed().isEmpty())
             found += u' ' + QLatin1String(control->metaObject()->className()) + u' ' + control->objectName();
     }

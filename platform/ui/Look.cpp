@@ -1,0 +1,152 @@
+#include "platform/ui/Look.h"
+
+#include "platform/ui/Colours.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+using namespace Qt::StringLiterals;
+
+namespace ui {
+
+namespace {
+
+constexpr int belowTitle = 4;
+
+// A title whose box can be switched off by a check mark is drawn as the style does it.
+const QStyleOptionGroupBox *section(QStyle::ComplexControl control, const QStyleOptionComplex *option)
+{
+    if (control != QStyle::CC_GroupBox || option->subControls.testFlag(QStyle::SC_GroupBoxCheckBox))
+        return nullptr;
+    return qstyleoption_cast<const QStyleOptionGroupBox *>(option);
+}
+
+QFont titleFont(const QWidget *widget)
+{
+    QFont font = widget ? widget->font() : QApplication::font();
+    font.setBold(true);
+    return font;
+}
+
+// Titles are written with blanks around them, for the gap that boxes leave in their frame.
+QRect titleRect(const QStyleOptionGroupBox &box, const QWidget *widget)
+{
+    const QFontMetrics metrics(titleFont(widget));
+    return {box.rect.left(), box.rect.top(), metrics.horizontalAdvance(box.text.trimmed()), metrics.height()};
+}
+
+void drawSection(const QStyleOptionGroupBox &box, QPainter &painter, const QWidget *widget)
+{
+    if (box.text.isEmpty())
+        return;
+    const QRect title = titleRect(box, widget);
+    const bool isEnabled = box.state.testFlag(QStyle::State_Enabled);
+    painter.save();
+    painter.setFont(titleFont(widget));
+    painter.setPen(box.palette.color(isEnabled ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+    painter.drawText(title, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), box.text.trimmed());
+    painter.setPen(hairline(box.palette));
+    painter.drawLine(title.right() + Look::between, title.center().y(), box.rect.right(), title.center().y());
+    painter.restore();
+}
+
+// Desktops that tell their colours are followed; where none does, the style's own are rather grey.
+void useCalmColours()
+{
+    const QPalette given = QApplication::palette();
+    const QPalette plain = QApplication::style()->standardPalette();
+    for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Base, QPalette::Text, QPalette::Highlight}) {
+        if (given.color(role) != plain.color(role))
+            return;
+    }
+    QPalette calm = plain;
+    const QList<std::pair<QPalette::ColorRole, QColor>> colours = {{QPalette::Window, QColor(245, 246, 247)},
+                                                                   {QPalette::WindowText, QColor(32, 36, 41)},
+                                                                   {QPalette::Base, Qt::white},
+                                                                   {QPalette::AlternateBase, QColor(247, 248, 250)},
+                                                                   {QPalette::Text, QColor(32, 36, 41)},
+                                                                   {QPalette::Button, QColor(244, 245, 246)},
+                                                                   {QPalette::ButtonText, QColor(32, 36, 41)},
+                                                                   {QPalette::Highlight, QColor(38, 104, 166)},
+                                                                   {QPalette::HighlightedText, Qt::white},
+                                                                   {QPalette::Link, QColor(29, 95, 168)},
+                                                                   {QPalette::PlaceholderText, QColor(104, 112, 121)}};
+    for (const auto &[role, colour] : colours)
+        calm.setColor(role, colour);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        calm.setColor(QPalette::Disabled, role, QColor(150, 155, 161));
+    QApplication::setPalette(calm);
+}
+
+} // namespace
+
+Look::Look()
+    : QProxyStyle(QStyleFactory::create(u"Fusion"_s))
+{
+}
+
+void Look::use()
+{
+    QApplication::setStyle(new Look);
+    useCalmColours();
+}
+
+void Look::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                              const QWidget *widget) const
+{
+    if (const QStyleOptionGroupBox *box = section(control, option))
+        drawSection(*box, *painter, widget);
+    else
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+QRect Look::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
+                           const QWidget *widget) const
+{
+    const QStyleOptionGroupBox *box = section(control, option);
+    if (!box)
+        return QProxyStyle::subControlRect(control, option, part, widget);
+    const QRect title = box->text.isEmpty() ? QRect() : titleRect(*box, widget);
+    if (part == SC_GroupBoxLabel)
+        return title;
+    return box->rect.adjusted(0, title.isEmpty() ? 0 : title.height() + belowTitle, 0, 0);
+}
+
+int Look::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const
+{
+    const bool isSection = qobject_cast<const QGroupBox *>(widget) != nullptr;
+    switch (metric) {
+    case PM_LayoutLeftMargin:
+    case PM_LayoutRightMargin:
+        return isSection ? 0 : margin;
+    case PM_LayoutTopMargin:
+        return isSection ? belowTitle : margin;
+    case PM_LayoutBottomMargin:
+        return isSection ? lines : margin;
+    case PM_LayoutHorizontalSpacing:
+        return between;
+    case PM_LayoutVerticalSpacing:
+        return lines;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+QIcon Look::standardIcon(StandardPixmap icon, const QStyleOption *option, const QWidget *widget) const
+{
+    static const QHash<StandardPixmap, QString> drawings = {{SP_MessageBoxInformation, u"dialog-information"_s},
+                                                            {SP_MessageBoxQuestion, u"dialog-question"_s},
+                                                            {SP_MessageBoxWarning, u"dialog-warning"_s},
+                                                            {SP_MessageBoxCritical, u"dialog-error"_s},
+                                                            {SP_DirOpenIcon, u"folder-open"_s},
+                                                            {SP_DirClosedIcon, u"folder"_s}};
+    const QString drawing = drawings.value(icon);
+    if (!drawing.isEmpty() && QIcon::hasThemeIcon(drawing))
+        return QIcon::fromTheme(drawing);
+    return QProxyStyle::standardIcon(icon, option, widget);
+}
+
+} // namespace ui

@@ -1,0 +1,163 @@
+#include "host/HostCommands.h"
+#include "host/ui/MainWindow.h"
+#include "platform/ui/Colours.h"
+#include "platform/ui/LetterBar.h"
+#include "platform/ui/Look.h"
+#include "tests/support/Fixtures.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QPalette darkPalette()
+{
+    QPalette dark(QColor(55, 60, 66), QColor(49, 54, 59));
+    dark.setColor(QPalette::Base, QColor(35, 38, 41));
+    dark.setColor(QPalette::AlternateBase, QColor(42, 46, 50));
+    dark.setColor(QPalette::Text, QColor(239, 240, 241));
+    dark.setColor(QPalette::WindowText, QColor(239, 240, 241));
+    return dark;
+}
+
+// What cannot be read: text that needs more room than its control has. A label that wraps or shortens itself says so.
+QStringList cutTexts(const QWidget &form)
+{
+    QStringList cut;
+    for (const QWidget *control : form.findChildren<QWidget *>()) {
+        const auto *label = qobject_cast<const QLabel *>(control);
+        const auto *button = qobject_cast<const QAbstractButton *>(control);
+        const bool shortens = control->inherits("ui::ElidedLabel") || (label && label->wordWrap());
+        if ((!label && !button) || shortens || !control->isVisible())
+            continue;
+        const QString text = label ? label->text() : button->text();
+        const QStringList lines = text.split(u'\n');
+        int needed = 0;
+        for (const QString &line : lines)
+            needed = std::max(needed, control->fontMetrics().horizontalAdvance(QString(line).remove(u'&')));
+        if (needed > control->width() || (!text.isEmpty() && control->fontMetrics().height() > control->height() + 1))
+            cut.append(text);
+    }
+    return cut;
+}
+
+} // namespace
+
+/// How the program looks: what is said can be read, in both themes and in large letters.
+class TestLook : public test::AtWorkplace
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    static void initTestCase() { ui::Look::use(); }
+    static void cleanupTestCase()
+    {
+        QApplication::setStyle(u"Fusion"_s);
+        QApplication::setPalette({});
+    }
+
+    void everyColourCanBeRead_data()
+    {
+        test::columns<QPalette>("palette");
+        QTest::newRow("the program's own") << QApplication::palette();
+        QTest::newRow("dark") << darkPalette();
+        QTest::newRow("black") << QPalette(Qt::black);
+    }
+    void everyColourCanBeRead()
+    {
+        const auto [palette] = test::row<QPalette>();
+        const QPalette refused = ui::refusedPalette(palette);
+        const auto of = [&palette](QPalette::ColorRole role) { return palette.color(role); };
+        QList<std::pair<QColor, QColor>> pairs = {
+            {of(QPalette::WindowText), of(QPalette::Window)},
+            {of(QPalette::Text), of(QPalette::Base)},
+            {of(QPalette::Text), of(QPalette::AlternateBase)},
+            {of(QPalette::ButtonText), of(QPalette::Button)},
+            {refused.color(QPalette::Text), of(QPalette::Base)},
+            {refused.color(QPalette::WindowText), of(QPalette::Window)},
+            {refused.color(QPalette::HighlightedText), refused.color(QPalette::Highlight)},
+            {ui::negativeText(palette), of(QPalette::Base)},
+            {ui::negativeText(palette), of(QPalette::AlternateBase)},
+            {ui::quietText(palette), of(QPalette::Base)},
+            {ui::quietText(palette), of(QPalette::Window)},
+            {ui::warningText, ui::warningGround},
+            {ui::warningText, ui::warningRowGround},
+            {ui::unreadableText, ui::unreadableGround}};
+        // What a desktop chooses besides is its own affair.
+        if (palette == QApplication::palette())
+            pairs += {{of(QPalette::HighlightedText), of(QPalette::Highlight)},
+                      {of(QPalette::Link), of(QPalette::Window)},
+                      {of(QPalette::PlaceholderText), of(QPalette::Base)}};
+        for (const auto &[text, ground] : std::as_const(pairs)) {
+            const QByteArray told = QStringLiteral("%1 on %2").arg(text.name(), ground.name()).toUtf8();
+            QVERIFY2(ui::contrast(text, ground) >= ui::leastContrast, told.constData());
+        }
+    }
+
+    // Twice the usual size, in the smallest usual window: pages scroll, nothing is cut.
+    void largeLettersAreWhole()
+    {
+        const QFont usual = QApplication::font();
+        const auto back = qScopeGuard([&] { QApplication::setFont(usual); });
+        QFont large = usual;
+        large.setPointSizeF(2 * usual.pointSizeF());
+        QApplication::setFont(large);
+        place().window().resize(1366, 740);
+        for (const QString &action :
+             {u"actInserimentoBolleCarico"_s, u"actInserimentoDdTScarico"_s, u"actInserimentoFattureAccompagnatorie"_s,
+              u"actInserimentoFornitori"_s, u"actInserimentoMovimentiMagazzino"_s, u"actStampaInventario"_s}) {
+            const QWidget *form = open(action);
+            test::settle();
+            QCOMPARE(action + cutTexts(*form).join(u'|'), action);
+        }
+        for (const QString &action : {u"actInserimentoArticoli"_s, u"actInserimentoClienti"_s, u"actAzienda"_s})
+            QCOMPARE(action + cutTexts(*place().commands().openForm(action)).join(u'|'), action);
+    }
+
+    void saveIsToldUntilTheNextChange()
+    {
+        ui::EntryForm *form = openEntry(u"actInserimentoTipiTrasporto"_s);
+        const auto *told = test::control<QLabel>(form, u"lblSalvato"_s);
+        test::retype(form, u"txtTipoTrasporto"_s, u"Corriere"_s);
+        QCOMPARE(told->text(), QString());
+        test::trigger(form, u"actSalva"_s);
+        QCOMPARE(told->text(), u"Salvato alle 10:30"_s);
+        QTest::keyClick(test::control<QLineEdit>(form, u"txtTipoTrasporto"_s), Qt::Key_E);
+        QCOMPARE(told->text(), QString());
+        form->SetModified(false);
+    }
+
+    // The letter that fills the list, until something else does.
+    void letterShownIsMarked()
+    {
+        const ui::SearchForm *list = openList(u"actRicercaFornitori"_s);
+        auto *letters = list->findChild<ui::LetterBar *>();
+        const auto marked = [letters] {
+            QString all;
+            for (const QToolButton *button : letters->findChildren<QToolButton *>())
+                all += button->isChecked() ? button->text() : QString();
+            return all;
+        };
+        letters->press(u'B');
+        letters->press(u'F');
+        QCOMPARE(marked(), u"F"_s);
+        test::press(list, u"cmdCerca"_s);
+        QCOMPARE(marked(), QString());
+    }
+
+    // Inputs of one page begin below each other, whatever section they stand in and whether a save requires them.
+    void inputsBeginAtTheSamePlace()
+    {
+        const QWidget *form = open(u"actInserimentoBolleCarico"_s);
+        const auto left = [form](const QString &name) {
+            const auto *input = test::control<QWidget>(form, name);
+            return input->mapTo(form, QPoint()).x();
+        };
+        const int place = left(u"txtCausaleTrasporto"_s);
+        for (const QString &name : {u"txtAspettoBeni"_s, u"txtPeso"_s, u"lblRagioneSociale"_s})
+            QCOMPARE(left(name), place);
+    }
+};
+
+static const test::Registered<TestLook> registered;
+
+#include "test_look.moc"
