@@ -33,8 +33,8 @@ void addOnHand(const QStringList &codici, QHash<QString, double> &giacenze)
         values.append(data::searchedText(codice));
     }
     const data::Rows rows =
-        ModuleConnection().run(u"SELECT UPPER(CODICE), SUM(QUANTITA) FROM MOVI_MAGA WHERE UPPER(CODICE) IN (%1) "
-                               "GROUP BY 1"_s.arg(placeholders.join(u", "_s)),
+        ModuleConnection().run(u"SELECT %1, SUM(QUANTITA) FROM MOVI_MAGA WHERE UPPER(CODICE) IN (%2) GROUP BY 1"_s.arg(
+                                   data::withoutIndex(u"UPPER(CODICE)"_s), placeholders.join(u", "_s)),
                                values);
     QHash<QString, double> byCapitals;
     for (qsizetype row = 0; row < rows.size(); ++row)

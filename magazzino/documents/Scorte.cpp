@@ -54,11 +54,11 @@ QString stock(Pieces &pieces, QDate date)
     const QString today = pieces.value(core::today());
     const QString quantity = pieces.value(date);
     const QString amount = pieces.value(date);
-    return u"SELECT 'S' AS COSA, UPPER(M.CODICE) AS ARTICOLO, "
-           "SUM(IIF(M.DATA_MOVIMENTO <= %1, M.QUANTITA, 0)) AS N1, "
-           "SUM(IIF(M.DATA_MOVIMENTO <= %2, M.QUANTITA, 0)) AS N2, "
-           "SUM(IIF(M.DATA_MOVIMENTO <= %3, M.VALORE_IMPORTO, 0)) AS N3, CAST(NULL AS DATE) AS GIORNO"_s.arg(
-               today, quantity, amount) +
+    return u"SELECT 'S' AS COSA, %1 AS ARTICOLO, "
+           "SUM(IIF(M.DATA_MOVIMENTO <= %2, M.QUANTITA, 0)) AS N1, "
+           "SUM(IIF(M.DATA_MOVIMENTO <= %3, M.QUANTITA, 0)) AS N2, "
+           "SUM(IIF(M.DATA_MOVIMENTO <= %4, M.VALORE_IMPORTO, 0)) AS N3, CAST(NULL AS DATE) AS GIORNO"_s.arg(
+               data::withoutIndex(u"UPPER(M.CODICE)"_s), today, quantity, amount) +
            pieces.movements() + u" GROUP BY 2"_s;
 }
 
