@@ -64,13 +64,13 @@ private:
     qsizetype typed_ = 0;
 };
 
-// The first articles that have each word in code or description.
+// As many articles as the list takes that have each word in code or description.
 QString offers(const QString &typed)
 {
     QStringList conditions;
     for (const QString &word : typed.split(u' ', Qt::SkipEmptyParts))
         conditions.append(u"(CODICE CONTAINING %1 OR DESCRIZIONE CONTAINING %1)"_s.arg(data::quoted(word)));
-    return u"SELECT FIRST 20 IDANA_MAGA, CODICE, DESCRIZIONE, PREZZO, COSTO, IDUM FROM ANA_MAGA WHERE %1 ORDER BY "
+    return u"SELECT FIRST 50 IDANA_MAGA, CODICE, DESCRIZIONE, PREZZO, COSTO, IDUM FROM ANA_MAGA WHERE %1 ORDER BY "
            "CODICE"_s.arg(conditions.join(u" AND "_s));
 }
 
