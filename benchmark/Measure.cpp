@@ -39,6 +39,9 @@ QString line(const QStringList &cells)
     return text + u'\n';
 }
 
+// Milliseconds after which no further run of a workload begins: at ten million movements a single one takes minutes.
+constexpr qint64 enough = 60'000;
+
 } // namespace
 
 long memory(const QByteArray &kind)
@@ -66,7 +69,9 @@ Figure compare(const Pair &pair, Figure figure)
 {
     QList<double> program;
     QList<double> floor;
-    for (int run = 0; run < pair.runs; ++run) {
+    QElapsedTimer spent;
+    spent.start();
+    for (int run = 0; run < pair.runs && (run == 0 || !spent.hasExpired(enough)); ++run) {
         if (pair.prepare)
             pair.prepare();
         forgetPeakMemory();

@@ -30,7 +30,7 @@ struct Pair
     Work program;
     Work floor;   ///< may be empty
     Work prepare; ///< before each run of the program, not timed; may be empty
-    int runs = 7;
+    int runs = 7; ///< at most: none begins after a minute
 };
 
 double milliseconds(const Work &work);

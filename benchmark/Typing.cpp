@@ -64,14 +64,16 @@ private:
     qsizetype typed_ = 0;
 };
 
-// As many articles as the list takes that have each word in code or description.
+// As many articles as the list takes that have each word in code or description, in the list's order: first those whose
+// code is the text, then those whose code begins with it, then those whose code contains it.
 QString offers(const QString &typed)
 {
     QStringList conditions;
     for (const QString &word : typed.split(u' ', Qt::SkipEmptyParts))
         conditions.append(u"(CODICE CONTAINING %1 OR DESCRIZIONE CONTAINING %1)"_s.arg(data::quoted(word)));
-    return u"SELECT FIRST 50 IDANA_MAGA, CODICE, DESCRIZIONE, PREZZO, COSTO, IDUM FROM ANA_MAGA WHERE %1 ORDER BY "
-           "CODICE"_s.arg(conditions.join(u" AND "_s));
+    return u"SELECT FIRST 50 IDANA_MAGA, CODICE, DESCRIZIONE, PREZZO, COSTO, IDUM FROM ANA_MAGA WHERE %1 ORDER BY CASE "
+           "WHEN UPPER(CODICE) = UPPER(%2) THEN 0 WHEN CODICE STARTING WITH UPPER(%2) THEN 1 WHEN CODICE CONTAINING %2 "
+           "THEN 2 ELSE 3 END, UPPER(CODICE)"_s.arg(conditions.join(u" AND "_s), data::quoted(typed));
 }
 
 QLineEdit &codeField(const QWidget &form)
