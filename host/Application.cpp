@@ -25,7 +25,6 @@
 #include "platform/ui/MessageBoxes.h"
 #include "platform/ui/UserSettings.h"
 
-#include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>

@@ -2,10 +2,9 @@
 #include "platform/data/Connection.h"
 #include "platform/data/ConnectionString.h"
 
+#include <QApplication>
 #include <memory>
 #include <optional>
-
-class QApplication;
 
 namespace host {
 

@@ -1,8 +1,6 @@
 #include "host/Corvane3Impl.h"
 
 #include "platform/core/Format.h"
-#include "platform/data/Connection.h"
-#include "platform/data/DataSet.h"
 
 #include <QHash>
 

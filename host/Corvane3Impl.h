@@ -1,4 +1,9 @@
 #pragma once
+#include "platform/data/Connection.h"
+#include "platform/data/DataSet.h"
+#include "platform/report/Report.h"
+#include "platform/ui/CategoryTree.h"
+
 #include <QDate>
 #include <QList>
 #include <QString>
@@ -7,16 +12,6 @@ class QIcon;
 class QObject;
 class QToolBar;
 class QWidget;
-namespace data {
-class Connection;
-class DataSet;
-} // namespace data
-namespace report {
-class ReportSystem;
-}
-namespace ui {
-class CategoryTree;
-}
 
 /// The host's framework: the logged-in user, the records and enumerations that modules share, and the host's routines
 /// for the database and for forms.

@@ -9,7 +9,6 @@
 #include "platform/core/SaveFile.h"
 #include "platform/core/WorkFolder.h"
 #include "platform/data/Catalogue.h"
-#include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/data/EnginePath.h"

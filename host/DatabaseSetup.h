@@ -1,11 +1,8 @@
 #pragma once
+#include "platform/data/Connection.h"
 #include "platform/data/ConnectionString.h"
 
 #include <functional>
-
-namespace data {
-class Connection;
-}
 
 /// Where the program's database is, why it cannot be opened, and the making of a new one.
 namespace host {

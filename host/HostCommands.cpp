@@ -11,7 +11,6 @@
 #include "host/users/PasswordDialogs.h"
 #include "host/users/UserForms.h"
 #include "host/users/Users.h"
-#include "platform/data/Connection.h"
 #include "platform/ui/RegisterEntry.h"
 #include "platform/ui/RegisterList.h"
 

@@ -1,12 +1,7 @@
 #pragma once
+#include "platform/data/Connection.h"
 #include "platform/ui/CommandRegistry.h"
-
-namespace data {
-class Connection;
-}
-namespace ui {
-struct RegisterSpec;
-}
+#include "platform/ui/RegisterSpec.h"
 
 namespace host {
 

@@ -3,8 +3,6 @@
 #include "host/Corvane3Impl.h"
 #include "platform/ui/CommandRegistry.h"
 
-#include <QWidget>
-
 QWidget *OpenHostForm(const QString &action)
 {
     const QWidget *mainForm = GetMainForm();

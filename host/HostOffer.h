@@ -1,9 +1,6 @@
 #pragma once
 #include "host/StartOffers.h"
-
-namespace data {
-class Connection;
-}
+#include "platform/data/Connection.h"
 
 namespace host {
 

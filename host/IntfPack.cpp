@@ -3,11 +3,8 @@
 #include "host/Corvane3Impl.h"
 #include "platform/core/Error.h"
 
-#include <QApplication>
 #include <QMainWindow>
-#include <QMenu>
 #include <QMenuBar>
-#include <QToolBar>
 
 #include <deque>
 

@@ -1,18 +1,15 @@
 #pragma once
+#include "platform/data/Connection.h"
+#include "platform/schema/Step.h"
+
+#include <QApplication>
+#include <QMenu>
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QToolBar>
 #include <functional>
 
-class QApplication;
-class QMenu;
-class QToolBar;
-namespace data {
-class Connection;
-}
-namespace schema {
-struct Step;
-}
 struct TKxToolBarProperties;
 
 /// The host's package interface: the registry of plug-in libraries and the merging of their menus and tool bars.

@@ -1,5 +1,6 @@
 #pragma once
 #include "host/Corvane3Impl.h"
+#include "host/DocumentOptions.h"
 
 #include <QVariant>
 
@@ -8,9 +9,6 @@
 /// as data::DatabaseError with the database's own text.
 
 struct DocumentKind;
-namespace host {
-struct DocumentOption;
-}
 
 inline const QString packageName = QStringLiteral("Magazzino.bpl");
 

@@ -1,4 +1,3 @@
-#include "host/DocumentOptions.h"
 #include "host/users/Users.h"
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Error.h"

@@ -17,19 +17,14 @@
 #include "magazzino/ui/OffertaIniziale.h"
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
-#include "platform/data/DataSet.h"
 #include "platform/report/Output.h"
-#include "platform/report/Report.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Help.h"
 #include "platform/ui/ProgressDialog.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QFileInfo>
-#include <QMenu>
-#include <QToolBar>
 
 using namespace Qt::StringLiterals;
 

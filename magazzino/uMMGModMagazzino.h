@@ -1,25 +1,21 @@
 #pragma once
+#include "platform/data/Connection.h"
+#include "platform/data/DataSet.h"
+#include "platform/report/Report.h"
+#include "platform/ui/CommandRegistry.h"
 #include "platform/ui/Dialogs.h"
 
+#include <QAction>
+#include <QMenu>
+#include <QToolBar>
 #include <QVariant>
 #include <QWidget>
 
-class QAction;
-class QMenu;
-class QToolBar;
 class TMMGdmStampe;
 class TMMGModSelezionaBase;
-namespace data {
-class Connection;
-class DataSet;
-} // namespace data
-namespace ui {
-class CommandRegistry;
-}
 namespace report {
 class PdfRenderer;
 class ReportProject;
-class ReportSystem;
 } // namespace report
 
 /// The module object: a hidden form of the host that owns the module's connection, data sets, report objects, actions,

@@ -1,9 +1,5 @@
 #include "magazzino/uMMGModMagazzino.h"
 
-#include <QAction>
-#include <QMenu>
-#include <QToolBar>
-
 using namespace Qt::StringLiterals;
 
 namespace {

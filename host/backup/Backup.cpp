@@ -6,7 +6,6 @@
 #include "platform/core/Error.h"
 #include "platform/core/FileAccess.h"
 #include "platform/core/Log.h"
-#include "platform/core/Progress.h"
 #include "platform/core/SaveFile.h"
 #include "platform/core/WorkFolder.h"
 #include "platform/data/Connection.h"

@@ -1,13 +1,10 @@
 #pragma once
+#include "platform/core/Progress.h"
 #include "platform/data/ConnectionString.h"
 
 #include <QDate>
 #include <QMap>
 #include <QString>
-
-namespace core {
-class Progress;
-}
 
 /// Backups of a database with Firebird's own program, and their restoring. Whoever calls has closed its connections to
 /// an embedded database, which one process at a time can open; a database on a server may stay in use.

@@ -1,7 +1,6 @@
 #include "host/backup/Gbak.h"
 
 #include "platform/core/Error.h"
-#include "platform/core/Progress.h"
 #include "platform/core/SaveFile.h"
 
 #include <QProcess>

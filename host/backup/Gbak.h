@@ -1,13 +1,10 @@
 #pragma once
+#include "platform/core/Progress.h"
 #include "platform/data/ConnectionString.h"
 
 #include <QStringList>
 
 #include <functional>
-
-namespace core {
-class Progress;
-}
 
 namespace host {
 

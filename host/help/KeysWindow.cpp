@@ -2,8 +2,6 @@
 
 #include "platform/data/WordIndex.h"
 #include "platform/ui/KeyList.h"
-#include "platform/ui/LineEdit.h"
-#include "platform/ui/ResultGrid.h"
 #include "platform/ui/WindowPlaces.h"
 
 #include <QKeyEvent>

@@ -1,11 +1,9 @@
 #pragma once
+#include "platform/ui/LineEdit.h"
+#include "platform/ui/ResultGrid.h"
+
 #include <QMdiArea>
 #include <QWidget>
-
-namespace ui {
-class LineEdit;
-class ResultGrid;
-} // namespace ui
 
 namespace host {
 

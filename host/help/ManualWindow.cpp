@@ -3,7 +3,6 @@
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/Help.h"
-#include "platform/ui/LineEdit.h"
 #include "platform/ui/WindowPlaces.h"
 
 #include <QApplication>
@@ -11,7 +10,6 @@
 #include <QDialog>
 #include <QFileInfo>
 #include <QKeyEvent>
-#include <QListWidget>
 #include <QPointer>
 #include <QSplitter>
 #include <QStandardPaths>

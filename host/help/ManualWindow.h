@@ -1,11 +1,9 @@
 #pragma once
+#include "platform/ui/LineEdit.h"
+
+#include <QListWidget>
 #include <QTextBrowser>
 #include <QWidget>
-
-class QListWidget;
-namespace ui {
-class LineEdit;
-}
 
 namespace host {
 

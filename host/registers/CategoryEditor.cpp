@@ -13,7 +13,6 @@
 #include <QApplication>
 #include <QHash>
 #include <QStyle>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;

@@ -2,7 +2,8 @@
 #include "platform/ui/CategoryTree.h"
 #include "platform/ui/ChildForm.h"
 
-class QTreeWidget;
+#include <QTreeWidget>
+
 class QTreeWidgetItem;
 
 namespace host {

@@ -3,7 +3,6 @@
 #include "host/DocumentOptions.h"
 #include "platform/core/Format.h"
 #include "platform/core/Messages.h"
-#include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
 #include "platform/ui/LineEdit.h"

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "platform/data/Connection.h"
+
 class QWidget;
-namespace data {
-class Connection;
-}
 
 namespace host {
 

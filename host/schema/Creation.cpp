@@ -2,7 +2,6 @@
 
 #include "host/schema/HostTables.h"
 #include "platform/data/Catalogue.h"
-#include "platform/data/Connection.h"
 
 #include <algorithm>
 

@@ -1,8 +1,6 @@
 #pragma once
 
-namespace data {
-class Connection;
-}
+#include "platform/data/Connection.h"
 
 /// Whether the making of a database has come to its end. On a server no finished file can be given its name at last, so
 /// the database itself has to tell.

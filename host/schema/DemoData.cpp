@@ -3,7 +3,6 @@
 #include "host/schema/DemoRows.h"
 #include "host/schema/DemoTables.h"
 #include "platform/core/Decimal.h"
-#include "platform/data/Connection.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,8 +1,6 @@
 #pragma once
 
-namespace data {
-class Connection;
-}
+#include "platform/data/Connection.h"
 
 /// Demonstration data of an invented firm, the same at every run. Each routine works in one transaction of its own.
 namespace host {

@@ -2,7 +2,6 @@
 
 #include "host/TaxCodes.h"
 #include "host/schema/DemoTables.h"
-#include "platform/data/Connection.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,8 @@
 #pragma once
+#include "platform/data/Connection.h"
+
 #include <QHash>
 #include <QVariant>
-
-namespace data {
-class Connection;
-}
 
 /// How demonstration data are written, by the host and by modules.
 namespace host::demo {

@@ -1,9 +1,6 @@
 #include "host/start/ClosedConnections.h"
 
 #include "host/IntfPack.h"
-#include "platform/data/Connection.h"
-
-#include <QWidget>
 
 namespace host {
 

@@ -1,11 +1,9 @@
 #pragma once
+#include "platform/data/Connection.h"
+
 #include <QList>
 #include <QPointer>
-
-class QWidget;
-namespace data {
-class Connection;
-}
+#include <QWidget>
 
 namespace host {
 

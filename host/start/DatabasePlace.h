@@ -1,15 +1,12 @@
 #pragma once
 #include "platform/data/ConnectionString.h"
+#include "platform/ui/NumberEdits.h"
 
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QWidget>
-
-class QCheckBox;
-class QLineEdit;
-class QPushButton;
-class QRadioButton;
-namespace ui {
-class IntegerEdit;
-}
 
 namespace host {
 

@@ -1,10 +1,8 @@
 #pragma once
+#include "platform/data/Connection.h"
 #include "platform/ui/Drafts.h"
 
 class QWidget;
-namespace data {
-class Connection;
-}
 
 /// Documents that were being written when the program ended without being able to ask.
 namespace host {

@@ -20,11 +20,9 @@
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/TextPrompt.h"
 
-#include <QAction>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
-#include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
 

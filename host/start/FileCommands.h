@@ -1,10 +1,9 @@
 #pragma once
 #include "host/start/Opening.h"
 
+#include <QAction>
+#include <QMenu>
 #include <QObject>
-
-class QAction;
-class QMenu;
 
 namespace host {
 

@@ -1,7 +1,6 @@
 #include "host/start/FirstRows.h"
 
 #include "host/IntfPack.h"
-#include "platform/data/Connection.h"
 
 using namespace Qt::StringLiterals;
 

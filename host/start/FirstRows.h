@@ -1,8 +1,6 @@
 #pragma once
 
-namespace data {
-class Connection;
-}
+#include "platform/data/Connection.h"
 
 namespace host {
 

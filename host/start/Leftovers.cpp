@@ -8,7 +8,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QWidget>
 
 using namespace Qt::StringLiterals;
 

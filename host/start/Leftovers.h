@@ -1,7 +1,7 @@
 #pragma once
 #include "platform/data/ConnectionString.h"
 
-class QWidget;
+#include <QWidget>
 
 namespace host {
 

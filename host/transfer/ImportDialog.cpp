@@ -3,18 +3,11 @@
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
 #include "platform/data/Connection.h"
-#include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/LineEdit.h"
 #include "platform/ui/ProgressDialog.h"
-#include "platform/ui/ResultGrid.h"
 
-#include <QCheckBox>
-#include <QFormLayout>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QSplitter>
-#include <QTableWidget>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;

@@ -1,25 +1,20 @@
 #pragma once
 #include "host/transfer/ImportPlan.h"
 #include "platform/core/CsvFile.h"
+#include "platform/core/Progress.h"
+#include "platform/ui/Controls.h"
+#include "platform/ui/ResultGrid.h"
 
 #include <QDialog>
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
 #include <memory>
-
-class QCheckBox;
-class QComboBox;
-class QFormLayout;
-class QLabel;
-class QLineEdit;
-class QPushButton;
-class QTableWidget;
-namespace core {
-class Progress;
-}
-namespace ui {
-class ElidedLabel;
-class ResultGrid;
-} // namespace ui
 
 namespace host {
 

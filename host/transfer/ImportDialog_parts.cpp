@@ -1,20 +1,11 @@
 #include "host/transfer/ImportDialog.h"
 #include "platform/core/Messages.h"
-#include "platform/ui/Controls.h"
 #include "platform/ui/LineEdit.h"
-#include "platform/ui/ResultGrid.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QFormLayout>
 #include <QGroupBox>
 #include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QSplitter>
-#include <QTableWidget>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;

@@ -3,7 +3,6 @@
 #include "platform/core/Format.h"
 #include "platform/core/NumberReader.h"
 #include "platform/data/Catalogue.h"
-#include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 
 using namespace Qt::StringLiterals;

@@ -1,14 +1,11 @@
 #pragma once
 #include "host/transfer/ImportTarget.h"
+#include "platform/data/Connection.h"
 
 #include <QHash>
 #include <QMetaType>
 
 #include <optional>
-
-namespace data {
-class Connection;
-}
 
 namespace host {
 

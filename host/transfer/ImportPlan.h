@@ -2,14 +2,11 @@
 #include "host/transfer/ImportLookups.h"
 #include "platform/core/CsvReader.h"
 #include "platform/core/NumberReader.h"
+#include "platform/core/Progress.h"
 
 #include <QVariant>
 
 #include <functional>
-
-namespace core {
-class Progress;
-}
 
 namespace host {
 

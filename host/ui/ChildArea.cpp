@@ -6,7 +6,6 @@
 
 #include <QEvent>
 #include <QMdiSubWindow>
-#include <QTabBar>
 
 #include <algorithm>
 

@@ -1,8 +1,7 @@
 #pragma once
 #include <QMdiArea>
+#include <QTabBar>
 #include <QTimer>
-
-class QTabBar;
 
 namespace host {
 

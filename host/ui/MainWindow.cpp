@@ -13,12 +13,9 @@
 
 #include <QCloseEvent>
 #include <QCryptographicHash>
-#include <QLabel>
-#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QSettings>
 #include <QStatusBar>
-#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 

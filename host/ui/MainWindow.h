@@ -5,11 +5,10 @@
 
 #include <QMainWindow>
 
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QToolButton>
 #include <optional>
-
-class QLabel;
-class QMdiSubWindow;
-class QToolButton;
 
 namespace host {
 

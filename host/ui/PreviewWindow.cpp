@@ -4,13 +4,8 @@
 #include "platform/ui/Dialogs.h"
 
 #include <QEvent>
-#include <QLabel>
-#include <QListWidget>
 #include <QPainter>
-#include <QScrollArea>
 #include <QScrollBar>
-#include <QSpinBox>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 

@@ -3,14 +3,14 @@
 #include "platform/report/Report.h"
 #include "platform/ui/ChildForm.h"
 
+#include <QLabel>
+#include <QListWidget>
 #include <QPointer>
+#include <QScrollArea>
+#include <QSpinBox>
+#include <QToolButton>
 
 class QComboBox;
-class QLabel;
-class QListWidget;
-class QScrollArea;
-class QSpinBox;
-class QToolButton;
 
 namespace host {
 

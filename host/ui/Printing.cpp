@@ -1,9 +1,7 @@
 #include "host/ui/Printing.h"
 
 #include "platform/core/Settings.h"
-#include "platform/report/Document.h"
 #include "platform/report/Output.h"
-#include "platform/report/Report.h"
 #include "platform/ui/Dialogs.h"
 
 #include <QPrintDialog>

@@ -1,11 +1,10 @@
 #pragma once
+#include "platform/report/Document.h"
+#include "platform/report/Report.h"
+
 #include <QString>
 
 class QWidget;
-namespace report {
-class Document;
-struct Subject;
-} // namespace report
 
 namespace host {
 

@@ -7,12 +7,9 @@
 #include "platform/ui/CommandRegistry.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/EntryForm.h"
-#include "platform/ui/LineEdit.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;

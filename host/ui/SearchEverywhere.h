@@ -1,18 +1,14 @@
 #pragma once
 #include "host/StartOffers.h"
+#include "platform/data/Connection.h"
+#include "platform/ui/LineEdit.h"
 
 #include <QDialog>
+#include <QLabel>
 #include <QTimer>
+#include <QTreeWidget>
 
-class QLabel;
-class QTreeWidget;
 class QTreeWidgetItem;
-namespace data {
-class Connection;
-}
-namespace ui {
-class LineEdit;
-}
 
 namespace host {
 

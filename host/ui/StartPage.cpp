@@ -5,21 +5,14 @@
 #include "platform/core/Clock.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
-#include "platform/data/Connection.h"
 #include "platform/ui/CommandRegistry.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/EntryForm.h"
-#include "platform/ui/ResultGrid.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QChildEvent>
 #include <QCommandLinkButton>
-#include <QGroupBox>
-#include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPushButton>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 

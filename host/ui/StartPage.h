@@ -1,21 +1,16 @@
 #pragma once
 #include "host/StartOffers.h"
+#include "platform/data/Connection.h"
+#include "platform/ui/ResultGrid.h"
 
+#include <QAction>
+#include <QGroupBox>
+#include <QMdiArea>
 #include <QPointer>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QTimer>
-
-class QAction;
-class QGroupBox;
-class QMdiArea;
-class QPushButton;
-class QVBoxLayout;
-namespace data {
-class Connection;
-}
-namespace ui {
-class ResultGrid;
-}
+#include <QVBoxLayout>
 
 namespace host {
 

@@ -2,8 +2,6 @@
 
 #include "platform/ui/ChildForm.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QTabBar>
 
 using namespace Qt::StringLiterals;

@@ -1,8 +1,7 @@
 #pragma once
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QObject>
-
-class QMdiArea;
-class QMdiSubWindow;
 
 namespace host {
 

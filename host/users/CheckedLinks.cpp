@@ -1,6 +1,5 @@
 #include "host/users/CheckedLinks.h"
 
-#include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 
 using namespace Qt::StringLiterals;

@@ -1,9 +1,7 @@
 #pragma once
-#include <QListWidget>
+#include "platform/data/Connection.h"
 
-namespace data {
-class Connection;
-}
+#include <QListWidget>
 
 namespace host {
 

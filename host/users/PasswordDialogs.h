@@ -1,11 +1,10 @@
 #pragma once
+#include "platform/data/Connection.h"
+
 #include <QString>
 #include <optional>
 
 class QWidget;
-namespace data {
-class Connection;
-}
 
 namespace host {
 

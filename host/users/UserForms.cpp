@@ -13,7 +13,6 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;

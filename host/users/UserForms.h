@@ -1,7 +1,7 @@
 #pragma once
 #include "platform/ui/RegisterEntry.h"
 
-class QPushButton;
+#include <QPushButton>
 
 namespace host {
 

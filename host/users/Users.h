@@ -1,10 +1,9 @@
 #pragma once
+#include "platform/data/Connection.h"
+
 #include <QStringList>
 
 class QObject;
-namespace data {
-class Connection;
-}
 
 /// Users, their roles and the rights of the roles, from the tables UTENTI, RUOLI_UTENTE and ABILITAZIONI_*. What asks
 /// the database throws data::DatabaseError.

@@ -2,7 +2,6 @@
 
 #include "magazzino/MMGUtils.h"
 #include "magazzino/documents/DocumentKind.h"
-#include "platform/data/DataSet.h"
 #include "platform/data/Latest.h"
 
 using namespace Qt::StringLiterals;

@@ -1,11 +1,10 @@
 #pragma once
+#include "platform/data/DataSet.h"
+
 #include <QDate>
 
 #include <optional>
 
-namespace data {
-class DataSet;
-}
 struct DocumentKind;
 
 /// What is proposed for a document from what is stored.

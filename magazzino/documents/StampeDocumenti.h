@@ -1,13 +1,10 @@
 #pragma once
 #include "magazzino/documents/DocumentKind.h"
+#include "platform/data/Rows.h"
 
 #include <QDateTime>
 
 #include <optional>
-
-namespace data {
-class Rows;
-}
 
 /// What was printed of stored documents. All of it throws data::DatabaseError.
 

@@ -2,7 +2,6 @@
 
 #include "magazzino/MMGUtils_insiemi.h"
 #include "magazzino/documents/Movements.h"
-#include "platform/data/DataSet.h"
 
 #include <algorithm>
 

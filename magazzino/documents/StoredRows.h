@@ -1,12 +1,9 @@
 #pragma once
 #include "magazzino/MMGUtils.h"
 #include "magazzino/documents/DocumentKind.h"
+#include "platform/data/DataSet.h"
 
 #include <QHash>
-
-namespace data {
-class DataSet;
-}
 
 /// How the rows of a document are read from and written to the database. Both throw data::DatabaseError.
 

@@ -3,7 +3,6 @@
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
-#include "platform/data/Connection.h"
 
 using namespace Qt::StringLiterals;
 

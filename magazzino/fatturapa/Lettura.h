@@ -1,10 +1,7 @@
 #pragma once
 #include "magazzino/fatturapa/Dati.h"
-
-namespace data {
-class Connection;
-class Rows;
-} // namespace data
+#include "platform/data/Connection.h"
+#include "platform/data/Rows.h"
 
 /// What an electronic invoice is made from, out of the database: the one place with the statements for it.
 

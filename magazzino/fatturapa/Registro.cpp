@@ -5,7 +5,6 @@
 #include "magazzino/fatturapa/Lettura.h"
 #include "magazzino/fatturapa/Scrittura.h"
 #include "platform/core/Clock.h"
-#include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/Latest.h"
 

@@ -1,11 +1,8 @@
 #pragma once
 #include "magazzino/fatturapa/Fattura.h"
+#include "platform/data/Connection.h"
 
 #include <functional>
-
-namespace data {
-class Connection;
-}
 
 /// The register of the files that were written: what stands in it was given away and never changes but for its state.
 namespace fatturapa {

@@ -3,7 +3,6 @@
 #include "magazzino/fatturapa/Registro.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
-#include "platform/data/Connection.h"
 
 #include <QHash>
 #include <QXmlStreamReader>

@@ -1,12 +1,10 @@
 #pragma once
+#include "platform/data/Connection.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QList>
 #include <QString>
-
-namespace data {
-class Connection;
-}
 
 /// What the exchange system answers to a file, as the XML that it sends.
 namespace fatturapa {

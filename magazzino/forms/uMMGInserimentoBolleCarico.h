@@ -1,11 +1,6 @@
 #pragma once
 #include "magazzino/ui/MMGInserimentoDocumento.h"
-
-namespace ui {
-class ChoiceField;
-class DropDownField;
-class RecordLabels;
-} // namespace ui
+#include "platform/ui/ChoiceFields.h"
 
 /// Goods receipt note: header, rows with unit costs, totals. Each article row loads stock at its cost.
 class TMMGInserimentoBolleCarico : public TMMGInserimentoDocumento

@@ -1,10 +1,8 @@
 #pragma once
 #include "magazzino/ui/MMGInserimentoScarico.h"
+#include "platform/ui/Fields.h"
 
 class FatturaCiclicaField;
-namespace ui {
-class FlagField;
-}
 
 /// Accompanying invoice: a delivery note with prices, discounts, VAT totals, payment and a reminder for recurring
 /// invoices.

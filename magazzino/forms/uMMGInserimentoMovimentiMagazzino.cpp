@@ -4,13 +4,11 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/RecordChoice.h"
-#include "platform/ui/CategoryField.h"
 #include "platform/ui/Colours.h"
 #include "platform/ui/PageArea.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;

@@ -1,13 +1,11 @@
 #pragma once
 #include "magazzino/ui/MMGInserimento.h"
+#include "platform/ui/CategoryField.h"
 #include "platform/ui/ChoiceFields.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Fields.h"
 
-class QLabel;
-namespace ui {
-class CategoryField;
-}
+#include <QLabel>
 
 /// Entry form of one stock movement outside any document. Quantity and total are stored as shown: the form neither
 /// changes the sign of an issue nor computes the total; this is intended. A line warns when sign and kind disagree.

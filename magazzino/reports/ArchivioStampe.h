@@ -1,9 +1,6 @@
 #pragma once
 #include "magazzino/documents/DocumentKind.h"
-
-namespace report {
-class Document;
-}
+#include "platform/report/Document.h"
 
 /// What becomes of a document besides its pages: copies, the note that it was printed, the file in the archive.
 

@@ -1,10 +1,8 @@
 #pragma once
 #include "host/Corvane3Impl.h"
+#include "platform/data/Rows.h"
 
 struct DocumentKind;
-namespace data {
-class Rows;
-}
 
 /// Printing of documents through the module's report project.
 

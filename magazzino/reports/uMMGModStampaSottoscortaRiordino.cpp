@@ -8,7 +8,6 @@
 #include "platform/data/DataSet.h"
 #include "platform/ui/ProgressDialog.h"
 
-#include <QButtonGroup>
 #include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QLabel>

@@ -1,7 +1,6 @@
 #pragma once
+#include <QButtonGroup>
 #include <QDialog>
-
-class QButtonGroup;
 
 /// Asks which level the stock on hand is compared with. The last choice is kept between uses.
 class TMMGModStampaSottoscortaRiordino : public QDialog

@@ -10,13 +10,9 @@
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
-#include "platform/ui/CategoryTree.h"
-#include "platform/ui/DateEdit.h"
 #include "platform/ui/PageArea.h"
 #include "platform/ui/ProgressDialog.h"
 
-#include <QButtonGroup>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QRadioButton>

@@ -1,16 +1,13 @@
 #pragma once
+#include "platform/ui/CategoryTree.h"
 #include "platform/ui/ChildForm.h"
+#include "platform/ui/DateEdit.h"
 
 #include <QDate>
 
+#include <QButtonGroup>
+#include <QGroupBox>
 #include <optional>
-
-class QButtonGroup;
-class QGroupBox;
-namespace ui {
-class CategoryTree;
-class DateEdit;
-} // namespace ui
 
 /// Which articles an inventory lists.
 struct InventarioFilter

@@ -2,7 +2,6 @@
 
 #include "magazzino/documents/DocumentKind.h"
 #include "platform/core/Error.h"
-#include "platform/data/DataSet.h"
 
 using namespace Qt::StringLiterals;
 

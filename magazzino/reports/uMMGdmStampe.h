@@ -1,13 +1,10 @@
 #pragma once
+#include "platform/data/Connection.h"
+#include "platform/data/DataSet.h"
 #include "platform/data/Rows.h"
 
 #include <QHash>
 #include <QObject>
-
-namespace data {
-class Connection;
-class DataSet;
-} // namespace data
 
 /// The print data module: the read-only queries whose rows the reports print, each published under the name of its
 /// report data connection.

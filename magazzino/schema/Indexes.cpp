@@ -2,7 +2,6 @@
 
 #include "magazzino/documents/DocumentKind.h"
 #include "platform/core/Log.h"
-#include "platform/data/Connection.h"
 #include "platform/data/ConnectionString.h"
 #include "platform/data/DatabaseFile.h"
 

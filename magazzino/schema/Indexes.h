@@ -1,9 +1,7 @@
 #pragma once
-#include <QString>
+#include "platform/data/Connection.h"
 
-namespace data {
-class Connection;
-}
+#include <QString>
 
 /// Indexes that only make the program faster. They have no version: what the database's catalogue lacks is made.
 namespace schema {

@@ -2,7 +2,6 @@
 
 #include "host/schema/DemoRows.h"
 #include "platform/data/Catalogue.h"
-#include "platform/data/Connection.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,8 +1,6 @@
 #pragma once
 
-namespace data {
-class Connection;
-}
+#include "platform/data/Connection.h"
 
 /// What a new database gets once the module has made its tables. Only empty tables are filled, in one transaction;
 /// throws data::DatabaseError.

@@ -1,7 +1,6 @@
 #include "magazzino/ui/DocumentGrid.h"
 
 #include "platform/ui/LineEdit.h"
-#include "platform/ui/ListExport.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>

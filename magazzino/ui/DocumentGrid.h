@@ -1,13 +1,10 @@
 #pragma once
 #include "magazzino/ui/DocumentRowsModel.h"
+#include "platform/ui/ListExport.h"
 
 #include <QPointer>
 #include <QStyledItemDelegate>
 #include <QTableView>
-
-namespace ui {
-class ListExport;
-}
 
 /// Where a key leads from a cell.
 enum class CellStep

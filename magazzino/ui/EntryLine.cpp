@@ -4,7 +4,6 @@
 #include "platform/core/Messages.h"
 #include "platform/ui/Bell.h"
 #include "platform/ui/Controls.h"
-#include "platform/ui/LineEdit.h"
 
 #include <QApplication>
 #include <QHeaderView>

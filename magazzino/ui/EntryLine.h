@@ -3,14 +3,12 @@
 #include "magazzino/ui/DocumentGrid.h"
 #include "magazzino/ui/EntryList.h"
 #include "magazzino/ui/ScanTiming.h"
+#include "platform/ui/LineEdit.h"
 
+#include <QLabel>
 #include <QTimer>
 
-class QLabel;
 class QLineEdit;
-namespace ui {
-class LineEdit;
-}
 
 /// What the line of a row being typed needs of its document.
 struct EntryLineUse

@@ -2,9 +2,7 @@
 #include "magazzino/ui/EntryLine.h"
 #include "platform/core/Format.h"
 #include "platform/core/NumberReader.h"
-#include "platform/ui/LineEdit.h"
 
-#include <QLabel>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;

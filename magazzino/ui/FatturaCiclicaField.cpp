@@ -4,14 +4,8 @@
 #include "platform/core/Format.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/Controls.h"
-#include "platform/ui/DateEdit.h"
-#include "platform/ui/NumberEdits.h"
 
-#include <QButtonGroup>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QGridLayout>
-#include <QLabel>
 #include <QRadioButton>
 
 using namespace Qt::StringLiterals;

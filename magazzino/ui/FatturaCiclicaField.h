@@ -1,16 +1,13 @@
 #pragma once
+#include "platform/ui/DateEdit.h"
 #include "platform/ui/Field.h"
+#include "platform/ui/NumberEdits.h"
 
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDate>
-
-class QButtonGroup;
-class QCheckBox;
-class QComboBox;
-class QLabel;
-namespace ui {
-class DateEdit;
-class IntegerEdit;
-} // namespace ui
+#include <QLabel>
 
 /// Date of the next recurring invoice: `start` plus `every` units ("Giorno", "Settimana", "Mese", "Anno"; months and
 /// years clipped to the month's last day), moved to the 15th of its month when `onThe15th`. An invalid date when that

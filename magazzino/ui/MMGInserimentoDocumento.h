@@ -7,15 +7,13 @@
 #include "platform/data/DataSet.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Fields.h"
+#include "platform/ui/PickInput.h"
+
+#include <QLabel>
 
 class DocumentEntryLine;
 class DocumentStockLine;
 struct ScorteDi;
-class QLabel;
-namespace ui {
-class PickInput;
-struct PickSource;
-} // namespace ui
 
 /// The form of a document that moves stock: number and date, header pages, rows, notes. Saving writes the header,
 /// rewrites all rows and for each article row one stock movement, in one transaction.

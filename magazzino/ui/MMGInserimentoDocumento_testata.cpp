@@ -7,7 +7,6 @@
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/Bell.h"
-#include "platform/ui/PickInput.h"
 #include "platform/ui/SearchForm.h"
 
 #include <QKeyEvent>

@@ -5,7 +5,6 @@
 #include "magazzino/ui/TransportFields.h"
 #include "platform/ui/Look.h"
 
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 

@@ -3,7 +3,7 @@
 #include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "platform/ui/ChoiceFields.h"
 
-class QGroupBox;
+#include <QGroupBox>
 
 /// What delivery notes and accompanying invoices have in common: an addressee, a destination, a carrier and the data of
 /// the transport; each article row unloads stock at its average cost at the document's date.

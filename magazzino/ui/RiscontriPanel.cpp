@@ -1,11 +1,9 @@
 #include "magazzino/ui/RiscontriPanel.h"
 
 #include "platform/ui/Controls.h"
-#include "platform/ui/ResultGrid.h"
 
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 

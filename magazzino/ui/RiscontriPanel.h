@@ -1,14 +1,12 @@
 #pragma once
 #include "magazzino/fatturapa/Fattura.h"
 #include "magazzino/fatturapa/Ricevute.h"
+#include "platform/ui/ResultGrid.h"
 
+#include <QPushButton>
 #include <QWidget>
 
 class QLabel;
-class QPushButton;
-namespace ui {
-class ResultGrid;
-}
 
 /// What is to be said of one electronic invoice: what was found in it, and what the exchange system answered.
 class RiscontriPanel : public QWidget

@@ -2,8 +2,6 @@
 
 #include "platform/core/Clock.h"
 
-#include <QKeyEvent>
-
 namespace {
 
 constexpr qint64 fastest = 30; // ms between two keys of a reader at most

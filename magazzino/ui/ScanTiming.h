@@ -1,7 +1,6 @@
 #pragma once
+#include <QKeyEvent>
 #include <QString>
-
-class QKeyEvent;
 
 /// Tells a barcode reader from fingers by the time between its keys.
 class ScanTiming

@@ -4,7 +4,6 @@
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
-#include "platform/ui/Controls.h"
 
 #include <QVBoxLayout>
 

@@ -1,13 +1,11 @@
 #pragma once
 #include "magazzino/documents/Scorte.h"
 #include "magazzino/ui/DocumentGrid.h"
+#include "platform/ui/Controls.h"
 
 #include <QTimer>
 
 class QLabel;
-namespace ui {
-class ElidedLabel;
-}
 
 /// What stands under the rows of a document of the stock: of the article one stands on, and which rows take more than
 /// there is. It only tells; nothing is kept from being saved.

@@ -3,8 +3,6 @@
 #include "platform/core/Error.h"
 #include "platform/core/Progress.h"
 
-#include <QIODevice>
-
 #include <algorithm>
 #include <array>
 

@@ -1,10 +1,9 @@
 #pragma once
 #include <QByteArray>
+#include <QIODevice>
 #include <QList>
 #include <QStringDecoder>
 #include <QStringList>
-
-class QIODevice;
 
 /// Reading CSV files of whatever origin and size: a piece of the file at a time is in memory.
 namespace core {

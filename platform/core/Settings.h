@@ -1,9 +1,8 @@
 #pragma once
 #include <QString>
 
+#include <QSettings>
 #include <functional>
-
-class QSettings;
 
 namespace core {
 

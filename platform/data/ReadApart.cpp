@@ -1,6 +1,5 @@
 #include "platform/data/ReadApart.h"
 
-#include "platform/core/Progress.h"
 #include "platform/data/ConnectionString.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/Driver.h"

@@ -1,9 +1,6 @@
 #pragma once
+#include "platform/core/Progress.h"
 #include "platform/data/Rows.h"
-
-namespace core {
-class Progress;
-}
 
 namespace data {
 

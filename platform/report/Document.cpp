@@ -1,7 +1,6 @@
 #include "platform/report/Document.h"
 
 #include "platform/core/Error.h"
-#include "platform/core/Progress.h"
 #include "platform/report/BandLayout.h"
 
 #include <algorithm>

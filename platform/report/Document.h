@@ -1,9 +1,6 @@
 #pragma once
+#include "platform/core/Progress.h"
 #include "platform/report/Page.h"
-
-namespace core {
-class Progress;
-}
 
 namespace report {
 

@@ -1,7 +1,6 @@
 #include "platform/report/Output.h"
 
 #include "platform/core/Error.h"
-#include "platform/core/Progress.h"
 #include "platform/core/SaveFile.h"
 #include "platform/report/Document.h"
 #include "platform/report/Report.h"
@@ -9,7 +8,6 @@
 #include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QPrinter>
 #include <QRegularExpression>
 
 #include <optional>

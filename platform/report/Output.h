@@ -1,10 +1,8 @@
 #pragma once
-#include <QStringList>
+#include "platform/core/Progress.h"
 
-class QPrinter;
-namespace core {
-class Progress;
-}
+#include <QPrinter>
+#include <QStringList>
 
 namespace report {
 

@@ -1,6 +1,5 @@
 #include "platform/report/Page.h"
 
-#include <QPainter>
 #include <QPainterPath>
 
 using namespace Qt::StringLiterals;

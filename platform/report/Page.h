@@ -4,8 +4,7 @@
 #include <QFont>
 #include <QFontMetricsF>
 #include <QLineF>
-
-class QPainter;
+#include <QPainter>
 
 namespace report {
 

@@ -2,7 +2,6 @@
 
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
-#include "platform/core/Progress.h"
 #include "platform/report/Document.h"
 #include "platform/report/Output.h"
 

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/core/Progress.h"
 #include "platform/data/Rows.h"
 
 #include <QObject>
@@ -9,9 +10,6 @@
 #include <memory>
 
 class QWidget;
-namespace core {
-class Progress;
-}
 
 /// The report engine's objects as a module holds them. A project file names the reports that can be run.
 namespace report {

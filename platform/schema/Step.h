@@ -1,10 +1,8 @@
 #pragma once
+#include "platform/data/Connection.h"
+
 #include <QStringList>
 #include <functional>
-
-namespace data {
-class Connection;
-}
 
 namespace schema {
 

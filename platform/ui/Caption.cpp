@@ -5,7 +5,6 @@
 #include "platform/ui/Field.h"
 
 #include <QEvent>
-#include <QGridLayout>
 #include <QPainter>
 #include <QStyle>
 

@@ -1,7 +1,6 @@
 #pragma once
+#include <QGridLayout>
 #include <QLabel>
-
-class QGridLayout;
 
 namespace ui {
 

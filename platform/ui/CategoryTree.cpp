@@ -1,7 +1,5 @@
 #include "platform/ui/CategoryTree.h"
 
-#include "platform/data/Connection.h"
-
 #include <QAbstractItemView>
 #include <QFocusEvent>
 #include <QMultiMap>

@@ -1,9 +1,6 @@
 #pragma once
+#include "platform/data/Connection.h"
 #include "platform/ui/Controls.h"
-
-namespace data {
-class Connection;
-}
 
 namespace ui {
 

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/core/CodeText.h"
+#include "platform/data/Connection.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Field.h"
 #include "platform/ui/PickInput.h"
@@ -10,10 +11,6 @@
 
 #include <functional>
 #include <optional>
-
-namespace data {
-class Connection;
-}
 
 namespace ui {
 

@@ -7,7 +7,6 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QScopedValueRollback>
-#include <QTableView>
 
 #include <numeric>
 

@@ -2,8 +2,7 @@
 #include "platform/ui/ListLayouts.h"
 
 #include <QObject>
-
-class QTableView;
+#include <QTableView>
 
 namespace ui {
 

@@ -5,7 +5,6 @@
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/EntryForm.h"
 
-#include <QAction>
 #include <QDialog>
 
 using namespace Qt::StringLiterals;

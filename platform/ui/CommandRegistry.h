@@ -3,9 +3,9 @@
 #include <QObject>
 #include <QPointer>
 
+#include <QAction>
 #include <functional>
 
-class QAction;
 class QWidget;
 
 namespace ui {

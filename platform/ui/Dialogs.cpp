@@ -3,7 +3,6 @@
 #include "platform/ui/AccessibleNames.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 #pragma once
+#include <QDialog>
 #include <QString>
 #include <functional>
 
-class QDialog;
 class QWidget;
 
 /// Fronts of everything that waits for the user besides message boxes; tests and the guided tour replace them.

@@ -8,7 +8,6 @@
 #include "platform/ui/EntryForm.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 
 #include <unistd.h>
 

@@ -6,10 +6,9 @@
 #include <QSet>
 #include <QTimer>
 
+#include <QTemporaryDir>
 #include <functional>
 #include <memory>
-
-class QTemporaryDir;
 
 namespace ui {
 

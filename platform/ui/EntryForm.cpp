@@ -3,7 +3,6 @@
 #include "platform/core/Clock.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
-#include "platform/data/DataSet.h"
 #include "platform/ui/Caption.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/Drafts.h"

@@ -1,5 +1,7 @@
 #pragma once
 #include "platform/core/Error.h"
+#include "platform/data/Connection.h"
+#include "platform/data/DataSet.h"
 #include "platform/ui/ChildForm.h"
 #include "platform/ui/Draft.h"
 #include "platform/ui/Field.h"
@@ -8,11 +10,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QTabWidget>
-
-namespace data {
-class Connection;
-class DataSet;
-} // namespace data
 
 namespace ui {
 

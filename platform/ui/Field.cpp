@@ -1,7 +1,5 @@
 #include "platform/ui/Field.h"
 
-#include "platform/data/DataSet.h"
-
 namespace ui {
 
 void ColumnField::load(const data::DataSet &record)

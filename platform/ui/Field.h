@@ -1,12 +1,11 @@
 #pragma once
+#include "platform/data/DataSet.h"
+
 #include <QObject>
 #include <QString>
 #include <QVariant>
 
 class QWidget;
-namespace data {
-class DataSet;
-}
 
 namespace ui {
 

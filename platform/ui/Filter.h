@@ -1,12 +1,11 @@
 #pragma once
+#include "platform/data/SqlText.h"
+
 #include <QVariant>
 
 #include <functional>
 
 class QWidget;
-namespace data {
-class Values;
-}
 
 namespace ui {
 

@@ -2,9 +2,8 @@
 #include <QDialog>
 #include <QFormLayout>
 
+#include <QPushButton>
 #include <functional>
-
-class QPushButton;
 
 namespace ui {
 

@@ -1,7 +1,5 @@
 #include "platform/ui/Help.h"
 
-#include <QWidget>
-
 namespace ui {
 
 namespace {

@@ -1,8 +1,7 @@
 #pragma once
 #include <QHash>
 #include <QString>
-
-class QWidget;
+#include <QWidget>
 
 namespace ui {
 

@@ -1,10 +1,7 @@
 #include "platform/ui/LetterBar.h"
 
-#include "platform/data/SqlText.h"
-
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 

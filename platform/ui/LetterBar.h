@@ -1,10 +1,8 @@
 #pragma once
-#include <QWidget>
+#include "platform/data/SqlText.h"
 
-class QToolButton;
-namespace data {
-class Values;
-}
+#include <QToolButton>
+#include <QWidget>
 
 namespace ui {
 

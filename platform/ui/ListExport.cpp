@@ -7,13 +7,11 @@
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/ProgressDialog.h"
 
-#include <QAction>
 #include <QClipboard>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QRegularExpression>
-#include <QTableView>
 
 #include <set>
 

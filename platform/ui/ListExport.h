@@ -3,10 +3,9 @@
 
 #include <QObject>
 
+#include <QAction>
+#include <QTableView>
 #include <functional>
-
-class QAction;
-class QTableView;
 
 namespace ui {
 

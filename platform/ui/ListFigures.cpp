@@ -7,7 +7,6 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QScrollBar>
-#include <QTableView>
 
 using namespace Qt::StringLiterals;
 

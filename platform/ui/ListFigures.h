@@ -1,8 +1,7 @@
 #pragma once
 #include <QObject>
+#include <QTableView>
 #include <QTimer>
-
-class QTableView;
 
 namespace ui {
 

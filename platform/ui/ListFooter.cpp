@@ -2,9 +2,7 @@
 
 #include "platform/core/Format.h"
 
-#include <QAbstractItemModel>
 #include <QHBoxLayout>
-#include <QLabel>
 
 using namespace Qt::StringLiterals;
 

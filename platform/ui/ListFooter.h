@@ -1,8 +1,7 @@
 #pragma once
+#include <QAbstractItemModel>
+#include <QLabel>
 #include <QWidget>
-
-class QAbstractItemModel;
-class QLabel;
 
 namespace ui {
 

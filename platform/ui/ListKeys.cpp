@@ -6,7 +6,6 @@
 #include "platform/ui/TypedEdit.h"
 
 #include <QAbstractButton>
-#include <QKeyEvent>
 
 namespace ui {
 

@@ -2,9 +2,8 @@
 #include <QObject>
 #include <QVariant>
 
+#include <QKeyEvent>
 #include <optional>
-
-class QKeyEvent;
 
 namespace ui {
 

@@ -10,9 +10,7 @@
 #include "platform/ui/TypedEdit.h"
 #include "platform/ui/UserSettings.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <QScrollBar>
 
 using namespace Qt::StringLiterals;

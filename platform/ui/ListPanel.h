@@ -3,11 +3,11 @@
 #include "platform/ui/Filter.h"
 #include "platform/ui/ResultGrid.h"
 
+#include <QHBoxLayout>
+#include <QPushButton>
 #include <QTimer>
 #include <QVariantMap>
 
-class QHBoxLayout;
-class QPushButton;
 class QVBoxLayout;
 
 namespace ui {

@@ -8,7 +8,6 @@
 #include <QStandardPaths>
 #include <QUrl>
 #include <QUrlQuery>
-#include <QWidget>
 
 using namespace Qt::StringLiterals;
 

@@ -1,9 +1,8 @@
 #pragma once
 #include <QString>
 
+#include <QWidget>
 #include <functional>
-
-class QWidget;
 
 /// The one front of the account's mail program.
 namespace ui {

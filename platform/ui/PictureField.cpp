@@ -7,8 +7,6 @@
 
 #include <QFile>
 #include <QGridLayout>
-#include <QLabel>
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 

@@ -1,8 +1,8 @@
 #pragma once
 #include "platform/ui/Field.h"
 
-class QLabel;
-class QPushButton;
+#include <QLabel>
+#include <QPushButton>
 
 namespace ui {
 

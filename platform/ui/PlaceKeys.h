@@ -1,11 +1,11 @@
 #pragma once
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
 
-class QKeyEvent;
 class QWidget;
 
 namespace ui {

@@ -1,6 +1,5 @@
 #include "platform/ui/ProgressDialog.h"
 
-#include "platform/data/DataSet.h"
 #include "platform/data/ReadApart.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
@@ -8,8 +7,6 @@
 #include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QProgressBar>
-#include <QPushButton>
 #include <QThread>
 #include <QVBoxLayout>
 

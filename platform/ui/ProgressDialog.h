@@ -1,18 +1,16 @@
 #pragma once
 #include "platform/core/Progress.h"
+#include "platform/data/DataSet.h"
 
 #include <QDialog>
 #include <QTimer>
 
+#include <QProgressBar>
+#include <QPushButton>
 #include <chrono>
 #include <functional>
 
 class QLabel;
-class QProgressBar;
-class QPushButton;
-namespace data {
-class DataSet;
-}
 
 namespace ui {
 

@@ -1,7 +1,5 @@
 #include "platform/ui/Recovery.h"
 
-#include "platform/data/Connection.h"
-
 namespace ui {
 
 Recovery &Recovery::of(data::Connection &connection)

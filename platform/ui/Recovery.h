@@ -1,13 +1,10 @@
 #pragma once
+#include "platform/data/Connection.h"
 #include "platform/data/RecordSession.h"
 
 #include <QHash>
 #include <QObject>
 #include <QVariant>
-
-namespace data {
-class Connection;
-}
 
 namespace ui {
 

@@ -1,6 +1,5 @@
 #include "platform/ui/ResultGrid.h"
 
-#include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/ColumnLayout.h"
 #include "platform/ui/ListExport.h"

@@ -1,13 +1,10 @@
 #pragma once
+#include "platform/data/Connection.h"
 #include "platform/ui/RowsModel.h"
 
 #include <QTableView>
 
 #include <functional>
-
-namespace data {
-class Connection;
-}
 
 namespace ui {
 

@@ -9,7 +9,6 @@
 #include <QStyle>
 #include <QStyleOptionFrame>
 #include <QTabWidget>
-#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 

@@ -1,9 +1,8 @@
 #pragma once
 #include "platform/ui/LineEdit.h"
 
+#include <QToolButton>
 #include <QVariant>
-
-class QToolButton;
 
 namespace ui {
 

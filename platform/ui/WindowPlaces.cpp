@@ -5,7 +5,6 @@
 
 #include <QEvent>
 #include <QScreen>
-#include <QWidget>
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,6 @@
 #pragma once
 #include <QString>
-
-class QWidget;
+#include <QWidget>
 
 namespace ui {
 
