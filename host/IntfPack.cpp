@@ -21,8 +21,7 @@ std::deque<PackageEntry> &registry()
 
 QMenu *hostMenu(const QMenuBar *menuBar, const QString &name)
 {
-    const QList<QAction *> actions = menuBar->actions();
-    for (const QAction *action : actions) {
+    for (const QAction *action : menuBar->actions()) {
         if (action->menu() && action->menu()->objectName() == name)
             return action->menu();
     }
@@ -102,16 +101,14 @@ void RemoveEmptyMerges()
     const auto *window = qobject_cast<QMainWindow *>(GetMainForm());
     if (!window)
         return;
-    const QList<QAction *> topLevel = window->menuBar()->actions();
-    for (QAction *item : topLevel) {
+    for (QAction *item : window->menuBar()->actions()) {
         QMenu *menu = item->menu();
         if (!menu || !menu->property(merged).toBool() || !holdsNoCommand(menu))
             continue;
         menu->clear();
         item->setVisible(false);
     }
-    const QList<QToolBar *> bars = window->findChildren<QToolBar *>(Qt::FindDirectChildrenOnly);
-    for (QToolBar *bar : bars) {
+    for (QToolBar *bar : window->findChildren<QToolBar *>(Qt::FindDirectChildrenOnly)) {
         if (bar->actions().isEmpty())
             bar->hide();
     }

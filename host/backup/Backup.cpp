@@ -249,8 +249,7 @@ void removeLeftovers(const data::DatabaseAddress &database)
     const QString folder = file.absolutePath();
     core::WorkFolder::removeAbandoned(folder);
     // A restore that ended between its two steps.
-    const QStringList names = QDir(folder).entryList(QDir::Files);
-    for (const QString &name : names) {
+    for (const QString &name : QDir(folder).entryList(QDir::Files)) {
         if (name.startsWith(keptPrefix(file)) && areOneFile(folder + u'/' + name, file.absoluteFilePath()))
             QFile::remove(folder + u'/' + name);
     }

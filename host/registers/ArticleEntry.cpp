@@ -78,8 +78,7 @@ bool ArticleEntry::isTaken(const QString &code) const
 bool ArticleEntry::anyIsTaken()
 {
     QSet<QString> seen;
-    const QList<Barcode> all = barcodes_->barcodes();
-    for (const Barcode &barcode : all) {
+    for (const Barcode &barcode : barcodes_->barcodes()) {
         const QString capitals = data::capitalsOf(barcode.code);
         if (seen.contains(capitals) || isTaken(barcode.code)) {
             show(barcode.code);
@@ -92,8 +91,7 @@ bool ArticleEntry::anyIsTaken()
 
 bool ArticleEntry::anyIsDoubtful()
 {
-    const QList<Barcode> all = barcodes_->barcodes();
-    for (const Barcode &barcode : all) {
+    for (const Barcode &barcode : barcodes_->barcodes()) {
         const bool isKnown = std::any_of(loaded_.cbegin(), loaded_.cend(),
                                          [&barcode](const Barcode &known) { return known.code == barcode.code; });
         if (!isKnown && !core::checkDigitFits(barcode.code)) {
@@ -149,8 +147,7 @@ void ArticleEntry::writeDetails()
 QVariant ArticleEntry::detailState() const
 {
     QVariantList codes;
-    const QList<Barcode> all = barcodes_->barcodes();
-    for (const Barcode &barcode : all)
+    for (const Barcode &barcode : barcodes_->barcodes())
         codes.append(QVariant(QVariantList{barcode.code, barcode.pieces}));
     return QVariantList{ui::RegisterEntry::detailState(), codes};
 }
@@ -159,8 +156,7 @@ void ArticleEntry::restoreDetails(const QVariant &state)
 {
     ui::RegisterEntry::restoreDetails(state.toList().value(0));
     QList<Barcode> all;
-    const QVariantList codes = state.toList().value(1).toList();
-    for (const QVariant &code : codes)
+    for (const QVariant &code : state.toList().value(1).toList())
         all.append({code.toList().value(0).toString(), code.toList().value(1).toDouble()});
     barcodes_->setBarcodes(all);
 }

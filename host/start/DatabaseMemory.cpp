@@ -63,8 +63,7 @@ void dropPassword(QSettings &passwords, const QString &key)
 // Those of databases that are no longer remembered must not lie about.
 void dropOldPasswords(QSettings &passwords, const QStringList &entries)
 {
-    const QStringList kept = passwords.allKeys();
-    for (const QString &key : kept) {
+    for (const QString &key : passwords.allKeys()) {
         if (std::none_of(entries.begin(), entries.end(),
                          [&key](const QString &entry) { return passwordKey(entry) == key; }))
             dropPassword(passwords, key);
@@ -113,8 +112,7 @@ std::optional<data::DatabaseAddress> DatabaseMemory::last() const
 QList<data::DatabaseAddress> DatabaseMemory::recent() const
 {
     QList<data::DatabaseAddress> addresses;
-    const QStringList all = entries();
-    for (const QString &entry : all)
+    for (const QString &entry : entries())
         addresses.append(addressOf(entry));
     return addresses;
 }

@@ -109,8 +109,7 @@ void DraftDialog::showDrafts()
 QList<KeptDraft> DraftDialog::selected() const
 {
     QList<KeptDraft> chosen;
-    const QList<int> keys = grid_->selectedKeys();
-    for (const int key : keys)
+    for (const int key : grid_->selectedKeys())
         chosen.append(drafts_[key - 1]);
     return chosen;
 }

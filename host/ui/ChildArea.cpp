@@ -46,8 +46,7 @@ void ChildArea::setFree(bool free)
     }
     // Each of the tabs filled the area; the one that gets its size last would be in front.
     QMdiSubWindow *active = activeSubWindow();
-    const QList<QMdiSubWindow *> windows = subWindowList();
-    for (QMdiSubWindow *window : windows) {
+    for (QMdiSubWindow *window : subWindowList()) {
         if (window->isVisible() && window->isMaximized())
             window->showNormal();
     }

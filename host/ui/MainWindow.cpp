@@ -217,8 +217,7 @@ void MainWindow::listWindows()
     windowMenu_->addAction(free_);
     windowMenu_->addSeparator();
     int number = 0;
-    const QList<QMdiSubWindow *> windows = area_->subWindowList();
-    for (QMdiSubWindow *window : windows) {
+    for (QMdiSubWindow *window : area_->subWindowList()) {
         if (!window->isVisible())
             continue;
         QAction *action =

@@ -329,8 +329,7 @@ void StartPage::readRecent(const StartOffer &offers)
     };
     QList<Found> found;
     for (const RecentSource &source : offers.recent) {
-        const QList<RecentRecord> newest = source.newest(recentRecords);
-        for (const RecentRecord &record : newest)
+        for (const RecentRecord &record : source.newest(recentRecords))
             found.append({record, source.action});
     }
     std::stable_sort(found.begin(), found.end(),

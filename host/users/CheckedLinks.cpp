@@ -52,8 +52,7 @@ void CheckedLinks::write(const QVariant &owner, data::Connection &connection) co
 {
     connection.run(u"DELETE FROM %1 WHERE UPPER(%2) = "_s.arg(spec_.linkTable, spec_.ownerColumn) + data::inCapitals(),
                    {data::searchedText(owner.toString())});
-    const QList<int> keys = checkedKeys();
-    for (const int key : keys)
+    for (const int key : checkedKeys())
         connection.run(
             u"INSERT INTO %1(%2, %3) VALUES(?, ?)"_s.arg(spec_.linkTable, spec_.ownerColumn, spec_.itemColumn),
             {owner, key});

@@ -39,8 +39,7 @@ bool isControllo(char32_t carattere)
 QString scomposto(char32_t carattere, char32_t massimo)
 {
     QString lettere;
-    const QList<uint> parti = QString::fromUcs4(&carattere, 1).normalized(QString::NormalizationForm_KD).toUcs4();
-    for (const uint parte : parti) {
+    for (const uint parte : QString::fromUcs4(&carattere, 1).normalized(QString::NormalizationForm_KD).toUcs4()) {
         if (parte <= massimo && !isControllo(parte))
             lettere += QChar(static_cast<ushort>(parte));
         else if (!QChar::isMark(parte))
@@ -61,8 +60,7 @@ TestoLatino trascritto(const QString &testo, char32_t massimo)
 {
     TestoLatino risultato;
     // Letters and accents that were typed apart are one character in Latin-1.
-    const QList<uint> caratteri = suUnaRiga(testo).normalized(QString::NormalizationForm_C).toUcs4();
-    for (const char32_t carattere : caratteri) {
+    for (const char32_t carattere : suUnaRiga(testo).normalized(QString::NormalizationForm_C).toUcs4()) {
         if (siTralascia(carattere))
             continue;
         if (isControllo(carattere)) {

@@ -361,8 +361,7 @@ void TMMGFattureElettroniche::dragEnterEvent(QDragEnterEvent *event)
 void TMMGFattureElettroniche::dropEvent(QDropEvent *event)
 {
     QStringList percorsi;
-    const QList<QUrl> indirizzi = event->mimeData()->urls();
-    for (const QUrl &indirizzo : indirizzi) {
+    for (const QUrl &indirizzo : event->mimeData()->urls()) {
         if (indirizzo.isLocalFile())
             percorsi.append(indirizzo.toLocalFile());
     }

@@ -27,8 +27,7 @@ QDir attachments()
     QDir folder(QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + u"/posta"_s);
     if (!folder.mkpath(u"."_s))
         throw core::Error(u"La cartella \"%1\" non si può creare."_s.arg(folder.path()));
-    const QFileInfoList files = folder.entryInfoList(QDir::Files);
-    for (const QFileInfo &file : files) {
+    for (const QFileInfo &file : folder.entryInfoList(QDir::Files)) {
         if (file.lastModified().daysTo(core::now()) > keptDays)
             QFile::remove(file.filePath());
     }

@@ -176,8 +176,7 @@ QStringList ricevuteIn(const QStringList &percorsi)
             continue;
         }
         const QDir cartella(percorso);
-        const QStringList nomi = cartella.entryList(QDir::Files, QDir::Name).filter(nomeDiRicevuta);
-        for (const QString &nome : nomi)
+        for (const QString &nome : cartella.entryList(QDir::Files, QDir::Name).filter(nomeDiRicevuta))
             file.append(cartella.filePath(nome));
     }
     return file;

@@ -203,8 +203,7 @@ QList<ui::Command> TMMGInserimentoDocumento::rowCommands()
 
 void TMMGInserimentoDocumento::createRowCommands(QToolBar *bar)
 {
-    const QList<ui::Command> commands = rowCommands();
-    for (ui::Command command : commands) {
+    for (ui::Command command : rowCommands()) {
         if (command.caption.isEmpty())
             continue;
         // A cell that refuses its text comes before any other row.

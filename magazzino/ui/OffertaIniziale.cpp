@@ -14,8 +14,7 @@ host::RecentSource recentOf(const DocumentKind &kind)
 {
     return {kind.entryAction(), kind.viewRight, [&kind](int most) {
                 QList<host::RecentRecord> records;
-                const QList<DocumentoElencato> newest = UltimiDocumenti(kind, most);
-                for (const DocumentoElencato &one : newest)
+                for (const DocumentoElencato &one : UltimiDocumenti(kind, most))
                     records.append(
                         {one.head.id, kind.name, QString::number(one.head.numero), one.head.data, one.intestatario});
                 return records;

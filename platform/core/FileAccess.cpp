@@ -50,8 +50,7 @@ mode_t usualFileMode()
 void makePrivate(const QString &path)
 {
     takeFromOthers(path);
-    const QStringList names = QDir(path).entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks);
-    for (const QString &name : names)
+    for (const QString &name : QDir(path).entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks))
         takeFromOthers(path + u'/' + name);
 }
 

@@ -58,8 +58,7 @@ QByteArray contentOf(const QString &path)
 QVariantMap valuesOf(const QSettings &settings)
 {
     QVariantMap values;
-    const QStringList keys = settings.allKeys();
-    for (const QString &key : keys) {
+    for (const QString &key : settings.allKeys()) {
         const QVariant value = settings.value(key);
         values.insert(key, value.metaType().id() == QMetaType::QString ? QVariant(value.toStringList()) : value);
     }

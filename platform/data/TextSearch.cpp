@@ -15,8 +15,7 @@ QString containingWords(const QStringList &columns, const QString &text, QVarian
     for (const QString &column : columns)
         parts.append(u"COALESCE(%1, '')"_s.arg(column));
     QStringList conditions;
-    const QStringList words = text.split(blanks, Qt::SkipEmptyParts);
-    for (const QString &word : words) {
+    for (const QString &word : text.split(blanks, Qt::SkipEmptyParts)) {
         conditions.append(
             u"(%1) COLLATE UNICODE_CI_AI CONTAINING CAST(? AS VARCHAR(%2))"_s.arg(parts.join(u" || ' ' || "_s))
                 .arg(longest));

@@ -60,8 +60,7 @@ bool speaksForItself(const QWidget &control)
 void nameControls(QWidget &window)
 {
     const QList<QLabel *> labels = window.findChildren<QLabel *>();
-    const QList<QWidget *> controls = window.findChildren<QWidget *>();
-    for (QWidget *control : controls) {
+    for (QWidget *control : window.findChildren<QWidget *>()) {
         if (control->focusPolicy() == Qt::NoFocus || control->isWindow() || speaksForItself(*control))
             continue;
         QStringList words = {surroundings(*control, window, labels), ownWords(*control)};

@@ -83,8 +83,7 @@ void alignCaptions(const QList<QWidget *> &boxes)
     QList<Caption *> leading;
     int widest = 0;
     for (const QWidget *box : boxes) {
-        const QList<Caption *> captions = box->findChildren<Caption *>();
-        for (Caption *caption : captions) {
+        for (Caption *caption : box->findChildren<Caption *>()) {
             if (caption->place() != Caption::Place::Leading)
                 continue;
             leading.append(caption);

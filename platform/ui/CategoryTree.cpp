@@ -89,8 +89,7 @@ void CategoryTree::fill(const CategoryTable &categories, const QString &orderCla
 
 void CategoryTree::addChildren(const QMultiMap<int, int> &children, const QList<Node> &nodes, int parentKey, int depth)
 {
-    const QList<int> positions = children.values(parentKey);
-    for (const int position : positions) {
+    for (const int position : children.values(parentKey)) {
         const Node &node = nodes[position];
         addItem(node.caption, node.key);
         setItemData(count() - 1, depth, DepthRole);

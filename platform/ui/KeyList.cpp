@@ -37,8 +37,7 @@ bool isKeyOf(const QAction &action, const QWidget &window)
 QList<KeyUse> keysOf(const QWidget &window)
 {
     QList<KeyUse> uses;
-    const QList<QAction *> actions = window.findChildren<QAction *>();
-    for (const QAction *action : actions) {
+    for (const QAction *action : window.findChildren<QAction *>()) {
         // Each list of a window copies with the same key.
         const KeyUse use{QString(action->text()).remove(u'&'), action->shortcut()};
         if (isKeyOf(*action, window) && !uses.contains(use))
@@ -46,8 +45,7 @@ QList<KeyUse> keysOf(const QWidget &window)
     }
     if (qobject_cast<const QMainWindow *>(&window))
         return uses;
-    const QList<PlaceKey> places = placeKeys(window);
-    for (const PlaceKey &place : places)
+    for (const PlaceKey &place : placeKeys(window))
         uses.append({(place.page < 0 ? u"Campo \"%1\""_s : u"Pagina \"%1\""_s).arg(place.caption), place.key});
     return uses;
 }

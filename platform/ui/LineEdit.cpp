@@ -51,8 +51,7 @@ void LineEdit::contextMenuEvent(QContextMenuEvent *event)
 {
     QMenu *menu = createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const QList<QAction *> actions = menu->actions();
-    for (QAction *action : actions) {
+    for (QAction *action : menu->actions()) {
         // The entries have no names, only their texts with the keys behind them.
         if (action->text().section(u'\t', 0, 0) != QLineEdit::tr("&Paste"))
             continue;

@@ -80,8 +80,7 @@ core::Table selectionOf(const QTableView &view)
 {
     std::set<int> rows;
     std::set<int> selectedColumns;
-    const QModelIndexList selected = view.selectionModel()->selectedIndexes();
-    for (const QModelIndex &index : selected) {
+    for (const QModelIndex &index : view.selectionModel()->selectedIndexes()) {
         rows.insert(index.row());
         selectedColumns.insert(index.column());
     }

@@ -28,8 +28,7 @@ ListKeys::ListKeys(ListPanel &list, QWidget &window)
     , list_(list)
     , window_(window)
 {
-    const QList<QWidget *> inputs = list.filterInputs();
-    for (QWidget *input : inputs)
+    for (QWidget *input : list.filterInputs())
         input->installEventFilter(this);
     list.grid().installEventFilter(this);
     window.installEventFilter(this);

@@ -63,8 +63,7 @@ bool isLeftOut(const QWidget &widget)
 QList<QWidget *> fieldsInSight(const QWidget &window)
 {
     QList<QWidget *> fields;
-    const QList<QWidget *> all = window.findChildren<QWidget *>();
-    for (QWidget *widget : all) {
+    for (QWidget *widget : window.findChildren<QWidget *>()) {
         if (widget->isVisibleTo(&window) && (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus &&
             isInput(*widget) && !isPartOfInput(*widget, window) && !isLeftOut(*widget))
             fields.append(widget);
@@ -141,11 +140,9 @@ QSet<QKeySequence> takenKeys(const QWidget &window)
     const QList<QAction *> menus = main && main->menuWidget() ? main->menuWidget()->actions() : QList<QAction *>();
     for (const QAction *menu : menus)
         taken.insert(QKeySequence::mnemonic(menu->text()));
-    const QList<QAction *> actions = window.findChildren<QAction *>();
-    for (const QAction *action : actions)
+    for (const QAction *action : window.findChildren<QAction *>())
         taken.insert(action->shortcut());
-    const QList<QAbstractButton *> buttons = window.findChildren<QAbstractButton *>();
-    for (const QAbstractButton *button : buttons)
+    for (const QAbstractButton *button : window.findChildren<QAbstractButton *>())
         taken.insert(button->shortcut());
     return taken;
 }
@@ -270,8 +267,7 @@ QList<PlaceKey> placeKeys(const QWidget &window)
 {
     QList<PlaceKey> places = pageKeys(window);
     QSet<QKeySequence> taken = takenKeys(window);
-    const QList<QWidget *> fields = fieldsInSight(window);
-    for (QWidget *field : fields) {
+    for (QWidget *field : fieldsInSight(window)) {
         const QString caption = captionOf(*field, window);
         if (const auto key = freeKey(caption, taken)) {
             taken.insert(*key);
@@ -321,8 +317,7 @@ bool PlaceKeyFilter::keyPressed(const QKeyEvent &event)
         (modifiers & ~(Qt::AltModifier | Qt::ShiftModifier)))
         return false;
     const QKeySequence pressed(QKeyCombination(modifiers, static_cast<Qt::Key>(event.key())));
-    const QList<PlaceKey> places = placeKeys(*window);
-    for (const PlaceKey &place : places) {
+    for (const PlaceKey &place : placeKeys(*window)) {
         if (place.key == pressed) {
             goTo(place);
             return true;

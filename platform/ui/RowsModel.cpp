@@ -240,8 +240,7 @@ void RowsModel::sort(int column, Qt::SortOrder order)
     const QList<qsizetype> before = order_;
     arrange();
     // What is selected stays so.
-    const QModelIndexList indexes = persistentIndexList();
-    for (const QModelIndex &index : indexes)
+    for (const QModelIndex &index : persistentIndexList())
         changePersistentIndex(index,
                               this->index(static_cast<int>(order_.indexOf(before[index.row()])), index.column()));
     Q_EMIT layoutChanged();

@@ -24,8 +24,7 @@ QString captionOf(const QWidget *edit)
 {
     // What the whole window gave it as a name says more than a message needs.
     QString caption = edit->property(namedByWindow).isValid() ? QString() : edit->accessibleName();
-    const QList<QLabel *> labels = edit->window()->findChildren<QLabel *>();
-    for (const QLabel *label : labels) {
+    for (const QLabel *label : edit->window()->findChildren<QLabel *>()) {
         if (label->buddy() == edit)
             caption = label->text();
     }
@@ -241,8 +240,7 @@ QSize TypedEdit::sizeHint() const
 bool everythingReadable(QWidget *window)
 {
     TypedEdit *unreadable = nullptr;
-    const QList<TypedEdit *> edits = window->findChildren<TypedEdit *>();
-    for (TypedEdit *edit : edits) {
+    for (TypedEdit *edit : window->findChildren<TypedEdit *>()) {
         // What is disabled is not stored.
         if (edit->isEnabledTo(window) && !edit->judge() && !unreadable)
             unreadable = edit;

@@ -41,8 +41,7 @@ QVariantMap remembered(const QString &kind, const QString &name)
         return values;
     QSettings settings(place().file, QSettings::IniFormat);
     settings.beginGroup(groupOf(kind, name));
-    const QStringList keys = settings.allKeys();
-    for (const QString &key : keys)
+    for (const QString &key : settings.allKeys())
         values.insert(key, settings.value(key));
     return values;
 }
