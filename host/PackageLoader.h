@@ -1,5 +1,4 @@
 #pragma once
-#include <QStringList>
 
 class QObject;
 

@@ -23,7 +23,6 @@
 #include "platform/ui/ProgressDialog.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;

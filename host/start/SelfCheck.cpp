@@ -2,7 +2,6 @@
 
 #include "host/Application.h"
 #include "host/DatabaseSetup.h"
-#include "host/HostCommands.h"
 #include "host/IntfPack.h"
 #include "host/help/ManualWindow.h"
 #include "host/start/Upgrade.h"

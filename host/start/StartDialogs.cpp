@@ -16,7 +16,6 @@
 #include <QCheckBox>
 #include <QCommandLinkButton>
 #include <QFileInfo>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>

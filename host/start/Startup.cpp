@@ -15,12 +15,9 @@
 #include "host/start/Upgrade.h"
 #include "host/ui/MainWindow.h"
 #include "host/users/PasswordDialogs.h"
-#include "host/users/Users.h"
-#include "platform/core/Error.h"
 #include "platform/core/Messages.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
-#include "platform/ui/Dialogs.h"
 #include "platform/ui/TextPrompt.h"
 #include "platform/ui/WaitWindow.h"
 

@@ -4,7 +4,6 @@
 #include "platform/core/Messages.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
-#include "platform/ui/LineEdit.h"
 #include "platform/ui/ProgressDialog.h"
 
 #include <QSplitter>

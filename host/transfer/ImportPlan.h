@@ -4,8 +4,6 @@
 #include "platform/core/NumberReader.h"
 #include "platform/core/Progress.h"
 
-#include <QVariant>
-
 #include <functional>
 
 namespace host {

@@ -5,8 +5,6 @@
 #include "platform/data/DataSet.h"
 
 #include <QGroupBox>
-#include <QHBoxLayout>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 

@@ -11,7 +11,6 @@
 #include "platform/core/Messages.h"
 
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
 #include <QVBoxLayout>

@@ -11,7 +11,6 @@
 #include "platform/core/Messages.h"
 #include "platform/core/SaveFile.h"
 #include "platform/report/Output.h"
-#include "platform/report/Report.h"
 
 #include <QCryptographicHash>
 #include <QDir>

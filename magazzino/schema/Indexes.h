@@ -1,8 +1,6 @@
 #pragma once
 #include "platform/data/Connection.h"
 
-#include <QString>
-
 /// Indexes that only make the program faster. They have no version: what the database's catalogue lacks is made.
 namespace schema {
 

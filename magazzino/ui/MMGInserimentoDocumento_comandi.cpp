@@ -1,5 +1,4 @@
 // How the rows of a document's form are added and changed.
-#include "magazzino/MMGUtils.h"
 #include "magazzino/documents/RigheAppunti.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/EntryLine.h"

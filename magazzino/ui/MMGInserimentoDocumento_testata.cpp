@@ -4,7 +4,6 @@
 #include "magazzino/documents/Proposte.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "magazzino/ui/StockLine.h"
-#include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/Bell.h"
 #include "platform/ui/SearchForm.h"

@@ -1,7 +1,5 @@
 #pragma once
-#include <QByteArray>
 #include <QIODevice>
-#include <QList>
 #include <QStringDecoder>
 #include <QStringList>
 

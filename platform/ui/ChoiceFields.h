@@ -6,8 +6,6 @@
 #include "platform/ui/PickInput.h"
 
 #include <QComboBox>
-#include <QPushButton>
-#include <QToolButton>
 
 #include <functional>
 #include <optional>

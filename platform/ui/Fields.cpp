@@ -7,7 +7,6 @@
 #include "platform/ui/Controls.h"
 
 #include <QHBoxLayout>
-#include <QPalette>
 #include <QValidator>
 
 using namespace Qt::StringLiterals;
