@@ -7,21 +7,17 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString &currentUser()
-{
-    static QString name;
-    return name;
-}
+QString currentUser;
 } // namespace
 
 QString GetKxCurrentUserName()
 {
-    return currentUser();
+    return currentUser;
 }
 
 void SetKxCurrentUserName(const QString &userName)
 {
-    currentUser() = userName;
+    currentUser = userName;
 }
 
 int GetLastGeneratorValue(const QString &generator, data::Connection &connection)

@@ -13,11 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Libraries register while they load, before main(): the registry must exist at its first use.
-std::deque<PackageEntry> &registry()
-{
-    static std::deque<PackageEntry> entries;
-    return entries;
-}
+std::deque<PackageEntry> registry;
 
 QMenu *hostMenu(const QMenuBar *menuBar, const QString &name)
 {
@@ -42,13 +38,13 @@ bool holdsNoCommand(const QMenu *menu)
 void RegisterPackage(const QString &fileName, const QString &displayName, const PackageClass &moduleClass)
 {
     if (GetPackageIndex(fileName) < 0)
-        registry().push_back({fileName, displayName, moduleClass, nullptr});
+        registry.push_back({fileName, displayName, moduleClass, nullptr});
 }
 
 int GetPackageIndex(const QString &fileName)
 {
-    for (size_t i = 0; i < registry().size(); ++i) {
-        if (registry()[i].fileName.compare(fileName, Qt::CaseInsensitive) == 0)
+    for (size_t i = 0; i < registry.size(); ++i) {
+        if (registry[i].fileName.compare(fileName, Qt::CaseInsensitive) == 0)
             return static_cast<int>(i);
     }
     return -1;
@@ -56,14 +52,14 @@ int GetPackageIndex(const QString &fileName)
 
 int GetPackageCount()
 {
-    return static_cast<int>(registry().size());
+    return static_cast<int>(registry.size());
 }
 
 PackageEntry &GetPackage(int index)
 {
     if (index < 0 || index >= GetPackageCount())
         throw core::Error(u"Modulo non registrato."_s);
-    return registry()[static_cast<size_t>(index)];
+    return registry[static_cast<size_t>(index)];
 }
 
 QObject *GetPackageInstance(const QString &fileName)

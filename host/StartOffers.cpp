@@ -12,24 +12,20 @@ struct Owned
     StartOffer offer;
 };
 
-QList<Owned> &registry()
-{
-    static QList<Owned> offers;
-    return offers;
-}
+QList<Owned> registry;
 
 } // namespace
 
 void offerAtStart(QObject *owner, const StartOffer &offer)
 {
-    registry().removeIf([](const Owned &one) { return one.owner.isNull(); });
-    registry().append({owner, offer});
+    registry.removeIf([](const Owned &one) { return one.owner.isNull(); });
+    registry.append({owner, offer});
 }
 
 StartOffer startOffers()
 {
     StartOffer all;
-    for (const Owned &one : std::as_const(registry())) {
+    for (const Owned &one : std::as_const(registry)) {
         if (one.owner.isNull())
             continue;
         // The host has offered before its modules.

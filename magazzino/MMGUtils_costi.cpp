@@ -160,20 +160,16 @@ void writeValue(data::Connection &connection, const Scarico &issue)
 // On a network every statement is waited for.
 constexpr qsizetype issuesPerBlock = 25;
 
-const QString &blockOfIssues()
-{
-    static const QString sql = [] {
-        QStringList parameters;
-        QString body;
-        for (qsizetype i = 0; i < issuesPerBlock; ++i) {
-            parameters.append(u"V%1 TYPE OF COLUMN MOVI_MAGA.VALORE = ?, A%1 TYPE OF COLUMN MOVI_MAGA.VALORE_IMPORTO "
-                              "= ?, I%1 INTEGER = ?"_s.arg(i));
-            body += u"UPDATE MOVI_MAGA SET VALORE = :V%1, VALORE_IMPORTO = :A%1 WHERE IDMOVI_MAGA = :I%1; "_s.arg(i);
-        }
-        return u"EXECUTE BLOCK (%1) AS BEGIN %2END"_s.arg(parameters.join(u", "_s), body);
-    }();
-    return sql;
-}
+const QString blockOfIssues = [] {
+    QStringList parameters;
+    QString body;
+    for (qsizetype i = 0; i < issuesPerBlock; ++i) {
+        parameters.append(u"V%1 TYPE OF COLUMN MOVI_MAGA.VALORE = ?, A%1 TYPE OF COLUMN MOVI_MAGA.VALORE_IMPORTO "
+                          "= ?, I%1 INTEGER = ?"_s.arg(i));
+        body += u"UPDATE MOVI_MAGA SET VALORE = :V%1, VALORE_IMPORTO = :A%1 WHERE IDMOVI_MAGA = :I%1; "_s.arg(i);
+    }
+    return u"EXECUTE BLOCK (%1) AS BEGIN %2END"_s.arg(parameters.join(u", "_s), body);
+}();
 
 // False when the database has refused one of them; it has written none then.
 bool writeTogether(data::Connection &connection, const QList<Scarico> &issues)
@@ -182,7 +178,7 @@ bool writeTogether(data::Connection &connection, const QList<Scarico> &issues)
     for (const Scarico &issue : issues)
         values << core::roundDecimal(issue.valore, 2) << issue.importo << issue.id;
     try {
-        connection.run(blockOfIssues(), values);
+        connection.run(blockOfIssues, values);
         return true;
     } catch (const std::exception &) {
         // Which one and why is told when they are written one by one.

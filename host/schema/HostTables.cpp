@@ -7,28 +7,24 @@ namespace host {
 namespace {
 
 // Customers have the columns that suppliers have in the warehouse's own table, so records can be copied either way.
-const QStringList &customerColumns()
-{
-    static const QStringList columns = {u"CODICE VARCHAR(20) NOT NULL"_s,
-                                        u"RAGIONESOCIALE VARCHAR(100) NOT NULL"_s,
-                                        u"INDIRIZZO VARCHAR(50)"_s,
-                                        u"CITTA VARCHAR(30)"_s,
-                                        u"CAP VARCHAR(5)"_s,
-                                        u"PROVINCIA VARCHAR(2)"_s,
-                                        u"NAZIONE VARCHAR(30)"_s,
-                                        u"CODICEFISCALE VARCHAR(16)"_s,
-                                        u"PARTITAIVA VARCHAR(13)"_s,
-                                        u"IDTIPO_PAGAMENTO INTEGER"_s,
-                                        u"TELEFONO1 VARCHAR(20)"_s,
-                                        u"TELEFONO2 VARCHAR(20)"_s,
-                                        u"TELEFONO3 VARCHAR(20)"_s,
-                                        u"FAX VARCHAR(20)"_s,
-                                        u"EMAIL VARCHAR(100)"_s,
-                                        u"WEB VARCHAR(100)"_s,
-                                        u"NOTE BLOB SUB_TYPE 1"_s,
-                                        u"CONSTRAINT UK1_CLIENTI UNIQUE(CODICE)"_s};
-    return columns;
-}
+const QStringList customerColumns = {u"CODICE VARCHAR(20) NOT NULL"_s,
+                                     u"RAGIONESOCIALE VARCHAR(100) NOT NULL"_s,
+                                     u"INDIRIZZO VARCHAR(50)"_s,
+                                     u"CITTA VARCHAR(30)"_s,
+                                     u"CAP VARCHAR(5)"_s,
+                                     u"PROVINCIA VARCHAR(2)"_s,
+                                     u"NAZIONE VARCHAR(30)"_s,
+                                     u"CODICEFISCALE VARCHAR(16)"_s,
+                                     u"PARTITAIVA VARCHAR(13)"_s,
+                                     u"IDTIPO_PAGAMENTO INTEGER"_s,
+                                     u"TELEFONO1 VARCHAR(20)"_s,
+                                     u"TELEFONO2 VARCHAR(20)"_s,
+                                     u"TELEFONO3 VARCHAR(20)"_s,
+                                     u"FAX VARCHAR(20)"_s,
+                                     u"EMAIL VARCHAR(100)"_s,
+                                     u"WEB VARCHAR(100)"_s,
+                                     u"NOTE BLOB SUB_TYPE 1"_s,
+                                     u"CONSTRAINT UK1_CLIENTI UNIQUE(CODICE)"_s};
 
 QString createTable(const Table &table)
 {
@@ -117,7 +113,7 @@ const QList<Table> &baseTables()
          {u"UNIQUE COMPUTED BY (UPPER(CODICE))"_s, u"(IDCATEGORIA_SERVIZI)"_s}},
         {u"CLIENTI"_s,
          u"IDCLIENTE"_s,
-         customerColumns(),
+         customerColumns,
          {u"UNIQUE COMPUTED BY (UPPER(CODICE))"_s, u"COMPUTED BY (UPPER(RAGIONESOCIALE))"_s}},
         {u"FATT_VEND"_s,
          u"IDFATT_VEND"_s,

@@ -23,11 +23,7 @@ namespace host {
 
 namespace {
 
-MainWindow *&current()
-{
-    static MainWindow *window = nullptr;
-    return window;
-}
+MainWindow *current = nullptr;
 
 const QString geometryKey = u"finestra/geometria"_s;
 const QString barsKey = u"finestra/barre"_s;
@@ -55,7 +51,7 @@ MainWindow::MainWindow(const QString &settingsFile)
     , databaseLabel_(new QLabel(this))
     , settingsFile_(settingsFile)
 {
-    current() = this;
+    current = this;
     setObjectName(u"frmMain"_s);
     setWindowTitle(u"Corvane"_s);
     setMinimumSize(640, 400);
@@ -76,12 +72,12 @@ MainWindow::~MainWindow()
     // Child windows go first: their menus must leave the menu bar while it still exists.
     disconnect(area_, nullptr, this, nullptr);
     delete area_;
-    current() = nullptr;
+    current = nullptr;
 }
 
 MainWindow *MainWindow::instance()
 {
-    return current();
+    return current;
 }
 
 QMdiArea &MainWindow::area() const

@@ -16,11 +16,7 @@ namespace host {
 
 namespace {
 
-QString &settings()
-{
-    static QString file;
-    return file;
-}
+QString settings;
 
 // A slash in a name would open a group of its own.
 QString keyOf(const QString &kind)
@@ -39,21 +35,21 @@ void propose(const QString &kind, QPrinter &printer)
 
 void keepPrinters(const QString &settingsFile)
 {
-    settings() = settingsFile;
+    settings = settingsFile;
 }
 
 QString keptPrinter(const QString &kind)
 {
-    if (settings().isEmpty() || kind.isEmpty())
+    if (settings.isEmpty() || kind.isEmpty())
         return {};
-    return QSettings(settings(), QSettings::IniFormat).value(keyOf(kind)).toString();
+    return QSettings(settings, QSettings::IniFormat).value(keyOf(kind)).toString();
 }
 
 void keepPrinter(const QString &kind, const QString &printer)
 {
-    if (settings().isEmpty() || kind.isEmpty() || printer.isEmpty() || printer == keptPrinter(kind))
+    if (settings.isEmpty() || kind.isEmpty() || printer.isEmpty() || printer == keptPrinter(kind))
         return;
-    core::changeSettings(settings(), [&](QSettings &file) { file.setValue(keyOf(kind), printer); });
+    core::changeSettings(settings, [&](QSettings &file) { file.setValue(keyOf(kind), printer); });
 }
 
 bool printWithDialog(const report::Document &document, const report::Subject &subject, QWidget *owner)

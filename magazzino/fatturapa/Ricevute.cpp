@@ -20,23 +20,19 @@ struct TipoRicevuta
 };
 
 // By the name of the root element; public offices and firms get some of them under different names.
-const QHash<QString, TipoRicevuta> &tipi()
-{
-    static const QHash<QString, TipoRicevuta> tutti = {
-        {u"RicevutaConsegna"_s, {u"RC"_s, stato::consegnata}},
-        {u"NotificaScarto"_s, {u"NS"_s, stato::scartata}},
-        {u"RicevutaScarto"_s, {u"NS"_s, stato::scartata}},
-        {u"NotificaMancataConsegna"_s, {u"MC"_s, stato::nonConsegnata}},
-        {u"RicevutaImpossibilitaRecapito"_s, {u"MC"_s, stato::nonConsegnata}},
-        {u"NotificaDecorrenzaTermini"_s, {u"DT"_s, stato::consegnata}},
-        {u"AttestazioneTrasmissioneFattura"_s, {u"AT"_s, stato::nonConsegnata}},
-    };
-    return tutti;
-}
+const QHash<QString, TipoRicevuta> tipi = {
+    {u"RicevutaConsegna"_s, {u"RC"_s, stato::consegnata}},
+    {u"NotificaScarto"_s, {u"NS"_s, stato::scartata}},
+    {u"RicevutaScarto"_s, {u"NS"_s, stato::scartata}},
+    {u"NotificaMancataConsegna"_s, {u"MC"_s, stato::nonConsegnata}},
+    {u"RicevutaImpossibilitaRecapito"_s, {u"MC"_s, stato::nonConsegnata}},
+    {u"NotificaDecorrenzaTermini"_s, {u"DT"_s, stato::consegnata}},
+    {u"AttestazioneTrasmissioneFattura"_s, {u"AT"_s, stato::nonConsegnata}},
+};
 
 QString statoDopo(const QString &tipo)
 {
-    for (const TipoRicevuta &uno : tipi()) {
+    for (const TipoRicevuta &uno : tipi) {
         if (uno.codice == tipo)
             return uno.stato;
     }
@@ -98,7 +94,7 @@ private:
 
     void prendiRadice()
     {
-        ricevuta.tipo = tipi().value(percorso_.first()).codice;
+        ricevuta.tipo = tipi.value(percorso_.first()).codice;
         if (ricevuta.tipo.isEmpty())
             throw core::Error(u"Il file non è una ricevuta del Sistema di Interscambio."_s);
     }

@@ -8,20 +8,14 @@ namespace fatturapa {
 
 namespace {
 
-const QHash<char32_t, QString> &scritture()
-{
-    static const QHash<char32_t, QString> tutte = {
-        {U'€', u"EUR"_s},       {U'₤', u"Lit."_s}, {U'‐', u"-"_s},   {U'‑', u"-"_s},    {U'‒', u"-"_s},
-        {U'–', u"-"_s},         {U'—', u"-"_s},    {U'―', u"-"_s},   {U'−', u"-"_s},    {U'‘', u"'"_s},
-        {U'’', u"'"_s},         {U'‚', u"'"_s},    {U'‛', u"'"_s},   {U'′', u"'"_s},    {U'“', u"\""_s},
-        {U'”', u"\""_s},        {U'„', u"\""_s},   {U'″', u"\""_s},  {U'‹', u"<"_s},    {U'›', u">"_s},
-        {U'…', u"..."_s},       {U'•', u"-"_s},    {U'·', u"·"_s},   {U'™', u"(TM)"_s}, {U'Œ', u"OE"_s},
-        {U'œ', u"oe"_s},        {U'Ł', u"L"_s},    {U'ł', u"l"_s},   {U'Đ', u"D"_s},    {U'đ', u"d"_s},
-        {U'ı', u"i"_s},         {U'⌀', u"Ø"_s},    {U'≤', u"<="_s},  {U'≥', u">="_s},   {U'≈', u"circa"_s},
-        {U'‰', u"per mille"_s}, {U'Ω', u"Ohm"_s},  {U'Ω', u"Ohm"_s}, {U'μ', u"µ"_s},    {U'∅', u"Ø"_s},
-        {U'→', u"->"_s},        {U'←', u"<-"_s}};
-    return tutte;
-}
+const QHash<char32_t, QString> scritture = {
+    {U'€', u"EUR"_s}, {U'₤', u"Lit."_s}, {U'‐', u"-"_s},   {U'‑', u"-"_s},  {U'‒', u"-"_s},     {U'–', u"-"_s},
+    {U'—', u"-"_s},   {U'―', u"-"_s},    {U'−', u"-"_s},   {U'‘', u"'"_s},  {U'’', u"'"_s},     {U'‚', u"'"_s},
+    {U'‛', u"'"_s},   {U'′', u"'"_s},    {U'“', u"\""_s},  {U'”', u"\""_s}, {U'„', u"\""_s},    {U'″', u"\""_s},
+    {U'‹', u"<"_s},   {U'›', u">"_s},    {U'…', u"..."_s}, {U'•', u"-"_s},  {U'·', u"·"_s},     {U'™', u"(TM)"_s},
+    {U'Œ', u"OE"_s},  {U'œ', u"oe"_s},   {U'Ł', u"L"_s},   {U'ł', u"l"_s},  {U'Đ', u"D"_s},     {U'đ', u"d"_s},
+    {U'ı', u"i"_s},   {U'⌀', u"Ø"_s},    {U'≤', u"<="_s},  {U'≥', u">="_s}, {U'≈', u"circa"_s}, {U'‰', u"per mille"_s},
+    {U'Ω', u"Ohm"_s}, {U'Ω', u"Ohm"_s},  {U'μ', u"µ"_s},   {U'∅', u"Ø"_s},  {U'→', u"->"_s},    {U'←', u"<-"_s}};
 
 // Marks of writing direction and joiners are nothing that anybody sees.
 bool siTralascia(char32_t carattere)
@@ -71,7 +65,7 @@ TestoLatino trascritto(const QString &testo, char32_t massimo)
             risultato.testo += QChar(static_cast<ushort>(carattere));
             continue;
         }
-        QString lettere = scritture().value(carattere);
+        QString lettere = scritture.value(carattere);
         if (lettere.isEmpty() || lettere[0].unicode() > massimo)
             lettere = scomposto(carattere, massimo);
         risultato.testo += lettere;

@@ -3,21 +3,17 @@
 namespace core {
 
 namespace {
-std::function<QDateTime()> &source()
-{
-    static std::function<QDateTime()> current;
-    return current;
-}
+std::function<QDateTime()> source;
 } // namespace
 
 QDateTime now()
 {
-    return source() ? source()() : QDateTime::currentDateTime();
+    return source ? source() : QDateTime::currentDateTime();
 }
 
 void setClock(std::function<QDateTime()> clock)
 {
-    source() = std::move(clock);
+    source = std::move(clock);
 }
 
 } // namespace core

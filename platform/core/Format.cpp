@@ -9,16 +9,12 @@ using namespace Qt::StringLiterals;
 namespace core {
 
 namespace {
-const QLocale &italian()
-{
-    static const QLocale locale(QLocale::Italian, QLocale::Italy);
-    return locale;
-}
+const QLocale italian(QLocale::Italian, QLocale::Italy);
 } // namespace
 
 QString formatNumber(double value, int places)
 {
-    return italian().toString(roundDecimal(value, places), 'f', places);
+    return italian.toString(roundDecimal(value, places), 'f', places);
 }
 
 QString formatCurrency(double value, int places)

@@ -20,11 +20,7 @@ namespace {
 
 constexpr qint64 maxLogBytes = qint64{1024} * 1024;
 
-QString &logPath()
-{
-    static QString path;
-    return path;
-}
+QString logPath;
 
 void rotate(const QString &path)
 {
@@ -33,11 +29,7 @@ void rotate(const QString &path)
     std::rename(QFile::encodeName(path).constData(), QFile::encodeName(path + u".1"_s).constData());
 }
 
-QtMessageHandler &handlerBefore()
-{
-    static QtMessageHandler handler = nullptr;
-    return handler;
-}
+QtMessageHandler handlerBefore = nullptr;
 
 void logQtMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
@@ -47,7 +39,7 @@ void logQtMessage(QtMsgType type, const QMessageLogContext &context, const QStri
         const QScopedValueRollback busy(writing, true);
         logLine(u"Qt"_s, text);
     }
-    handlerBefore()(type, context, text);
+    handlerBefore(type, context, text);
 }
 
 // Between double quotes stand names, of which the word before says so, and values.
@@ -72,14 +64,14 @@ QString withoutDoubleQuoted(const QString &text)
 
 void setLogFile(const QString &path)
 {
-    logPath() = path;
+    logPath = path;
     if (!path.isEmpty())
         QDir().mkpath(QFileInfo(path).absolutePath());
 }
 
 QString logFile()
 {
-    return logPath();
+    return logPath;
 }
 
 QString withoutUserValues(const QString &text)
@@ -102,13 +94,13 @@ QString withoutUserValues(const QString &text)
 
 void logLine(const QString &where, const QString &text)
 {
-    if (logPath().isEmpty())
+    if (logPath.isEmpty())
         return;
-    rotate(logPath());
+    rotate(logPath);
     const QString line = withoutUserValues(text).simplified();
     // A log that cannot be written must never disturb the work it reports on.
     appendLine(
-        logPath(),
+        logPath,
         (QDateTime::currentDateTime().toString(Qt::ISODate) + u"  ["_s + where + u"]  "_s + line + u'\n').toUtf8());
 }
 
@@ -116,7 +108,7 @@ void logQtWarnings()
 {
     const QtMessageHandler before = qInstallMessageHandler(logQtMessage);
     if (before != logQtMessage)
-        handlerBefore() = before;
+        handlerBefore = before;
 }
 
 void logError(const QString &where, const std::exception &error)

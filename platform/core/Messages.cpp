@@ -11,22 +11,18 @@ using namespace Qt::StringLiterals;
 namespace core {
 
 namespace {
-MessageHandler &handler()
-{
-    static MessageHandler current;
-    return current;
-}
+MessageHandler handler;
 } // namespace
 
 MessageHandler setMessageHandler(MessageHandler newHandler)
 {
-    return std::exchange(handler(), std::move(newHandler));
+    return std::exchange(handler, std::move(newHandler));
 }
 
 Answer showMessage(const Message &message)
 {
-    if (handler())
-        return handler()(message);
+    if (handler)
+        return handler(message);
     std::fprintf(stderr, "%s: %s\n", qUtf8Printable(message.title), qUtf8Printable(message.text));
     return message.answers.last();
 }

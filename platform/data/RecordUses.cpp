@@ -10,16 +10,12 @@ namespace data {
 namespace {
 
 // Libraries register while they load, before main(): the list must exist at its first use.
-QList<QList<RecordUse> (*)()> &registered()
-{
-    static QList<QList<RecordUse> (*)()> owners;
-    return owners;
-}
+QList<QList<RecordUse> (*)()> registered;
 
 QList<RecordUse> all()
 {
     QList<RecordUse> uses;
-    for (const auto &ofOwner : std::as_const(registered()))
+    for (const auto &ofOwner : std::as_const(registered))
         uses += ofOwner();
     return uses;
 }
@@ -35,7 +31,7 @@ int countOf(const RecordUse &use, int id, Connection &connection)
 
 void registerUses(QList<RecordUse> (*uses)())
 {
-    registered().append(uses);
+    registered.append(uses);
 }
 
 QStringList usesOf(const QString &table, int id, Connection &connection)

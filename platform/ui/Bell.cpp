@@ -8,22 +8,18 @@ namespace ui {
 
 namespace {
 
-Bell &current()
-{
-    static Bell bell;
-    return bell;
-}
+Bell current;
 
 } // namespace
 
 void ringBell()
 {
-    current() ? current()() : QApplication::beep();
+    current ? current() : QApplication::beep();
 }
 
 Bell setBell(Bell bell)
 {
-    return std::exchange(current(), std::move(bell));
+    return std::exchange(current, std::move(bell));
 }
 
 } // namespace ui

@@ -13,11 +13,7 @@ namespace ui {
 
 namespace {
 
-QList<CommandRegistry *> &registries()
-{
-    static QList<CommandRegistry *> living;
-    return living;
-}
+QList<CommandRegistry *> registries;
 
 } // namespace
 
@@ -26,12 +22,12 @@ CommandRegistry::CommandRegistry(Surroundings surroundings, QObject *parent, QOb
     , surroundings_(std::move(surroundings))
     , actionOwner_(actionOwner ? actionOwner : this)
 {
-    registries().append(this);
+    registries.append(this);
 }
 
 CommandRegistry::~CommandRegistry()
 {
-    registries().removeOne(this);
+    registries.removeOne(this);
     for (const QPointer<QWidget> &form : std::as_const(forms_))
         delete form;
 }
@@ -49,7 +45,7 @@ QAction *CommandRegistry::add(const ActionSpec &spec)
 
 CommandRegistry *CommandRegistry::having(const QString &action)
 {
-    for (CommandRegistry *registry : std::as_const(registries())) {
+    for (CommandRegistry *registry : std::as_const(registries)) {
         if (registry->action(action))
             return registry;
     }

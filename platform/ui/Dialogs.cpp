@@ -13,29 +13,13 @@ namespace ui {
 
 namespace {
 
-ModalRunner &modalRunner()
-{
-    static ModalRunner current;
-    return current;
-}
+ModalRunner modalRunner;
 
-SaveFileChooser &saveFileChooser()
-{
-    static SaveFileChooser current;
-    return current;
-}
+SaveFileChooser saveFileChooser;
 
-OpenFileChooser &openFileChooser()
-{
-    static OpenFileChooser current;
-    return current;
-}
+OpenFileChooser openFileChooser;
 
-FolderChooser &folderChooser()
-{
-    static FolderChooser current;
-    return current;
-}
+FolderChooser folderChooser;
 
 // Where the last file was; the user's documents at first, or the home folder of an account without such a folder.
 QString &lastFolder()
@@ -66,25 +50,25 @@ void place(QDialog &dialog)
 
 ModalRunner setModalRunner(ModalRunner runner)
 {
-    return std::exchange(modalRunner(), std::move(runner));
+    return std::exchange(modalRunner, std::move(runner));
 }
 
 int runModal(QDialog &dialog)
 {
     nameControls(dialog);
     place(dialog);
-    return modalRunner() ? modalRunner()(dialog) : dialog.exec();
+    return modalRunner ? modalRunner(dialog) : dialog.exec();
 }
 
 SaveFileChooser setSaveFileChooser(SaveFileChooser chooser)
 {
-    return std::exchange(saveFileChooser(), std::move(chooser));
+    return std::exchange(saveFileChooser, std::move(chooser));
 }
 
 QString chooseSaveFile(QWidget *owner, const SaveFileRequest &request)
 {
-    if (saveFileChooser())
-        return saveFileChooser()(owner, request);
+    if (saveFileChooser)
+        return saveFileChooser(owner, request);
     QFileDialog dialog(owner, request.title);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilter(request.filter);
@@ -99,13 +83,13 @@ QString chooseSaveFile(QWidget *owner, const SaveFileRequest &request)
 
 OpenFileChooser setOpenFileChooser(OpenFileChooser chooser)
 {
-    return std::exchange(openFileChooser(), std::move(chooser));
+    return std::exchange(openFileChooser, std::move(chooser));
 }
 
 QString chooseOpenFile(QWidget *owner, const OpenFileRequest &request)
 {
-    if (openFileChooser())
-        return openFileChooser()(owner, request);
+    if (openFileChooser)
+        return openFileChooser(owner, request);
     const QString folder = request.folder.isEmpty() ? lastFolder() : request.folder;
     QString chosen = QFileDialog::getOpenFileName(owner, request.title, folder, request.filter);
     if (!chosen.isEmpty())
@@ -115,13 +99,13 @@ QString chooseOpenFile(QWidget *owner, const OpenFileRequest &request)
 
 FolderChooser setFolderChooser(FolderChooser chooser)
 {
-    return std::exchange(folderChooser(), std::move(chooser));
+    return std::exchange(folderChooser, std::move(chooser));
 }
 
 QString chooseFolder(QWidget *owner, const QString &title)
 {
-    if (folderChooser())
-        return folderChooser()(owner, title);
+    if (folderChooser)
+        return folderChooser(owner, title);
     QString chosen = QFileDialog::getExistingDirectory(owner, title, lastFolder());
     if (!chosen.isEmpty())
         lastFolder() = chosen;

@@ -21,11 +21,7 @@ namespace {
 constexpr int delay = 3000; // milliseconds
 const QString suffix = u".bozza"_s;
 
-Drafts *&running()
-{
-    static Drafts *drafts = nullptr;
-    return drafts;
-}
+Drafts *running = nullptr;
 
 QByteArray contentOf(const QString &path)
 {
@@ -73,13 +69,13 @@ Drafts::Drafts(const QString &folder, const QString &database, const QString &us
     later_.setSingleShot(true);
     later_.setInterval(delay);
     connect(&later_, &QTimer::timeout, this, &Drafts::flush);
-    running() = this;
+    running = this;
 }
 
 Drafts::~Drafts()
 {
-    if (running() == this)
-        running() = nullptr;
+    if (running == this)
+        running = nullptr;
     if (own_)
         QDir().rmdir(own_->path());
     if (lock_ >= 0)
@@ -88,7 +84,7 @@ Drafts::~Drafts()
 
 Drafts *Drafts::current()
 {
-    return running();
+    return running;
 }
 
 void Drafts::note(const EntryForm &form)

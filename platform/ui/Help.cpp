@@ -4,17 +4,13 @@ namespace ui {
 
 namespace {
 
-QHash<QString, QString> &known()
-{
-    static QHash<QString, QString> chapters;
-    return chapters;
-}
+QHash<QString, QString> known;
 
 QString chapterOf(const QWidget &widget)
 {
-    QString chapter = known().value(widget.objectName());
+    QString chapter = known.value(widget.objectName());
     for (const QMetaObject *type = widget.metaObject(); type && chapter.isEmpty(); type = type->superClass())
-        chapter = known().value(QString::fromLatin1(type->className()));
+        chapter = known.value(QString::fromLatin1(type->className()));
     return chapter;
 }
 
@@ -22,12 +18,12 @@ QString chapterOf(const QWidget &widget)
 
 void addHelpChapters(const QHash<QString, QString> &chapters)
 {
-    known().insert(chapters);
+    known.insert(chapters);
 }
 
 const QHash<QString, QString> &helpChapters()
 {
-    return known();
+    return known;
 }
 
 QString helpChapter(const QWidget *widget)

@@ -15,11 +15,7 @@ namespace ui {
 
 namespace {
 
-MailOpener &mailOpener()
-{
-    static MailOpener current;
-    return current;
-}
+MailOpener mailOpener;
 
 // The desktop's own script, which knows how each mail program takes a file.
 bool openedByDesktop(const Mail &mail)
@@ -45,15 +41,15 @@ bool openedByDesktop(const Mail &mail)
 
 MailOpener setMailOpener(MailOpener opener)
 {
-    return std::exchange(mailOpener(), std::move(opener));
+    return std::exchange(mailOpener, std::move(opener));
 }
 
 namespace {
 
 MailOpened opened(const Mail &mail)
 {
-    if (mailOpener())
-        return mailOpener()(mail);
+    if (mailOpener)
+        return mailOpener(mail);
     if (openedByDesktop(mail))
         return MailOpened::WithAttachment;
     QUrlQuery query;

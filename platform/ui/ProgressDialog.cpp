@@ -55,11 +55,7 @@ void ProgressDialog::reject()
 
 namespace {
 
-std::chrono::milliseconds &quietTime()
-{
-    static std::chrono::milliseconds time(500);
-    return time;
-}
+std::chrono::milliseconds quietTime(500);
 
 bool endsWithin(std::chrono::milliseconds time, QThread &thread)
 {
@@ -109,7 +105,7 @@ bool runWithProgress(QWidget *owner, const QString &title, const Work &work)
 
 void runInterruptibly(QWidget *owner, const QString &title, const Work &work)
 {
-    if (!run(owner, title, work, quietTime()))
+    if (!run(owner, title, work, quietTime))
         throw core::Cancelled();
 }
 
@@ -128,7 +124,7 @@ void openInterruptibly(QWidget *owner, const QString &title, data::DataSet &quer
 
 std::chrono::milliseconds setQuietTime(std::chrono::milliseconds time)
 {
-    return std::exchange(quietTime(), time);
+    return std::exchange(quietTime, time);
 }
 
 } // namespace ui

@@ -16,30 +16,26 @@ struct Place
     QString user;
 };
 
-Place &place()
-{
-    static Place current;
-    return current;
-}
+Place place;
 
 QString groupOf(const QString &kind, const QString &name)
 {
-    return core::userGroup(kind, place().user) + u'/' + name;
+    return core::userGroup(kind, place.user) + u'/' + name;
 }
 
 } // namespace
 
 void rememberFor(const QString &settingsFile, const QString &user)
 {
-    place() = {settingsFile, user};
+    place = {settingsFile, user};
 }
 
 QVariantMap remembered(const QString &kind, const QString &name)
 {
     QVariantMap values;
-    if (place().file.isEmpty())
+    if (place.file.isEmpty())
         return values;
-    QSettings settings(place().file, QSettings::IniFormat);
+    QSettings settings(place.file, QSettings::IniFormat);
     settings.beginGroup(groupOf(kind, name));
     for (const QString &key : settings.allKeys())
         values.insert(key, settings.value(key));
@@ -48,9 +44,9 @@ QVariantMap remembered(const QString &kind, const QString &name)
 
 void remember(const QString &kind, const QString &name, const QVariantMap &values)
 {
-    if (place().file.isEmpty())
+    if (place.file.isEmpty())
         return;
-    core::changeSettings(place().file, [&](QSettings &settings) {
+    core::changeSettings(place.file, [&](QSettings &settings) {
         settings.remove(groupOf(kind, name));
         settings.beginGroup(groupOf(kind, name));
         for (auto value = values.begin(); value != values.end(); ++value)

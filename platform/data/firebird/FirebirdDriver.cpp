@@ -19,20 +19,16 @@ constexpr int blobsTogether = 20;
 constexpr int longestTogether = 2000; // characters
 
 // Gives the text of each of its parameters, NULL for those that are too long.
-const QString &textsOfBlobs()
-{
-    static const QString sql = [] {
-        QStringList parameters;
-        QString body;
-        for (int i = 0; i < blobsTogether; ++i) {
-            parameters.append(u"B%1 BLOB SUB_TYPE TEXT CHARACTER SET UTF8 = ?"_s.arg(i));
-            body += u"T = NULL; IF (CHAR_LENGTH(B%1) <= %2) THEN T = B%1; SUSPEND; "_s.arg(i).arg(longestTogether);
-        }
-        return u"EXECUTE BLOCK (%1) RETURNS (T VARCHAR(%2) CHARACTER SET UTF8) AS BEGIN %3END"_s.arg(
-            parameters.join(u", "_s), QString::number(longestTogether), body);
-    }();
-    return sql;
-}
+const QString textsOfBlobs = [] {
+    QStringList parameters;
+    QString body;
+    for (int i = 0; i < blobsTogether; ++i) {
+        parameters.append(u"B%1 BLOB SUB_TYPE TEXT CHARACTER SET UTF8 = ?"_s.arg(i));
+        body += u"T = NULL; IF (CHAR_LENGTH(B%1) <= %2) THEN T = B%1; SUSPEND; "_s.arg(i).arg(longestTogether);
+    }
+    return u"EXECUTE BLOCK (%1) RETURNS (T VARCHAR(%2) CHARACTER SET UTF8) AS BEGIN %3END"_s.arg(
+        parameters.join(u", "_s), QString::number(longestTogether), body);
+}();
 
 bool changesRows(const QString &sql)
 {
@@ -170,7 +166,7 @@ void FirebirdStatement::readTexts()
         for (const QVariant *blob : group)
             ids.append(*blob);
         ids.resize(blobsTogether);
-        FirebirdStatement texts(attachment_, store_, transaction_, textsOfBlobs());
+        FirebirdStatement texts(attachment_, store_, transaction_, textsOfBlobs);
         texts.execute(ids);
         QVariantList answer;
         for (QVariant *blob : group) {
