@@ -79,8 +79,7 @@ void MergeAdvMenuItems(QApplication *, const QString &hostItem, QMenu *menu, boo
     if (!target) {
         if (!createMissing)
             return;
-        target = new QMenu(menu->title(), window);
-        target->setObjectName(hostItem);
+        target = ui::named(hostItem, new QMenu(menu->title(), window));
         // Before the last top-level menu, which is the help.
         const QList<QAction *> topLevel = window->menuBar()->actions();
         window->menuBar()->insertMenu(topLevel.isEmpty() ? nullptr : topLevel.last(), target);

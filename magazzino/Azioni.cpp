@@ -47,8 +47,7 @@ QString nameOf()
 template <typename Form>
 QWidget *make(QWidget *owner)
 {
-    auto *form = new Form(owner);
-    form->setObjectName(u"MMG"_s + nameOf<Form>());
+    auto *form = ui::named(u"MMG"_s + nameOf<Form>(), new Form(owner));
     return form;
 }
 

@@ -149,8 +149,7 @@ TMMGModMagazzino::~TMMGModMagazzino()
 void TMMGModMagazzino::createDataSets()
 {
     for (const DataSetSpec &spec : dataSetSpecs()) {
-        auto *dataSet = new data::DataSet(ModADOConn, this);
-        dataSet->setObjectName(spec.name);
+        auto *dataSet = ui::named(spec.name, new data::DataSet(ModADOConn, this));
         dataSet->setCommandText(u"SELECT\r\n*\r\nFROM %1\r\nWHERE %2=:%2"_s.arg(spec.table, spec.parameter));
         dataSet->setUpdateTarget({spec.table, spec.key});
         dataSet->setCursorType(spec.cursor);

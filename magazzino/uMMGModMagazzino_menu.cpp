@@ -1,4 +1,5 @@
 #include "magazzino/uMMGModMagazzino.h"
+#include "platform/ui/Controls.h"
 
 using namespace Qt::StringLiterals;
 
@@ -76,11 +77,9 @@ QAction *renamed(QAction *action, const QString &caption, QObject *parent)
 
 void TMMGModMagazzino::createMenus()
 {
-    mnModMagazzino = new QMenu(this);
-    mnModMagazzino->setObjectName(u"mnModMagazzino"_s);
+    mnModMagazzino = ui::named(u"mnModMagazzino"_s, new QMenu(this));
     for (const Container &spec : menuSpecs) {
-        auto *menu = new QMenu(spec.caption, this);
-        menu->setObjectName(spec.name);
+        auto *menu = ui::named(spec.name, new QMenu(spec.caption, this));
         for (const Entry &entry : spec.entries) {
             if (entry.action.isEmpty())
                 menu->addSeparator();
@@ -96,8 +95,7 @@ void TMMGModMagazzino::createMenus()
 void TMMGModMagazzino::createToolBars()
 {
     for (const Container &spec : toolBarSpecs) {
-        auto *bar = new QToolBar(spec.caption, this);
-        bar->setObjectName(spec.name);
+        auto *bar = ui::named(spec.name, new QToolBar(spec.caption, this));
         for (const Entry &entry : spec.entries)
             bar->addAction(action(entry.action));
         toolBars_.append(bar);

@@ -1,6 +1,7 @@
 #include "host/help/KeysWindow.h"
 
 #include "platform/data/WordIndex.h"
+#include "platform/ui/Controls.h"
 #include "platform/ui/KeyList.h"
 #include "platform/ui/WindowPlaces.h"
 
@@ -54,16 +55,14 @@ KeysWindow::KeysWindow(QWidget &main, const QMdiArea &area)
     : QWidget(&main, Qt::Window)
     , main_(main)
     , area_(area)
-    , wanted_(new ui::LineEdit(this))
-    , keys_(new ui::ResultGrid(u"ID"_s, columns, this))
+    , wanted_(ui::named(u"txtCerca"_s, new ui::LineEdit(this)))
+    , keys_(ui::named(u"GridTasti"_s, new ui::ResultGrid(u"ID"_s, columns, this)))
 {
     setObjectName(u"frmTasti"_s);
     setWindowTitle(u"Tasti"_s);
     setAttribute(Qt::WA_DeleteOnClose);
-    wanted_->setObjectName(u"txtCerca"_s);
     wanted_->setPlaceholderText(u"Cerca un tasto o un comando"_s);
     wanted_->setClearButtonEnabled(true);
-    keys_->setObjectName(u"GridTasti"_s);
     auto *hint = new QLabel(
         u"Tenendo premuto Alt, accanto a ogni campo compare la sua lettera. In ogni menu una lettera sceglie la voce."_s,
         this);

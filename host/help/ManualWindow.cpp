@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
+#include "platform/ui/Controls.h"
 #include "platform/ui/Help.h"
 #include "platform/ui/WindowPlaces.h"
 
@@ -88,16 +89,14 @@ QVariant ManualText::loadResource(int type, const QUrl &name)
 
 ManualWindow::ManualWindow(QWidget *owner)
     : QWidget(owner, Qt::Window)
-    , chapters_(new QListWidget(this))
-    , wanted_(new ui::LineEdit(this))
+    , chapters_(ui::named(u"lstCapitoli"_s, new QListWidget(this)))
+    , wanted_(ui::named(u"txtCerca"_s, new ui::LineEdit(this)))
     , text_(new ManualText(this))
 {
     setObjectName(u"frmManuale"_s);
     setWindowTitle(u"Manuale di Corvane"_s);
     setAttribute(Qt::WA_DeleteOnClose);
-    chapters_->setObjectName(u"lstCapitoli"_s);
     chapters_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    wanted_->setObjectName(u"txtCerca"_s);
     wanted_->setPlaceholderText(u"Cerca nel manuale (Invio: il prossimo)"_s);
     wanted_->setClearButtonEnabled(true);
 

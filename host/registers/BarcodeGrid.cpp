@@ -89,8 +89,7 @@ BarcodeGrid::BarcodeGrid(QWidget *parent)
                     QAbstractItemView::AnyKeyPressed);
     setTabKeyNavigation(false);
     setItemDelegate(delegate_);
-    auto *remove = new QAction(u"Elimina codice"_s, this);
-    remove->setObjectName(u"actEliminaCodice"_s);
+    auto *remove = ui::named(u"actEliminaCodice"_s, new QAction(u"Elimina codice"_s, this));
     remove->setShortcut(QKeySequence::Delete);
     remove->setShortcutContext(Qt::WidgetShortcut);
     addAction(remove);

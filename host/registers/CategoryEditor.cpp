@@ -47,7 +47,7 @@ CategoryEditor::CategoryEditor(const CategoryEditorSpec &spec, data::Connection 
     : ChildForm(spec.caption, u">%1<"_s.arg(spec.caption), owner)
     , spec_(spec)
     , connection_(connection)
-    , tree_(new QTreeWidget(this))
+    , tree_(ui::named(u"treeCategorie"_s, new QTreeWidget(this)))
 {
     setObjectName(spec.name);
     setOpeningSize({560, 480});
@@ -55,7 +55,6 @@ CategoryEditor::CategoryEditor(const CategoryEditorSpec &spec, data::Connection 
     auto *layout = new QVBoxLayout(this);
     QToolBar *bar = newToolBar(u"tBarStandard"_s);
     layout->addWidget(bar);
-    tree_->setObjectName(u"treeCategorie"_s);
     tree_->setHeaderHidden(true);
     tree_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     layout->addWidget(tree_);
@@ -193,8 +192,7 @@ void CategoryEditor::move()
     if (key < 1)
         return;
     ui::FormDialog dialog(u"Sposta categoria"_s, this);
-    auto *target = new ui::CategoryTree(&dialog);
-    target->setObjectName(u"txtDestinazione"_s);
+    auto *target = ui::named(u"txtDestinazione"_s, new ui::CategoryTree(&dialog));
     target->fill(spec_.categories, u"ORDER BY CATEGORIA"_s, connection_);
     target->setItemText(0, u"(primo livello)"_s);
     target->selectKey(parentOf(key));

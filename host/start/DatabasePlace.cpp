@@ -27,13 +27,11 @@ DatabasePlace::DatabasePlace(Purpose purpose, QString folder, QWidget *parent)
     : QWidget(parent)
     , purpose_(purpose)
     , folder_(std::move(folder))
-    , local_(new QRadioButton(u"Su questo computer"_s, this))
-    , server_(new QRadioButton(u"Su un server Firebird, per più postazioni"_s, this))
+    , local_(ui::named(u"optComputer"_s, new QRadioButton(u"Su questo computer"_s, this)))
+    , server_(ui::named(u"optServer"_s, new QRadioButton(u"Su un server Firebird, per più postazioni"_s, this)))
     , localBox_(new QWidget(this))
     , serverBox_(new QWidget(this))
 {
-    local_->setObjectName(u"optComputer"_s);
-    server_->setObjectName(u"optServer"_s);
     local_->setChecked(true);
     createLocal();
     createServer();
@@ -50,12 +48,10 @@ DatabasePlace::DatabasePlace(Purpose purpose, QString folder, QWidget *parent)
 
 void DatabasePlace::createLocal()
 {
-    file_ = new ui::LineEdit(localBox_);
-    file_->setObjectName(u"txtFile"_s);
+    file_ = ui::named(u"txtFile"_s, new ui::LineEdit(localBox_));
     file_->setPlaceholderText(u"percorso del file .fdb"_s);
     setFocusProxy(file_);
-    auto *button = new QToolButton(localBox_);
-    button->setObjectName(u"cmdSfoglia"_s);
+    auto *button = ui::named(u"cmdSfoglia"_s, new QToolButton(localBox_));
     button->setIcon(ui::icon(ui::Icon::Choose));
     button->setToolTip(u"Scegli il file"_s);
     button->setFocusPolicy(Qt::StrongFocus);
@@ -71,14 +67,12 @@ void DatabasePlace::createLocal()
 void DatabasePlace::createServer()
 {
     const auto edit = [this](const QString &name, const QString &initial = {}) {
-        auto *line = new ui::LineEdit(initial, serverBox_);
-        line->setObjectName(name);
+        auto *line = ui::named(name, new ui::LineEdit(initial, serverBox_));
         return line;
     };
     host_ = edit(u"txtServer"_s);
     host_->setPlaceholderText(u"nome o indirizzo, per esempio 192.168.1.10"_s);
-    port_ = new ui::IntegerEdit(serverBox_);
-    port_->setObjectName(u"txtPorta"_s);
+    port_ = ui::named(u"txtPorta"_s, new ui::IntegerEdit(serverBox_));
     port_->setRange(1, 65535);
     port_->setValue(firebirdPort);
     port_->setMaximumWidth(80);
@@ -87,8 +81,7 @@ void DatabasePlace::createServer()
     user_ = edit(u"txtUtenteServer"_s, u"SYSDBA"_s);
     password_ = edit(u"txtPasswordServer"_s);
     password_->setEchoMode(QLineEdit::Password);
-    keep_ = new QCheckBox(u"Ricorda la password su questo computer"_s, serverBox_);
-    keep_->setObjectName(u"chkRicorda"_s);
+    keep_ = ui::named(u"chkRicorda"_s, new QCheckBox(u"Ricorda la password su questo computer"_s, serverBox_));
     keep_->setChecked(true);
     auto *rows = new QFormLayout(serverBox_);
     rows->setContentsMargins(20, 0, 0, 0);
@@ -105,8 +98,7 @@ void DatabasePlace::createServer()
 // For who has a server, and nobody on it yet who may create databases.
 QPushButton *DatabasePlace::createPreparation()
 {
-    auto *button = new QPushButton(u"Cerca e prepara il server..."_s, serverBox_);
-    button->setObjectName(u"cmdPreparaServer"_s);
+    auto *button = ui::named(u"cmdPreparaServer"_s, new QPushButton(u"Cerca e prepara il server..."_s, serverBox_));
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [this] {
         core::guarded(this, [this] {

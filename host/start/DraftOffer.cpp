@@ -75,8 +75,7 @@ void DraftDialog::createButtons(QVBoxLayout *layout)
 {
     auto *buttons = new QDialogButtonBox(this);
     const auto add = [&](const QString &name, const QString &caption, QDialogButtonBox::ButtonRole role) {
-        QPushButton *button = buttons->addButton(caption, role);
-        button->setObjectName(name);
+        QPushButton *button = ui::named(name, buttons->addButton(caption, role));
         button->setAutoDefault(false);
         return button;
     };

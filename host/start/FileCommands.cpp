@@ -53,7 +53,7 @@ FileCommands::FileCommands(MainWindow &window, const Opening &opening, DatabaseM
     , opening_(opening)
     , memory_(memory)
     , folder_(folder)
-    , recent_(new QMenu(u"Apri &recente"_s, &window))
+    , recent_(ui::named(u"mnRecenti"_s, new QMenu(u"Apri &recente"_s, &window)))
 {
     auto *file = window.menuBar()->findChild<QMenu *>(u"mnFile"_s);
     QAction *before = firstAction(*file);
@@ -72,13 +72,11 @@ FileCommands::FileCommands(MainWindow &window, const Opening &opening, DatabaseM
     if (auto *page = window.findChild<StartPage *>())
         page->showBackup([this] { return backupAge(); }, backup);
     connect(recent_, &QMenu::aboutToShow, this, &FileCommands::listRecent);
-    recent_->setObjectName(u"mnRecenti"_s);
 }
 
 QAction *FileCommands::add(const QString &name, const QString &caption, void (FileCommands::*run)())
 {
-    auto *action = new QAction(caption, this);
-    action->setObjectName(name);
+    auto *action = ui::named(name, new QAction(caption, this));
     connect(action, &QAction::triggered, this,
             [this, run] { core::guarded(&window_, [this, run] { (this->*run)(); }); });
     return action;

@@ -3,6 +3,7 @@
 #include "host/start/ServerSetup.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DatabaseFile.h"
+#include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
 #include "platform/ui/LineEdit.h"
@@ -49,8 +50,7 @@ public:
         keep_->setObjectName(u"chkRicorda"_s);
         keep_->setChecked(true);
         addRow({}, keep_);
-        advice_ = new QLabel(this);
-        advice_->setObjectName(u"lblFirewall"_s);
+        advice_ = ui::named(u"lblFirewall"_s, new QLabel(this));
         advice_->setWordWrap(true);
         addRow({}, advice_);
         connect(machine_, &QLineEdit::textChanged, this, [this] { advise(); });
@@ -74,8 +74,7 @@ public:
 private:
     QLineEdit *edit(const QString &name, const QString &label, const QString &text = {})
     {
-        auto *line = new ui::LineEdit(text, this);
-        line->setObjectName(name);
+        auto *line = ui::named(name, new ui::LineEdit(text, this));
         line->setMaxLength(255);
         addRow(label, line);
         return line;
@@ -83,8 +82,7 @@ private:
 
     void addPort()
     {
-        port_ = new ui::IntegerEdit(this);
-        port_->setObjectName(u"txtPorta"_s);
+        port_ = ui::named(u"txtPorta"_s, new ui::IntegerEdit(this));
         port_->setRange(1, 65535);
         port_->setValue(firebirdPort);
         port_->setMaximumWidth(80);
@@ -96,11 +94,9 @@ private:
         auto *box = new QWidget(this);
         auto *line = new QHBoxLayout(box);
         line->setContentsMargins(0, 0, 0, 0);
-        auto *look = new QPushButton(u"Cerca il server"_s, box);
-        look->setObjectName(u"cmdCercaServer"_s);
+        auto *look = ui::named(u"cmdCercaServer"_s, new QPushButton(u"Cerca il server"_s, box));
         look->setAutoDefault(false);
-        answer_ = new QLabel(box);
-        answer_->setObjectName(u"lblRisposta"_s);
+        answer_ = ui::named(u"lblRisposta"_s, new QLabel(box));
         line->addWidget(look);
         line->addWidget(answer_, 1);
         addRow({}, box);

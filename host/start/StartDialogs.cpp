@@ -9,6 +9,7 @@
 #include "platform/core/Messages.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/data/SqlText.h"
+#include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
 #include "platform/ui/LineEdit.h"
@@ -97,8 +98,7 @@ public:
 private:
     QLineEdit *edit(const QString &name, const QString &label, int maxLength)
     {
-        auto *line = new ui::LineEdit(this);
-        line->setObjectName(name);
+        auto *line = ui::named(name, new ui::LineEdit(this));
         line->setMaxLength(maxLength);
         if (maxLength <= 20)
             line->setMaximumWidth(line->fontMetrics().horizontalAdvance(QString(maxLength + 2, u'M')) + 16);
@@ -185,8 +185,7 @@ FirstStart askFirstStart(const QString &tried)
         buttons.prepend({u"cmdRiprova"_s, u"Riprovare"_s, tried, FirstStart::Again});
     FirstStart choice = FirstStart::GiveUp;
     for (const StartButton &spec : std::as_const(buttons)) {
-        auto *button = new QCommandLinkButton(spec.caption, spec.explanation, &dialog);
-        button->setObjectName(spec.name);
+        auto *button = ui::named(spec.name, new QCommandLinkButton(spec.caption, spec.explanation, &dialog));
         button->setAutoDefault(false);
         layout->addWidget(button);
         QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, &choice, picked = spec.choice] {

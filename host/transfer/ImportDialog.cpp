@@ -88,8 +88,7 @@ void ImportDialog::createMapping()
         mapping_->removeRow(0);
     columnChoices_.clear();
     for (const ImportField &field : target().fields) {
-        auto *choice = new ui::ComboBox(this);
-        choice->setObjectName(u"cmb"_s + field.column);
+        auto *choice = ui::named(u"cmb"_s + field.column, new ui::ComboBox(this));
         // Long headers must not push the preview out of the dialog.
         choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         choice->setMinimumContentsLength(12);

@@ -17,8 +17,7 @@ namespace {
 
 QPushButton *addButton(const QString &name, const QString &caption, QWidget *parent)
 {
-    auto *button = new QPushButton(caption, parent);
-    button->setObjectName(name);
+    auto *button = ui::named(name, new QPushButton(caption, parent));
     button->setAutoDefault(false);
     return button;
 }
@@ -36,8 +35,7 @@ QGroupBox *grouped(const QString &caption, QWidget *content)
 
 QComboBox *ImportDialog::addChoice(const QString &name, const QStringList &captions)
 {
-    auto *choice = new ui::ComboBox(this);
-    choice->setObjectName(name);
+    auto *choice = ui::named(name, new ui::ComboBox(this));
     choice->addItems(captions);
     return choice;
 }
@@ -54,12 +52,10 @@ QWidget *ImportDialog::createFilePart()
     separatorChoice_ =
         addChoice(u"cmbSeparatore"_s, {u"Punto e virgola"_s, u"Virgola"_s, u"Tabulazione"_s, u"Barra verticale"_s});
     encodingChoice_ = addChoice(u"cmbCodifica"_s, {u"UTF-8"_s, u"UTF-16"_s, u"Windows (1252)"_s});
-    fileName_ = new ui::LineEdit(part);
-    fileName_->setObjectName(u"txtFile"_s);
+    fileName_ = ui::named(u"txtFile"_s, new ui::LineEdit(part));
     fileName_->setReadOnly(true);
     QPushButton *choose = addButton(u"cmdSfoglia"_s, u"Sfoglia…"_s, part);
-    hasHeader_ = new QCheckBox(u"Prima riga con i titoli"_s, part);
-    hasHeader_->setObjectName(u"chkTitoli"_s);
+    hasHeader_ = ui::named(u"chkTitoli"_s, new QCheckBox(u"Prima riga con i titoli"_s, part));
     createRecordOptions();
     grid->addWidget(new QLabel(u"Importa"_s, part), 0, 0);
     grid->addWidget(targetChoice_, 0, 1);
@@ -84,12 +80,10 @@ QWidget *ImportDialog::createFilePart()
 
 void ImportDialog::createRecordOptions()
 {
-    updateExisting_ = new QCheckBox(u"Aggiorna i record esistenti"_s, this);
-    updateExisting_->setObjectName(u"chkAggiorna"_s);
+    updateExisting_ = ui::named(u"chkAggiorna"_s, new QCheckBox(u"Aggiorna i record esistenti"_s, this));
     updateExisting_->setToolTip(
         u"Un codice già presente aggiorna il suo record; le celle vuote lasciano il valore che c'è."_s);
-    createMissing_ = new QCheckBox(u"Crea le categorie mancanti"_s, this);
-    createMissing_->setObjectName(u"chkCategorie"_s);
+    createMissing_ = ui::named(u"chkCategorie"_s, new QCheckBox(u"Crea le categorie mancanti"_s, this));
     createMissing_->setToolTip(u"Una categoria che non c'è viene creata, al primo livello o dove dice il suo percorso "
                                "(\"Padre/Figlia\")."_s);
     for (const QCheckBox *option : {updateExisting_, createMissing_})
@@ -114,8 +108,7 @@ QWidget *ImportDialog::createMappingPart()
 QWidget *ImportDialog::createRightPart()
 {
     using ui::ListColumn;
-    preview_ = new QTableWidget(this);
-    preview_->setObjectName(u"gridAnteprima"_s);
+    preview_ = ui::named(u"gridAnteprima"_s, new QTableWidget(this));
     preview_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     preview_->setWordWrap(false);
     preview_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -139,8 +132,7 @@ QWidget *ImportDialog::createButtons()
     auto *part = new QWidget(this);
     auto *line = new QHBoxLayout(part);
     line->setContentsMargins(0, 0, 0, 0);
-    status_ = new ui::ElidedLabel(part);
-    status_->setObjectName(u"lblStato"_s);
+    status_ = ui::named(u"lblStato"_s, new ui::ElidedLabel(part));
     import_ = addButton(u"cmdImporta"_s, u"Importa"_s, part);
     QPushButton *close = addButton(u"cmdChiudi"_s, u"Chiudi"_s, part);
     connect(import_, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { runImport(); }); });

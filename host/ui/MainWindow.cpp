@@ -87,10 +87,8 @@ QMdiArea &MainWindow::area() const
 
 void MainWindow::createMenus()
 {
-    QMenu *file = menuBar()->addMenu(u"&File"_s);
-    file->setObjectName(u"mnFile"_s);
-    QAction *quit = file->addAction(u"&Esci"_s, this, &QWidget::close);
-    quit->setObjectName(u"actEsci"_s);
+    QMenu *file = ui::named(u"mnFile"_s, menuBar()->addMenu(u"&File"_s));
+    QAction *quit = ui::named(u"actEsci"_s, file->addAction(u"&Esci"_s, this, &QWidget::close));
     quit->setShortcut(QKeySequence(u"Ctrl+Q"_s));
 
     // The modules fill these; one that stays empty stays hidden.
@@ -100,22 +98,18 @@ void MainWindow::createMenus()
                                            {u"mnTabelle"_s, u"&Tabelle"_s},
                                            {u"mnStrumenti"_s, u"&Strumenti"_s}};
     for (const MenuSpec &spec : shared) {
-        QMenu *menu = menuBar()->addMenu(spec.caption);
-        menu->setObjectName(spec.name);
+        QMenu *menu = ui::named(spec.name, menuBar()->addMenu(spec.caption));
         menu->menuAction()->setVisible(false);
     }
 
-    windowMenu_ = menuBar()->addMenu(u"F&inestre"_s);
-    windowMenu_->setObjectName(u"mnFinestre"_s);
+    windowMenu_ = ui::named(u"mnFinestre"_s, menuBar()->addMenu(u"F&inestre"_s));
     connect(windowMenu_, &QMenu::aboutToShow, this, &MainWindow::listWindows);
 
-    QMenu *help = menuBar()->addMenu(u"&?"_s);
-    help->setObjectName(u"mnAiuto"_s);
+    QMenu *help = ui::named(u"mnAiuto"_s, menuBar()->addMenu(u"&?"_s));
     QAction *manual = help->addAction(u"&Manuale"_s, this, [this] { showManual(this); });
     manual->setObjectName(u"actManuale"_s);
     manual->setShortcut(QKeySequence(Qt::Key_F1));
-    QAction *keys = help->addAction(u"&Tasti"_s, this, &MainWindow::showKeys);
-    keys->setObjectName(u"actTasti"_s);
+    QAction *keys = ui::named(u"actTasti"_s, help->addAction(u"&Tasti"_s, this, &MainWindow::showKeys));
     keys->setShortcut(QKeySequence(u"Shift+F1"_s));
     help->addAction(u"&Informazioni su Corvane"_s, this, &MainWindow::about)->setObjectName(u"actInformazioni"_s);
 }
@@ -125,8 +119,7 @@ void MainWindow::createToolBars()
     static const QList<MenuSpec> bars = {{u"tBarDocumenti"_s, u"Documenti"_s},
                                          {u"tBarAnagrafiche"_s, u"Anagrafiche"_s}};
     for (const MenuSpec &spec : bars) {
-        QToolBar *bar = addToolBar(spec.caption);
-        bar->setObjectName(spec.name);
+        QToolBar *bar = ui::named(spec.name, addToolBar(spec.caption));
         bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         bar->setIconSize({20, 20});
         bar->hide();
@@ -165,8 +158,7 @@ void MainWindow::childActivated(QMdiSubWindow *window)
 // The arrangement is one press away whatever stands in the menus.
 QToolButton *MainWindow::createArrangement()
 {
-    free_ = new QAction(u"&Finestre libere"_s, this);
-    free_->setObjectName(u"actFinestreLibere"_s);
+    free_ = ui::named(u"actFinestreLibere"_s, new QAction(u"&Finestre libere"_s, this));
     free_->setCheckable(true);
     free_->setToolTip(u"Finestre libere nell'area di lavoro, invece di una scheda per ogni finestra"_s);
     connect(free_, &QAction::triggered, this, [this](bool free) {

@@ -132,8 +132,7 @@ QToolBar *PreviewWindow::createToolBar()
     };
     addStep(u"actPrimaPagina"_s, u"«"_s);
     addStep(u"actPaginaPrecedente"_s, u"‹"_s);
-    pageEdit_ = new QSpinBox(bar);
-    pageEdit_->setObjectName(u"txtPagina"_s);
+    pageEdit_ = ui::named(u"txtPagina"_s, new QSpinBox(bar));
     countPages();
     pageEdit_->setKeyboardTracking(false);
     pageEdit_->setToolTip(u"Pagina da mostrare"_s);
@@ -144,8 +143,7 @@ QToolBar *PreviewWindow::createToolBar()
     bar->addSeparator();
     formMenu()->addSeparator();
     addStep(u"actRiduci"_s, u"−"_s);
-    zoomLabel_ = new QLabel(bar);
-    zoomLabel_->setObjectName(u"lblZoom"_s);
+    zoomLabel_ = ui::named(u"lblZoom"_s, new QLabel(bar));
     zoomLabel_->setMinimumWidth(fontMetrics().horizontalAdvance(u" 400% "_s));
     zoomLabel_->setAlignment(Qt::AlignCenter);
     bar->addWidget(zoomLabel_);
@@ -157,8 +155,7 @@ QToolBar *PreviewWindow::createToolBar()
 // There only where several are printed: all of them, or one by its label.
 void PreviewWindow::createCopies(QToolBar *bar)
 {
-    copies_ = new ui::ComboBox(bar);
-    copies_->setObjectName(u"cmbCopie"_s);
+    copies_ = ui::named(u"cmbCopie"_s, new ui::ComboBox(bar));
     copies_->setAccessibleName(u"Copie"_s);
     copies_->setToolTip(u"Quali copie si stampano; la pagina mostra la loro dicitura"_s);
     copiesPlace_ = bar->addWidget(copies_);
@@ -187,15 +184,13 @@ report::Subject PreviewWindow::chosen() const
 // A line that says how many there are; what they say comes up when it is pressed.
 void PreviewWindow::createRemarks()
 {
-    remarksButton_ = new QToolButton(this);
-    remarksButton_->setObjectName(u"cmdRilievi"_s);
+    remarksButton_ = ui::named(u"cmdRilievi"_s, new QToolButton(this));
     remarksButton_->setCheckable(true);
     remarksButton_->setAutoRaise(true);
     remarksButton_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     remarksButton_->setFocusPolicy(Qt::TabFocus);
     remarksButton_->setToolTip(u"Che cosa manca o non torna in questo documento"_s);
-    remarksList_ = new QListWidget(this);
-    remarksList_->setObjectName(u"lstRilievi"_s);
+    remarksList_ = ui::named(u"lstRilievi"_s, new QListWidget(this));
     remarksList_->setWordWrap(true);
     remarksList_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     remarksList_->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);

@@ -35,17 +35,15 @@ bool isEnough(const QString &text)
 SearchEverywhere::SearchEverywhere(data::Connection &connection, QWidget *owner)
     : QDialog(owner)
     , connection_(connection)
-    , field_(new ui::LineEdit(this))
+    , field_(ui::named(u"txtCercaOvunque"_s, new ui::LineEdit(this)))
     , found_(new QTreeWidget(this))
-    , state_(new QLabel(this))
+    , state_(ui::named(u"lblTrovati"_s, new QLabel(this)))
 {
     setObjectName(u"frmCercaOvunque"_s);
     setWindowTitle(u"Cerca ovunque"_s);
-    field_->setObjectName(u"txtCercaOvunque"_s);
     field_->setMaxLength(100);
     field_->setPlaceholderText(u"Numero, nome, codice o parole di una riga, anche in parte"_s);
     field_->installEventFilter(this);
-    state_->setObjectName(u"lblTrovati"_s);
     createList();
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(field_);

@@ -114,15 +114,13 @@ void StartPage::createPage()
 
 QGroupBox *StartPage::box(const QString &name, const QString &title)
 {
-    auto *made = new QGroupBox(title, this);
-    made->setObjectName(name);
+    auto *made = ui::named(name, new QGroupBox(title, this));
     return made;
 }
 
 QPushButton *StartPage::link(const QString &name, QWidget *parent)
 {
-    auto *button = new QPushButton(parent);
-    button->setObjectName(name);
+    auto *button = ui::named(name, new QPushButton(parent));
     button->setFlat(true);
     button->setAutoDefault(true);
     button->setStyleSheet(u"text-align: left; padding: 4px; color: palette(link)"_s);

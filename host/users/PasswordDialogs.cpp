@@ -22,8 +22,7 @@ constexpr int attempts = 3;
 
 QLineEdit *addPassword(ui::FormDialog &dialog, const QString &name, const QString &label)
 {
-    auto *edit = new ui::LineEdit(&dialog);
-    edit->setObjectName(name);
+    auto *edit = ui::named(name, new ui::LineEdit(&dialog));
     edit->setEchoMode(QLineEdit::Password);
     edit->setMaxLength(100);
     dialog.addRow(label, edit);
@@ -84,8 +83,7 @@ Login logIn(QWidget *owner, const QString &proposed, data::Connection &connectio
 {
     ui::FormDialog dialog(u"Accesso a Corvane"_s, owner);
     dialog.setObjectName(u"frmAccesso"_s);
-    auto *name = new ui::ComboBox(&dialog);
-    name->setObjectName(u"txtNomeUtente"_s);
+    auto *name = ui::named(u"txtNomeUtente"_s, new ui::ComboBox(&dialog));
     name->setEditable(true);
     const QStringList known = activeUsers(connection);
     name->addItems(known);

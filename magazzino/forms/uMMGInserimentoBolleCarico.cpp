@@ -39,8 +39,7 @@ TMMGInserimentoBolleCarico::TMMGInserimentoBolleCarico(QWidget *owner)
 
 QGroupBox *TMMGInserimentoBolleCarico::createSupplier()
 {
-    auto *box = new QGroupBox(u" Fornitore "_s, generalPage());
-    box->setObjectName(u"grpFornitore"_s);
+    auto *box = ui::named(u"grpFornitore"_s, new QGroupBox(u" Fornitore "_s, generalPage()));
     auto *layout = new QVBoxLayout(box);
     supplier_ = declare(new ui::RecordLabels(anagraficaLabels(u"lbl"_s, u"FOR_"_s), box));
     QAction *choose = addCommand({.name = u"actSelezionaFornitore"_s,
@@ -63,8 +62,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createSupplier()
 
 QGroupBox *TMMGInserimentoBolleCarico::createTransportType()
 {
-    auto *box = new QGroupBox(u" Tipo di trasporto "_s, generalPage());
-    box->setObjectName(u"grpTipoTrasporto"_s);
+    auto *box = ui::named(u"grpTipoTrasporto"_s, new QGroupBox(u" Tipo di trasporto "_s, generalPage()));
     QAction *choose = addCommand({.name = u"actSelezionaTipoTrasporto"_s,
                                   .caption = u"Seleziona tipo di trasporto..."_s,
                                   .run = [this] { selezionaTipoTrasporto(); },
@@ -81,8 +79,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransportType()
 
 QGroupBox *TMMGInserimentoBolleCarico::createTransport()
 {
-    auto *box = new QGroupBox(u" Trasporto "_s, generalPage());
-    box->setObjectName(u"grpTrasporto"_s);
+    auto *box = ui::named(u"grpTrasporto"_s, new QGroupBox(u" Trasporto "_s, generalPage()));
     transportReason_ =
         declare(new ui::DropDownField({.name = u"txtCausaleTrasporto"_s,
                                        .label = u"Causale del trasporto"_s,

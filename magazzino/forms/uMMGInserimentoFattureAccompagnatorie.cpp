@@ -67,8 +67,7 @@ TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWi
           u"Il file elettronico di questa fattura è già stato scritto:\n\rle modifiche non vi compariranno. Salvarle "
           "comunque?"_s);
 
-    file_ = new QLabel(this);
-    file_->setObjectName(u"lblFatturaElettronica"_s);
+    file_ = ui::named(u"lblFatturaElettronica"_s, new QLabel(this));
     mainLayout()->insertWidget(mainLayout()->indexOf(pages()), file_);
     finishLayout();
     addOtherMenu();
@@ -133,8 +132,7 @@ void TMMGInserimentoFattureAccompagnatorie::recordSaved()
 
 QGroupBox *TMMGInserimentoFattureAccompagnatorie::createPayment()
 {
-    auto *box = new QGroupBox(u"Pagamento"_s, generalPage());
-    box->setObjectName(u"grpPagamento"_s);
+    auto *box = ui::named(u"grpPagamento"_s, new QGroupBox(u"Pagamento"_s, generalPage()));
     payment_ = declare(
         new ui::ChoiceField({.name = u"txtTipoPagamento"_s,
                              .buttonName = u"cmdSelezionaTipoPagamento"_s,
@@ -200,8 +198,7 @@ QList<std::pair<ui::Field *, QString>> TMMGInserimentoFattureAccompagnatorie::as
 
 void TMMGInserimentoFattureAccompagnatorie::addOtherMenu()
 {
-    auto *button = new QToolButton(this);
-    button->setObjectName(u"cmdAltro"_s);
+    auto *button = ui::named(u"cmdAltro"_s, new QToolButton(this));
     button->setText(u"Altro"_s);
     button->setPopupMode(QToolButton::InstantPopup);
     auto *menu = new QMenu(u"Altro"_s, button);

@@ -119,8 +119,7 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createAmounts(QWidget *page)
     place(grid, quantity_, 1, 0);
     place(grid, value_, 1, 1);
     place(grid, total, 1, 2);
-    hint_ = new QLabel(box);
-    hint_->setObjectName(u"lblSegno"_s);
+    hint_ = ui::named(u"lblSegno"_s, new QLabel(box));
     hint_->setWordWrap(true);
     hint_->setMargin(3);
     grid->addWidget(hint_, 2, 0, 1, 7);
@@ -132,8 +131,7 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createAmounts(QWidget *page)
 
 QWidget *TMMGInserimentoMovimentiMagazzino::createReason(QWidget *page)
 {
-    reasonBox_ = new QGroupBox(u" Causale di magazzino "_s, page);
-    reasonBox_->setObjectName(u"grpCausaleMagazzino"_s);
+    reasonBox_ = ui::named(u"grpCausaleMagazzino"_s, new QGroupBox(u" Causale di magazzino "_s, page));
     reason_ = declare(new ui::ChoiceField({.name = u"txtCausaleMagazzino"_s,
                                            .buttonName = u"cmdSelezionaCausaleMagazzino"_s,
                                            .keyColumn = u"IDCAUSALE_MAGA"_s,

@@ -53,8 +53,7 @@ TMMGModStampaSottoscortaRiordino::TMMGModStampaSottoscortaRiordino(QWidget *owne
     text->setWordWrap(true);
     layout->addWidget(text);
 
-    auto *box = new QGroupBox(u" Tipo di stampa "_s, this);
-    box->setObjectName(u"grpTipoStampa"_s);
+    auto *box = ui::named(u"grpTipoStampa"_s, new QGroupBox(u" Tipo di stampa "_s, this));
     auto *items = new QVBoxLayout(box);
     for (const QString &choice : choices) {
         auto *button = new QRadioButton(choice, box);
@@ -64,11 +63,9 @@ TMMGModStampaSottoscortaRiordino::TMMGModStampaSottoscortaRiordino(QWidget *owne
     layout->addWidget(box);
 
     auto *buttons = new QDialogButtonBox(this);
-    QPushButton *print = buttons->addButton(u"Stampa"_s, QDialogButtonBox::AcceptRole);
-    print->setObjectName(u"cmdStampa"_s);
+    QPushButton *print = ui::named(u"cmdStampa"_s, buttons->addButton(u"Stampa"_s, QDialogButtonBox::AcceptRole));
     print->setDefault(true);
-    QPushButton *cancel = buttons->addButton(u"Annulla"_s, QDialogButtonBox::RejectRole);
-    cancel->setObjectName(u"cmdAnnulla"_s);
+    QPushButton *cancel = ui::named(u"cmdAnnulla"_s, buttons->addButton(u"Annulla"_s, QDialogButtonBox::RejectRole));
     cancel->setAutoDefault(false);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -101,12 +101,9 @@ TMMGStampaInventarioBase::TMMGStampaInventarioBase(const InventarioSpec &spec, Q
 
 QGroupBox *TMMGStampaInventarioBase::createDates()
 {
-    auto *box = new QGroupBox(u" Data "_s, this);
-    box->setObjectName(u"grpData"_s);
-    from_ = new ui::DateEdit(box);
-    from_->setObjectName(u"txtDataDal"_s);
-    to_ = new ui::DateEdit(box);
-    to_->setObjectName(u"txtDataAl"_s);
+    auto *box = ui::named(u"grpData"_s, new QGroupBox(u" Data "_s, this));
+    from_ = ui::named(u"txtDataDal"_s, new ui::DateEdit(box));
+    to_ = ui::named(u"txtDataAl"_s, new ui::DateEdit(box));
     auto *line = new QHBoxLayout(box);
     for (const auto &[caption, edit] : {std::pair(u"Movimenti dal"_s, from_), std::pair(u"al"_s, to_)}) {
         auto *label = new QLabel(caption, box);
@@ -120,8 +117,7 @@ QGroupBox *TMMGStampaInventarioBase::createDates()
 
 QGroupBox *TMMGStampaInventarioBase::createStock()
 {
-    auto *box = new QGroupBox(u" Esistenza "_s, this);
-    box->setObjectName(u"grpEsistenza"_s);
+    auto *box = ui::named(u"grpEsistenza"_s, new QGroupBox(u" Esistenza "_s, this));
     stock_ = new QButtonGroup(box);
     auto *layout = new QVBoxLayout(box);
     const QStringList choices = {u"Maggiore di 0"_s, u"Uguale a 0"_s, u"Minore di 0"_s, u"Maggiore o uguale a 0"_s};
@@ -135,10 +131,8 @@ QGroupBox *TMMGStampaInventarioBase::createStock()
 
 QGroupBox *TMMGStampaInventarioBase::createCategory()
 {
-    auto *box = new QGroupBox(u" Categoria "_s, this);
-    box->setObjectName(u"grpCategoria"_s);
-    category_ = new ui::CategoryTree(box);
-    category_->setObjectName(u"txtCategoria"_s);
+    auto *box = ui::named(u"grpCategoria"_s, new QGroupBox(u" Categoria "_s, this));
+    category_ = ui::named(u"txtCategoria"_s, new ui::CategoryTree(box));
     auto *label = new QLabel(u"Categoria (incluse le sottocategorie)"_s, box);
     label->setBuddy(category_);
     auto *layout = new QVBoxLayout(box);

@@ -80,8 +80,7 @@ void DocumentEntryLine::hideList()
 
 void DocumentEntryLine::createInputs()
 {
-    code_ = new ui::LineEdit(this);
-    code_->setObjectName(u"txtRigaCodice"_s);
+    code_ = ui::named(u"txtRigaCodice"_s, new ui::LineEdit(this));
     code_->setToolTip(u"Codice, parte del codice o parole della descrizione; 12*CODICE indica anche la quantità."_s +
                       (hasServices_ ? u" / cerca tra i servizi."_s : u""_s) + u" F4 apre l'elenco degli articoli."_s);
     code_->installEventFilter(this);
@@ -96,8 +95,7 @@ void DocumentEntryLine::createInputs()
         const int column = grid_.rowsModel().indexOf(member);
         if (column < 0)
             continue;
-        auto *edit = new ui::LineEdit(this);
-        edit->setObjectName(name);
+        auto *edit = ui::named(name, new ui::LineEdit(this));
         edit->setPointTypesComma(true);
         edit->setAlignment(Qt::AlignRight);
         edit->installEventFilter(this);
@@ -108,8 +106,7 @@ void DocumentEntryLine::createInputs()
 
 QLabel *DocumentEntryLine::createLabel(const QString &name, const RowMember &member)
 {
-    auto *label = new ui::ElidedLabel(this);
-    label->setObjectName(name);
+    auto *label = ui::named(name, new ui::ElidedLabel(this));
     const bool left = grid_.rowsModel().columns()[grid_.rowsModel().indexOf(member)].isLeftAligned();
     label->setAlignment(Qt::AlignVCenter | (left ? Qt::AlignLeft : Qt::AlignRight));
     return label;

@@ -50,7 +50,7 @@ FatturaCiclicaField::FatturaCiclicaField(QWidget *page)
     : Field({}, page)
     , box_(new QWidget(page))
     , controls_(nullptr)
-    , enabled_(new QCheckBox(u"Genera promemoria per fatture cicliche"_s, box_))
+    , enabled_(ui::named(u"chkFattureCicliche"_s, new QCheckBox(u"Genera promemoria per fatture cicliche"_s, box_)))
     , every_(nullptr)
     , unit_(nullptr)
     , day_(new QButtonGroup(this))
@@ -58,7 +58,6 @@ FatturaCiclicaField::FatturaCiclicaField(QWidget *page)
     , end_(nullptr)
     , next_(nullptr)
 {
-    enabled_->setObjectName(u"chkFattureCicliche"_s);
     auto *layout = new QVBoxLayout(box_);
     layout->addWidget(enabled_);
     createControls();
@@ -83,19 +82,15 @@ void FatturaCiclicaField::createControls()
     every_->showArrows();
     every_->setObjectName(u"txtGeneraOgni"_s);
     every_->setRange(1, 9999);
-    unit_ = new ui::ComboBox(controls_);
-    unit_->setObjectName(u"txtGeneraOgniUM"_s);
+    unit_ = ui::named(u"txtGeneraOgniUM"_s, new ui::ComboBox(controls_));
     unit_->addItems(units());
     auto *onThe15th = new QRadioButton(u"Il giorno 15 del mese"_s, controls_);
     auto *exact = new QRadioButton(u"Il giorno esatto"_s, controls_);
     day_->addButton(onThe15th, 0);
     day_->addButton(exact, 1);
-    start_ = new ui::DateEdit(controls_);
-    start_->setObjectName(u"txtDataInizioCiclica"_s);
-    end_ = new ui::DateEdit(controls_);
-    end_->setObjectName(u"txtDataFineCiclica"_s);
-    next_ = new QLabel(controls_);
-    next_->setObjectName(u"lblDataNuovaFattura"_s);
+    start_ = ui::named(u"txtDataInizioCiclica"_s, new ui::DateEdit(controls_));
+    end_ = ui::named(u"txtDataFineCiclica"_s, new ui::DateEdit(controls_));
+    next_ = ui::named(u"lblDataNuovaFattura"_s, new QLabel(controls_));
     auto *grid = new QGridLayout(controls_);
     grid->setContentsMargins(20, 0, 0, 0);
     const auto label = [this, grid](const QString &text, QWidget *input, int row) {

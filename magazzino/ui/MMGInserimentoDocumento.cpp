@@ -78,8 +78,7 @@ QString TMMGInserimentoDocumento::recordName() const
 
 QLabel *TMMGInserimentoDocumento::createReadOnlyHint()
 {
-    readOnly_ = new QLabel(u"Sola lettura"_s, this);
-    readOnly_->setObjectName(u"lblSolaLettura"_s);
+    readOnly_ = ui::named(u"lblSolaLettura"_s, new QLabel(u"Sola lettura"_s, this));
     readOnly_->setToolTip(u"Per salvare serve il diritto \"%1\"."_s.arg(kind_.editRight));
     QFont bold = readOnly_->font();
     bold.setBold(true);
@@ -164,8 +163,7 @@ void TMMGInserimentoDocumento::createRowsPage()
     QToolBar *bar = newToolBar(u"tBarRighe"_s);
     createRowCommands(bar);
     layout->addWidget(bar);
-    grid_ = new DocumentGrid(kind_, page);
-    grid_->setObjectName(kind_.captions.rowsGrid);
+    grid_ = ui::named(kind_.captions.rowsGrid, new DocumentGrid(kind_, page));
     layout->addWidget(grid_, 1);
     createCopyCommands();
     createEntryLine(page);
@@ -239,8 +237,7 @@ QWidget *TMMGInserimentoDocumento::createTotals()
 
 QLabel *TMMGInserimentoDocumento::createTotal(const DocumentTotal &total, QWidget *box)
 {
-    auto *label = new QLabel(box);
-    label->setObjectName(total.control);
+    auto *label = ui::named(total.control, new QLabel(box));
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     if (total.column == kind_.totals.constLast().column) {
         constexpr double larger = 1.2;

@@ -36,8 +36,7 @@ QWidget *TMMGInserimentoDocumento::createReaderSwitch(QWidget *page)
     const QString kind = u"interruttori"_s;
     const QString name = u"lettore"_s;
     const QString isOn = u"acceso"_s;
-    auto *reader = new QCheckBox(u"Lettore"_s, page);
-    reader->setObjectName(u"chkLettore"_s);
+    auto *reader = ui::named(u"chkLettore"_s, new QCheckBox(u"Lettore"_s, page));
     reader->setToolTip(
         u"Ciò che si scrive nel codice della riga nuova vale come letto da un lettore: Invio lo aggiunge "
         "subito"_s);

@@ -82,8 +82,7 @@ void TMMGInserimentoDocumento::fillCopy(bool currentPrices)
 void TMMGInserimentoDocumento::createCopyCommands()
 {
     grid_->listExport().setCopy([this] { copiaRighe(); });
-    auto *paste = new QAction(u"Incolla righe"_s, grid_);
-    paste->setObjectName(u"actIncollaRighe"_s);
+    auto *paste = ui::named(u"actIncollaRighe"_s, new QAction(u"Incolla righe"_s, grid_));
     paste->setShortcut(QKeySequence::Paste);
     // Not in the editor of a cell, which takes a text.
     paste->setShortcutContext(Qt::WidgetShortcut);

@@ -29,8 +29,7 @@ bool TMMGInserimentoDocumento::savedForPrinting()
 // Beside the number: is what was given away still what is stored?
 QLabel *TMMGInserimentoDocumento::createPrintedHint()
 {
-    printedLabel_ = new ui::ElidedLabel(this);
-    printedLabel_->setObjectName(u"lblStampato"_s);
+    printedLabel_ = ui::named(u"lblStampato"_s, new ui::ElidedLabel(this));
     connect(&Modulo(), &TMMGModMagazzino::stampato, this, &TMMGInserimentoDocumento::printedElsewhere);
     return printedLabel_;
 }

@@ -88,8 +88,7 @@ ui::PickInput *TMMGInserimentoScarico::createCustomerInput(QWidget *box)
 
 QGroupBox *TMMGInserimentoScarico::createAddresseeBox()
 {
-    auto *box = new QGroupBox(u" Cliente "_s, generalPage());
-    box->setObjectName(u"grpAnagrafica"_s);
+    auto *box = ui::named(u"grpAnagrafica"_s, new QGroupBox(u" Cliente "_s, generalPage()));
     addressee_ = declare(new ui::RecordLabels(anagraficaLabels(u"lbl"_s, u"CLI_"_s), box));
     return box;
 }
@@ -129,8 +128,7 @@ QString TMMGInserimentoScarico::counterpartName() const
 
 QGroupBox *TMMGInserimentoScarico::createDestination()
 {
-    auto *box = new QGroupBox(u"Destinazione"_s, generalPage());
-    box->setObjectName(u"grpDestinazione"_s);
+    auto *box = ui::named(u"grpDestinazione"_s, new QGroupBox(u"Destinazione"_s, generalPage()));
     auto *name = declare(
         destinationField(u"txtDestRagioneSociale"_s, u"Ragione sociale"_s, u"DEST_RAGIONESOCIALE"_s, 100, false, box));
     auto *address =
@@ -154,8 +152,7 @@ QGroupBox *TMMGInserimentoScarico::createDestination()
 
 QGroupBox *TMMGInserimentoScarico::createCarrier()
 {
-    auto *box = new QGroupBox(u"Vettore"_s, generalPage());
-    box->setObjectName(u"grpVettore"_s);
+    auto *box = ui::named(u"grpVettore"_s, new QGroupBox(u"Vettore"_s, generalPage()));
     carrier_ = declare(new ui::RecordLabels(anagraficaLabels(u"lblVett"_s, u"VETT_"_s, false), box));
     QAction *choose = addCommand({.name = u"actSelezionaVettore"_s,
                                   .caption = u"Seleziona vettore..."_s,
@@ -187,8 +184,7 @@ QGroupBox *TMMGInserimentoScarico::createCarrier()
 
 QGroupBox *TMMGInserimentoScarico::createTransport()
 {
-    auto *box = new QGroupBox(u"Trasporto"_s, generalPage());
-    box->setObjectName(u"grpTrasporto"_s);
+    auto *box = ui::named(u"grpTrasporto"_s, new QGroupBox(u"Trasporto"_s, generalPage()));
     transportType_ = declare(transportTypeField([] { return chooseRecord(u"actModSelezionaTipoTrasporto"_s); }, box));
     auto *appearance = declare(appearanceField(u"Aspetto dei beni"_s, box));
     transportReason_ = declare(new ui::ChoiceField(

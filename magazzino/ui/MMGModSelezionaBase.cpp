@@ -120,8 +120,7 @@ void TMMGModSelezionaBase::createButtons()
 QPushButton *TMMGModSelezionaBase::pushButton(const QString &name, const QString &caption, QWidget *parent,
                                               const std::function<void()> &run)
 {
-    auto *button = new QPushButton(caption, parent);
-    button->setObjectName(name);
+    auto *button = ui::named(name, new QPushButton(caption, parent));
     // Otherwise Enter in a filter would search and then press this button too.
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [this, run] { core::guarded(this, run); });

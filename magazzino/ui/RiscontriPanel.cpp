@@ -39,13 +39,10 @@ QList<QVariantList> righeDi(const QList<fatturapa::Riscontro> &riscontri, const 
 
 RiscontriPanel::RiscontriPanel(QWidget *parent)
     : QWidget(parent)
-    , titolo_(new ui::ElidedLabel(this))
-    , elenco_(new ui::ResultGrid(u"POSTO"_s, colonne(), this))
-    , apri_(new QPushButton(ui::icon(ui::Icon::Open), u"Apri"_s, this))
+    , titolo_(ui::named(u"lblRilievi"_s, new ui::ElidedLabel(this)))
+    , elenco_(ui::named(u"gridRilievi"_s, new ui::ResultGrid(u"POSTO"_s, colonne(), this)))
+    , apri_(ui::named(u"cmdApriRilievo"_s, new QPushButton(ui::icon(ui::Icon::Open), u"Apri"_s, this)))
 {
-    titolo_->setObjectName(u"lblRilievi"_s);
-    elenco_->setObjectName(u"gridRilievi"_s);
-    apri_->setObjectName(u"cmdApriRilievo"_s);
     apri_->setToolTip(u"Apre la maschera in cui si corregge, sul campo giusto."_s);
     apri_->setAutoDefault(false);
     auto *layout = new QVBoxLayout(this);

@@ -13,11 +13,9 @@ DocumentStockLine::DocumentStockLine(DocumentGrid &grid, std::function<ScorteDi(
     : QWidget(parent)
     , grid_(grid)
     , document_(std::move(document))
-    , current_(new ui::ElidedLabel(this))
-    , warning_(new QLabel(this))
+    , current_(ui::named(u"lblGiacenzaRiga"_s, new ui::ElidedLabel(this)))
+    , warning_(ui::named(u"lblSottoZero"_s, new QLabel(this)))
 {
-    current_->setObjectName(u"lblGiacenzaRiga"_s);
-    warning_->setObjectName(u"lblSottoZero"_s);
     warning_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     warning_->setFocusPolicy(Qt::NoFocus);
     warning_->hide();

@@ -13,9 +13,8 @@ CategoryField::CategoryField(const CategorySpec &spec, data::Connection &connect
     : ColumnField(spec.label, spec.column, parent)
     , spec_(spec)
     , connection_(connection)
-    , tree_(new CategoryTree(parent))
+    , tree_(named(spec.name, new CategoryTree(parent)))
 {
-    tree_->setObjectName(spec.name);
     connect(tree_, &QComboBox::currentIndexChanged, this, &Field::edited);
     connect(tree_, &CategoryTree::turnedTo, this, &CategoryField::refresh);
 }

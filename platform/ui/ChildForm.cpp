@@ -33,8 +33,7 @@ void ChildForm::closeForm()
 
 QAction *ChildForm::addCommand(const Command &command)
 {
-    auto *action = new QAction(icon(command.icon), command.caption, this);
-    action->setObjectName(command.name);
+    auto *action = named(command.name, new QAction(icon(command.icon), command.caption, this));
     action->setShortcut(command.shortcut);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     // A hint of its own stands alone; the menus and the page of the keys have the key as well.
@@ -67,8 +66,7 @@ void ChildForm::placeCommands(QToolBar *bar, const QStringList &names, const QSt
 
 QPushButton *ChildForm::commandButton(QAction *action, const QString &name, QWidget *parent)
 {
-    auto *button = new QPushButton(action->icon(), action->text(), parent);
-    button->setObjectName(name);
+    auto *button = named(name, new QPushButton(action->icon(), action->text(), parent));
     button->setToolTip(action->toolTip());
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, action, &QAction::trigger);
@@ -81,8 +79,7 @@ QPushButton *ChildForm::commandButton(QAction *action, const QString &name, QWid
 
 QToolBar *ChildForm::newToolBar(const QString &name)
 {
-    auto *bar = new QToolBar(this);
-    bar->setObjectName(name);
+    auto *bar = named(name, new QToolBar(this));
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     bar->setIconSize({16, 16});
     bar->setMovable(false);

@@ -29,8 +29,7 @@ int widestValue(const QWidget &label)
 // Values that the user cannot type are plain text.
 ElidedLabel *valueLabel(const QString &name, QWidget *parent)
 {
-    auto *label = new ElidedLabel(parent);
-    label->setObjectName(name);
+    auto *label = named(name, new ElidedLabel(parent));
     return label;
 }
 
@@ -68,16 +67,14 @@ ChoiceField::ChoiceField(const ChoiceSpec &spec, QWidget *parent)
     line->addWidget(label_, allRoom);
     if (!spec.source.columns.isEmpty())
         line->addWidget(createInput());
-    auto *button = new QToolButton(box_);
-    button->setObjectName(spec.buttonName);
+    auto *button = named(spec.buttonName, new QToolButton(box_));
     button->setIcon(icon(Icon::Choose));
     button->setToolTip(u"Scegli dall'elenco"_s);
     button->setFocusPolicy(Qt::StrongFocus);
     line->addWidget(button);
     connect(button, &QToolButton::clicked, this, [this] { core::guarded(box_, [this] { runDialog(); }); });
     if (spec.clearable) {
-        auto *clearButton = new QToolButton(box_);
-        clearButton->setObjectName(spec.buttonName + u"Annulla"_s);
+        auto *clearButton = named(spec.buttonName + u"Annulla"_s, new QToolButton(box_));
         clearButton->setIcon(icon(Icon::Clear));
         clearButton->setToolTip(u"Annulla la scelta"_s);
         clearButton->setFocusPolicy(Qt::StrongFocus);
@@ -143,12 +140,11 @@ void ChoiceField::restore(const QVariant &state)
 
 DropDownField::DropDownField(const DropDownSpec &spec, QString tableKey, QString tableText, QWidget *parent)
     : Field(spec.label, parent)
-    , box_(new ComboBox(parent))
+    , box_(named(spec.name, new ComboBox(parent)))
     , spec_(spec)
     , tableKey_(std::move(tableKey))
     , tableText_(std::move(tableText))
 {
-    box_->setObjectName(spec.name);
     box_->setMaxVisibleItems(20);
     box_->addItem(QString(), -1);
     connect(box_, &QComboBox::currentIndexChanged, this, &Field::edited);
@@ -233,10 +229,9 @@ void DropDownField::written()
 
 CodeField::CodeField(const CodeSpec &spec, QWidget *parent)
     : ColumnField(spec.label, spec.column, parent)
-    , box_(new ComboBox(parent))
+    , box_(named(spec.name, new ComboBox(parent)))
     , known_(static_cast<int>(spec.codes.size()) + 1)
 {
-    box_->setObjectName(spec.name);
     box_->setMaxVisibleItems(24);
     // The longest meanings would make the form wider than the screen; the open list shows them whole.
     box_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

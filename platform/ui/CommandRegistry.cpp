@@ -34,8 +34,7 @@ CommandRegistry::~CommandRegistry()
 
 QAction *CommandRegistry::add(const ActionSpec &spec)
 {
-    auto *action = new QAction(spec.caption, actionOwner_);
-    action->setObjectName(spec.name);
+    auto *action = named(spec.name, new QAction(spec.caption, actionOwner_));
     action->setProperty("category", spec.category);
     action->setEnabled(spec.create || spec.run);
     connect(action, &QAction::triggered, this,

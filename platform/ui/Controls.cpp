@@ -69,8 +69,7 @@ void showReadOnly(QLineEdit *edit)
 
 QLabel *requiredMark(QWidget *parent)
 {
-    auto *mark = new QLabel(u"*"_s, parent);
-    mark->setObjectName(u"lblNecessario"_s);
+    auto *mark = named(u"lblNecessario"_s, new QLabel(u"*"_s, parent));
     mark->setToolTip(u"Necessario per salvare"_s);
     mark->setPalette(refusedPalette(mark->palette()));
     mark->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);

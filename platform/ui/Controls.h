@@ -7,6 +7,14 @@ class QLineEdit;
 /// Small controls and the icons of the commands.
 namespace ui {
 
+/// A control or command that was just made, now with the name by which forms, manual and tests find it.
+template <typename Object>
+Object *named(const QString &name, Object *object)
+{
+    object->setObjectName(name);
+    return object;
+}
+
 /// Shown by a label that stands for a choice when nothing has been chosen.
 inline const QString nothingChosen = QStringLiteral("...");
 

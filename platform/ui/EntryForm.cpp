@@ -32,14 +32,12 @@ EntryForm::EntryForm(const EntryFormSpec &spec, data::DataSet *record, QWidget *
     , spec_(spec)
     , session_(record)
     , layout_(new QVBoxLayout(this))
-    , pages_(new QTabWidget(this))
+    , pages_(named(u"pages"_s, new QTabWidget(this)))
 {
-    pages_->setObjectName(u"pages"_s);
     pages_->setTabBarAutoHide(true);
     pages_->setDocumentMode(true);
     bar_ = newToolBar(u"tBarStandard"_s);
-    auto *savedAt = new QLabel(this);
-    savedAt->setObjectName(savedLine);
+    auto *savedAt = named(savedLine, new QLabel(this));
     auto *line = new QHBoxLayout;
     line->addWidget(bar_, 1);
     line->addWidget(savedAt);

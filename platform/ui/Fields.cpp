@@ -41,9 +41,8 @@ void limitWidth(QLineEdit *edit, int maxLength)
 
 TextField::TextField(const TextSpec &spec, QWidget *parent)
     : ColumnField(spec.label, spec.column, parent)
-    , edit_(new LineEdit(parent))
+    , edit_(named(spec.name, new LineEdit(parent)))
 {
-    edit_->setObjectName(spec.name);
     edit_->setMaxLength(spec.maxLength);
     if (spec.upperCase)
         edit_->setValidator(new UpperCase(edit_));
@@ -146,14 +145,11 @@ void DateField::write(data::DataSet &record) const
 MomentField::MomentField(const MomentSpec &spec, QWidget *parent)
     : Field({}, parent)
     , box_(new QWidget(parent))
-    , check_(new QCheckBox(spec.caption, box_))
-    , date_(new DateEdit(box_))
-    , time_(new TimeEdit(box_))
+    , check_(named(spec.checkName, new QCheckBox(spec.caption, box_)))
+    , date_(named(spec.dateName, new DateEdit(box_)))
+    , time_(named(spec.timeName, new TimeEdit(box_)))
     , spec_(spec)
 {
-    check_->setObjectName(spec.checkName);
-    date_->setObjectName(spec.dateName);
-    time_->setObjectName(spec.timeName);
     date_->setAccessibleName(spec.caption);
     time_->setAccessibleName(spec.caption);
     auto *line = new QHBoxLayout(box_);

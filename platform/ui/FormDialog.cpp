@@ -1,6 +1,7 @@
 #include "platform/ui/FormDialog.h"
 
 #include "platform/core/Messages.h"
+#include "platform/ui/Controls.h"
 #include "platform/ui/TypedEdit.h"
 
 #include <QDialogButtonBox>
@@ -21,11 +22,9 @@ FormDialog::FormDialog(const QString &title, QWidget *owner)
     layout->addLayout(rows_);
     layout->addStretch();
     auto *buttons = new QDialogButtonBox(this);
-    ok_ = buttons->addButton(u"OK"_s, QDialogButtonBox::AcceptRole);
-    ok_->setObjectName(u"cmdOk"_s);
+    ok_ = named(u"cmdOk"_s, buttons->addButton(u"OK"_s, QDialogButtonBox::AcceptRole));
     ok_->setDefault(true);
-    cancel_ = buttons->addButton(u"Annulla"_s, QDialogButtonBox::RejectRole);
-    cancel_->setObjectName(u"cmdAnnulla"_s);
+    cancel_ = named(u"cmdAnnulla"_s, buttons->addButton(u"Annulla"_s, QDialogButtonBox::RejectRole));
     cancel_->setAutoDefault(false);
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

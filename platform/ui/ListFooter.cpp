@@ -1,6 +1,7 @@
 #include "platform/ui/ListFooter.h"
 
 #include "platform/core/Format.h"
+#include "platform/ui/Controls.h"
 
 #include <QHBoxLayout>
 
@@ -22,16 +23,14 @@ QString countText(int rows)
 ListFooter::ListFooter(QAbstractItemModel &rows, QWidget *parent)
     : QWidget(parent)
     , rows_(rows)
-    , count_(new QLabel(this))
-    , hint_(new QLabel(this))
+    , count_(named(u"lblQuanteRighe"_s, new QLabel(this)))
+    , hint_(named(u"lblElencoDaAggiornare"_s, new QLabel(this)))
 {
     auto *line = new QHBoxLayout(this);
     line->setContentsMargins(2, 0, 2, 0);
     line->addWidget(count_);
     line->addStretch();
     line->addWidget(hint_);
-    count_->setObjectName(u"lblQuanteRighe"_s);
-    hint_->setObjectName(u"lblElencoDaAggiornare"_s);
     hint_->setForegroundRole(QPalette::PlaceholderText);
     connect(&rows, &QAbstractItemModel::modelReset, this, &ListFooter::count);
     connect(&rows, &QAbstractItemModel::rowsRemoved, this, &ListFooter::count);

@@ -3,6 +3,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
 #include "platform/report/Picture.h"
+#include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 
 #include <QFile>
@@ -36,9 +37,8 @@ QByteArray readPicture(const QString &path)
 PictureField::PictureField(const PictureSpec &spec, QWidget *parent)
     : ColumnField(spec.label, spec.column, parent)
     , box_(new QWidget(parent))
-    , picture_(new QLabel(box_))
+    , picture_(named(spec.name, new QLabel(box_)))
 {
-    picture_->setObjectName(spec.name);
     picture_->setAccessibleName(spec.label);
     picture_->setFrameShape(QFrame::StyledPanel);
     picture_->setAlignment(Qt::AlignCenter);
@@ -60,8 +60,7 @@ PictureField::PictureField(const PictureSpec &spec, QWidget *parent)
 
 QPushButton *PictureField::addButton(const QString &name, const QString &caption, const std::function<void()> &run)
 {
-    auto *button = new QPushButton(caption, box_);
-    button->setObjectName(name);
+    auto *button = named(name, new QPushButton(caption, box_));
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, run);
     return button;

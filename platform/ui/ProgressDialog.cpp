@@ -17,13 +17,11 @@ namespace ui {
 ProgressDialog::ProgressDialog(const QString &title, core::Progress &progress, QWidget *owner)
     : QDialog(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint)
     , progress_(progress)
-    , text_(new ElidedLabel(this))
+    , text_(named(u"lblAvanzamento"_s, new ElidedLabel(this)))
     , bar_(new QProgressBar(this))
-    , cancel_(new QPushButton(u"Annulla"_s, this))
+    , cancel_(named(u"cmdAnnulla"_s, new QPushButton(u"Annulla"_s, this)))
 {
     setWindowTitle(title);
-    text_->setObjectName(u"lblAvanzamento"_s);
-    cancel_->setObjectName(u"cmdAnnulla"_s);
     connect(cancel_, &QPushButton::clicked, this, &ProgressDialog::reject);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(text_);
