@@ -123,11 +123,9 @@ int work(const StartOptions &options, const int &printed)
 Session::Session(const data::DatabaseAddress &address, const QString &user, const QString &settingsFile,
                  std::unique_ptr<data::Connection> opened)
     : window_(std::make_unique<MainWindow>(settingsFile))
-    , connection_(opened ? opened.release() : new data::Connection)
+    , connection_(opened ? opened.release() : new data::Connection(data::nativeConnectionString(address)))
 {
     connection_->setParent(window_.get());
-    connection_->setConnectionString(data::nativeConnectionString(address));
-    connection_->open();
     SetKxCurrentUserName(user);
     ui::rememberFor(settingsFile, user);
     keepPrinters(settingsFile);

@@ -48,18 +48,11 @@ QString problemText(data::OpenFailure failure, const data::DatabaseAddress &addr
     return u"Impossibile aprire il database \"%1\". Il motivo si trova nel registro del programma."_s.arg(name);
 }
 
-void openAt(const data::DatabaseAddress &address, data::Connection &connection)
-{
-    connection.setConnectionString(data::nativeConnectionString(address));
-    connection.open();
-}
-
 using Fill = std::function<void(data::Connection &)>;
 
 void fillNew(const data::DatabaseAddress &address, const Fill &fill)
 {
-    data::Connection connection;
-    openAt(address, connection);
+    data::Connection connection(data::nativeConnectionString(address));
     beginCreation(connection);
     createHostSchema(connection);
     fill(connection);
@@ -107,16 +100,6 @@ void dropUnfinished(const data::DatabaseAddress &address)
     }
 }
 
-// The failure that made the database useless is the one to be told.
-void dropQuietly(const data::DatabaseAddress &address)
-{
-    try {
-        data::dropDatabase(address);
-    } catch (const std::exception &error) {
-        core::logError(u"eliminazione database"_s, error);
-    }
-}
-
 void createOnServer(const data::DatabaseAddress &address, const Fill &fill)
 {
     if (isUnfinished(address))
@@ -125,7 +108,7 @@ void createOnServer(const data::DatabaseAddress &address, const Fill &fill)
     try {
         fillNew(address, fill);
     } catch (const std::exception &) {
-        dropQuietly(address);
+        data::dropQuietly(address, u"eliminazione database"_s);
         throw;
     }
 }
@@ -144,8 +127,7 @@ QString databaseProblem(const data::DatabaseAddress &address)
 {
     if (QString problem = openProblem(address); !problem.isEmpty())
         return problem;
-    data::Connection connection;
-    openAt(address, connection);
+    data::Connection connection(data::nativeConnectionString(address));
     if (isCreationUnfinished(connection))
         return u"La creazione dell'archivio \"%1\" si è interrotta o non è ancora finita: non contiene dati e va "
                u"creato "
@@ -174,8 +156,7 @@ bool isUnfinished(const data::DatabaseAddress &address)
         return true;
     if (data::checkDatabase(address).failure != data::OpenFailure::None)
         return false;
-    data::Connection connection;
-    openAt(address, connection);
+    data::Connection connection(data::nativeConnectionString(address));
     return isCreationUnfinished(connection);
 }
 

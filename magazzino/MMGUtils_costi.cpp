@@ -117,9 +117,8 @@ QHash<QString, Giacenza> readStock(const QStringList &codes, QDate date)
 
 bool hasIssues(const QString &codice)
 {
-    return !ModuleConnection()
-                .run(u"SELECT FIRST 1 1 AS NUM"_s + ofArticle + u" AND "_s + isIssue, {data::searchedText(codice)})
-                .isEmpty();
+    return ModuleConnection().finds(u"SELECT FIRST 1 1 AS NUM"_s + ofArticle + u" AND "_s + isIssue,
+                                    {data::searchedText(codice)});
 }
 
 // The average at an issue's date takes in the whole day: loads, the issue itself and the day's later issues with the

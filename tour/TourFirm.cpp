@@ -70,9 +70,7 @@ data::DatabaseAddress newFirm(Visit &visit)
 QString login(Visit &visit, const data::DatabaseAddress &database)
 {
     visit.tell(u"L'accesso, prima con una password sbagliata"_s);
-    data::Connection connection;
-    connection.setConnectionString(data::nativeConnectionString(database));
-    connection.open();
+    data::Connection connection(data::nativeConnectionString(database));
     visit.messages.expectPart(u"Attenzione"_s, u"Nome utente o password non corretti."_s, core::Answer::Ok);
     visit.dialogs.expect([&visit](QDialog &dialog) {
         type(&dialog, u"txtPassword"_s, u"magazzino-8"_s);

@@ -5,7 +5,6 @@
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
 #include "platform/core/FileAccess.h"
-#include "platform/core/Log.h"
 #include "platform/core/SaveFile.h"
 #include "platform/core/WorkFolder.h"
 #include "platform/data/Connection.h"
@@ -162,9 +161,7 @@ void requireOwnDatabase(const Counts &tables)
 
 void requireKnownVersion(const data::DatabaseAddress &restored)
 {
-    data::Connection connection;
-    connection.setConnectionString(data::nativeConnectionString(restored));
-    connection.open();
+    data::Connection connection(data::nativeConnectionString(restored));
     if (isHostSchemaNewer(connection))
         throw core::Error(u"La copia è di una versione più recente del programma: per ripristinarla serve quella."_s);
 }
@@ -191,16 +188,6 @@ QString restoreEmbedded(const QString &file, const QString &target, core::Progre
     return replaceKeepingOld(restored, target);
 }
 
-void dropUnfinished(const data::DatabaseAddress &database)
-{
-    try {
-        data::dropDatabase(database);
-    } catch (const std::exception &error) {
-        // What stopped the restore matters to the user; that the server keeps a rest of it is for its administrator.
-        core::logError(u"ripristino"_s, error);
-    }
-}
-
 void restoreOnServer(const QString &file, const data::DatabaseAddress &target, core::Progress &progress)
 {
     if (data::checkDatabase(target).failure == data::OpenFailure::None)
@@ -218,7 +205,7 @@ void restoreOnServer(const QString &file, const data::DatabaseAddress &target, c
     } catch (const std::exception &) {
         // Only what this run has created.
         if (begun)
-            dropUnfinished(target);
+            data::dropQuietly(target, u"ripristino"_s);
         throw;
     }
 }
@@ -227,9 +214,7 @@ void restoreOnServer(const QString &file, const data::DatabaseAddress &target, c
 
 QMap<QString, int> tableRows(const data::DatabaseAddress &database)
 {
-    data::Connection connection;
-    connection.setConnectionString(data::nativeConnectionString(database));
-    connection.open();
+    data::Connection connection(data::nativeConnectionString(database));
     const data::Rows tables = connection.select(
         u"SELECT TRIM(RDB$RELATION_NAME) AS TABELLA FROM RDB$RELATIONS "
         "WHERE COALESCE(RDB$SYSTEM_FLAG, 0) = 0 AND RDB$VIEW_BLR IS NULL AND COALESCE(RDB$RELATION_TYPE, 0) = 0"_s);

@@ -67,12 +67,10 @@ void ArticleEntry::show(const QString &code)
 
 bool ArticleEntry::isTaken(const QString &code) const
 {
-    return !connection()
-                .run(
-                    u"SELECT FIRST 1 1 AS NUM FROM BARCODE_ARTICOLI WHERE UPPER(CODICE) = %1 AND IDANA_MAGA <> ?"_s.arg(
-                        data::inCapitals()),
-                    {data::searchedText(code), storedKey()})
-                .isEmpty();
+    return connection().finds(
+        u"SELECT FIRST 1 1 AS NUM FROM BARCODE_ARTICOLI WHERE UPPER(CODICE) = %1 AND IDANA_MAGA <> ?"_s.arg(
+            data::inCapitals()),
+        {data::searchedText(code), storedKey()});
 }
 
 bool ArticleEntry::anyIsTaken()

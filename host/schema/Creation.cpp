@@ -17,9 +17,7 @@ const QString noteName = u"CREAZIONE"_s;
 bool hasNote(data::Connection &connection)
 {
     return data::hasTable(connection, versionTable().name) &&
-           !connection
-                .select(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = :TABELLA"_s, {{u"TABELLA"_s, noteName}})
-                .isEmpty();
+           connection.finds(u"SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = ?"_s, {noteName});
 }
 
 // What a database can hold rows, numbers or work in, and the host does not make.
@@ -41,8 +39,7 @@ bool hasForeignObjects(data::Connection &connection)
 
 bool hasRows(data::Connection &connection, const QString &table)
 {
-    return data::hasTable(connection, table) &&
-           !connection.select(u"SELECT FIRST 1 1 AS RIGA FROM "_s + table).isEmpty();
+    return data::hasTable(connection, table) && connection.finds(u"SELECT FIRST 1 1 AS RIGA FROM "_s + table);
 }
 
 } // namespace

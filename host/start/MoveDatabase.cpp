@@ -3,7 +3,6 @@
 #include "host/DatabaseSetup.h"
 #include "host/backup/Backup.h"
 #include "platform/core/Error.h"
-#include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/ProgressDialog.h"
@@ -13,16 +12,6 @@ using namespace Qt::StringLiterals;
 namespace host {
 
 namespace {
-
-void giveUp(const data::DatabaseAddress &database)
-{
-    try {
-        data::dropDatabase(database);
-    } catch (const std::exception &error) {
-        // What stopped the move matters to the user.
-        core::logError(u"spostamento dell'archivio"_s, error);
-    }
-}
 
 void requireSame(const data::DatabaseAddress &from, const data::DatabaseAddress &to)
 {
@@ -72,7 +61,7 @@ bool finishMove(QWidget *owner, const QString &file, const data::DatabaseAddress
         try {
             requireSame(from, to);
         } catch (const std::exception &) {
-            giveUp(to);
+            data::dropQuietly(to, u"spostamento dell'archivio"_s);
             throw;
         }
         done = true;

@@ -2,7 +2,6 @@
 
 #include "host/DatabaseSetup.h"
 #include "platform/core/Error.h"
-#include "platform/core/Log.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/DatabaseFile.h"
@@ -64,19 +63,10 @@ void createScratch(const data::DatabaseAddress &scratch)
     }
 }
 
-void dropQuietly(const data::DatabaseAddress &scratch)
-{
-    try {
-        data::dropDatabase(scratch);
-    } catch (const std::exception &error) {
-        core::logError(u"preparazione del server"_s, error);
-    }
-}
-
 void makeUser(const data::DatabaseAddress &target, data::Connection &connection)
 {
     const bool exists =
-        !connection.run(u"SELECT SEC$USER_NAME FROM SEC$USERS WHERE SEC$USER_NAME = ?"_s, {target.user}).isEmpty();
+        connection.finds(u"SELECT SEC$USER_NAME FROM SEC$USERS WHERE SEC$USER_NAME = ?"_s, {target.user});
     // Other workstations may be using its password.
     if (exists && !knowsUser(target))
         throw core::Error(u"Sul server c'è già l'utente %1, con un'altra password: scriverla al posto di quella "
@@ -119,10 +109,8 @@ void prepareServer(const data::DatabaseAddress &target, const QString &administr
     const data::DatabaseAddress scratch = scratchBeside(target, administratorPassword);
     requireAdministrator(scratch);
     createScratch(scratch);
-    const auto drop = qScopeGuard([&scratch] { dropQuietly(scratch); });
-    data::Connection connection;
-    connection.setConnectionString(data::nativeConnectionString(scratch));
-    connection.open();
+    const auto drop = qScopeGuard([&scratch] { data::dropQuietly(scratch, u"preparazione del server"_s); });
+    data::Connection connection(data::nativeConnectionString(scratch));
     makeUser(target, connection);
     connection.close();
 }

@@ -245,9 +245,7 @@ std::optional<Opening> Startup::open(const Opening &opening)
     if (!askServerPassword(opened.database))
         return ask(opened);
     prepare(opened.database);
-    auto connection = std::make_unique<data::Connection>();
-    connection->setConnectionString(data::nativeConnectionString(opened.database));
-    connection->open();
+    auto connection = std::make_unique<data::Connection>(data::nativeConnectionString(opened.database));
     const Login entered = login(*connection, opened.fromCommandLine);
     if (entered.lockedOut)
         return {};

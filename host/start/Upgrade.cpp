@@ -31,16 +31,9 @@ bool isUpgradeOfModulesDue(data::Connection &connection)
     return false;
 }
 
-void openAt(const data::DatabaseAddress &address, data::Connection &connection)
-{
-    connection.setConnectionString(data::nativeConnectionString(address));
-    connection.open();
-}
-
 Upgrade upgradeDue(const data::DatabaseAddress &address, const QList<schema::Step> &steps)
 {
-    data::Connection connection;
-    openAt(address, connection);
+    data::Connection connection(data::nativeConnectionString(address));
     recogniseHostSchema(connection);
     return {.ofHost = schema::isUpgradeDue(connection, steps),
             .ofModules = isUpgradeOfModulesDue(connection),
@@ -59,8 +52,7 @@ void upgradeHost(const data::DatabaseAddress &address, const QList<schema::Step>
         copyBeforeUpgrade(address, due.versions);
     if (!due.ofHost)
         return;
-    data::Connection connection;
-    openAt(address, connection);
+    data::Connection connection(data::nativeConnectionString(address));
     upgradeHostSchema(connection, steps);
 }
 

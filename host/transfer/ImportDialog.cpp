@@ -275,9 +275,7 @@ void ImportDialog::runImport()
 {
     const auto write = [this, &chosen = target(), read = reading(), decided = options(),
                         database = connection_.connectionString()](core::Progress &progress) {
-        data::Connection connection;
-        connection.setConnectionString(database);
-        connection.open();
+        data::Connection connection(database);
         // What counts here are the records.
         core::Progress unseen;
         writeImport(connection, {chosen, *lookups_, read.records(unseen), decided}, plan_, progress);

@@ -102,12 +102,10 @@ int administratorsExcept(const QString &exceptUser, int exceptRole, data::Connec
 bool rolesGrantFullControl(const QList<int> &roles, data::Connection &connection)
 {
     return std::any_of(roles.begin(), roles.end(), [&connection](int role) {
-        return !connection
-                    .select(u"SELECT FIRST 1 1 AS NUM FROM ABILITAZIONI_RUOLI AR JOIN ABILITAZIONI_UTENTE A ON "
-                            "A.IDABILITAZIONE_UTENTE = AR.IDABILITAZIONE_UTENTE WHERE AR.IDRUOLO_UTENTE = :RUOLO AND "
-                            "A.ABILITAZIONE_UTENTE = :COMPLETO"_s,
-                            {{u"RUOLO"_s, role}, {u"COMPLETO"_s, fullControl}})
-                    .isEmpty();
+        return connection.finds(u"SELECT FIRST 1 1 AS NUM FROM ABILITAZIONI_RUOLI AR JOIN ABILITAZIONI_UTENTE A ON "
+                                "A.IDABILITAZIONE_UTENTE = AR.IDABILITAZIONE_UTENTE WHERE AR.IDRUOLO_UTENTE = ? AND "
+                                "A.ABILITAZIONE_UTENTE = ?"_s,
+                                {role, fullControl});
     });
 }
 

@@ -31,12 +31,6 @@ QString prossimoProgressivo(data::Connection &connection)
     return u"%1"_s.arg(rows.integer(0, u"PROGRESSIVO"), cifre, base, QChar(u'0')).toUpper();
 }
 
-// In a database that was restored from an older copy the numbers begin again where the copy was made.
-bool registrato(data::Connection &connection, const QString &nome)
-{
-    return !connection.run(u"SELECT NOME FROM FATTURE_ELETTRONICHE WHERE UPPER(NOME) = UPPER(?)"_s, {nome}).isEmpty();
-}
-
 void inserisci(data::Connection &connection, int fattura, const Fattura &valore, const QString &utente,
                const Esito &esito)
 {
@@ -56,10 +50,12 @@ Esito scriviNuovo(data::Connection &connection, int fattura, const QString &uten
     Esito esito{.riscontri = composizione.riscontri};
     if (!ammette(esito.riscontri))
         return esito;
+    // In a database that was restored from an older copy the numbers begin again where the copy was made.
     do {
         composizione.fattura.progressivo = prossimoProgressivo(connection);
         esito.nome = nomeFile(composizione.fattura);
-    } while (registrato(connection, esito.nome) || occupato(esito.nome));
+    } while (connection.finds(u"SELECT NOME FROM FATTURE_ELETTRONICHE WHERE UPPER(NOME) = UPPER(?)"_s, {esito.nome}) ||
+             occupato(esito.nome));
     esito.contenuto = scrivi(composizione.fattura);
     esito.riscontri += controllaFile(esito.nome, false, esito.contenuto.size());
     if (!ammette(esito.riscontri)) {
@@ -76,7 +72,7 @@ Esito tenta(data::Connection &connection, int fattura, const QString &utente,
             const std::function<bool(const QString &)> &occupato)
 {
     data::Transaction transaction(connection);
-    if (connection.run(u"SELECT IDFATT_ACC FROM FATT_ACC WHERE IDFATT_ACC = ? WITH LOCK"_s, {fattura}).isEmpty())
+    if (!connection.finds(u"SELECT IDFATT_ACC FROM FATT_ACC WHERE IDFATT_ACC = ? WITH LOCK"_s, {fattura}))
         throw core::Error(u"La fattura è stata eliminata nel frattempo."_s);
     const std::optional<FileRegistrato> ultimo = ultimoFile(connection, fattura);
     if (ultimo && !vaRifatto(*ultimo))

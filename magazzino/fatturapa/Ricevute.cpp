@@ -156,7 +156,7 @@ RicevutaRegistrata registraRicevuta(data::Connection &connection, const QByteArr
 {
     RicevutaRegistrata letta{.ricevuta = leggiRicevuta(xml)};
     data::Transaction transaction(connection);
-    if (!connection.run(u"SELECT TIPO FROM RICEVUTE_FATT_EL WHERE IMPRONTA = ?"_s, {improntaDi(xml)}).isEmpty()) {
+    if (connection.finds(u"SELECT TIPO FROM RICEVUTE_FATT_EL WHERE IMPRONTA = ?"_s, {improntaDi(xml)})) {
         letta.esito = RicevutaRegistrata::Esito::GiaLetta;
         return letta;
     }

@@ -30,7 +30,7 @@ const QStringList transportReasons = {
 
 bool isEmpty(data::Connection &connection, const QString &table)
 {
-    return data::hasTable(connection, table) && connection.select(u"SELECT FIRST 1 1 AS NUM FROM "_s + table).isEmpty();
+    return data::hasTable(connection, table) && !connection.finds(u"SELECT FIRST 1 1 AS NUM FROM "_s + table);
 }
 
 void insertSuppliers(data::Connection &connection)

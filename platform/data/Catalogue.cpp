@@ -8,10 +8,7 @@ namespace data {
 
 bool hasTable(Connection &connection, const QString &name)
 {
-    return !connection
-                .select(u"SELECT 1 AS NUM FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = :TABELLA"_s,
-                        {{u"TABELLA"_s, name}})
-                .isEmpty();
+    return connection.finds(u"SELECT 1 AS NUM FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = ?"_s, {name});
 }
 
 } // namespace data

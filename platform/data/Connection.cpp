@@ -39,6 +39,12 @@ Connection::Connection(QObject *parent)
 {
 }
 
+Connection::Connection(const QString &connectionString)
+    : connectionString_(connectionString)
+{
+    open();
+}
+
 Connection::~Connection()
 {
     close();

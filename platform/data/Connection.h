@@ -28,6 +28,8 @@ class Connection : public QObject
 public:
     /// A closed connection.
     explicit Connection(QObject *parent = nullptr);
+    /// One that is open; throws DatabaseError.
+    explicit Connection(const QString &connectionString);
     ~Connection() override;
 
     /// ADO-style text (see driverSettings()); takes effect at the next open().
@@ -51,6 +53,8 @@ public:
     /// as given, so round it first (core::roundDecimal); one too large for two places is refused. Inside a transaction
     /// the statement stays prepared for its repetition.
     Rows run(const QString &sql, const QVariantList &values = {});
+    /// Does this query give a row?
+    bool finds(const QString &sql, const QVariantList &values = {}) { return !run(sql, values).isEmpty(); }
     /// Runs a query with named parameters (":NAME" in its text) and fetches all its rows.
     Rows select(const QString &sql, const Parameters &parameters = {});
     /// Fetches the rows of a query with positional values into `rows`, which keep those that came before an error.

@@ -1,6 +1,7 @@
 #include "platform/data/DatabaseFile.h"
 
 #include "platform/core/FileAccess.h"
+#include "platform/core/Log.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/SqlText.h"
 #include "platform/data/firebird/Attachment.h"
@@ -99,6 +100,15 @@ void dropDatabase(const DatabaseAddress &address)
     if (handle)
         isc_detach_database(ignored, &handle);
     status.require(u"DROP DATABASE"_s);
+}
+
+void dropQuietly(const DatabaseAddress &address, const QString &where)
+{
+    try {
+        dropDatabase(address);
+    } catch (const std::exception &error) {
+        core::logError(where, error);
+    }
 }
 
 void executeWithoutWaiting(const DatabaseAddress &address, const QString &sql)

@@ -32,6 +32,9 @@ void createDatabase(const DatabaseAddress &address);
 /// Removes a database with its file; does nothing when it cannot be opened. Throws DatabaseError when it is in use.
 void dropDatabase(const DatabaseAddress &address);
 
+/// The same where another error is what counts: this one goes to the log alone, under `where`.
+void dropQuietly(const DatabaseAddress &address, const QString &where);
+
 /// Runs one command text, such as CREATE INDEX, over an attachment of its own, in a transaction that never waits:
 /// beside another one that holds what it needs it fails at once, where a Connection would wait without limit. Throws
 /// DatabaseError and leaves nothing behind then.

@@ -250,11 +250,9 @@ bool RegisterEntry::isDuplicate() const
 {
     if (spec_.isTaken)
         return spec_.isTaken(textOf(spec_.uniqueColumn), storedKey());
-    return !connection()
-                .run(u"SELECT FIRST 1 1 AS NUM FROM %1 WHERE UPPER(%2) = %3 AND %4 <> ?"_s.arg(
-                         spec_.table, spec_.uniqueColumn, data::inCapitals(), spec_.key),
-                     {data::searchedText(textOf(spec_.uniqueColumn)), storedKey()})
-                .isEmpty();
+    return connection().finds(u"SELECT FIRST 1 1 AS NUM FROM %1 WHERE UPPER(%2) = %3 AND %4 <> ?"_s.arg(
+                                  spec_.table, spec_.uniqueColumn, data::inCapitals(), spec_.key),
+                              {data::searchedText(textOf(spec_.uniqueColumn)), storedKey()});
 }
 
 bool RegisterEntry::renamesUsedRecord() const

@@ -12,9 +12,7 @@ int main(int argc, char **argv)
     data::DatabaseAddress address;
     address.file = QCoreApplication::arguments().value(1);
     try {
-        data::Connection connection;
-        connection.setConnectionString(data::nativeConnectionString(address));
-        connection.open();
+        data::Connection connection(data::nativeConnectionString(address));
         QTextStream(stdout) << "open\n";
         QTextStream(stdin).readAll();
         return 0;

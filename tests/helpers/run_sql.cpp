@@ -17,9 +17,7 @@ int main(int argc, char **argv)
     data::DatabaseAddress address = data::DatabaseAddress::parse(arguments.value(1));
     address.password = qEnvironmentVariable("ISC_PASSWORD");
     try {
-        data::Connection connection;
-        connection.setConnectionString(data::nativeConnectionString(address));
-        connection.open();
+        data::Connection connection(data::nativeConnectionString(address));
         for (const QString &sql : arguments.mid(2))
             connection.execute(sql);
         return 0;
