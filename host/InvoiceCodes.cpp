@@ -1,22 +1,14 @@
 #include "host/InvoiceCodes.h"
 
+#include "platform/core/LineText.h"
+
 #include <QLocale>
-#include <QRegularExpression>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace host {
-
-namespace {
-
-bool matches(const QString &text, const QString &pattern)
-{
-    return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(text).hasMatch();
-}
-
-} // namespace
 
 const QList<core::CodeText> &taxRegimes()
 {
@@ -118,7 +110,7 @@ bool hasCode(const QList<core::CodeText> &codes, const QString &code)
 
 bool isRecipientCode(const QString &text)
 {
-    return matches(text, u"[A-Z0-9]{7}"_s);
+    return core::matches(text, u"[A-Z0-9]{7}"_s);
 }
 
 bool isCountryCode(const QString &text)
@@ -128,7 +120,7 @@ bool isCountryCode(const QString &text)
 
 bool isProvinceCode(const QString &text)
 {
-    return matches(text, u"[A-Z]{2}"_s);
+    return core::matches(text, u"[A-Z]{2}"_s);
 }
 
 // With the first four characters behind the others and a letter counting 10 to 35, the number is 1 more than a multiple
@@ -137,7 +129,7 @@ bool isIban(const QString &text)
 {
     QString number = text;
     number.remove(u' ');
-    if (!matches(number, u"[A-Z]{2}[0-9]{2}[A-Z0-9]{11,30}"_s))
+    if (!core::matches(number, u"[A-Z]{2}[0-9]{2}[A-Z0-9]{11,30}"_s))
         return false;
     int rest = 0;
     for (const QChar character : QString(number.mid(4) + number.left(4))) {
@@ -149,7 +141,7 @@ bool isIban(const QString &text)
 
 bool isMailAddress(const QString &text)
 {
-    return matches(text, u"[A-Za-z0-9!#$%&'*+/=?^_`{|}~.-]+@[A-Za-z0-9-]+([.][A-Za-z0-9-]+)+"_s);
+    return core::matches(text, u"[A-Za-z0-9!#$%&'*+/=?^_`{|}~.-]+@[A-Za-z0-9-]+([.][A-Za-z0-9-]+)+"_s);
 }
 
 } // namespace host

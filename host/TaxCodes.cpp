@@ -1,6 +1,6 @@
 #include "host/TaxCodes.h"
 
-#include <QRegularExpression>
+#include "platform/core/LineText.h"
 
 #include <array>
 
@@ -9,11 +9,6 @@ using namespace Qt::StringLiterals;
 namespace host {
 
 namespace {
-
-bool matches(const QString &text, const QString &pattern)
-{
-    return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(text).hasMatch();
-}
 
 // What a character in an odd place (the first, the third...) counts: the same for a digit and the letter that stands at
 // its position in the alphabet.
@@ -51,12 +46,12 @@ bool isVatNumber(const QString &text)
 {
     QString number = text.trimmed().toUpper();
     // The longest ones of other countries have twelve characters behind the two letters.
-    if (matches(number, u"[A-Z]{2}.{1,12}"_s)) {
+    if (core::matches(number, u"[A-Z]{2}.{1,12}"_s)) {
         if (!number.startsWith(u"IT"))
             return true;
         number.remove(0, 2);
     }
-    return matches(number, u"[0-9]{11}"_s) && number[10] == vatCheckDigit(number);
+    return core::matches(number, u"[0-9]{11}"_s) && number[10] == vatCheckDigit(number);
 }
 
 bool isTaxCode(const QString &text)
@@ -64,7 +59,7 @@ bool isTaxCode(const QString &text)
     const QString code = text.trimmed().toUpper();
     if (code.size() == 11)
         return isVatNumber(code);
-    return matches(code, u"[A-Z]{6}[0-9LMNPQRSTUV]{2}[A-Z][0-9LMNPQRSTUV]{2}[A-Z][0-9LMNPQRSTUV]{3}[A-Z]"_s) &&
+    return core::matches(code, u"[A-Z]{6}[0-9LMNPQRSTUV]{2}[A-Z][0-9LMNPQRSTUV]{2}[A-Z][0-9LMNPQRSTUV]{3}[A-Z]"_s) &&
            code[15] == personCheckCharacter(code);
 }
 

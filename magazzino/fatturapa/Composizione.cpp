@@ -4,8 +4,7 @@
 #include "magazzino/fatturapa/Testi.h"
 #include "platform/core/Decimal.h"
 #include "platform/core/Format.h"
-
-#include <QRegularExpression>
+#include "platform/core/LineText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -29,7 +28,7 @@ void componiNumero(const Dati &dati, Composizione &composizione)
     const QString suffisso = dati.opzioni.numerazioneUnica ? QString() : ascii(dati.opzioni.suffisso);
     fattura.numero += suffisso;
     // Digits alone make it a number that another invoice may have.
-    if (!suffisso.isEmpty() && !isCodice(suffisso, u"[0-9]+"_s))
+    if (!suffisso.isEmpty() && !core::matches(suffisso, u"[0-9]+"_s))
         return;
     if (dati.opzioni.numerazioneUnica && dati.numeroInVendita)
         trova(true, Luogo::Fattura, u"txtNumero"_s,
@@ -72,13 +71,9 @@ void componiPagamento(const Dati &dati, Composizione &composizione)
     const QString modalita = dati.tipoPagamento.testo(u"MODALITA"_s);
     if (modalita.isEmpty()) {
         composizione.riscontri.append(
-            {{},
-             false,
-             Luogo::TipoPagamento,
-             0,
-             u"txtModalita"_s,
-             u"Il tipo di pagamento \"%1\" non ha una modalità: il file non dirà come si paga."_s.arg(
-                 dati.testata.testo(u"TIPO_PAGAMENTO"_s))});
+            avviso(Luogo::TipoPagamento, u"txtModalita"_s,
+                   u"Il tipo di pagamento \"%1\" non ha una modalità: il file non dirà come si paga."_s.arg(
+                       dati.testata.testo(u"TIPO_PAGAMENTO"_s))));
         return;
     }
     const QString condizioni = dati.tipoPagamento.testo(u"CONDIZIONI"_s);
@@ -92,12 +87,8 @@ void componiPagamento(const Dati &dati, Composizione &composizione)
     if (modalita == u"MP05" && host::isIban(iban))
         pagamento.iban = iban;
     else if (modalita == u"MP05")
-        composizione.riscontri.append({{},
-                                       false,
-                                       Luogo::Azienda,
-                                       0,
-                                       u"txtIban"_s,
-                                       u"Si paga con bonifico, ma l'IBAN dell'azienda manca o è sbagliato."_s});
+        composizione.riscontri.append(avviso(Luogo::Azienda, u"txtIban"_s,
+                                             u"Si paga con bonifico, ma l'IBAN dell'azienda manca o è sbagliato."_s));
     composizione.fattura.pagamento = pagamento;
 }
 
@@ -112,11 +103,6 @@ qint64 Record::centesimi(const QString &colonna) const
 bool Record::flag(const QString &colonna) const
 {
     return core::parseFlag(testo(colonna)).value_or(false);
-}
-
-bool isCodice(const QString &testo, const QString &modello)
-{
-    return QRegularExpression(QRegularExpression::anchoredPattern(modello)).match(testo).hasMatch();
 }
 
 QString scrivibile(const QString &testo, qsizetype massimo, const Origine &origine, QList<Riscontro> &riscontri)

@@ -39,9 +39,6 @@ QString scrivibile(const QString &testo, qsizetype massimo, const Origine &origi
 /// Adds `testo` to the invoice's reasons.
 void aggiungiCausali(const QString &testo, const Origine &origine, Composizione &composizione);
 
-/// True when the whole of `testo` is of the pattern `modello`.
-bool isCodice(const QString &testo, const QString &modello);
-
 /// ISO code of a country: `iso` where it is one, else what `nome`, in Italian, stands for; Italy for none. Empty for a
 /// country that is not known.
 QString codiceNazione(const QString &nome, const QString &iso);

@@ -2,6 +2,7 @@
 #include "host/TaxCodes.h"
 #include "magazzino/fatturapa/Composizione.h"
 #include "magazzino/fatturapa/Testi.h"
+#include "platform/core/LineText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -49,13 +50,13 @@ Indirizzo indirizzoDi(const Record &record, const Sede &sede, const QString &naz
 void controllaIndirizzo(const Indirizzo &indirizzo, const Sede &sede, QList<Riscontro> &riscontri)
 {
     const auto manca = [&](const QString &campo, const QString &testo) {
-        riscontri.append({{}, true, sede.luogo, 0, campo, testo.arg(sede.chi)});
+        riscontri.append(blocco(sede.luogo, campo, testo.arg(sede.chi)));
     };
     if (indirizzo.indirizzo.isEmpty())
         manca(u"txtIndirizzo"_s, u"Manca l'indirizzo %1."_s);
     if (indirizzo.comune.isEmpty())
         manca(u"txtCitta"_s, u"Manca la città %1."_s);
-    if (!isCodice(indirizzo.cap, u"[0-9]{5}"_s))
+    if (!core::matches(indirizzo.cap, u"[0-9]{5}"_s))
         manca(u"txtCap"_s, u"Il CAP %1 deve avere cinque cifre."_s);
     if (indirizzo.nazione.isEmpty())
         manca(sede.luogo == Luogo::Cliente ? u"txtNazioneIso"_s : u"txtNazione"_s,
@@ -99,7 +100,7 @@ void componiRea(const Dati &dati, Composizione &composizione)
         return;
     const auto trova = [&](bool manca, const QString &campo, const QString &testo) {
         if (manca)
-            composizione.riscontri.append({{}, true, Luogo::Azienda, 0, campo, testo});
+            composizione.riscontri.append(blocco(Luogo::Azienda, campo, testo));
     };
     trova(!host::isProvinceCode(cedente.reaUfficio), u"txtReaUfficio"_s,
           u"L'ufficio REA dell'azienda si scrive con le due lettere della provincia."_s);
@@ -123,15 +124,12 @@ void componiDestinatario(const Dati &dati, Composizione &composizione)
     fattura.pec = dati.cliente.testo(u"PEC"_s);
     if (!fattura.pec.isEmpty() && !host::isMailAddress(fattura.pec))
         composizione.riscontri.append(
-            {{}, true, Luogo::Cliente, 0, u"txtPec"_s, u"La PEC del cliente non è un indirizzo di posta."_s});
+            blocco(Luogo::Cliente, u"txtPec"_s, u"La PEC del cliente non è un indirizzo di posta."_s));
     else if (fattura.pec.isEmpty())
-        composizione.riscontri.append({{},
-                                       false,
-                                       Luogo::Cliente,
-                                       0,
-                                       u"txtCodiceDestinatario"_s,
-                                       u"Il cliente non ha né codice destinatario né PEC: troverà la fattura soltanto "
-                                       "nella sua area riservata, e va avvisato."_s});
+        composizione.riscontri.append(
+            avviso(Luogo::Cliente, u"txtCodiceDestinatario"_s,
+                   u"Il cliente non ha né codice destinatario né PEC: troverà la fattura soltanto "
+                   "nella sua area riservata, e va avvisato."_s));
 }
 
 // Under the name that the invoice keeps, or a person's two names from the register.
@@ -153,24 +151,20 @@ void componiNome(const Dati &dati, Composizione &composizione)
                                      u"La ragione sociale del cliente"_s);
     if (cessionario.denominazione.isEmpty())
         composizione.riscontri.append(
-            {{}, true, Luogo::Cliente, 0, u"txtRagioneSociale"_s, u"Manca la ragione sociale del cliente."_s});
+            blocco(Luogo::Cliente, u"txtRagioneSociale"_s, u"Manca la ragione sociale del cliente."_s));
 }
 
 void controllaCodici(const Dati &dati, Composizione &composizione)
 {
     const Soggetto &cessionario = composizione.fattura.cessionario;
     const auto trova = [&](const QString &codice, const QString &campo, const QString &testo) {
-        composizione.riscontri.append({codice, true, Luogo::Cliente, 0, campo, testo});
+        composizione.riscontri.append(blocco(Luogo::Cliente, campo, testo, codice));
     };
     if (dati.cliente.isEmpty())
         composizione.riscontri.append(
-            {{},
-             false,
-             Luogo::Fattura,
-             0,
-             u"cmdSelezionaCliente"_s,
-             u"Il cliente \"%1\" non è più in anagrafica: codice destinatario e PEC mancano."_s.arg(
-                 dati.testata.testo(u"CLI_CODICE"_s))});
+            avviso(Luogo::Fattura, u"cmdSelezionaCliente"_s,
+                   u"Il cliente \"%1\" non è più in anagrafica: codice destinatario e PEC mancano."_s.arg(
+                       dati.testata.testo(u"CLI_CODICE"_s))));
     if (cessionario.partitaIVA.isEmpty() && cessionario.codiceFiscale.isEmpty())
         trova(u"00417"_s, u"txtPartitaIVA"_s,
               u"Il cliente non ha né partita IVA né codice fiscale: ne serve almeno uno."_s);
@@ -193,7 +187,7 @@ void componiCedente(const Dati &dati, Composizione &composizione)
                    {Luogo::Azienda, u"txtRagioneSociale"_s, u"La ragione sociale dell'azienda"_s}, riscontri);
     const auto trova = [&](bool manca, const QString &codice, const QString &campo, const QString &testo) {
         if (manca)
-            riscontri.append({codice, true, Luogo::Azienda, 0, campo, testo});
+            riscontri.append(blocco(Luogo::Azienda, campo, testo, codice));
     };
     trova(cedente.denominazione.isEmpty(), {}, u"txtRagioneSociale"_s, u"Manca la ragione sociale dell'azienda."_s);
     trova(cedente.paese != u"IT" || !host::isVatNumber(cedente.partitaIVA), u"00301"_s, u"txtPartitaIVA"_s,
@@ -269,7 +263,7 @@ void componiTrasporto(const Dati &dati, Composizione &composizione)
     Trasporto &trasporto = composizione.fattura.trasporto;
     QList<Riscontro> &riscontri = composizione.riscontri;
     const auto avvisa = [&](Luogo luogo, const QString &campo, const QString &testo) {
-        riscontri.append({{}, false, luogo, 0, campo, testo});
+        riscontri.append(avviso(luogo, campo, testo));
     };
     const auto parte = [&](const QString &colonna, qsizetype massimo, const QString &campo, const QString &nome) {
         return scrivibile(testata.testo(colonna), massimo, {Luogo::Fattura, campo, nome}, riscontri);

@@ -2,6 +2,7 @@
 
 #include "host/InvoiceCodes.h"
 #include "magazzino/fatturapa/Cifre.h"
+#include "platform/core/LineText.h"
 
 #include <QRegularExpression>
 
@@ -69,7 +70,7 @@ private:
               u"txtPartitaIVA"_s, u"Il cliente non ha né partita IVA né codice fiscale: ne serve almeno uno."_s);
         trova(cliente.partitaIVA.size() > 28, {}, Luogo::Cliente, u"txtPartitaIVA"_s,
               u"La partita IVA del cliente è troppo lunga."_s);
-        trova(!isCodice(fattura_.codiceDestinatario, u"[A-Z0-9]{7}"_s), u"00427"_s, Luogo::Cliente,
+        trova(!core::matches(fattura_.codiceDestinatario, u"[A-Z0-9]{7}"_s), u"00427"_s, Luogo::Cliente,
               u"txtCodiceDestinatario"_s, u"Il codice destinatario del cliente deve avere sette lettere o cifre."_s);
         trova(fattura_.codiceDestinatario == u"XXXXXXX" && cliente.sede.nazione == u"IT", {}, Luogo::Cliente,
               u"txtCodiceDestinatario"_s, u"Il codice destinatario XXXXXXX spetta soltanto ai clienti esteri."_s);
@@ -189,14 +190,14 @@ QList<Riscontro> controllaFile(const QString &nome, bool usato, qsizetype byte)
 {
     constexpr qsizetype massimo = 5'000'000;
     QList<Riscontro> riscontri;
-    if (!isCodice(nome, u"IT[A-Z0-9]{11,16}_[A-Za-z0-9]{1,5}[.]xml"_s))
-        riscontri.append({u"00001"_s, true, Luogo::Azienda, 0, u"txtPartitaIVA"_s,
-                          u"Il nome \"%1\" non è quello di una fattura elettronica."_s.arg(nome)});
+    if (!core::matches(nome, u"IT[A-Z0-9]{11,16}_[A-Za-z0-9]{1,5}[.]xml"_s))
+        riscontri.append(blocco(Luogo::Azienda, u"txtPartitaIVA"_s,
+                                u"Il nome \"%1\" non è quello di una fattura elettronica."_s.arg(nome), u"00001"_s));
     if (usato)
         riscontri.append(
-            {u"00002"_s, true, Luogo::Fattura, 0, {}, u"Un file con il nome \"%1\" è già stato scritto."_s.arg(nome)});
+            blocco(Luogo::Fattura, {}, u"Un file con il nome \"%1\" è già stato scritto."_s.arg(nome), u"00002"_s));
     if (byte > massimo)
-        riscontri.append({u"00003"_s, true, Luogo::Fattura, 0, u"gridRigheFattura"_s, u"Il file supera 5 MB."_s});
+        riscontri.append(blocco(Luogo::Fattura, u"gridRigheFattura"_s, u"Il file supera 5 MB."_s, u"00003"_s));
     return riscontri;
 }
 

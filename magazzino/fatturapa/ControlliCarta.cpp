@@ -28,7 +28,7 @@ void controllaIndirizzo(const Record &record, const QString &prefisso, Luogo luo
 {
     for (const Voce &voce : vociIndirizzo()) {
         if (record.testo(prefisso + voce.colonna).isEmpty())
-            riscontri.append({{}, true, luogo, 0, voce.campo, voce.testo.arg(chi)});
+            riscontri.append(blocco(luogo, voce.campo, voce.testo.arg(chi)));
     }
 }
 
@@ -49,7 +49,7 @@ void controllaRighe(const QList<Record> &righe, QList<Riscontro> &riscontri)
             trova(u"manca la quantità."_s);
     }
     if (!merce)
-        riscontri.append({{}, true, Luogo::Fattura, 0, {}, u"Il documento non elenca merci."_s});
+        riscontri.append(blocco(Luogo::Fattura, {}, u"Il documento non elenca merci."_s));
 }
 
 } // namespace
@@ -60,18 +60,14 @@ QList<Riscontro> controllaCarta(const Dati &dati)
     controllaIndirizzo(dati.azienda, {}, Luogo::Azienda, u"dell'azienda"_s, riscontri);
     if (!host::isVatNumber(dati.azienda.testo(u"PARTITAIVA"_s)))
         riscontri.append(
-            {{}, true, Luogo::Azienda, 0, u"txtPartitaIVA"_s, u"La partita IVA dell'azienda manca o è sbagliata."_s});
+            blocco(Luogo::Azienda, u"txtPartitaIVA"_s, u"La partita IVA dell'azienda manca o è sbagliata."_s));
     constexpr int fornitore = 1;
     const bool aFornitore = dati.testata.intero(u"TIPO_ANAGRAFICA"_s) == fornitore;
     const QString chi = aFornitore ? u"del fornitore"_s : u"del cliente"_s;
     controllaIndirizzo(dati.testata, u"CLI_"_s, Luogo::Cliente, chi, riscontri);
     if (dati.testata.testo(u"CLI_PARTITAIVA"_s).isEmpty() && dati.testata.testo(u"CLI_CODICEFISCALE"_s).isEmpty())
-        riscontri.append({{},
-                          true,
-                          Luogo::Cliente,
-                          0,
-                          u"txtPartitaIVA"_s,
-                          u"Mancano partita IVA e codice fiscale %1: ne serve almeno uno."_s.arg(chi)});
+        riscontri.append(blocco(Luogo::Cliente, u"txtPartitaIVA"_s,
+                                u"Mancano partita IVA e codice fiscale %1: ne serve almeno uno."_s.arg(chi)));
     controllaRighe(dati.righe, riscontri);
     return riscontri;
 }

@@ -131,4 +131,16 @@ struct Riscontro
     QString testo; ///< in Italian
 };
 
+/// What keeps the file from being written.
+inline Riscontro blocco(Luogo luogo, const QString &campo, const QString &testo, const QString &codice = {})
+{
+    return {.codice = codice, .luogo = luogo, .campo = campo, .testo = testo};
+}
+
+/// What should be known before the file goes out.
+inline Riscontro avviso(Luogo luogo, const QString &campo, const QString &testo)
+{
+    return {.blocca = false, .luogo = luogo, .campo = campo, .testo = testo};
+}
+
 } // namespace fatturapa

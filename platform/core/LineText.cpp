@@ -1,5 +1,6 @@
 #include "platform/core/LineText.h"
 
+#include <QRegularExpression>
 #include <QTextBoundaryFinder>
 
 using namespace Qt::StringLiterals;
@@ -60,6 +61,11 @@ QString cutTo(const QString &text, qsizetype units)
     if (!finder.isAtBoundary())
         finder.toPreviousBoundary();
     return text.left(std::max<qsizetype>(finder.position(), 0));
+}
+
+bool matches(const QString &text, const QString &pattern)
+{
+    return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(text).hasMatch();
 }
 
 } // namespace core

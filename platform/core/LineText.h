@@ -18,4 +18,7 @@ QString lineOf(QString text);
 /// The first characters of `text` that fit into `units` UTF-16 units: no character (with its accents) is cut in two.
 QString cutTo(const QString &text, qsizetype units);
 
+/// Does all of `text` fit a regular expression?
+bool matches(const QString &text, const QString &pattern);
+
 } // namespace core
