@@ -101,8 +101,7 @@ ManualWindow::ManualWindow(QWidget *owner)
     wanted_->setClearButtonEnabled(true);
 
     auto *left = new QWidget(this);
-    auto *column = new QVBoxLayout(left);
-    column->setContentsMargins({});
+    auto *column = ui::withoutMargins<QVBoxLayout>(left);
     column->addWidget(wanted_);
     column->addWidget(chapters_);
     auto *halves = new QSplitter(this);

@@ -3,6 +3,7 @@
 #include "host/DocumentOptions.h"
 #include "platform/core/Format.h"
 #include "platform/core/Messages.h"
+#include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
 #include "platform/ui/LineEdit.h"
@@ -112,12 +113,9 @@ QLineEdit *newLine(const QString &value, QWidget *parent)
 QWidget *newFolder(const QString &value, QWidget *parent)
 {
     auto *box = new QWidget(parent);
-    auto *line = new QHBoxLayout(box);
-    line->setContentsMargins(0, 0, 0, 0);
+    auto *line = ui::withoutMargins<QHBoxLayout>(box);
     QLineEdit *edit = newLine(value, box);
-    auto *choose = new QPushButton(u"Sfoglia..."_s, box);
-    choose->setObjectName(u"cmdSfoglia"_s);
-    choose->setAutoDefault(false);
+    auto *choose = ui::plainButton(u"cmdSfoglia"_s, u"Sfoglia..."_s, box);
     line->addWidget(edit, 1);
     line->addWidget(choose);
     box->setFocusProxy(edit);

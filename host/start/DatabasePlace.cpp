@@ -35,8 +35,7 @@ DatabasePlace::DatabasePlace(Purpose purpose, QString folder, QWidget *parent)
     local_->setChecked(true);
     createLocal();
     createServer();
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    auto *layout = ui::withoutMargins<QVBoxLayout>(this);
     for (QWidget *part : {static_cast<QWidget *>(local_), localBox_, static_cast<QWidget *>(server_), serverBox_})
         layout->addWidget(part);
     serverBox_->setEnabled(false);
@@ -98,8 +97,7 @@ void DatabasePlace::createServer()
 // For who has a server, and nobody on it yet who may create databases.
 QPushButton *DatabasePlace::createPreparation()
 {
-    auto *button = ui::named(u"cmdPreparaServer"_s, new QPushButton(u"Cerca e prepara il server..."_s, serverBox_));
-    button->setAutoDefault(false);
+    auto *button = ui::plainButton(u"cmdPreparaServer"_s, u"Cerca e prepara il server..."_s, serverBox_);
     connect(button, &QPushButton::clicked, this, [this] {
         core::guarded(this, [this] {
             const QString name = QFileInfo(file_->text()).completeBaseName();

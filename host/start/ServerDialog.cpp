@@ -92,10 +92,8 @@ private:
     void addSearch()
     {
         auto *box = new QWidget(this);
-        auto *line = new QHBoxLayout(box);
-        line->setContentsMargins(0, 0, 0, 0);
-        auto *look = ui::named(u"cmdCercaServer"_s, new QPushButton(u"Cerca il server"_s, box));
-        look->setAutoDefault(false);
+        auto *line = ui::withoutMargins<QHBoxLayout>(box);
+        auto *look = ui::plainButton(u"cmdCercaServer"_s, u"Cerca il server"_s, box);
         answer_ = ui::named(u"lblRisposta"_s, new QLabel(box));
         line->addWidget(look);
         line->addWidget(answer_, 1);

@@ -15,13 +15,6 @@ namespace host {
 
 namespace {
 
-QPushButton *addButton(const QString &name, const QString &caption, QWidget *parent)
-{
-    auto *button = ui::named(name, new QPushButton(caption, parent));
-    button->setAutoDefault(false);
-    return button;
-}
-
 QGroupBox *grouped(const QString &caption, QWidget *content)
 {
     auto *group = new QGroupBox(caption);
@@ -43,8 +36,7 @@ QComboBox *ImportDialog::addChoice(const QString &name, const QStringList &capti
 QWidget *ImportDialog::createFilePart()
 {
     auto *part = new QWidget(this);
-    auto *grid = new QGridLayout(part);
-    grid->setContentsMargins(0, 0, 0, 0);
+    auto *grid = ui::withoutMargins<QGridLayout>(part);
     QStringList captions;
     for (const ImportTarget &target : std::as_const(targets_))
         captions.append(target.caption);
@@ -54,7 +46,7 @@ QWidget *ImportDialog::createFilePart()
     encodingChoice_ = addChoice(u"cmbCodifica"_s, {u"UTF-8"_s, u"UTF-16"_s, u"Windows (1252)"_s});
     fileName_ = ui::named(u"txtFile"_s, new ui::LineEdit(part));
     fileName_->setReadOnly(true);
-    QPushButton *choose = addButton(u"cmdSfoglia"_s, u"Sfoglia…"_s, part);
+    QPushButton *choose = ui::plainButton(u"cmdSfoglia"_s, u"Sfoglia…"_s, part);
     hasHeader_ = ui::named(u"chkTitoli"_s, new QCheckBox(u"Prima riga con i titoli"_s, part));
     createRecordOptions();
     grid->addWidget(new QLabel(u"Importa"_s, part), 0, 0);
@@ -130,11 +122,10 @@ QWidget *ImportDialog::createRightPart()
 QWidget *ImportDialog::createButtons()
 {
     auto *part = new QWidget(this);
-    auto *line = new QHBoxLayout(part);
-    line->setContentsMargins(0, 0, 0, 0);
+    auto *line = ui::withoutMargins<QHBoxLayout>(part);
     status_ = ui::named(u"lblStato"_s, new ui::ElidedLabel(part));
-    import_ = addButton(u"cmdImporta"_s, u"Importa"_s, part);
-    QPushButton *close = addButton(u"cmdChiudi"_s, u"Chiudi"_s, part);
+    import_ = ui::plainButton(u"cmdImporta"_s, u"Importa"_s, part);
+    QPushButton *close = ui::plainButton(u"cmdChiudi"_s, u"Chiudi"_s, part);
     connect(import_, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { runImport(); }); });
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     line->addWidget(status_, 1);

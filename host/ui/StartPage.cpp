@@ -278,8 +278,7 @@ void StartPage::showFigures(const QList<StartFigure> &figures)
     figuresShown_.clear();
     for (const StartFigure &spec : figures) {
         auto *line = new QWidget(this);
-        auto *layout = new QHBoxLayout(line);
-        layout->setContentsMargins(0, 0, 0, 0);
+        auto *layout = ui::withoutMargins<QHBoxLayout>(line);
         Figure figure{spec, link(spec.name, line), link(spec.name + u"Conta"_s, line)};
         figure.show->setText(spec.caption);
         figure.count->setText(u"Conta ora"_s);

@@ -164,8 +164,7 @@ void LinkedEntry::restoreDetails(const QVariant &state)
 UserEntry::UserEntry(data::Connection &connection, QWidget *owner)
     : LinkedEntry(users(), connection, owner)
 {
-    password_ = ui::named(u"cmdPassword"_s, new QPushButton(u"Imposta la password..."_s, page(general)));
-    password_->setAutoDefault(false);
+    password_ = ui::plainButton(u"cmdPassword"_s, u"Imposta la password..."_s, page(general));
     connect(password_, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { choosePassword(); }); });
     page(general)->layout()->addWidget(password_);
     page(general)->layout()->setAlignment(password_, Qt::AlignLeft);

@@ -216,8 +216,7 @@ void TMMGInserimentoDocumento::createRowCommands(QToolBar *bar)
 QWidget *TMMGInserimentoDocumento::createTotals()
 {
     auto *box = new QWidget(this);
-    auto *line = new QHBoxLayout(box);
-    line->setContentsMargins(0, 0, 0, 0);
+    auto *line = ui::withoutMargins<QHBoxLayout>(box);
     line->addStretch();
     for (const DocumentTotal &total : kind_.totals) {
         if (total.caption.isEmpty())

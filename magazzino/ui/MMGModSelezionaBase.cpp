@@ -120,9 +120,8 @@ void TMMGModSelezionaBase::createButtons()
 QPushButton *TMMGModSelezionaBase::pushButton(const QString &name, const QString &caption, QWidget *parent,
                                               const std::function<void()> &run)
 {
-    auto *button = ui::named(name, new QPushButton(caption, parent));
     // Otherwise Enter in a filter would search and then press this button too.
-    button->setAutoDefault(false);
+    auto *button = ui::plainButton(name, caption, parent);
     connect(button, &QPushButton::clicked, this, [this, run] { core::guarded(this, run); });
     return button;
 }

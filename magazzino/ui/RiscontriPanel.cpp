@@ -45,8 +45,7 @@ RiscontriPanel::RiscontriPanel(QWidget *parent)
 {
     apri_->setToolTip(u"Apre la maschera in cui si corregge, sul campo giusto."_s);
     apri_->setAutoDefault(false);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins({});
+    auto *layout = ui::withoutMargins<QVBoxLayout>(this);
     auto *riga = new QHBoxLayout;
     riga->addWidget(titolo_, 1);
     riga->addWidget(apri_);

@@ -60,8 +60,7 @@ ChoiceField::ChoiceField(const ChoiceSpec &spec, QWidget *parent)
     , label_(valueLabel(spec.name, box_))
     , spec_(spec)
 {
-    auto *line = new QHBoxLayout(box_);
-    line->setContentsMargins(0, 0, 0, 0);
+    auto *line = withoutMargins<QHBoxLayout>(box_);
     line->setSpacing(3);
     label_->setMaximumWidth(widestValue(*label_));
     line->addWidget(label_, allRoom);
@@ -272,12 +271,10 @@ RecordLabels::RecordLabels(const QList<RecordLabel> &labels, QWidget *parent)
 {
     auto *copied = new QWidget(box_);
     copied->setMaximumWidth(2 * widestValue(*box_));
-    auto *whole = new QHBoxLayout(box_);
-    whole->setContentsMargins(0, 0, 0, 0);
+    auto *whole = withoutMargins<QHBoxLayout>(box_);
     whole->addWidget(copied, allRoom);
     whole->addStretch(1);
-    auto *lines = new QVBoxLayout(copied);
-    lines->setContentsMargins(0, 0, 0, 0);
+    auto *lines = withoutMargins<QVBoxLayout>(copied);
     lines->setSpacing(closeLines);
     QHBoxLayout *line = nullptr;
     for (const RecordLabel &spec : labels) {

@@ -49,6 +49,13 @@ void ElidedLabel::paintEvent(QPaintEvent *)
                           foregroundRole());
 }
 
+QPushButton *plainButton(const QString &name, const QString &caption, QWidget *parent)
+{
+    auto *button = named(name, new QPushButton(caption, parent));
+    button->setAutoDefault(false);
+    return button;
+}
+
 QPalette refusedPalette(QPalette palette)
 {
     const QColor red = refusedText(palette);

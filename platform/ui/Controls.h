@@ -1,6 +1,7 @@
 #pragma once
 #include <QComboBox>
 #include <QLabel>
+#include <QPushButton>
 
 class QLineEdit;
 
@@ -14,6 +15,18 @@ Object *named(const QString &name, Object *object)
     object->setObjectName(name);
     return object;
 }
+
+/// A layout of `parent` that begins at its edges: what it holds stands in line with what is around it.
+template <typename Layout>
+Layout *withoutMargins(QWidget *parent)
+{
+    auto *layout = new Layout(parent);
+    layout->setContentsMargins({});
+    return layout;
+}
+
+/// A button of a dialog that Enter presses only while it has the focus.
+QPushButton *plainButton(const QString &name, const QString &caption, QWidget *parent);
 
 /// Shown by a label that stands for a choice when nothing has been chosen.
 inline const QString nothingChosen = QStringLiteral("...");

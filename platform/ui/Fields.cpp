@@ -152,8 +152,7 @@ MomentField::MomentField(const MomentSpec &spec, QWidget *parent)
 {
     date_->setAccessibleName(spec.caption);
     time_->setAccessibleName(spec.caption);
-    auto *line = new QHBoxLayout(box_);
-    line->setContentsMargins(0, 0, 0, 0);
+    auto *line = withoutMargins<QHBoxLayout>(box_);
     line->addWidget(check_);
     line->addWidget(date_);
     line->addWidget(time_);

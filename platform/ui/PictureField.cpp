@@ -43,8 +43,7 @@ PictureField::PictureField(const PictureSpec &spec, QWidget *parent)
     picture_->setFrameShape(QFrame::StyledPanel);
     picture_->setAlignment(Qt::AlignCenter);
     picture_->setFixedSize(shownSize + QSize(12, 12));
-    auto *layout = new QGridLayout(box_);
-    layout->setContentsMargins(0, 0, 0, 0);
+    auto *layout = withoutMargins<QGridLayout>(box_);
     layout->addWidget(picture_, 0, 0, 3, 1);
     layout->addWidget(addButton(u"cmdScegli"_s + spec.name.mid(3), u"Scegli..."_s, [this] { choose(); }), 0, 1);
     remove_ = addButton(u"cmdTogli"_s + spec.name.mid(3), u"Togli"_s, [this] {
@@ -60,8 +59,7 @@ PictureField::PictureField(const PictureSpec &spec, QWidget *parent)
 
 QPushButton *PictureField::addButton(const QString &name, const QString &caption, const std::function<void()> &run)
 {
-    auto *button = named(name, new QPushButton(caption, box_));
-    button->setAutoDefault(false);
+    auto *button = plainButton(name, caption, box_);
     connect(button, &QPushButton::clicked, this, run);
     return button;
 }
