@@ -18,18 +18,23 @@ class QWidget;
 
 // Records. The key is -1 when the row was not found; use a record only when its key is greater than 0.
 
-struct TArticolo
+/// What articles and services have in common.
+struct TVoce
 {
-    int id = -1; ///< IDANA_MAGA
+    int id = -1; ///< IDANA_MAGA or IDSERVIZIO
     QString codice;
     QString descrizione;
-    double sottoscorta = 0;
-    double riordino = 0;
-    int idCategoria = 0; ///< IDCATEGORIA_ANA_MAGA
+    int idCategoria = 0; ///< IDCATEGORIA_ANA_MAGA or IDCATEGORIA_SERVIZI
     double prezzo = 0;   ///< sale price, EUR
     double costo = 0;    ///< purchase cost, EUR
     int idAliquotaIVA = 0;
     int idUM = 0;
+};
+using TServizio = TVoce;
+struct TArticolo : TVoce
+{
+    double sottoscorta = 0;
+    double riordino = 0;
 };
 
 struct TAliquotaIVA
@@ -38,18 +43,6 @@ struct TAliquotaIVA
     QString codice;
     QString descrizione;
     double aliquota = 0; ///< per cent
-};
-
-struct TServizio
-{
-    int id = -1; ///< IDSERVIZIO
-    QString codice;
-    QString descrizione;
-    int idCategoria = 0; ///< IDCATEGORIA_SERVIZI
-    double prezzo = 0;
-    double costo = 0;
-    int idAliquotaIVA = 0;
-    int idUM = 0;
 };
 
 /// What customers, suppliers and carriers have in common.

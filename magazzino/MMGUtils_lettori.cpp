@@ -123,6 +123,19 @@ Fields<TAliquotaIVA> aliquotaFields()
 }
 
 template <typename Record>
+Fields<Record> voceFields(QStringView key, QStringView category)
+{
+    return {{key, &Record::id},
+            {u"CODICE", &Record::codice},
+            {u"DESCRIZIONE", &Record::descrizione},
+            {category, &Record::idCategoria},
+            {u"PREZZO", &Record::prezzo},
+            {u"COSTO", &Record::costo},
+            {u"IDALIQUOTA_IVA", &Record::idAliquotaIVA},
+            {u"IDUM", &Record::idUM}};
+}
+
+template <typename Record>
 Fields<Record> anagraficaFields(QStringView key, host::FirmKind kind)
 {
     Fields<Record> fields = {{key, &Record::id}};
@@ -144,17 +157,9 @@ Fields<TCliente> clienteFields(QStringView key, host::FirmKind kind = host::Firm
 
 TArticolo GetArticolo(int id)
 {
-    return readRecord<TArticolo>(byKey(u"ANA_MAGA"_s, u"IDANA_MAGA"_s, id),
-                                 {{u"IDANA_MAGA", &TArticolo::id},
-                                  {u"CODICE", &TArticolo::codice},
-                                  {u"DESCRIZIONE", &TArticolo::descrizione},
-                                  {u"SOTTOSCORTA", &TArticolo::sottoscorta},
-                                  {u"RIORDINO", &TArticolo::riordino},
-                                  {u"IDCATEGORIA_ANA_MAGA", &TArticolo::idCategoria},
-                                  {u"PREZZO", &TArticolo::prezzo},
-                                  {u"COSTO", &TArticolo::costo},
-                                  {u"IDALIQUOTA_IVA", &TArticolo::idAliquotaIVA},
-                                  {u"IDUM", &TArticolo::idUM}});
+    Fields<TArticolo> fields = voceFields<TArticolo>(u"IDANA_MAGA", u"IDCATEGORIA_ANA_MAGA");
+    fields += {{u"SOTTOSCORTA", &TArticolo::sottoscorta}, {u"RIORDINO", &TArticolo::riordino}};
+    return readRecord(byKey(u"ANA_MAGA"_s, u"IDANA_MAGA"_s, id), fields);
 }
 
 TAliquotaIVA GetAliquotaIVA(int id)
@@ -174,15 +179,8 @@ TCodiceTesto GetUM(int id)
 
 TServizio GetServizio(int id)
 {
-    return readRecord<TServizio>(byKey(u"SERVIZI"_s, u"IDSERVIZIO"_s, id),
-                                 {{u"IDSERVIZIO", &TServizio::id},
-                                  {u"CODICE", &TServizio::codice},
-                                  {u"DESCRIZIONE", &TServizio::descrizione},
-                                  {u"IDCATEGORIA_SERVIZI", &TServizio::idCategoria},
-                                  {u"PREZZO", &TServizio::prezzo},
-                                  {u"COSTO", &TServizio::costo},
-                                  {u"IDALIQUOTA_IVA", &TServizio::idAliquotaIVA},
-                                  {u"IDUM", &TServizio::idUM}});
+    return readRecord(byKey(u"SERVIZI"_s, u"IDSERVIZIO"_s, id),
+                      voceFields<TServizio>(u"IDSERVIZIO", u"IDCATEGORIA_SERVIZI"));
 }
 
 TCliente GetCliente(int id)
