@@ -2,6 +2,7 @@
 
 #include "host/InvoiceCodes.h"
 #include "host/TaxCodes.h"
+#include "platform/core/Lists.h"
 
 using namespace Qt::StringLiterals;
 
@@ -151,12 +152,7 @@ const QList<FirmField> &firmFields()
 
 QList<FirmField> firmFieldsOf(FirmKind kind)
 {
-    QList<FirmField> fields;
-    for (const FirmField &field : firmFields()) {
-        if (field.firms.testFlag(kind))
-            fields.append(field);
-    }
-    return fields;
+    return core::filtered(firmFields(), [kind](const FirmField &field) { return field.firms.testFlag(kind); });
 }
 
 } // namespace host

@@ -1,6 +1,7 @@
 #include "host/FirmFields.h"
 #include "magazzino/MMGUtils_insiemi.h"
 #include "platform/core/Error.h"
+#include "platform/core/Lists.h"
 #include "platform/data/Latest.h"
 #include "platform/data/SqlText.h"
 
@@ -47,10 +48,7 @@ struct Query
 template <typename Record>
 QStringList columnsOf(const Fields<Record> &fields)
 {
-    QStringList columns;
-    for (const Field<Record> &field : fields)
-        columns.append(field.column.toString());
-    return columns;
+    return core::mapped(fields, [](const Field<Record> &field) { return field.column.toString(); });
 }
 
 template <typename Record>

@@ -2,6 +2,7 @@
 
 #include "host/registers/Registers.h"
 #include "platform/core/Barcode.h"
+#include "platform/core/Lists.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
 
@@ -144,10 +145,8 @@ void ArticleEntry::writeDetails()
 
 QVariant ArticleEntry::detailState() const
 {
-    QVariantList codes;
-    for (const Barcode &barcode : barcodes_->barcodes())
-        codes.append(QVariant(QVariantList{barcode.code, barcode.pieces}));
-    return QVariantList{ui::RegisterEntry::detailState(), codes};
+    const auto stateOf = [](const Barcode &barcode) { return QVariant(QVariantList{barcode.code, barcode.pieces}); };
+    return QVariantList{ui::RegisterEntry::detailState(), core::mapped(barcodes_->barcodes(), stateOf)};
 }
 
 void ArticleEntry::restoreDetails(const QVariant &state)

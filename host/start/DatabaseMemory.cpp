@@ -1,6 +1,7 @@
 #include "host/start/DatabaseMemory.h"
 
 #include "host/start/Keyring.h"
+#include "platform/core/Lists.h"
 #include "platform/core/Settings.h"
 
 #include <QDir>
@@ -111,10 +112,7 @@ std::optional<data::DatabaseAddress> DatabaseMemory::last() const
 
 QList<data::DatabaseAddress> DatabaseMemory::recent() const
 {
-    QList<data::DatabaseAddress> addresses;
-    for (const QString &entry : entries())
-        addresses.append(addressOf(entry));
-    return addresses;
+    return core::mapped(entries(), addressOf);
 }
 
 void DatabaseMemory::remember(const data::DatabaseAddress &database, bool keepPassword)

@@ -3,6 +3,7 @@
 #include "host/Corvane3Impl.h"
 #include "host/users/Users.h"
 #include "platform/core/Error.h"
+#include "platform/core/Lists.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/CommandRegistry.h"
 #include "platform/ui/Dialogs.h"
@@ -91,26 +92,21 @@ void DraftDialog::createButtons(QVBoxLayout *layout)
 
 void DraftDialog::showDrafts()
 {
-    QList<data::Column> columns;
-    for (const QString &name : {u"CHIAVE"_s, u"DOCUMENTO"_s, u"NUMERO"_s, u"DATA"_s, u"NOME"_s, u"ORA"_s})
-        columns.append({.name = name});
+    const QStringList names = {u"CHIAVE"_s, u"DOCUMENTO"_s, u"NUMERO"_s, u"DATA"_s, u"NOME"_s, u"ORA"_s};
     QList<QVariantList> values;
     for (const KeptDraft &kept : std::as_const(drafts_)) {
         const ui::DraftTitle &title = kept.draft.title;
         values.append({values.size() + 1, title.kind, title.record, title.date, title.counterpart,
                        kept.draft.time.toString(u"dd/MM/yyyy HH:mm"_s)});
     }
-    grid_->setRows(data::Rows(columns, values));
+    grid_->setRows(data::Rows(core::mapped(names, [](const QString &name) { return data::Column{name}; }), values));
     grid_->selectAll();
     grid_->setFocus();
 }
 
 QList<KeptDraft> DraftDialog::selected() const
 {
-    QList<KeptDraft> chosen;
-    for (const int key : grid_->selectedKeys())
-        chosen.append(drafts_[key - 1]);
-    return chosen;
+    return core::mapped(grid_->selectedKeys(), [this](int key) { return drafts_[key - 1]; });
 }
 
 void DraftDialog::leaveOut(const KeptDraft &draft)

@@ -1,4 +1,5 @@
 #include "host/transfer/ImportDialog.h"
+#include "platform/core/Lists.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/LineEdit.h"
 
@@ -37,10 +38,7 @@ QWidget *ImportDialog::createFilePart()
 {
     auto *part = new QWidget(this);
     auto *grid = ui::withoutMargins<QGridLayout>(part);
-    QStringList captions;
-    for (const ImportTarget &target : std::as_const(targets_))
-        captions.append(target.caption);
-    targetChoice_ = addChoice(u"cmbArchivio"_s, captions);
+    targetChoice_ = addChoice(u"cmbArchivio"_s, core::mapped(targets_, &ImportTarget::caption));
     separatorChoice_ =
         addChoice(u"cmbSeparatore"_s, {u"Punto e virgola"_s, u"Virgola"_s, u"Tabulazione"_s, u"Barra verticale"_s});
     encodingChoice_ = addChoice(u"cmbCodifica"_s, {u"UTF-8"_s, u"UTF-16"_s, u"Windows (1252)"_s});

@@ -1,6 +1,7 @@
 #include "host/transfer/ImportLookups.h"
 
 #include "platform/core/Format.h"
+#include "platform/core/Lists.h"
 #include "platform/core/NumberReader.h"
 #include "platform/data/Catalogue.h"
 #include "platform/data/SqlText.h"
@@ -135,12 +136,9 @@ std::optional<int> ImportLookups::entry(qsizetype field, const QString &text) co
 
 QList<ImportTarget> availableTargets(data::Connection &connection)
 {
-    QList<ImportTarget> available;
-    for (const ImportTarget &target : importTargets()) {
-        if (data::hasTable(connection, target.table))
-            available.append(target);
-    }
-    return available;
+    return core::filtered(importTargets(), [&connection](const ImportTarget &target) {
+        return data::hasTable(connection, target.table);
+    });
 }
 
 } // namespace host

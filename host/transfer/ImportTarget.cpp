@@ -1,6 +1,7 @@
 #include "host/transfer/ImportTarget.h"
 
 #include "platform/core/Barcode.h"
+#include "platform/core/Lists.h"
 
 #include <algorithm>
 
@@ -71,10 +72,7 @@ QString comparable(const QString &name)
 
 QStringList namesOf(const ImportField &field)
 {
-    QStringList names = {comparable(field.caption), comparable(field.column)};
-    for (const QString &name : field.otherNames)
-        names.append(comparable(name));
-    return names;
+    return core::mapped(QStringList{field.caption, field.column} + field.otherNames, comparable);
 }
 
 // Modules add theirs while their libraries load.
@@ -124,9 +122,7 @@ void registerImportTarget(const ImportTarget &target)
 
 QList<int> mapColumns(const ImportTarget &target, const QStringList &headers)
 {
-    QStringList open;
-    for (const QString &header : headers)
-        open.append(comparable(header));
+    QStringList open = core::mapped(headers, comparable);
     QList<int> columns(target.fields.size(), -1);
     // The more exact name first, for all fields: "Prezzo" must not go to a field that also knows it by another name.
     constexpr int mostNames = 6;

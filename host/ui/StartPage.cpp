@@ -3,6 +3,7 @@
 #include "host/Corvane3Impl.h"
 #include "host/users/Users.h"
 #include "platform/core/Clock.h"
+#include "platform/core/Lists.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/CommandRegistry.h"
@@ -254,12 +255,9 @@ void StartPage::orderTabs()
 
 void StartPage::showCommands(const QList<StartCommand> &commands)
 {
-    QStringList names;
-    for (const StartCommand &command : commands)
-        names.append(command.action);
-    if (commandsShown_ == names.join(u' '))
+    const QString names = core::mapped(commands, &StartCommand::action).join(u' ');
+    if (std::exchange(commandsShown_, names) == names)
         return;
-    commandsShown_ = names.join(u' ');
     clear(*commands_);
     for (const StartCommand &command : commands) {
         auto *button = new QCommandLinkButton(command.caption, command.hint, commands_->parentWidget());
@@ -331,9 +329,7 @@ void StartPage::readRecent(const StartOffer &offers)
     }
     std::stable_sort(found.begin(), found.end(),
                      [](const Found &a, const Found &b) { return a.record.date > b.record.date; });
-    QList<data::Column> columns;
-    for (const QString &name : {u"CHIAVE"_s, u"DOCUMENTO"_s, u"NUMERO"_s, u"DATA"_s, u"NOME"_s})
-        columns.append({.name = name});
+    const QStringList names = {u"CHIAVE"_s, u"DOCUMENTO"_s, u"NUMERO"_s, u"DATA"_s, u"NOME"_s};
     QList<QVariantList> rows;
     recentRecords_.clear();
     for (const Found &one : found.mid(0, recentRecords)) {
@@ -341,7 +337,7 @@ void StartPage::readRecent(const StartOffer &offers)
         recentRecords_.append({one.action, one.record.key});
     }
     const int row = std::max(1, recent_->selectedKey());
-    recent_->setRows(data::Rows(columns, rows));
+    recent_->setRows(data::Rows(core::mapped(names, [](const QString &name) { return data::Column{name}; }), rows));
     recent_->selectKey(row);
 }
 

@@ -4,6 +4,7 @@
 #include "magazzino/documents/DocumentRow.h"
 #include "platform/core/Barcode.h"
 #include "platform/core/Clock.h"
+#include "platform/core/Lists.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 
@@ -26,16 +27,10 @@ QString keyOfTable(const QString &tipo)
 
 void addOnHand(const QStringList &codici, QHash<QString, double> &giacenze)
 {
-    QStringList placeholders;
-    QVariantList values;
-    for (const QString &codice : codici) {
-        placeholders.append(data::inCapitals());
-        values.append(data::searchedText(codice));
-    }
-    const data::Rows rows =
-        ModuleConnection().run(u"SELECT %1, SUM(QUANTITA) FROM MOVI_MAGA WHERE UPPER(CODICE) IN (%2) GROUP BY 1"_s.arg(
-                                   data::withoutIndex(u"UPPER(CODICE)"_s), placeholders.join(u", "_s)),
-                               values);
+    const data::Rows rows = ModuleConnection().run(
+        u"SELECT %1, SUM(QUANTITA) FROM MOVI_MAGA WHERE UPPER(CODICE) IN (%2) GROUP BY 1"_s.arg(
+            data::withoutIndex(u"UPPER(CODICE)"_s), QStringList(codici.size(), data::inCapitals()).join(u", "_s)),
+        core::mapped(codici, data::searchedText));
     QHash<QString, double> byCapitals;
     for (qsizetype row = 0; row < rows.size(); ++row)
         byCapitals.insert(rows.values(row)[0].toString(), rows.values(row)[1].toDouble());
@@ -59,13 +54,10 @@ QMultiHash<int, QString> readBarcodes()
 CodiceTrovato findBarcode(const QString &codice)
 {
     const QStringList texts = core::sameNumbers(codice);
-    QVariantList values;
-    for (const QString &text : texts)
-        values.append(data::searchedText(text));
     const data::Rows rows = ModuleConnection().run(
         u"SELECT UPPER(CODICE), IDANA_MAGA, PEZZI FROM BARCODE_ARTICOLI WHERE UPPER(CODICE) IN (%1)"_s.arg(
             QStringList(texts.size(), data::inCapitals()).join(u", "_s)),
-        values);
+        core::mapped(texts, data::searchedText));
     for (const QString &text : texts) {
         for (qsizetype row = 0; row < rows.size(); ++row) {
             const QVariantList &found = rows.values(row);
@@ -114,10 +106,7 @@ void Catalogo::refresh()
 
 QList<VoceCatalogo> Catalogo::find(const QString &text, qsizetype most) const
 {
-    QList<VoceCatalogo> found;
-    for (const qsizetype position : words_.find(text, most))
-        found.append(voci_[position]);
-    return found;
+    return core::mapped(words_.find(text, most), [this](qsizetype position) { return voci_[position]; });
 }
 
 CodiceTrovato Catalogo::trova(const QString &codice) const

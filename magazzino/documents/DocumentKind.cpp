@@ -1,6 +1,7 @@
 #include "magazzino/documents/DocumentKind.h"
 
 #include "magazzino/MMGUtils.h"
+#include "platform/core/Lists.h"
 
 using namespace Qt::StringLiterals;
 
@@ -122,12 +123,8 @@ const QList<RowColumnUse> &rowColumns()
 
 QList<RowColumn> columnsOf(Kind kind, Kinds RowColumnUse::*use)
 {
-    QList<RowColumn> columns;
-    for (const RowColumnUse &entry : rowColumns()) {
-        if ((entry.*use).testFlag(kind))
-            columns.append(entry.column);
-    }
-    return columns;
+    const auto isUsed = [kind, use](const RowColumnUse &entry) { return (entry.*use).testFlag(kind); };
+    return core::mapped(core::filtered(rowColumns(), isUsed), &RowColumnUse::column);
 }
 
 DocumentKind withColumns(Kind kind, DocumentKind own)

@@ -3,6 +3,7 @@
 #include "magazzino/MMGUtils.h"
 #include "platform/core/CsvReader.h"
 #include "platform/core/Format.h"
+#include "platform/core/Lists.h"
 #include "platform/core/NumberReader.h"
 
 #include <QBuffer>
@@ -183,10 +184,7 @@ QList<RigaLetta> righeDaTesto(const QString &testo)
     const QList<NumberColumn> columns = numberColumns(records);
     if (!records.isEmpty() && isTitle(records.first(), columns))
         records.removeFirst();
-    QList<RigaLetta> rows;
-    for (const core::CsvRecord &record : std::as_const(records))
-        rows.append(rowOf(record, columns));
-    return rows;
+    return core::mapped(records, [&columns](const core::CsvRecord &record) { return rowOf(record, columns); });
 }
 
 std::optional<DocumentRow> rigaDi(const QString &tipo, int id)

@@ -2,6 +2,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Clock.h"
+#include "platform/core/Lists.h"
 #include "platform/data/Connection.h"
 
 using namespace Qt::StringLiterals;
@@ -29,9 +30,7 @@ void Rubrica::refresh()
 
 void Rubrica::read()
 {
-    QStringList names;
-    for (const ColonnaRubrica &column : columns_)
-        names.append(column.column);
+    const QStringList names = core::mapped(columns_, &ColonnaRubrica::column);
     const data::Rows rows = ModuleConnection().run(
         u"SELECT %1, %2 FROM %3 ORDER BY UPPER(%4)"_s.arg(key_, names.join(u", "_s), table_, names.first()));
     voci_.clear();
@@ -64,8 +63,5 @@ QList<VoceRubrica> Rubrica::known(const QString &text, qsizetype most) const
 {
     if (text.trimmed().isEmpty())
         return voci_.mid(0, most);
-    QList<VoceRubrica> found;
-    for (const qsizetype position : words_.find(text, most))
-        found.append(voci_[position]);
-    return found;
+    return core::mapped(words_.find(text, most), [this](qsizetype position) { return voci_[position]; });
 }

@@ -2,6 +2,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Clock.h"
+#include "platform/core/Lists.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 
@@ -31,15 +32,11 @@ public:
     // Movements of the articles, but not the document's own.
     QString movements(const QString &join = {})
     {
-        QStringList codes;
         const QString joined = u" FROM MOVI_MAGA M"_s + join;
-        for (const QString &codice : codici_) {
-            codes.append(data::inCapitals());
-            values_.append(data::searchedText(codice));
-        }
+        values_ += core::mapped(codici_, data::searchedText);
         values_ << documento_.head.id << documento_.kind->name;
         return joined + u" WHERE UPPER(M.CODICE) IN (%1) AND NOT (COALESCE(M.RIF_DOC_ID, -2) = ? AND "
-                        "M.RIF_DOC_TIPO = ?)"_s.arg(codes.join(u", "_s));
+                        "M.RIF_DOC_TIPO = ?)"_s.arg(QStringList(codici_.size(), data::inCapitals()).join(u", "_s));
     }
     const QVariantList &values() const { return values_; }
 

@@ -1,6 +1,7 @@
 #include "magazzino/ui/IncollaRighe.h"
 
 #include "magazzino/documents/Catalogo.h"
+#include "platform/core/Lists.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
 #include "platform/ui/ResultGrid.h"
@@ -153,10 +154,7 @@ QString summary(qsizetype found, qsizetype missing)
 QList<RigaIncollata> trovaRighe(const QList<RigaLetta> &lette, const DocumentKind &kind, const DocumentRowsModel &model)
 {
     const Finder finder(kind, model);
-    QList<RigaIncollata> found;
-    for (const RigaLetta &read : lette)
-        found.append(finder.find(read));
-    return found;
+    return core::mapped(lette, [&finder](const RigaLetta &read) { return finder.find(read); });
 }
 
 bool confermaRighe(const QList<RigaIncollata> &righe, const DocumentKind &kind, QWidget *owner)

@@ -4,6 +4,7 @@
 #include "magazzino/documents/Rubrica.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/MMGModSelezionaBase.h"
+#include "platform/core/Lists.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,10 +16,8 @@ ui::PickSource sourceOf(const QList<ui::OfferColumn> &columns, const Rubrica &re
 {
     const auto kept = std::make_shared<Rubrica>(records);
     const auto find = [kept](const QString &text) {
-        QList<ui::PickOffer> offers;
-        for (const VoceRubrica &voce : kept->find(text, mostOffers))
-            offers.append({voce.id, voce.testi});
-        return offers;
+        const auto offer = [](const VoceRubrica &voce) { return ui::PickOffer{voce.id, voce.testi}; };
+        return core::mapped(kept->find(text, mostOffers), offer);
     };
     return {columns, [kept] { kept->refresh(); }, find};
 }
@@ -38,12 +37,9 @@ std::optional<ui::Choice> chooseRecord(const QString &action)
 
 QStringList anagraficaValues(const TAnagrafica &anagrafica)
 {
-    QStringList values;
-    for (const host::FirmField &field : host::firmFields()) {
-        if (field.copy.line >= 0)
-            values.append(anagrafica.*field.member);
-    }
-    return values;
+    const auto isCopied = [](const host::FirmField &field) { return field.copy.line >= 0; };
+    return core::mapped(core::filtered(host::firmFields(), isCopied),
+                        [&anagrafica](const host::FirmField &field) { return anagrafica.*field.member; });
 }
 
 QList<ui::RecordLabel> anagraficaLabels(const QString &namePrefix, const QString &columnPrefix, bool withTaxCodes)

@@ -1,5 +1,6 @@
 #include "platform/data/Connection.h"
 
+#include "platform/core/Lists.h"
 #include "platform/core/Log.h"
 #include "platform/data/Changes.h"
 #include "platform/data/ConnectionString.h"
@@ -201,10 +202,7 @@ Rows Connection::select(const QString &sql, const Parameters &parameters)
     prepareFor(sql);
     QStringList names;
     const QString text = positional(sql, names);
-    QVariantList values;
-    for (const QString &name : std::as_const(names))
-        values.append(parameters.value(name));
-    return fetch(text, values);
+    return fetch(text, core::mapped(names, [&parameters](const QString &name) { return parameters.value(name); }));
 }
 
 void Connection::selectInto(Rows &rows, const QString &sql, const QVariantList &values)

@@ -1,6 +1,7 @@
 #include "platform/data/DataSet.h"
 
 #include "platform/core/Decimal.h"
+#include "platform/core/Lists.h"
 #include "platform/data/DatabaseError.h"
 
 #include <algorithm>
@@ -18,10 +19,7 @@ constexpr qsizetype rowsPerBlock = 5;
 
 QStringList namesOf(const Rows &rows, const QList<int> &columns)
 {
-    QStringList names;
-    for (const int column : columns)
-        names.append(rows.columns()[column].name);
-    return names;
+    return core::mapped(columns, [&rows](int column) { return rows.columns()[column].name; });
 }
 
 template <typename Change>
@@ -75,9 +73,8 @@ QString makeInsertBlock(const QString &table, const QStringList &names, const QS
     const auto typed = [&table](const QString &variable, const QString &column) {
         return u"%1 TYPE OF COLUMN %2.%3"_s.arg(variable, table, column);
     };
-    QStringList results;
-    for (const QString &column : given)
-        results.append(typed(u"R_"_s + column, column));
+    const QStringList results =
+        core::mapped(given, [&typed](const QString &column) { return typed(u"R_"_s + column, column); });
     QStringList parameters;
     QString body;
     for (qsizetype row = 0; row < rows; ++row) {

@@ -1,5 +1,6 @@
 #include "platform/ui/ChoiceFields.h"
 
+#include "platform/core/Lists.h"
 #include "platform/core/Messages.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/Latest.h"
@@ -306,10 +307,7 @@ void RecordLabels::setValues(const QStringList &values)
 
 void RecordLabels::load(const data::DataSet &record)
 {
-    QStringList values;
-    for (const RecordLabel &spec : std::as_const(specs_))
-        values.append(record.text(spec.column));
-    setValues(values);
+    setValues(core::mapped(specs_, [&record](const RecordLabel &spec) { return record.text(spec.column); }));
 }
 
 void RecordLabels::write(data::DataSet &record) const
@@ -322,10 +320,7 @@ void RecordLabels::write(data::DataSet &record) const
 
 QVariant RecordLabels::state() const
 {
-    QStringList values;
-    for (const ElidedLabel *label : labels_)
-        values.append(label->text());
-    return values;
+    return core::mapped(labels_, &ElidedLabel::text);
 }
 
 void RecordLabels::restore(const QVariant &state)

@@ -1,5 +1,6 @@
 #include "platform/ui/ColumnLayout.h"
 
+#include "platform/core/Lists.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/RowsModel.h"
 
@@ -126,10 +127,7 @@ int ColumnLayout::columnOf(const QString &field) const
 
 QStringList ColumnLayout::declaredFields() const
 {
-    QStringList fields;
-    for (const ListColumn &column : model_->columns())
-        fields.append(column.field);
-    return fields;
+    return core::mapped(model_->columns(), &ListColumn::field);
 }
 
 QStringList ColumnLayout::fieldsFromLeft() const

@@ -1,6 +1,7 @@
 #include "platform/ui/EntryForm.h"
 
 #include "platform/core/Clock.h"
+#include "platform/core/Lists.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/Caption.h"
@@ -188,10 +189,7 @@ void EntryForm::startEmpty()
 
 FormContents EntryForm::contents() const
 {
-    FormContents all{.record = session_.state(), .fields = {}, .details = detailState()};
-    for (const Field *field : fields_)
-        all.fields.append(field->state());
-    return all;
+    return {.record = session_.state(), .fields = core::mapped(fields_, &Field::state), .details = detailState()};
 }
 
 void EntryForm::show(const FormContents &contents)

@@ -1,5 +1,6 @@
 #include "platform/ui/ListPanel.h"
 
+#include "platform/core/Lists.h"
 #include "platform/core/Messages.h"
 #include "platform/data/Changes.h"
 #include "platform/ui/ColumnLayout.h"
@@ -131,18 +132,12 @@ void ListPanel::createLetterBar(QVBoxLayout *layout)
 
 QList<QWidget *> ListPanel::filterInputs() const
 {
-    QList<QWidget *> inputs;
-    for (const Filter *filter : filters_)
-        inputs.append(filter->widget());
-    return inputs;
+    return core::mapped(filters_, &Filter::widget);
 }
 
 QVariantList ListPanel::asked() const
 {
-    QVariantList values;
-    for (const Filter *filter : filters_)
-        values.append(filter->value());
-    return values;
+    return core::mapped(filters_, &Filter::value);
 }
 
 bool ListPanel::search()

@@ -1,5 +1,6 @@
 #include "platform/ui/PickInput.h"
 
+#include "platform/core/Lists.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/ui/Bell.h"
@@ -99,10 +100,7 @@ void PickInput::showOffers()
     refreshLater_.stop();
     spec_.source.refresh();
     offers_ = spec_.source.find(text());
-    QList<QStringList> lines;
-    for (const PickOffer &offer : std::as_const(offers_))
-        lines.append(offer.texts);
-    list().offerLines(lines, *this);
+    list().offerLines(core::mapped(offers_, &PickOffer::texts), *this);
 }
 
 bool PickInput::event(QEvent *event)

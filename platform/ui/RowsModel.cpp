@@ -1,6 +1,7 @@
 #include "platform/ui/RowsModel.h"
 
 #include "platform/core/Format.h"
+#include "platform/core/Lists.h"
 #include "platform/ui/Colours.h"
 #include "platform/ui/FigureSource.h"
 #include "platform/ui/ListExport.h"
@@ -160,12 +161,7 @@ QVariant RowsModel::valueOf(const QModelIndex &index, int role) const
 
 QList<const FigureSource *> RowsModel::figureSources() const
 {
-    QList<const FigureSource *> sources;
-    for (const ListColumn &column : columns_) {
-        if (column.figures)
-            sources.append(column.figures);
-    }
-    return sources;
+    return core::mapped(core::filtered(columns_, &ListColumn::figures), &ListColumn::figures);
 }
 
 void RowsModel::loadFigures(int first, int last)
