@@ -5,26 +5,11 @@
 
 #include <QToolButton>
 
-#include <cmath>
-
 using namespace Qt::StringLiterals;
 
 namespace ui {
 
 namespace {
-
-constexpr int largeStep = 10;
-
-QString notANumber(const QString &text)
-{
-    return text.trimmed().isEmpty() ? u"manca il numero."_s : u"\"%1\" non è un numero valido."_s.arg(text);
-}
-
-QString outside(const QString &text, double minimum, double maximum, int places)
-{
-    return u"\"%1\" non è compreso tra %2 e %3."_s.arg(text, core::formatNumber(minimum, places),
-                                                       core::formatNumber(maximum, places));
-}
 
 QString tooManyDecimals(const QString &text, int places)
 {
@@ -33,18 +18,49 @@ QString tooManyDecimals(const QString &text, int places)
     return u"\"%1\" ha più di %2."_s.arg(text, places == 2 ? u"due decimali"_s : u"%1 decimali"_s.arg(places));
 }
 
-QVariant within(double value, double minimum, double maximum)
-{
-    return value < minimum || value > maximum ? QVariant() : QVariant(value);
-}
-
 } // namespace
 
-DecimalEdit::DecimalEdit(QWidget *parent)
+NumberEdit::NumberEdit(int places, double maximum, QWidget *parent)
     : TypedEdit(parent)
+    , places_(places)
+    , maximum_(maximum)
 {
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    // Where no decimals may be typed a point is no more welcome than the comma it stands for.
     setPointTypesComma(true);
+}
+
+void NumberEdit::setRange(double minimum, double maximum)
+{
+    minimum_ = minimum;
+    maximum_ = maximum;
+}
+
+TypedEdit::Reading NumberEdit::read(const QString &text) const
+{
+    const std::optional<core::WrittenNumber> number = core::readNumber(text);
+    if (text.trimmed().isEmpty())
+        return {.problem = u"manca il numero."_s};
+    if (!number)
+        return {.problem = u"\"%1\" non è un numero valido."_s.arg(text)};
+    if (number->places > places_)
+        return {.problem = tooManyDecimals(text, places_)};
+    if (number->value < minimum_ || number->value > maximum_)
+        return {.problem = u"\"%1\" non è compreso tra %2 e %3."_s.arg(text, core::formatNumber(minimum_, places_),
+                                                                       core::formatNumber(maximum_, places_))};
+    return {.value = stored(number->value)};
+}
+
+QVariant NumberEdit::stepped(const QVariant &value, int steps, bool large) const
+{
+    constexpr int largeStep = 10;
+    const double moved = value.toDouble() + steps * (large ? largeStep : 1);
+    return moved < minimum_ || moved > maximum_ ? QVariant() : stored(moved);
+}
+
+DecimalEdit::DecimalEdit(QWidget *parent)
+    : NumberEdit(2, 99'999'999'999.99, parent)
+{
     setValue(0);
 }
 
@@ -56,41 +72,18 @@ void DecimalEdit::setPrefix(const QString &prefix)
 
 void DecimalEdit::setDecimals(int places)
 {
-    places_ = places;
+    setPlaces(places);
     setValue(value());
-}
-
-void DecimalEdit::setRange(double minimum, double maximum)
-{
-    minimum_ = minimum;
-    maximum_ = maximum;
-}
-
-TypedEdit::Reading DecimalEdit::read(const QString &text) const
-{
-    const std::optional<core::WrittenNumber> number = core::readNumber(text);
-    if (!number)
-        return {.problem = notANumber(text)};
-    if (number->places > places_)
-        return {.problem = tooManyDecimals(text, places_)};
-    if (number->value < minimum_ || number->value > maximum_)
-        return {.problem = outside(text, minimum_, maximum_, places_)};
-    return {.value = number->value};
 }
 
 QString DecimalEdit::written(const QVariant &value, bool editing) const
 {
     if (!value.isValid())
         return {};
-    const QString number = core::formatNumber(value.toDouble(), places_);
+    const QString number = core::formatNumber(value.toDouble(), places());
     if (editing)
         return QString(number).remove(u'.');
     return number.startsWith(u'-') ? u'-' + prefix_ + number.mid(1) : prefix_ + number;
-}
-
-QVariant DecimalEdit::stepped(const QVariant &value, int steps, bool large) const
-{
-    return within(value.toDouble() + steps * (large ? largeStep : 1), minimum_, maximum_);
 }
 
 QString DecimalEdit::widest() const
@@ -99,18 +92,9 @@ QString DecimalEdit::widest() const
 }
 
 IntegerEdit::IntegerEdit(QWidget *parent)
-    : TypedEdit(parent)
+    : NumberEdit(0, 999'999'999, parent)
 {
-    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    // A point is no more welcome than the comma it stands for.
-    setPointTypesComma(true);
     setValue(0);
-}
-
-void IntegerEdit::setRange(int minimum, int maximum)
-{
-    minimum_ = minimum;
-    maximum_ = maximum;
 }
 
 void IntegerEdit::showArrows()
@@ -126,32 +110,14 @@ void IntegerEdit::showArrows()
     addSideButtons(arrows);
 }
 
-TypedEdit::Reading IntegerEdit::read(const QString &text) const
-{
-    const std::optional<core::WrittenNumber> number = core::readNumber(text);
-    if (!number)
-        return {.problem = notANumber(text)};
-    if (number->places > 0)
-        return {.problem = tooManyDecimals(text, 0)};
-    if (number->value < minimum_ || number->value > maximum_)
-        return {.problem = outside(text, minimum_, maximum_, 0)};
-    return {.value = static_cast<int>(number->value)};
-}
-
 QString IntegerEdit::written(const QVariant &value, bool) const
 {
     return value.isValid() ? QString::number(value.toLongLong()) : QString();
 }
 
-QVariant IntegerEdit::stepped(const QVariant &value, int steps, bool large) const
-{
-    const QVariant moved = within(value.toDouble() + steps * (large ? largeStep : 1), minimum_, maximum_);
-    return moved.isValid() ? QVariant(moved.toInt()) : QVariant();
-}
-
 QString IntegerEdit::widest() const
 {
-    return QString::number(maximum_);
+    return QString::number(static_cast<qint64>(maximum()));
 }
 
 YearEdit::YearEdit(QWidget *parent)

@@ -3,9 +3,36 @@
 
 namespace ui {
 
-/// A decimal number, right-aligned: shown with thousands separated, edited without (core::readNumber). A typed point is
+/// What edits of numbers have in common: right-aligned, with a range and a number of decimals.
+class NumberEdit : public TypedEdit
+{
+public:
+    /// What may be typed.
+    void setRange(double minimum, double maximum);
+    /// Changes the lower end of the range alone.
+    void setMinimum(double minimum) { setRange(minimum, maximum_); }
+
+protected:
+    NumberEdit(int places, double maximum, QWidget *parent);
+
+    int places() const { return places_; }
+    void setPlaces(int places) { places_ = places; }
+    double maximum() const { return maximum_; }
+    /// The number as current() and toStore() give it.
+    virtual QVariant stored(double number) const { return number; }
+
+    Reading read(const QString &text) const override;
+    QVariant stepped(const QVariant &value, int steps, bool large) const override;
+
+private:
+    int places_;
+    double minimum_ = 0;
+    double maximum_;
+};
+
+/// A decimal number: shown with thousands separated, edited without (core::readNumber). A typed point is
 /// the decimal comma.
-class DecimalEdit : public TypedEdit
+class DecimalEdit : public NumberEdit
 {
     Q_OBJECT
 
@@ -16,10 +43,6 @@ public:
     void setPrefix(const QString &prefix);
     /// Decimals that are shown and that may be typed, 0 to 6.
     void setDecimals(int places);
-    /// What may be typed.
-    void setRange(double minimum, double maximum);
-    /// Changes the lower end of the range alone.
-    void setMinimum(double minimum) { setRange(minimum, maximum_); }
 
     /// The number as it stands there; 0 while it cannot be read.
     double value() const { return current().toDouble(); }
@@ -27,28 +50,21 @@ public:
     void setValue(double value) { load(value); }
 
 protected:
-    Reading read(const QString &text) const override;
     QString written(const QVariant &value, bool editing) const override;
-    QVariant stepped(const QVariant &value, int steps, bool large) const override;
     QString widest() const override;
 
 private:
     QString prefix_;
-    int places_ = 2;
-    double minimum_ = 0;
-    double maximum_ = 99'999'999'999.99;
 };
 
-/// An integer, right-aligned, 0 to 999.999.999 unless told otherwise.
-class IntegerEdit : public TypedEdit
+/// An integer, 0 to 999.999.999 unless told otherwise.
+class IntegerEdit : public NumberEdit
 {
     Q_OBJECT
 
 public:
     explicit IntegerEdit(QWidget *parent = nullptr);
 
-    /// What may be typed.
-    void setRange(int minimum, int maximum);
     /// Two small arrows at the right end, as a spin field has.
     void showArrows();
 
@@ -58,14 +74,9 @@ public:
     void setValue(int value) { load(value); }
 
 protected:
-    Reading read(const QString &text) const override;
+    QVariant stored(double number) const override { return static_cast<int>(number); }
     QString written(const QVariant &value, bool editing) const override;
-    QVariant stepped(const QVariant &value, int steps, bool large) const override;
     QString widest() const override;
-
-private:
-    int minimum_ = 0;
-    int maximum_ = 999'999'999;
 };
 
 /// A year, 1900 to 3000; two digits mean 2000 to 2099.
