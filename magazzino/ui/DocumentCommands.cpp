@@ -81,11 +81,6 @@ QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
              .hint = u"Prepara un messaggio di posta con il PDF del documento"_s}};
 }
 
-bool mayView(const DocumentKind &kind)
-{
-    return puoVedere(kind);
-}
-
 bool mayEdit(const DocumentKind &kind)
 {
     return holdsRight(kind.editRight);

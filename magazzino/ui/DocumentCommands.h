@@ -9,8 +9,6 @@
 QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
                                  const std::function<std::optional<DocumentHead>()> &document);
 
-/// May the user see stored documents of the kind?
-bool mayView(const DocumentKind &kind);
 /// May the user save documents of the kind and start new ones?
 bool mayEdit(const DocumentKind &kind);
 

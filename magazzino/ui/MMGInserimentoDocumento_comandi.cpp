@@ -1,5 +1,6 @@
 // How the rows of a document's form are added and changed.
 #include "magazzino/documents/RigheAppunti.h"
+#include "magazzino/reports/ArchivioStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/EntryLine.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
@@ -59,7 +60,7 @@ QWidget *TMMGInserimentoDocumento::createReaderSwitch(QWidget *page)
 ScorteDi TMMGInserimentoDocumento::stockOf()
 {
     if (!seesInvoices_)
-        seesInvoices_ = mayView(fatturaAccompagnatoria());
+        seesInvoices_ = puoVedere(fatturaAccompagnatoria());
     return {&kind_, {storedKey(), numero(), documentDate()}, customerCode(), *seesInvoices_};
 }
 

@@ -2,6 +2,7 @@
 #include "host/Corvane3Impl.h"
 #include "host/users/Users.h"
 #include "magazzino/documents/Proposte.h"
+#include "magazzino/reports/ArchivioStampe.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "magazzino/ui/StockLine.h"
 #include "platform/data/DataSet.h"
@@ -82,7 +83,7 @@ void TMMGInserimentoDocumento::createBeside()
 // As the list shows them, while it does; otherwise as it does at first, newest first.
 void TMMGInserimentoDocumento::goBeside(int step)
 {
-    if (!mayView(kind_)) {
+    if (!puoVedere(kind_)) {
         host::refuseForRights(this);
         return;
     }
@@ -114,7 +115,7 @@ QWidget *TMMGInserimentoDocumento::createLastTime()
 void TMMGInserimentoDocumento::counterpartChosen(const QString &code)
 {
     lastTime_.reset();
-    if (!code.isEmpty() && mayView(kind_)) {
+    if (!code.isEmpty() && puoVedere(kind_)) {
         auto last = std::make_unique<data::DataSet>(&connection());
         ApriUltimoDocumento(kind_, code, counterpartType(), *last);
         if (!last->isEmpty())
