@@ -115,13 +115,7 @@ void executeWithoutWaiting(const DatabaseAddress &address, const QString &sql)
 {
     firebird::Attachment attachment(address);
     firebird::NativeTransaction transaction(attachment, firebird::Access::WriteAtOnce);
-    const QByteArray text = sql.toUtf8();
-    firebird::Status status;
-    attachment.call([&] {
-        isc_dsql_execute_immediate(status, attachment.handle(), transaction.handle(), 0, text.constData(),
-                                   SQL_DIALECT_V6, nullptr);
-    });
-    status.require(statementKind(sql));
+    transaction.execute(sql).require(statementKind(sql));
     // An index is made here only, so this is where it can fail, too.
     transaction.commit();
 }

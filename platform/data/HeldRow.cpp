@@ -27,12 +27,7 @@ HeldRow::~HeldRow() = default;
 std::unique_ptr<HeldRow> HeldRow::tryToHold(const DatabaseAddress &address, const QString &insert)
 {
     auto session = std::make_unique<Session>(address);
-    const QByteArray text = insert.toUtf8();
-    firebird::Status status;
-    session->attachment.call([&] {
-        isc_dsql_execute_immediate(status, session->attachment.handle(), session->transaction.handle(), 0,
-                                   text.constData(), SQL_DIALECT_V6, nullptr);
-    });
+    const firebird::Status status = session->transaction.execute(insert);
     // Without waiting the engine takes a row that may yet vanish for one that is there.
     if (status.has(isc_unique_key_violation) || status.has(isc_lock_conflict))
         return nullptr;

@@ -185,6 +185,17 @@ NativeTransaction::~NativeTransaction()
     attachment_.call([&] { isc_rollback_transaction(ignored, &handle_); });
 }
 
+Status NativeTransaction::execute(const QString &sql)
+{
+    Status status;
+    const QByteArray text = sql.toUtf8();
+    attachment_.call([&] {
+        isc_dsql_execute_immediate(status, attachment_.handle(), &handle_, 0, text.constData(), SQL_DIALECT_V6,
+                                   nullptr);
+    });
+    return status;
+}
+
 void NativeTransaction::commit()
 {
     Status status;

@@ -73,6 +73,8 @@ public:
     /// What the client library knows the transaction by; 0 once it has ended.
     isc_tr_handle *handle() { return &handle_; }
 
+    /// Runs a statement without rows and without parameters; the status tells how it went.
+    Status execute(const QString &sql);
     /// Throws DatabaseError; the transaction then is as before and can be rolled back.
     void commit();
     /// Throws DatabaseError when the connection is gone; the engine has rolled back by itself then.

@@ -251,13 +251,7 @@ void FirebirdDriver::executeOnce(const QString &sql)
         store_.clear();
         standing_.reset();
     }
-    const QByteArray text = sql.toUtf8();
-    Status status;
-    attachment_.call([&] {
-        isc_dsql_execute_immediate(status, attachment_.handle(), transaction_->handle(), 0, text.constData(),
-                                   SQL_DIALECT_V6, nullptr);
-    });
-    if (status.failed())
+    if (const Status status = transaction_->execute(sql); status.failed())
         status.require(statementKind(sql));
 }
 
