@@ -141,6 +141,7 @@ QWidget *newCopies(const QString &value, QWidget *parent)
     auto *edit = new ui::IntegerEdit(parent);
     edit->setRange(1, most);
     edit->showArrows();
+    edit->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     edit->setValue(std::clamp(value.toInt(), 1, most));
     return edit;
 }

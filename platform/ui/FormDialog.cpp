@@ -65,6 +65,14 @@ void FormDialog::showEvent(QShowEvent *event)
     QDialog::showEvent(event);
 }
 
+// The narrower it is the more lines its paragraphs need; what a layout tells as smallest size knows nothing of that.
+void FormDialog::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    if (layout()->hasHeightForWidth())
+        setMinimumHeight(layout()->totalMinimumHeightForWidth(width()));
+}
+
 void FormDialog::accept()
 {
     bool passed = everythingReadable(this);
