@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/SaveFile.h"
+#include "platform/data/EnginePath.h"
 
 #include <QProcess>
 #include <QStandardPaths>
@@ -78,17 +79,16 @@ QProcessEnvironment environmentFor(const data::DatabaseAddress &login)
     return variables;
 }
 
-/// The running program, which is ended with the object.
+/// One of Firebird's programs, running; it is ended with the object.
 class Run
 {
 public:
-    Run(const data::DatabaseAddress &login, const QStringList &arguments, QStringList folders)
-        : isBackup_(arguments.contains(u"-b"_s))
-        , folders_(std::move(folders))
+    Run(const QString &name, const data::DatabaseAddress &login, const QStringList &arguments)
     {
-        const QString program = QStandardPaths::findExecutable(u"gbak"_s);
+        const QString program = QStandardPaths::findExecutable(name);
         if (program.isEmpty())
-            throw core::Error(u"Manca il programma gbak di Firebird: installare il pacchetto firebird3.0-utils."_s);
+            throw core::Error(
+                u"Manca il programma %1 di Firebird: installare il pacchetto firebird3.0-utils."_s.arg(name));
         process_.setProcessEnvironment(environmentFor(login));
         process_.setProcessChannelMode(QProcess::MergedChannels);
         // On a full disk, or after a file cut short, it would ask for another volume and wait.
@@ -97,7 +97,7 @@ public:
         process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
         process_.start(program, arguments);
         if (!process_.waitForStarted())
-            throw core::Error(u"Il programma gbak di Firebird non si avvia."_s, process_.errorString());
+            throw core::Error(u"Il programma %1 di Firebird non si avvia."_s.arg(name), process_.errorString());
     }
 
     ~Run()
@@ -111,7 +111,8 @@ public:
     Run(const Run &) = delete;
     Run &operator=(const Run &) = delete;
 
-    void follow(const core::Progress &progress, const std::function<void(const QString &)> &line)
+    /// Hands each line that it prints to `line` until it ends; true when it ended well.
+    bool follow(const core::Progress &progress, const std::function<void(const QString &)> &line)
     {
         constexpr int patience = 100; // milliseconds between two looks at "cancelled"
         while (process_.state() != QProcess::NotRunning) {
@@ -120,28 +121,17 @@ public:
             takeLines(line);
         }
         takeLines(line);
-        if (process_.exitStatus() != QProcess::NormalExit || process_.exitCode() != 0)
-            throw core::Error(meaningOf(errors_, isBackup_, folders_), u"gbak: "_s + errors_.trimmed());
+        return process_.exitStatus() == QProcess::NormalExit && process_.exitCode() == 0;
     }
 
 private:
     void takeLines(const std::function<void(const QString &)> &line)
     {
-        while (process_.canReadLine()) {
-            const QString text = QString::fromUtf8(process_.readLine()).trimmed();
-            if (text.startsWith(u"Done with volume"))
-                errors_ += isBackup_ ? u"No space left on device\n"_s : u"unexpected end of file\n"_s;
-            else if (text.contains(u"ERROR:"))
-                errors_ += text.section(u"ERROR:"_s, 1).simplified() + u'\n';
-            else
-                line(text.section(u':', 1).trimmed());
-        }
+        while (process_.canReadLine())
+            line(QString::fromUtf8(process_.readLine()).trimmed());
     }
 
-    bool isBackup_;
-    QStringList folders_;
     QProcess process_;
-    QString errors_;
 };
 
 } // namespace
@@ -149,7 +139,33 @@ private:
 void runGbak(const data::DatabaseAddress &login, const QStringList &arguments, const QStringList &folders,
              core::Progress &progress, const std::function<void(const QString &)> &line)
 {
-    Run(login, arguments, folders).follow(progress, line);
+    const bool isBackup = arguments.contains(u"-b"_s);
+    QString errors;
+    const auto take = [&](const QString &text) {
+        if (text.startsWith(u"Done with volume"))
+            errors += isBackup ? u"No space left on device\n"_s : u"unexpected end of file\n"_s;
+        else if (text.contains(u"ERROR:"))
+            errors += text.section(u"ERROR:"_s, 1).simplified() + u'\n';
+        else
+            line(text.section(u':', 1).trimmed());
+    };
+    if (!Run(u"gbak"_s, login, arguments).follow(progress, take))
+        throw core::Error(meaningOf(errors, isBackup, folders), u"gbak: "_s + errors.trimmed());
+}
+
+void validateDatabase(const data::DatabaseAddress &database, core::Progress &progress)
+{
+    // It tells what it finds and says nothing when all is well, and its exit code is the same.
+    QStringList found;
+    const auto take = [&found](const QString &text) {
+        if (!text.isEmpty())
+            found.append(text.simplified());
+    };
+    const QString name = database.isEmbedded() ? data::enginePath(database.file) : database.toString();
+    if (!Run(u"gfix"_s, database, {u"-validate"_s, u"-full"_s, name}).follow(progress, take) || !found.isEmpty())
+        throw core::Error(u"L'archivio \"%1\" non ha superato la verifica di Firebird; il motivo si trova nel registro "
+                          "del programma."_s.arg(database.toString()),
+                          u"gfix: "_s + found.join(u"; "_s));
 }
 
 } // namespace host

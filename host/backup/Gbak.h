@@ -19,4 +19,8 @@ namespace host {
 void runGbak(const data::DatabaseAddress &login, const QStringList &arguments, const QStringList &folders,
              core::Progress &progress, const std::function<void(const QString &)> &line);
 
+/// Has Firebird's own program look through all pages and rows of `database`, which nobody else may have open. Throws
+/// core::Error when it finds a fault (its words are the error's context) or cannot look, and core::Cancelled.
+void validateDatabase(const data::DatabaseAddress &database, core::Progress &progress);
+
 } // namespace host

@@ -2,8 +2,10 @@
 
 #include "host/DatabaseSetup.h"
 #include "host/backup/Backup.h"
+#include "host/backup/Gbak.h"
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Progress.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/ProgressDialog.h"
 
@@ -13,6 +15,8 @@ namespace host {
 
 namespace {
 
+const QString moving = u"spostamento dell'archivio"_s; // in the log
+
 void requireSame(const data::DatabaseAddress &from, const data::DatabaseAddress &to)
 {
     requireDatabase(to);
@@ -21,6 +25,19 @@ void requireSame(const data::DatabaseAddress &from, const data::DatabaseAddress 
         throw core::Error(
             u"Nell'archivio di prima si è ancora lavorato dopo la copia: lo spostamento va ripetuto quando "
             "nessuno lo usa (tabelle: %1)."_s.arg(different.join(u", "_s)));
+}
+
+// Rows can be there and yet be unreadable through an index or at the next change: the engine looks itself.
+void makeVerified(const QString &file, const data::DatabaseAddress &to, core::Progress &progress)
+{
+    restoreDatabase(file, to, progress);
+    try {
+        progress.setText(u"Verifica dell'archivio spostato…"_s);
+        validateDatabase(to, progress);
+    } catch (...) {
+        data::dropQuietly(to, moving);
+        throw;
+    }
 }
 
 QString movedText(const data::DatabaseAddress &from, const data::DatabaseAddress &to)
@@ -56,12 +73,12 @@ bool finishMove(QWidget *owner, const QString &file, const data::DatabaseAddress
     bool done = false;
     core::guarded(owner, [&] {
         if (!ui::runWithProgress(owner, u"Spostamento dell'archivio"_s,
-                                 [&](core::Progress &progress) { restoreDatabase(file, to, progress); }))
+                                 [&](core::Progress &progress) { makeVerified(file, to, progress); }))
             return;
         try {
             requireSame(from, to);
         } catch (const std::exception &) {
-            data::dropQuietly(to, u"spostamento dell'archivio"_s);
+            data::dropQuietly(to, moving);
             throw;
         }
         done = true;

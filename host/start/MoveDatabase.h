@@ -12,8 +12,9 @@ namespace host {
 /// data::DatabaseError.
 QStringList differingTables(const data::DatabaseAddress &from, const data::DatabaseAddress &to);
 
-/// Restores the backup `file` of `from` as the new database `to` and compares the rows of all tables. What differs, as
-/// when somebody worked on in `from` meanwhile, is told, and `to` is given up again. True when `to` may be opened.
+/// Restores the backup `file` of `from` as the new database `to`, has the engine look through it and compares the rows
+/// of all tables. A fault and what differs, as when somebody worked on in `from` meanwhile, is told, and `to` is given
+/// up again; so it is when the user cancels. True when `to` may be opened.
 bool finishMove(QWidget *owner, const QString &file, const data::DatabaseAddress &from,
                 const data::DatabaseAddress &to);
 

@@ -11,6 +11,35 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// While it lives, the disk loses pages of `file` before the engine's own program looks through it.
+class DamagedAfterRestore
+{
+public:
+    explicit DamagedAfterRestore(const QString &file)
+    {
+        const QString real = QStandardPaths::findExecutable(u"gfix"_s);
+        QFile program(folder_.filePath(u"gfix"_s));
+        QVERIFY(program.open(QIODevice::WriteOnly));
+        program.write(
+            u"#!/bin/sh\ndd if=/dev/zero of='%1' bs=8192 seek=200 count=40 conv=notrunc 2>&-\nexec '%2' \"$@\"\n"_s
+                .arg(file, real)
+                .toUtf8());
+        program.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        qputenv("PATH", QFile::encodeName(folder_.path()) + ':' + path_);
+    }
+    ~DamagedAfterRestore() { qputenv("PATH", path_); }
+    DamagedAfterRestore(const DamagedAfterRestore &) = delete;
+    DamagedAfterRestore &operator=(const DamagedAfterRestore &) = delete;
+
+private:
+    QTemporaryDir folder_;
+    QByteArray path_ = qgetenv("PATH");
+};
+
+} // namespace
+
 /// From one workstation to several: a server is found and prepared, a firm moves there and back.
 class TestMoreWorkstations : public test::AtWorkplace
 {
@@ -44,6 +73,10 @@ private Q_SLOTS:
                 QCOMPARE(test::shown(&dialog, u"lblRisposta"_s), u"Un server Firebird risponde."_s);
                 QVERIFY(test::shown(&dialog, u"lblFirewall"_s)
                             .contains(u"from 127.0.0.0/24 to any port %1 "_s.arg(administrator.port)));
+                // Its paragraphs stay whole, however small it is made.
+                dialog.resize(1, 1);
+                const auto *advice = test::control<QLabel>(&dialog, u"lblFirewall"_s);
+                QVERIFY(advice->height() >= advice->heightForWidth(advice->width()));
                 test::retype(&dialog, u"txtFileServer"_s, server.folder() + u"/azienda.fdb"_s);
                 written = test::control<QLineEdit>(&dialog, u"txtPasswordServer"_s)->text();
                 place().messages.expectPart(u"Attenzione"_s, u"la password di SYSDBA"_s, core::Answer::Ok);
@@ -96,6 +129,11 @@ private Q_SLOTS:
         messages.expectPart(u"Errore"_s, u"tabelle: UM"_s, core::Answer::Ok);
         QVERIFY(!move(moved_.database, back) && !QFileInfo::exists(back.file));
         host::backupDatabase(moved_.database, moved_.restoreFrom, progress);
+        {
+            const DamagedAfterRestore damaged(back.file);
+            messages.expectPart(u"Errore"_s, u"non ha superato la verifica"_s, core::Answer::Ok);
+            QVERIFY(!move(moved_.database, back) && !QFileInfo::exists(back.file));
+        }
         messages.expectPart(u"Informazioni"_s, u"verificato"_s, core::Answer::Ok);
         QVERIFY(move(moved_.database, back));
         QCOMPARE(host::differingTables(moved_.database, back), QStringList());
