@@ -52,8 +52,8 @@ QGroupBox *TMMGInserimentoBolleCarico::createSupplier()
         u"txtFornitoreCerca"_s, anagraficaSource(u"FORNITORI"_s, u"IDFORNITORE"_s), [this](int id) { setSupplier(id); },
         [choose] { choose->trigger(); }, box);
     auto *line = new QHBoxLayout;
-    line->addWidget(ui::requiredMark(box));
     line->addWidget(commandButton(choose, u"cmdSelezionaFornitore"_s, box));
+    line->addWidget(ui::requiredMark(box));
     line->addWidget(supplierInput_, 1);
     line->addStretch();
     layout->addLayout(line);

@@ -97,9 +97,11 @@ void TMMGInserimentoScarico::fillAddresseeBox(QGroupBox *box, const QList<Addres
 {
     auto *layout = new QVBoxLayout(box);
     auto *line = new QHBoxLayout;
-    line->addWidget(ui::requiredMark(box));
     for (const AddresseeButton &button : buttons) {
         line->addWidget(commandButton(button.action, button.name, box));
+        // One of them is enough, whichever.
+        if (&button == &buttons.first())
+            line->addWidget(ui::requiredMark(box));
         if (button.input)
             line->addWidget(button.input, 1);
     }

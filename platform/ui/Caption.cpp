@@ -8,14 +8,16 @@
 #include <QPainter>
 #include <QStyle>
 
+using namespace Qt::StringLiterals;
+
 namespace ui {
 
 namespace {
 
+// A blank parts it from the text.
 int markWidth(const QWidget &caption)
 {
-    constexpr int least = 10;
-    return std::max(least, caption.fontMetrics().horizontalAdvance(u'*') + 2);
+    return caption.fontMetrics().horizontalAdvance(u" *"_s) + 2;
 }
 
 } // namespace
@@ -32,6 +34,7 @@ Caption::Caption(const QString &text, Place place, QWidget *parent)
 void Caption::markRequired()
 {
     mark_ = requiredMark(this);
+    mark_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setContentsMargins(0, 0, markWidth(*this), 0);
 }
 
@@ -74,7 +77,10 @@ void placeField(QGridLayout *grid, Field *field, int row, int position, int span
     caption->setBuddy(input);
     if (field->isRequired())
         caption->markRequired();
-    grid->addWidget(caption, row, position * 2);
+    // Beside what has several lines it stands at the first one.
+    constexpr int manyLines = 3;
+    const bool isTall = input->sizeHint().height() > manyLines * caption->sizeHint().height();
+    grid->addWidget(caption, row, position * 2, isTall ? Qt::AlignTop : Qt::Alignment());
     grid->addWidget(input, row, position * 2 + 1, 1, span * 2 - 1);
 }
 

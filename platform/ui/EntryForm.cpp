@@ -7,6 +7,7 @@
 #include "platform/ui/Caption.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/Drafts.h"
+#include "platform/ui/Look.h"
 #include "platform/ui/PageArea.h"
 #include "platform/ui/TypedEdit.h"
 
@@ -149,7 +150,7 @@ void EntryForm::place(QGridLayout *grid, Field *field, int row, int position, in
 QHBoxLayout *EntryForm::marked(QWidget *widget)
 {
     auto *line = new QHBoxLayout;
-    line->setSpacing(2);
+    line->setSpacing(Look::lines);
     line->addWidget(requiredMark(widget->parentWidget()));
     line->addWidget(widget, 1);
     return line;
