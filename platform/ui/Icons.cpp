@@ -44,7 +44,7 @@ const QHash<Icon, Drawing> drawings = {{Icon::New, {u"document-new"_s, QStyle::S
                                        {Icon::Export, {u"document-export"_s, QStyle::SP_DialogSaveButton}},
                                        {Icon::Import, {u"document-import"_s, QStyle::SP_ArrowBack}},
                                        {Icon::Send, {u"mail-send"_s, QStyle::SP_DialogSaveButton}},
-                                       {Icon::Check, {u"checkmark"_s, QStyle::SP_DialogApplyButton}},
+                                       {Icon::Check, {u"dialog-ok-apply"_s, QStyle::SP_DialogApplyButton}},
                                        {Icon::Done, {u"mail-mark-read"_s, QStyle::SP_DialogOkButton}},
                                        {Icon::Rename, {u"edit-rename"_s, QStyle::SP_FileDialogInfoView}},
                                        {Icon::LastTime, {u"clock"_s, QStyle::SP_ArrowBack}},
