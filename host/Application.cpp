@@ -1,6 +1,7 @@
 #include "host/Application.h"
 
 #include "host/Corvane3Impl.h"
+#include "host/DesktopScheme.h"
 #include "host/HostCommands.h"
 #include "host/HostOffer.h"
 #include "host/PackageLoader.h"
@@ -190,6 +191,8 @@ void prepareProgram(QApplication &application)
     QApplication::setWindowIcon(QIcon(u":/corvane.svg"_s));
     QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
     ui::Look::use();
+    if (hasScreen())
+        followDesktopScheme(&application);
     ui::useIconTheme();
     // Texts of Qt's own dialogs and context menus.
     auto *translator = new QTranslator(&application);

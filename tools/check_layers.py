@@ -27,6 +27,9 @@ LAYERS = {
     "platform/ui": (["platform"], WIDGETS),
     "host/schema": (["platform/core", "platform/data", "platform/schema", "host/schema", "host/TaxCodes."], ["Core"]),
     "host": (["platform", "host"], WIDGETS),
+    # What the desktop tells all its programs.
+    "host/DesktopScheme.": (["platform", "host/DesktopScheme."], ["Core", "DBus"]),
+    "tests/host/test_desktop_scheme.": (["platform", "host", "tests/support"], TESTS + ["DBus"]),
     "host/users/Password.": (["platform/core", "host/users/Password."], ["Core", "Network"]),
     "magazzino/MMGUtils": (["platform/core", "platform/data", "platform/schema", *HOST_SERVICES, "magazzino/MMGUtils",
                             "magazzino/documents", "magazzino/schema"], ["Core"]),
@@ -86,7 +89,7 @@ RESERVED = [
 ]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
-QT_FOLDER = re.compile(r"^Qt(Core|Gui|Widgets|Sql|PrintSupport|Network|Test)/")
+QT_FOLDER = re.compile(r"^Qt(Core|Gui|Widgets|Sql|PrintSupport|Network|DBus|Test)/")
 COMMENT = re.compile(r"//.*")
 FORMS = "magazzino/forms/"
 TOPS = ("platform", "host", "magazzino", "tour", "tests", "benchmark")
@@ -97,7 +100,7 @@ def qt_modules():
     roots = sorted(Path("/usr/include").glob("*/qt6")) + [Path("/usr/include/qt6")]
     modules = {}
     for root in roots:
-        for module in ("Core", "Gui", "Widgets", "Sql", "PrintSupport", "Network", "Test"):
+        for module in ("Core", "Gui", "Widgets", "Sql", "PrintSupport", "Network", "DBus", "Test"):
             for header in (root / f"Qt{module}").glob("Q*"):
                 modules[header.name] = module
     return modules

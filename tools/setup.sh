@@ -5,7 +5,7 @@ RUN_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev qtkeychain-qt6-dev libse
     firebird3.0-utils libqt6sql6-odbc libqt6svg6 breeze-icon-theme qt6-translations-l10n
     fonts-dejavu-core fonts-liberation2)
 # What the tests need besides.
-TEST_PACKAGES=(git python3 clang-format clang-tidy poppler-utils firebird3.0-server libqt6sql6-ibase
+TEST_PACKAGES=(git dbus-daemon python3 clang-format clang-tidy poppler-utils firebird3.0-server libqt6sql6-ibase
     libxml2-utils python3-a38)
 
 say() {

@@ -1,9 +1,9 @@
 #include "host/start/Keyring.h"
 
+#include "host/DesktopScheme.h"
 #include "platform/core/Log.h"
 
 #include <QEventLoop>
-#include <QFileInfo>
 #include <QTimer>
 
 #include <qt6keychain/keychain.h>
@@ -17,13 +17,6 @@ namespace {
 // Of this program; the names of its secrets tell which server and which user.
 const QString service = u"Corvane"_s;
 constexpr int patience = 4'000; // milliseconds; nobody waits longer for a login
-
-// Where nothing could answer nothing is asked: the library would start a message bus of its own.
-bool hasMessageBus()
-{
-    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
-           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s);
-}
 
 /// Through the library that knows the desktops.
 class DesktopKeyring : public Keyring

@@ -31,6 +31,14 @@ ChildArea::ChildArea(QWidget *parent)
     connect(&hidden_, &QTimer::timeout, this, &ChildArea::followHidden);
 }
 
+// The area fills its background with a colour of its own.
+void ChildArea::changeEvent(QEvent *event)
+{
+    QMdiArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        setBackground(palette().color(QPalette::Window));
+}
+
 void ChildArea::setFree(bool free)
 {
     // Left to itself the area would show windows that are hidden, to make them smaller.

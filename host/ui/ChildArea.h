@@ -24,6 +24,7 @@ public:
     void setFree(bool free);
 
 protected:
+    void changeEvent(QEvent *event) override;
     bool viewportEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -233,7 +233,7 @@ void TMMGInserimentoMovimentiMagazzino::showSign()
         hint_->setText(u"Così lo scarico aumenta l'esistenza: uno scarico si indica con una quantità negativa."_s);
     else
         hint_->setText(u"Così il carico diminuisce l'esistenza: un carico si indica con una quantità positiva."_s);
-    QPalette colours = palette();
+    QPalette colours;
     if (odd) {
         colours.setColor(QPalette::Window, ui::warningGround);
         colours.setColor(QPalette::WindowText, ui::warningText);

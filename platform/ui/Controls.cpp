@@ -13,6 +13,46 @@ using namespace Qt::StringLiterals;
 
 namespace ui {
 
+namespace {
+
+const QString recolouring = u"recolouring"_s;
+
+/// Keeps a widget in colours that are made of the theme's.
+class Recolouring : public QObject
+{
+public:
+    Recolouring(QWidget *widget, std::function<QPalette(QPalette)> change)
+        : QObject(widget)
+        , widget_(widget)
+        , change_(std::move(change))
+    {
+        setObjectName(recolouring);
+        apply();
+        widget->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::PaletteChange && !applying_)
+            apply();
+        return false;
+    }
+
+private:
+    void apply()
+    {
+        applying_ = true;
+        widget_->setPalette(change_(QApplication::palette(widget_)));
+        applying_ = false;
+    }
+
+    QWidget *widget_;
+    std::function<QPalette(QPalette)> change_;
+    bool applying_ = false;
+};
+
+} // namespace
+
 ElidedLabel::ElidedLabel(QWidget *parent)
     : QLabel(parent)
 {
@@ -66,19 +106,26 @@ QPalette refusedPalette(QPalette palette)
     return palette;
 }
 
+void recolour(QWidget *widget, const std::function<QPalette(QPalette)> &change)
+{
+    delete widget->findChild<QObject *>(recolouring, Qt::FindDirectChildrenOnly);
+    new Recolouring(widget, change);
+}
+
 void showReadOnly(QLineEdit *edit)
 {
     edit->setReadOnly(true);
-    QPalette palette = edit->palette();
-    palette.setColor(QPalette::Base, palette.color(QPalette::Window));
-    edit->setPalette(palette);
+    recolour(edit, [](QPalette palette) {
+        palette.setColor(QPalette::Base, palette.color(QPalette::Window));
+        return palette;
+    });
 }
 
 QLabel *requiredMark(QWidget *parent)
 {
     auto *mark = named(u"lblNecessario"_s, new QLabel(u"*"_s, parent));
     mark->setToolTip(u"Necessario per salvare"_s);
-    mark->setPalette(refusedPalette(mark->palette()));
+    recolour(mark, refusedPalette);
     mark->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     return mark;
 }

@@ -3,6 +3,8 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <functional>
+
 class QLineEdit;
 
 /// Small controls and the icons of the commands.
@@ -65,11 +67,14 @@ protected:
 
 /// `palette` with the colours of what is refused, readable on light and on dark ground; so is what is selected in it.
 QPalette refusedPalette(QPalette palette);
+/// Gives `widget` the colours that `change` makes of the theme's, now and whenever the theme changes. The last one
+/// counts.
+void recolour(QWidget *widget, const std::function<QPalette(QPalette)> &change);
 
 /// What only the program fills must not look like something to type into.
 void showReadOnly(QLineEdit *edit);
 
-/// The mark beside an input that a save requires.
+/// The mark of what a save requires: it stands before the input, behind the caption or button that names it.
 QLabel *requiredMark(QWidget *parent);
 
 /// Icons of the commands, from the style, so that they follow the desktop.

@@ -46,9 +46,11 @@ void FigureField::show(const QString &text)
     try {
         const double figure = spec_.source->of({text}).value(text);
         edit_->setText(core::formatNumber(figure));
-        QPalette palette = edit_->palette();
-        palette.setColor(QPalette::Text, figure < 0 ? negativeText(palette) : palette.color(QPalette::WindowText));
-        edit_->setPalette(palette);
+        recolour(edit_, [figure](QPalette palette) {
+            palette.setColor(QPalette::Base, palette.color(QPalette::Window));
+            palette.setColor(QPalette::Text, figure < 0 ? negativeText(palette) : palette.color(QPalette::WindowText));
+            return palette;
+        });
     } catch (const std::exception &error) {
         // What only tells must not keep anybody from the record.
         core::logError(u"campo "_s + spec_.name, error);

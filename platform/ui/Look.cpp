@@ -8,6 +8,8 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace ui {
@@ -53,32 +55,47 @@ void drawSection(const QStyleOptionGroupBox &box, QPainter &painter, const QWidg
     painter.restore();
 }
 
-// Desktops that tell their colours are followed; where none does, the style's own are rather grey.
-void useCalmColours()
+bool desktopColours = false;
+
+// What Qt gives where it knows of none are the style's, which are rather grey.
+bool tellsColours()
 {
     const QPalette given = QApplication::palette();
     const QPalette plain = QApplication::style()->standardPalette();
-    for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Base, QPalette::Text, QPalette::Highlight}) {
-        if (given.color(role) != plain.color(role))
-            return;
-    }
-    QPalette calm = plain;
-    const QList<std::pair<QPalette::ColorRole, QColor>> colours = {{QPalette::Window, QColor(245, 246, 247)},
-                                                                   {QPalette::WindowText, QColor(32, 36, 41)},
-                                                                   {QPalette::Base, Qt::white},
-                                                                   {QPalette::AlternateBase, QColor(247, 248, 250)},
-                                                                   {QPalette::Text, QColor(32, 36, 41)},
-                                                                   {QPalette::Button, QColor(244, 245, 246)},
-                                                                   {QPalette::ButtonText, QColor(32, 36, 41)},
-                                                                   {QPalette::Highlight, QColor(38, 104, 166)},
-                                                                   {QPalette::HighlightedText, Qt::white},
-                                                                   {QPalette::Link, QColor(29, 95, 168)},
-                                                                   {QPalette::PlaceholderText, QColor(104, 112, 121)}};
-    for (const auto &[role, colour] : colours)
-        calm.setColor(role, colour);
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        calm.setColor(QPalette::Disabled, role, QColor(150, 155, 161));
-    QApplication::setPalette(calm);
+    const QList<QPalette::ColorRole> roles = {QPalette::Window, QPalette::Base, QPalette::Text, QPalette::Highlight};
+    return std::any_of(roles.begin(), roles.end(),
+                       [&](QPalette::ColorRole role) { return given.color(role) != plain.color(role); });
+}
+
+using Colours = QList<std::pair<QPalette::ColorRole, QColor>>;
+
+const Colours &lightColours()
+{
+    static const Colours colours = {{QPalette::Window, QColor(245, 246, 247)},
+                                    {QPalette::WindowText, QColor(32, 36, 41)},
+                                    {QPalette::Base, Qt::white},
+                                    {QPalette::AlternateBase, QColor(247, 248, 250)},
+                                    {QPalette::Text, QColor(32, 36, 41)},
+                                    {QPalette::Button, QColor(244, 245, 246)},
+                                    {QPalette::ButtonText, QColor(32, 36, 41)},
+                                    {QPalette::Highlight, QColor(38, 104, 166)},
+                                    {QPalette::HighlightedText, Qt::white},
+                                    {QPalette::Link, QColor(29, 95, 168)},
+                                    {QPalette::PlaceholderText, QColor(104, 112, 121)}};
+    return colours;
+}
+
+const Colours &darkColours()
+{
+    static const Colours colours = {
+        {QPalette::WindowText, QColor(230, 232, 235)},     {QPalette::Base, QColor(28, 30, 33)},
+        {QPalette::AlternateBase, QColor(34, 37, 41)},     {QPalette::Text, QColor(230, 232, 235)},
+        {QPalette::ButtonText, QColor(230, 232, 235)},     {QPalette::BrightText, Qt::white},
+        {QPalette::Highlight, QColor(43, 105, 168)},       {QPalette::HighlightedText, Qt::white},
+        {QPalette::Link, QColor(122, 178, 240)},           {QPalette::LinkVisited, QColor(190, 160, 235)},
+        {QPalette::ToolTipBase, QColor(70, 75, 81)},       {QPalette::ToolTipText, QColor(230, 232, 235)},
+        {QPalette::PlaceholderText, QColor(148, 155, 163)}};
+    return colours;
 }
 
 } // namespace
@@ -91,7 +108,27 @@ Look::Look()
 void Look::use()
 {
     QApplication::setStyle(new Look);
-    useCalmColours();
+    desktopColours = tellsColours();
+    if (!desktopColours)
+        useOwnColours(Scheme::Light);
+}
+
+bool Look::hasDesktopColours()
+{
+    return desktopColours;
+}
+
+void Look::useOwnColours(Scheme scheme)
+{
+    const bool dark = scheme == Scheme::Dark;
+    QPalette colours =
+        dark ? QPalette(QColor(66, 71, 77), QColor(50, 54, 59)) : QApplication::style()->standardPalette();
+    for (const auto &[role, colour] : dark ? darkColours() : lightColours())
+        colours.setColor(role, colour);
+    const QColor disabled = dark ? QColor(118, 124, 131) : QColor(150, 155, 161);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        colours.setColor(QPalette::Disabled, role, disabled);
+    QApplication::setPalette(colours);
 }
 
 void Look::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,

@@ -5,6 +5,13 @@ class QStyleOptionGroupBox;
 
 namespace ui {
 
+/// Which of the program's own colours.
+enum class Scheme
+{
+    Light,
+    Dark
+};
+
 /// How the program looks, in one place: the desktop's colours, one rule of distances for every form, sections parted
 /// by a line instead of boxes, pictures of the icon theme in message boxes.
 class Look : public QProxyStyle
@@ -23,6 +30,10 @@ public:
     Look();
     /// Gives the program its look, and its own calm colours where the desktop has none. Once, before the first window.
     static void use();
+    /// Did Qt know the desktop's colours at use()?
+    static bool hasDesktopColours();
+    /// Shows the program's own colours, also in windows that are open.
+    static void useOwnColours(Scheme scheme);
 
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
                             const QWidget *widget) const override;

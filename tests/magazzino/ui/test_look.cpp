@@ -1,6 +1,7 @@
 #include "host/HostCommands.h"
 #include "host/ui/MainWindow.h"
 #include "platform/ui/Colours.h"
+#include "platform/ui/Icons.h"
 #include "platform/ui/LetterBar.h"
 #include "platform/ui/Look.h"
 #include "tests/support/Fixtures.h"
@@ -59,6 +60,9 @@ private Q_SLOTS:
     {
         test::columns<QPalette>("palette");
         QTest::newRow("the program's own") << QApplication::palette();
+        ui::Look::useOwnColours(ui::Scheme::Dark);
+        QTest::newRow("the program's own, dark") << QApplication::palette();
+        ui::Look::useOwnColours(ui::Scheme::Light);
         QTest::newRow("dark") << darkPalette();
         QTest::newRow("black") << QPalette(Qt::black);
     }
@@ -83,14 +87,48 @@ private Q_SLOTS:
             {ui::warningText, ui::warningRowGround},
             {ui::unreadableText, ui::unreadableGround}};
         // What a desktop chooses besides is its own affair.
-        if (palette == QApplication::palette())
+        if (QByteArray(QTest::currentDataTag()).startsWith("the program"))
             pairs += {{of(QPalette::HighlightedText), of(QPalette::Highlight)},
                       {of(QPalette::Link), of(QPalette::Window)},
+                      {of(QPalette::ToolTipText), of(QPalette::ToolTipBase)},
                       {of(QPalette::PlaceholderText), of(QPalette::Base)}};
         for (const auto &[text, ground] : std::as_const(pairs)) {
             const QByteArray told = QStringLiteral("%1 on %2").arg(text.name(), ground.name()).toUtf8();
             QVERIFY2(ui::contrast(text, ground) >= ui::leastContrast, told.constData());
         }
+    }
+
+    // In the evening the desktop turns dark, under open windows.
+    void openWindowsFollowTheTheme()
+    {
+        ui::useIconTheme();
+        const QWidget *form = open(u"actInserimentoMovimentiMagazzino"_s);
+        const QWidget *article = place().commands().openForm(u"actInserimentoArticoli"_s);
+        const auto back = qScopeGuard([] {
+            ui::Look::useOwnColours(ui::Scheme::Light);
+            ui::useIconTheme();
+        });
+        ui::Look::useOwnColours(ui::Scheme::Dark);
+        ui::useIconTheme();
+        test::settle();
+        for (const QWidget *window : {form, article}) {
+            for (const QWidget *control : window->findChildren<QWidget *>()) {
+                const bool typed = qobject_cast<const QLineEdit *>(control) != nullptr;
+                const QPalette palette = control->palette();
+                const QColor ground = palette.color(typed ? QPalette::Base : QPalette::Window);
+                const QColor text = palette.color(typed ? QPalette::Text : QPalette::WindowText);
+                QVERIFY2(control->window()->isHidden() || ground.lightness() < 128, qPrintable(control->objectName()));
+                QVERIFY2(!control->isEnabled() || ui::contrast(text, ground) >= ui::leastContrast,
+                         qPrintable(control->objectName()));
+            }
+        }
+        QVERIFY(place().window().area().background().color().lightness() < 128);
+        const QIcon icon = test::control<QAction>(form, u"actSalva"_s)->icon();
+        QVERIFY(icon.pixmap(16)
+                    .toImage()
+                    .scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                    .pixelColor(0, 0)
+                    .lightness() > 128);
     }
 
     // Twice the usual size, in the smallest usual window: pages scroll, nothing is cut.
