@@ -9,6 +9,7 @@
 
 #include <QAbstractItemView>
 #include <QHBoxLayout>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
