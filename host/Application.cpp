@@ -5,6 +5,7 @@
 #include "host/HostCommands.h"
 #include "host/HostOffer.h"
 #include "host/PackageLoader.h"
+#include "host/Translations.h"
 #include "host/Version.h"
 #include "host/help/HostChapters.h"
 #include "host/help/ManualWindow.h"
@@ -17,6 +18,7 @@
 #include "platform/core/FileAccess.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/core/WorkFolder.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
@@ -30,12 +32,10 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QIcon>
-#include <QLibraryInfo>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QTemporaryDir>
-#include <QTranslator>
 
 #include <algorithm>
 #include <cstdio>
@@ -73,18 +73,20 @@ void printMessages(int &shown)
 StartOptions parseArguments(const QApplication &application)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(u"Corvane, gestione aziendale"_s);
-    const QCommandLineOption database(u"database"_s, u"Apre un altro database: FILE oppure HOST[/PORTA]:FILE."_s,
+    parser.setApplicationDescription(core::tr("Corvane, gestione aziendale"));
+    const QCommandLineOption database(u"database"_s, core::tr("Apre un altro database: FILE oppure HOST[/PORTA]:FILE."),
                                       u"database"_s);
-    const QCommandLineOption user(u"user"_s, u"Nome proposto per l'accesso."_s, u"nome"_s);
-    const QCommandLineOption empty(u"empty"_s, u"Crea il database, se non esiste, senza dati dimostrativi."_s);
-    const QCommandLineOption upgrade(u"upgrade"_s, u"Aggiorna lo schema del database e termina."_s);
-    const QCommandLineOption tour(u"tour"_s, u"Esegue la visita guidata e ne salva le immagini in CARTELLA."_s,
+    const QCommandLineOption user(u"user"_s, core::tr("Nome proposto per l'accesso."), u"nome"_s);
+    const QCommandLineOption empty(u"empty"_s, core::tr("Crea il database, se non esiste, senza dati dimostrativi."));
+    const QCommandLineOption upgrade(u"upgrade"_s, core::tr("Aggiorna lo schema del database e termina."));
+    const QCommandLineOption tour(u"tour"_s, core::tr("Esegue la visita guidata e ne salva le immagini in CARTELLA."),
                                   u"cartella"_s);
     const QCommandLineOption check(
-        selfCheck, u"Controlla l'installazione con un archivio dimostrativo temporaneo, senza finestre, e termina."_s);
+        selfCheck,
+        core::tr("Controlla l'installazione con un archivio dimostrativo temporaneo, senza finestre, e termina."));
     parser.addOptions({database, user, empty, upgrade, tour, check});
-    parser.addPositionalArgument(u"archivio"_s, u"Un archivio da aprire, come con --database."_s, u"[archivio]"_s);
+    parser.addPositionalArgument(u"archivio"_s, core::tr("Un archivio da aprire, come con --database."),
+                                 u"[archivio]"_s);
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(application);
@@ -101,7 +103,7 @@ int startTour(const QString &folder)
 {
     const int code = QProcess::execute(QCoreApplication::applicationDirPath() + u"/corvane_tour"_s, {folder});
     if (code < 0)
-        core::showError(nullptr, u"La visita guidata non è installata."_s);
+        core::showError(nullptr, core::tr("La visita guidata non è installata."));
     return code < 0 ? 1 : code;
 }
 
@@ -150,7 +152,7 @@ void Session::keepDrafts(const QString &folder, const data::DatabaseAddress &add
     auto *drafts = new ui::Drafts(folder, address.toString(), user, window_.get());
     QObject::connect(drafts, &ui::Drafts::failed, window_.get(), [this](const QString &reason) {
         window_->statusBar()->showMessage(
-            u"Ciò che si scrive non viene conservato fino al salvataggio: %1"_s.arg(reason));
+            core::tr("Ciò che si scrive non viene conservato fino al salvataggio: %1").arg(reason));
     });
 }
 
@@ -194,10 +196,7 @@ void prepareProgram(QApplication &application)
     if (hasScreen())
         followDesktopScheme(&application);
     ui::useIconTheme();
-    // Texts of Qt's own dialogs and context menus.
-    auto *translator = new QTranslator(&application);
-    if (translator->load(u"qtbase_it"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(translator);
+    installTranslations(application);
     core::keepNewFilesPrivate();
     addHostChapters();
     installHelpKey(&application);
@@ -227,7 +226,7 @@ int runApplication(QApplication &application)
         return startTour(options.tourFolder);
     int code = 1;
     if (!isSilent && !hasScreen())
-        core::showError(nullptr, u"Nessuno schermo disponibile: usare --tour CARTELLA oppure --upgrade."_s);
+        core::showError(nullptr, core::tr("Nessuno schermo disponibile: usare --tour CARTELLA oppure --upgrade."));
     else if (core::guarded(nullptr, [&] { code = work(options, printed); }))
         return code;
     return 1;

@@ -7,6 +7,7 @@
 #include "platform/core/FileAccess.h"
 #include "platform/core/Log.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/core/WorkFolder.h"
 #include "platform/data/Catalogue.h"
 #include "platform/data/DatabaseError.h"
@@ -29,23 +30,24 @@ QString problemText(data::OpenFailure failure, const data::DatabaseAddress &addr
     case data::OpenFailure::None:
         return {};
     case data::OpenFailure::Missing:
-        return u"Il database \"%1\" non esiste."_s.arg(name);
+        return core::tr("Il database \"%1\" non esiste.").arg(name);
     case data::OpenFailure::InUse:
-        return u"Il database \"%1\" è già in uso da un altro programma. Chiudere l'altro programma e riprovare."_s.arg(
-            name);
+        return core::tr(
+                   "Il database \"%1\" è già in uso da un altro programma. Chiudere l'altro programma e riprovare.")
+            .arg(name);
     case data::OpenFailure::NotADatabase:
-        return u"Il file \"%1\" non è un database oppure è danneggiato."_s.arg(name);
+        return core::tr("Il file \"%1\" non è un database oppure è danneggiato.").arg(name);
     case data::OpenFailure::Refused:
-        return u"Il server \"%1\" ha rifiutato il nome utente o la password."_s.arg(address.host);
+        return core::tr("Il server \"%1\" ha rifiutato il nome utente o la password.").arg(address.host);
     case data::OpenFailure::Unreachable:
-        return u"Il server \"%1\" non è raggiungibile. Verificare che sia acceso e collegato alla rete."_s.arg(
-            address.host);
+        return core::tr("Il server \"%1\" non è raggiungibile. Verificare che sia acceso e collegato alla rete.")
+            .arg(address.host);
     case data::OpenFailure::NoPermission:
-        return u"Non si dispone dei permessi di lettura e scrittura sul file \"%1\"."_s.arg(name);
+        return core::tr("Non si dispone dei permessi di lettura e scrittura sul file \"%1\".").arg(name);
     case data::OpenFailure::Other:
         break;
     }
-    return u"Impossibile aprire il database \"%1\". Il motivo si trova nel registro del programma."_s.arg(name);
+    return core::tr("Impossibile aprire il database \"%1\". Il motivo si trova nel registro del programma.").arg(name);
 }
 
 using Fill = std::function<void(data::Connection &)>;
@@ -61,7 +63,7 @@ void fillNew(const data::DatabaseAddress &address, const Fill &fill)
 
 [[noreturn]] void refuseExisting()
 {
-    throw data::DatabaseError(u"Il file esiste già."_s, u"CREATE DATABASE"_s);
+    throw data::DatabaseError(core::tr("Il file esiste già."), u"CREATE DATABASE"_s);
 }
 
 // Under its name the file is there when it is complete; what a cut leaves lies in a work folder, which the next one
@@ -93,10 +95,10 @@ void dropUnfinished(const data::DatabaseAddress &address)
     try {
         data::dropDatabase(address);
     } catch (const data::DatabaseError &error) {
-        throw core::Error(
-            u"Il database \"%1\", rimasto incompleto, non si può sostituire: forse un'altra postazione lo "
-            "sta creando."_s.arg(address.toString()),
-            error.text());
+        throw core::Error(core::tr("Il database \"%1\", rimasto incompleto, non si può sostituire: forse un'altra "
+                                   "postazione lo sta creando.")
+                              .arg(address.toString()),
+                          error.text());
     }
 }
 
@@ -108,7 +110,7 @@ void createOnServer(const data::DatabaseAddress &address, const Fill &fill)
     try {
         fillNew(address, fill);
     } catch (const std::exception &) {
-        data::dropQuietly(address, u"eliminazione database"_s);
+        data::dropQuietly(address, core::tr("eliminazione database"));
         throw;
     }
 }
@@ -129,17 +131,18 @@ QString databaseProblem(const data::DatabaseAddress &address)
         return problem;
     data::Connection connection(data::nativeConnectionString(address));
     if (isCreationUnfinished(connection))
-        return u"La creazione dell'archivio \"%1\" si è interrotta o non è ancora finita: non contiene dati e va "
-               u"creato "
-               "di nuovo."_s.arg(address.toString());
+        return core::tr("La creazione dell'archivio \"%1\" si è interrotta o non è ancora finita: non contiene dati e "
+                        "va creato di nuovo.")
+            .arg(address.toString());
     // Every database of this program has these from its first moment.
     for (const QString &table : {u"TABLE_VERSION"_s, u"OPZIONI"_s, u"UTENTI"_s}) {
         if (!data::hasTable(connection, table))
-            return u"Il database \"%1\" non è un archivio di questo programma."_s.arg(address.toString());
+            return core::tr("Il database \"%1\" non è un archivio di questo programma.").arg(address.toString());
     }
     if (isHostSchemaNewer(connection))
-        return u"Il database \"%1\" è stato aggiornato da una versione più recente del programma: per aprirlo serve "
-               "quella."_s.arg(address.toString());
+        return core::tr("Il database \"%1\" è stato aggiornato da una versione più recente del programma: per aprirlo "
+                        "serve quella.")
+            .arg(address.toString());
     return {};
 }
 

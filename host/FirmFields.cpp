@@ -3,6 +3,7 @@
 #include "host/InvoiceCodes.h"
 #include "host/TaxCodes.h"
 #include "platform/core/Lists.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -53,20 +54,21 @@ QList<FirmField> companyInvoiceFields()
 {
     constexpr auto company = FirmKind::Company;
     return {
-        chosen(invoiceField(company, u"RegimeFiscale"_s, u"Regime fiscale"_s, 4, {0, 0, 2},
-                            u"Il regime con cui l'azienda applica l'IVA: di solito RF01, ordinario."_s),
+        chosen(invoiceField(company, u"RegimeFiscale"_s, core::tr("Regime fiscale"), 4, {0, 0, 2},
+                            core::tr("Il regime con cui l'azienda applica l'IVA: di solito RF01, ordinario.")),
                taxRegimes()),
-        checked(invoiceField(company, u"ReaUfficio"_s, u"Ufficio REA"_s, 2, {1},
-                             u"La provincia della Camera di commercio dove l'azienda è iscritta, per esempio VI."_s),
-                isProvinceCode, u"la provincia si scrive con due lettere."_s),
-        invoiceField(company, u"ReaNumero"_s, u"Numero REA"_s, 20, {1, 1},
-                     u"Il numero d'iscrizione al repertorio economico amministrativo, come sta sulla visura."_s),
-        chosen(invoiceField(company, u"StatoLiquidazione"_s, u"Liquidazione"_s, 2, {2, 1},
-                            u"Per le società iscritte al REA: se la società è in liquidazione."_s),
+        checked(
+            invoiceField(company, u"ReaUfficio"_s, core::tr("Ufficio REA"), 2, {1},
+                         core::tr("La provincia della Camera di commercio dove l'azienda è iscritta, per esempio VI.")),
+            isProvinceCode, core::tr("la provincia si scrive con due lettere.")),
+        invoiceField(company, u"ReaNumero"_s, core::tr("Numero REA"), 20, {1, 1},
+                     core::tr("Il numero d'iscrizione al repertorio economico amministrativo, come sta sulla visura.")),
+        chosen(invoiceField(company, u"StatoLiquidazione"_s, core::tr("Liquidazione"), 2, {2, 1},
+                            core::tr("Per le società iscritte al REA: se la società è in liquidazione.")),
                liquidationStates()),
         checked(invoiceField(company, u"Iban"_s, u"IBAN"_s, 34, {3, 0, 2},
-                             u"Il conto su cui i clienti pagano: sta nelle fatture da pagare con bonifico."_s),
-                isIban, u"le cifre di controllo non corrispondono."_s),
+                             core::tr("Il conto su cui i clienti pagano: sta nelle fatture da pagare con bonifico.")),
+                isIban, core::tr("le cifre di controllo non corrispondono.")),
     };
 }
 
@@ -74,23 +76,24 @@ QList<FirmField> customerInvoiceFields()
 {
     constexpr auto customer = FirmKind::Customer;
     return {
-        checked(imported(invoiceField(customer, u"CodiceDestinatario"_s, u"Codice destinatario"_s, 7, {0},
-                                      u"Le sette lettere o cifre che il cliente ha comunicato. Vuoto se non si "
-                                      "conosce: nella fattura va 0000000, e XXXXXXX per i clienti esteri."_s),
+        checked(imported(invoiceField(customer, u"CodiceDestinatario"_s, core::tr("Codice destinatario"), 7, {0},
+                                      core::tr("Le sette lettere o cifre che il cliente ha comunicato. Vuoto se non si "
+                                               "conosce: nella fattura va 0000000, e XXXXXXX per i clienti esteri.")),
                          {u"Codice destinatario"_s, u"Cod. destinatario"_s, u"Codice SDI"_s, u"SDI"_s}),
-                isRecipientCode, u"servono sette lettere o cifre."_s),
-        checked(imported(invoiceField(customer, u"NazioneIso"_s, u"Codice nazione"_s, 2, {0, 1},
-                                      u"La nazione in due lettere: IT per l'Italia, DE per la Germania, FR per la "
-                                      "Francia... Vuoto vale IT se la nazione è vuota o Italia."_s),
+                isRecipientCode, core::tr("servono sette lettere o cifre.")),
+        checked(imported(invoiceField(customer, u"NazioneIso"_s, core::tr("Codice nazione"), 2, {0, 1},
+                                      core::tr("La nazione in due lettere: IT per l'Italia, DE per la Germania, FR per "
+                                               "la Francia... Vuoto vale IT se la nazione è vuota o Italia.")),
                          {u"Codice nazione"_s, u"Codice paese"_s, u"ISO"_s}),
-                isCountryCode, u"non è un codice ISO di due lettere (IT, DE, FR...)."_s),
-        imported(invoiceField(customer, u"CognomePersona"_s, u"Cognome"_s, 60, {1},
-                              u"Solo per una persona privata: con cognome e nome la fattura non riporta la ragione "
-                              "sociale."_s,
-                              typed),
-                 {u"Cognome"_s}),
-        imported(invoiceField(customer, u"NomePersona"_s, u"Nome"_s, 60, {1, 1},
-                              u"Solo per una persona privata, insieme al cognome."_s, typed),
+                isCountryCode, core::tr("non è un codice ISO di due lettere (IT, DE, FR...).")),
+        imported(
+            invoiceField(
+                customer, u"CognomePersona"_s, core::tr("Cognome"), 60, {1},
+                core::tr("Solo per una persona privata: con cognome e nome la fattura non riporta la ragione sociale."),
+                typed),
+            {u"Cognome"_s}),
+        imported(invoiceField(customer, u"NomePersona"_s, core::tr("Nome"), 60, {1, 1},
+                              core::tr("Solo per una persona privata, insieme al cognome."), typed),
                  {u"Nome di persona"_s, u"Nome proprio"_s}),
     };
 }
@@ -99,7 +102,7 @@ FirmField certifiedMail(FirmKind firm, FirmField::Place place, const QString &he
 {
     return checked(imported(invoiceField(firm, u"Pec"_s, u"PEC"_s, 100, place, help, typed),
                             {u"PEC"_s, u"Posta certificata"_s, u"Indirizzo PEC"_s}),
-                   isMailAddress, u"non è un indirizzo di posta."_s);
+                   isMailAddress, core::tr("non è un indirizzo di posta."));
 }
 
 } // namespace
@@ -136,16 +139,16 @@ const QList<FirmField> &firmFields()
          {u"Telefono 2"_s, u"Cellulare"_s}, {}, partners},
         {u"Telefono3"_s, u"Telefono 3"_s, 20, typed, contact, {1}, &F::telefono3, {u"Telefono 3"_s}, {}, partners},
         // The company itself keeps one number.
-        {u"Telefono"_s, u"Telefono"_s, 20, typed, contact, {1}, nullptr, {}, {}, FirmKind::Company},
+        {u"Telefono"_s, core::tr("Telefono"), 20, typed, contact, {1}, nullptr, {}, {}, FirmKind::Company},
         {u"Fax"_s, u"Fax"_s, 20, typed, contact, {1, 1}, &F::fax, {u"Fax"_s}},
         {u"Email"_s, u"e-mail"_s, 100, typed, contact, {2}, &F::email,
          {u"E-mail"_s, u"Posta elettronica"_s, u"Mail"_s}},
         {u"Web"_s, u"web"_s, 100, typed, contact, {2, 1}, &F::web, {u"Sito web"_s, u"Sito"_s, u"Sito Internet"_s}},
     } + companyInvoiceFields()
-      + QList{certifiedMail(FirmKind::Company, {4, 0, 2}, u"L'indirizzo di posta certificata dell'azienda."_s)}
+      + QList{certifiedMail(FirmKind::Company, {4, 0, 2}, core::tr("L'indirizzo di posta certificata dell'azienda."))}
       + customerInvoiceFields()
       + QList{certifiedMail(FirmKind::Customer, {2, 0, 2},
-                            u"Dove il cliente riceve le fatture se non ha un codice destinatario."_s)};
+                            core::tr("Dove il cliente riceve le fatture se non ha un codice destinatario."))};
     // clang-format on
     return all;
 }

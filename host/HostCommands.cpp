@@ -11,6 +11,7 @@
 #include "host/users/PasswordDialogs.h"
 #include "host/users/UserForms.h"
 #include "host/users/Users.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/RegisterEntry.h"
 #include "platform/ui/RegisterList.h"
 
@@ -65,9 +66,9 @@ void HostCommands::addTo(const QString &menu, const ui::ActionSpec &spec)
 
 void HostCommands::addRegisters()
 {
-    add({.name = u"actInserimentoArticoli"_s, .caption = u"Inserimento articoli"_s, .create = [this](QWidget *owner) {
-             return new ArticleEntry(connection_, owner);
-         }});
+    add({.name = u"actInserimentoArticoli"_s,
+         .caption = core::tr("Inserimento articoli"),
+         .create = [this](QWidget *owner) { return new ArticleEntry(connection_, owner); }});
     addTo(registersMenu, listOf(articles()));
     addRegister(services(), registersMenu);
     addRegister(customers(), registersMenu);
@@ -106,7 +107,7 @@ ui::ActionSpec HostCommands::listOf(const ui::RegisterSpec &spec)
 void HostCommands::addSettings()
 {
     addTo(toolsMenu, {.name = u"actAzienda"_s,
-                      .caption = u"Dati dell'azienda"_s,
+                      .caption = core::tr("Dati dell'azienda"),
                       .create =
                           [this](QWidget *owner) {
                               auto *form = new ui::RegisterEntry(company(), connection_, owner);
@@ -119,12 +120,12 @@ void HostCommands::addSettings()
                           },
                       .right = fullControl});
     addTo(toolsMenu, {.name = u"actOpzioni"_s,
-                      .caption = u"Opzioni..."_s,
+                      .caption = core::tr("Opzioni..."),
                       .kind = ui::ActionKind::Routine,
                       .right = fullControl,
                       .run = [this](QWidget *owner) { editOptions(owner, connection_); }});
     addTo(toolsMenu, {.name = u"actOpzioniDocumenti"_s,
-                      .caption = u"Stampa e invio dei documenti..."_s,
+                      .caption = core::tr("Stampa e invio dei documenti..."),
                       .kind = ui::ActionKind::Routine,
                       .right = fullControl,
                       .run = [this](QWidget *owner) { editDocumentOptions(owner, connection_); }});
@@ -138,25 +139,25 @@ void HostCommands::addUsers()
         addTo(toolsMenu, list);
     }
     add({.name = u"actInserimentoUtenti"_s,
-         .caption = u"Inserimento utenti"_s,
+         .caption = core::tr("Inserimento utenti"),
          .create = [this](QWidget *owner) { return new UserEntry(connection_, owner); },
          .right = fullControl});
     add({.name = u"actInserimentoRuoli"_s,
-         .caption = u"Inserimento ruoli"_s,
+         .caption = core::tr("Inserimento ruoli"),
          .create = [this](QWidget *owner) { return new RoleEntry(connection_, owner); },
          .right = fullControl});
     addTo(toolsMenu, {.name = u"actImporta"_s,
-                      .caption = u"Importa da CSV..."_s,
+                      .caption = core::tr("Importa da CSV..."),
                       .kind = ui::ActionKind::Routine,
                       .right = fullControl,
                       .run = [this](QWidget *owner) { importFromCsv(owner, connection_); }});
     addTo(toolsMenu, {.name = u"actCercaOvunque"_s,
-                      .caption = u"Cerca ovunque..."_s,
+                      .caption = core::tr("Cerca ovunque..."),
                       .kind = ui::ActionKind::Routine,
                       .run = [this](QWidget *owner) { searchEverywhere(owner, connection_); }});
     action(u"actCercaOvunque"_s)->setShortcut(QKeySequence(u"Ctrl+K"_s));
     addTo(toolsMenu, {.name = u"actCambiaPassword"_s,
-                      .caption = u"Cambia password..."_s,
+                      .caption = core::tr("Cambia password..."),
                       .kind = ui::ActionKind::Routine,
                       .run = [this](QWidget *owner) { changeOwnPassword(owner, connection_); }});
 }

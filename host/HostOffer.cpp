@@ -1,6 +1,7 @@
 #include "host/HostOffer.h"
 
 #include "host/users/Users.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Latest.h"
 #include "platform/data/TextSearch.h"
 
@@ -26,21 +27,21 @@ SearchSource searchOf(const QString &caption, const QString &action, const data:
 QList<SearchSource> searches(data::Connection &connection)
 {
     const QStringList item = {u"CODICE"_s, u"DESCRIZIONE"_s};
-    return {searchOf(u"Clienti"_s, u"actInserimentoClienti"_s,
+    return {searchOf(core::tr("Clienti"), u"actInserimentoClienti"_s,
                      {.from = u"CLIENTI"_s,
                       .key = u"IDCLIENTE"_s,
                       .text = u"RAGIONESOCIALE"_s,
                       .detail = u"COALESCE(CITTA, '')"_s,
                       .searched = {u"CODICE"_s, u"RAGIONESOCIALE"_s, u"CITTA"_s, u"PARTITAIVA"_s}},
                      connection),
-            searchOf(u"Articoli"_s, u"actInserimentoArticoli"_s,
+            searchOf(core::tr("Articoli"), u"actInserimentoArticoli"_s,
                      {.from = u"ANA_MAGA"_s,
                       .key = u"IDANA_MAGA"_s,
                       .text = u"DESCRIZIONE"_s,
                       .detail = u"CODICE"_s,
                       .searched = item},
                      connection),
-            searchOf(u"Servizi"_s, u"actInserimentoServizi"_s,
+            searchOf(core::tr("Servizi"), u"actInserimentoServizi"_s,
                      {.from = u"SERVIZI"_s,
                       .key = u"IDSERVIZIO"_s,
                       .text = u"DESCRIZIONE"_s,
@@ -56,18 +57,18 @@ StartOffer hostOffer(data::Connection &connection)
     const auto holds = [&connection](const QString &sql) { return !data::latest(connection, sql).isEmpty(); };
     StartOffer offer;
     offer.commands = {{u"actCercaOvunque"_s,
-                       u"Cerca ovunque"_s,
-                       u"Documenti di ogni anno, clienti, fornitori, articoli e righe (Ctrl+K)"_s,
+                       core::tr("Cerca ovunque"),
+                       core::tr("Documenti di ogni anno, clienti, fornitori, articoli e righe (Ctrl+K)"),
                        {}}};
     offer.searches = searches(connection);
-    offer.steps = {{u"Dati dell'azienda: ragione sociale e partita IVA"_s, u"actAzienda"_s,
+    offer.steps = {{core::tr("Dati dell'azienda: ragione sociale e partita IVA"), u"actAzienda"_s,
                     [holds] {
                         return holds(
                             u"SELECT FIRST 1 1 AS UNO FROM AZIENDA WHERE RAGIONESOCIALE > '' AND PARTITAIVA > ''"_s);
                     }},
-                   {u"Utenti: ognuno con la sua password"_s, u"actRicercaUtenti"_s,
+                   {core::tr("Utenti: ognuno con la sua password"), u"actRicercaUtenti"_s,
                     [&connection] { return usersWithoutPassword(connection).isEmpty(); }},
-                   {u"Articoli: scriverli o importarli"_s, u"actRicercaArticoli"_s,
+                   {core::tr("Articoli: scriverli o importarli"), u"actRicercaArticoli"_s,
                     [holds] { return holds(u"SELECT FIRST 1 1 AS UNO FROM ANA_MAGA"_s); }}};
     return offer;
 }

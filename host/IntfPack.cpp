@@ -2,6 +2,7 @@
 
 #include "host/Corvane3Impl.h"
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 
 #include <QMainWindow>
 #include <QMenuBar>
@@ -58,7 +59,7 @@ int GetPackageCount()
 PackageEntry &GetPackage(int index)
 {
     if (index < 0 || index >= GetPackageCount())
-        throw core::Error(u"Modulo non registrato."_s);
+        throw core::Error(core::tr("Modulo non registrato."));
     return registry[static_cast<size_t>(index)];
 }
 
@@ -66,7 +67,7 @@ QObject *GetPackageInstance(const QString &fileName)
 {
     const int index = GetPackageIndex(fileName);
     if (index < 0 || !GetPackage(index).instance)
-        throw core::Error(u"Il modulo \"%1\" non è caricato."_s.arg(fileName));
+        throw core::Error(core::tr("Il modulo \"%1\" non è caricato.").arg(fileName));
     return GetPackage(index).instance;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 
 #include <QDir>
 #include <QLibrary>
@@ -22,7 +23,7 @@ const QString delivered = u"Magazzino.bpl"_s;
 void call(QObject *module, const char *slot)
 {
     if (!QMetaObject::invokeMethod(module, slot, Qt::DirectConnection))
-        throw core::Error(u"Il modulo non ha la funzione %1."_s.arg(QLatin1StringView(slot)));
+        throw core::Error(core::tr("Il modulo non ha la funzione %1.").arg(QLatin1StringView(slot)));
 }
 
 } // namespace
@@ -37,13 +38,13 @@ void loadPackages(const QString &folder)
         if (!library.load() && !told.contains(library.fileName())) {
             told.insert(library.fileName());
             core::logLine(u"caricamento di "_s + file, library.errorString());
-            core::showError(nullptr, u"Impossibile caricare il modulo \"%1\"."_s.arg(file));
+            core::showError(nullptr, core::tr("Impossibile caricare il modulo \"%1\".").arg(file));
         }
     }
     if (!files.contains(delivered) && GetPackageIndex(delivered) < 0 && !told.contains(delivered)) {
         told.insert(delivered);
         core::showError(nullptr,
-                        u"Il modulo \"%1\" manca nella cartella del programma \"%2\"."_s.arg(delivered, folder));
+                        core::tr("Il modulo \"%1\" manca nella cartella del programma \"%2\".").arg(delivered, folder));
     }
 }
 
@@ -58,8 +59,9 @@ void startPackages(QObject *owner)
             core::logError(u"avvio di "_s + entry.fileName, error);
             delete entry.instance;
             RemoveEmptyMerges();
-            core::showError(nullptr, u"Impossibile avviare il modulo \"%1\".\n\r%2"_s.arg(entry.displayName,
-                                                                                          core::errorText(error)));
+            core::showError(
+                nullptr,
+                core::tr("Impossibile avviare il modulo \"%1\".\n\r%2").arg(entry.displayName, core::errorText(error)));
         }
     }
 }

@@ -2,6 +2,7 @@
 
 #include "host/IntfPack.h"
 #include "platform/core/Log.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DatabaseFile.h"
 
 #include <QFileInfo>
@@ -36,14 +37,15 @@ QString programVersion()
 
 QList<Fact> programFacts(const QString &database)
 {
-    QList<Fact> facts = {{u"Versione"_s, buildText()},
-                         {u"Moduli caricati"_s, moduleNames()},
-                         {u"Qt"_s, QString::fromLatin1(qVersion())},
-                         {u"Firebird"_s, data::clientVersion()},
-                         {u"Sistema"_s, QSysInfo::prettyProductName() + u", "_s + QSysInfo::currentCpuArchitecture()},
-                         {u"Cartella del registro"_s, QFileInfo(core::logFile()).absolutePath()}};
+    QList<Fact> facts = {
+        {core::tr("Versione"), buildText()},
+        {core::tr("Moduli caricati"), moduleNames()},
+        {u"Qt"_s, QString::fromLatin1(qVersion())},
+        {u"Firebird"_s, data::clientVersion()},
+        {core::tr("Sistema"), QSysInfo::prettyProductName() + u", "_s + QSysInfo::currentCpuArchitecture()},
+        {core::tr("Cartella del registro"), QFileInfo(core::logFile()).absolutePath()}};
     if (!database.isEmpty())
-        facts.append({u"Archivio"_s, database});
+        facts.append({core::tr("Archivio"), database});
     return facts;
 }
 

@@ -17,6 +17,7 @@
 #include "magazzino/ui/OffertaIniziale.h"
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/report/Output.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Help.h"
@@ -89,12 +90,17 @@ QHash<QString, QString> chapters()
             {u"TMMGModSelezionaBase"_s, u"Scrivere le righe"_s}};
 }
 
+host::ImportTarget suppliersToImport()
+{
+    return {u"Fornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s,
+            host::firmImportFields(host::FirmKind::Supplier, u"fornitore"_s)};
+}
+
 // Registers the module once while its library loads, with what it has of what the host works on.
 const bool registered = [] {
     RegisterPackage(packageName, u"Modulo Magazzino"_s, moduleClass());
     data::registerUses(schema::moduleUses);
-    host::registerImportTarget({u"Fornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s,
-                                host::firmImportFields(host::FirmKind::Supplier, u"fornitore"_s)});
+    host::registerImportTarget(suppliersToImport);
     ui::addHelpChapters(chapters());
     return true;
 }();
@@ -105,7 +111,7 @@ TMMGModMagazzino &Modulo()
 {
     auto *module = qobject_cast<TMMGModMagazzino *>(GetPackageInstance(packageName));
     if (!module)
-        throw core::Error(u"Il modulo \"%1\" non è caricato."_s.arg(packageName));
+        throw core::Error(core::tr("Il modulo \"%1\" non è caricato.").arg(packageName));
     return *module;
 }
 
@@ -160,7 +166,7 @@ data::DataSet &TMMGModMagazzino::dataSet(const QString &name) const
 {
     auto *found = findChild<data::DataSet *>(name, Qt::FindDirectChildrenOnly);
     if (!found)
-        throw core::Error(u"Il data set \"%1\" non esiste."_s.arg(name));
+        throw core::Error(core::tr("Il data set \"%1\" non esiste.").arg(name));
     return *found;
 }
 
@@ -197,7 +203,7 @@ TMMGModSelezionaBase &TMMGModMagazzino::selectionDialog(const QString &actionNam
 {
     auto *dialog = qobject_cast<TMMGModSelezionaBase *>(openForm(actionName));
     if (!dialog)
-        throw core::Error(u"La finestra di selezione non è disponibile."_s);
+        throw core::Error(core::tr("La finestra di selezione non è disponibile."));
     return *dialog;
 }
 
@@ -263,7 +269,7 @@ QString TMMGModMagazzino::ScegliFilePDF(QWidget *form, const QString &proposedNa
     QString path = chosen.isEmpty() ? chosen : report::withPdfExtension(chosen);
     // The dialog asked about the name as it was typed.
     if (path != chosen && QFileInfo::exists(path) &&
-        !core::confirmLoss(form, u"Il file \"%1\" esiste già.\n\rSovrascriverlo?"_s.arg(path)))
+        !core::confirmLoss(form, core::tr("Il file \"%1\" esiste già.\n\rSovrascriverlo?").arg(path)))
         return {};
     return path;
 }

@@ -6,6 +6,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/FileAccess.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/core/WorkFolder.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
@@ -137,7 +138,8 @@ QString replaceKeepingOld(const QString &newFile, const QString &target)
     // File systems without second names: a moment without the database, which a failure ends again.
     const bool linked = ::link(oldName.constData(), QFile::encodeName(kept).constData()) == 0;
     if (!linked && !QFile::rename(target, kept))
-        throw core::Error(u"Impossibile conservare il database attuale come \"%1\"."_s.arg(kept), qt_error_string());
+        throw core::Error(core::tr("Impossibile conservare il database attuale come \"%1\".").arg(kept),
+                          qt_error_string());
     try {
         core::moveIntoPlace(newFile, target);
     } catch (const std::exception &) {
@@ -155,7 +157,7 @@ void requireOwnDatabase(const Counts &tables)
     // Every database of this program has these from its first moment.
     for (const QString &table : {u"TABLE_VERSION"_s, u"OPZIONI"_s, u"UTENTI"_s}) {
         if (!tables.contains(table))
-            throw core::Error(u"La copia non contiene un database di questo programma."_s, table);
+            throw core::Error(core::tr("La copia non contiene un database di questo programma."), table);
     }
 }
 
@@ -163,7 +165,8 @@ void requireKnownVersion(const data::DatabaseAddress &restored)
 {
     data::Connection connection(data::nativeConnectionString(restored));
     if (isHostSchemaNewer(connection))
-        throw core::Error(u"La copia è di una versione più recente del programma: per ripristinarla serve quella."_s);
+        throw core::Error(
+            core::tr("La copia è di una versione più recente del programma: per ripristinarla serve quella."));
 }
 
 QString restoreEmbedded(const QString &file, const QString &target, core::Progress &progress)
@@ -171,30 +174,32 @@ QString restoreEmbedded(const QString &file, const QString &target, core::Progre
     removeLeftovers(embedded(target));
     const core::WorkFolder work(data::engineFolder(QFileInfo(target).absolutePath()));
     const QString restored = work.file(u"ripristino.fdb"_s);
-    const Counts told = restore(file, embedded(restored), u"Ripristino della tabella %1…"_s, 0, progress);
-    progress.setText(u"Verifica del database ripristinato…"_s);
+    const Counts told = restore(file, embedded(restored), core::tr("Ripristino della tabella %1…"), 0, progress);
+    progress.setText(core::tr("Verifica del database ripristinato…"));
     const Counts found = tableRows(embedded(restored));
     requireOwnDatabase(found);
     requireKnownVersion(embedded(restored));
     for (auto it = told.begin(); it != told.end(); ++it) {
         if (found.value(it.key(), -1) != it.value())
-            throw core::Error(u"Il database ripristinato non è completo (tabella %1)."_s.arg(it.key()));
+            throw core::Error(core::tr("Il database ripristinato non è completo (tabella %1).").arg(it.key()));
     }
     progress.check();
     core::makePrivate(restored);
     // Nobody may work on in the old file under its new name.
     if (data::checkDatabase(embedded(target)).failure == data::OpenFailure::InUse)
-        throw core::Error(u"Il database \"%1\" è in uso: chiudere gli altri programmi che lo usano."_s.arg(target));
+        throw core::Error(
+            core::tr("Il database \"%1\" è in uso: chiudere gli altri programmi che lo usano.").arg(target));
     return replaceKeepingOld(restored, target);
 }
 
 void restoreOnServer(const QString &file, const data::DatabaseAddress &target, core::Progress &progress)
 {
     if (data::checkDatabase(target).failure == data::OpenFailure::None)
-        throw core::Error(u"Sul server esiste già il database \"%1\": indicare un nome nuovo."_s.arg(target.file));
+        throw core::Error(
+            core::tr("Sul server esiste già il database \"%1\": indicare un nome nuovo.").arg(target.file));
     bool begun = false;
     try {
-        Follower follower(progress, u"Ripristino della tabella %1…"_s, 0);
+        Follower follower(progress, core::tr("Ripristino della tabella %1…"), 0);
         runGbak(target, {u"-c"_s, u"-v"_s, data::enginePath(file), gbakName(target)}, {}, progress,
                 [&](const QString &line) {
                     begun = begun || line.startsWith(u"created database");
@@ -243,18 +248,18 @@ void removeLeftovers(const data::DatabaseAddress &database)
 void backupDatabase(const data::DatabaseAddress &database, const QString &file, core::Progress &progress)
 {
     if (database.isEmbedded() && !QFileInfo::exists(database.file))
-        throw core::Error(u"Il database \"%1\" non esiste."_s.arg(database.file));
+        throw core::Error(core::tr("Il database \"%1\" non esiste.").arg(database.file));
     const core::WorkFolder work(data::engineFolder(QFileInfo(file).absolutePath()));
     const QString backup = work.file(u"copia.fbk"_s);
-    Follower follower(progress, u"Copia della tabella %1…"_s, 0);
+    Follower follower(progress, core::tr("Copia della tabella %1…"), 0);
     // The database is written to as well: it counts its transactions.
     runGbak(database, {u"-b"_s, u"-v"_s, gbakName(database), backup}, folderOf(database) + QStringList(work.path()),
             progress, [&follower](const QString &line) { follower(line); });
     const Counts &written = follower.counts();
     const data::DatabaseAddress copy = embedded(work.file(u"verifica.fdb"_s));
-    restore(backup, copy, u"Verifica della tabella %1…"_s, static_cast<int>(written.size()), progress);
+    restore(backup, copy, core::tr("Verifica della tabella %1…"), static_cast<int>(written.size()), progress);
     if (written.isEmpty() || tableRows(copy) != written)
-        throw core::Error(u"La copia non corrisponde al database e non è stata conservata."_s);
+        throw core::Error(core::tr("La copia non corrisponde al database e non è stata conservata."));
     progress.check();
     // It holds all that the database holds, which is its owner's alone as well.
     QFile::setPermissions(backup, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
@@ -264,7 +269,7 @@ void backupDatabase(const data::DatabaseAddress &database, const QString &file, 
 QString restoreDatabase(const QString &file, const data::DatabaseAddress &target, core::Progress &progress)
 {
     if (!QFileInfo(file).isFile())
-        throw core::Error(u"Il file \"%1\" non esiste."_s.arg(file));
+        throw core::Error(core::tr("Il file \"%1\" non esiste.").arg(file));
     if (target.isEmbedded())
         return restoreEmbedded(file, QFileInfo(target.file).absoluteFilePath(), progress);
     restoreOnServer(file, target, progress);

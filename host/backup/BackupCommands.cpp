@@ -5,6 +5,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/ProgressDialog.h"
 
@@ -18,8 +19,8 @@ namespace host {
 QString chooseBackupFile(QWidget *owner, const data::DatabaseAddress &database)
 {
     const QString name = QFileInfo(database.file).completeBaseName();
-    return ui::chooseSaveFile(owner, {.title = u"Copia di sicurezza"_s,
-                                      .filter = u"Copie di sicurezza (*.fbk)"_s,
+    return ui::chooseSaveFile(owner, {.title = core::tr("Copia di sicurezza"),
+                                      .filter = core::tr("Copie di sicurezza (*.fbk)"),
                                       .defaultExtension = u"fbk"_s,
                                       .proposedName = u"%1-%2.fbk"_s.arg(name, core::today().toString(Qt::ISODate))});
 }
@@ -31,19 +32,19 @@ bool makeBackup(QWidget *owner, const data::DatabaseAddress &database, const QSt
     core::guarded(owner, [&] {
         {
             const auto end = qScopeGuard(ended);
-            done = ui::runWithProgress(owner, u"Copia di sicurezza"_s,
+            done = ui::runWithProgress(owner, core::tr("Copia di sicurezza"),
                                        [&](core::Progress &progress) { backupDatabase(database, file, progress); });
         }
         if (done)
-            core::inform(owner, u"La copia di sicurezza è stata fatta e verificata:\n\r%1"_s.arg(file));
+            core::inform(owner, core::tr("La copia di sicurezza è stata fatta e verificata:\n\r%1").arg(file));
     });
     return done;
 }
 
 QString chooseRestoreFile(QWidget *owner)
 {
-    return ui::chooseOpenFile(owner, {.title = u"Scegli la copia da ripristinare"_s,
-                                      .filter = u"Copie di sicurezza (*.fbk);;Tutti i file (*)"_s});
+    return ui::chooseOpenFile(owner, {.title = core::tr("Scegli la copia da ripristinare"),
+                                      .filter = core::tr("Copie di sicurezza (*.fbk);;Tutti i file (*)")});
 }
 
 bool restoreBackup(QWidget *owner, const QString &file, const data::DatabaseAddress &target)
@@ -51,12 +52,13 @@ bool restoreBackup(QWidget *owner, const QString &file, const data::DatabaseAddr
     bool done = false;
     core::guarded(owner, [&] {
         QString kept;
-        done = ui::runWithProgress(owner, u"Ripristino"_s,
+        done = ui::runWithProgress(owner, core::tr("Ripristino"),
                                    [&](core::Progress &progress) { kept = restoreDatabase(file, target, progress); });
         if (!done)
             return;
-        const QString before = kept.isEmpty() ? QString() : u"\n\rIl database precedente è conservato in:\n\r"_s + kept;
-        core::inform(owner, u"La copia è stata ripristinata e verificata."_s + before);
+        const QString before =
+            kept.isEmpty() ? QString() : core::tr("\n\rIl database precedente è conservato in:\n\r") + kept;
+        core::inform(owner, core::tr("La copia è stata ripristinata e verificata.") + before);
     });
     return done;
 }
@@ -66,12 +68,12 @@ void backupAtExit(QWidget *owner, const QString &folder, const data::DatabaseAdd
     if (!dailyBackupDue(folder, database, core::today()))
         return;
     try {
-        ui::runWithProgress(owner, u"Copia di sicurezza giornaliera"_s, [&](core::Progress &progress) {
+        ui::runWithProgress(owner, core::tr("Copia di sicurezza giornaliera"), [&](core::Progress &progress) {
             runDailyBackup(folder, database, core::today(), progress);
         });
     } catch (const std::exception &error) {
         core::logError(u"copia giornaliera"_s, error);
-        core::warn(owner, u"La copia di sicurezza giornaliera non è riuscita:\n\r"_s + core::errorText(error));
+        core::warn(owner, core::tr("La copia di sicurezza giornaliera non è riuscita:\n\r") + core::errorText(error));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "host/backup/Backup.h"
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -64,7 +65,7 @@ QDate lastDailyBackup(const QString &folder, const data::DatabaseAddress &databa
 void runDailyBackup(const QString &folder, const data::DatabaseAddress &database, QDate today, core::Progress &progress)
 {
     if (!QDir().mkpath(folder))
-        throw core::Error(u"La cartella \"%1\" non si può creare."_s.arg(folder));
+        throw core::Error(core::tr("La cartella \"%1\" non si può creare.").arg(folder));
     backupDatabase(database, dailyBackupFile(folder, database, today), progress);
     removeOld(folder, stem(folder, database));
 }

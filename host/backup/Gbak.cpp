@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/data/EnginePath.h"
 
 #include <QProcess>
@@ -22,29 +23,32 @@ struct Meaning
     QString text;
 };
 
-const QString full = u"Il disco è pieno."_s;
+QString diskIsFull()
+{
+    return core::tr("Il disco è pieno.");
+}
 
 const QList<Meaning> &meanings()
 {
-    static const QString damaged = u"Il file non è una copia di sicurezza, oppure è danneggiato o incompleto."_s;
-    static const QString refused = u"Il server ha rifiutato il nome utente o la password."_s;
-    static const QString unreachable = u"Il server non è raggiungibile."_s;
-    static const QString forbidden = u"Mancano i permessi per leggere o scrivere il file."_s;
+    static const QString damaged = core::tr("Il file non è una copia di sicurezza, oppure è danneggiato o incompleto.");
+    static const QString refused = core::tr("Il server ha rifiutato il nome utente o la password.");
+    static const QString unreachable = core::tr("Il server non è raggiungibile.");
+    static const QString forbidden = core::tr("Mancano i permessi per leggere o scrivere il file.");
     // The first one that fits counts.
     static const QList<Meaning> all = {
-        {u"No space left"_s, full},
-        {u"Disk quota exceeded"_s, full},
-        {u"already opened"_s, u"Il database è in uso: chiudere gli altri programmi che lo usano e riprovare."_s},
-        {u"already exists"_s, u"Esiste già un database con questo nome."_s},
+        {u"No space left"_s, diskIsFull()},
+        {u"Disk quota exceeded"_s, diskIsFull()},
+        {u"already opened"_s, core::tr("Il database è in uso: chiudere gli altri programmi che lo usano e riprovare.")},
+        {u"already exists"_s, core::tr("Esiste già un database con questo nome.")},
         {u"user name and password"_s, refused},
-        {u"no permission"_s, u"L'utente del database non può eseguire questa operazione."_s},
+        {u"no permission"_s, core::tr("L'utente del database non può eseguire questa operazione.")},
         {u"network request"_s, unreachable},
-        {u"connection lost"_s, u"Il collegamento con il server è caduto."_s},
-        {u"from the connection"_s, u"Il collegamento con il server è caduto."_s},
-        {u"to the connection"_s, u"Il collegamento con il server è caduto."_s},
+        {u"connection lost"_s, core::tr("Il collegamento con il server è caduto.")},
+        {u"from the connection"_s, core::tr("Il collegamento con il server è caduto.")},
+        {u"to the connection"_s, core::tr("Il collegamento con il server è caduto.")},
         {u"Permission denied"_s, forbidden},
-        {u"cannot open backup file"_s, u"Il file della copia non si può aprire."_s},
-        {u"No such file"_s, u"Il file o la cartella non esiste."_s},
+        {u"cannot open backup file"_s, core::tr("Il file della copia non si può aprire.")},
+        {u"No such file"_s, core::tr("Il file o la cartella non esiste.")},
         {u"expected"_s, damaged},
         {u"not a valid"_s, damaged},
         {u"end of file"_s, damaged},
@@ -59,12 +63,11 @@ QString meaningOf(const QString &words, bool isBackup, const QStringList &folder
             return meaning.text;
     }
     if (std::any_of(folders.begin(), folders.end(), core::isDiskFull))
-        return full;
+        return diskIsFull();
     // What a damaged file makes the program say depends on where the damage is.
-    return isBackup ? u"La copia non è riuscita; il motivo si trova nel registro del programma."_s
-                    : u"La copia non si può ripristinare, probabilmente perché il file è danneggiato; il motivo si "
-                      u"trova nel "
-                      "registro del programma."_s;
+    return isBackup ? core::tr("La copia non è riuscita; il motivo si trova nel registro del programma.")
+                    : core::tr("La copia non si può ripristinare, probabilmente perché il file è danneggiato; il "
+                               "motivo si trova nel registro del programma.");
 }
 
 QProcessEnvironment environmentFor(const data::DatabaseAddress &login)
@@ -88,7 +91,7 @@ public:
         const QString program = QStandardPaths::findExecutable(name);
         if (program.isEmpty())
             throw core::Error(
-                u"Manca il programma %1 di Firebird: installare il pacchetto firebird3.0-utils."_s.arg(name));
+                core::tr("Manca il programma %1 di Firebird: installare il pacchetto firebird3.0-utils.").arg(name));
         process_.setProcessEnvironment(environmentFor(login));
         process_.setProcessChannelMode(QProcess::MergedChannels);
         // On a full disk, or after a file cut short, it would ask for another volume and wait.
@@ -97,7 +100,7 @@ public:
         process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
         process_.start(program, arguments);
         if (!process_.waitForStarted())
-            throw core::Error(u"Il programma %1 di Firebird non si avvia."_s.arg(name), process_.errorString());
+            throw core::Error(core::tr("Il programma %1 di Firebird non si avvia.").arg(name), process_.errorString());
     }
 
     ~Run()
@@ -163,8 +166,9 @@ void validateDatabase(const data::DatabaseAddress &database, core::Progress &pro
     };
     const QString name = database.isEmbedded() ? data::enginePath(database.file) : database.toString();
     if (!Run(u"gfix"_s, database, {u"-validate"_s, u"-full"_s, name}).follow(progress, take) || !found.isEmpty())
-        throw core::Error(u"L'archivio \"%1\" non ha superato la verifica di Firebird; il motivo si trova nel registro "
-                          "del programma."_s.arg(database.toString()),
+        throw core::Error(core::tr("L'archivio \"%1\" non ha superato la verifica di Firebird; il motivo si trova nel "
+                                   "registro del programma.")
+                              .arg(database.toString()),
                           u"gfix: "_s + found.join(u"; "_s));
 }
 

@@ -3,6 +3,7 @@
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/core/WorkFolder.h"
 
 #include <QCryptographicHash>
@@ -59,8 +60,9 @@ void copyBeforeUpgrade(const data::DatabaseAddress &database, const QMap<QString
         core::copyFile(file.absoluteFilePath(),
                        folder.filePath(stem + core::now().toString(u"yyyyMMdd-HHmmss"_s) + ending));
     } catch (const core::Error &error) {
-        throw core::Error(u"L'archivio va aggiornato, ma la copia che si fa prima non è riuscita.\n\r%1\n\rL'archivio "
-                          "non è stato modificato."_s.arg(error.text()),
+        throw core::Error(core::tr("L'archivio va aggiornato, ma la copia che si fa prima non è "
+                                   "riuscita.\n\r%1\n\rL'archivio non è stato modificato.")
+                              .arg(error.text()),
                           error.context());
     }
     removeOld(folder, stem);

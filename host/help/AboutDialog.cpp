@@ -2,6 +2,7 @@
 
 #include "host/Version.h"
 #include "platform/core/Log.h"
+#include "platform/core/Translation.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -19,9 +20,6 @@ namespace host {
 
 namespace {
 
-const QString licence = u"© i titolari di Corvane, tutti i diritti riservati. Usa le librerie Qt (LGPL 3), Firebird "
-                        "(IPL e IDPL) e le icone Breeze (LGPL 3)."_s;
-
 QWidget *heading(QWidget *parent)
 {
     auto *box = new QWidget(parent);
@@ -29,7 +27,7 @@ QWidget *heading(QWidget *parent)
     row->setContentsMargins({});
     auto *picture = new QLabel(box);
     picture->setPixmap(QApplication::windowIcon().pixmap(48));
-    auto *name = new QLabel(u"<b>Corvane</b>, gestione aziendale"_s, box);
+    auto *name = new QLabel(core::tr("<b>Corvane</b>, gestione aziendale"), box);
     row->addWidget(picture);
     row->addWidget(name, 1);
     return box;
@@ -51,19 +49,22 @@ AboutDialog::AboutDialog(const QString &database, QWidget *owner)
     : QDialog(owner)
 {
     setObjectName(u"frmInformazioni"_s);
-    setWindowTitle(u"Informazioni su Corvane"_s);
+    setWindowTitle(core::tr("Informazioni su Corvane"));
     const QList<Fact> facts = programFacts(database);
     auto *rows = new QFormLayout(this);
     rows->addRow(heading(this));
     for (const Fact &fact : facts)
         rows->addRow(fact.label + u':', selectable(fact.value, this));
-    rows->addRow(u"Licenza:"_s, selectable(licence, this));
+    rows->addRow(core::tr("Licenza:"),
+                 selectable(core::tr("© i titolari di Corvane, tutti i diritti riservati. Usa le librerie Qt (LGPL 3), "
+                                     "Firebird (IPL e IDPL) e le icone Breeze (LGPL 3)."),
+                            this));
 
     auto *buttons = new QDialogButtonBox(this);
-    QPushButton *copy = buttons->addButton(u"&Copia informazioni"_s, QDialogButtonBox::ActionRole);
+    QPushButton *copy = buttons->addButton(core::tr("&Copia informazioni"), QDialogButtonBox::ActionRole);
     copy->setObjectName(u"cmdCopia"_s);
     connect(copy, &QPushButton::clicked, this, [facts] { QApplication::clipboard()->setText(factsAsText(facts)); });
-    QPushButton *folder = buttons->addButton(u"Apri la &cartella del registro"_s, QDialogButtonBox::ActionRole);
+    QPushButton *folder = buttons->addButton(core::tr("Apri la &cartella del registro"), QDialogButtonBox::ActionRole);
     folder->setObjectName(u"cmdCartella"_s);
     connect(folder, &QPushButton::clicked, this,
             [] { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(core::logFile()).absolutePath())); });

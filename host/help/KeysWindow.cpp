@@ -1,5 +1,6 @@
 #include "host/help/KeysWindow.h"
 
+#include "platform/core/Translation.h"
 #include "platform/data/WordIndex.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/KeyList.h"
@@ -16,9 +17,12 @@ namespace host {
 
 namespace {
 
-const QList<ui::ListColumn> columns = {{u"Tasto"_s, u"TASTO"_s, 150},
-                                       {u"Che cosa fa"_s, u"COMANDO"_s, 0, ui::ListColumn::Width::Rest},
-                                       {u"Dove"_s, u"DOVE"_s, 260}};
+QList<ui::ListColumn> columns()
+{
+    return {{core::tr("Tasto"), u"TASTO"_s, 150},
+            {core::tr("Che cosa fa"), u"COMANDO"_s, 0, ui::ListColumn::Width::Rest},
+            {core::tr("Dove"), u"DOVE"_s, 260}};
+}
 
 /// The rows of the page that have every word of a text.
 class KeyRows
@@ -56,16 +60,16 @@ KeysWindow::KeysWindow(QWidget &main, const QMdiArea &area)
     , main_(main)
     , area_(area)
     , wanted_(ui::named(u"txtCerca"_s, new ui::LineEdit(this)))
-    , keys_(ui::named(u"GridTasti"_s, new ui::ResultGrid(u"ID"_s, columns, this)))
+    , keys_(ui::named(u"GridTasti"_s, new ui::ResultGrid(u"ID"_s, columns(), this)))
 {
     setObjectName(u"frmTasti"_s);
-    setWindowTitle(u"Tasti"_s);
+    setWindowTitle(core::tr("Tasti"));
     setAttribute(Qt::WA_DeleteOnClose);
-    wanted_->setPlaceholderText(u"Cerca un tasto o un comando"_s);
+    wanted_->setPlaceholderText(core::tr("Cerca un tasto o un comando"));
     wanted_->setClearButtonEnabled(true);
-    auto *hint = new QLabel(
-        u"Tenendo premuto Alt, accanto a ogni campo compare la sua lettera. In ogni menu una lettera sceglie la voce."_s,
-        this);
+    auto *hint = new QLabel(core::tr("Tenendo premuto Alt, accanto a ogni campo compare la sua lettera. In ogni menu "
+                                     "una lettera sceglie la voce."),
+                            this);
     hint->setWordWrap(true);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(wanted_);
@@ -84,7 +88,7 @@ void KeysWindow::refresh()
     const QMdiSubWindow *active = area_.activeSubWindow();
     if (active && active->widget())
         rows.add(ui::keysOf(*active->widget()), active->widget()->windowTitle());
-    rows.add(ui::keysOf(main_), u"Ovunque"_s);
+    rows.add(ui::keysOf(main_), core::tr("Ovunque"));
     keys_->setRows(rows.rows());
 }
 

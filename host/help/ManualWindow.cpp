@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Help.h"
 #include "platform/ui/WindowPlaces.h"
@@ -94,10 +95,10 @@ ManualWindow::ManualWindow(QWidget *owner)
     , text_(new ManualText(this))
 {
     setObjectName(u"frmManuale"_s);
-    setWindowTitle(u"Manuale di Corvane"_s);
+    setWindowTitle(core::tr("Manuale di Corvane"));
     setAttribute(Qt::WA_DeleteOnClose);
     chapters_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    wanted_->setPlaceholderText(u"Cerca nel manuale (Invio: il prossimo)"_s);
+    wanted_->setPlaceholderText(core::tr("Cerca nel manuale (Invio: il prossimo)"));
     wanted_->setClearButtonEnabled(true);
 
     auto *left = new QWidget(this);
@@ -117,7 +118,7 @@ ManualWindow::ManualWindow(QWidget *owner)
     layout()->activate();
     const QString folder = manualFolder();
     if (folder.isEmpty())
-        throw core::Error(u"Il manuale non è installato."_s);
+        throw core::Error(core::tr("Il manuale non è installato."));
     text_->setSource(QUrl::fromLocalFile(folder + u"/manuale.md"_s), QTextDocument::MarkdownResource);
     listChapters();
     connect(chapters_, &QListWidget::currentRowChanged, this,

@@ -3,6 +3,7 @@
 #include "host/registers/Registers.h"
 #include "platform/core/Barcode.h"
 #include "platform/core/Lists.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
 
@@ -35,18 +36,18 @@ ArticleEntry::ArticleEntry(data::Connection &connection, QWidget *owner)
     stored_->setUpdateTarget({u"BARCODE_ARTICOLI"_s, u"IDBARCODE_ARTICOLI"_s});
     createBarcodes();
     refuseIf([this] { return anyIsTaken(); },
-             u"Un codice a barre è scritto due volte\n\ro è già di un altro articolo!"_s);
+             core::tr("Un codice a barre è scritto due volte\n\ro è già di un altro articolo!"));
     askIf([this] { return anyIsDoubtful(); },
-          u"Codici a barre: il carattere di controllo non corrisponde.\n\rSalvare comunque?"_s);
+          core::tr("Codici a barre: il carattere di controllo non corrisponde.\n\rSalvare comunque?"));
     finish();
 }
 
 void ArticleEntry::createBarcodes()
 {
-    QWidget *page = addPage(u" Codici a barre "_s);
+    QWidget *page = addPage(core::tr(" Codici a barre "));
     auto *layout = new QVBoxLayout(page);
-    auto *help = new QLabel(u"EAN, UPC o codici liberi: si scrivono o si leggono uno dopo l'altro. Per ognuno i pezzi "
-                            "per cui vale, 6 per una confezione da 6."_s,
+    auto *help = new QLabel(core::tr("EAN, UPC o codici liberi: si scrivono o si leggono uno dopo l'altro. Per ognuno "
+                                     "i pezzi per cui vale, 6 per una confezione da 6."),
                             page);
     help->setWordWrap(true);
     barcodes_ = new BarcodeGrid(page);

@@ -3,6 +3,7 @@
 #include "platform/core/Barcode.h"
 #include "platform/core/Format.h"
 #include "platform/core/NumberReader.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Bell.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/LineEdit.h"
@@ -77,7 +78,7 @@ BarcodeGrid::BarcodeGrid(QWidget *parent)
     , delegate_(new BarcodeDelegate(this))
 {
     setObjectName(u"gridCodiciBarre"_s);
-    setHorizontalHeaderLabels({u"Codice a barre"_s, u"Pezzi"_s});
+    setHorizontalHeaderLabels({core::tr("Codice a barre"), core::tr("Pezzi")});
     horizontalHeaderItem(codeColumn)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeaderItem(piecesColumn)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     horizontalHeader()->setSectionResizeMode(codeColumn, QHeaderView::Stretch);
@@ -89,7 +90,7 @@ BarcodeGrid::BarcodeGrid(QWidget *parent)
                     QAbstractItemView::AnyKeyPressed);
     setTabKeyNavigation(false);
     setItemDelegate(delegate_);
-    auto *remove = ui::named(u"actEliminaCodice"_s, new QAction(u"Elimina codice"_s, this));
+    auto *remove = ui::named(u"actEliminaCodice"_s, new QAction(core::tr("Elimina codice"), this));
     remove->setShortcut(QKeySequence::Delete);
     remove->setShortcutContext(Qt::WidgetShortcut);
     addAction(remove);
@@ -139,7 +140,7 @@ void BarcodeGrid::mark(int row)
     const bool fits = core::checkDigitFits(codeAt(row));
     QTableWidgetItem *code = item(row, codeColumn);
     code->setForeground(fits ? QBrush() : ui::refusedPalette(palette()).brush(QPalette::WindowText));
-    code->setToolTip(fits ? QString() : u"Il carattere di controllo non corrisponde."_s);
+    code->setToolTip(fits ? QString() : core::tr("Il carattere di controllo non corrisponde."));
 }
 
 void BarcodeGrid::show(const QString &code)

@@ -3,6 +3,7 @@
 #include "host/Categories.h"
 #include "host/Corvane3Impl.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/Dialogs.h"
@@ -33,13 +34,15 @@ QVariant parentValue(int parent)
 
 const CategoryEditorSpec &articleCategoryEditor()
 {
-    static const CategoryEditorSpec spec = {u"CategorieArticoli"_s, u"Categorie degli articoli"_s, articleCategories};
+    static const CategoryEditorSpec spec = {u"CategorieArticoli"_s, core::tr("Categorie degli articoli"),
+                                            articleCategories};
     return spec;
 }
 
 const CategoryEditorSpec &serviceCategoryEditor()
 {
-    static const CategoryEditorSpec spec = {u"CategorieServizi"_s, u"Categorie dei servizi"_s, serviceCategories};
+    static const CategoryEditorSpec spec = {u"CategorieServizi"_s, core::tr("Categorie dei servizi"),
+                                            serviceCategories};
     return spec;
 }
 
@@ -78,13 +81,13 @@ void CategoryEditor::declareCommands()
             add(selectedKey());
     };
     const QList<ui::Command> commands = {
-        {u"actNuovo"_s, u"Nuova"_s, [this] { add(parentOf(selectedKey())); }, Icon::New, QKeySequence(u"Ctrl+N"_s),
-         u"Aggiunge una categoria accanto a quella selezionata."_s},
-        {u"actNuovaSottocategoria"_s, u"Sottocategoria"_s, addBelow, Icon::Add, QKeySequence(Qt::Key_Insert),
-         u"Aggiunge una categoria sotto quella selezionata."_s},
-        {u"actRinomina"_s, u"Rinomina"_s, [this] { rename(); }, Icon::Rename, QKeySequence(Qt::Key_F2)},
-        {u"actSposta"_s, u"Sposta"_s, [this] { move(); }, Icon::Choose, QKeySequence(u"Ctrl+M"_s),
-         u"Sposta la categoria, con tutto ciò che contiene, sotto un'altra."_s},
+        {u"actNuovo"_s, core::tr("Nuova"), [this] { add(parentOf(selectedKey())); }, Icon::New,
+         QKeySequence(u"Ctrl+N"_s), core::tr("Aggiunge una categoria accanto a quella selezionata.")},
+        {u"actNuovaSottocategoria"_s, core::tr("Sottocategoria"), addBelow, Icon::Add, QKeySequence(Qt::Key_Insert),
+         core::tr("Aggiunge una categoria sotto quella selezionata.")},
+        {u"actRinomina"_s, core::tr("Rinomina"), [this] { rename(); }, Icon::Rename, QKeySequence(Qt::Key_F2)},
+        {u"actSposta"_s, core::tr("Sposta"), [this] { move(); }, Icon::Choose, QKeySequence(u"Ctrl+M"_s),
+         core::tr("Sposta la categoria, con tutto ciò che contiene, sotto un'altra.")},
         {u"actElimina"_s, u"Elimina"_s, [this] { remove(); }, Icon::Delete, QKeySequence(u"Ctrl+D"_s)},
         {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close}};
     for (const ui::Command &command : commands)
@@ -117,7 +120,7 @@ bool CategoryEditor::isTaken(const QString &name, int parent, int except)
             spec_.categories.table, data::inCapitals(), spec_.categories.key),
         {data::searchedText(name), std::max(parent, 0), except});
     if (!rows.isEmpty())
-        core::warn(this, u"Esiste già una categoria con questo nome!"_s);
+        core::warn(this, core::tr("Esiste già una categoria con questo nome!"));
     return !rows.isEmpty();
 }
 
@@ -158,8 +161,8 @@ void CategoryEditor::add(int parent)
         key = connection_.run(insert, {parentValue(parent), name}).integer(0, spec_.categories.key);
         return true;
     };
-    if (ui::askText(this, {.title = u"Nuova categoria"_s,
-                           .label = u"Nome della categoria"_s,
+    if (ui::askText(this, {.title = core::tr("Nuova categoria"),
+                           .label = core::tr("Nome della categoria"),
                            .maxLength = nameLength,
                            .accept = store}))
         reload(key);
@@ -178,8 +181,8 @@ void CategoryEditor::rename()
         connection_.run(update, {name, key});
         return true;
     };
-    if (ui::askText(this, {.title = u"Rinomina categoria"_s,
-                           .label = u"Nome della categoria"_s,
+    if (ui::askText(this, {.title = core::tr("Rinomina categoria"),
+                           .label = core::tr("Nome della categoria"),
                            .initial = selectedName(),
                            .maxLength = nameLength,
                            .accept = store}))
@@ -191,17 +194,17 @@ void CategoryEditor::move()
     const int key = selectedKey();
     if (key < 1)
         return;
-    ui::FormDialog dialog(u"Sposta categoria"_s, this);
+    ui::FormDialog dialog(core::tr("Sposta categoria"), this);
     auto *target = ui::named(u"txtDestinazione"_s, new ui::CategoryTree(&dialog));
     target->fill(spec_.categories, u"ORDER BY CATEGORIA"_s, connection_);
-    target->setItemText(0, u"(primo livello)"_s);
+    target->setItemText(0, core::tr("(primo livello)"));
     target->selectKey(parentOf(key));
-    dialog.addRow(u"Sposta \"%1\" sotto"_s.arg(selectedName()), target);
+    dialog.addRow(core::tr("Sposta \"%1\" sotto").arg(selectedName()), target);
     // A category inside itself would fall out of the tree.
     dialog.setCheck([&] {
         const QList<int> inside = GetElencoIdFiglio(spec_.categories.key, key, spec_.categories.table, connection_);
         if (inside.contains(target->selectedKey())) {
-            core::warn(&dialog, u"Una categoria non può stare sotto sé stessa."_s);
+            core::warn(&dialog, core::tr("Una categoria non può stare sotto sé stessa."));
             return false;
         }
         return !isTaken(selectedName(), target->selectedKey(), key);
@@ -219,7 +222,7 @@ void CategoryEditor::remove()
     if (key < 1)
         return;
     const ui::RegisterSpec category{
-        .oneRecord = u"questa categoria"_s, .table = spec_.categories.table, .key = spec_.categories.key};
+        .oneRecord = core::tr("questa categoria"), .table = spec_.categories.table, .key = spec_.categories.key};
     const int parent = parentOf(key);
     if (ui::deleteRegisterRecord(category, key, connection_, this))
         reload(parent);

@@ -1,5 +1,6 @@
 #include "host/registers/FirmGroups.h"
 
+#include "platform/core/Translation.h"
 #include "platform/ui/RegisterParts.h"
 
 using namespace Qt::StringLiterals;
@@ -8,12 +9,12 @@ namespace host {
 
 QList<ui::RegisterGroup> firmGroups(FirmKind kind)
 {
-    QList<ui::RegisterGroup> groups = {{ui::parts::general, u"Anagrafica"_s, {}},
-                                       {ui::parts::general, u"Dati fiscali"_s, {}},
-                                       {ui::parts::general, u"Contatti"_s, {}}};
+    QList<ui::RegisterGroup> groups = {{ui::parts::general, core::tr("Anagrafica"), {}},
+                                       {ui::parts::general, core::tr("Dati fiscali"), {}},
+                                       {ui::parts::general, core::tr("Contatti"), {}}};
     for (const FirmField &field : firmFieldsOf(kind)) {
         if (field.box == FirmBox::ElectronicInvoice && groups.size() == 3)
-            groups.append({invoicePage, {}, {}});
+            groups.append({core::tr("Fattura elettronica"), {}, {}});
         groups[static_cast<int>(field.box)].fields.append({.name = field.control(),
                                                            .label = field.label,
                                                            .column = field.column,

@@ -4,9 +4,6 @@
 
 namespace host {
 
-/// Title of the page with what only the electronic invoice asks for.
-inline const QString invoicePage = QStringLiteral("Fattura elettronica");
-
 /// The boxes "Anagrafica", "Dati fiscali" and "Contatti" of the page "Generale", with what a kind of firm has, and the
 /// page of the electronic invoice for those that have something there.
 QList<ui::RegisterGroup> firmGroups(FirmKind kind);

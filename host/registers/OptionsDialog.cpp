@@ -3,6 +3,7 @@
 #include "host/DocumentOptions.h"
 #include "platform/core/Format.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
@@ -48,18 +49,20 @@ using Kind = Option::Kind;
 const QList<Option> &options()
 {
     static const QList<Option> all = {
-        {u"NUMERAZIONE_UNICA_FATTURE"_s, u"Numerazione unica per fatture di vendita e accompagnatorie"_s, Kind::Flag},
-        {u"FATT_IVA_ESENTE_NOTE"_s, u"Nota delle fatture esenti da IVA"_s},
-        {u"FATT_XML_SUFFISSO"_s, u"Suffisso del numero nelle fatture elettroniche"_s, Kind::Text, u"/ACC"_s,
-         u"Distingue le fatture accompagnatorie da quelle di vendita con lo stesso numero: 12/ACC. Con la numerazione "
-         "unica non serve."_s},
-        {u"FATT_XML_NATURA_NON_IMPONIBILE"_s, u"Natura delle righe non imponibili"_s, Kind::Text, u"N1"_s,
-         u"Il codice della fattura elettronica per le righe fuori dall'IVA: di solito N1, escluse (art. 15)."_s},
-        {u"FATT_XML_NATURA_ESENTE"_s, u"Natura delle fatture esenti da IVA"_s, Kind::Text, u"N4"_s,
-         u"Il codice della fattura elettronica per le fatture esenti: di solito N4, esenti (art. 10)."_s},
-        {u"FATT_XML_PEC_SDI"_s, u"Indirizzo PEC per l'invio delle fatture elettroniche"_s, Kind::Text,
+        {u"NUMERAZIONE_UNICA_FATTURE"_s, core::tr("Numerazione unica per fatture di vendita e accompagnatorie"),
+         Kind::Flag},
+        {u"FATT_IVA_ESENTE_NOTE"_s, core::tr("Nota delle fatture esenti da IVA")},
+        {u"FATT_XML_SUFFISSO"_s, core::tr("Suffisso del numero nelle fatture elettroniche"), Kind::Text, u"/ACC"_s,
+         core::tr("Distingue le fatture accompagnatorie da quelle di vendita con lo stesso numero: 12/ACC. Con la "
+                  "numerazione unica non serve.")},
+        {u"FATT_XML_NATURA_NON_IMPONIBILE"_s, core::tr("Natura delle righe non imponibili"), Kind::Text, u"N1"_s,
+         core::tr("Il codice della fattura elettronica per le righe fuori dall'IVA: di solito N1, escluse (art. 15).")},
+        {u"FATT_XML_NATURA_ESENTE"_s, core::tr("Natura delle fatture esenti da IVA"), Kind::Text, u"N4"_s,
+         core::tr("Il codice della fattura elettronica per le fatture esenti: di solito N4, esenti (art. 10).")},
+        {u"FATT_XML_PEC_SDI"_s, core::tr("Indirizzo PEC per l'invio delle fatture elettroniche"), Kind::Text,
          u"sdi01@pec.fatturapa.it"_s,
-         u"Il primo invio va a questo indirizzo; la risposta del Sistema di Interscambio dice quale usare dopo."_s}};
+         core::tr(
+             "Il primo invio va a questo indirizzo; la risposta del Sistema di Interscambio dice quale usare dopo.")}};
     return all;
 }
 
@@ -71,13 +74,13 @@ Option documentOption(const DocumentOption &option, const QString &label, Kind k
 // What every printed kind of document has, under its name in the plural.
 QList<Option> optionsOf(const QString &table, const QString &documents)
 {
-    return {documentOption(copiesOption(table), u"Copie: "_s + documents, Kind::Copies,
-                           u"Quante copie escono dalla stampante, da 1 a 9."_s),
-            documentOption(labelsOption(table), u"Diciture: "_s + documents, Kind::Text,
-                           u"Una per copia, separate da punto e virgola. Una copia sola non ne porta."_s),
-            documentOption(mailOption(table), u"Messaggio: "_s + documents, Kind::Paragraph,
-                           u"Il testo con cui il documento viene inviato. {documento}, {numero}, {data}, {cliente} e "
-                           "{azienda} diventano quelli del documento."_s)};
+    return {documentOption(copiesOption(table), core::tr("Copie: ") + documents, Kind::Copies,
+                           core::tr("Quante copie escono dalla stampante, da 1 a 9.")),
+            documentOption(labelsOption(table), core::tr("Diciture: ") + documents, Kind::Text,
+                           core::tr("Una per copia, separate da punto e virgola. Una copia sola non ne porta.")),
+            documentOption(mailOption(table), core::tr("Messaggio: ") + documents, Kind::Paragraph,
+                           core::tr("Il testo con cui il documento viene inviato. {documento}, {numero}, {data}, "
+                                    "{cliente} e {azienda} diventano quelli del documento."))};
 }
 
 const QList<Option> &documentOptions()
@@ -85,12 +88,12 @@ const QList<Option> &documentOptions()
     static const QString notes = u"DDT_SCARICO"_s;
     static const QList<Option> all =
         optionsOf(notes, u"D.d.T. di scarico"_s) +
-        QList{
-            documentOption(pricesOption(notes), u"Prezzi e importi nei D.d.T. di scarico stampati"_s, Kind::Flag, {})} +
+        QList{documentOption(pricesOption(notes), core::tr("Prezzi e importi nei D.d.T. di scarico stampati"),
+                             Kind::Flag, {})} +
         optionsOf(u"FATT_ACC"_s, u"fatture accompagnatorie"_s) +
-        QList{documentOption(archiveOption(), u"Archivio delle stampe"_s, Kind::Folder,
-                             u"La cartella in cui si conserva il PDF di ogni documento stampato, in una sottocartella "
-                             "per anno. Vuota: nessun archivio."_s)};
+        QList{documentOption(archiveOption(), core::tr("Archivio delle stampe"), Kind::Folder,
+                             core::tr("La cartella in cui si conserva il PDF di ogni documento stampato, in una "
+                                      "sottocartella per anno. Vuota: nessun archivio."))};
     return all;
 }
 
@@ -115,12 +118,12 @@ QWidget *newFolder(const QString &value, QWidget *parent)
     auto *box = new QWidget(parent);
     auto *line = ui::withoutMargins<QHBoxLayout>(box);
     QLineEdit *edit = newLine(value, box);
-    auto *choose = ui::plainButton(u"cmdSfoglia"_s, u"Sfoglia..."_s, box);
+    auto *choose = ui::plainButton(u"cmdSfoglia"_s, core::tr("Sfoglia..."), box);
     line->addWidget(edit, 1);
     line->addWidget(choose);
     box->setFocusProxy(edit);
     QObject::connect(choose, &QPushButton::clicked, edit, [edit] {
-        if (const QString folder = ui::chooseFolder(edit, u"Archivio delle stampe"_s); !folder.isEmpty())
+        if (const QString folder = ui::chooseFolder(edit, core::tr("Archivio delle stampe")); !folder.isEmpty())
             edit->setText(folder);
     });
     return box;
@@ -182,9 +185,9 @@ QString valueOf(const QWidget *input)
 bool isAcceptable(const Option &option, const QString &value, QWidget *dialog)
 {
     if (value.size() > longestValue)
-        core::warn(dialog, u"%1: al massimo %2 caratteri."_s.arg(option.label).arg(longestValue));
+        core::warn(dialog, core::tr("%1: al massimo %2 caratteri.").arg(option.label).arg(longestValue));
     else if (option.kind == Kind::Folder && !value.isEmpty() && !QFileInfo(value).isDir())
-        core::warn(dialog, u"%1: la cartella \"%2\" non esiste."_s.arg(option.label, value));
+        core::warn(dialog, core::tr("%1: la cartella \"%2\" non esiste.").arg(option.label, value));
     else
         return true;
     return false;
@@ -219,12 +222,12 @@ void edit(const QString &title, const QList<Option> &options, QWidget *owner, da
 
 void editOptions(QWidget *owner, data::Connection &connection)
 {
-    edit(u"Opzioni"_s, options(), owner, connection);
+    edit(core::tr("Opzioni"), options(), owner, connection);
 }
 
 void editDocumentOptions(QWidget *owner, data::Connection &connection)
 {
-    edit(u"Stampa e invio dei documenti"_s, documentOptions(), owner, connection);
+    edit(core::tr("Stampa e invio dei documenti"), documentOptions(), owner, connection);
 }
 
 } // namespace host

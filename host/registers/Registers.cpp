@@ -3,6 +3,7 @@
 #include "host/ArticleStock.h"
 #include "host/Categories.h"
 #include "host/registers/FirmGroups.h"
+#include "platform/core/Translation.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/RegisterParts.h"
 
@@ -31,7 +32,7 @@ ui::RegisterField vatLookup(int row, int position)
             .span = 2,
             .lookupSql = u"SELECT IDALIQUOTA_IVA, CODICE || ' - ' || DESCRIZIONE AS TESTO FROM ALIQUOTE_IVA ORDER BY "
                          "ALIQUOTA DESC, CODICE"_s,
-            .help = u"Proposta nelle righe dei documenti."_s};
+            .help = core::tr("Proposta nelle righe dei documenti.")};
 }
 
 ui::RegisterField unitLookup(int row, int position)
@@ -53,7 +54,7 @@ ui::RegisterField category(const ui::CategoryTable &table, int row)
             .kind = Kind::Category,
             .row = row,
             .categories = table,
-            .help = u"Raggruppa: elenchi, scelte e inventari si possono limitare a una categoria."_s};
+            .help = core::tr("Raggruppa: elenchi, scelte e inventari si possono limitare a una categoria.")};
 }
 
 /// What articles and services have in common.
@@ -62,7 +63,7 @@ ui::RegisterGroup item(const QString &title, const ui::CategoryTable &categories
     return {general,
             title,
             {withHelp(text(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, 20, 0),
-                      u"Il nome breve con cui si digita nelle righe dei documenti; non può ripetersi."_s),
+                      core::tr("Il nome breve con cui si digita nelle righe dei documenti; non può ripetersi.")),
              text(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s, 100, 1, 0, 2), category(categories, 2),
              unitLookup(2, 1)}};
 }
@@ -70,11 +71,11 @@ ui::RegisterGroup item(const QString &title, const ui::CategoryTable &categories
 ui::RegisterGroup prices(const QString &costLabel)
 {
     return {general,
-            u"Prezzi"_s,
-            {withHelp(number(Kind::Amount, u"txtPrezzo"_s, u"Prezzo di vendita"_s, u"PREZZO"_s, 0),
-                      u"Senza IVA, proposto nelle righe di D.d.T. e fatture."_s),
+            core::tr("Prezzi"),
+            {withHelp(number(Kind::Amount, u"txtPrezzo"_s, core::tr("Prezzo di vendita"), u"PREZZO"_s, 0),
+                      core::tr("Senza IVA, proposto nelle righe di D.d.T. e fatture.")),
              withHelp(number(Kind::Amount, u"txtCosto"_s, costLabel, u"COSTO"_s, 0, 1),
-                      u"Senza IVA, proposto nelle righe delle bolle di carico."_s),
+                      core::tr("Senza IVA, proposto nelle righe delle bolle di carico.")),
              vatLookup(1, 0)}};
 }
 
@@ -96,8 +97,8 @@ ui::RegisterSpec makeCustomers()
          .lookupSql = u"SELECT IDTIPO_PAGAMENTO, TIPO_PAGAMENTO AS TESTO FROM TIPI_PAGAMENTO ORDER BY 2"_s});
     groups.append(notes());
     return {.name = u"Clienti"_s,
-            .caption = u"Clienti"_s,
-            .oneRecord = u"questo cliente"_s,
+            .caption = core::tr("Clienti"),
+            .oneRecord = core::tr("questo cliente"),
             .table = u"CLIENTI"_s,
             .key = u"IDCLIENTE"_s,
             .groups = groups,
@@ -125,18 +126,18 @@ ui::RegisterSpec makeCompany()
     QList<ui::RegisterField> &invoice = groups.last().fields;
     const auto besideLiquidation =
         std::find_if(invoice.begin(), invoice.end(), [](const ui::RegisterField &field) { return field.row == 2; });
-    invoice.insert(besideLiquidation,
-                   number(Kind::Amount, u"txtCapitaleSociale"_s, u"Capitale sociale"_s, u"CAPITALESOCIALE"_s, 2));
+    invoice.insert(besideLiquidation, number(Kind::Amount, u"txtCapitaleSociale"_s, core::tr("Capitale sociale"),
+                                             u"CAPITALESOCIALE"_s, 2));
     groups.append({u"Stampe"_s,
                    {},
                    {{.name = u"lblLogo"_s,
-                     .label = u"Logo"_s,
+                     .label = core::tr("Logo"),
                      .column = u"LOGO"_s,
                      .kind = Kind::Picture,
-                     .help = u"PNG o SVG. Sta accanto ai dati dell'azienda nei D.d.T. e nelle fatture."_s}}});
+                     .help = core::tr("PNG o SVG. Sta accanto ai dati dell'azienda nei D.d.T. e nelle fatture.")}}});
     return {.name = u"Azienda"_s,
-            .caption = u"Dati dell'azienda"_s,
-            .oneRecord = u"questa azienda"_s,
+            .caption = core::tr("Dati dell'azienda"),
+            .oneRecord = core::tr("questa azienda"),
             .table = u"AZIENDA"_s,
             .key = u"IDAZIENDA"_s,
             .groups = groups,
@@ -150,21 +151,22 @@ const ui::RegisterSpec &articles()
 {
     static const ui::RegisterSpec spec = {
         .name = u"Articoli"_s,
-        .caption = u"Articoli"_s,
-        .oneRecord = u"questo articolo"_s,
+        .caption = core::tr("Articoli"),
+        .oneRecord = core::tr("questo articolo"),
         .table = u"ANA_MAGA"_s,
         .key = u"IDANA_MAGA"_s,
         .groups = {item(u"Articolo"_s, articleCategories),
-                   prices(u"Costo di acquisto"_s),
+                   prices(core::tr("Costo di acquisto")),
                    {general,
-                    u"Scorte"_s,
-                    {withHelp(
-                         number(Kind::Quantity, u"txtSottoscorta"_s, u"Livello di sottoscorta"_s, u"SOTTOSCORTA"_s, 0),
-                         u"Con questa esistenza o meno l'articolo sta nella stampa dei sottoscorta."_s),
-                     withHelp(number(Kind::Quantity, u"txtRiordino"_s, u"Livello di riordino"_s, u"RIORDINO"_s, 0, 1),
-                              u"Con questa esistenza o meno l'articolo sta nell'elenco di quanto va riordinato."_s),
+                    core::tr("Scorte"),
+                    {withHelp(number(Kind::Quantity, u"txtSottoscorta"_s, core::tr("Livello di sottoscorta"),
+                                     u"SOTTOSCORTA"_s, 0),
+                              core::tr("Con questa esistenza o meno l'articolo sta nella stampa dei sottoscorta.")),
+                     withHelp(
+                         number(Kind::Quantity, u"txtRiordino"_s, core::tr("Livello di riordino"), u"RIORDINO"_s, 0, 1),
+                         core::tr("Con questa esistenza o meno l'articolo sta nell'elenco di quanto va riordinato.")),
                      {.name = u"txtGiacenza"_s,
-                      .label = u"Giacenza"_s,
+                      .label = core::tr("Giacenza"),
                       .column = u"CODICE"_s,
                       .kind = Kind::Figure,
                       .row = 0,
@@ -173,8 +175,8 @@ const ui::RegisterSpec &articles()
                    notes()},
         .required = {{u"CODICE"_s, codeIsMissing}, {u"DESCRIZIONE"_s, descriptionIsMissing}},
         .expected = {u"IDALIQUOTA_IVA"_s, u"IDUM"_s},
-        .missingQuestion = u"Non è stata indicata l'aliquota IVA o l'unità di misura:\n\rmancherà anche nelle righe "
-                           "dei documenti. Salvare comunque?"_s,
+        .missingQuestion = core::tr("Non è stata indicata l'aliquota IVA o l'unità di misura:\n\rmancherà anche nelle "
+                                    "righe dei documenti. Salvare comunque?"),
         .uniqueColumn = u"CODICE"_s,
         .duplicateText = codeIsTaken,
         .namedByText = true,
@@ -189,7 +191,7 @@ const ui::RegisterSpec &articles()
                         {u"U.M."_s, u"UM"_s, 45},
                         {u"Prezzo"_s, u"PREZZO"_s, 80, Width::Pixels, Display::Currency},
                         {u"Costo"_s, u"COSTO"_s, 80, Width::Pixels, Display::Currency},
-                        {.header = u"Giacenza"_s,
+                        {.header = core::tr("Giacenza"),
                          .field = u"GIACENZA"_s,
                          .width = 80,
                          .display = Display::Quantity,
@@ -211,8 +213,8 @@ const ui::RegisterSpec &services()
 {
     static const ui::RegisterSpec spec = {
         .name = u"Servizi"_s,
-        .caption = u"Servizi"_s,
-        .oneRecord = u"questo servizio"_s,
+        .caption = core::tr("Servizi"),
+        .oneRecord = core::tr("questo servizio"),
         .table = u"SERVIZI"_s,
         .key = u"IDSERVIZIO"_s,
         .groups = {item(u"Servizio"_s, serviceCategories), prices(u"Costo"_s), notes()},

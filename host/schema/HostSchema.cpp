@@ -3,6 +3,7 @@
 #include "host/schema/HostTables.h"
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Catalogue.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
@@ -134,8 +135,9 @@ QString failureText(const std::exception &error)
 {
     const auto *refused = dynamic_cast<const data::DatabaseError *>(&error);
     const QString reason =
-        refused && refused->isDiskFull() ? refused->text() : u"Il motivo si trova nel registro del programma."_s;
-    return u"Errore durante l'aggiornamento del database!\n\r%1\n\rL'aggiornamento continuerà alla prossima apertura."_s
+        refused && refused->isDiskFull() ? refused->text() : core::tr("Il motivo si trova nel registro del programma.");
+    return core::tr("Errore durante l'aggiornamento del database!\n\r%1\n\r"
+                    "L'aggiornamento continuerà alla prossima apertura.")
         .arg(reason);
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/start/ServerDialog.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/LineEdit.h"
@@ -19,7 +20,10 @@ namespace host {
 namespace {
 
 constexpr int firebirdPort = 3050;
-const QString databaseFilter = u"Database Firebird (*.fdb);;Tutti i file (*)"_s;
+QString databaseFilter()
+{
+    return core::tr("Database Firebird (*.fdb);;Tutti i file (*)");
+}
 
 } // namespace
 
@@ -27,8 +31,8 @@ DatabasePlace::DatabasePlace(Purpose purpose, QString folder, QWidget *parent)
     : QWidget(parent)
     , purpose_(purpose)
     , folder_(std::move(folder))
-    , local_(ui::named(u"optComputer"_s, new QRadioButton(u"Su questo computer"_s, this)))
-    , server_(ui::named(u"optServer"_s, new QRadioButton(u"Su un server Firebird, per più postazioni"_s, this)))
+    , local_(ui::named(u"optComputer"_s, new QRadioButton(core::tr("Su questo computer"), this)))
+    , server_(ui::named(u"optServer"_s, new QRadioButton(core::tr("Su un server Firebird, per più postazioni"), this)))
     , localBox_(new QWidget(this))
     , serverBox_(new QWidget(this))
 {
@@ -48,11 +52,11 @@ DatabasePlace::DatabasePlace(Purpose purpose, QString folder, QWidget *parent)
 void DatabasePlace::createLocal()
 {
     file_ = ui::named(u"txtFile"_s, new ui::LineEdit(localBox_));
-    file_->setPlaceholderText(u"percorso del file .fdb"_s);
+    file_->setPlaceholderText(core::tr("percorso del file .fdb"));
     setFocusProxy(file_);
     auto *button = ui::named(u"cmdSfoglia"_s, new QToolButton(localBox_));
     button->setIcon(ui::icon(ui::Icon::Choose));
-    button->setToolTip(u"Scegli il file"_s);
+    button->setToolTip(core::tr("Scegli il file"));
     button->setFocusPolicy(Qt::StrongFocus);
     connect(button, &QToolButton::clicked, this, [this] { core::guarded(this, [this] { browse(); }); });
     auto *line = new QHBoxLayout;
@@ -60,7 +64,7 @@ void DatabasePlace::createLocal()
     line->addWidget(button);
     auto *rows = new QFormLayout(localBox_);
     rows->setContentsMargins(20, 0, 0, 6);
-    rows->addRow(u"File"_s, line);
+    rows->addRow(core::tr("File"), line);
 }
 
 void DatabasePlace::createServer()
@@ -70,34 +74,34 @@ void DatabasePlace::createServer()
         return line;
     };
     host_ = edit(u"txtServer"_s);
-    host_->setPlaceholderText(u"nome o indirizzo, per esempio 192.168.1.10"_s);
+    host_->setPlaceholderText(core::tr("nome o indirizzo, per esempio 192.168.1.10"));
     port_ = ui::named(u"txtPorta"_s, new ui::IntegerEdit(serverBox_));
     port_->setRange(1, 65535);
     port_->setValue(firebirdPort);
     port_->setMaximumWidth(80);
     serverFile_ = edit(u"txtFileServer"_s);
-    serverFile_->setPlaceholderText(u"come lo vede il server, per esempio /srv/firebird/azienda.fdb"_s);
+    serverFile_->setPlaceholderText(core::tr("come lo vede il server, per esempio /srv/firebird/azienda.fdb"));
     user_ = edit(u"txtUtenteServer"_s, u"SYSDBA"_s);
     password_ = edit(u"txtPasswordServer"_s);
     password_->setEchoMode(QLineEdit::Password);
-    keep_ = ui::named(u"chkRicorda"_s, new QCheckBox(u"Ricorda la password su questo computer"_s, serverBox_));
+    keep_ = ui::named(u"chkRicorda"_s, new QCheckBox(core::tr("Ricorda la password su questo computer"), serverBox_));
     keep_->setChecked(true);
     auto *rows = new QFormLayout(serverBox_);
     rows->setContentsMargins(20, 0, 0, 0);
     if (purpose_ == Purpose::Create)
         rows->addRow({}, createPreparation());
-    rows->addRow(u"Server"_s, host_);
-    rows->addRow(u"Porta"_s, port_);
-    rows->addRow(u"File sul server"_s, serverFile_);
-    rows->addRow(u"Utente Firebird"_s, user_);
-    rows->addRow(u"Password"_s, password_);
+    rows->addRow(core::tr("Server"), host_);
+    rows->addRow(core::tr("Porta"), port_);
+    rows->addRow(core::tr("File sul server"), serverFile_);
+    rows->addRow(core::tr("Utente Firebird"), user_);
+    rows->addRow(core::tr("Password"), password_);
     rows->addRow({}, keep_);
 }
 
 // For who has a server, and nobody on it yet who may create databases.
 QPushButton *DatabasePlace::createPreparation()
 {
-    auto *button = ui::plainButton(u"cmdPreparaServer"_s, u"Cerca e prepara il server..."_s, serverBox_);
+    auto *button = ui::plainButton(u"cmdPreparaServer"_s, core::tr("Cerca e prepara il server..."), serverBox_);
     connect(button, &QPushButton::clicked, this, [this] {
         core::guarded(this, [this] {
             const QString name = QFileInfo(file_->text()).completeBaseName();
@@ -115,9 +119,10 @@ void DatabasePlace::browse()
     const QString folder = file_->text().isEmpty() ? folder_ : QFileInfo(file_->text()).absolutePath();
     const QString chosen =
         purpose_ == Purpose::Open
-            ? ui::chooseOpenFile(this, {.title = u"Apri database"_s, .filter = databaseFilter, .folder = folder})
-            : ui::chooseSaveFile(this, {.title = u"Nuovo database"_s,
-                                        .filter = databaseFilter,
+            ? ui::chooseOpenFile(this,
+                                 {.title = core::tr("Apri database"), .filter = databaseFilter(), .folder = folder})
+            : ui::chooseSaveFile(this, {.title = core::tr("Nuovo database"),
+                                        .filter = databaseFilter(),
                                         .defaultExtension = u"fdb"_s,
                                         .proposedName = file_->text()});
     if (!chosen.isEmpty())
@@ -152,12 +157,12 @@ bool DatabasePlace::keepPassword() const
 QString DatabasePlace::problem() const
 {
     if (isLocal())
-        return file_->text().trimmed().isEmpty() ? u"Non è stato indicato il file!"_s : QString();
+        return file_->text().trimmed().isEmpty() ? core::tr("Non è stato indicato il file!") : QString();
     if (host_->text().trimmed().isEmpty())
-        return u"Non è stato indicato il server!"_s;
+        return core::tr("Non è stato indicato il server!");
     if (host_->text().contains(u':') || host_->text().contains(u'/'))
-        return u"Il nome del server non può contenere i caratteri \":\" e \"/\"."_s;
-    return serverFile_->text().trimmed().isEmpty() ? u"Non è stato indicato il file sul server!"_s : QString();
+        return core::tr("Il nome del server non può contenere i caratteri \":\" e \"/\".");
+    return serverFile_->text().trimmed().isEmpty() ? core::tr("Non è stato indicato il file sul server!") : QString();
 }
 
 void DatabasePlace::setFile(const QString &path)

@@ -5,6 +5,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Lists.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/CommandRegistry.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/EntryForm.h"
@@ -47,20 +48,21 @@ DraftDialog::DraftDialog(const QList<KeptDraft> &drafts, QWidget *owner)
     , drafts_(drafts)
     , grid_(
           new ui::ResultGrid(u"CHIAVE"_s,
-                             {{u"Documento"_s, u"DOCUMENTO"_s, 170},
+                             {{core::tr("Documento"), u"DOCUMENTO"_s, 170},
                               {u"N."_s, u"NUMERO"_s, 100},
                               {u"Data"_s, u"DATA"_s, 85, ui::ListColumn::Width::Pixels, ui::ListColumn::Display::Date},
-                              {u"Cliente o fornitore"_s, u"NOME"_s, 0, ui::ListColumn::Width::Rest},
-                              {u"Scritto fino a"_s, u"ORA"_s, 130}},
+                              {core::tr("Cliente o fornitore"), u"NOME"_s, 0, ui::ListColumn::Width::Rest},
+                              {core::tr("Scritto fino a"), u"ORA"_s, 130}},
                              this))
 {
     setObjectName(u"frmBozze"_s);
-    setWindowTitle(u"Documenti non salvati"_s);
+    setWindowTitle(core::tr("Documenti non salvati"));
     auto *layout = new QVBoxLayout(this);
-    auto *text = new QLabel(u"Ci sono documenti non salvati, rimasti aperti quando il programma si è interrotto.\n"
-                            "Con Riprendi tornano nella loro maschera, come erano stati scritti; nulla è ancora "
-                            "registrato finché non si salvano."_s,
-                            this);
+    auto *text = new QLabel(
+        core::tr(
+            "Ci sono documenti non salvati, rimasti aperti quando il programma si è interrotto.\nCon Riprendi tornano "
+            "nella loro maschera, come erano stati scritti; nulla è ancora registrato finché non si salvano."),
+        this);
     text->setWordWrap(true);
     layout->addWidget(text);
     grid_->setObjectName(u"gridBozze"_s);
@@ -80,12 +82,12 @@ void DraftDialog::createButtons(QVBoxLayout *layout)
         button->setAutoDefault(false);
         return button;
     };
-    QPushButton *resume = add(u"cmdRiprendi"_s, u"Riprendi"_s, QDialogButtonBox::ActionRole);
+    QPushButton *resume = add(u"cmdRiprendi"_s, core::tr("Riprendi"), QDialogButtonBox::ActionRole);
     resume->setDefault(true);
     connect(resume, &QPushButton::clicked, this, [this] { resumeSelected(); });
     QPushButton *remove = add(u"cmdElimina"_s, u"Elimina"_s, QDialogButtonBox::ActionRole);
     connect(remove, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { removeSelected(); }); });
-    add(u"cmdPiuTardi"_s, u"Più tardi"_s, QDialogButtonBox::RejectRole);
+    add(u"cmdPiuTardi"_s, core::tr("Più tardi"), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
 }
@@ -117,8 +119,9 @@ void DraftDialog::leaveOut(const KeptDraft &draft)
 void DraftDialog::removeSelected()
 {
     const QList<KeptDraft> chosen = selected();
-    if (chosen.isEmpty() || !core::confirmLoss(this, u"Eliminare i documenti non salvati selezionati?\n\rCiò che vi è "
-                                                     "scritto va perduto."_s))
+    if (chosen.isEmpty() ||
+        !core::confirmLoss(
+            this, core::tr("Eliminare i documenti non salvati selezionati?\n\rCiò che vi è scritto va perduto.")))
         return;
     for (const KeptDraft &draft : chosen) {
         ui::Drafts::current()->take(draft, [] {});
@@ -134,7 +137,7 @@ bool resumed(const KeptDraft &kept)
 {
     auto *registry = ui::CommandRegistry::having(kept.draft.action);
     if (!registry)
-        throw core::Error(u"La maschera di \"%1\" non è disponibile."_s.arg(kept.draft.title.kind));
+        throw core::Error(core::tr("La maschera di \"%1\" non è disponibile.").arg(kept.draft.title.kind));
     ui::EntryForm &form = registry->entryForm(kept.draft.action);
     if (form.holdsUnsaved())
         return false;
@@ -142,10 +145,10 @@ bool resumed(const KeptDraft &kept)
         form.resume(kept.draft);
         if (!ui::Drafts::current()->flush())
             throw core::Error(
-                u"Il documento è stato ripreso, ma la sua bozza non si può riscrivere: salvarlo subito."_s);
+                core::tr("Il documento è stato ripreso, ma la sua bozza non si può riscrivere: salvarlo subito."));
     });
     if (!taken)
-        throw core::Error(u"Il documento è già stato ripreso in un'altra finestra del programma."_s);
+        throw core::Error(core::tr("Il documento è già stato ripreso in un'altra finestra del programma."));
     return true;
 }
 
@@ -160,8 +163,8 @@ void DraftDialog::resumeSelected()
         });
     }
     if (!left.isEmpty())
-        core::inform(this, u"La maschera contiene già un documento non salvato. Restano da riprendere, dal menu File, "
-                           "dopo averlo salvato:\n\r"_s +
+        core::inform(this, core::tr("La maschera contiene già un documento non salvato. Restano da riprendere, dal "
+                                    "menu File, dopo averlo salvato:\n\r") +
                                left.join(u"\n\r"_s));
     accept();
 }
@@ -184,8 +187,8 @@ QList<ui::KeptDraft> waitingDrafts(QWidget *owner, data::Connection &connection)
     QList<KeptDraft> found = drafts->abandoned([&unreadable](const QString &file) { unreadable.append(file); });
     found.removeIf([&connection](const KeptDraft &kept) { return !mayResume(kept.draft, connection); });
     if (!unreadable.isEmpty())
-        core::warn(owner, u"Un documento non salvato non si può più leggere: il suo file è danneggiato o di un'altra "
-                          "versione del programma.\n\rÈ stato messo da parte:\n\r"_s +
+        core::warn(owner, core::tr("Un documento non salvato non si può più leggere: il suo file è danneggiato o di "
+                                   "un'altra versione del programma.\n\rÈ stato messo da parte:\n\r") +
                               unreadable.join(u"\n\r"_s));
     return found;
 }

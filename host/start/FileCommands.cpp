@@ -15,6 +15,7 @@
 #include "platform/core/Format.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Settings.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/Dialogs.h"
@@ -53,20 +54,20 @@ FileCommands::FileCommands(MainWindow &window, const Opening &opening, DatabaseM
     , opening_(opening)
     , memory_(memory)
     , folder_(folder)
-    , recent_(ui::named(u"mnRecenti"_s, new QMenu(u"Apri &recente"_s, &window)))
+    , recent_(ui::named(u"mnRecenti"_s, new QMenu(core::tr("Apri &recente"), &window)))
 {
     auto *file = window.menuBar()->findChild<QMenu *>(u"mnFile"_s);
     QAction *before = firstAction(*file);
-    QAction *create = add(u"actNuovaAzienda"_s, u"&Nuova azienda..."_s, &FileCommands::newFirm);
-    QAction *open = add(u"actApriArchivio"_s, u"&Apri archivio..."_s, &FileCommands::openDatabase);
+    QAction *create = add(u"actNuovaAzienda"_s, core::tr("&Nuova azienda..."), &FileCommands::newFirm);
+    QAction *open = add(u"actApriArchivio"_s, core::tr("&Apri archivio..."), &FileCommands::openDatabase);
     file->insertActions(before, {create, open});
     file->insertMenu(before, recent_);
     file->insertSeparator(before);
-    QAction *drafts = add(u"actBozze"_s, u"&Documenti non salvati..."_s, &FileCommands::showDrafts);
+    QAction *drafts = add(u"actBozze"_s, core::tr("&Documenti non salvati..."), &FileCommands::showDrafts);
     file->insertAction(before, drafts);
-    QAction *backup = add(u"actCopiaSicurezza"_s, u"&Copia di sicurezza..."_s, &FileCommands::backUp);
-    QAction *restored = add(u"actRipristina"_s, u"Ripri&stina una copia..."_s, &FileCommands::restore);
-    QAction *moved = add(u"actPiuPostazioni"_s, u"&Più postazioni..."_s, &FileCommands::move);
+    QAction *backup = add(u"actCopiaSicurezza"_s, core::tr("&Copia di sicurezza..."), &FileCommands::backUp);
+    QAction *restored = add(u"actRipristina"_s, core::tr("Ripri&stina una copia..."), &FileCommands::restore);
+    QAction *moved = add(u"actPiuPostazioni"_s, core::tr("&Più postazioni..."), &FileCommands::move);
     file->insertActions(before, {backup, restored, moved});
     file->insertSeparator(before);
     if (auto *page = window.findChild<StartPage *>())
@@ -103,7 +104,7 @@ void FileCommands::showDrafts()
 {
     data::Connection &connection = *window_.findChild<data::Connection *>();
     if (waitingDrafts(&window_, connection).isEmpty())
-        core::inform(&window_, u"Non ci sono documenti non salvati."_s);
+        core::inform(&window_, core::tr("Non ci sono documenti non salvati."));
     else
         offerDrafts(&window_, connection);
 }
@@ -129,7 +130,7 @@ void FileCommands::openRecent(const data::DatabaseAddress &chosen)
         return data::checkDatabase(database).failure;
     }();
     if (failure == data::OpenFailure::Missing) {
-        if (core::confirm(&window_, openProblem(database) + u"\n\rToglierlo dall'elenco?"_s))
+        if (core::confirm(&window_, openProblem(database) + core::tr("\n\rToglierlo dall'elenco?")))
             memory_.forget(database);
         return;
     }
@@ -156,10 +157,12 @@ QString FileCommands::backupAge() const
         opening_.database.isEmbedded() ? lastDailyBackup(folder_ + u"/backup"_s, opening_.database) : QDate();
     const QDate last = !asked.isValid() || daily > asked ? daily : asked;
     if (!last.isValid())
-        return u"Nessuna copia di sicurezza: farla ora"_s;
+        return core::tr("Nessuna copia di sicurezza: farla ora");
     const qint64 days = last.daysTo(core::today());
-    const QString age = days <= 0 ? u"oggi"_s : days == 1 ? u"ieri"_s : u"%1 giorni fa"_s.arg(days);
-    return u"Ultima copia di sicurezza: %1 (%2)"_s.arg(age, core::formatDate(last));
+    const QString age = days <= 0   ? core::tr("oggi")
+                        : days == 1 ? core::tr("ieri")
+                                    : core::tr("%1 giorni fa").arg(days);
+    return core::tr("Ultima copia di sicurezza: %1 (%2)").arg(age, core::formatDate(last));
 }
 
 void FileCommands::rememberBackup()
@@ -187,7 +190,7 @@ bool FileCommands::backUpTo(const QString &file)
     const auto reopen = [this, &closed] {
         // Another program may have opened the file first; what is typed in the forms needs the connections.
         while (!core::guarded(&window_, [&closed] { closed.reopen(); }) &&
-               core::confirm(&window_, u"L'archivio non si può riaprire.\n\rRiprovare?"_s)) {
+               core::confirm(&window_, core::tr("L'archivio non si può riaprire.\n\rRiprovare?"))) {
         }
     };
     return makeBackup(&window_, opening_.database, file, reopen);
@@ -229,18 +232,19 @@ void FileCommands::move()
 
 bool FileCommands::askNewFile(data::DatabaseAddress &target)
 {
-    if (!core::confirm(&window_, u"L'archivio è sul server %1.\n\rRiportarlo su questo computer, per una sola "
-                                 "postazione?"_s.arg(opening_.database.host)))
+    if (!core::confirm(
+            &window_, core::tr("L'archivio è sul server %1.\n\rRiportarlo su questo computer, per una sola postazione?")
+                          .arg(opening_.database.host)))
         return false;
-    target.file = ui::chooseSaveFile(&window_, {.title = u"Archivio su questo computer"_s,
-                                                .filter = u"Database Firebird (*.fdb)"_s,
+    target.file = ui::chooseSaveFile(&window_, {.title = core::tr("Archivio su questo computer"),
+                                                .filter = core::tr("Database Firebird (*.fdb)"),
                                                 .defaultExtension = u"fdb"_s,
                                                 .proposedName = QFileInfo(opening_.database.file).fileName()});
     if (target.file.isEmpty())
         return false;
     const bool isFree = !QFileInfo::exists(target.file);
     if (!isFree)
-        core::warn(&window_, u"Il file \"%1\" esiste già: scegliere un altro nome."_s.arg(target.file));
+        core::warn(&window_, core::tr("Il file \"%1\" esiste già: scegliere un altro nome.").arg(target.file));
     return isFree;
 }
 
@@ -248,21 +252,22 @@ bool FileCommands::askNewFile(data::DatabaseAddress &target)
 bool FileCommands::confirmTarget(data::DatabaseAddress &target)
 {
     if (target.isEmbedded())
-        return core::confirmLoss(
-            &window_, u"I dati attuali verranno sostituiti da quelli della copia;\n\rl'archivio attuale resta "
-                      "accanto al nuovo, con un altro nome.\n\rContinuare?"_s);
+        return core::confirmLoss(&window_,
+                                 core::tr("I dati attuali verranno sostituiti da quelli della copia;\n\rl'archivio "
+                                          "attuale resta accanto al nuovo, con un altro nome.\n\rContinuare?"));
     const QFileInfo current(target.file);
     const auto isFree = [this, &target](const QString &name) {
         data::DatabaseAddress made = target;
         made.file = name;
         const bool missing = data::checkDatabase(made).failure == data::OpenFailure::Missing;
         if (!missing)
-            core::warn(&window_, u"Sul server esiste già il database \"%1\": indicare un nome nuovo."_s.arg(name));
+            core::warn(&window_,
+                       core::tr("Sul server esiste già il database \"%1\": indicare un nome nuovo.").arg(name));
         return missing;
     };
     const auto name =
-        ui::askText(&window_, {.title = u"Ripristina sul server"_s,
-                               .label = u"File del nuovo database sul server"_s,
+        ui::askText(&window_, {.title = core::tr("Ripristina sul server"),
+                               .label = core::tr("File del nuovo database sul server"),
                                .initial = u"%1/%2-ripristinato.fdb"_s.arg(current.path(), current.completeBaseName()),
                                .maxLength = 255,
                                .accept = isFree});

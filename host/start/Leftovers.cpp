@@ -4,6 +4,7 @@
 #include "platform/core/Clock.h"
 #include "platform/core/Messages.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DatabaseFile.h"
 
 #include <QFile>
@@ -55,11 +56,15 @@ bool makeRoom(QWidget *owner, const data::DatabaseAddress &address, Leftover lef
 {
     const QString name = address.toString();
     if (leftover == Leftover::Empty)
-        return core::confirmLoss(owner, u"La creazione dell'archivio \"%1\" si era interrotta: non contiene dati.\n\r"
-                                        "Sostituirlo con uno nuovo?"_s.arg(name));
+        return core::confirmLoss(
+            owner,
+            core::tr(
+                "La creazione dell'archivio \"%1\" si era interrotta: non contiene dati.\n\rSostituirlo con uno nuovo?")
+                .arg(name));
     const QString kept = freeName(QFileInfo(address.file));
-    if (!core::confirmLoss(owner, u"Il file \"%1\" non si può aprire: forse la sua creazione si era interrotta.\n\r"
-                                  "Crearne uno nuovo e conservare quello attuale come \"%2\"?"_s.arg(name, kept)))
+    if (!core::confirmLoss(owner, core::tr("Il file \"%1\" non si può aprire: forse la sua creazione si era "
+                                           "interrotta.\n\rCrearne uno nuovo e conservare quello attuale come \"%2\"?")
+                                      .arg(name, kept)))
         return false;
     core::moveToNewName(address.file, kept);
     return true;

@@ -6,6 +6,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Progress.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/ProgressDialog.h"
 
@@ -22,9 +23,9 @@ void requireSame(const data::DatabaseAddress &from, const data::DatabaseAddress 
     requireDatabase(to);
     const QStringList different = differingTables(from, to);
     if (!different.isEmpty())
-        throw core::Error(
-            u"Nell'archivio di prima si è ancora lavorato dopo la copia: lo spostamento va ripetuto quando "
-            "nessuno lo usa (tabelle: %1)."_s.arg(different.join(u", "_s)));
+        throw core::Error(core::tr("Nell'archivio di prima si è ancora lavorato dopo la copia: lo spostamento va "
+                                   "ripetuto quando nessuno lo usa (tabelle: %1).")
+                              .arg(different.join(u", "_s)));
 }
 
 // Rows can be there and yet be unreadable through an index or at the next change: the engine looks itself.
@@ -32,7 +33,7 @@ void makeVerified(const QString &file, const data::DatabaseAddress &to, core::Pr
 {
     restoreDatabase(file, to, progress);
     try {
-        progress.setText(u"Verifica dell'archivio spostato…"_s);
+        progress.setText(core::tr("Verifica dell'archivio spostato…"));
         validateDatabase(to, progress);
     } catch (...) {
         data::dropQuietly(to, moving);
@@ -43,10 +44,10 @@ void makeVerified(const QString &file, const data::DatabaseAddress &to, core::Pr
 QString movedText(const data::DatabaseAddress &from, const data::DatabaseAddress &to)
 {
     const QString others =
-        to.isEmbedded() ? QString() : u"\n\rLe altre postazioni lo aprono con File, Apri archivio."_s;
-    return u"L'archivio è stato spostato in\n\r%1\n\re verificato, tabella per tabella. Quello di prima resta "
-           u"in\n\r%2\n\re "
-           "non va più usato."_s.arg(to.toString(), from.toString()) +
+        to.isEmbedded() ? QString() : core::tr("\n\rLe altre postazioni lo aprono con File, Apri archivio.");
+    return core::tr("L'archivio è stato spostato in\n\r%1\n\re verificato, tabella per tabella. Quello di prima resta "
+                    "in\n\r%2\n\re non va più usato.")
+               .arg(to.toString(), from.toString()) +
            others;
 }
 
@@ -72,7 +73,7 @@ bool finishMove(QWidget *owner, const QString &file, const data::DatabaseAddress
 {
     bool done = false;
     core::guarded(owner, [&] {
-        if (!ui::runWithProgress(owner, u"Spostamento dell'archivio"_s,
+        if (!ui::runWithProgress(owner, core::tr("Spostamento dell'archivio"),
                                  [&](core::Progress &progress) { makeVerified(file, to, progress); }))
             return;
         try {

@@ -7,6 +7,7 @@
 #include "host/start/Upgrade.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/ResultGrid.h"
 
 #include <QCoreApplication>
@@ -26,7 +27,7 @@ namespace {
 void require(bool there, const QString &what)
 {
     if (!there)
-        throw core::Error(u"Installazione incompleta: %1."_s.arg(what));
+        throw core::Error(core::tr("Installazione incompleta: %1.").arg(what));
     std::printf("ok  %s\n", qUtf8Printable(what));
 }
 
@@ -45,13 +46,13 @@ void checkSession(const data::DatabaseAddress &address)
 {
     Session session(address, administrator, {});
     session.startModules(QCoreApplication::applicationDirPath());
-    require(GetPackageCount() > 0, u"moduli (Magazzino.bpl)"_s);
+    require(GetPackageCount() > 0, core::tr("moduli (Magazzino.bpl)"));
     session.window().show();
     QMenu *documents = session.window().menuBar()->findChild<QMenu *>(u"mnDocumenti"_s);
-    require(documents && !documents->actions().isEmpty(), u"comandi del modulo"_s);
+    require(documents && !documents->actions().isEmpty(), core::tr("comandi del modulo"));
     for (QAction *command : documents->actions())
         command->trigger();
-    require(!session.window().findChildren<ui::ResultGrid *>().isEmpty(), u"elenchi dei documenti"_s);
+    require(!session.window().findChildren<ui::ResultGrid *>().isEmpty(), core::tr("elenchi dei documenti"));
 }
 
 } // namespace
@@ -59,11 +60,11 @@ void checkSession(const data::DatabaseAddress &address)
 void checkInstallation(const QString &folder)
 {
     const data::DatabaseAddress address = demoIn(folder);
-    require(true, u"motore del database, archivio dimostrativo"_s);
+    require(true, core::tr("motore del database, archivio dimostrativo"));
     checkSession(address);
     require(!manualFolder().isEmpty(), u"manuale"_s);
-    require(QImageReader::supportedImageFormats().contains("svg"), u"icone (SVG)"_s);
-    require(!QStandardPaths::findExecutable(u"gbak"_s).isEmpty(), u"copie di sicurezza (gbak)"_s);
+    require(QImageReader::supportedImageFormats().contains("svg"), core::tr("icone (SVG)"));
+    require(!QStandardPaths::findExecutable(u"gbak"_s).isEmpty(), core::tr("copie di sicurezza (gbak)"));
 }
 
 } // namespace host

@@ -2,6 +2,7 @@
 
 #include "host/start/ServerSetup.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
@@ -27,26 +28,27 @@ class ServerDialog : public ui::FormDialog
 {
 public:
     ServerDialog(const QString &fileName, QWidget *owner)
-        : FormDialog(u"Più postazioni"_s, owner)
+        : FormDialog(core::tr("Più postazioni"), owner)
     {
         setObjectName(u"frmPiuPostazioni"_s);
-        addText(u"Più postazioni lavorano insieme su un archivio che sta su un server Firebird, un computer che resta "
-                "sempre acceso."_s);
-        machine_ = edit(u"txtServer"_s, u"Server"_s);
-        machine_->setPlaceholderText(u"nome o indirizzo, per esempio 192.168.1.10"_s);
+        addText(core::tr("Più postazioni lavorano insieme su un archivio che sta su un server Firebird, un computer "
+                         "che resta sempre acceso."));
+        machine_ = edit(u"txtServer"_s, core::tr("Server"));
+        machine_->setPlaceholderText(core::tr("nome o indirizzo, per esempio 192.168.1.10"));
         addPort();
         addSearch();
-        file_ = edit(u"txtFileServer"_s, u"File sul server"_s, u"/srv/firebird/"_s + fileName);
-        file_->setToolTip(u"Come lo vede il server; la cartella deve esistere e appartenere all'utente firebird."_s);
-        password_ = edit(u"txtPasswordServer"_s, u"Password del programma"_s, newServerPassword());
+        file_ = edit(u"txtFileServer"_s, core::tr("File sul server"), u"/srv/firebird/"_s + fileName);
+        file_->setToolTip(
+            core::tr("Come lo vede il server; la cartella deve esistere e appartenere all'utente firebird."));
+        password_ = edit(u"txtPasswordServer"_s, core::tr("Password del programma"), newServerPassword());
         password_->setToolTip(
-            u"Con questa, e con l'utente %1, anche le altre postazioni aprono l'archivio."_s.arg(serverUser));
-        administrator_ = edit(u"txtPasswordAmministratore"_s, u"Password di SYSDBA"_s);
+            core::tr("Con questa, e con l'utente %1, anche le altre postazioni aprono l'archivio.").arg(serverUser));
+        administrator_ = edit(u"txtPasswordAmministratore"_s, core::tr("Password di SYSDBA"));
         administrator_->setEchoMode(QLineEdit::Password);
         administrator_->setToolTip(
-            u"Serve solo a creare l'utente %1 sul server; non viene conservata."_s.arg(serverUser));
-        administrator_->setPlaceholderText(u"una volta sola, non viene conservata"_s);
-        keep_ = new QCheckBox(u"Ricorda la password del programma su questo computer"_s, this);
+            core::tr("Serve solo a creare l'utente %1 sul server; non viene conservata.").arg(serverUser));
+        administrator_->setPlaceholderText(core::tr("una volta sola, non viene conservata"));
+        keep_ = new QCheckBox(core::tr("Ricorda la password del programma su questo computer"), this);
         keep_->setObjectName(u"chkRicorda"_s);
         keep_->setChecked(true);
         addRow({}, keep_);
@@ -86,14 +88,14 @@ private:
         port_->setRange(1, 65535);
         port_->setValue(firebirdPort);
         port_->setMaximumWidth(80);
-        addRow(u"Porta"_s, port_);
+        addRow(core::tr("Porta"), port_);
     }
 
     void addSearch()
     {
         auto *box = new QWidget(this);
         auto *line = ui::withoutMargins<QHBoxLayout>(box);
-        auto *look = ui::plainButton(u"cmdCercaServer"_s, u"Cerca il server"_s, box);
+        auto *look = ui::plainButton(u"cmdCercaServer"_s, core::tr("Cerca il server"), box);
         answer_ = ui::named(u"lblRisposta"_s, new QLabel(box));
         line->addWidget(look);
         line->addWidget(answer_, 1);
@@ -105,15 +107,16 @@ private:
     {
         const data::DatabaseAddress target = place().database;
         if (target.host.isEmpty() || target.host.contains(u':') || target.host.contains(u'/')) {
-            answer_->setText(u"Indicare il nome o l'indirizzo del server."_s);
+            answer_->setText(core::tr("Indicare il nome o l'indirizzo del server."));
             return false;
         }
         const bool answers = [&] {
             const ui::WaitCursor wait;
             return serverAnswers(target.host, target.port);
         }();
-        answer_->setText(answers ? u"Un server Firebird risponde."_s
-                                 : u"Nessun server Firebird risponde: è acceso, è in ascolto, la porta è aperta?"_s);
+        answer_->setText(answers
+                             ? core::tr("Un server Firebird risponde.")
+                             : core::tr("Nessun server Firebird risponde: è acceso, è in ascolto, la porta è aperta?"));
         found_ = answers ? target : data::DatabaseAddress();
         return answers;
     }
@@ -134,21 +137,22 @@ private:
             return false;
         }
         if (target.file.isEmpty() || target.password.isEmpty()) {
-            core::warn(this, u"Mancano il file sul server o la password del programma!"_s);
+            core::warn(this, core::tr("Mancano il file sul server o la password del programma!"));
             return false;
         }
         const ui::WaitCursor wait;
         if (!administrator_->text().isEmpty()) {
             prepareServer(target, administrator_->text());
         } else if (!knowsUser(target)) {
-            core::warn(this,
-                       u"Sul server non c'è ancora l'utente %1 con questa password:\n\rper crearlo serve, una volta "
-                       "sola, la password di SYSDBA."_s.arg(serverUser));
+            core::warn(this, core::tr("Sul server non c'è ancora l'utente %1 con questa password:\n\rper crearlo "
+                                      "serve, una volta sola, la password di SYSDBA.")
+                                 .arg(serverUser));
             return false;
         }
         if (data::checkDatabase(target).failure != data::OpenFailure::None)
             return true;
-        core::warn(this, u"Sul server esiste già il database \"%1\": indicare un nome nuovo."_s.arg(target.file));
+        core::warn(this,
+                   core::tr("Sul server esiste già il database \"%1\": indicare un nome nuovo.").arg(target.file));
         return false;
     }
 

@@ -2,6 +2,7 @@
 
 #include "host/DatabaseSetup.h"
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/DatabaseFile.h"
@@ -43,7 +44,8 @@ void requireAdministrator(const data::DatabaseAddress &scratch)
 {
     switch (data::checkDatabase(scratch).failure) {
     case data::OpenFailure::Refused:
-        throw core::Error(u"Il server ha rifiutato la password dell'amministratore %1."_s.arg(administratorName));
+        throw core::Error(
+            core::tr("Il server ha rifiutato la password dell'amministratore %1.").arg(administratorName));
     case data::OpenFailure::Unreachable:
         throw core::Error(openProblem(scratch));
     default:
@@ -56,10 +58,10 @@ void createScratch(const data::DatabaseAddress &scratch)
     try {
         data::createDatabase(scratch);
     } catch (const data::DatabaseError &error) {
-        throw core::Error(
-            u"Il server non può scrivere nella cartella \"%1\": deve esistere su quel computer e appartenere "
-            "all'utente \"firebird\"."_s.arg(QFileInfo(scratch.file).path()),
-            error.text());
+        throw core::Error(core::tr("Il server non può scrivere nella cartella \"%1\": deve esistere su quel computer e "
+                                   "appartenere all'utente \"firebird\".")
+                              .arg(QFileInfo(scratch.file).path()),
+                          error.text());
     }
 }
 
@@ -69,8 +71,9 @@ void makeUser(const data::DatabaseAddress &target, data::Connection &connection)
         connection.finds(u"SELECT SEC$USER_NAME FROM SEC$USERS WHERE SEC$USER_NAME = ?"_s, {target.user});
     // Other workstations may be using its password.
     if (exists && !knowsUser(target))
-        throw core::Error(u"Sul server c'è già l'utente %1, con un'altra password: scriverla al posto di quella "
-                          "proposta."_s.arg(target.user));
+        throw core::Error(
+            core::tr("Sul server c'è già l'utente %1, con un'altra password: scriverla al posto di quella proposta.")
+                .arg(target.user));
     data::Transaction transaction(connection);
     if (!exists)
         connection.execute(u"CREATE USER %1 PASSWORD %2"_s.arg(target.user, data::quoted(target.password)));
@@ -109,7 +112,7 @@ void prepareServer(const data::DatabaseAddress &target, const QString &administr
     const data::DatabaseAddress scratch = scratchBeside(target, administratorPassword);
     requireAdministrator(scratch);
     createScratch(scratch);
-    const auto drop = qScopeGuard([&scratch] { data::dropQuietly(scratch, u"preparazione del server"_s); });
+    const auto drop = qScopeGuard([&scratch] { data::dropQuietly(scratch, core::tr("preparazione del server")); });
     data::Connection connection(data::nativeConnectionString(scratch));
     makeUser(target, connection);
     connection.close();
@@ -120,12 +123,12 @@ QString firewallAdvice(const QString &machine, int port)
     static const QRegularExpression ownNetwork(u"^(\\d+\\.\\d+\\.\\d+)\\.\\d+$"_s);
     const auto address = ownNetwork.match(machine);
     const QString network = address.hasMatch() ? address.captured(1) + u".0/24"_s : u"192.168.1.0/24"_s;
-    return u"Sul computer del server la porta TCP %1 va aperta soltanto per la rete locale, mai verso Internet; con "
-           u"ufw: "
-           "<b>ufw allow from %2 to any port %1 proto tcp</b>. Il server di Debian ascolta solo sé stesso finché in "
-           "<b>/etc/firebird/3.0/firebird.conf</b> non si indica <b>RemoteBindAddress = l'indirizzo di quel "
-           "computer</b>."_s.arg(port)
-               .arg(network);
+    return core::tr("Sul computer del server la porta TCP %1 va aperta soltanto per la rete locale, mai verso "
+                    "Internet; con ufw: <b>ufw allow from %2 to any port %1 proto tcp</b>. Il server di Debian ascolta "
+                    "solo sé stesso finché in <b>/etc/firebird/3.0/firebird.conf</b> non si indica "
+                    "<b>RemoteBindAddress = l'indirizzo di quel computer</b>.")
+        .arg(port)
+        .arg(network);
 }
 
 } // namespace host

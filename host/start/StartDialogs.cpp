@@ -7,6 +7,7 @@
 #include "host/start/Leftovers.h"
 #include "host/users/PasswordDialogs.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/Controls.h"
@@ -35,20 +36,23 @@ struct StartButton
     FirstStart choice;
 };
 
-const QList<StartButton> startButtons = {
-    {u"cmdDemo"_s, u"Provare con l'azienda dimostrativa"_s,
-     u"Dati inventati, per imparare senza timore di sbagliare."_s, FirstStart::Demo},
-    {u"cmdNuovaAzienda"_s, u"Creare la propria azienda"_s,
-     u"Un nuovo archivio, su questo computer oppure su un server."_s, FirstStart::NewFirm},
-    {u"cmdApri"_s, u"Aprire un archivio esistente"_s,
-     u"Un file di questo computer oppure il database di un server Firebird già in uso."_s, FirstStart::Open}};
+QList<StartButton> startButtons()
+{
+    return {{u"cmdDemo"_s, core::tr("Provare con l'azienda dimostrativa"),
+             core::tr("Dati inventati, per imparare senza timore di sbagliare."), FirstStart::Demo},
+            {u"cmdNuovaAzienda"_s, core::tr("Creare la propria azienda"),
+             core::tr("Un nuovo archivio, su questo computer oppure su un server."), FirstStart::NewFirm},
+            {u"cmdApri"_s, core::tr("Aprire un archivio esistente"),
+             core::tr("Un file di questo computer oppure il database di un server Firebird già in uso."),
+             FirstStart::Open}};
+}
 
 /// The inputs of a new firm, in the order of the Tab key.
 class NewFirmDialog : public ui::FormDialog
 {
 public:
     NewFirmDialog(const QString &folder, QWidget *owner)
-        : FormDialog(u"Nuova azienda"_s, owner)
+        : FormDialog(core::tr("Nuova azienda"), owner)
         , folder_(folder)
     {
         setObjectName(u"frmNuovaAzienda"_s);
@@ -56,18 +60,19 @@ public:
         address_ = edit(u"txtIndirizzo"_s, u"Indirizzo"_s, 50);
         postcode_ = edit(u"txtCap"_s, u"CAP"_s, 5);
         town_ = edit(u"txtCitta"_s, u"Città"_s, 30);
-        province_ = edit(u"txtProvincia"_s, u"Provincia"_s, 2);
+        province_ = edit(u"txtProvincia"_s, core::tr("Provincia"), 2);
         vatNumber_ = edit(u"txtPartitaIVA"_s, u"Partita IVA"_s, 13);
-        addText(u"<b>Primo utente</b>: potrà fare tutto, anche creare gli altri utenti."_s);
-        user_ = edit(u"txtNomeUtente"_s, u"Nome utente"_s, 50);
-        password_ = edit(u"txtPassword"_s, u"Password"_s, 100);
-        repeated_ = edit(u"txtRipeti"_s, u"Ripeti la password"_s, 100);
+        addText(core::tr("<b>Primo utente</b>: potrà fare tutto, anche creare gli altri utenti."));
+        user_ = edit(u"txtNomeUtente"_s, core::tr("Nome utente"), 50);
+        password_ = edit(u"txtPassword"_s, core::tr("Password"), 100);
+        repeated_ = edit(u"txtRipeti"_s, core::tr("Ripeti la password"), 100);
         password_->setEchoMode(QLineEdit::Password);
         repeated_->setEchoMode(QLineEdit::Password);
-        addText(u"<b>Archivio</b>"_s);
+        addText(core::tr("<b>Archivio</b>"));
         place_ = new DatabasePlace(DatabasePlace::Purpose::Create, folder, this);
         addRow({}, place_);
-        tables_ = new QCheckBox(u"Inserisci aliquote IVA, unità di misura, pagamenti e causali di uso comune"_s, this);
+        tables_ =
+            new QCheckBox(core::tr("Inserisci aliquote IVA, unità di misura, pagamenti e causali di uso comune"), this);
         tables_->setObjectName(u"chkTabelle"_s);
         tables_->setChecked(true);
         addRow({}, tables_);
@@ -114,14 +119,14 @@ private:
         if (made.name.isEmpty())
             return u"Non è stata indicata la ragione sociale!"_s;
         if (made.userName.isEmpty())
-            return u"Non è stato indicato il nome utente!"_s;
+            return core::tr("Non è stato indicato il nome utente!");
         if (QString wrong = passwordProblem(password_->text(), repeated_->text()); !wrong.isEmpty())
             return wrong;
         if (QString missing = place_->problem(); !missing.isEmpty())
             return missing;
         return made.database.isEmbedded() && QFileInfo::exists(made.database.file) &&
                        leftoverAt(made.database) == Leftover::None
-                   ? u"Il file \"%1\" esiste già: scegliere un altro nome."_s.arg(made.database.file)
+                   ? core::tr("Il file \"%1\" esiste già: scegliere un altro nome.").arg(made.database.file)
                    : QString();
     }
 
@@ -133,8 +138,8 @@ private:
         }
         const QString vat = firm().vatNumber;
         if (!vat.isEmpty() && !host::isVatNumber(vat) &&
-            !core::confirmLoss(this,
-                               u"Partita IVA: il carattere di controllo non corrisponde.\n\rContinuare comunque?"_s))
+            !core::confirmLoss(
+                this, core::tr("Partita IVA: il carattere di controllo non corrisponde.\n\rContinuare comunque?")))
             return false;
         if (!hasRoom(firm().database))
             return false;
@@ -150,7 +155,8 @@ private:
             return makeRoom(this, database, leftover);
         if (database.isEmbedded() || data::checkDatabase(database).failure != data::OpenFailure::None)
             return true;
-        core::warn(this, u"Sul server esiste già il database \"%1\": indicare un nome nuovo."_s.arg(database.file));
+        core::warn(this,
+                   core::tr("Sul server esiste già il database \"%1\": indicare un nome nuovo.").arg(database.file));
         return false;
     }
 
@@ -174,15 +180,16 @@ FirstStart askFirstStart(const QString &tried)
 {
     QDialog dialog;
     dialog.setObjectName(u"frmPrimoAvvio"_s);
-    dialog.setWindowTitle(u"Benvenuti in Corvane"_s);
+    dialog.setWindowTitle(core::tr("Benvenuti in Corvane"));
     auto *layout = new QVBoxLayout(&dialog);
     layout->setContentsMargins(20, 16, 20, 20);
-    auto *title = new QLabel(
-        u"<big><b>Come si vuole %1?</b></big>"_s.arg(tried.isEmpty() ? u"cominciare"_s : u"continuare"_s), &dialog);
+    auto *title = new QLabel(core::tr("<big><b>Come si vuole %1?</b></big>")
+                                 .arg(tried.isEmpty() ? core::tr("cominciare") : core::tr("continuare")),
+                             &dialog);
     layout->addWidget(title);
-    QList<StartButton> buttons = startButtons;
+    QList<StartButton> buttons = startButtons();
     if (!tried.isEmpty())
-        buttons.prepend({u"cmdRiprova"_s, u"Riprovare"_s, tried, FirstStart::Again});
+        buttons.prepend({u"cmdRiprova"_s, core::tr("Riprovare"), tried, FirstStart::Again});
     FirstStart choice = FirstStart::GiveUp;
     for (const StartButton &spec : std::as_const(buttons)) {
         auto *button = ui::named(spec.name, new QCommandLinkButton(spec.caption, spec.explanation, &dialog));
@@ -217,7 +224,7 @@ std::optional<Opening> newFirmToOpen(QWidget *owner, const QString &folder, Data
 
 std::optional<Opening> databaseToOpen(QWidget *owner, const QString &folder, const data::DatabaseAddress &proposed)
 {
-    ui::FormDialog dialog(u"Apri archivio"_s, owner);
+    ui::FormDialog dialog(core::tr("Apri archivio"), owner);
     dialog.setObjectName(u"frmApriArchivio"_s);
     auto *place = new DatabasePlace(DatabasePlace::Purpose::Open, folder, &dialog);
     place->setAddress(proposed);

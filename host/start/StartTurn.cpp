@@ -4,6 +4,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/WaitLimits.h"
 #include "platform/ui/ProgressDialog.h"
@@ -27,8 +28,9 @@ Row tryTurn(const data::DatabaseAddress &database)
 
 [[noreturn]] void giveUp(const data::DatabaseAddress &database)
 {
-    throw core::Error(u"L'archivio \"%1\" non è stato aperto: un'altra postazione lo sta avviando o aggiornando."_s.arg(
-        database.toString()));
+    throw core::Error(
+        core::tr("L'archivio \"%1\" non è stato aperto: un'altra postazione lo sta avviando o aggiornando.")
+            .arg(database.toString()));
 }
 
 // Null when the limit is over. "Annulla" gives up.
@@ -36,7 +38,7 @@ Row waitForTurn(const data::DatabaseAddress &database)
 {
     Row row;
     const auto wait = [&](core::Progress &progress) {
-        progress.setText(u"Un'altra postazione sta avviando o aggiornando l'archivio: attendere…"_s);
+        progress.setText(core::tr("Un'altra postazione sta avviando o aggiornando l'archivio: attendere…"));
         const QDeadlineTimer limit(std::chrono::seconds(data::waitLimits().turn));
         constexpr unsigned long pause = 200; // milliseconds
         while (!(row = tryTurn(database)) && !limit.hasExpired()) {
@@ -44,18 +46,19 @@ Row waitForTurn(const data::DatabaseAddress &database)
             QThread::msleep(pause);
         }
     };
-    if (!ui::runWithProgress(nullptr, u"Apertura dell'archivio"_s, wait))
+    if (!ui::runWithProgress(nullptr, core::tr("Apertura dell'archivio"), wait))
         giveUp(database);
     return row;
 }
 
 core::Answer askWhatToDo()
 {
-    return core::showMessage({.title = u"Conferma"_s,
-                              .text = u"Un'altra postazione sta ancora avviando o aggiornando l'archivio.\n\r"
-                                      "Aspettare ancora? («No» apre l'archivio senza aspettare.)"_s,
-                              .icon = core::MessageIcon::Question,
-                              .answers = {core::Answer::Yes, core::Answer::No, core::Answer::Cancel}});
+    return core::showMessage(
+        {.title = u"Conferma"_s,
+         .text = core::tr("Un'altra postazione sta ancora avviando o aggiornando l'archivio.\n\rAspettare ancora? "
+                          "(«No» apre l'archivio senza aspettare.)"),
+         .icon = core::MessageIcon::Question,
+         .answers = {core::Answer::Yes, core::Answer::No, core::Answer::Cancel}});
 }
 
 Row takeTurn(const data::DatabaseAddress &database)

@@ -16,6 +16,7 @@
 #include "host/ui/MainWindow.h"
 #include "host/users/PasswordDialogs.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/TextPrompt.h"
@@ -30,8 +31,14 @@ namespace host {
 
 namespace {
 
-const QString creatingText = u"Creazione dell'archivio…"_s;
-const QString openingText = u"Apertura dell'archivio…"_s;
+QString creatingText()
+{
+    return core::tr("Creazione dell'archivio…");
+}
+QString openingText()
+{
+    return core::tr("Apertura dell'archivio…");
+}
 
 data::DatabaseAddress demoDatabase(const QString &folder)
 {
@@ -72,7 +79,7 @@ struct Place
 // A server may be slow to answer.
 Place lookAt(const data::DatabaseAddress &address)
 {
-    const ui::WaitWindow window(openingText);
+    const ui::WaitWindow window(openingText());
     return {.isFree = data::checkDatabase(address).failure == data::OpenFailure::Missing,
             .leftover = leftoverAt(address)};
 }
@@ -91,7 +98,7 @@ data::DatabaseAddress fromCommandLine(const StartOptions &options, const QString
     data::DatabaseAddress address = commandLineDatabase(options, folder);
     const bool mayCreate = options.database.isEmpty() || options.empty;
     if (mayCreate && mayCreateAt(address, options)) {
-        const ui::WaitWindow window(creatingText);
+        const ui::WaitWindow window(creatingText());
         if (options.empty)
             createHostDatabase(address, false);
         else
@@ -147,7 +154,7 @@ std::optional<Opening> Startup::demo()
     if (place.leftover != Leftover::None && !makeRoom(nullptr, address, place.leftover))
         return {};
     if (place.leftover != Leftover::None || place.isFree) {
-        const ui::WaitWindow window(creatingText);
+        const ui::WaitWindow window(creatingText());
         createDemo(address);
     }
     return Opening{.database = address};
@@ -190,15 +197,15 @@ bool Startup::askServerPassword(data::DatabaseAddress &address)
     const auto refused = [&address] {
         if (address.isEmbedded())
             return false;
-        const ui::WaitWindow window(openingText);
+        const ui::WaitWindow window(openingText());
         return data::checkDatabase(address).failure == data::OpenFailure::Refused;
     };
     for (bool again = !address.password.isEmpty(); refused(); again = true) {
         if (again)
             core::warn(nullptr, openProblem(address));
         const auto password =
-            ui::askText(nullptr, {.title = u"Accesso al server"_s,
-                                  .label = u"Password di %1 sul server %2"_s.arg(address.user, address.host),
+            ui::askText(nullptr, {.title = core::tr("Accesso al server"),
+                                  .label = core::tr("Password di %1 sul server %2").arg(address.user, address.host),
                                   .password = true});
         if (!password)
             return false;
@@ -219,7 +226,7 @@ Login Startup::login(data::Connection &connection, bool fromCommandLine)
 
 void prepare(const data::DatabaseAddress &address)
 {
-    const ui::WaitWindow window(openingText);
+    const ui::WaitWindow window(openingText());
     removeLeftovers(address);
     requireDatabase(address);
     upgradeHost(address);
@@ -261,7 +268,7 @@ std::optional<Opening> Startup::open(const Opening &opening)
 std::optional<Opening> Startup::work(const Opening &opening, const QString &user,
                                      std::unique_ptr<data::Connection> connection)
 {
-    std::optional<ui::WaitWindow> window(std::in_place, openingText);
+    std::optional<ui::WaitWindow> window(std::in_place, openingText());
     std::optional<StartTurn> turn(std::in_place, opening.database);
     Session session(opening.database, user, memory_.settingsFile(), std::move(connection));
     session.startModules(QCoreApplication::applicationDirPath());

@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/ProgressDialog.h"
@@ -30,7 +31,8 @@ QString newCategories(const ImportPlan &plan)
 {
     if (plan.newCategories == 0)
         return {};
-    return plan.newCategories == 1 ? u", 1 categoria nuova"_s : u", %1 categorie nuove"_s.arg(plan.newCategories);
+    return plan.newCategories == 1 ? core::tr(", 1 categoria nuova")
+                                   : core::tr(", %1 categorie nuove").arg(plan.newCategories);
 }
 
 // What is in doubt does not keep anybody from importing it.
@@ -38,8 +40,8 @@ QString doubtsOf(const ImportPlan &plan)
 {
     if (plan.doubtCount == 0)
         return {};
-    return plan.doubtCount == 1 ? u" 1 avviso: si può importare lo stesso."_s
-                                : u" %1 avvisi: si può importare lo stesso."_s.arg(plan.doubtCount);
+    return plan.doubtCount == 1 ? core::tr(" 1 avviso: si può importare lo stesso.")
+                                : core::tr(" %1 avvisi: si può importare lo stesso.").arg(plan.doubtCount);
 }
 
 } // namespace
@@ -49,7 +51,7 @@ ImportDialog::ImportDialog(data::Connection &connection, QWidget *owner)
     , connection_(connection)
     , targets_(availableTargets(connection))
 {
-    setWindowTitle(u"Importa da CSV"_s);
+    setWindowTitle(core::tr("Importa da CSV"));
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(createFilePart());
     auto *halves = new QSplitter(this);
@@ -100,8 +102,8 @@ void ImportDialog::createMapping()
 
 void ImportDialog::chooseFile()
 {
-    const QString path = ui::chooseOpenFile(
-        this, {.title = u"Scegli il file da importare"_s, .filter = u"File CSV (*.csv *.txt);;Tutti i file (*)"_s});
+    const QString path = ui::chooseOpenFile(this, {.title = core::tr("Scegli il file da importare"),
+                                                   .filter = core::tr("File CSV (*.csv *.txt);;Tutti i file (*)")});
     if (!path.isEmpty())
         openFile(path);
 }
@@ -152,7 +154,7 @@ void ImportDialog::splitHeader()
         const QStringList first = beginning_.constFirst().cells;
         for (qsizetype i = 0; i < first.size(); ++i) {
             const QString header = hasHeader_->isChecked() ? first[i].simplified().left(longestHeader) : QString();
-            headers_.append(header.isEmpty() ? u"Colonna %1"_s.arg(i + 1) : header);
+            headers_.append(header.isEmpty() ? core::tr("Colonna %1").arg(i + 1) : header);
         }
     }
     showPreview();
@@ -165,7 +167,7 @@ void ImportDialog::proposeMapping()
     const QList<int> columns = mapColumns(target(), hasHeader_->isChecked() ? headers_ : QStringList());
     for (qsizetype i = 0; i < columnChoices_.size(); ++i) {
         columnChoices_[i]->clear();
-        columnChoices_[i]->addItem(u"(nessuna)"_s);
+        columnChoices_[i]->addItem(core::tr("(nessuna)"));
         columnChoices_[i]->addItems(headers_);
         columnChoices_[i]->setCurrentIndex(columns[i] + 1);
     }
@@ -223,7 +225,7 @@ core::CsvFormat ImportDialog::format() const
 bool ImportDialog::work(const core::CsvFile &file, const std::function<void(core::Progress &)> &body)
 {
     if (file.isLong())
-        return ui::runWithProgress(this, u"Lettura del file"_s, body);
+        return ui::runWithProgress(this, core::tr("Lettura del file"), body);
     const ui::WaitCursor wait;
     core::Progress unseen;
     body(unseen);
@@ -238,7 +240,7 @@ void ImportDialog::check()
         plan_.complain({0, {}, readFailure_});
     } else if (beginning_.size() > (hasHeader_->isChecked() ? 1 : 0)) {
         const auto plan = [this, &chosen = target(), read = reading(), decided = options()](core::Progress &progress) {
-            progress.setText(u"Controllo dei record…"_s);
+            progress.setText(core::tr("Controllo dei record…"));
             plan_ = planImport({chosen, *lookups_, read.records(progress), decided});
         };
         try {
@@ -255,18 +257,18 @@ void ImportDialog::showProblems()
 {
     problems_->setRows(rowsOf(plan_.problems + plan_.doubts));
     const QLocale italian(QLocale::Italian);
-    QString text = u"Scegliere un file."_s;
+    QString text = core::tr("Scegliere un file.");
     if (!checked_)
-        text = u"Controllo annullato: scegliere di nuovo il file."_s;
+        text = core::tr("Controllo annullato: scegliere di nuovo il file.");
     else if (plan_.problemCount > 0)
-        text = u"%1 errori: correggere il file o l'abbinamento. Nulla viene scritto finché ce ne sono."_s.arg(
-            italian.toString(plan_.problemCount));
+        text = core::tr("%1 errori: correggere il file o l'abbinamento. Nulla viene scritto finché ce ne sono.")
+                   .arg(italian.toString(plan_.problemCount));
     else if (plan_.records > 0)
-        text = u"%1 record nuovi, %2 da aggiornare%3.%4"_s.arg(italian.toString(plan_.records - plan_.updates),
-                                                               italian.toString(plan_.updates), newCategories(plan_),
-                                                               doubtsOf(plan_));
+        text = core::tr("%1 record nuovi, %2 da aggiornare%3.%4")
+                   .arg(italian.toString(plan_.records - plan_.updates), italian.toString(plan_.updates),
+                        newCategories(plan_), doubtsOf(plan_));
     else if (file_)
-        text = u"Il file non contiene righe da importare."_s;
+        text = core::tr("Il file non contiene righe da importare.");
     status_->setText(text);
     import_->setEnabled(checked_ && plan_.problemCount == 0 && plan_.records > 0);
 }
@@ -281,8 +283,8 @@ void ImportDialog::runImport()
         writeImport(connection, {chosen, *lookups_, read.records(unseen), decided}, plan_, progress);
     };
     try {
-        if (!ui::runWithProgress(this, u"Importazione"_s, write)) {
-            core::inform(this, u"Importazione annullata: nulla è stato scritto."_s);
+        if (!ui::runWithProgress(this, core::tr("Importazione"), write)) {
+            core::inform(this, core::tr("Importazione annullata: nulla è stato scritto."));
             return;
         }
     } catch (const std::exception &) {
@@ -292,9 +294,9 @@ void ImportDialog::runImport()
         throw;
     }
     const QLocale italian(QLocale::Italian);
-    core::inform(this, u"Importazione completata: %1 record nuovi, %2 aggiornati%3."_s.arg(
-                           italian.toString(plan_.records - plan_.updates), italian.toString(plan_.updates),
-                           newCategories(plan_)));
+    core::inform(this, core::tr("Importazione completata: %1 record nuovi, %2 aggiornati%3.")
+                           .arg(italian.toString(plan_.records - plan_.updates), italian.toString(plan_.updates),
+                                newCategories(plan_)));
     accept();
 }
 

@@ -1,6 +1,7 @@
 #include "host/transfer/ImportPlan.h"
 
 #include "host/transfer/RecordReader.h"
+#include "platform/core/Translation.h"
 #include "platform/data/SqlText.h"
 
 #include <QHash>
@@ -30,7 +31,8 @@ public:
     ImportPlan plan()
     {
         if (job_.options.columns.value(0, -1) < 0) {
-            plan_.complain({1, {}, u"Il campo \"%1\" deve essere abbinato a una colonna."_s.arg(code().caption)});
+            plan_.complain(
+                {1, {}, core::tr("Il campo \"%1\" deve essere abbinato a una colonna.").arg(code().caption)});
             return plan_;
         }
         for (qsizetype i = 0; i < job_.target.fields.size(); ++i) {
@@ -76,8 +78,9 @@ private:
     {
         const qsizetype columns = job_.options.headers.size();
         if (record.cells.size() > columns && columns > 0)
-            plan_.complain(
-                {record.line, {}, u"La riga ha %1 colonne invece di %2."_s.arg(record.cells.size()).arg(columns)});
+            plan_.complain({record.line,
+                            {},
+                            core::tr("La riga ha %1 colonne invece di %2.").arg(record.cells.size()).arg(columns)});
         lookAtCode(record, reader_.text(record, 0));
         const PlannedRecord planned =
             reader_.read(record, [this](const ImportProblem &problem) { plan_.complain(problem); });
@@ -117,12 +120,12 @@ private:
         if (const auto first = repeated_.find(markOf(text)); first != repeated_.end()) {
             if (*first > 0)
                 plan_.complain({record.line, reader_.header(0),
-                                u"Il codice \"%1\" si trova già alla riga %2."_s.arg(text).arg(*first)});
+                                core::tr("Il codice \"%1\" si trova già alla riga %2.").arg(text).arg(*first)});
             else
                 *first = record.line;
         }
         if (job_.lookups.record(text) && !job_.options.updateExisting)
-            plan_.complain({record.line, reader_.header(0), u"Il codice \"%1\" esiste già."_s.arg(text)});
+            plan_.complain({record.line, reader_.header(0), core::tr("Il codice \"%1\" esiste già.").arg(text)});
     }
 
     void requireAll(const core::CsvRecord &record)
@@ -132,12 +135,13 @@ private:
             if (!field.required)
                 continue;
             if (job_.options.columns[i] >= 0 && reader_.text(record, i).isEmpty()) {
-                plan_.complain({record.line, reader_.header(i), u"Manca il valore."_s});
+                plan_.complain({record.line, reader_.header(i), core::tr("Manca il valore.")});
             } else if (job_.options.columns[i] < 0 && !toldUnmapped_.contains(i)) {
                 // Once is enough: every new record lacks it.
                 toldUnmapped_.insert(i);
-                plan_.complain(
-                    {record.line, {}, u"Il campo \"%1\" serve per i record nuovi: abbinarlo."_s.arg(field.caption)});
+                plan_.complain({record.line,
+                                {},
+                                core::tr("Il campo \"%1\" serve per i record nuovi: abbinarlo.").arg(field.caption)});
             }
         }
     }

@@ -2,6 +2,7 @@
 
 #include "platform/core/Barcode.h"
 #include "platform/core/Lists.h"
+#include "platform/core/Translation.h"
 
 #include <algorithm>
 
@@ -50,7 +51,7 @@ QList<ImportField> barcodeFields()
     ImportField code = {
         u"CODICE"_s, u"Codice a barre"_s, {u"Barcode"_s, u"EAN"_s, u"Codice EAN"_s, u"UPC"_s}, Kind::Text, 48, true};
     code.isRight = core::checkDigitFits;
-    code.doubt = u"Il carattere di controllo non corrisponde."_s;
+    code.doubt = core::tr("Il carattere di controllo non corrisponde.");
     ImportField pieces = {
         u"PEZZI"_s, u"Pezzi"_s, {u"Pezzi per confezione"_s, u"Confezione"_s, u"Quantità"_s}, Kind::Amount};
     pieces.whenEmpty = 1;
@@ -75,14 +76,25 @@ QStringList namesOf(const ImportField &field)
     return core::mapped(QStringList{field.caption, field.column} + field.otherNames, comparable);
 }
 
-// Modules add theirs while their libraries load.
-QList<ImportTarget> &targets()
+ImportTarget articles()
 {
-    static QList<ImportTarget> all = {
-        {u"Articoli"_s, u"ANA_MAGA"_s, u"IDANA_MAGA"_s, articleFields()},
-        {u"Codici a barre"_s, u"BARCODE_ARTICOLI"_s, u"IDBARCODE_ARTICOLI"_s, barcodeFields()},
-        {u"Clienti"_s, u"CLIENTI"_s, u"IDCLIENTE"_s, firmImportFields(FirmKind::Customer, u"cliente"_s)},
-    };
+    return {core::tr("Articoli"), u"ANA_MAGA"_s, u"IDANA_MAGA"_s, articleFields()};
+}
+
+ImportTarget barcodes()
+{
+    return {core::tr("Codici a barre"), u"BARCODE_ARTICOLI"_s, u"IDBARCODE_ARTICOLI"_s, barcodeFields()};
+}
+
+ImportTarget customers()
+{
+    return {core::tr("Clienti"), u"CLIENTI"_s, u"IDCLIENTE"_s, firmImportFields(FirmKind::Customer, u"cliente"_s)};
+}
+
+// Modules add theirs while their libraries load.
+QList<ImportTarget (*)()> &makers()
+{
+    static QList<ImportTarget (*)()> all = {articles, barcodes, customers};
     return all;
 }
 
@@ -112,12 +124,15 @@ QList<ImportField> firmImportFields(FirmKind firm, const QString &called)
 
 const QList<ImportTarget> &importTargets()
 {
-    return targets();
+    static QList<ImportTarget> made;
+    while (made.size() < makers().size())
+        made.append(makers()[made.size()]());
+    return made;
 }
 
-void registerImportTarget(const ImportTarget &target)
+void registerImportTarget(ImportTarget (*make)())
 {
-    targets().append(target);
+    makers().append(make);
 }
 
 QList<int> mapColumns(const ImportTarget &target, const QStringList &headers)

@@ -53,8 +53,9 @@ struct ImportTarget
 /// Articles, their barcodes, customers and what modules added. A module's table may be missing in a database.
 const QList<ImportTarget> &importTargets();
 
-/// Adds a table of a module's for the rest of the program's life; called by the module's library while it loads.
-void registerImportTarget(const ImportTarget &target);
+/// Adds the table of a module's that `make` describes for the rest of the program's life; called by the module's
+/// library while it loads. `make` is called later, since a loading library may not look up its texts yet.
+void registerImportTarget(ImportTarget (*make)());
 
 /// The fields of a register of firms that have a payment type; `called` is what files may call one, "cliente".
 QList<ImportField> firmImportFields(FirmKind firm, const QString &called);

@@ -1,6 +1,7 @@
 #include "host/transfer/RecordReader.h"
 #include "platform/core/Log.h"
 #include "platform/core/Progress.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/SqlText.h"
@@ -113,7 +114,7 @@ private:
         connection_.run(u"UPDATE %1 SET %2 WHERE %3 = ?"_s.arg(target_.table, columns.join(u", "_s), target_.key),
                         values);
         if (connection_.affectedRows() != 1)
-            throw data::DatabaseError(u"record not found"_s, u"UPDATE "_s + target_.table);
+            throw data::DatabaseError(core::tr("record not found"), u"UPDATE "_s + target_.table);
     }
 
     data::Connection &connection_;
@@ -127,17 +128,18 @@ private:
 core::Error refusal(const data::DatabaseError &error, int line)
 {
     if (error.isDiskFull())
-        return core::Error(u"Il disco è pieno: nulla è stato importato."_s);
-    return core::Error(u"Il database non ha accettato il record della riga %1.\n\rNulla è stato importato: se il "
-                       "database risponde ancora, controllare il file e riprovare.\n\rIl motivo si trova nel "
-                       "registro del programma."_s.arg(line));
+        return core::Error(core::tr("Il disco è pieno: nulla è stato importato."));
+    return core::Error(
+        core::tr("Il database non ha accettato il record della riga %1.\n\rNulla è stato importato: se il database "
+                 "risponde ancora, controllare il file e riprovare.\n\rIl motivo si trova nel registro del programma.")
+            .arg(line));
 }
 
 } // namespace
 
 void writeImport(data::Connection &connection, const ImportJob &job, const ImportPlan &plan, core::Progress &progress)
 {
-    progress.setText(u"Scrittura dei record…"_s);
+    progress.setText(core::tr("Scrittura dei record…"));
     progress.setTotal(plan.records);
     data::Transaction transaction(connection);
     RecordWriter writer(connection, job.target, plan);
@@ -146,7 +148,7 @@ void writeImport(data::Connection &connection, const ImportJob &job, const Impor
     job.records([&](const core::CsvRecord &record) {
         // What was checked is what is read here, unless somebody has written to the file.
         const PlannedRecord planned = reader.read(record, [](const ImportProblem &problem) {
-            throw core::Error(u"Riga %1: %2"_s.arg(problem.line).arg(problem.message));
+            throw core::Error(core::tr("Riga %1: %2").arg(problem.line).arg(problem.message));
         });
         try {
             writer.write(planned);

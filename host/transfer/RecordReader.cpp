@@ -2,6 +2,7 @@
 
 #include "platform/core/CsvWriter.h"
 #include "platform/core/Decimal.h"
+#include "platform/core/Translation.h"
 
 #include <algorithm>
 
@@ -23,7 +24,7 @@ bool isControl(QChar c)
 void checkLength(const QString &text, int most, const std::function<void(const QString &)> &complain)
 {
     if (most > 0 && text.size() > most)
-        complain(u"Il testo ha %1 caratteri, al massimo ne sono ammessi %2."_s.arg(text.size()).arg(most));
+        complain(core::tr("Il testo ha %1 caratteri, al massimo ne sono ammessi %2.").arg(text.size()).arg(most));
 }
 
 } // namespace
@@ -71,7 +72,7 @@ QVariant RecordReader::value(const core::CsvRecord &record, qsizetype index, con
         return {};
     if (const auto odd = std::find_if(text.begin(), text.end(), isControl); odd != text.end()) {
         const QString code = QString::number(odd->unicode(), 16).rightJustified(4, u'0').toUpper();
-        tell(u"Il testo contiene un carattere di controllo (U+%1)."_s.arg(code));
+        tell(core::tr("Il testo contiene un carattere di controllo (U+%1).").arg(code));
         return {};
     }
     if (spec.kind == Kind::Amount)
@@ -95,7 +96,7 @@ QVariant RecordReader::reference(qsizetype field, const QString &text,
             return QVariant::fromValue(*missing);
         }
     }
-    complain(u"\"%1\" non si trova, o non è unico."_s.arg(text));
+    complain(core::tr("\"%1\" non si trova, o non è unico.").arg(text));
     return 0;
 }
 
@@ -105,11 +106,11 @@ QVariant RecordReader::amount(const QString &text, const core::NumberReader &num
     constexpr double largest = 99'999'999'999.99;
     const std::optional<double> number = numbers.read(text);
     if (!number)
-        complain(u"\"%1\" non è un numero valido."_s.arg(text));
+        complain(core::tr("\"%1\" non è un numero valido.").arg(text));
     else if (*number < 0 || *number > largest)
-        complain(u"\"%1\" non è compreso tra 0 e 99.999.999.999,99."_s.arg(text));
+        complain(core::tr("\"%1\" non è compreso tra 0 e 99.999.999.999,99.").arg(text));
     else if (core::roundDecimal(*number, 2) != core::roundDecimal(*number, 6))
-        complain(u"\"%1\" ha più di due decimali."_s.arg(text));
+        complain(core::tr("\"%1\" ha più di due decimali.").arg(text));
     return core::roundDecimal(number.value_or(0), 2);
 }
 

@@ -6,6 +6,7 @@
 #include "host/ui/ChildArea.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Settings.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/ChildForm.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/MenuKeys.h"
@@ -87,8 +88,8 @@ QMdiArea &MainWindow::area() const
 
 void MainWindow::createMenus()
 {
-    QMenu *file = ui::named(u"mnFile"_s, menuBar()->addMenu(u"&File"_s));
-    QAction *quit = ui::named(u"actEsci"_s, file->addAction(u"&Esci"_s, this, &QWidget::close));
+    QMenu *file = ui::named(u"mnFile"_s, menuBar()->addMenu(core::tr("&File")));
+    QAction *quit = ui::named(u"actEsci"_s, file->addAction(core::tr("&Esci"), this, &QWidget::close));
     quit->setShortcut(QKeySequence(u"Ctrl+Q"_s));
 
     // The modules fill these; one that stays empty stays hidden.
@@ -96,22 +97,23 @@ void MainWindow::createMenus()
                                            {u"mnMagazzino"_s, u"&Magazzino"_s},
                                            {u"mnAnagrafiche"_s, u"&Anagrafiche"_s},
                                            {u"mnTabelle"_s, u"&Tabelle"_s},
-                                           {u"mnStrumenti"_s, u"&Strumenti"_s}};
+                                           {u"mnStrumenti"_s, core::tr("&Strumenti")}};
     for (const MenuSpec &spec : shared) {
         QMenu *menu = ui::named(spec.name, menuBar()->addMenu(spec.caption));
         menu->menuAction()->setVisible(false);
     }
 
-    windowMenu_ = ui::named(u"mnFinestre"_s, menuBar()->addMenu(u"F&inestre"_s));
+    windowMenu_ = ui::named(u"mnFinestre"_s, menuBar()->addMenu(core::tr("F&inestre")));
     connect(windowMenu_, &QMenu::aboutToShow, this, &MainWindow::listWindows);
 
     QMenu *help = ui::named(u"mnAiuto"_s, menuBar()->addMenu(u"&?"_s));
-    QAction *manual = help->addAction(u"&Manuale"_s, this, [this] { showManual(this); });
+    QAction *manual = help->addAction(core::tr("&Manuale"), this, [this] { showManual(this); });
     manual->setObjectName(u"actManuale"_s);
     manual->setShortcut(QKeySequence(Qt::Key_F1));
-    QAction *keys = ui::named(u"actTasti"_s, help->addAction(u"&Tasti"_s, this, &MainWindow::showKeys));
+    QAction *keys = ui::named(u"actTasti"_s, help->addAction(core::tr("&Tasti"), this, &MainWindow::showKeys));
     keys->setShortcut(QKeySequence(u"Shift+F1"_s));
-    help->addAction(u"&Informazioni su Corvane"_s, this, &MainWindow::about)->setObjectName(u"actInformazioni"_s);
+    help->addAction(core::tr("&Informazioni su Corvane"), this, &MainWindow::about)
+        ->setObjectName(u"actInformazioni"_s);
 }
 
 void MainWindow::createToolBars()
@@ -158,9 +160,9 @@ void MainWindow::childActivated(QMdiSubWindow *window)
 // The arrangement is one press away whatever stands in the menus.
 QToolButton *MainWindow::createArrangement()
 {
-    free_ = ui::named(u"actFinestreLibere"_s, new QAction(u"&Finestre libere"_s, this));
+    free_ = ui::named(u"actFinestreLibere"_s, new QAction(core::tr("&Finestre libere"), this));
     free_->setCheckable(true);
-    free_->setToolTip(u"Finestre libere nell'area di lavoro, invece di una scheda per ogni finestra"_s);
+    free_->setToolTip(core::tr("Finestre libere nell'area di lavoro, invece di una scheda per ogni finestra"));
     connect(free_, &QAction::triggered, this, [this](bool free) {
         area_->setFree(free);
         core::guarded(this, [this] { keepArrangement(); });
@@ -199,9 +201,9 @@ void MainWindow::listWindows()
             (area_->*how)();
         });
     };
-    arrange(u"&Sovrapponi"_s, &QMdiArea::cascadeSubWindows);
-    arrange(u"&Affianca"_s, &QMdiArea::tileSubWindows);
-    windowMenu_->addAction(u"&Chiudi tutte"_s, area_, &QMdiArea::closeAllSubWindows);
+    arrange(core::tr("&Sovrapponi"), &QMdiArea::cascadeSubWindows);
+    arrange(core::tr("&Affianca"), &QMdiArea::tileSubWindows);
+    windowMenu_->addAction(core::tr("&Chiudi tutte"), area_, &QMdiArea::closeAllSubWindows);
     windowMenu_->addAction(free_);
     windowMenu_->addSeparator();
     int number = 0;
@@ -219,9 +221,9 @@ void MainWindow::listWindows()
 void MainWindow::showSession(const QString &user, const QString &database)
 {
     user_ = user;
-    userLabel_->setText(u"Utente: %1"_s.arg(user));
+    userLabel_->setText(core::tr("Utente: %1").arg(user));
     database_ = database;
-    databaseLabel_->setText(u"Database: %1"_s.arg(database));
+    databaseLabel_->setText(core::tr("Database: %1").arg(database));
     setWindowTitle(u"Corvane - %1"_s.arg(user));
     restoreArrangement();
 }

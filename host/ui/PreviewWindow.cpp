@@ -1,5 +1,6 @@
 #include "host/ui/PreviewWindow.h"
 
+#include "platform/core/Translation.h"
 #include "platform/report/Output.h"
 #include "platform/ui/Dialogs.h"
 
@@ -57,7 +58,7 @@ void PageView::paintEvent(QPaintEvent *)
 }
 
 PreviewWindow::PreviewWindow(report::ReportSystem &system, QWidget *parent)
-    : ChildForm(u"Anteprima - %1"_s.arg(system.document()->title()), u">Anteprima<"_s, parent)
+    : ChildForm(core::tr("Anteprima - %1").arg(system.document()->title()), core::tr(">Anteprima<"), parent)
     , system_(&system)
     , document_(system.document())
     , subject_(system.subject)
@@ -92,19 +93,19 @@ void PreviewWindow::declareCommands()
     using ui::Icon;
     const auto key = [](const QString &text) { return QKeySequence(text); };
     const QList<ui::Command> commands = {
-        {u"actStampa"_s, u"Stampa..."_s, [this] { printPages(); }, Icon::Print, key(u"Ctrl+P"_s)},
-        {u"actSalvaPDF"_s, u"Salva in PDF..."_s, [this] { savePdf(); }, Icon::Pdf, key(u"Ctrl+S"_s)},
-        {u"actPrimaPagina"_s, u"Prima pagina"_s, [this] { goToPage(0); }, Icon::Up, key(u"Ctrl+Home"_s)},
-        {u"actPaginaPrecedente"_s, u"Pagina precedente"_s, [this] { goToPage(page_ - 1); }, Icon::Up,
+        {u"actStampa"_s, core::tr("Stampa..."), [this] { printPages(); }, Icon::Print, key(u"Ctrl+P"_s)},
+        {u"actSalvaPDF"_s, core::tr("Salva in PDF..."), [this] { savePdf(); }, Icon::Pdf, key(u"Ctrl+S"_s)},
+        {u"actPrimaPagina"_s, core::tr("Prima pagina"), [this] { goToPage(0); }, Icon::Up, key(u"Ctrl+Home"_s)},
+        {u"actPaginaPrecedente"_s, core::tr("Pagina precedente"), [this] { goToPage(page_ - 1); }, Icon::Up,
          key(u"Ctrl+PgUp"_s)},
-        {u"actPaginaSuccessiva"_s, u"Pagina successiva"_s, [this] { goToPage(page_ + 1); }, Icon::Down,
+        {u"actPaginaSuccessiva"_s, core::tr("Pagina successiva"), [this] { goToPage(page_ + 1); }, Icon::Down,
          key(u"Ctrl+PgDown"_s)},
-        {u"actUltimaPagina"_s, u"Ultima pagina"_s, [this] { goToPage(document_->pageCount() - 1); }, Icon::Down,
+        {u"actUltimaPagina"_s, core::tr("Ultima pagina"), [this] { goToPage(document_->pageCount() - 1); }, Icon::Down,
          key(u"Ctrl+End"_s)},
-        {u"actIngrandisci"_s, u"Ingrandisci"_s, [this] { stepZoom(1); }, Icon::Search, key(u"Ctrl++"_s)},
-        {u"actRiduci"_s, u"Riduci"_s, [this] { stepZoom(-1); }, Icon::Search, key(u"Ctrl+-"_s)},
-        {u"actAdattaLarghezza"_s, u"Larghezza pagina"_s, [this] { setZoom(Fit::Width); }, Icon::FitWidth},
-        {u"actPaginaIntera"_s, u"Pagina intera"_s, [this] { setZoom(Fit::Page); }, Icon::FitPage},
+        {u"actIngrandisci"_s, core::tr("Ingrandisci"), [this] { stepZoom(1); }, Icon::Search, key(u"Ctrl++"_s)},
+        {u"actRiduci"_s, core::tr("Riduci"), [this] { stepZoom(-1); }, Icon::Search, key(u"Ctrl+-"_s)},
+        {u"actAdattaLarghezza"_s, core::tr("Larghezza pagina"), [this] { setZoom(Fit::Width); }, Icon::FitWidth},
+        {u"actPaginaIntera"_s, core::tr("Pagina intera"), [this] { setZoom(Fit::Page); }, Icon::FitPage},
         {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close},
     };
     for (const ui::Command &command : commands)
@@ -135,7 +136,7 @@ QToolBar *PreviewWindow::createToolBar()
     pageEdit_ = ui::named(u"txtPagina"_s, new QSpinBox(bar));
     countPages();
     pageEdit_->setKeyboardTracking(false);
-    pageEdit_->setToolTip(u"Pagina da mostrare"_s);
+    pageEdit_->setToolTip(core::tr("Pagina da mostrare"));
     connect(pageEdit_, &QSpinBox::valueChanged, this, [this](int number) { goToPage(number - 1); });
     bar->addWidget(pageEdit_);
     addStep(u"actPaginaSuccessiva"_s, u"›"_s);
@@ -156,8 +157,8 @@ QToolBar *PreviewWindow::createToolBar()
 void PreviewWindow::createCopies(QToolBar *bar)
 {
     copies_ = ui::named(u"cmbCopie"_s, new ui::ComboBox(bar));
-    copies_->setAccessibleName(u"Copie"_s);
-    copies_->setToolTip(u"Quali copie si stampano; la pagina mostra la loro dicitura"_s);
+    copies_->setAccessibleName(core::tr("Copie"));
+    copies_->setToolTip(core::tr("Quali copie si stampano; la pagina mostra la loro dicitura"));
     copiesPlace_ = bar->addWidget(copies_);
     connect(copies_, &QComboBox::currentIndexChanged, this, [this] { goToPage(page_); });
 }
@@ -167,9 +168,9 @@ void PreviewWindow::offerCopies()
     const QSignalBlocker quiet(copies_);
     const QStringList &labels = subject_.copies;
     copies_->clear();
-    copies_->addItem(u"Tutte le %1 copie"_s.arg(labels.size()));
+    copies_->addItem(core::tr("Tutte le %1 copie").arg(labels.size()));
     for (qsizetype i = 0; i < labels.size(); ++i)
-        copies_->addItem(labels[i].isEmpty() ? u"Copia %1"_s.arg(i + 1) : labels[i]);
+        copies_->addItem(labels[i].isEmpty() ? core::tr("Copia %1").arg(i + 1) : labels[i]);
     copiesPlace_->setVisible(labels.size() > 1);
 }
 
@@ -189,7 +190,7 @@ void PreviewWindow::createRemarks()
     remarksButton_->setAutoRaise(true);
     remarksButton_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     remarksButton_->setFocusPolicy(Qt::TabFocus);
-    remarksButton_->setToolTip(u"Che cosa manca o non torna in questo documento"_s);
+    remarksButton_->setToolTip(core::tr("Che cosa manca o non torna in questo documento"));
     remarksList_ = ui::named(u"lstRilievi"_s, new QListWidget(this));
     remarksList_->setWordWrap(true);
     remarksList_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -208,8 +209,8 @@ void PreviewWindow::showRemarks(const QStringList &remarks)
     const qsizetype count = remarks.size();
     remarksList_->clear();
     remarksList_->addItems(remarks);
-    remarksButton_->setText(count == 1 ? u"1 rilievo su questo documento"_s
-                                       : u"%1 rilievi su questo documento"_s.arg(count));
+    remarksButton_->setText(count == 1 ? core::tr("1 rilievo su questo documento")
+                                       : core::tr("%1 rilievi su questo documento").arg(count));
     remarksButton_->setArrowType(Qt::RightArrow);
     remarksButton_->setChecked(false);
     remarksButton_->setVisible(count > 0);
@@ -220,14 +221,14 @@ void PreviewWindow::countPages()
 {
     const QSignalBlocker quiet(pageEdit_);
     pageEdit_->setRange(1, document_->pageCount());
-    pageEdit_->setSuffix(u" di %1"_s.arg(document_->pageCount()));
+    pageEdit_->setSuffix(core::tr(" di %1").arg(document_->pageCount()));
 }
 
 void PreviewWindow::showDocument(const report::ReportSystem &system)
 {
     document_ = system.document();
     subject_ = system.subject;
-    setWindowTitle(u"Anteprima - %1"_s.arg(document_->title()));
+    setWindowTitle(core::tr("Anteprima - %1").arg(document_->title()));
     view_->setDocument(document_);
     showRemarks(subject_.remarks);
     offerCopies();

@@ -4,6 +4,7 @@
 #include "host/users/Users.h"
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/CommandRegistry.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/EntryForm.h"
@@ -40,9 +41,9 @@ SearchEverywhere::SearchEverywhere(data::Connection &connection, QWidget *owner)
     , state_(ui::named(u"lblTrovati"_s, new QLabel(this)))
 {
     setObjectName(u"frmCercaOvunque"_s);
-    setWindowTitle(u"Cerca ovunque"_s);
+    setWindowTitle(core::tr("Cerca ovunque"));
     field_->setMaxLength(100);
-    field_->setPlaceholderText(u"Numero, nome, codice o parole di una riga, anche in parte"_s);
+    field_->setPlaceholderText(core::tr("Numero, nome, codice o parole di una riga, anche in parte"));
     field_->installEventFilter(this);
     createList();
     auto *layout = new QVBoxLayout(this);
@@ -99,7 +100,7 @@ void SearchEverywhere::start()
         waiting_.append(groups_.size());
         groups_.append({source, {}, nullptr});
     }
-    state_->setText(u"Ricerca in corso…"_s);
+    state_->setText(core::tr("Ricerca in corso…"));
     askLater_.start();
 }
 
@@ -111,7 +112,7 @@ void SearchEverywhere::goOn()
         if (groups_[i].next.isValid())
             waiting_.append(i);
     }
-    state_->setText(u"Ricerca nei documenti meno recenti…"_s);
+    state_->setText(core::tr("Ricerca nei documenti meno recenti…"));
     askLater_.start();
 }
 
@@ -172,10 +173,12 @@ void SearchEverywhere::finish()
         count += group.item ? group.item->childCount() : 0;
         older = older || group.next.isValid();
     }
-    state_->setText(count == 0 ? u"Nessun risultato"_s : count == 1 ? u"1 risultato"_s : u"%1 risultati"_s.arg(count));
+    state_->setText(count == 0   ? core::tr("Nessun risultato")
+                    : count == 1 ? core::tr("1 risultato")
+                                 : core::tr("%1 risultati").arg(count));
     if (!older)
         return;
-    more_ = new QTreeWidgetItem(found_, {u"Cerca anche nei documenti meno recenti"_s});
+    more_ = new QTreeWidgetItem(found_, {core::tr("Cerca anche nei documenti meno recenti")});
     more_->setFirstColumnSpanned(true);
     if (!found_->currentItem())
         found_->setCurrentItem(more_);

@@ -6,6 +6,7 @@
 #include "platform/core/Lists.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/CommandRegistry.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/EntryForm.h"
@@ -78,14 +79,14 @@ void StartPage::createPage()
     columns->addLayout(left, 2);
     columns->addLayout(right, 3);
 
-    commands_ = new QVBoxLayout(box(u"grpInizia"_s, u"Che cosa si fa"_s));
+    commands_ = new QVBoxLayout(box(u"grpInizia"_s, core::tr("Che cosa si fa")));
     commands_->setSpacing(0);
     left->addWidget(commands_->parentWidget());
-    stepsBox_ = box(u"grpPrimiPassi"_s, u"Per cominciare"_s);
+    stepsBox_ = box(u"grpPrimiPassi"_s, core::tr("Per cominciare"));
     steps_ = new QVBoxLayout(stepsBox_);
     steps_->setSpacing(0);
     left->addWidget(stepsBox_);
-    QGroupBox *eye = box(u"grpDaVedere"_s, u"Da tenere d'occhio"_s);
+    QGroupBox *eye = box(u"grpDaVedere"_s, core::tr("Da tenere d'occhio"));
     auto *lines = new QVBoxLayout(eye);
     lines->setSpacing(0);
     figures_ = new QVBoxLayout;
@@ -96,13 +97,13 @@ void StartPage::createPage()
     left->addWidget(eye);
     left->addStretch();
 
-    QGroupBox *last = box(u"grpUltimiDocumenti"_s, u"Ultimi documenti"_s);
+    QGroupBox *last = box(u"grpUltimiDocumenti"_s, core::tr("Ultimi documenti"));
     using Column = ui::ListColumn;
     recent_ = new ui::ResultGrid(u"CHIAVE"_s,
-                                 {{u"Documento"_s, u"DOCUMENTO"_s, 175},
+                                 {{core::tr("Documento"), u"DOCUMENTO"_s, 175},
                                   {u"N."_s, u"NUMERO"_s, 80},
                                   {u"Data"_s, u"DATA"_s, 85, Column::Width::Pixels, Column::Display::Date},
-                                  {u"Cliente o fornitore"_s, u"NOME"_s, 0, Column::Width::Rest}},
+                                  {core::tr("Cliente o fornitore"), u"NOME"_s, 0, Column::Width::Rest}},
                                  last);
     recent_->setObjectName(u"gridUltimiDocumenti"_s);
     recent_->setTabKeyNavigation(false);
@@ -277,9 +278,9 @@ void StartPage::showFigures(const QList<StartFigure> &figures)
     for (const StartFigure &spec : figures) {
         auto *line = new QWidget(this);
         auto *layout = ui::withoutMargins<QHBoxLayout>(line);
-        Figure figure{spec, link(spec.name, line), link(spec.name + u"Conta"_s, line)};
+        Figure figure{spec, link(spec.name, line), link(spec.name + core::tr("Conta"), line)};
         figure.show->setText(spec.caption);
-        figure.count->setText(u"Conta ora"_s);
+        figure.count->setText(core::tr("Conta ora"));
         layout->addWidget(figure.show, 1);
         layout->addWidget(figure.count);
         figures_->addWidget(line);
@@ -311,8 +312,8 @@ void StartPage::count(const Figure &figure)
 {
     const int counted = figure.spec.count();
     figure.show->setText(u"%1: %2"_s.arg(figure.spec.caption).arg(counted));
-    figure.count->setText(u"contati alle %1"_s.arg(core::now().toString(u"HH:mm"_s)));
-    figure.count->setToolTip(u"Conta di nuovo"_s);
+    figure.count->setText(core::tr("contati alle %1").arg(core::now().toString(u"HH:mm"_s)));
+    figure.count->setToolTip(core::tr("Conta di nuovo"));
 }
 
 void StartPage::readRecent(const StartOffer &offers)

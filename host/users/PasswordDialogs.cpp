@@ -3,6 +3,7 @@
 #include "host/Corvane3Impl.h"
 #include "host/users/Users.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
@@ -41,15 +42,15 @@ bool refused(QWidget *owner, const QString &problem)
 QString passwordProblem(const QString &password, const QString &repeated)
 {
     if (password.size() < shortestPassword)
-        return u"La password deve avere almeno %1 caratteri."_s.arg(shortestPassword);
-    return password == repeated ? QString() : u"Le due password non coincidono."_s;
+        return core::tr("La password deve avere almeno %1 caratteri.").arg(shortestPassword);
+    return password == repeated ? QString() : core::tr("Le due password non coincidono.");
 }
 
 std::optional<QString> askNewPassword(QWidget *owner)
 {
-    ui::FormDialog dialog(u"Nuova password"_s, owner);
-    const QLineEdit *password = addPassword(dialog, u"txtPassword"_s, u"Password"_s);
-    const QLineEdit *repeated = addPassword(dialog, u"txtRipeti"_s, u"Ripeti la password"_s);
+    ui::FormDialog dialog(core::tr("Nuova password"), owner);
+    const QLineEdit *password = addPassword(dialog, u"txtPassword"_s, core::tr("Password"));
+    const QLineEdit *repeated = addPassword(dialog, u"txtRipeti"_s, core::tr("Ripeti la password"));
     dialog.setCheck([&] { return !refused(&dialog, passwordProblem(password->text(), repeated->text())); });
     if (ui::runModal(dialog) != QDialog::Accepted)
         return {};
@@ -59,10 +60,10 @@ std::optional<QString> askNewPassword(QWidget *owner)
 void changeOwnPassword(QWidget *owner, data::Connection &connection)
 {
     const QString user = GetKxCurrentUserName();
-    ui::FormDialog dialog(u"Cambia password di %1"_s.arg(user), owner);
-    const QLineEdit *old = addPassword(dialog, u"txtVecchia"_s, u"Password attuale"_s);
-    const QLineEdit *password = addPassword(dialog, u"txtPassword"_s, u"Nuova password"_s);
-    const QLineEdit *repeated = addPassword(dialog, u"txtRipeti"_s, u"Ripeti la nuova password"_s);
+    ui::FormDialog dialog(core::tr("Cambia password di %1").arg(user), owner);
+    const QLineEdit *old = addPassword(dialog, u"txtVecchia"_s, core::tr("Password attuale"));
+    const QLineEdit *password = addPassword(dialog, u"txtPassword"_s, core::tr("Nuova password"));
+    const QLineEdit *repeated = addPassword(dialog, u"txtRipeti"_s, core::tr("Ripeti la nuova password"));
     dialog.setCheck([&] {
         if (refused(&dialog, passwordProblem(password->text(), repeated->text())))
             return false;
@@ -73,29 +74,29 @@ void changeOwnPassword(QWidget *owner, data::Connection &connection)
                 setPassword(user, password->text(), connection);
             return right;
         }();
-        return known || !refused(&dialog, u"La password attuale non è corretta."_s);
+        return known || !refused(&dialog, core::tr("La password attuale non è corretta."));
     });
     if (ui::runModal(dialog) == QDialog::Accepted)
-        core::inform(owner, u"La password è stata cambiata."_s);
+        core::inform(owner, core::tr("La password è stata cambiata."));
 }
 
 Login logIn(QWidget *owner, const QString &proposed, data::Connection &connection)
 {
-    ui::FormDialog dialog(u"Accesso a Corvane"_s, owner);
+    ui::FormDialog dialog(core::tr("Accesso a Corvane"), owner);
     dialog.setObjectName(u"frmAccesso"_s);
     auto *name = ui::named(u"txtNomeUtente"_s, new ui::ComboBox(&dialog));
     name->setEditable(true);
     const QStringList known = activeUsers(connection);
     name->addItems(known);
     name->setCurrentText(known.contains(proposed, Qt::CaseInsensitive) ? proposed : known.value(0));
-    dialog.addRow(u"Nome utente"_s, name);
-    QLineEdit *password = addPassword(dialog, u"txtPassword"_s, u"Password"_s);
+    dialog.addRow(core::tr("Nome utente"), name);
+    QLineEdit *password = addPassword(dialog, u"txtPassword"_s, core::tr("Password"));
     auto *hint = new QLabel(&dialog);
     dialog.addRow({}, hint);
     const QStringList open = usersWithoutPassword(connection);
     const auto showHint = [&] {
         const bool isOpen = open.contains(name->currentText().trimmed(), Qt::CaseInsensitive);
-        hint->setText(isOpen ? u"Questo utente non ha una password: premere OK."_s : u" "_s);
+        hint->setText(isOpen ? core::tr("Questo utente non ha una password: premere OK.") : u" "_s);
     };
     QObject::connect(name, &QComboBox::currentTextChanged, &dialog, showHint);
     showHint();
@@ -111,12 +112,13 @@ Login logIn(QWidget *owner, const QString &proposed, data::Connection &connectio
         if (!result.user.isEmpty())
             return true;
         if (++wrong < attempts) {
-            core::warn(&dialog, u"Nome utente o password non corretti."_s);
+            core::warn(&dialog, core::tr("Nome utente o password non corretti."));
             password->clear();
             password->setFocus();
             return false;
         }
-        core::warn(&dialog, u"Nome utente o password non corretti per tre volte:\n\ril programma viene chiuso."_s);
+        core::warn(&dialog,
+                   core::tr("Nome utente o password non corretti per tre volte:\n\ril programma viene chiuso."));
         result.lockedOut = true;
         dialog.reject();
         return false;

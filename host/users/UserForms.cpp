@@ -7,6 +7,7 @@
 #include "host/users/Users.h"
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/Dialogs.h"
@@ -24,9 +25,11 @@ namespace {
 using Width = ui::ListColumn::Width;
 
 const QString general = u"Generale"_s;
-const QString lastAdministrator = u"Almeno un utente attivo deve avere il diritto \"Controllo completo\":\n\rnessun "
-                                  u"altro potrebbe più gestire utenti e "
-                                  "ruoli."_s;
+QString lastAdministrator()
+{
+    return core::tr("Almeno un utente attivo deve avere il diritto \"Controllo "
+                    "completo\":\n\rnessun altro potrebbe più gestire utenti e ruoli.");
+}
 
 QString nameOfUser(int id, data::Connection &connection)
 {
@@ -43,16 +46,16 @@ QString refuseUserDeletion(int id, data::Connection &connection)
 {
     const QString name = nameOfUser(id, connection);
     if (isCurrentUser(name))
-        return u"Non è possibile eliminare l'utente che sta lavorando."_s;
+        return core::tr("Non è possibile eliminare l'utente che sta lavorando.");
     if (administratorsExcept(name, 0, connection) == 0)
-        return lastAdministrator;
+        return lastAdministrator();
     return currentUserInControl(connection) ? QString() : missingRight;
 }
 
 QString refuseRoleDeletion(int id, data::Connection &connection)
 {
     if (administratorsExcept({}, id, connection) == 0)
-        return lastAdministrator;
+        return lastAdministrator();
     return currentUserInControl(connection) ? QString() : missingRight;
 }
 
@@ -62,34 +65,34 @@ const ui::RegisterSpec &users()
 {
     static const ui::RegisterSpec spec = {
         .name = u"Utenti"_s,
-        .caption = u"Utenti"_s,
-        .oneRecord = u"questo utente"_s,
+        .caption = core::tr("Utenti"),
+        .oneRecord = core::tr("questo utente"),
         .table = u"UTENTI"_s,
         .key = u"IDUTENTE"_s,
         .groups = {{general,
                     {},
                     {{.name = u"txtNomeUtente"_s,
-                      .label = u"Nome utente"_s,
+                      .label = core::tr("Nome utente"),
                       .column = u"USER_NAME"_s,
                       .maxLength = 50,
                       .upperCase = true},
-                     {.name = u"txtNome"_s, .label = u"Nome e cognome"_s, .column = u"NOME"_s, .row = 1},
+                     {.name = u"txtNome"_s, .label = core::tr("Nome e cognome"), .column = u"NOME"_s, .row = 1},
                      {.name = u"chkAttivo"_s,
                       .column = u"ATTIVO"_s,
                       .kind = ui::RegisterField::Kind::Flag,
                       .row = 2,
-                      .flagCaption = u"Attivo: può accedere al programma"_s}}}},
-        .required = {{u"USER_NAME"_s, u"Non è stato indicato il nome utente!"_s}},
+                      .flagCaption = core::tr("Attivo: può accedere al programma")}}}},
+        .required = {{u"USER_NAME"_s, core::tr("Non è stato indicato il nome utente!")}},
         .uniqueColumn = u"USER_NAME"_s,
-        .duplicateText = u"Esiste già un utente con questo nome!"_s,
+        .duplicateText = core::tr("Esiste già un utente con questo nome!"),
         .refuseDeletion = refuseUserDeletion,
         .deletedWith = {u"DELETE FROM UTENTI_RUOLI WHERE UPPER(USER_NAME) = (SELECT UPPER(USER_NAME) FROM UTENTI "
                         "WHERE IDUTENTE = ?)"_s},
         .openingSize = {560, 400},
-        .listColumns = {{u"Nome utente"_s, u"USER_NAME"_s, 200},
-                        {u"Nome e cognome"_s, u"NOME"_s, 0, Width::Rest},
-                        {u"Attivo"_s, u"ATTIVO"_s, 80, Width::Pixels, ui::ListColumn::Display::Flag}},
-        .listFilters = {ui::containingLoosely(u"txtNomeUtente"_s, u"Nome utente"_s, u"USER_NAME"_s)},
+        .listColumns = {{core::tr("Nome utente"), u"USER_NAME"_s, 200},
+                        {core::tr("Nome e cognome"), u"NOME"_s, 0, Width::Rest},
+                        {core::tr("Attivo"), u"ATTIVO"_s, 80, Width::Pixels, ui::ListColumn::Display::Flag}},
+        .listFilters = {ui::containingLoosely(u"txtNomeUtente"_s, core::tr("Nome utente"), u"USER_NAME"_s)},
         .orderText = u" ORDER BY UPPER(USER_NAME)"_s};
     return spec;
 }
@@ -98,21 +101,21 @@ const ui::RegisterSpec &roles()
 {
     static const ui::RegisterSpec spec = {
         .name = u"Ruoli"_s,
-        .caption = u"Ruoli"_s,
-        .oneRecord = u"questo ruolo"_s,
+        .caption = core::tr("Ruoli"),
+        .oneRecord = core::tr("questo ruolo"),
         .table = u"RUOLI_UTENTE"_s,
         .key = u"IDRUOLO_UTENTE"_s,
         .groups = {{general,
                     {},
-                    {{.name = u"txtRuolo"_s, .label = u"Ruolo"_s, .column = u"RUOLO"_s, .maxLength = 50}}}},
-        .required = {{u"RUOLO"_s, u"Non è stato indicato il ruolo!"_s}},
+                    {{.name = u"txtRuolo"_s, .label = core::tr("Ruolo"), .column = u"RUOLO"_s, .maxLength = 50}}}},
+        .required = {{u"RUOLO"_s, core::tr("Non è stato indicato il ruolo!")}},
         .uniqueColumn = u"RUOLO"_s,
-        .duplicateText = u"Esiste già un ruolo con questo nome!"_s,
+        .duplicateText = core::tr("Esiste già un ruolo con questo nome!"),
         .refuseDeletion = refuseRoleDeletion,
         .deletedWith = {u"DELETE FROM ABILITAZIONI_RUOLI WHERE IDRUOLO_UTENTE = ?"_s},
         .openingSize = {560, 360},
-        .listColumns = {{u"Ruolo"_s, u"RUOLO"_s, 0, Width::Rest}},
-        .listFilters = {ui::containingLoosely(u"txtRuolo"_s, u"Ruolo"_s, u"RUOLO"_s)},
+        .listColumns = {{core::tr("Ruolo"), u"RUOLO"_s, 0, Width::Rest}},
+        .listFilters = {ui::containingLoosely(u"txtRuolo"_s, core::tr("Ruolo"), u"RUOLO"_s)},
         .orderText = u" ORDER BY UPPER(RUOLO)"_s};
     return spec;
 }
@@ -130,7 +133,7 @@ void LinkedEntry::addLinks(const CheckedLinksSpec &spec, const QString &title)
 
 void LinkedEntry::finish()
 {
-    refuseIf([this] { return leavesNobodyInControl(); }, lastAdministrator);
+    refuseIf([this] { return leavesNobodyInControl(); }, lastAdministrator());
     ui::RegisterEntry::finish();
 }
 
@@ -138,7 +141,7 @@ void LinkedEntry::finish()
 void LinkedEntry::refuseIfNobodyInControl() const
 {
     if (administratorsExcept({}, 0, connection()) == 0)
-        throw ui::SaveRefused(lastAdministrator);
+        throw ui::SaveRefused(lastAdministrator());
 }
 
 // The right with which the form was opened may be gone by now: asked when the save begins, and inside its transaction,
@@ -164,16 +167,16 @@ void LinkedEntry::restoreDetails(const QVariant &state)
 UserEntry::UserEntry(data::Connection &connection, QWidget *owner)
     : LinkedEntry(users(), connection, owner)
 {
-    password_ = ui::plainButton(u"cmdPassword"_s, u"Imposta la password..."_s, page(general));
+    password_ = ui::plainButton(u"cmdPassword"_s, core::tr("Imposta la password..."), page(general));
     connect(password_, &QPushButton::clicked, this, [this] { core::guarded(this, [this] { choosePassword(); }); });
     page(general)->layout()->addWidget(password_);
     page(general)->layout()->setAlignment(password_, Qt::AlignLeft);
     addLinks({u"SELECT IDRUOLO_UTENTE AS ID, RUOLO AS TESTO FROM RUOLI_UTENTE ORDER BY UPPER(RUOLO)"_s,
               u"UTENTI_RUOLI"_s, u"USER_NAME"_s, u"IDRUOLO_UTENTE"_s},
-             u"Ruoli"_s);
-    refuseIf([this] { return storedKey() < 0 && newHash_.isEmpty(); }, u"Non è stata impostata la password!"_s);
+             core::tr("Ruoli"));
+    refuseIf([this] { return storedKey() < 0 && newHash_.isEmpty(); }, core::tr("Non è stata impostata la password!"));
     refuseIf([this] { return isCurrentUser(storedText()) && !isCurrentUser(textOf(u"USER_NAME"_s)); },
-             u"Non è possibile cambiare il nome dell'utente che sta lavorando."_s);
+             core::tr("Non è possibile cambiare il nome dell'utente che sta lavorando."));
     finish();
 }
 
@@ -252,7 +255,7 @@ RoleEntry::RoleEntry(data::Connection &connection, QWidget *owner)
               "IIF(MODULO = 'Magazzzino', 'Magazzino', MODULO) || ')', '') AS TESTO FROM ABILITAZIONI_UTENTE "
               "ORDER BY IDABILITAZIONE_UTENTE"_s,
               u"ABILITAZIONI_RUOLI"_s, u"IDRUOLO_UTENTE"_s, u"IDABILITAZIONE_UTENTE"_s},
-             u"Diritti"_s);
+             core::tr("Diritti"));
     finish();
 }
 
