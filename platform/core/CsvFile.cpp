@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/Progress.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,10 +16,11 @@ CsvFile::CsvFile(const QString &path)
     : file_(path)
 {
     if (!file_.open(QIODevice::ReadOnly))
-        throw Error(u"Impossibile leggere il file \"%1\"."_s.arg(path), file_.errorString());
+        throw Error(core::tr("Impossibile leggere il file \"%1\".").arg(path), file_.errorString());
     if (file_.peek(4) == "PK\x03\x04")
         throw Error(
-            u"Il file \"%1\" è una cartella di lavoro di un foglio di calcolo: salvarla prima come CSV."_s.arg(path));
+            core::tr("Il file \"%1\" è una cartella di lavoro di un foglio di calcolo: salvarla prima come CSV.")
+                .arg(path));
     size_ = file_.size();
     changed_ = file_.fileTime(QFile::FileModificationTime);
 }
@@ -31,7 +33,7 @@ bool CsvFile::isLong() const
 
 CsvFormat CsvFile::detectFormat(Progress &progress)
 {
-    progress.setText(u"Lettura del file…"_s);
+    progress.setText(core::tr("Lettura del file…"));
     return detectCsvFormat(file_, progress);
 }
 
@@ -58,7 +60,7 @@ void CsvFile::forEach(const CsvFormat &format, Progress &progress, const std::fu
 void CsvFile::requireUnchanged()
 {
     if (file_.size() != size_ || file_.fileTime(QFile::FileModificationTime) != changed_)
-        throw Error(u"Il file \"%1\" è stato cambiato nel frattempo: sceglierlo di nuovo."_s.arg(path()));
+        throw Error(core::tr("Il file \"%1\" è stato cambiato nel frattempo: sceglierlo di nuovo.").arg(path()));
 }
 
 } // namespace core

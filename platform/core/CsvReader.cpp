@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/Progress.h"
+#include "platform/core/Translation.h"
 
 #include <algorithm>
 #include <array>
@@ -39,7 +40,7 @@ QByteArray pieceOf(QIODevice &device)
     QByteArray piece(pieceSize, Qt::Uninitialized);
     const qint64 count = device.read(piece.data(), pieceSize);
     if (count < 0)
-        throw Error(u"Impossibile leggere il file."_s, device.errorString());
+        throw Error(core::tr("Impossibile leggere il file."), device.errorString());
     piece.truncate(count);
     return piece;
 }
@@ -47,7 +48,7 @@ QByteArray pieceOf(QIODevice &device)
 void rewind(QIODevice &device)
 {
     if (!device.seek(0))
-        throw Error(u"Impossibile leggere il file."_s, device.errorString());
+        throw Error(core::tr("Impossibile leggere il file."), device.errorString());
 }
 
 bool isUtf8(QIODevice &device, Progress &progress)
@@ -176,7 +177,7 @@ CsvRecord CsvReader::readRecord()
     CsvRecord record{line_, {}};
     do {
         if (record.cells.size() == mostCells)
-            throw Error(u"Riga %1: le colonne sono più di %2."_s.arg(record.line).arg(mostCells));
+            throw Error(core::tr("Riga %1: le colonne sono più di %2.").arg(record.line).arg(mostCells));
         record.cells.append(readCell());
     } while (takeSeparator());
     takeLineEnd();
@@ -222,15 +223,16 @@ void CsvReader::readQuoted(QString &cell)
             append(cell, QStringView(text_).mid(begin, place_ - begin));
         }
     }
-    throw Error(u"Riga %1: le virgolette aperte non vengono mai chiuse."_s.arg(firstLine));
+    throw Error(core::tr("Riga %1: le virgolette aperte non vengono mai chiuse.").arg(firstLine));
 }
 
 void CsvReader::append(QString &cell, QStringView text) const
 {
     if (cell.size() + text.size() > longestCell)
         throw Error(
-            u"Riga %1: un testo supera il milione di caratteri; forse le sue virgolette non vengono mai chiuse."_s.arg(
-                line_));
+            core::tr(
+                "Riga %1: un testo supera il milione di caratteri; forse le sue virgolette non vengono mai chiuse.")
+                .arg(line_));
     cell.append(text);
 }
 

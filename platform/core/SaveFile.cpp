@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/FileAccess.h"
+#include "platform/core/Translation.h"
 #include "platform/core/WorkFolder.h"
 
 #include <QFile>
@@ -74,7 +75,7 @@ private:
 
 [[noreturn]] void fail(const QString &path, const QString &reason, const QString &systemText = {})
 {
-    throw Error(u"Impossibile scrivere il file \"%1\": %2."_s.arg(path, reason), systemText);
+    throw Error(core::tr("Impossibile scrivere il file \"%1\": %2.").arg(path, reason), systemText);
 }
 
 [[noreturn]] void failWith(const QString &path, int number)
@@ -95,13 +96,13 @@ void requirePlace(const QString &path, const QFileInfo &target)
 {
     const QFileInfo folder(target.absolutePath());
     if (!folder.isDir())
-        fail(path, u"la cartella non esiste"_s);
+        fail(path, core::tr("la cartella non esiste"));
     if (target.isDir())
-        fail(path, u"esiste una cartella con questo nome"_s);
+        fail(path, core::tr("esiste una cartella con questo nome"));
     if (target.exists() && !target.isFile())
-        fail(path, u"non è un file"_s);
+        fail(path, core::tr("non è un file"));
     if (!folder.isWritable() || (target.exists() && !target.isWritable()))
-        fail(path, u"mancano i permessi di scrittura"_s);
+        fail(path, core::tr("mancano i permessi di scrittura"));
 }
 
 mode_t modeFor(const QString &target, Readers readers)
@@ -144,17 +145,17 @@ QString failureReason(int number)
     switch (number) {
     case ENOSPC:
     case EDQUOT:
-        return u"il disco è pieno"_s;
+        return core::tr("il disco è pieno");
     case EACCES:
     case EPERM:
     case EROFS:
-        return u"mancano i permessi di scrittura"_s;
+        return core::tr("mancano i permessi di scrittura");
     case EFBIG:
-        return u"il file è troppo grande per questo disco"_s;
+        return core::tr("il file è troppo grande per questo disco");
     case ENAMETOOLONG:
-        return u"il nome è troppo lungo"_s;
+        return core::tr("il nome è troppo lungo");
     default:
-        return u"il disco è pieno o non risponde"_s;
+        return core::tr("il disco è pieno o non risponde");
     }
 }
 
@@ -194,7 +195,7 @@ void copyFile(const QString &from, const QString &to)
     const Handle source(from, O_RDONLY);
     // Not every file system has locks.
     if (source.isOpen() && ::flock(source.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
-        throw Error(u"Il file \"%1\" è in uso da un altro programma."_s.arg(from));
+        throw Error(core::tr("Il file \"%1\" è in uso da un altro programma.").arg(from));
     const WorkFolder work(QFileInfo(to).absolutePath());
     const QString made = work.file(u"file"_s);
     Handle file(made, O_WRONLY | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
@@ -219,7 +220,7 @@ void moveToNewName(const QString &from, const QString &to)
         return;
     }
     if (errno == EEXIST || QFileInfo::exists(to))
-        fail(to, u"esiste già"_s);
+        fail(to, core::tr("esiste già"));
     // A file system without second names.
     rename(from, to);
 }

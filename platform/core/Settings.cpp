@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/core/WorkFolder.h"
 
 #include <QDateTime>
@@ -97,7 +98,7 @@ void changeSettings(const QString &path, const std::function<void(QSettings &)> 
         const QString written = work.file(u"verifica.ini"_s);
         saveFile(written, content);
         if (valuesOf(QSettings(written, QSettings::IniFormat)) != wanted)
-            throw Error(u"Impossibile scrivere il file \"%1\": il disco è pieno o non risponde."_s.arg(path));
+            throw Error(core::tr("Impossibile scrivere il file \"%1\": il disco è pieno o non risponde.").arg(path));
     }
     saveFile(path, content, Readers::OwnerOnly);
     makeNewer(path, before);

@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 
 #include <QDir>
 #include <QFile>
@@ -56,14 +57,14 @@ int lockFolder(const QString &folder)
 WorkFolder::WorkFolder(const QString &parent)
 {
     if (!QFileInfo(parent).isDir())
-        throw Error(u"La cartella \"%1\" non esiste."_s.arg(parent));
+        throw Error(core::tr("La cartella \"%1\" non esiste.").arg(parent));
     removeAbandoned(parent);
     // A second attempt where another program, which cleans up, took the new folder for an abandoned one.
     constexpr int attempts = 10;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         QByteArray made = QFile::encodeName(QDir(parent).absoluteFilePath(u".corvane-XXXXXX"_s));
         if (!::mkdtemp(made.data()))
-            throw Error(u"Nella cartella \"%1\" non si può scrivere: %2."_s.arg(parent, failureReason(errno)),
+            throw Error(core::tr("Nella cartella \"%1\" non si può scrivere: %2.").arg(parent, failureReason(errno)),
                         qt_error_string());
         path_ = QFile::decodeName(made);
         lock_ = lockFolder(path_);
@@ -71,7 +72,7 @@ WorkFolder::WorkFolder(const QString &parent)
             return;
         ::rmdir(made.constData());
     }
-    throw Error(u"Nella cartella \"%1\" non si può scrivere."_s.arg(parent));
+    throw Error(core::tr("Nella cartella \"%1\" non si può scrivere.").arg(parent));
 }
 
 WorkFolder::~WorkFolder()

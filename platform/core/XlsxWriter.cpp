@@ -2,6 +2,7 @@
 
 #include "platform/core/Decimal.h"
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 #include "platform/core/ZipFile.h"
 
 #include <QDate>
@@ -227,10 +228,10 @@ private:
         if (text.isEmpty())
             return;
         if (text.size() > longestText)
-            throw Error(
-                u"Il testo della riga %1, colonna \"%2\", supera i 32.767 caratteri ammessi da Excel. Esportare "
-                "in CSV."_s.arg(row + 1)
-                    .arg(table_.columns[column].header));
+            throw Error(core::tr("Il testo della riga %1, colonna \"%2\", supera i 32.767 caratteri ammessi da Excel. "
+                                 "Esportare in CSV.")
+                            .arg(row + 1)
+                            .arg(table_.columns[column].header));
         auto known = texts_.constFind(text);
         if (known == texts_.constEnd())
             known = texts_.insert(text, static_cast<int>(texts_.size()));
@@ -263,8 +264,8 @@ private:
 QByteArray xlsxFile(const Table &table)
 {
     if (table.rows.size() > mostRows)
-        throw Error(u"L'elenco ha più righe (%1) di quante ne contenga un foglio di Excel. Esportare in CSV."_s.arg(
-            table.rows.size()));
+        throw Error(core::tr("L'elenco ha più righe (%1) di quante ne contenga un foglio di Excel. Esportare in CSV.")
+                        .arg(table.rows.size()));
     Sheet sheet(table);
     ZipFile file;
     file.add("[Content_Types].xml", contentTypes);

@@ -1,6 +1,7 @@
 #include "platform/core/ZipFile.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 
 #include <QDataStream>
 #include <QIODevice>
@@ -61,7 +62,7 @@ void ZipFile::add(const QByteArray &name, const QByteArray &content)
     const QByteArray packed = deflate(content);
     constexpr qint64 largest = std::numeric_limits<quint32>::max();
     if (content.size() > largest || members_.size() + packed.size() + name.size() > largest / 2)
-        throw Error(u"L'elenco è troppo grande per un file di Excel. Esportare in CSV."_s);
+        throw Error(core::tr("L'elenco è troppo grande per un file di Excel. Esportare in CSV."));
     const auto offset = static_cast<quint32>(members_.size());
     const auto nameSize = static_cast<quint16>(name.size());
     QByteArray facts;

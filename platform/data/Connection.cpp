@@ -2,6 +2,7 @@
 
 #include "platform/core/Lists.h"
 #include "platform/core/Log.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Changes.h"
 #include "platform/data/ConnectionString.h"
 #include "platform/data/DatabaseError.h"
@@ -73,7 +74,7 @@ void Connection::ensureOpen()
         open();
     }
     if (!isOpen())
-        throw DatabaseError(u"La connessione al database non è aperta."_s, u"CONNECT"_s);
+        throw DatabaseError(core::tr("La connessione al database non è aperta."), u"CONNECT"_s);
 }
 
 void Connection::prepareFor(const QString &sql)
@@ -98,7 +99,7 @@ void Connection::begin()
 {
     ensureOpen();
     if (inTransaction_)
-        throw DatabaseError(u"Una transazione è già in corso."_s, u"BEGIN"_s);
+        throw DatabaseError(core::tr("Una transazione è già in corso."), u"BEGIN"_s);
     noting([this] { driver_->begin(); });
     inTransaction_ = true;
     written_.clear();

@@ -1,6 +1,7 @@
 #include "platform/data/ConnectionString.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 
 #include <QRegularExpression>
 
@@ -72,7 +73,7 @@ DriverSettings driverSettings(const QString &connectionString)
         settings.address.port = values.value(u"port"_s).toInt();
         settings.address.file = values.value(u"data source"_s);
     } else {
-        throw core::Error(u"Provider di database sconosciuto: \"%1\"."_s.arg(provider));
+        throw core::Error(core::tr("Provider di database sconosciuto: \"%1\".").arg(provider));
     }
     return settings;
 }

@@ -2,6 +2,7 @@
 
 #include "platform/core/Decimal.h"
 #include "platform/core/Lists.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DatabaseError.h"
 
 #include <algorithm>
@@ -134,7 +135,7 @@ void DataSet::open()
 {
     close();
     if (!connection_)
-        throw core::Error(u"Il data set non ha una connessione."_s);
+        throw core::Error(core::tr("Il data set non ha una connessione."));
     rows_ = connection_->select(commandText_, parameters_);
     open_ = true;
 }
@@ -172,14 +173,14 @@ void DataSet::forgetRows()
 void DataSet::requireOpen() const
 {
     if (!open_)
-        throw core::Error(u"Il data set non è aperto."_s);
+        throw core::Error(core::tr("Il data set non è aperto."));
 }
 
 void DataSet::first()
 {
     requireOpen();
     if (cursorType_ == CursorType::ForwardOnly && current_ > 0)
-        throw core::Error(u"Il data set si legge solo in avanti."_s);
+        throw core::Error(core::tr("Il data set si legge solo in avanti."));
     current_ = 0;
 }
 
@@ -215,7 +216,7 @@ int DataSet::columnIndex(const QString &column) const
 {
     const int index = rows_.indexOf(column);
     if (index < 0)
-        throw core::Error(u"Il campo \"%1\" non esiste nel data set."_s.arg(column));
+        throw core::Error(core::tr("Il campo \"%1\" non esiste nel data set.").arg(column));
     return index;
 }
 
@@ -249,7 +250,7 @@ void DataSet::edit()
         return;
     }
     if (atEnd())
-        throw core::Error(u"Il data set non ha una riga corrente."_s);
+        throw core::Error(core::tr("Il data set non ha una riga corrente."));
     post();
     editing_ = Change{.row = current_, .oldKey = value(target_.key)};
 }
@@ -257,7 +258,7 @@ void DataSet::edit()
 void DataSet::setValue(const QString &column, const QVariant &value)
 {
     if (!editing_)
-        throw core::Error(u"Il data set non è in modifica."_s);
+        throw core::Error(core::tr("Il data set non è in modifica."));
     const int index = columnIndex(column);
     rows_.mutableValues()[editing_->row][index] = forWriting(index, value);
     if (!editing_->columns.contains(index))
@@ -275,9 +276,9 @@ QVariant DataSet::forWriting(int column, const QVariant &value) const
     if (target.isNumber && target.places > 0) {
         const double number = value.toDouble();
         if (!std::isfinite(number))
-            throw core::Error(u"Il valore di \"%1\" non è un numero."_s.arg(target.name));
+            throw core::Error(core::tr("Il valore di \"%1\" non è un numero.").arg(target.name));
         if (!core::fitsDecimal(number, target.places))
-            throw core::Error(u"Il valore di \"%1\" è troppo grande."_s.arg(target.name));
+            throw core::Error(core::tr("Il valore di \"%1\" è troppo grande.").arg(target.name));
         return core::roundDecimal(number, target.places);
     }
     return value;
@@ -307,7 +308,7 @@ void DataSet::updateBatch()
 void DataSet::write(const Change &change)
 {
     if (target_.table.isEmpty() || target_.key.isEmpty())
-        throw core::Error(u"Il data set è di sola lettura."_s);
+        throw core::Error(core::tr("Il data set è di sola lettura."));
     const QStringList names = namesOf(rows_, change.columns);
     QVariantList values = valuesOf(rows_, change);
     if (change.insert) {
@@ -320,7 +321,7 @@ void DataSet::write(const Change &change)
     connection_->run(u"UPDATE %1 SET %2 = ? WHERE %3 = ?"_s.arg(target_.table, names.join(u" = ?, "_s), target_.key),
                      values);
     if (connection_->affectedRows() != 1)
-        throw DatabaseError(u"La riga da modificare non esiste più."_s, u"UPDATE "_s + target_.table);
+        throw DatabaseError(core::tr("La riga da modificare non esiste più."), u"UPDATE "_s + target_.table);
 }
 
 void DataSet::insert(const Change &change, const QStringList &names, const QVariantList &values)

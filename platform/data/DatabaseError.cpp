@@ -1,13 +1,22 @@
 #include "platform/data/DatabaseError.h"
 
+#include "platform/core/Translation.h"
+
 using namespace Qt::StringLiterals;
 
 namespace data {
 
 namespace {
 
-const QString diskFull = u"Il disco è pieno."_s;
-const QString connectionLost = u"Il server non risponde oppure il collegamento è caduto."_s;
+QString diskFull()
+{
+    return core::tr("Il disco è pieno.");
+}
+
+QString connectionLost()
+{
+    return core::tr("Il server non risponde oppure il collegamento è caduto.");
+}
 
 // The system's words, which an embedded engine and a server pass on.
 bool tellsFullDisk(const QString &text)
@@ -19,8 +28,8 @@ bool tellsFullDisk(const QString &text)
 QString ownWords(const QString &databaseText, Refusal refusal)
 {
     if (tellsFullDisk(databaseText))
-        return diskFull;
-    return refusal == Refusal::ConnectionLost ? connectionLost : QString();
+        return diskFull();
+    return refusal == Refusal::ConnectionLost ? connectionLost() : QString();
 }
 
 QString contextFor(const QString &databaseText, const QString &statement, Refusal refusal)
@@ -39,7 +48,7 @@ DatabaseError::DatabaseError(const QString &databaseText, const QString &stateme
 
 bool DatabaseError::isDiskFull() const
 {
-    return text() == diskFull;
+    return text() == diskFull();
 }
 
 } // namespace data

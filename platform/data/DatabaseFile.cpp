@@ -2,6 +2,7 @@
 
 #include "platform/core/FileAccess.h"
 #include "platform/core/Log.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/SqlText.h"
 #include "platform/data/firebird/Attachment.h"
@@ -72,7 +73,7 @@ void createDatabase(const DatabaseAddress &address)
 {
     // The engine would report an existing file as an I/O error only; say it before it is touched.
     if (address.isEmbedded() && QFileInfo::exists(address.file))
-        throw DatabaseError(u"Il file esiste già."_s, u"CREATE DATABASE"_s);
+        throw DatabaseError(core::tr("Il file esiste già."), u"CREATE DATABASE"_s);
     QString sql = u"CREATE DATABASE "_s + quoted(firebird::attachName(address)) + u" USER "_s + quoted(address.user);
     if (!address.password.isEmpty())
         sql += u" PASSWORD "_s + quoted(address.password);

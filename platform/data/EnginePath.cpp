@@ -1,6 +1,7 @@
 #include "platform/data/EnginePath.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 #include "platform/core/WorkFolder.h"
 
 #include <QDir>
@@ -55,8 +56,9 @@ bool areOneFile(const QString &left, const QString &right)
 
 [[noreturn]] void refuse(const QString &path, const QString &systemText = {})
 {
-    throw core::Error(u"Il motore del database non accetta il percorso \"%1\" per via dei due punti: spostare o "
-                      "rinominare il file o la cartella."_s.arg(path),
+    throw core::Error(core::tr("Il motore del database non accetta il percorso \"%1\" per via dei due punti: spostare "
+                               "o rinominare il file o la cartella.")
+                          .arg(path),
                       systemText);
 }
 

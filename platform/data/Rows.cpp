@@ -1,6 +1,7 @@
 #include "platform/data/Rows.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 
 #include <algorithm>
 
@@ -21,7 +22,7 @@ int Rows::require(QStringView column) const
 {
     const int index = indexOf(column);
     if (index < 0)
-        throw core::Error(u"Il campo \"%1\" non esiste nel risultato."_s.arg(column));
+        throw core::Error(core::tr("Il campo \"%1\" non esiste nel risultato.").arg(column));
     return index;
 }
 

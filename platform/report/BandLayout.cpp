@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/LineText.h"
+#include "platform/core/Translation.h"
 #include "platform/report/Picture.h"
 
 #include <QTextLayout>
@@ -23,7 +24,7 @@ auto atLine(int line, Body &&body)
     try {
         return body();
     } catch (const core::Error &error) {
-        throw core::Error(u"Riga %1 del file delle stampe: %2."_s.arg(line).arg(error.text()), error.context());
+        throw core::Error(core::tr("Riga %1 del file delle stampe: %2.").arg(line).arg(error.text()), error.context());
     }
 }
 

@@ -1,6 +1,7 @@
 #include "platform/report/Document.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 #include "platform/report/BandLayout.h"
 
 #include <algorithm>
@@ -172,7 +173,7 @@ void Document::breakPages()
     const double freshRoom = roomForRows(1) - carryHeight_;
     if (freshRoom < 1 || roomForRows(1) < closingHeight_ || roomForRows(0) - carryHeight_ < 0)
         throw core::Error(
-            u"I blocchi fissi della stampa \"%1\" non lasciano spazio sulla pagina."_s.arg(report_->name));
+            core::tr("I blocchi fissi della stampa \"%1\" non lasciano spazio sulla pagina.").arg(report_->name));
     const auto count = static_cast<qsizetype>(heights_.size());
     PageSpan span;
     while (true) {

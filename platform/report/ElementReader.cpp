@@ -1,5 +1,7 @@
 #include "platform/report/ElementReader.h"
 
+#include "platform/core/Translation.h"
+
 #include <QHash>
 
 using namespace Qt::StringLiterals;
@@ -12,9 +14,9 @@ QString xmlProblem(const QXmlStreamReader &reader)
 {
     switch (reader.error()) {
     case QXmlStreamReader::PrematureEndOfDocumentError:
-        return u"il file finisce prima che tutti gli elementi siano chiusi"_s;
+        return core::tr("il file finisce prima che tutti gli elementi siano chiusi");
     case QXmlStreamReader::NotWellFormedError:
-        return u"il file non è XML ben formato"_s;
+        return core::tr("il file non è XML ben formato");
     default:
         return reader.errorString();
     }
@@ -38,7 +40,7 @@ QString ElementReader::enterRoot()
 
 void ElementReader::fail(const QString &text) const
 {
-    throw core::Error(u"File delle stampe \"%1\", riga %2: %3."_s.arg(file_).arg(lineOfElement_).arg(text));
+    throw core::Error(core::tr("File delle stampe \"%1\", riga %2: %3.").arg(file_).arg(lineOfElement_).arg(text));
 }
 
 QString ElementReader::attribute(const QString &name, const QString &missing)
@@ -50,7 +52,7 @@ QString ElementReader::attribute(const QString &name, const QString &missing)
 QString ElementReader::required(const QString &name)
 {
     if (!attributes_.hasAttribute(name))
-        fail(u"manca l'attributo \"%1\" di \"%2\""_s.arg(name, xml_.name()));
+        fail(core::tr("manca l'attributo \"%1\" di \"%2\"").arg(name, xml_.name()));
     return attribute(name);
 }
 
@@ -62,7 +64,7 @@ double ElementReader::length(const QString &name, double missing)
     bool ok = false;
     const double value = text.toDouble(&ok);
     if (!ok || value < 0 || value > 2000)
-        fail(u"\"%1\" non è una misura valida per \"%2\""_s.arg(text, name));
+        fail(core::tr("\"%1\" non è una misura valida per \"%2\"").arg(text, name));
     return value;
 }
 
@@ -76,7 +78,7 @@ bool ElementReader::flag(const QString &name)
 {
     const QString text = attribute(name, u"false"_s);
     if (text != u"true"_s && text != u"false"_s)
-        fail(u"\"%1\" deve essere \"true\" o \"false\""_s.arg(name));
+        fail(core::tr("\"%1\" deve essere \"true\" o \"false\"").arg(name));
     return text == u"true"_s;
 }
 
@@ -89,7 +91,7 @@ Qt::Alignment ElementReader::alignment(const QString &missing)
     const QString across = attribute(u"align"_s, u"left"_s);
     const QString down = attribute(u"valign"_s, missing);
     if (!horizontal.contains(across) || !vertical.contains(down))
-        fail(u"allineamento \"%1\" non valido"_s.arg(horizontal.contains(across) ? down : across));
+        fail(core::tr("allineamento \"%1\" non valido").arg(horizontal.contains(across) ? down : across));
     return horizontal[across] | vertical[down];
 }
 
@@ -98,7 +100,7 @@ QColor ElementReader::color(const QString &name)
     const QString text = attribute(name);
     const QColor result(text);
     if (!text.isEmpty() && !result.isValid())
-        fail(u"\"%1\" non è un colore"_s.arg(text));
+        fail(core::tr("\"%1\" non è un colore").arg(text));
     return result;
 }
 
@@ -106,7 +108,7 @@ void ElementReader::endAttributes()
 {
     for (const QXmlStreamAttribute &given : std::as_const(attributes_)) {
         if (!asked_.contains(given.name().toString()))
-            fail(u"attributo \"%1\" non previsto in \"%2\""_s.arg(given.name(), xml_.name()));
+            fail(core::tr("attributo \"%1\" non previsto in \"%2\"").arg(given.name(), xml_.name()));
     }
 }
 

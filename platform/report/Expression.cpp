@@ -3,6 +3,7 @@
 #include "platform/core/Decimal.h"
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
+#include "platform/core/Translation.h"
 #include "platform/report/ExpressionNode.h"
 
 #include <functional>
@@ -42,7 +43,7 @@ QVariant column(const Node &node, const Scope &scope)
     const int index = rows.indexOf(node.name);
     if (index < 0)
         throw core::Error(
-            u"il campo \"%1\" non esiste in \"%2\""_s.arg(node.name, own ? scope.connection : node.connection));
+            core::tr("il campo \"%1\" non esiste in \"%2\"").arg(node.name, own ? scope.connection : node.connection));
     // A connection of another band stands on its first row.
     const qsizetype row = own ? scope.row : 0;
     return row < rows.size() ? rows.values(row)[index] : QVariant();
@@ -175,7 +176,7 @@ const data::Rows &RunData::rows(const QString &connection) const
 {
     const auto found = connections.constFind(connection);
     if (found == connections.constEnd())
-        throw core::Error(u"la connessione dati \"%1\" non esiste"_s.arg(connection));
+        throw core::Error(core::tr("la connessione dati \"%1\" non esiste").arg(connection));
     return *found;
 }
 
@@ -238,7 +239,7 @@ Format::Kind formatKind(const QString &name)
                                                {u"time"_s, Kind::Time},       {u"datetime"_s, Kind::DateTime}};
     const auto found = kinds.constFind(name);
     if (found == kinds.constEnd())
-        throw core::Error(u"il formato \"%1\" non esiste"_s.arg(name));
+        throw core::Error(core::tr("il formato \"%1\" non esiste").arg(name));
     return *found;
 }
 

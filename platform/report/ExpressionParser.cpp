@@ -1,4 +1,5 @@
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 #include "platform/report/ExpressionNode.h"
 
 #include <QRegularExpression>
@@ -22,7 +23,7 @@ void append(Node &node, Node argument)
 {
     node.depth = std::max(node.depth, argument.depth + 1);
     if (node.depth > deepestNesting)
-        throw core::Error(u"espressione annidata troppo in profondità"_s);
+        throw core::Error(core::tr("espressione annidata troppo in profondità"));
     node.arguments.push_back(std::move(argument));
 }
 
@@ -47,7 +48,7 @@ public:
                                            QRegularExpression::AnchorAtOffsetMatchOption |
                                                QRegularExpression::DontCheckSubjectStringMatchOption);
             if (!match.hasMatch())
-                throw core::Error(u"espressione non valida presso \"%1\""_s.arg(trimmed.mid(position, 20)));
+                throw core::Error(core::tr("espressione non valida presso \"%1\"").arg(trimmed.mid(position, 20)));
             tokens_.append(tokenOf(match));
             position = match.capturedEnd();
         }
@@ -106,8 +107,8 @@ private:
     [[noreturn]] void unexpected() const
     {
         const Token token = peek();
-        throw core::Error(token.kind == Kind::End ? u"espressione incompleta"_s
-                                                  : u"\"%1\" inatteso nell'espressione"_s.arg(token.text));
+        throw core::Error(token.kind == Kind::End ? core::tr("espressione incompleta")
+                                                  : core::tr("\"%1\" inatteso nell'espressione").arg(token.text));
     }
 
     Node level(int depth)
@@ -131,7 +132,7 @@ private:
     Node unary()
     {
         if (++nesting_ > deepestNesting)
-            throw core::Error(u"espressione annidata troppo in profondità"_s);
+            throw core::Error(core::tr("espressione annidata troppo in profondità"));
         const auto leave = qScopeGuard([this] { --nesting_; });
         for (const QString &symbol : {u"not"_s, u"-"_s}) {
             if (takeSymbol(symbol)) {
@@ -185,7 +186,7 @@ private:
     {
         const auto [fewest, most] = functionArity(function);
         if (most == 0)
-            throw core::Error(u"la funzione \"%1\" non esiste"_s.arg(function));
+            throw core::Error(core::tr("la funzione \"%1\" non esiste").arg(function));
         Node node{.kind = Node::Kind::Call, .name = function};
         if (takesConnection(function)) {
             node.connection = take().text;
@@ -200,7 +201,7 @@ private:
         }
         const int given = static_cast<int>(node.arguments.size()) + (takesConnection(function) ? 1 : 0);
         if (given < fewest || given > most)
-            throw core::Error(u"numero di argomenti errato per \"%1\""_s.arg(function));
+            throw core::Error(core::tr("numero di argomenti errato per \"%1\"").arg(function));
         return node;
     }
 

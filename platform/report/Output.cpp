@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/report/Document.h"
 #include "platform/report/Report.h"
 
@@ -63,7 +64,7 @@ void tell(const Painting &painting, int page, int pages)
     if (!painting.progress)
         return;
     painting.progress->setTotal(pages);
-    painting.progress->setText(u"Pagina %1 di %2"_s.arg(page + 1).arg(pages));
+    painting.progress->setText(core::tr("Pagina %1 di %2").arg(page + 1).arg(pages));
     painting.progress->step(page);
 }
 
@@ -71,14 +72,14 @@ void paintPages(const Document &document, QPagedPaintDevice &device, const Paint
 {
     QPainter painter;
     if (!painter.begin(&device))
-        throw core::Error(u"La stampante non accetta la stampa."_s);
+        throw core::Error(core::tr("La stampante non accetta la stampa."));
     bool first = true;
     int done = 0;
     for (const QString &copy : painting.copies) {
         for (int index = painting.pages.first; index <= painting.pages.last; ++index) {
             tell(painting, done++, document.pageCount());
             if (!std::exchange(first, false) && !device.newPage())
-                throw core::Error(u"La stampante ha interrotto la stampa."_s);
+                throw core::Error(core::tr("La stampante ha interrotto la stampa."));
             Page page = document.page(index, copy);
             for (Picture &picture : page.pictures) {
                 if (painting.pictureQuality)

@@ -1,4 +1,5 @@
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 #include "platform/report/ElementReader.h"
 #include "platform/report/Model.h"
 
@@ -14,7 +15,10 @@ namespace {
 
 // Of items within items; all reading and layout goes down through them.
 constexpr int deepestLevel = 5;
-const QString tooDeep = u"elementi annidati troppo in profondità"_s;
+QString tooDeep()
+{
+    return core::tr("elementi annidati troppo in profondità");
+}
 
 int levelsOf(const std::vector<Item> &items)
 {
@@ -77,9 +81,9 @@ Expression Reader::expression(const QString &name)
 Project Reader::read()
 {
     if (enterRoot() != u"project"_s)
-        fail(u"manca l'elemento \"project\""_s);
+        fail(core::tr("manca l'elemento \"project\""));
     if (const QString version = required(u"version"_s); version != u"1"_s)
-        fail(u"versione \"%1\" non riconosciuta"_s.arg(version));
+        fail(core::tr("versione \"%1\" non riconosciuta").arg(version));
     endAttributes();
     children([this](const QString &child) {
         if (child == u"font"_s)
@@ -89,7 +93,7 @@ Project Reader::read()
         else if (child == u"report"_s)
             readReport();
         else
-            fail(u"elemento \"%1\" non previsto"_s.arg(child));
+            fail(core::tr("elemento \"%1\" non previsto").arg(child));
     });
     return project_;
 }
@@ -101,7 +105,7 @@ void Reader::readFont()
     font.italic = flag(u"italic"_s);
     endAttributes();
     project_.fonts.append(font);
-    children([this](const QString &child) { fail(u"elemento \"%1\" non previsto"_s.arg(child)); });
+    children([this](const QString &child) { fail(core::tr("elemento \"%1\" non previsto").arg(child)); });
 }
 
 void Reader::readBlock()
@@ -111,7 +115,7 @@ void Reader::readBlock()
     Block block{.height = length(u"height"_s, 0)};
     endAttributes();
     if (blocks_.contains(name))
-        fail(u"il blocco \"%1\" è definito due volte"_s.arg(name));
+        fail(core::tr("il blocco \"%1\" è definito due volte").arg(name));
     connections_ = &block.connections;
     mayContinue_ = true;
     readItems(block.items, contentWidth_);
@@ -128,16 +132,16 @@ void Reader::useBlock(std::vector<Item> &items, double width)
     endAttributes();
     const auto block = blocks_.constFind(name);
     if (block == blocks_.constEnd())
-        fail(u"il blocco \"%1\" non è definito"_s.arg(name));
+        fail(core::tr("il blocco \"%1\" non è definito").arg(name));
     *connections_ += block->connections;
     if (rowsDepth_ + levelsOf(block->items) + (apart ? 1 : 0) > deepestLevel)
-        fail(tooDeep);
+        fail(tooDeep());
     Item group{.kind = ItemKind::Group, .area = QRectF(x, y, 0, block->height), .line = line()};
     for (Item item : block->items) {
         if (x + item.area.right() > width + 0.001)
-            fail(u"il blocco \"%1\" esce dal margine destro"_s.arg(name));
+            fail(core::tr("il blocco \"%1\" esce dal margine destro").arg(name));
         if (!item.continuation.isEmpty() && (apart || !mayContinue_))
-            fail(u"il seguito del testo non è possibile qui"_s);
+            fail(core::tr("il seguito del testo non è possibile qui"));
         if (apart) {
             group.area.setRight(std::max(group.area.right(), x + item.area.right()));
             group.area.setBottom(std::max(group.area.bottom(), y + item.area.bottom()));
@@ -159,7 +163,7 @@ void Reader::readReport()
     report->name = required(u"name"_s);
     for (const auto &other : std::as_const(project_.reports)) {
         if (other->name == report->name)
-            fail(u"la stampa \"%1\" è definita due volte"_s.arg(report->name));
+            fail(core::tr("la stampa \"%1\" è definita due volte").arg(report->name));
     }
     report->title = expression(u"title"_s);
     report->width = length(u"width"_s, report->width);
@@ -167,7 +171,7 @@ void Reader::readReport()
     report->margin = length(u"margin"_s, report->margin);
     endAttributes();
     if (report->contentWidth() <= 0 || report->contentHeight() <= 0)
-        fail(u"i margini non lasciano spazio sulla pagina"_s);
+        fail(core::tr("i margini non lasciano spazio sulla pagina"));
     contentWidth_ = report->contentWidth();
 
     const QHash<QString, Band *> bands = {{u"pageHeader"_s, &report->pageHeader},
@@ -185,9 +189,9 @@ void Reader::readReport()
     children([&](const QString &child) {
         Band *band = bands.value(child);
         if (!band)
-            fail(u"elemento \"%1\" non previsto in una stampa"_s.arg(child));
+            fail(core::tr("elemento \"%1\" non previsto in una stampa").arg(child));
         if (band->exists())
-            fail(u"\"%1\" è definito due volte"_s.arg(child));
+            fail(core::tr("\"%1\" è definito due volte").arg(child));
         mayContinue_ = band == &report->lastPage;
         readBand(*band);
     });
@@ -216,7 +220,7 @@ void Reader::readItem(const QString &element, std::vector<Item> &items, double w
 {
     if (element == u"use"_s) {
         useBlock(items, width);
-        children([this](const QString &child) { fail(u"elemento \"%1\" non previsto"_s.arg(child)); });
+        children([this](const QString &child) { fail(core::tr("elemento \"%1\" non previsto").arg(child)); });
         return;
     }
     static const QHash<QString, ItemKind> kinds = {{u"text"_s, ItemKind::Text},   {u"field"_s, ItemKind::Text},
@@ -225,13 +229,13 @@ void Reader::readItem(const QString &element, std::vector<Item> &items, double w
                                                    {u"image"_s, ItemKind::Image}, {u"rows"_s, ItemKind::Rows}};
     const auto kind = kinds.constFind(element);
     if (kind == kinds.constEnd())
-        fail(u"elemento \"%1\" non previsto"_s.arg(element));
+        fail(core::tr("elemento \"%1\" non previsto").arg(element));
     Item item{.kind = *kind, .line = line()};
     const double x = requiredLength(u"x"_s);
     const double y = requiredLength(u"y"_s);
     item.area = QRectF(x, y, requiredLength(u"width"_s), requiredLength(u"height"_s));
     if (item.area.right() > width + 0.001)
-        fail(u"l'elemento esce dal margine destro"_s);
+        fail(core::tr("l'elemento esce dal margine destro"));
     item.when = expression(u"when"_s);
     if (*kind == ItemKind::Rows) {
         items.push_back(readRows(std::move(item)));
@@ -251,7 +255,7 @@ void Reader::readItem(const QString &element, std::vector<Item> &items, double w
         endAttributes();
         items.push_back(std::move(item));
     }
-    children([this](const QString &child) { fail(u"elemento \"%1\" non previsto"_s.arg(child)); });
+    children([this](const QString &child) { fail(core::tr("elemento \"%1\" non previsto").arg(child)); });
 }
 
 Item Reader::readRows(Item item)
@@ -261,7 +265,7 @@ Item Reader::readRows(Item item)
     connections_->insert(item.connection);
     endAttributes();
     if (++rowsDepth_ > deepestLevel)
-        fail(tooDeep);
+        fail(tooDeep());
     const double width = item.area.width();
     readItems(item.children, width);
     --rowsDepth_;
@@ -296,7 +300,7 @@ void Reader::readContinuation(Item &item)
     const bool possible = mayContinue_ && rowsDepth_ == 0 && !item.grow &&
                           item.continuationX + item.continuationWidth <= contentWidth_ + 0.001;
     if (!item.continuation.isEmpty() && !possible)
-        fail(u"il seguito del testo non è possibile qui"_s);
+        fail(core::tr("il seguito del testo non è possibile qui"));
 }
 
 // A box with a small caption at its top and a value below: three items in one, as forms are full of them.
@@ -333,7 +337,7 @@ void Reader::readImage(Item &item)
     }
     const QString path = QFileInfo(file()).dir().absoluteFilePath(required(u"file"_s));
     if (!item.image.load(path))
-        fail(u"l'immagine \"%1\" non si può leggere"_s.arg(path));
+        fail(core::tr("l'immagine \"%1\" non si può leggere").arg(path));
 }
 
 int Reader::fontIndex(const QString &attributeName, const QString &missing)
@@ -343,7 +347,8 @@ int Reader::fontIndex(const QString &attributeName, const QString &missing)
         if (name.isEmpty() || project_.fonts[i].name == name)
             return static_cast<int>(i);
     }
-    fail(name.isEmpty() ? u"nessun carattere definito"_s : u"il carattere \"%1\" non è definito"_s.arg(name));
+    fail(name.isEmpty() ? core::tr("nessun carattere definito")
+                        : core::tr("il carattere \"%1\" non è definito").arg(name));
 }
 
 } // namespace
@@ -352,7 +357,7 @@ Project readProject(const QString &file)
 {
     QFile device(file);
     if (!device.open(QIODevice::ReadOnly))
-        throw core::Error(u"Impossibile leggere il file delle stampe \"%1\"."_s.arg(file));
+        throw core::Error(core::tr("Impossibile leggere il file delle stampe \"%1\".").arg(file));
     return Reader(&device, file).read();
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 #include "platform/report/Document.h"
 #include "platform/report/Output.h"
 
@@ -31,7 +32,7 @@ void ReportSystem::writeFile(const Document &document, const QString &path, cons
 {
     const PdfRenderer standard;
     const PdfRenderer &settings = renderer ? *renderer : standard;
-    run(document.pageCount() > pagesAtOnce, u"Scrittura del file PDF"_s, [&](core::Progress &progress) {
+    run(document.pageCount() > pagesAtOnce, core::tr("Scrittura del file PDF"), [&](core::Progress &progress) {
         // Its window may be painted meanwhile.
         writePdf(document.withOwnFonts(), path, settings, &progress, copy);
     });
@@ -48,12 +49,12 @@ void ReportSystem::output(std::shared_ptr<const Document> document)
         return;
     case Destination::Preview:
         if (!overridePreview)
-            throw core::Error(u"Manca la finestra di anteprima."_s);
+            throw core::Error(core::tr("Manca la finestra di anteprima."));
         overridePreview(*this, ShowWindow, nullptr);
         return;
     case Destination::Printer:
         if (!overrideSetup)
-            throw core::Error(u"Manca la finestra di stampa."_s);
+            throw core::Error(core::tr("Manca la finestra di stampa."));
         overrideSetup(*this, ShowWindow, nullptr);
         return;
     }
@@ -89,10 +90,11 @@ QStringList ReportProject::reportNames() const
 std::shared_ptr<const Report> ReportProject::reportOf(const QString &name) const
 {
     if (!project_)
-        throw core::Error(problem_.isEmpty() ? u"Il file delle stampe \"%1\" non è aperto."_s.arg(file_) : problem_);
+        throw core::Error(problem_.isEmpty() ? core::tr("Il file delle stampe \"%1\" non è aperto.").arg(file_)
+                                             : problem_);
     const qsizetype index = reportNames().indexOf(name);
     if (index < 0)
-        throw core::Error(u"La stampa \"%1\" non esiste nel file \"%2\"."_s.arg(name, file_));
+        throw core::Error(core::tr("La stampa \"%1\" non esiste nel file \"%2\".").arg(name, file_));
     return project_->reports[index];
 }
 
@@ -118,7 +120,7 @@ void ReportProject::execute(const QString &name, ReportSystem &system) const
     const RunData data = dataOf(*report);
     const bool isLong = report->detail.exists() && data.rows(report->detail.connection).size() > rowsAtOnce;
     std::shared_ptr<const Document> document;
-    system.run(isLong, u"Composizione della stampa"_s, [&](core::Progress &progress) {
+    system.run(isLong, core::tr("Composizione della stampa"), [&](core::Progress &progress) {
         document = std::make_shared<const Document>(report, project_->fonts, data, &progress);
     });
     system.output(document);

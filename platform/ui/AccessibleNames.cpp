@@ -1,5 +1,7 @@
 #include "platform/ui/AccessibleNames.h"
 
+#include "platform/core/Translation.h"
+
 #include <QAbstractButton>
 #include <QGroupBox>
 #include <QLabel>
@@ -45,7 +47,7 @@ QString ownWords(const QWidget &control)
     if (const auto *edit = qobject_cast<const QLineEdit *>(&control); edit && !edit->placeholderText().isEmpty())
         return edit->placeholderText();
     if (qobject_cast<const QTabBar *>(&control))
-        return u"pagine"_s;
+        return core::tr("pagine");
     return qobject_cast<const QAbstractButton *>(&control) ? spoken(control.toolTip()) : QString();
 }
 

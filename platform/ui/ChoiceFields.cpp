@@ -2,6 +2,7 @@
 
 #include "platform/core/Lists.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/Latest.h"
 #include "platform/ui/Caption.h"
@@ -70,14 +71,14 @@ ChoiceField::ChoiceField(const ChoiceSpec &spec, QWidget *parent)
         line->addWidget(createInput());
     auto *button = named(spec.buttonName, new QToolButton(box_));
     button->setIcon(icon(Icon::Choose));
-    button->setToolTip(u"Scegli dall'elenco"_s);
+    button->setToolTip(core::tr("Scegli dall'elenco"));
     button->setFocusPolicy(Qt::StrongFocus);
     line->addWidget(button);
     connect(button, &QToolButton::clicked, this, [this] { core::guarded(box_, [this] { runDialog(); }); });
     if (spec.clearable) {
         auto *clearButton = named(spec.buttonName + u"Annulla"_s, new QToolButton(box_));
         clearButton->setIcon(icon(Icon::Clear));
-        clearButton->setToolTip(u"Annulla la scelta"_s);
+        clearButton->setToolTip(core::tr("Annulla la scelta"));
         clearButton->setFocusPolicy(Qt::StrongFocus);
         line->addWidget(clearButton);
         connect(clearButton, &QToolButton::clicked, this, [this] {
@@ -96,7 +97,7 @@ PickInput *ChoiceField::createInput()
         Q_EMIT edited();
     };
     input_ = new PickInput({.name = spec_.name + u"Cerca"_s,
-                            .hint = u"Una parte della voce: l'elenco si apre da sé."_s,
+                            .hint = core::tr("Una parte della voce: l'elenco si apre da sé."),
                             .source = spec_.source,
                             .take = take,
                             .choose = [this] { runDialog(); }},

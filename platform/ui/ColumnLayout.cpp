@@ -2,6 +2,7 @@
 
 #include "platform/core/Lists.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/RowsModel.h"
 
 #include <QAction>
@@ -29,7 +30,7 @@ ColumnLayout::ColumnLayout(QTableView *grid, RowsModel *model)
     header->setSortIndicator(-1, Qt::AscendingOrder);
     header->viewport()->installEventFilter(this);
     connect(header, &QHeaderView::sectionResized, this, &ColumnLayout::columnResized);
-    addCommand(u"actLarghezzeOriginali"_s, u"Larghezze originali delle colonne"_s, &ColumnLayout::dropWidths);
+    addCommand(u"actLarghezzeOriginali"_s, core::tr("Larghezze originali delle colonne"), &ColumnLayout::dropWidths);
     header->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
@@ -160,7 +161,7 @@ void ColumnLayout::keep(const QString &list)
     fit();
     QHeaderView *header = grid_->horizontalHeader();
     header->setSectionsMovable(true);
-    addCommand(u"actOrdineOriginale"_s, u"Ordine originale delle colonne"_s, &ColumnLayout::dropOrder);
+    addCommand(u"actOrdineOriginale"_s, core::tr("Ordine originale delle colonne"), &ColumnLayout::dropOrder);
     show(kept_.order);
     header->setSortIndicator(columnOf(kept_.sortedBy), kept_.sortOrder);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/EntryForm.h"
 
@@ -66,7 +67,7 @@ EntryForm &CommandRegistry::entryForm(const QString &actionName)
 {
     auto *form = qobject_cast<EntryForm *>(openForm(actionName));
     if (!form)
-        throw core::Error(u"La maschera di inserimento non è disponibile."_s);
+        throw core::Error(core::tr("La maschera di inserimento non è disponibile."));
     return *form;
 }
 

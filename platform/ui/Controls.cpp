@@ -1,5 +1,6 @@
 #include "platform/ui/Controls.h"
 
+#include "platform/core/Translation.h"
 #include "platform/ui/Colours.h"
 
 #include <QApplication>
@@ -125,7 +126,7 @@ void showReadOnly(QLineEdit *edit)
 QLabel *requiredMark(QWidget *parent)
 {
     auto *mark = named(u"lblNecessario"_s, new QLabel(u"*"_s, parent));
-    mark->setToolTip(u"Necessario per salvare"_s);
+    mark->setToolTip(core::tr("Necessario per salvare"));
     recolour(mark, refusedPalette);
     mark->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     return mark;

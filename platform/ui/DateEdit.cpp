@@ -3,6 +3,7 @@
 #include "platform/core/Clock.h"
 #include "platform/core/DateReader.h"
 #include "platform/core/Format.h"
+#include "platform/core/Translation.h"
 
 #include <QCalendarWidget>
 #include <QKeyEvent>
@@ -65,7 +66,7 @@ DateEdit::DateEdit(QWidget *parent)
 {
     auto *button = new QToolButton(this);
     button->setArrowType(Qt::DownArrow);
-    button->setToolTip(u"Calendario"_s);
+    button->setToolTip(core::tr("Calendario"));
     connect(button, &QToolButton::clicked, this, &DateEdit::openCalendar);
     addSideButtons({button});
     setDate(core::today());
@@ -75,12 +76,12 @@ TypedEdit::Reading DateEdit::read(const QString &text) const
 {
     const std::optional<QDate> date = core::readDate(text, core::today());
     if (text.trimmed().isEmpty())
-        return {.problem = u"manca la data."_s};
+        return {.problem = core::tr("manca la data.")};
     if (!date)
-        return {.problem = u"\"%1\" non è una data valida."_s.arg(text)};
+        return {.problem = core::tr("\"%1\" non è una data valida.").arg(text)};
     if (*date < firstDate || *date > lastDate)
-        return {.problem = u"la data deve essere compresa tra il %1 e il %2."_s.arg(core::formatDate(firstDate),
-                                                                                    core::formatDate(lastDate))};
+        return {.problem = core::tr("la data deve essere compresa tra il %1 e il %2.")
+                               .arg(core::formatDate(firstDate), core::formatDate(lastDate))};
     return {.value = *date};
 }
 
@@ -130,9 +131,9 @@ TypedEdit::Reading TimeEdit::read(const QString &text) const
 {
     const std::optional<QTime> time = core::readTime(text);
     if (text.trimmed().isEmpty())
-        return {.problem = u"manca l'ora."_s};
+        return {.problem = core::tr("manca l'ora.")};
     if (!time)
-        return {.problem = u"\"%1\" non è un'ora valida."_s.arg(text)};
+        return {.problem = core::tr("\"%1\" non è un'ora valida.").arg(text)};
     return {.value = *time};
 }
 

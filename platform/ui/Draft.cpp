@@ -1,6 +1,7 @@
 #include "platform/ui/Draft.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 
 #include <QCryptographicHash>
 #include <QDataStream>
@@ -54,7 +55,7 @@ Draft unpacked(const QByteArray &content)
     const qsizetype contentAt = content.indexOf('\n', checkAt) + 1;
     const QByteArray whole = content.mid(contentAt);
     if (!content.startsWith(mark) || contentAt == 0 || content.mid(checkAt, contentAt - checkAt - 1) != checkOf(whole))
-        throw core::Error(u"La bozza è danneggiata o di un'altra versione del programma."_s);
+        throw core::Error(core::tr("La bozza è danneggiata o di un'altra versione del programma."));
     QDataStream stream(whole);
     stream.setVersion(streamVersion);
     Draft draft;
@@ -62,7 +63,7 @@ Draft unpacked(const QByteArray &content)
     stream >> draft.database >> draft.user >> draft.time >> draft.action >> draft.title.kind >> draft.title.record >>
         draft.title.date >> draft.title.counterpart >> draft.title.rights >> record >> draft.fields >> draft.details;
     if (stream.status() != QDataStream::Ok)
-        throw core::Error(u"La bozza non è completa."_s);
+        throw core::Error(core::tr("La bozza non è completa."));
     draft.record = recordOf(record);
     return draft;
 }

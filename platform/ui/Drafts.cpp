@@ -4,6 +4,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/core/WorkFolder.h"
 #include "platform/ui/EntryForm.h"
 
@@ -27,7 +28,7 @@ QByteArray contentOf(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw core::Error(u"La bozza non si può leggere: %1."_s.arg(file.errorString()));
+        throw core::Error(core::tr("La bozza non si può leggere: %1.").arg(file.errorString()));
     return file.readAll();
 }
 
@@ -164,11 +165,12 @@ QString Drafts::newFile()
         own_ = std::make_unique<QTemporaryDir>(folder_ + u"/sessione-XXXXXX"_s);
         own_->setAutoRemove(false);
         if (!own_->isValid())
-            throw core::Error(u"Nella cartella \"%1\" non si può scrivere: %2."_s.arg(folder_, own_->errorString()));
+            throw core::Error(
+                core::tr("Nella cartella \"%1\" non si può scrivere: %2.").arg(folder_, own_->errorString()));
         lock_ = core::lockFolder(own_->path());
     }
     if (lock_ < 0)
-        throw core::Error(u"La cartella \"%1\" non si può riservare."_s.arg(folder_));
+        throw core::Error(core::tr("La cartella \"%1\" non si può riservare.").arg(folder_));
     return own_->filePath(QString::number(++count_) + suffix);
 }
 

@@ -4,6 +4,7 @@
 #include "platform/core/Lists.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Caption.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/Drafts.h"
@@ -60,8 +61,8 @@ void EntryForm::declareCommands()
         {u"actElimina"_s, u"Elimina"_s, [this] { deleteShown(); }, Icon::Delete, QKeySequence(u"Ctrl+D"_s)},
         {u"actSalva"_s, u"Salva"_s, [this] { saveRecord(); }, Icon::Save, QKeySequence(u"Ctrl+S"_s)},
         {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close, QKeySequence(u"Ctrl+W"_s)},
-        {u"actRecupera"_s, u"Recupera"_s, [this] { bringBack(); }, Icon::Recover, QKeySequence(u"Ctrl+R"_s),
-         u"Riporta nella maschera i dati non salvati che sono stati abbandonati per ultimi"_s}};
+        {u"actRecupera"_s, core::tr("Recupera"), [this] { bringBack(); }, Icon::Recover, QKeySequence(u"Ctrl+R"_s),
+         core::tr("Riporta nella maschera i dati non salvati che sono stati abbandonati per ultimi")}};
     for (const Command &command : commands)
         addCommand(command);
 }
@@ -382,9 +383,10 @@ bool EntryForm::saveRecord()
 
 bool EntryForm::confirmsOverwriting()
 {
-    const QString question = session_.foundNone()
-                                 ? u"%1 è stato eliminato nel frattempo.\n\rRegistrarlo di nuovo?"_s
-                                 : u"%1 è stato modificato da un'altra postazione dopo l'apertura.\n\rSovrascrivere?"_s;
+    const QString question =
+        session_.foundNone()
+            ? core::tr("%1 è stato eliminato nel frattempo.\n\rRegistrarlo di nuovo?")
+            : core::tr("%1 è stato modificato da un'altra postazione dopo l'apertura.\n\rSovrascrivere?");
     return core::confirmLoss(this, question.arg(spec_.subject));
 }
 
@@ -410,7 +412,7 @@ bool EntryForm::write()
     if (!confirmsOverwriting())
         return false;
     if (!attempt(Expected::Found))
-        throw core::Error(u"Il record è cambiato di nuovo prima del salvataggio."_s);
+        throw core::Error(core::tr("Il record è cambiato di nuovo prima del salvataggio."));
     return true;
 }
 
@@ -443,7 +445,7 @@ bool EntryForm::save()
     recordSaved();
     SetModified(false);
     SetNewRecord(false);
-    tellSaved(*this, u"Salvato alle %1"_s.arg(core::now().toString(u"HH:mm"_s)));
+    tellSaved(*this, core::tr("Salvato alle %1").arg(core::now().toString(u"HH:mm"_s)));
     Q_EMIT stored(record().updateTarget().table);
     return true;
 }

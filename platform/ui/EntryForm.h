@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/ChildForm.h"
@@ -40,7 +41,7 @@ struct EntryFormSpec
     QString menuCaption;
     ClosingQuestion closing = ClosingQuestion::ContinueAnyway;
     AfterFailedSave afterFailedSave = AfterFailedSave::KeepFlags;
-    QString subject = QStringLiteral("Il record"); ///< what questions about the record call it
+    QString subject = core::tr("Il record"); ///< what questions about the record call it
 };
 
 /// The commands of a form on one record, in their usual order.

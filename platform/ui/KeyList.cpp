@@ -1,5 +1,6 @@
 #include "platform/ui/KeyList.h"
 
+#include "platform/core/Translation.h"
 #include "platform/ui/ChildForm.h"
 #include "platform/ui/PlaceKeys.h"
 
@@ -46,7 +47,8 @@ QList<KeyUse> keysOf(const QWidget &window)
     if (qobject_cast<const QMainWindow *>(&window))
         return uses;
     for (const PlaceKey &place : placeKeys(window))
-        uses.append({(place.page < 0 ? u"Campo \"%1\""_s : u"Pagina \"%1\""_s).arg(place.caption), place.key});
+        uses.append(
+            {(place.page < 0 ? core::tr("Campo \"%1\"") : core::tr("Pagina \"%1\"")).arg(place.caption), place.key});
     return uses;
 }
 

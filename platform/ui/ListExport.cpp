@@ -3,6 +3,7 @@
 #include "platform/core/CsvWriter.h"
 #include "platform/core/Messages.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/core/XlsxWriter.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/ProgressDialog.h"
@@ -93,16 +94,16 @@ ListExport::ListExport(QTableView *view)
     : QObject(view)
     , view_(view)
 {
-    QAction *copy = addCommand(u"actCopiaSelezione"_s, u"Copia"_s, &ListExport::copySelection);
+    QAction *copy = addCommand(u"actCopiaSelezione"_s, core::tr("Copia"), &ListExport::copySelection);
     copy->setShortcut(QKeySequence::Copy);
     // Not in the editor of a cell, which copies its own text.
     copy->setShortcutContext(Qt::WidgetShortcut);
     auto *separator = new QAction(view);
     separator->setSeparator(true);
     view->addAction(separator);
-    commands_ = {addCommand(u"actEsportaCSV"_s, u"Esporta in CSV…"_s, &ListExport::saveCsv),
-                 addCommand(u"actEsportaXLSX"_s, u"Esporta in Excel (XLSX)…"_s, &ListExport::saveXlsx),
-                 addCommand(u"actCopiaElenco"_s, u"Copia negli Appunti"_s, &ListExport::copyList)};
+    commands_ = {addCommand(u"actEsportaCSV"_s, core::tr("Esporta in CSV…"), &ListExport::saveCsv),
+                 addCommand(u"actEsportaXLSX"_s, core::tr("Esporta in Excel (XLSX)…"), &ListExport::saveXlsx),
+                 addCommand(u"actCopiaElenco"_s, core::tr("Copia negli Appunti"), &ListExport::copyList)};
     view->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
@@ -117,12 +118,12 @@ QAction *ListExport::addCommand(const QString &name, const QString &caption, voi
 
 void ListExport::saveCsv()
 {
-    save(u"File CSV (*.csv)"_s, u"csv"_s, core::csvText);
+    save(core::tr("File CSV (*.csv)"), u"csv"_s, core::csvText);
 }
 
 void ListExport::saveXlsx()
 {
-    save(u"Cartella di lavoro Excel (*.xlsx)"_s, u"xlsx"_s, core::xlsxFile);
+    save(core::tr("Cartella di lavoro Excel (*.xlsx)"), u"xlsx"_s, core::xlsxFile);
 }
 
 void ListExport::save(const QString &filter, const QString &extension, QByteArray (*write)(const core::Table &))
@@ -131,7 +132,7 @@ void ListExport::save(const QString &filter, const QString &extension, QByteArra
         return;
     static const QRegularExpression forbidden(u"\\s*[/\\\\:*?\"<>|]\\s*"_s);
     const QString name = title().replace(forbidden, u" - "_s);
-    const QString path = chooseSaveFile(view_, {.title = u"Esporta l'elenco"_s,
+    const QString path = chooseSaveFile(view_, {.title = core::tr("Esporta l'elenco"),
                                                 .filter = filter,
                                                 .defaultExtension = extension,
                                                 .proposedName = name + u'.' + extension});
@@ -143,8 +144,8 @@ void ListExport::save(const QString &filter, const QString &extension, QByteArra
         all.title = title();
         return all;
     }();
-    runInterruptibly(view_, u"Esportazione"_s, [&](core::Progress &progress) {
-        progress.setText(u"Scrittura del file \"%1\"…"_s.arg(QFileInfo(path).fileName()));
+    runInterruptibly(view_, core::tr("Esportazione"), [&](core::Progress &progress) {
+        progress.setText(core::tr("Scrittura del file \"%1\"…").arg(QFileInfo(path).fileName()));
         const QByteArray content = write(table);
         progress.check();
         core::saveFile(path, content);
@@ -177,7 +178,7 @@ bool ListExport::hasRows() const
 {
     if (view_->model()->rowCount() > 0)
         return true;
-    core::warn(view_, u"L'elenco è vuoto: non c'è nulla da esportare."_s);
+    core::warn(view_, core::tr("L'elenco è vuoto: non c'è nulla da esportare."));
     return false;
 }
 
@@ -188,7 +189,7 @@ QString ListExport::title() const
         if (!widget->windowTitle().isEmpty())
             return widget->windowTitle();
     }
-    return u"Elenco"_s;
+    return core::tr("Elenco");
 }
 
 } // namespace ui

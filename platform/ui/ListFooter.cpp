@@ -1,6 +1,7 @@
 #include "platform/ui/ListFooter.h"
 
 #include "platform/core/Format.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Controls.h"
 
 #include <QHBoxLayout>
@@ -14,8 +15,8 @@ namespace {
 QString countText(int rows)
 {
     if (rows == 0)
-        return u"Nessun risultato"_s;
-    return rows == 1 ? u"1 riga"_s : u"%1 righe"_s.arg(core::formatNumber(rows, 0));
+        return core::tr("Nessun risultato");
+    return rows == 1 ? core::tr("1 riga") : core::tr("%1 righe").arg(core::formatNumber(rows, 0));
 }
 
 } // namespace
@@ -46,7 +47,7 @@ void ListFooter::searched()
 void ListFooter::setOutdated(bool outdated)
 {
     outdated_ = outdated;
-    hint_->setText(outdated ? u"Elenco da aggiornare (F5)"_s : QString());
+    hint_->setText(outdated ? core::tr("Elenco da aggiornare (F5)") : QString());
 }
 
 void ListFooter::count()

@@ -1,6 +1,7 @@
 #include "platform/ui/MailProgram.h"
 
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>
@@ -68,12 +69,14 @@ void openMail(QWidget *owner, const Mail &mail)
 {
     const MailOpened result = opened(mail);
     if (result == MailOpened::WithoutAttachment)
-        core::inform(owner,
-                     u"Il programma di posta non prende allegati da qui:\n\raggiungere al messaggio il file\n\r"_s +
-                         mail.attachment);
+        core::inform(
+            owner,
+            core::tr("Il programma di posta non prende allegati da qui:\n\raggiungere al messaggio il file\n\r") +
+                mail.attachment);
     else if (result == MailOpened::NotAtAll)
-        core::showError(owner, u"Non c'è un programma di posta che si apra da qui.\n\rIl file da inviare è\n\r"_s +
-                                   mail.attachment);
+        core::showError(owner,
+                        core::tr("Non c'è un programma di posta che si apra da qui.\n\rIl file da inviare è\n\r") +
+                            mail.attachment);
 }
 
 } // namespace ui

@@ -1,6 +1,7 @@
 #include "platform/ui/MessageBoxes.h"
 
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -25,8 +26,8 @@ struct Button
 const std::array<Button, 4> &buttons()
 {
     static const std::array<Button, 4> all = {{{core::Answer::Ok, QMessageBox::Ok, u"OK"_s},
-                                               {core::Answer::Yes, QMessageBox::Yes, u"&Sì"_s},
-                                               {core::Answer::No, QMessageBox::No, u"&No"_s},
+                                               {core::Answer::Yes, QMessageBox::Yes, core::tr("&Sì")},
+                                               {core::Answer::No, QMessageBox::No, core::tr("&No")},
                                                {core::Answer::Cancel, QMessageBox::Cancel, u"Annulla"_s}}};
     return all;
 }

@@ -2,6 +2,7 @@
 
 #include "platform/core/Format.h"
 #include "platform/core/NumberReader.h"
+#include "platform/core/Translation.h"
 
 #include <QToolButton>
 
@@ -14,8 +15,9 @@ namespace {
 QString tooManyDecimals(const QString &text, int places)
 {
     if (places == 0)
-        return u"\"%1\" non è un numero intero."_s.arg(text);
-    return u"\"%1\" ha più di %2."_s.arg(text, places == 2 ? u"due decimali"_s : u"%1 decimali"_s.arg(places));
+        return core::tr("\"%1\" non è un numero intero.").arg(text);
+    return core::tr("\"%1\" ha più di %2.")
+        .arg(text, places == 2 ? core::tr("due decimali") : core::tr("%1 decimali").arg(places));
 }
 
 } // namespace
@@ -40,14 +42,15 @@ TypedEdit::Reading NumberEdit::read(const QString &text) const
 {
     const std::optional<core::WrittenNumber> number = core::readNumber(text);
     if (text.trimmed().isEmpty())
-        return {.problem = u"manca il numero."_s};
+        return {.problem = core::tr("manca il numero.")};
     if (!number)
-        return {.problem = u"\"%1\" non è un numero valido."_s.arg(text)};
+        return {.problem = core::tr("\"%1\" non è un numero valido.").arg(text)};
     if (number->places > places_)
         return {.problem = tooManyDecimals(text, places_)};
     if (number->value < minimum_ || number->value > maximum_)
-        return {.problem = u"\"%1\" non è compreso tra %2 e %3."_s.arg(text, core::formatNumber(minimum_, places_),
-                                                                       core::formatNumber(maximum_, places_))};
+        return {.problem =
+                    core::tr("\"%1\" non è compreso tra %2 e %3.")
+                        .arg(text, core::formatNumber(minimum_, places_), core::formatNumber(maximum_, places_))};
     return {.value = stored(number->value)};
 }
 

@@ -3,6 +3,7 @@
 #include "platform/core/Lists.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Bell.h"
 #include "platform/ui/Controls.h"
 
@@ -30,7 +31,7 @@ PickInput::PickInput(const PickSpec &spec, QWidget *parent)
 {
     setObjectName(spec.name);
     setPlaceholderText(u"Cerca"_s);
-    setToolTip(spec.hint + u" Invio prende la voce, F4 apre l'elenco."_s);
+    setToolTip(spec.hint + core::tr(" Invio prende la voce, F4 apre l'elenco."));
     const int width = fontMetrics().horizontalAdvance(QString(inputCharacters, u'0')) + inputFrame;
     setMinimumWidth(width / 2);
     setMaximumWidth(width);
@@ -163,7 +164,7 @@ void PickInput::showRefusal()
     ringBell();
     setPalette(refusedPalette(palette()));
     selectAll();
-    QToolTip::showText(mapToGlobal(QPoint(0, height())), u"Non trovato: %1"_s.arg(text().trimmed()), this);
+    QToolTip::showText(mapToGlobal(QPoint(0, height())), core::tr("Non trovato: %1").arg(text().trimmed()), this);
 }
 
 } // namespace ui

@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/report/Picture.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
@@ -23,12 +24,13 @@ QByteArray readPicture(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw core::Error(u"Il file \"%1\" non si può leggere."_s.arg(path), file.errorString());
+        throw core::Error(core::tr("Il file \"%1\" non si può leggere.").arg(path), file.errorString());
     if (file.size() > mostBytes)
-        throw core::Error(u"Il file \"%1\" è troppo grande: al massimo %2 KB."_s.arg(path).arg(mostBytes / 1000));
+        throw core::Error(
+            core::tr("Il file \"%1\" è troppo grande: al massimo %2 KB.").arg(path).arg(mostBytes / 1000));
     QByteArray content = file.readAll();
     if (report::pictureOf(content).isNull())
-        throw core::Error(u"Il file \"%1\" non contiene un'immagine PNG o SVG."_s.arg(path));
+        throw core::Error(core::tr("Il file \"%1\" non contiene un'immagine PNG o SVG.").arg(path));
     return content;
 }
 
@@ -45,8 +47,8 @@ PictureField::PictureField(const PictureSpec &spec, QWidget *parent)
     picture_->setFixedSize(shownSize + QSize(12, 12));
     auto *layout = withoutMargins<QGridLayout>(box_);
     layout->addWidget(picture_, 0, 0, 3, 1);
-    layout->addWidget(addButton(u"cmdScegli"_s + spec.name.mid(3), u"Scegli..."_s, [this] { choose(); }), 0, 1);
-    remove_ = addButton(u"cmdTogli"_s + spec.name.mid(3), u"Togli"_s, [this] {
+    layout->addWidget(addButton(u"cmdScegli"_s + spec.name.mid(3), core::tr("Scegli..."), [this] { choose(); }), 0, 1);
+    remove_ = addButton(u"cmdTogli"_s + spec.name.mid(3), core::tr("Togli"), [this] {
         show({});
         Q_EMIT edited();
     });
@@ -69,7 +71,7 @@ void PictureField::show(const QVariant &stored)
     content_ = stored.toByteArray();
     const QImage image = report::pictureOf(content_);
     if (image.isNull())
-        picture_->setText(content_.isEmpty() ? u"Nessuna immagine"_s : u"Immagine illeggibile"_s);
+        picture_->setText(content_.isEmpty() ? core::tr("Nessuna immagine") : core::tr("Immagine illeggibile"));
     else
         picture_->setPixmap(QPixmap::fromImage(image.scaled(shownSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
     remove_->setEnabled(!content_.isEmpty());
@@ -83,8 +85,8 @@ QVariant PictureField::toStore() const
 void PictureField::choose()
 {
     core::guarded(box_, [this] {
-        const QString path =
-            chooseOpenFile(box_, {.title = u"Immagine"_s, .filter = u"Immagini (*.png *.svg)"_s, .folder = {}});
+        const QString path = chooseOpenFile(
+            box_, {.title = core::tr("Immagine"), .filter = core::tr("Immagini (*.png *.svg)"), .folder = {}});
         if (path.isEmpty())
             return;
         show(readPicture(path));

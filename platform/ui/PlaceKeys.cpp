@@ -1,5 +1,6 @@
 #include "platform/ui/PlaceKeys.h"
 
+#include "platform/core/Translation.h"
 #include "platform/data/WordIndex.h"
 #include "platform/ui/ChildForm.h"
 
@@ -116,7 +117,7 @@ QString captionOf(const QWidget &field, const QWidget &window)
     if (const auto *button = qobject_cast<const QAbstractButton *>(&field))
         return button->text();
     if (qobject_cast<const QAbstractItemView *>(&field))
-        return u"Elenco"_s;
+        return core::tr("Elenco");
     const auto *line = qobject_cast<const QLineEdit *>(&field);
     const QGroupBox *group = groupOf(field);
     for (const QString &caption : {labelBefore(field, labels, window), group ? group->title().trimmed() : QString(),
@@ -124,7 +125,7 @@ QString captionOf(const QWidget &field, const QWidget &window)
         if (!caption.isEmpty())
             return caption;
     }
-    return u"Campo"_s;
+    return core::tr("Campo");
 }
 
 QKeySequence altKey(QChar character, bool withShift)

@@ -1,5 +1,6 @@
 #include "platform/ui/ProgressDialog.h"
 
+#include "platform/core/Translation.h"
 #include "platform/data/ReadApart.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Dialogs.h"
@@ -39,7 +40,7 @@ ProgressDialog::ProgressDialog(const QString &title, core::Progress &progress, Q
 
 void ProgressDialog::refresh()
 {
-    text_->setText(progress_.isCancelled() ? u"Annullamento in corso…"_s : progress_.text());
+    text_->setText(progress_.isCancelled() ? core::tr("Annullamento in corso…") : progress_.text());
     bar_->setRange(0, progress_.total());
     bar_->setValue(std::min(progress_.done(), progress_.total()));
 }
@@ -113,7 +114,7 @@ void openInterruptibly(QWidget *owner, const QString &title, data::DataSet &quer
     data::Rows rows;
     const QString database = query.connection()->connectionString();
     const auto read = [&rows, &database, sql = query.commandText()](core::Progress &progress) {
-        progress.setText(u"Lettura dell'archivio…"_s);
+        progress.setText(core::tr("Lettura dell'archivio…"));
         rows = data::readApart(database, sql, progress);
     };
     runInterruptibly(owner, title, read);

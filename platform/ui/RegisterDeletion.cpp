@@ -1,6 +1,7 @@
 #include "platform/ui/RegisterDeletion.h"
 
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/data/RecordUses.h"
 
@@ -12,8 +13,8 @@ bool deleteRegisterRecord(const RegisterSpec &spec, int id, data::Connection &co
 {
     const QStringList lines = data::usesOf(spec.table, id, connection);
     if (!lines.isEmpty()) {
-        core::warn(owner, u"Non è possibile eliminare %1,\n\resistono dei dati correlati:\n\r%2"_s.arg(
-                              spec.oneRecord, lines.join(u"\n\r"_s)));
+        core::warn(owner, core::tr("Non è possibile eliminare %1,\n\resistono dei dati correlati:\n\r%2")
+                              .arg(spec.oneRecord, lines.join(u"\n\r"_s)));
         return false;
     }
     const auto refusal = [&] { return spec.refuseDeletion ? spec.refuseDeletion(id, connection) : QString(); };
@@ -33,9 +34,10 @@ bool deleteRegisterRecord(const RegisterSpec &spec, int id, data::Connection &co
     }
     transaction.commit();
     if (!unused)
-        core::warn(owner,
-                   u"Non è più possibile eliminare %1:\n\rnel frattempo un'altra postazione ha cambiato i dati."_s.arg(
-                       spec.oneRecord));
+        core::warn(
+            owner,
+            core::tr("Non è più possibile eliminare %1:\n\rnel frattempo un'altra postazione ha cambiato i dati.")
+                .arg(spec.oneRecord));
     return unused;
 }
 

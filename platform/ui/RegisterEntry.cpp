@@ -2,6 +2,7 @@
 
 #include "platform/core/Format.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DataSet.h"
 #include "platform/data/RecordUses.h"
 #include "platform/data/SqlText.h"
@@ -23,7 +24,11 @@ namespace ui {
 
 namespace {
 
-const QString usualDoubt = u"il carattere di controllo non corrisponde."_s;
+QString usualDoubt()
+{
+    return core::tr("il carattere di controllo non corrisponde.");
+}
+
 const QStringList singleCommands = {u"actSalva"_s, {}, u"actChiudi"_s};
 
 // Lives as long as the connection, which outlives the form.
@@ -219,7 +224,7 @@ void RegisterEntry::declareChecks()
         refuseIf([this] { return isDuplicate(); }, spec_.duplicateText);
     if (spec_.namedByText)
         refuseIf([this] { return renamesUsedRecord(); },
-                 u"Il codice non si può cambiare: documenti o movimenti di magazzino\n\rlo riportano già."_s);
+                 core::tr("Il codice non si può cambiare: documenti o movimenti di magazzino\n\rlo riportano già."));
     declareDoubts();
 }
 
@@ -241,7 +246,8 @@ void RegisterEntry::declareDoubts()
                     const QString text = textOf(column);
                     return !text.isEmpty() && !isRight(text);
                 },
-                u"%1: %2\n\rSalvare comunque?"_s.arg(field.label, field.doubt.isEmpty() ? usualDoubt : field.doubt));
+                core::tr("%1: %2\n\rSalvare comunque?")
+                    .arg(field.label, field.doubt.isEmpty() ? usualDoubt() : field.doubt));
         }
     }
 }
@@ -300,7 +306,7 @@ void RegisterEntry::writeComputed(data::DataSet &record) const
 void RegisterEntry::recordMissing()
 {
     if (spec_.habits.tellsMissing)
-        core::warn(this, u"Il record non esiste più: un'altra postazione l'ha eliminato."_s);
+        core::warn(this, core::tr("Il record non esiste più: un'altra postazione l'ha eliminato."));
 }
 
 bool RegisterEntry::deleteStored(int id)

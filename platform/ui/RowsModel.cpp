@@ -2,6 +2,7 @@
 
 #include "platform/core/Format.h"
 #include "platform/core/Lists.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Colours.h"
 #include "platform/ui/FigureSource.h"
 #include "platform/ui/ListExport.h"
@@ -95,7 +96,7 @@ QString RowsModel::shown(const QVariant &value, ListColumn::Display display) con
     case ListColumn::Display::Currency:
         return core::formatCurrency(value.toDouble());
     case ListColumn::Display::Flag:
-        return core::parseFlag(value.toString()).value_or(false) ? u"Sì"_s : u"No"_s;
+        return core::parseFlag(value.toString()).value_or(false) ? core::tr("Sì") : core::tr("No");
     case ListColumn::Display::Text:
     case ListColumn::Display::Integer:
         break;

@@ -1,5 +1,6 @@
 #include "platform/ui/SearchForm.h"
 
+#include "platform/core/Translation.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/ListExport.h"
 
@@ -52,7 +53,7 @@ void SearchForm::declareCommands(const SearchSpec &spec)
         {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close, QKeySequence(u"Ctrl+W"_s), spec.closeHint},
         {u"actCerca"_s, u"Cerca"_s, [this] { search(); }, Icon::Search, QKeySequence(u"F5"_s), {}},
         {u"actVaiAiFiltri"_s,
-         u"Vai ai filtri"_s,
+         core::tr("Vai ai filtri"),
          [this] { startFinding(); },
          Icon::Search,
          QKeySequence(u"Ctrl+F"_s),
@@ -80,12 +81,12 @@ void SearchForm::declareDelete()
 
 void SearchForm::placeExport()
 {
-    auto *menu = new QMenu(u"Esporta"_s, this);
+    auto *menu = new QMenu(core::tr("Esporta"), this);
     menu->addActions(grid().listExport().commands());
     QAction *action = menu->menuAction();
     action->setObjectName(u"actEsporta"_s);
     action->setIcon(icon(Icon::Export));
-    action->setToolTip(u"Salva l'elenco in un file o lo copia"_s);
+    action->setToolTip(core::tr("Salva l'elenco in un file o lo copia"));
     placeCommands(bar_, QStringList{QString()});
     formMenu()->addAction(action);
     bar_->addAction(action);

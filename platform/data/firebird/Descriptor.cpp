@@ -1,6 +1,7 @@
 #include "platform/data/firebird/Descriptor.h"
 
 #include "platform/core/Decimal.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/firebird/Blobs.h"
 
@@ -135,7 +136,7 @@ bool isFraction(const QVariant &value)
 qint64 unitsOf(double number, short scale)
 {
     if (!core::fitsDecimal(number, -scale))
-        throw DatabaseError(u"Il numero è troppo grande."_s);
+        throw DatabaseError(core::tr("Il numero è troppo grande."));
     return static_cast<qint64>(std::round(core::roundDecimal(number, -scale) * std::pow(10.0, -scale)));
 }
 
