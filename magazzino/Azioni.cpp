@@ -32,6 +32,7 @@
 #include "magazzino/reports/uMMGModStampaSottoscortaRiordino.h"
 #include "magazzino/reports/uMMGStampaInventario.h"
 #include "magazzino/reports/uMMGStampaInventarioValorizzato.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -94,7 +95,7 @@ const QList<ui::ActionSpec> &moduleActions()
         selects<TMMGModSelezionaTipoPagamento>(u"Seleziona tipo di pagamento"_s),
         shows<TMMGInserimentoFattureAccompagnatorie>(inserimento, u"Inserimento fatture accompagnatorie"_s),
         shows<TMMGRicercaFattureAccompagnatorie>(ricerca, u"Fatt. Acc."_s, fatturaAccompagnatoria().viewRight),
-        shows<TMMGFattureElettroniche>(ricerca, u"Fatture elettroniche"_s, fatturaAccompagnatoria().viewRight),
+        shows<TMMGFattureElettroniche>(ricerca, core::tr("Fatture elettroniche"), fatturaAccompagnatoria().viewRight),
         shows<TMMGRicercaMovimentiMagazzino>(ricerca, u"Gestione movimenti di magazzino"_s),
         shows<TMMGStampaInventario>(stampe, u"Stampa inventario"_s),
         shows<TMMGInserimentoMovimentiMagazzino>(inserimento, u"Nuovo movimento di magazzino"_s),

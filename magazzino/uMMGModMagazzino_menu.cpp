@@ -1,4 +1,5 @@
 #include "magazzino/uMMGModMagazzino.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Controls.h"
 
 using namespace Qt::StringLiterals;
@@ -20,25 +21,28 @@ struct Container
 };
 
 // In the order in which they are merged into the host's main menu.
-const QList<Container> menuSpecs = {
-    {u"mnDocumenti"_s,
-     u"Documenti"_s,
-     {{u"actRicercaDdTScarico"_s, u"D.d.T. di scarico"_s},
-      {},
-      {u"actRicercaFattureAccompagnatorie"_s, u"Fatture Accompagnatorie"_s},
-      {}}},
-    {u"mnTabelle"_s, u"Tabelle"_s, {{u"actRicercaCausaliTrasporto"_s, {}}, {u"actRicercaTipiTrasporto"_s, {}}}},
-    {u"mnMagazzino"_s,
-     u"Magazzino"_s,
-     {{u"actRicercaBolleCarico"_s, {}},
-      {},
-      {u"actRicercaMovimentiMagazzino"_s, {}},
-      {u"actStampaInventario"_s, {}},
-      {u"actStampaInventarioValorizzato"_s, {}},
-      {u"actStampaSottoscortaRiordino"_s, {}}}},
-    {u"mnAnagrafiche"_s, u"Anagrafiche"_s, {{u"actRicercaFornitori"_s, {}}, {u"actRicercaVettori"_s, {}}}},
-    {u"mnStrumenti"_s, u"Strumenti"_s, {{u"actFattureElettroniche"_s, {}}}},
-};
+QList<Container> menuSpecs()
+{
+    return {
+        {u"mnDocumenti"_s,
+         u"Documenti"_s,
+         {{u"actRicercaDdTScarico"_s, u"D.d.T. di scarico"_s},
+          {},
+          {u"actRicercaFattureAccompagnatorie"_s, u"Fatture Accompagnatorie"_s},
+          {}}},
+        {u"mnTabelle"_s, u"Tabelle"_s, {{u"actRicercaCausaliTrasporto"_s, {}}, {u"actRicercaTipiTrasporto"_s, {}}}},
+        {u"mnMagazzino"_s,
+         u"Magazzino"_s,
+         {{u"actRicercaBolleCarico"_s, {}},
+          {},
+          {u"actRicercaMovimentiMagazzino"_s, {}},
+          {u"actStampaInventario"_s, {}},
+          {u"actStampaInventarioValorizzato"_s, {}},
+          {u"actStampaSottoscortaRiordino"_s, {}}}},
+        {u"mnAnagrafiche"_s, u"Anagrafiche"_s, {{u"actRicercaFornitori"_s, {}}, {u"actRicercaVettori"_s, {}}}},
+        {u"mnStrumenti"_s, core::tr("Strumenti"), {{u"actFattureElettroniche"_s, {}}}},
+    };
+}
 
 const QList<Container> toolBarSpecs = {
     {u"tBarMMGDocumenti"_s,
@@ -54,14 +58,17 @@ struct Hint
     QString text;
 };
 
-const QList<Hint> hintSpecs = {
-    {u"actRicercaFattureAccompagnatorie"_s, u"Ricerca Fatture Accompagnatorie"_s,
-     u"Apre la maschera di ricerca delle Fatture Immediate Accompagnatorie."_s},
-    {u"actRicercaDdTScarico"_s, u"Ricerca D.d.T. di scarico"_s,
-     u"Apre la maschera di ricerca dei D.d.T. di scarico."_s},
-    {u"actFattureElettroniche"_s, u"Fatture elettroniche"_s,
-     u"Controlla le fatture accompagnatorie, ne scrive i file e legge le ricevute."_s},
-};
+QList<Hint> hintSpecs()
+{
+    return {
+        {u"actRicercaFattureAccompagnatorie"_s, u"Ricerca Fatture Accompagnatorie"_s,
+         u"Apre la maschera di ricerca delle Fatture Immediate Accompagnatorie."_s},
+        {u"actRicercaDdTScarico"_s, u"Ricerca D.d.T. di scarico"_s,
+         u"Apre la maschera di ricerca dei D.d.T. di scarico."_s},
+        {u"actFattureElettroniche"_s, core::tr("Fatture elettroniche"),
+         core::tr("Controlla le fatture accompagnatorie, ne scrive i file e legge le ricevute.")},
+    };
+}
 
 // A menu item with a caption of its own runs the action and follows its state.
 QAction *renamed(QAction *action, const QString &caption, QObject *parent)
@@ -78,7 +85,7 @@ QAction *renamed(QAction *action, const QString &caption, QObject *parent)
 void TMMGModMagazzino::createMenus()
 {
     mnModMagazzino = ui::named(u"mnModMagazzino"_s, new QMenu(this));
-    for (const Container &spec : menuSpecs) {
+    for (const Container &spec : menuSpecs()) {
         auto *menu = ui::named(spec.name, new QMenu(spec.caption, this));
         for (const Entry &entry : spec.entries) {
             if (entry.action.isEmpty())
@@ -100,7 +107,7 @@ void TMMGModMagazzino::createToolBars()
             bar->addAction(action(entry.action));
         toolBars_.append(bar);
     }
-    for (const Hint &hint : hintSpecs) {
+    for (const Hint &hint : hintSpecs()) {
         action(hint.action)->setToolTip(u"<b>%1</b><br>%2"_s.arg(hint.title, hint.text));
         action(hint.action)->setStatusTip(hint.text);
     }

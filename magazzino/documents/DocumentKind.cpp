@@ -2,6 +2,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "platform/core/Lists.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -63,7 +64,7 @@ RowColumn code()
 RowColumn discount()
 {
     RowColumn own = typed(amount(u"SCONTO"_s, &DocumentRow::sconto, RowFormat::Number, u"Sc."_s, 60),
-                          u"Lo sconto va da 0 a 100."_s);
+                          core::tr("Lo sconto va da 0 a 100."));
     own.maximum = 100;
     return own;
 }
@@ -71,7 +72,7 @@ RowColumn discount()
 RowColumn quantity()
 {
     RowColumn own = typed(amount(u"QUANTITA"_s, &DocumentRow::quantita, RowFormat::Number, u"Q.tà"_s, 60),
-                          u"La quantità deve essere maggiore di zero."_s);
+                          core::tr("La quantità deve essere maggiore di zero."));
     own.zeroAllowed = false;
     return own;
 }
@@ -101,12 +102,12 @@ const QList<RowColumnUse> &rowColumns()
         {copied(u"CATEGORIA"_s, &DocumentRow::categoria), all},
         // A delivery note leaves its costs to the movements.
         {typed(amount(u"COSTO"_s, &DocumentRow::costo, RowFormat::Currency, u"Costo"_s, 100),
-               u"Il costo non può essere negativo."_s),
+               core::tr("Il costo non può essere negativo.")),
          Kind::Bolla | Kind::Fattura, Kind::Bolla},
         // What comes in has no sale price.
         {{.column = u"PREZZO"_s, .member = 0.0, .types = rowsWithAmounts}, Kind::Bolla},
         {typed(amount(u"PREZZO"_s, &DocumentRow::prezzo, RowFormat::Currency, u"Prezzo"_s, 100),
-               u"Il prezzo non può essere negativo."_s),
+               core::tr("Il prezzo non può essere negativo.")),
          issues, issues},
         {discount(), Kind::Fattura, Kind::Fattura},
         {quantity(), all, all},
@@ -229,7 +230,7 @@ const DocumentKind &bollaCarico()
                      .keptText = u"Non è possibile eliminare questa bolla di carico,\n\resistono dei dati correlati!"_s,
                      .unitPrice = &DocumentRow::costo,
                      .movement = {.type = u"Carico"_s, .note = u"Bolla di carico n. "_s},
-                     .captions = {.shortName = u"Bolla"_s,
+                     .captions = {.shortName = core::tr("Bolla"),
                                   .generalPage = u" Generale "_s,
                                   .rowsPage = u" Righe documento "_s,
                                   .notesPage = u" Note "_s,
@@ -259,8 +260,8 @@ const DocumentKind &ddtScarico()
          .print = {.routine = u"StampaDdTScarico"_s, .report = u"DdTScarico"_s, .pricedReport = u"DdTScaricoPrezzi"_s},
          .captions = {.shortName = u"D.d.T."_s,
                       .rowsGrid = u"gridRigheDocumento"_s,
-                      .newHint = u"Crea un nuovo D.d.T. di scarico."_s,
-                      .editHint = u"Modifica il D.d.T. di scarico selezionato."_s},
+                      .newHint = core::tr("Crea un nuovo D.d.T. di scarico."),
+                      .editHint = core::tr("Modifica il D.d.T. di scarico selezionato.")},
          .totals = storedAsZero()});
     return kind;
 }
@@ -268,30 +269,31 @@ const DocumentKind &ddtScarico()
 const DocumentKind &fatturaAccompagnatoria()
 {
     static const DocumentKind kind =
-        issue(Kind::Fattura, {.name = u"Fattura accompagnatoria"_s,
-                              .plural = u"fatture accompagnatorie"_s,
-                              .table = u"FATT_ACC"_s,
-                              .key = u"IDFATT_ACC"_s,
-                              .dataName = u"FattAcc"_s,
-                              .formName = u"FattureAccompagnatorie"_s,
-                              .numbersTable = u"FATT_VEND"_s,
-                              .canDelete = CanDeleteFatturaAccompagnatoria,
-                              .keptText = u"Non è possibile eliminare questa fattura,\n\ril suo file elettronico è già "
-                                          "stato scritto!"_s,
-                              .viewRight = u"Fatture acc. (visualizzazione)"_s,
-                              .editRight = u"Fatture acc. (modifica)"_s,
-                              .deleteRight = u"Fatture acc. (eliminazione)"_s,
-                              .movement = {.note = u"Fattura immediata accompagnatoria n. "_s},
-                              .print = {.routine = u"StampaFatturaAccompagnatoria"_s,
-                                        .report = u"FatturaAccompagnatoria"_s,
-                                        .exemptReport = u"FatturaAccompagnatoriaIVAEsente"_s,
-                                        .vatQuery = u"adsFattAccIva"_s},
-                              .captions = {.shortName = u"Fattura"_s,
-                                           .rowsGrid = u"gridRigheFattura"_s,
-                                           .rows = {.nonImponibile = u"Aggiungi non imponibile"_s},
-                                           .newHint = u"Crea una nuova fattura accompagnatoria."_s,
-                                           .editHint = u"Modifica la fattura accompagnatoria selezionata."_s},
-                              .totals = totals()});
+        issue(Kind::Fattura,
+              {.name = u"Fattura accompagnatoria"_s,
+               .plural = u"fatture accompagnatorie"_s,
+               .table = u"FATT_ACC"_s,
+               .key = u"IDFATT_ACC"_s,
+               .dataName = u"FattAcc"_s,
+               .formName = u"FattureAccompagnatorie"_s,
+               .numbersTable = u"FATT_VEND"_s,
+               .canDelete = CanDeleteFatturaAccompagnatoria,
+               .keptText = core::tr(
+                   "Non è possibile eliminare questa fattura,\n\ril suo file elettronico è già stato scritto!"),
+               .viewRight = u"Fatture acc. (visualizzazione)"_s,
+               .editRight = u"Fatture acc. (modifica)"_s,
+               .deleteRight = u"Fatture acc. (eliminazione)"_s,
+               .movement = {.note = u"Fattura immediata accompagnatoria n. "_s},
+               .print = {.routine = u"StampaFatturaAccompagnatoria"_s,
+                         .report = u"FatturaAccompagnatoria"_s,
+                         .exemptReport = u"FatturaAccompagnatoriaIVAEsente"_s,
+                         .vatQuery = u"adsFattAccIva"_s},
+               .captions = {.shortName = core::tr("Fattura"),
+                            .rowsGrid = u"gridRigheFattura"_s,
+                            .rows = {.nonImponibile = core::tr("Aggiungi non imponibile")},
+                            .newHint = core::tr("Crea una nuova fattura accompagnatoria."),
+                            .editHint = core::tr("Modifica la fattura accompagnatoria selezionata.")},
+               .totals = totals()});
     return kind;
 }
 

@@ -5,6 +5,7 @@
 #include "platform/core/Format.h"
 #include "platform/core/Lists.h"
 #include "platform/core/NumberReader.h"
+#include "platform/core/Translation.h"
 
 #include <QBuffer>
 #include <QJsonArray>
@@ -115,7 +116,7 @@ RigaLetta rowOf(const core::CsvRecord &record, const QList<NumberColumn> &column
             continue;
         *members[i] = columns[i].reader.read(cell);
         if (!*members[i])
-            row.problema = u"\"%1\" non è un numero valido."_s.arg(cell);
+            row.problema = core::tr("\"%1\" non è un numero valido.").arg(cell);
     }
     return row;
 }

@@ -5,6 +5,7 @@
 #include "platform/core/Decimal.h"
 #include "platform/core/Format.h"
 #include "platform/core/LineText.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +25,7 @@ void componiNumero(const Dati &dati, Composizione &composizione)
     };
     if (dati.numeroDoppio)
         trova(true, Luogo::Fattura, u"txtNumero"_s,
-              u"Un'altra fattura accompagnatoria dello stesso anno ha già il numero %1."_s.arg(fattura.numero));
+              core::tr("Un'altra fattura accompagnatoria dello stesso anno ha già il numero %1.").arg(fattura.numero));
     const QString suffisso = dati.opzioni.numerazioneUnica ? QString() : ascii(dati.opzioni.suffisso);
     fattura.numero += suffisso;
     // Digits alone make it a number that another invoice may have.
@@ -32,18 +33,18 @@ void componiNumero(const Dati &dati, Composizione &composizione)
         return;
     if (dati.opzioni.numerazioneUnica && dati.numeroInVendita)
         trova(true, Luogo::Fattura, u"txtNumero"_s,
-              u"Una fattura di vendita dello stesso anno ha già il numero %1."_s.arg(fattura.numero));
+              core::tr("Una fattura di vendita dello stesso anno ha già il numero %1.").arg(fattura.numero));
     else if (!dati.opzioni.numerazioneUnica)
         trova(
             dati.numeroInVendita || !suffisso.isEmpty(), Luogo::Opzioni, u"FATT_XML_SUFFISSO"_s,
             !suffisso.isEmpty()
-                ? u"Il suffisso \"%1\" ha soltanto cifre: il numero %2 può essere quello di un'altra fattura."_s.arg(
-                      suffisso, fattura.numero)
-            : dati.numeroInVendita
-                ? u"Una fattura di vendita dello stesso anno ha già il numero %1: serve un suffisso per le fatture "
-                  "accompagnatorie."_s.arg(fattura.numero)
-                : u"Fatture di vendita e accompagnatorie hanno numeri separati: senza un suffisso due fatture possono "
-                  "avere lo stesso numero."_s);
+                ? core::tr("Il suffisso \"%1\" ha soltanto cifre: il numero %2 può essere quello di un'altra fattura.")
+                      .arg(suffisso, fattura.numero)
+            : dati.numeroInVendita ? core::tr("Una fattura di vendita dello stesso anno ha già il numero %1: serve un "
+                                              "suffisso per le fatture accompagnatorie.")
+                                         .arg(fattura.numero)
+                                   : core::tr("Fatture di vendita e accompagnatorie hanno numeri separati: senza un "
+                                              "suffisso due fatture possono avere lo stesso numero."));
 }
 
 } // namespace
@@ -72,8 +73,8 @@ void componiPagamento(const Dati &dati, Composizione &composizione)
     if (modalita.isEmpty()) {
         composizione.riscontri.append(
             avviso(Luogo::TipoPagamento, u"txtModalita"_s,
-                   u"Il tipo di pagamento \"%1\" non ha una modalità: il file non dirà come si paga."_s.arg(
-                       dati.testata.testo(u"TIPO_PAGAMENTO"_s))));
+                   core::tr("Il tipo di pagamento \"%1\" non ha una modalità: il file non dirà come si paga.")
+                       .arg(dati.testata.testo(u"TIPO_PAGAMENTO"_s))));
         return;
     }
     const QString condizioni = dati.tipoPagamento.testo(u"CONDIZIONI"_s);
@@ -87,8 +88,9 @@ void componiPagamento(const Dati &dati, Composizione &composizione)
     if (modalita == u"MP05" && host::isIban(iban))
         pagamento.iban = iban;
     else if (modalita == u"MP05")
-        composizione.riscontri.append(avviso(Luogo::Azienda, u"txtIban"_s,
-                                             u"Si paga con bonifico, ma l'IBAN dell'azienda manca o è sbagliato."_s));
+        composizione.riscontri.append(
+            avviso(Luogo::Azienda, u"txtIban"_s,
+                   core::tr("Si paga con bonifico, ma l'IBAN dell'azienda manca o è sbagliato.")));
     composizione.fattura.pagamento = pagamento;
 }
 
@@ -112,11 +114,11 @@ QString scrivibile(const QString &testo, qsizetype massimo, const Origine &origi
     };
     TestoLatino risultato = latino(testo);
     if (risultato.controllo)
-        trova(true, u": ci sono caratteri di controllo, che non si vedono; va riscritto."_s);
+        trova(true, core::tr(": ci sono caratteri di controllo, che non si vedono; va riscritto."));
     if (!risultato.rifiutati.isEmpty())
-        trova(true, u": la fattura elettronica non ammette "_s + risultato.rifiutati);
+        trova(true, core::tr(": la fattura elettronica non ammette ") + risultato.rifiutati);
     if (risultato.testo.size() > massimo) {
-        trova(false, u": il file ne riporta soltanto i primi %1 caratteri."_s.arg(massimo));
+        trova(false, core::tr(": il file ne riporta soltanto i primi %1 caratteri.").arg(massimo));
         risultato.testo = risultato.testo.left(massimo).trimmed();
     }
     return risultato.testo;
@@ -165,7 +167,7 @@ Composizione componi(const Dati &dati)
     componiCedente(dati, composizione);
     componiCessionario(dati, composizione);
     componiRighe(dati, composizione);
-    aggiungiCausali(dati.testata.testo(u"NOTE"_s), {Luogo::Fattura, u"txtNote"_s, u"Le note"_s}, composizione);
+    aggiungiCausali(dati.testata.testo(u"NOTE"_s), {Luogo::Fattura, u"txtNote"_s, core::tr("Le note")}, composizione);
     componiRiepiloghi(dati, composizione);
     componiTrasporto(dati, composizione);
     componiPagamento(dati, composizione);

@@ -2,6 +2,7 @@
 #include "magazzino/fatturapa/Cifre.h"
 #include "magazzino/fatturapa/Composizione.h"
 #include "magazzino/fatturapa/Testi.h"
+#include "platform/core/Translation.h"
 
 #include <algorithm>
 #include <numeric>
@@ -17,7 +18,8 @@ const QString grigliaRighe = u"gridRigheFattura"_s;
 
 void trova(Composizione &composizione, int riga, const QString &testo, const QString &codice = {})
 {
-    composizione.riscontri.append({codice, true, Luogo::Fattura, riga, grigliaRighe, u"Riga %1: "_s.arg(riga) + testo});
+    composizione.riscontri.append(
+        {codice, true, Luogo::Fattura, riga, grigliaRighe, core::tr("Riga %1: ").arg(riga) + testo});
 }
 
 // Under N1, N4 and so on the law stands beside the nature; where nobody wrote it, the nature says what it is.
@@ -39,7 +41,7 @@ void assegnaNatura(const QString &natura, const QString &opzione, const QString 
     if (!host::hasCode(host::vatNatures(), natura))
         composizione.riscontri.append(
             {natura.isEmpty() ? u"00400"_s : u"00445"_s, true, Luogo::Opzioni, riga.origine, opzione,
-             u"Riga %1: la natura \"%2\" scelta nelle opzioni non è ammessa."_s.arg(riga.origine).arg(natura)});
+             core::tr("Riga %1: la natura \"%2\" scelta nelle opzioni non è ammessa.").arg(riga.origine).arg(natura)});
 }
 
 // Nothing of the row's own rate counts in an exempt invoice, and a row outside VAT has none.
@@ -55,7 +57,7 @@ void assegnaAliquota(const Dati &dati, const Record &record, Riga &riga, Composi
         return;
     }
     if (record.isNull(u"IVA_IDALIQUOTA_IVA"_s)) {
-        trova(composizione, riga.origine, u"manca l'aliquota IVA."_s, u"00400"_s);
+        trova(composizione, riga.origine, core::tr("manca l'aliquota IVA."), u"00400"_s);
         return;
     }
     riga.aliquota = record.centesimi(u"IVA_ALIQUOTA"_s);
@@ -65,10 +67,10 @@ void assegnaAliquota(const Dati &dati, const Record &record, Riga &riga, Composi
     riga.natura = aliquota.testo(u"NATURA"_s);
     riga.riferimento = riferimentoDi(riga.natura, aliquota.testo(u"RIFERIMENTO_NORMATIVO"_s));
     if (riga.natura.isEmpty())
-        composizione.riscontri.append(
-            {u"00400"_s, true, Luogo::AliquotaIVA, riga.origine, u"txtNatura"_s,
-             u"Riga %1: l'aliquota IVA \"%2\" è a zero e non ha una natura."_s.arg(riga.origine)
-                 .arg(record.testo(u"IVA_CODICE"_s))});
+        composizione.riscontri.append({u"00400"_s, true, Luogo::AliquotaIVA, riga.origine, u"txtNatura"_s,
+                                       core::tr("Riga %1: l'aliquota IVA \"%2\" è a zero e non ha una natura.")
+                                           .arg(riga.origine)
+                                           .arg(record.testo(u"IVA_CODICE"_s))});
 }
 
 // The format asks for a unit beside every quantity. One piece needs no quantity, and what is outside VAT is never given
@@ -84,7 +86,7 @@ void assegnaQuantita(const Record &record, Riga &riga, Composizione &composizion
         riga.um = u"NR"_s;
     riga.quantita = quantita;
     if (quantita < 0)
-        trova(composizione, riga.origine, u"la quantità non può essere negativa."_s);
+        trova(composizione, riga.origine, core::tr("la quantità non può essere negativa."));
 }
 
 void assegnaImporti(const Record &record, Riga &riga, Composizione &composizione)
@@ -94,23 +96,24 @@ void assegnaImporti(const Record &record, Riga &riga, Composizione &composizione
     const qint64 quantita = riga.quantita.value_or(100);
     constexpr qint64 tuttoLoSconto = 10'000;
     if (qAbs(riga.sconto) > tuttoLoSconto)
-        trova(composizione, riga.origine, u"lo sconto supera il 100 %."_s);
+        trova(composizione, riga.origine, core::tr("lo sconto supera il 100 %."));
     const std::optional<qint64> totale = prodotto(riga.prezzo, riga.sconto, quantita);
     constexpr qint64 cifreQuantita = 99'999'999'999'999;
     if (!totale || qAbs(riga.prezzo) > importoMassimo * 100 || quantita > cifreQuantita) {
-        trova(composizione, riga.origine, u"prezzo o quantità sono troppo grandi."_s);
+        trova(composizione, riga.origine, core::tr("prezzo o quantità sono troppo grandi."));
         return;
     }
     riga.totale = *totale;
     const qint64 scritto = record.centesimi(u"IMPORTO"_s);
     if (qAbs(inCentesimi(riga.totale) - scritto) > 1)
         trova(composizione, riga.origine,
-              u"l'importo %1 non è prezzo per quantità meno sconto."_s.arg(scrittoCentesimi(scritto)), u"00423"_s);
+              core::tr("l'importo %1 non è prezzo per quantità meno sconto.").arg(scrittoCentesimi(scritto)),
+              u"00423"_s);
 }
 
 Riga componiRiga(const Dati &dati, const Record &record, int origine, Composizione &composizione)
 {
-    const QString nome = u"Riga %1"_s.arg(origine);
+    const QString nome = core::tr("Riga %1").arg(origine);
     const auto testo = [&](const QString &colonna, qsizetype massimo) {
         return scrivibile(record.testo(colonna), massimo, {Luogo::Fattura, grigliaRighe, nome, origine},
                           composizione.riscontri);
@@ -122,7 +125,7 @@ Riga componiRiga(const Dati &dati, const Record &record, int origine, Composizio
     if (riga.descrizione.isEmpty())
         riga.descrizione = riga.codice;
     if (riga.descrizione.isEmpty())
-        trova(composizione, origine, u"manca la descrizione."_s);
+        trova(composizione, origine, core::tr("manca la descrizione."));
     assegnaAliquota(dati, record, riga, composizione);
     assegnaQuantita(record, riga, composizione);
     assegnaImporti(record, riga, composizione);
@@ -134,7 +137,7 @@ void aggiungiTesto(const Record &record, int origine, Composizione &composizione
 {
     Fattura &fattura = composizione.fattura;
     const QString scritto = record.testo(u"DESCRIZIONE"_s);
-    const Origine riga = {Luogo::Fattura, grigliaRighe, u"Riga %1"_s.arg(origine), origine};
+    const Origine riga = {Luogo::Fattura, grigliaRighe, core::tr("Riga %1").arg(origine), origine};
     QList<Riscontro> trovati;
     const QString testo = scrivibile(scritto, scritto.size() * 4 + 1, riga, trovati);
     const qsizetype posto =
@@ -174,14 +177,14 @@ void componiRiepiloghi(const Dati &dati, Composizione &composizione)
                                        .natura = riga.natura,
                                        .riferimento = scrivibile(riga.riferimento, 100,
                                                                  {Luogo::AliquotaIVA, u"txtRiferimentoNormativo"_s,
-                                                                  u"Il riferimento normativo"_s},
+                                                                  core::tr("Il riferimento normativo")},
                                                                  composizione.riscontri)});
             somme.append(0);
             riepilogo = fattura.riepiloghi.end() - 1;
         }
         qint64 &somma = somme[riepilogo - fattura.riepiloghi.begin()];
         if (qAbs(somma) > inParti(importoMassimo * 100) - qAbs(riga.totale)) {
-            trova(composizione, riga.origine, u"il totale della fattura è troppo grande."_s);
+            trova(composizione, riga.origine, core::tr("il totale della fattura è troppo grande."));
             return;
         }
         somma += riga.totale;

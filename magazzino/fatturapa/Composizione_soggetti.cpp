@@ -3,6 +3,7 @@
 #include "magazzino/fatturapa/Composizione.h"
 #include "magazzino/fatturapa/Testi.h"
 #include "platform/core/LineText.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -33,9 +34,9 @@ Indirizzo indirizzoDi(const Record &record, const Sede &sede, const QString &naz
     const auto parte = [&](const QString &colonna, const QString &campo, const QString &nome) {
         return scrivibile(record.testo(sede.prefisso + colonna), lunghezzaLuogo, {sede.luogo, campo, nome}, riscontri);
     };
-    Indirizzo indirizzo{.indirizzo = parte(u"INDIRIZZO"_s, u"txtIndirizzo"_s, u"L'indirizzo "_s + sede.chi),
+    Indirizzo indirizzo{.indirizzo = parte(u"INDIRIZZO"_s, u"txtIndirizzo"_s, core::tr("L'indirizzo ") + sede.chi),
                         .cap = u"00000"_s,
-                        .comune = parte(u"CITTA"_s, u"txtCitta"_s, u"La città "_s + sede.chi),
+                        .comune = parte(u"CITTA"_s, u"txtCitta"_s, core::tr("La città ") + sede.chi),
                         .provincia = {},
                         .nazione = nazione};
     if (nazione != u"IT")
@@ -53,14 +54,14 @@ void controllaIndirizzo(const Indirizzo &indirizzo, const Sede &sede, QList<Risc
         riscontri.append(blocco(sede.luogo, campo, testo.arg(sede.chi)));
     };
     if (indirizzo.indirizzo.isEmpty())
-        manca(u"txtIndirizzo"_s, u"Manca l'indirizzo %1."_s);
+        manca(u"txtIndirizzo"_s, core::tr("Manca l'indirizzo %1."));
     if (indirizzo.comune.isEmpty())
-        manca(u"txtCitta"_s, u"Manca la città %1."_s);
+        manca(u"txtCitta"_s, core::tr("Manca la città %1."));
     if (!core::matches(indirizzo.cap, u"[0-9]{5}"_s))
-        manca(u"txtCap"_s, u"Il CAP %1 deve avere cinque cifre."_s);
+        manca(u"txtCap"_s, core::tr("Il CAP %1 deve avere cinque cifre."));
     if (indirizzo.nazione.isEmpty())
         manca(sede.luogo == Luogo::Cliente ? u"txtNazioneIso"_s : u"txtNazione"_s,
-              u"La nazione %1 non è riconosciuta: serve il codice di due lettere."_s);
+              core::tr("La nazione %1 non è riconosciuta: serve il codice di due lettere."));
 }
 
 // The number and its country: "IT", or the two letters that stand before it.
@@ -103,10 +104,10 @@ void componiRea(const Dati &dati, Composizione &composizione)
             composizione.riscontri.append(blocco(Luogo::Azienda, campo, testo));
     };
     trova(!host::isProvinceCode(cedente.reaUfficio), u"txtReaUfficio"_s,
-          u"L'ufficio REA dell'azienda si scrive con le due lettere della provincia."_s);
-    trova(cedente.reaNumero.isEmpty(), u"txtReaNumero"_s, u"Manca il numero REA dell'azienda."_s);
+          core::tr("L'ufficio REA dell'azienda si scrive con le due lettere della provincia."));
+    trova(cedente.reaNumero.isEmpty(), u"txtReaNumero"_s, core::tr("Manca il numero REA dell'azienda."));
     trova(!host::hasCode(host::liquidationStates(), cedente.statoLiquidazione), u"txtStatoLiquidazione"_s,
-          u"Per l'iscrizione REA serve lo stato di liquidazione dell'azienda."_s);
+          core::tr("Per l'iscrizione REA serve lo stato di liquidazione dell'azienda."));
     if (const qint64 capitale = dati.azienda.centesimi(u"CAPITALESOCIALE"_s); capitale > 0)
         cedente.capitaleSociale = capitale;
 }
@@ -124,12 +125,11 @@ void componiDestinatario(const Dati &dati, Composizione &composizione)
     fattura.pec = dati.cliente.testo(u"PEC"_s);
     if (!fattura.pec.isEmpty() && !host::isMailAddress(fattura.pec))
         composizione.riscontri.append(
-            blocco(Luogo::Cliente, u"txtPec"_s, u"La PEC del cliente non è un indirizzo di posta."_s));
+            blocco(Luogo::Cliente, u"txtPec"_s, core::tr("La PEC del cliente non è un indirizzo di posta.")));
     else if (fattura.pec.isEmpty())
-        composizione.riscontri.append(
-            avviso(Luogo::Cliente, u"txtCodiceDestinatario"_s,
-                   u"Il cliente non ha né codice destinatario né PEC: troverà la fattura soltanto "
-                   "nella sua area riservata, e va avvisato."_s));
+        composizione.riscontri.append(avviso(Luogo::Cliente, u"txtCodiceDestinatario"_s,
+                                             core::tr("Il cliente non ha né codice destinatario né PEC: troverà la "
+                                                      "fattura soltanto nella sua area riservata, e va avvisato.")));
 }
 
 // Under the name that the invoice keeps, or a person's two names from the register.
@@ -140,18 +140,18 @@ void componiNome(const Dati &dati, Composizione &composizione)
         return scrivibile(testo, massimo, {Luogo::Cliente, campo, chiamato}, composizione.riscontri);
     };
     cessionario.cognome = nome(dati.cliente.testo(u"COGNOMEPERSONA"_s), lunghezzaPersona, u"txtCognomePersona"_s,
-                               u"Il cognome del cliente"_s);
-    cessionario.nome =
-        nome(dati.cliente.testo(u"NOMEPERSONA"_s), lunghezzaPersona, u"txtNomePersona"_s, u"Il nome del cliente"_s);
+                               core::tr("Il cognome del cliente"));
+    cessionario.nome = nome(dati.cliente.testo(u"NOMEPERSONA"_s), lunghezzaPersona, u"txtNomePersona"_s,
+                            core::tr("Il nome del cliente"));
     if (!cessionario.cognome.isEmpty() && !cessionario.nome.isEmpty())
         return;
     cessionario.cognome.clear();
     cessionario.nome.clear();
     cessionario.denominazione = nome(dati.testata.testo(u"CLI_RAGIONESOCIALE"_s), lunghezzaNome, u"txtRagioneSociale"_s,
-                                     u"La ragione sociale del cliente"_s);
+                                     core::tr("La ragione sociale del cliente"));
     if (cessionario.denominazione.isEmpty())
         composizione.riscontri.append(
-            blocco(Luogo::Cliente, u"txtRagioneSociale"_s, u"Manca la ragione sociale del cliente."_s));
+            blocco(Luogo::Cliente, u"txtRagioneSociale"_s, core::tr("Manca la ragione sociale del cliente.")));
 }
 
 void controllaCodici(const Dati &dati, Composizione &composizione)
@@ -163,15 +163,15 @@ void controllaCodici(const Dati &dati, Composizione &composizione)
     if (dati.cliente.isEmpty())
         composizione.riscontri.append(
             avviso(Luogo::Fattura, u"cmdSelezionaCliente"_s,
-                   u"Il cliente \"%1\" non è più in anagrafica: codice destinatario e PEC mancano."_s.arg(
-                       dati.testata.testo(u"CLI_CODICE"_s))));
+                   core::tr("Il cliente \"%1\" non è più in anagrafica: codice destinatario e PEC mancano.")
+                       .arg(dati.testata.testo(u"CLI_CODICE"_s))));
     if (cessionario.partitaIVA.isEmpty() && cessionario.codiceFiscale.isEmpty())
         trova(u"00417"_s, u"txtPartitaIVA"_s,
-              u"Il cliente non ha né partita IVA né codice fiscale: ne serve almeno uno."_s);
+              core::tr("Il cliente non ha né partita IVA né codice fiscale: ne serve almeno uno."));
     if (cessionario.paese == u"IT" && !cessionario.partitaIVA.isEmpty() && !host::isVatNumber(cessionario.partitaIVA))
-        trova(u"00305"_s, u"txtPartitaIVA"_s, u"La partita IVA del cliente è sbagliata."_s);
+        trova(u"00305"_s, u"txtPartitaIVA"_s, core::tr("La partita IVA del cliente è sbagliata."));
     if (!cessionario.codiceFiscale.isEmpty() && !host::isTaxCode(cessionario.codiceFiscale))
-        trova(u"00306"_s, u"txtCodiceFiscale"_s, u"Il codice fiscale del cliente è sbagliato."_s);
+        trova(u"00306"_s, u"txtCodiceFiscale"_s, core::tr("Il codice fiscale del cliente è sbagliato."));
 }
 
 } // namespace
@@ -184,21 +184,22 @@ void componiCedente(const Dati &dati, Composizione &composizione)
     cedente.codiceFiscale = ascii(compatto(dati.azienda.testo(u"CODICEFISCALE"_s)));
     cedente.denominazione =
         scrivibile(dati.azienda.testo(u"RAGIONESOCIALE"_s), lunghezzaNome,
-                   {Luogo::Azienda, u"txtRagioneSociale"_s, u"La ragione sociale dell'azienda"_s}, riscontri);
+                   {Luogo::Azienda, u"txtRagioneSociale"_s, core::tr("La ragione sociale dell'azienda")}, riscontri);
     const auto trova = [&](bool manca, const QString &codice, const QString &campo, const QString &testo) {
         if (manca)
             riscontri.append(blocco(Luogo::Azienda, campo, testo, codice));
     };
-    trova(cedente.denominazione.isEmpty(), {}, u"txtRagioneSociale"_s, u"Manca la ragione sociale dell'azienda."_s);
+    trova(cedente.denominazione.isEmpty(), {}, u"txtRagioneSociale"_s,
+          core::tr("Manca la ragione sociale dell'azienda."));
     trova(cedente.paese != u"IT" || !host::isVatNumber(cedente.partitaIVA), u"00301"_s, u"txtPartitaIVA"_s,
-          u"La partita IVA dell'azienda manca o è sbagliata."_s);
+          core::tr("La partita IVA dell'azienda manca o è sbagliata."));
     trova(!cedente.codiceFiscale.isEmpty() && !host::isTaxCode(cedente.codiceFiscale), u"00302"_s,
-          u"txtCodiceFiscale"_s, u"Il codice fiscale dell'azienda è sbagliato."_s);
+          u"txtCodiceFiscale"_s, core::tr("Il codice fiscale dell'azienda è sbagliato."));
     composizione.fattura.trasmittente = cedente.codiceFiscale.isEmpty() ? cedente.partitaIVA : cedente.codiceFiscale;
     cedente.regimeFiscale = dati.azienda.testo(u"REGIMEFISCALE"_s);
     trova(!host::hasCode(host::taxRegimes(), cedente.regimeFiscale), {}, u"txtRegimeFiscale"_s,
-          u"Manca il regime fiscale dell'azienda."_s);
-    const Sede sede = {Luogo::Azienda, {}, u"dell'azienda"_s};
+          core::tr("Manca il regime fiscale dell'azienda."));
+    const Sede sede = {Luogo::Azienda, {}, core::tr("dell'azienda")};
     cedente.sede = indirizzoDi(dati.azienda, sede, codiceNazione(dati.azienda.testo(u"NAZIONE"_s), {}), riscontri);
     controllaIndirizzo(cedente.sede, sede, riscontri);
     componiRea(dati, composizione);
@@ -225,12 +226,12 @@ void rimandaAllaFattura(const Dati &dati, QList<Riscontro> &riscontri, qsizetype
         if (riscontro.luogo != Luogo::Cliente || colonna.isEmpty() || dati.cliente.isEmpty())
             continue;
         if (dati.cliente.testo(colonna) == dati.testata.testo(u"CLI_"_s + colonna)) {
-            riscontro.testo += u" Dopo averlo corretto, il cliente va scelto di nuovo nella fattura."_s;
+            riscontro.testo += core::tr(" Dopo averlo corretto, il cliente va scelto di nuovo nella fattura.");
             continue;
         }
         riscontro.luogo = Luogo::Fattura;
         riscontro.campo = u"cmdSelezionaCliente"_s;
-        riscontro.testo += u" La sua scheda dice altro: va scelto di nuovo nella fattura."_s;
+        riscontro.testo += core::tr(" La sua scheda dice altro: va scelto di nuovo nella fattura.");
     }
 }
 
@@ -245,7 +246,7 @@ void componiCessionario(const Dati &dati, Composizione &composizione)
     const QString nazione = dati.testata.testo(u"CLI_NAZIONE"_s);
     const bool comeInAnagrafica = nazione.compare(dati.cliente.testo(u"NAZIONE"_s), Qt::CaseInsensitive) == 0;
     const QString iso = codiceNazione(nazione, comeInAnagrafica ? dati.cliente.testo(u"NAZIONEISO"_s) : QString());
-    const Sede sede = {Luogo::Cliente, u"CLI_"_s, u"del cliente"_s};
+    const Sede sede = {Luogo::Cliente, u"CLI_"_s, core::tr("del cliente")};
     cessionario.sede = indirizzoDi(dati.testata, sede, iso, composizione.riscontri);
     controllaIndirizzo(cessionario.sede, sede, composizione.riscontri);
     assegnaPartitaIVA(cessionario, dati.testata.testo(u"CLI_PARTITAIVA"_s), iso);
@@ -273,45 +274,48 @@ void componiTrasporto(const Dati &dati, Composizione &composizione)
         const QString nazione = codiceNazione(testata.testo(u"VETT_NAZIONE"_s), {});
         assegnaPartitaIVA(vettore, dati.vettore.testo(u"PARTITAIVA"_s), nazione);
         vettore.denominazione = scrivibile(
-            nome, lunghezzaNome, {Luogo::Vettore, u"txtRagioneSociale"_s, u"Il nome del vettore"_s}, riscontri);
+            nome, lunghezzaNome, {Luogo::Vettore, u"txtRagioneSociale"_s, core::tr("Il nome del vettore")}, riscontri);
         const bool giusta = !vettore.partitaIVA.isEmpty() && vettore.partitaIVA.size() <= 28 &&
                             (vettore.paese != u"IT" || host::isVatNumber(vettore.partitaIVA));
         if (giusta && !vettore.denominazione.isEmpty())
             trasporto.vettore = vettore;
         else
             avvisa(Luogo::Vettore, u"txtPartitaIVA"_s,
-                   u"La partita IVA del vettore manca o è sbagliata: il file non riporta il vettore."_s);
+                   core::tr("La partita IVA del vettore manca o è sbagliata: il file non riporta il vettore."));
     }
-    trasporto.mezzo = parte(u"TIPO_TRASPORTO"_s, 80, u"txtTipoTrasporto"_s, u"Il tipo di trasporto"_s);
-    trasporto.causale = parte(u"CAUSALE_TRASPORTO"_s, 100, u"txtCausaleTrasporto"_s, u"La causale del trasporto"_s);
-    trasporto.aspetto = parte(u"ASPETTO_BENI"_s, 100, u"txtAspettoBeni"_s, u"L'aspetto dei beni"_s);
+    trasporto.mezzo = parte(u"TIPO_TRASPORTO"_s, 80, u"txtTipoTrasporto"_s, core::tr("Il tipo di trasporto"));
+    trasporto.causale =
+        parte(u"CAUSALE_TRASPORTO"_s, 100, u"txtCausaleTrasporto"_s, core::tr("La causale del trasporto"));
+    trasporto.aspetto = parte(u"ASPETTO_BENI"_s, 100, u"txtAspettoBeni"_s, core::tr("L'aspetto dei beni"));
     const int colli = testata.intero(u"COLLI"_s);
     if (colli >= 1 && colli <= 9999)
         trasporto.colli = colli;
     else if (colli != 0)
-        avvisa(Luogo::Fattura, u"txtColli"_s, u"I colli sono più di 9999: il file non li riporta."_s);
+        avvisa(Luogo::Fattura, u"txtColli"_s, core::tr("I colli sono più di 9999: il file non li riporta."));
     constexpr qint64 pesoMassimo = 999'999;
     const qint64 peso = testata.centesimi(u"PESO"_s);
     if (peso > 0 && peso <= pesoMassimo) {
         trasporto.peso = peso;
         trasporto.unitaPeso = ascii(testata.testo(u"PESO_UM"_s)).left(10);
     } else if (peso != 0) {
-        avvisa(Luogo::Fattura, u"txtPeso"_s, u"Il peso supera 9999,99: il file non lo riporta."_s);
+        avvisa(Luogo::Fattura, u"txtPeso"_s, core::tr("Il peso supera 9999,99: il file non lo riporta."));
     }
     trasporto.inizio = testata.data(u"DATA_INIZIO_TRASPORTO"_s);
     if (trasporto.inizio.isValid() && testata.ora(u"ORA_INIZIO_TRASPORTO"_s).isValid())
         trasporto.ritiro = QDateTime(trasporto.inizio, testata.ora(u"ORA_INIZIO_TRASPORTO"_s));
     if (testata.testo(u"DEST_INDIRIZZO"_s).isEmpty() && testata.testo(u"DEST_CITTA"_s).isEmpty())
         return;
-    const Sede sede = {Luogo::Fattura, u"DEST_"_s, u"della destinazione"_s};
+    const Sede sede = {Luogo::Fattura, u"DEST_"_s, core::tr("della destinazione")};
     const Indirizzo resa = indirizzoDi(testata, sede, codiceNazione(testata.testo(u"DEST_NAZIONE"_s), {}), riscontri);
     QList<Riscontro> mancanti;
     controllaIndirizzo(resa, sede, mancanti);
     if (mancanti.isEmpty())
         trasporto.resa = resa;
     else
-        avvisa(Luogo::Fattura, u"txtDestIndirizzo"_s,
-               u"La destinazione non è completa (servono indirizzo, CAP, città e nazione): il file non la riporta."_s);
+        avvisa(
+            Luogo::Fattura, u"txtDestIndirizzo"_s,
+            core::tr(
+                "La destinazione non è completa (servono indirizzo, CAP, città e nazione): il file non la riporta."));
 }
 
 } // namespace fatturapa

@@ -3,6 +3,7 @@
 #include "host/InvoiceCodes.h"
 #include "magazzino/fatturapa/Cifre.h"
 #include "platform/core/LineText.h"
+#include "platform/core/Translation.h"
 
 #include <QRegularExpression>
 
@@ -44,21 +45,21 @@ private:
     void documento()
     {
         trova(fattura_.data > dati_.oggi, u"00403"_s, Luogo::Fattura, u"txtData"_s,
-              u"La data della fattura è nel futuro."_s);
+              core::tr("La data della fattura è nel futuro."));
         const QDate primaAmmessa(1970, 1, 1);
         trova(!fattura_.data.isValid() || fattura_.data < primaAmmessa, {}, Luogo::Fattura, u"txtData"_s,
-              u"La data della fattura manca o è prima del 1970."_s);
+              core::tr("La data della fattura manca o è prima del 1970."));
         trova(!fattura_.numero.contains(QRegularExpression(u"[0-9]"_s)), u"00425"_s, Luogo::Fattura, u"txtNumero"_s,
-              u"Il numero della fattura deve avere almeno una cifra."_s);
+              core::tr("Il numero della fattura deve avere almeno una cifra."));
         trova(fattura_.numero.size() > 20, {}, Luogo::Opzioni, u"FATT_XML_SUFFISSO"_s,
-              u"Numero e suffisso della fattura superano 20 caratteri."_s);
+              core::tr("Numero e suffisso della fattura superano 20 caratteri."));
         trova(fattura_.righe.isEmpty(), {}, Luogo::Fattura, u"gridRigheFattura"_s,
-              u"La fattura non ha righe con un importo."_s);
+              core::tr("La fattura non ha righe con un importo."));
         if (fattura_.pagamento) {
             trova(!host::hasCode(host::paymentMethods(), fattura_.pagamento->modalita), {}, Luogo::TipoPagamento,
-                  u"txtModalita"_s, u"La modalità del tipo di pagamento non esiste."_s);
+                  u"txtModalita"_s, core::tr("La modalità del tipo di pagamento non esiste."));
             trova(!host::hasCode(host::paymentTerms(), fattura_.pagamento->condizioni), {}, Luogo::TipoPagamento,
-                  u"txtCondizioni"_s, u"Le condizioni del tipo di pagamento non esistono."_s);
+                  u"txtCondizioni"_s, core::tr("Le condizioni del tipo di pagamento non esistono."));
         }
     }
 
@@ -67,22 +68,24 @@ private:
         const Cedente &noi = fattura_.cedente;
         const Soggetto &cliente = fattura_.cessionario;
         trova(cliente.partitaIVA.isEmpty() && cliente.codiceFiscale.isEmpty(), u"00417"_s, Luogo::Cliente,
-              u"txtPartitaIVA"_s, u"Il cliente non ha né partita IVA né codice fiscale: ne serve almeno uno."_s);
+              u"txtPartitaIVA"_s, core::tr("Il cliente non ha né partita IVA né codice fiscale: ne serve almeno uno."));
         trova(cliente.partitaIVA.size() > 28, {}, Luogo::Cliente, u"txtPartitaIVA"_s,
-              u"La partita IVA del cliente è troppo lunga."_s);
+              core::tr("La partita IVA del cliente è troppo lunga."));
         trova(!core::matches(fattura_.codiceDestinatario, u"[A-Z0-9]{7}"_s), u"00427"_s, Luogo::Cliente,
-              u"txtCodiceDestinatario"_s, u"Il codice destinatario del cliente deve avere sette lettere o cifre."_s);
+              u"txtCodiceDestinatario"_s,
+              core::tr("Il codice destinatario del cliente deve avere sette lettere o cifre."));
         trova(fattura_.codiceDestinatario == u"XXXXXXX" && cliente.sede.nazione == u"IT", {}, Luogo::Cliente,
-              u"txtCodiceDestinatario"_s, u"Il codice destinatario XXXXXXX spetta soltanto ai clienti esteri."_s);
+              u"txtCodiceDestinatario"_s,
+              core::tr("Il codice destinatario XXXXXXX spetta soltanto ai clienti esteri."));
         // A firm's tax code is often its VAT number.
         const QStringList nostri = {noi.partitaIVA, noi.codiceFiscale};
         const bool stessaIVA =
             !cliente.partitaIVA.isEmpty() && cliente.paese == noi.paese && nostri.contains(cliente.partitaIVA);
         const bool stessoCodice = !cliente.codiceFiscale.isEmpty() && nostri.contains(cliente.codiceFiscale);
         trova(stessaIVA || stessoCodice, u"00471"_s, Luogo::Cliente, u"txtPartitaIVA"_s,
-              u"Il cliente è l'azienda stessa: una fattura a sé stessi non si può inviare."_s);
+              core::tr("Il cliente è l'azienda stessa: una fattura a sé stessi non si può inviare."));
         trova(noi.paese != u"IT" && cliente.paese != u"IT", u"00476"_s, Luogo::Azienda, u"txtPartitaIVA"_s,
-              u"Né l'azienda né il cliente hanno una partita IVA italiana."_s);
+              core::tr("Né l'azienda né il cliente hanno una partita IVA italiana."));
     }
 
     void controllaNatura(qint64 aliquota, const QString &natura, const QString &senza, const QString &conIVA,
@@ -90,44 +93,44 @@ private:
     {
         // A row without any rate was named before.
         trova(aliquota == 0 && natura.isEmpty(), senza, Luogo::AliquotaIVA, u"txtNatura"_s,
-              dove + u"un'aliquota a zero chiede la natura."_s, riga);
+              dove + core::tr("un'aliquota a zero chiede la natura."), riga);
         trova(aliquota != 0 && !natura.isEmpty(), conIVA, Luogo::AliquotaIVA, u"txtNatura"_s,
-              dove + u"la natura spetta soltanto alle aliquote a zero."_s, riga);
+              dove + core::tr("la natura spetta soltanto alle aliquote a zero."), riga);
         trova(!natura.isEmpty() && !host::hasCode(host::vatNatures(), natura), u"00445"_s, Luogo::AliquotaIVA,
-              u"txtNatura"_s, dove + u"la natura %1 non è più ammessa."_s.arg(natura), riga);
+              u"txtNatura"_s, dove + core::tr("la natura %1 non è più ammessa.").arg(natura), riga);
         // Below 1 it is a share: 0,22 for 22 %.
         constexpr qint64 uno = 100;
         constexpr qint64 massima = 10'000;
         trova(aliquota < 0 || (aliquota > 0 && aliquota < uno) || aliquota > massima, u"00424"_s, Luogo::AliquotaIVA,
-              u"txtAliquota"_s, dove + u"l'aliquota IVA non è una percentuale."_s, riga);
+              u"txtAliquota"_s, dove + core::tr("l'aliquota IVA non è una percentuale."), riga);
     }
 
     void controllaRiga(const Riga &riga)
     {
-        const QString dove = u"Riga %1: "_s.arg(riga.origine);
+        const QString dove = core::tr("Riga %1: ").arg(riga.origine);
         controllaNatura(riga.aliquota, riga.natura, u"00400"_s, u"00401"_s, dove, riga.origine);
         const std::optional<qint64> atteso = prodotto(riga.prezzo, riga.sconto, riga.quantita.value_or(100));
         trova(!atteso || qAbs(*atteso - riga.totale) > inParti(1), u"00423"_s, Luogo::Fattura, u"gridRigheFattura"_s,
-              dove + u"il totale non è prezzo per quantità meno sconto."_s, riga.origine);
+              dove + core::tr("il totale non è prezzo per quantità meno sconto."), riga.origine);
         const auto stessa = [&](bool anchePerNatura) {
             return std::any_of(fattura_.riepiloghi.begin(), fattura_.riepiloghi.end(), [&](const Riepilogo &uno) {
                 return uno.aliquota == riga.aliquota && (!anchePerNatura || uno.natura == riga.natura);
             });
         };
         trova(fattura_.riepiloghi.isEmpty(), u"00419"_s, Luogo::Fattura, u"gridRigheFattura"_s,
-              dove + u"manca il riepilogo delle aliquote."_s, riga.origine);
+              dove + core::tr("manca il riepilogo delle aliquote."), riga.origine);
         trova(!stessa(false), u"00443"_s, Luogo::Fattura, u"gridRigheFattura"_s,
-              dove + u"l'aliquota non è nel riepilogo."_s, riga.origine);
+              dove + core::tr("l'aliquota non è nel riepilogo."), riga.origine);
         trova(stessa(false) && !stessa(true), u"00444"_s, Luogo::Fattura, u"gridRigheFattura"_s,
-              dove + u"la natura non è nel riepilogo."_s, riga.origine);
+              dove + core::tr("la natura non è nel riepilogo."), riga.origine);
     }
 
     void controllaRiepilogo(const Riepilogo &riepilogo)
     {
-        const QString dove = u"Riepilogo %1 %: "_s.arg(scrittoCentesimi(riepilogo.aliquota));
+        const QString dove = core::tr("Riepilogo %1 %: ").arg(scrittoCentesimi(riepilogo.aliquota));
         controllaNatura(riepilogo.aliquota, riepilogo.natura, u"00429"_s, u"00430"_s, dove, 0);
         trova(qAbs(impostaDi(riepilogo.imponibile, riepilogo.aliquota) - riepilogo.imposta) > 1, u"00421"_s,
-              Luogo::Fattura, u"gridRigheFattura"_s, dove + u"l'imposta non è quella dell'imponibile."_s);
+              Luogo::Fattura, u"gridRigheFattura"_s, dove + core::tr("l'imposta non è quella dell'imponibile."));
         qint64 somma = riepilogo.arrotondamento;
         for (const Riga &riga : fattura_.righe) {
             if (riga.aliquota == riepilogo.aliquota && riga.natura == riepilogo.natura)
@@ -135,16 +138,16 @@ private:
         }
         constexpr qint64 unEuro = 100;
         trova(qAbs(somma - inParti(riepilogo.imponibile)) > inParti(unEuro), u"00422"_s, Luogo::Fattura,
-              u"gridRigheFattura"_s, dove + u"l'imponibile non è la somma delle righe."_s);
+              u"gridRigheFattura"_s, dove + core::tr("l'imponibile non è la somma delle righe."));
     }
 
     void totali()
     {
         constexpr qint64 tollerato = 5;
-        trova(
-            qAbs(fattura_.arrotondamento) > tollerato, {}, Luogo::Fattura, u"gridRigheFattura"_s,
-            u"Il totale della fattura (%1) differisce di %2 euro da quello delle sue righe: va salvata di nuovo."_s.arg(
-                scrittoCentesimi(fattura_.totale), scrittoCentesimi(fattura_.arrotondamento)));
+        trova(qAbs(fattura_.arrotondamento) > tollerato, {}, Luogo::Fattura, u"gridRigheFattura"_s,
+              core::tr(
+                  "Il totale della fattura (%1) differisce di %2 euro da quello delle sue righe: va salvata di nuovo.")
+                  .arg(scrittoCentesimi(fattura_.totale), scrittoCentesimi(fattura_.arrotondamento)));
     }
 
     const Fattura &fattura_;
@@ -192,12 +195,13 @@ QList<Riscontro> controllaFile(const QString &nome, bool usato, qsizetype byte)
     QList<Riscontro> riscontri;
     if (!core::matches(nome, u"IT[A-Z0-9]{11,16}_[A-Za-z0-9]{1,5}[.]xml"_s))
         riscontri.append(blocco(Luogo::Azienda, u"txtPartitaIVA"_s,
-                                u"Il nome \"%1\" non è quello di una fattura elettronica."_s.arg(nome), u"00001"_s));
+                                core::tr("Il nome \"%1\" non è quello di una fattura elettronica.").arg(nome),
+                                u"00001"_s));
     if (usato)
-        riscontri.append(
-            blocco(Luogo::Fattura, {}, u"Un file con il nome \"%1\" è già stato scritto."_s.arg(nome), u"00002"_s));
+        riscontri.append(blocco(Luogo::Fattura, {},
+                                core::tr("Un file con il nome \"%1\" è già stato scritto.").arg(nome), u"00002"_s));
     if (byte > massimo)
-        riscontri.append(blocco(Luogo::Fattura, u"gridRigheFattura"_s, u"Il file supera 5 MB."_s, u"00003"_s));
+        riscontri.append(blocco(Luogo::Fattura, u"gridRigheFattura"_s, core::tr("Il file supera 5 MB."), u"00003"_s));
     return riscontri;
 }
 

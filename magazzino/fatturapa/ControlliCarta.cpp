@@ -1,6 +1,7 @@
 #include "magazzino/fatturapa/ControlliCarta.h"
 
 #include "host/TaxCodes.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,9 +18,10 @@ struct Voce
 
 const QList<Voce> &vociIndirizzo()
 {
-    static const QList<Voce> voci = {{u"RAGIONESOCIALE"_s, u"txtRagioneSociale"_s, u"Manca la ragione sociale %1."_s},
-                                     {u"INDIRIZZO"_s, u"txtIndirizzo"_s, u"Manca l'indirizzo %1."_s},
-                                     {u"CITTA"_s, u"txtCitta"_s, u"Manca la città %1."_s}};
+    static const QList<Voce> voci = {
+        {u"RAGIONESOCIALE"_s, u"txtRagioneSociale"_s, core::tr("Manca la ragione sociale %1.")},
+        {u"INDIRIZZO"_s, u"txtIndirizzo"_s, core::tr("Manca l'indirizzo %1.")},
+        {u"CITTA"_s, u"txtCitta"_s, core::tr("Manca la città %1.")}};
     return voci;
 }
 
@@ -41,15 +43,15 @@ void controllaRighe(const QList<Record> &righe, QList<Riscontro> &riscontri)
             continue;
         merce = true;
         const auto trova = [&](const QString &testo) {
-            riscontri.append({{}, true, Luogo::Fattura, riga, {}, u"Riga %1: "_s.arg(riga) + testo});
+            riscontri.append({{}, true, Luogo::Fattura, riga, {}, core::tr("Riga %1: ").arg(riga) + testo});
         };
         if (righe[i].testo(u"DESCRIZIONE"_s).isEmpty())
-            trova(u"manca la descrizione."_s);
+            trova(core::tr("manca la descrizione."));
         if (righe[i].centesimi(u"QUANTITA"_s) <= 0)
-            trova(u"manca la quantità."_s);
+            trova(core::tr("manca la quantità."));
     }
     if (!merce)
-        riscontri.append(blocco(Luogo::Fattura, {}, u"Il documento non elenca merci."_s));
+        riscontri.append(blocco(Luogo::Fattura, {}, core::tr("Il documento non elenca merci.")));
 }
 
 } // namespace
@@ -57,17 +59,17 @@ void controllaRighe(const QList<Record> &righe, QList<Riscontro> &riscontri)
 QList<Riscontro> controllaCarta(const Dati &dati)
 {
     QList<Riscontro> riscontri;
-    controllaIndirizzo(dati.azienda, {}, Luogo::Azienda, u"dell'azienda"_s, riscontri);
+    controllaIndirizzo(dati.azienda, {}, Luogo::Azienda, core::tr("dell'azienda"), riscontri);
     if (!host::isVatNumber(dati.azienda.testo(u"PARTITAIVA"_s)))
         riscontri.append(
-            blocco(Luogo::Azienda, u"txtPartitaIVA"_s, u"La partita IVA dell'azienda manca o è sbagliata."_s));
+            blocco(Luogo::Azienda, u"txtPartitaIVA"_s, core::tr("La partita IVA dell'azienda manca o è sbagliata.")));
     constexpr int fornitore = 1;
     const bool aFornitore = dati.testata.intero(u"TIPO_ANAGRAFICA"_s) == fornitore;
-    const QString chi = aFornitore ? u"del fornitore"_s : u"del cliente"_s;
+    const QString chi = aFornitore ? core::tr("del fornitore") : core::tr("del cliente");
     controllaIndirizzo(dati.testata, u"CLI_"_s, Luogo::Cliente, chi, riscontri);
     if (dati.testata.testo(u"CLI_PARTITAIVA"_s).isEmpty() && dati.testata.testo(u"CLI_CODICEFISCALE"_s).isEmpty())
         riscontri.append(blocco(Luogo::Cliente, u"txtPartitaIVA"_s,
-                                u"Mancano partita IVA e codice fiscale %1: ne serve almeno uno."_s.arg(chi)));
+                                core::tr("Mancano partita IVA e codice fiscale %1: ne serve almeno uno.").arg(chi)));
     controllaRighe(dati.righe, riscontri);
     return riscontri;
 }

@@ -5,6 +5,7 @@
 #include "magazzino/fatturapa/Lettura.h"
 #include "magazzino/fatturapa/Scrittura.h"
 #include "platform/core/Clock.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/Latest.h"
 
@@ -73,7 +74,7 @@ Esito tenta(data::Connection &connection, int fattura, const QString &utente,
 {
     data::Transaction transaction(connection);
     if (!connection.finds(u"SELECT IDFATT_ACC FROM FATT_ACC WHERE IDFATT_ACC = ? WITH LOCK"_s, {fattura}))
-        throw core::Error(u"La fattura è stata eliminata nel frattempo."_s);
+        throw core::Error(core::tr("La fattura è stata eliminata nel frattempo."));
     const std::optional<FileRegistrato> ultimo = ultimoFile(connection, fattura);
     if (ultimo && !vaRifatto(*ultimo))
         return {
@@ -109,7 +110,7 @@ QByteArray contenutoDi(data::Connection &connection, int file)
     const data::Rows rows =
         connection.run(u"SELECT CONTENUTO FROM FATTURE_ELETTRONICHE WHERE IDFATTURA_ELETTRONICA = ?"_s, {file});
     if (rows.isEmpty())
-        throw core::Error(u"Il file della fattura non è nel registro."_s);
+        throw core::Error(core::tr("Il file della fattura non è nel registro."));
     return rows.at(0, u"CONTENUTO").toByteArray();
 }
 

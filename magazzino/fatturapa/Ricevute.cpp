@@ -3,6 +3,7 @@
 #include "magazzino/fatturapa/Registro.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 
 #include <QHash>
 #include <QXmlStreamReader>
@@ -57,9 +58,10 @@ public:
         while (!reader_.atEnd())
             prendi(reader_.readNext());
         if (reader_.hasError())
-            throw core::Error(u"Il file XML non è leggibile: è incompleto o danneggiato."_s, reader_.errorString());
+            throw core::Error(core::tr("Il file XML non è leggibile: è incompleto o danneggiato."),
+                              reader_.errorString());
         if (ricevuta.nomeFile.isEmpty())
-            throw core::Error(u"La ricevuta non dice di quale file parla."_s);
+            throw core::Error(core::tr("La ricevuta non dice di quale file parla."));
     }
 
     Ricevuta ricevuta;
@@ -70,7 +72,7 @@ private:
         switch (token) {
         case QXmlStreamReader::DTD:
             // Nobody sends one, and what it defines could fill the memory.
-            throw core::Error(u"Il file contiene una definizione di tipo (DTD): non è una ricevuta."_s);
+            throw core::Error(core::tr("Il file contiene una definizione di tipo (DTD): non è una ricevuta."));
         case QXmlStreamReader::StartElement:
             percorso_.append(reader_.name().toString());
             testo_.clear();
@@ -96,7 +98,7 @@ private:
     {
         ricevuta.tipo = tipi.value(percorso_.first()).codice;
         if (ricevuta.tipo.isEmpty())
-            throw core::Error(u"Il file non è una ricevuta del Sistema di Interscambio."_s);
+            throw core::Error(core::tr("Il file non è una ricevuta del Sistema di Interscambio."));
     }
 
     void prendiTesto(const QString &testo)

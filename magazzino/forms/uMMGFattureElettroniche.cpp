@@ -15,6 +15,7 @@
 #include "platform/core/Clock.h"
 #include "platform/core/Messages.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/MailProgram.h"
@@ -56,8 +57,8 @@ ui::SearchSpec spec(const std::function<void(data::Rows &)> &completa)
 {
     using Column = ui::ListColumn;
     return {
-        .caption = u"Fatture elettroniche"_s,
-        .menuCaption = u">Fatture elettroniche<"_s,
+        .caption = core::tr("Fatture elettroniche"),
+        .menuCaption = core::tr(">Fatture elettroniche<"),
         .list =
             {.selectText = interrogazione,
              .orderText = u" ORDER BY FATT_ACC.DATA DESC, FATT_ACC.NUMERO DESC"_s,
@@ -66,17 +67,18 @@ ui::SearchSpec spec(const std::function<void(data::Rows &)> &completa)
                          {u"Data"_s, u"DATA"_s, 80, Column::Width::Pixels, Column::Display::Date},
                          {u"Cliente"_s, u"CLI_RAGIONESOCIALE"_s, 0, Column::Width::Rest},
                          {u"Totale"_s, u"TOTALE_DOCUMENTO"_s, 110, Column::Width::Pixels, Column::Display::Currency},
-                         {u"Stato"_s, u"STATO"_s, 110},
-                         {u"Giorni"_s, u"GIORNI"_s, 55, Column::Width::Pixels, Column::Display::Integer, true},
-                         {u"File"_s, u"NOME"_s, 190},
-                         {u"Nota"_s, u"NOTA"_s, 170}},
+                         {core::tr("Stato"), u"STATO"_s, 110},
+                         {core::tr("Giorni"), u"GIORNI"_s, 55, Column::Width::Pixels, Column::Display::Integer, true},
+                         {core::tr("File"), u"NOME"_s, 190},
+                         {core::tr("Nota"), u"NOTA"_s, 170}},
              .filters = {ui::dateFilter(u"txtDal"_s, u"Dal"_s, u"FATT_ACC.DATA >= "_s, {}, inizioPeriodo),
-                         ui::dateFilter(u"txtAl"_s, u"Al"_s, u"FATT_ACC.DATA <= "_s, {}, [] { return core::today(); }),
+                         ui::dateFilter(u"txtAl"_s, core::tr("Al"), u"FATT_ACC.DATA <= "_s, {},
+                                        [] { return core::today(); }),
                          statoFilter(statoColonna),
                          ui::containing(u"txtRagioneSociale"_s, u"Cliente"_s, u"FATT_ACC.CLI_RAGIONESOCIALE"_s)},
              .complete = completa},
         .openingSize = {1120, 600},
-        .editHint = u"Apre la fattura selezionata."_s};
+        .editHint = core::tr("Apre la fattura selezionata.")};
 }
 
 } // namespace
@@ -114,30 +116,30 @@ TMMGFattureElettroniche::TMMGFattureElettroniche(QWidget *owner)
 void TMMGFattureElettroniche::dichiaraComandi()
 {
     const QList<ui::Command> comandi = {
-        {u"actControlla"_s, u"Controlla"_s, [this] { controlla(); }, ui::Icon::Check, QKeySequence(u"F7"_s),
-         u"Cerca nelle fatture scelte che cosa impedisce il file; senza una scelta, in tutte."_s},
-        {u"actScriviFile"_s, u"Scrivi file"_s, [this] { scriviFile(); }, ui::Icon::Save, QKeySequence(u"F8"_s),
-         u"Scrive i file delle fatture scelte in una cartella."_s},
-        {u"actStampa"_s, u"Anteprima"_s, [this] { anteprima(); }, ui::Icon::Print, QKeySequence(u"Ctrl+P"_s),
-         u"Mostra come pagina che cosa dice il file della fattura."_s},
+        {u"actControlla"_s, core::tr("Controlla"), [this] { controlla(); }, ui::Icon::Check, QKeySequence(u"F7"_s),
+         core::tr("Cerca nelle fatture scelte che cosa impedisce il file; senza una scelta, in tutte.")},
+        {u"actScriviFile"_s, core::tr("Scrivi file"), [this] { scriviFile(); }, ui::Icon::Save, QKeySequence(u"F8"_s),
+         core::tr("Scrive i file delle fatture scelte in una cartella.")},
+        {u"actStampa"_s, core::tr("Anteprima"), [this] { anteprima(); }, ui::Icon::Print, QKeySequence(u"Ctrl+P"_s),
+         core::tr("Mostra come pagina che cosa dice il file della fattura.")},
         {u"actLeggiRicevute"_s,
-         u"Leggi ricevute"_s,
+         core::tr("Leggi ricevute"),
          [this] { leggiCartella(); },
          ui::Icon::Import,
          {},
-         u"Legge le ricevute del Sistema di Interscambio da una cartella; si possono anche trascinare qui."_s},
+         core::tr("Legge le ricevute del Sistema di Interscambio da una cartella; si possono anche trascinare qui.")},
         {u"actInviaConLaPosta"_s,
-         u"Invia con la posta"_s,
+         core::tr("Invia con la posta"),
          [this] { inviaConLaPosta(); },
          ui::Icon::Send,
          {},
-         u"Prepara un messaggio di posta certificata con il file della fattura."_s},
+         core::tr("Prepara un messaggio di posta certificata con il file della fattura.")},
         {u"actSegnaInviata"_s,
-         u"Segna inviata"_s,
+         core::tr("Segna inviata"),
          [this] { segnaInviata(); },
          ui::Icon::Done,
          {},
-         u"Segna come inviate le fatture scelte, oppure come non inviate se lo erano già."_s}};
+         core::tr("Segna come inviate le fatture scelte, oppure come non inviate se lo erano già.")}};
     for (const ui::Command &comando : comandi)
         addCommand(comando);
 }
@@ -164,18 +166,18 @@ void TMMGFattureElettroniche::mostraRilievi()
 {
     const int fattura = selectedKey();
     if (fattura <= 0)
-        return pannello_->mostra(u"Nessuna fattura selezionata."_s, {}, {});
+        return pannello_->mostra(core::tr("Nessuna fattura selezionata."), {}, {});
     const auto file = fatturapa::ultimoFile(ModuleConnection(), fattura);
     const auto ricevute = file ? fatturapa::ricevuteDi(ModuleConnection(), file->id) : QList<fatturapa::Ricevuta>();
     const QString numero = grid().selectedValue(u"NUMERO"_s).toString();
-    QString titolo = u"Fattura n. %1: "_s.arg(numero);
+    QString titolo = core::tr("Fattura n. %1: ").arg(numero);
     const auto trovati = rilievi_.find(fattura);
     if (trovati != rilievi_.end())
-        titolo += trovati->isEmpty()     ? u"nessun rilievo."_s
-                  : trovati->size() == 1 ? u"1 rilievo."_s
-                                         : u"%1 rilievi."_s.arg(trovati->size());
+        titolo += trovati->isEmpty()     ? core::tr("nessun rilievo.")
+                  : trovati->size() == 1 ? core::tr("1 rilievo.")
+                                         : core::tr("%1 rilievi.").arg(trovati->size());
     else
-        titolo += file ? u"file %1, %2."_s.arg(file->nome, file->stato) : u"non ancora controllata."_s;
+        titolo += file ? core::tr("file %1, %2.").arg(file->nome, file->stato) : core::tr("non ancora controllata.");
     pannello_->mostra(titolo, trovati != rilievi_.end() ? *trovati : QList<fatturapa::Riscontro>(), ricevute);
 }
 
@@ -221,7 +223,7 @@ QList<int> TMMGFattureElettroniche::scelte()
 {
     const QList<int> chiavi = grid().selectedKeys();
     if (chiavi.isEmpty())
-        core::warn(this, u"Non è stata scelta una fattura!"_s);
+        core::warn(this, core::tr("Non è stata scelta una fattura!"));
     return chiavi;
 }
 
@@ -248,7 +250,7 @@ void TMMGFattureElettroniche::scriviFile()
     QList<int> chiavi = scelte();
     // The oldest first, so that names follow numbers.
     std::sort(chiavi.begin(), chiavi.end());
-    const QString cartella = chiavi.isEmpty() ? QString() : ui::chooseFolder(this, u"Cartella dei file"_s);
+    const QString cartella = chiavi.isEmpty() ? QString() : ui::chooseFolder(this, core::tr("Cartella dei file"));
     if (cartella.isEmpty())
         return;
     cartella_ = cartella;
@@ -273,8 +275,8 @@ void TMMGFattureElettroniche::anteprima()
     const fatturapa::Composizione bozza = fatturapa::esamina(fatturapa::leggi(fattura, {}));
     rilievi_.insert(fattura, bozza.riscontri);
     StampaFatturaElettronica(fatturapa::leggibile(fatturapa::scrivi(bozza.fattura)),
-                             u"Fattura elettronica %1"_s.arg(grid().selectedValue(u"NUMERO"_s).toString()),
-                             u"Il file non è ancora stato scritto."_s);
+                             core::tr("Fattura elettronica %1").arg(grid().selectedValue(u"NUMERO"_s).toString()),
+                             core::tr("Il file non è ancora stato scritto."));
     mostraRilievi();
 }
 
@@ -295,7 +297,7 @@ void TMMGFattureElettroniche::segnaInviata()
     }
     if (scritti.isEmpty() && inviati.isEmpty()) {
         if (!chiavi.isEmpty())
-            core::warn(this, u"Le fatture scelte non hanno un file da inviare!"_s);
+            core::warn(this, core::tr("Le fatture scelte non hanno un file da inviare!"));
         return;
     }
     const bool indietro = scritti.isEmpty();
@@ -312,11 +314,11 @@ void TMMGFattureElettroniche::inviaConLaPosta()
         return;
     const auto file = fatturapa::ultimoFile(ModuleConnection(), fattura);
     if (!file || (file->stato != stato::scritta && file->stato != stato::inviata)) {
-        core::warn(this, u"La fattura non ha un file da inviare!"_s);
+        core::warn(this, core::tr("La fattura non ha un file da inviare!"));
         return;
     }
     if (cartella_.isEmpty())
-        cartella_ = ui::chooseFolder(this, u"Cartella dei file"_s);
+        cartella_ = ui::chooseFolder(this, core::tr("Cartella dei file"));
     if (cartella_.isEmpty())
         return;
     QVariant indirizzo = u"sdi01@pec.fatturapa.it"_s;
@@ -333,7 +335,7 @@ void TMMGFattureElettroniche::leggiCartella()
 {
     if (!puoScrivere())
         return;
-    const QString cartella = ui::chooseFolder(this, u"Cartella delle ricevute"_s);
+    const QString cartella = ui::chooseFolder(this, core::tr("Cartella delle ricevute"));
     if (!cartella.isEmpty())
         leggi({cartella});
 }
@@ -344,7 +346,7 @@ void TMMGFattureElettroniche::leggi(const QStringList &percorsi)
         return;
     const QStringList file = ricevuteIn(percorsi);
     if (file.isEmpty()) {
-        core::inform(this, u"Nella cartella non ci sono ricevute."_s);
+        core::inform(this, core::tr("Nella cartella non ci sono ricevute."));
         return;
     }
     const QStringList testi = leggiRicevute(this, file);

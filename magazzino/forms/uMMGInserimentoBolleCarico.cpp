@@ -5,6 +5,7 @@
 #include "magazzino/ui/RecordChoice.h"
 #include "magazzino/ui/TransportFields.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -43,7 +44,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createSupplier()
     auto *layout = new QVBoxLayout(box);
     supplier_ = declare(new ui::RecordLabels(anagraficaLabels(u"lbl"_s, u"FOR_"_s), box));
     QAction *choose = addCommand({.name = u"actSelezionaFornitore"_s,
-                                  .caption = u"Seleziona fornitore..."_s,
+                                  .caption = core::tr("Seleziona fornitore..."),
                                   .run = [this] { selezionaFornitore(); },
                                   .icon = ui::Icon::Choose,
                                   .shortcut = QKeySequence(u"Ctrl+F"_s)});
@@ -64,7 +65,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransportType()
 {
     auto *box = ui::named(u"grpTipoTrasporto"_s, new QGroupBox(u" Tipo di trasporto "_s, generalPage()));
     QAction *choose = addCommand({.name = u"actSelezionaTipoTrasporto"_s,
-                                  .caption = u"Seleziona tipo di trasporto..."_s,
+                                  .caption = core::tr("Seleziona tipo di trasporto..."),
                                   .run = [this] { selezionaTipoTrasporto(); },
                                   .icon = ui::Icon::Choose});
     const auto run = [choose]() -> std::optional<ui::Choice> {
@@ -88,7 +89,7 @@ QGroupBox *TMMGInserimentoBolleCarico::createTransport()
                                        .sql = u"SELECT * FROM CAUSALI_TRASPORTO ORDER BY UPPER(CAUSALE_TRASPORTO)"_s},
                                       u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s, box));
     transportReason_->setRequired();
-    transportReason_->widget()->setToolTip(u"Perché la merce è arrivata: vendita, conto lavorazione, reso."_s);
+    transportReason_->widget()->setToolTip(core::tr("Perché la merce è arrivata: vendita, conto lavorazione, reso."));
     auto *appearance = declare(appearanceField(u"Aspetto esteriore dei beni"_s, box));
     auto *packages = declare(packagesField(box));
     auto *weight = declare(weightField(box));

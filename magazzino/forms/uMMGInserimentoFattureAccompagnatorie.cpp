@@ -9,6 +9,7 @@
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -34,8 +35,8 @@ QString statoFile(const std::optional<fatturapa::FileRegistrato> &file)
 {
     if (!file)
         return {};
-    return u"Fattura elettronica: %1, %2%3"_s.arg(
-        file->nome, file->stato, file->modificata ? u" – "_s + fatturapa::modificataDopoInvio : QString());
+    return core::tr("Fattura elettronica: %1, %2%3")
+        .arg(file->nome, file->stato, file->modificata ? u" – "_s + fatturapa::modificataDopoInvio : QString());
 }
 
 } // namespace
@@ -44,7 +45,7 @@ TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWi
     : TMMGInserimentoScarico(fatturaAccompagnatoria(), owner)
 {
     QAction *contacts = addCommand({.name = u"actVisualizzaContattiCliente"_s,
-                                    .caption = u"Visualizza contatti cliente"_s,
+                                    .caption = core::tr("Visualizza contatti cliente"),
                                     .run = [this] { visualizzaContattiCliente(); },
                                     .icon = ui::Icon::Open});
     QGroupBox *customer = createAddresseeBox();
@@ -64,8 +65,8 @@ TMMGInserimentoFattureAccompagnatorie::TMMGInserimentoFattureAccompagnatorie(QWi
         u"Non è stata indicata la causale del trasporto!"_s);
     askWithoutTaxData();
     askIf([this] { return storedKey() > 0 && fatturapa::ultimoFile(connection(), storedKey()); },
-          u"Il file elettronico di questa fattura è già stato scritto:\n\rle modifiche non vi compariranno. Salvarle "
-          "comunque?"_s);
+          core::tr("Il file elettronico di questa fattura è già stato scritto:\n\rle modifiche non vi compariranno. "
+                   "Salvarle comunque?"));
 
     file_ = ui::named(u"lblFatturaElettronica"_s, new QLabel(this));
     mainLayout()->insertWidget(mainLayout()->indexOf(pages()), file_);
@@ -132,7 +133,7 @@ void TMMGInserimentoFattureAccompagnatorie::recordSaved()
 
 QGroupBox *TMMGInserimentoFattureAccompagnatorie::createPayment()
 {
-    auto *box = ui::named(u"grpPagamento"_s, new QGroupBox(u"Pagamento"_s, generalPage()));
+    auto *box = ui::named(u"grpPagamento"_s, new QGroupBox(core::tr("Pagamento"), generalPage()));
     payment_ = declare(
         new ui::ChoiceField({.name = u"txtTipoPagamento"_s,
                              .buttonName = u"cmdSelezionaTipoPagamento"_s,
@@ -145,7 +146,7 @@ QGroupBox *TMMGInserimentoFattureAccompagnatorie::createPayment()
     payment_->setRequired();
     due_ = declare(new ui::DateField(
         {.name = u"txtScadenzaPagamento"_s, .label = u"Scadenza pagamento"_s, .column = u"SCADENZA_PAGAMENTO"_s}, box));
-    due_->widget()->setToolTip(u"Proposta dal tipo di pagamento e dalla data della fattura; si può cambiare."_s);
+    due_->widget()->setToolTip(core::tr("Proposta dal tipo di pagamento e dalla data della fattura; si può cambiare."));
     paid_ = declare(new ui::FlagField({u"chkPagato"_s, u"Pagato"_s, u"PAGATO"_s}, box));
     notified_ = declare(new ui::FlagField({u"chkNotificato"_s, u"Notificata"_s, u"NOTIFICATO"_s}, box));
     exempt_ = declare(new ui::FlagField({u"chkIVAEsente"_s, u"Fattura esente IVA"_s, u"IVA_ESENTE"_s}, box));
@@ -203,12 +204,12 @@ void TMMGInserimentoFattureAccompagnatorie::addOtherMenu()
     button->setPopupMode(QToolButton::InstantPopup);
     auto *menu = new QMenu(u"Altro"_s, button);
     menu->addAction(addCommand({.name = u"actInserisciNotaDocumento"_s,
-                                .caption = u"Inserisci nota documenti..."_s,
+                                .caption = core::tr("Inserisci nota documenti..."),
                                 .run = [this] { inserisciNotaDocumento(); },
                                 .icon = ui::Icon::Text}));
     menu->addAction(command(u"actVisualizzaContattiCliente"_s));
     menu->addAction(addCommand({.name = u"actFatturaElettronica"_s,
-                                .caption = u"Fattura elettronica..."_s,
+                                .caption = core::tr("Fattura elettronica..."),
                                 .run = [this] { fatturaElettronica(); },
                                 .icon = ui::Icon::Export}));
     button->setMenu(menu);
@@ -258,7 +259,7 @@ void TMMGInserimentoFattureAccompagnatorie::inserisciNotaDocumento()
 void TMMGInserimentoFattureAccompagnatorie::fatturaElettronica()
 {
     if (NewRecord() || Modified())
-        core::warn(this, u"La fattura va prima salvata!"_s);
+        core::warn(this, core::tr("La fattura va prima salvata!"));
     else
         mostraFatturaElettronica(IdRecord());
 }

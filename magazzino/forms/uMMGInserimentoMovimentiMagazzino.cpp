@@ -4,6 +4,7 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/RecordChoice.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Colours.h"
 #include "platform/ui/PageArea.h"
 
@@ -63,7 +64,7 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createArticle(QWidget *page)
     code_ = declare(new ui::TextField(
         {.name = u"txtCodice"_s, .label = u"Codice"_s, .column = u"CODICE"_s, .maxLength = 20, .readOnly = true}, box));
     QAction *choose = addCommand({.name = u"actSelezionaArticolo"_s,
-                                  .caption = u"Seleziona articolo..."_s,
+                                  .caption = core::tr("Seleziona articolo..."),
                                   .run = [this] { selezionaArticolo(); },
                                   .icon = ui::Icon::Choose,
                                   .shortcut = QKeySequence(u"Ctrl+F"_s)});
@@ -96,7 +97,7 @@ QWidget *TMMGInserimentoMovimentiMagazzino::createAmounts(QWidget *page)
 {
     constexpr double lowest = -99'999'999'999.99;
     const QString euro = GetCurrencyPrefix();
-    auto *box = new QGroupBox(u" Importi "_s, page);
+    auto *box = new QGroupBox(core::tr(" Importi "), page);
     price_ = declare(new ui::DecimalField(
         {.name = u"txtPrezzo"_s, .label = u"Prezzo"_s, .column = u"PREZZO"_s, .prefix = euro, .minimum = lowest}, box));
     cost_ = declare(new ui::DecimalField(
@@ -227,12 +228,14 @@ void TMMGInserimentoMovimentiMagazzino::showSign()
     const bool issue = kind_->text() == u"Scarico";
     const bool odd = issue ? quantity_->value() > 0 : quantity_->value() < 0;
     if (!odd)
-        hint_->setText(u"Uno scarico si indica con una quantità negativa. Il valore totale viene registrato come è "
-                       "mostrato."_s);
+        hint_->setText(core::tr(
+            "Uno scarico si indica con una quantità negativa. Il valore totale viene registrato come è mostrato."));
     else if (issue)
-        hint_->setText(u"Così lo scarico aumenta l'esistenza: uno scarico si indica con una quantità negativa."_s);
+        hint_->setText(
+            core::tr("Così lo scarico aumenta l'esistenza: uno scarico si indica con una quantità negativa."));
     else
-        hint_->setText(u"Così il carico diminuisce l'esistenza: un carico si indica con una quantità positiva."_s);
+        hint_->setText(
+            core::tr("Così il carico diminuisce l'esistenza: un carico si indica con una quantità positiva."));
     QPalette colours;
     if (odd) {
         colours.setColor(QPalette::Window, ui::warningGround);
@@ -244,8 +247,8 @@ void TMMGInserimentoMovimentiMagazzino::showSign()
 
 std::optional<ui::DraftTitle> TMMGInserimentoMovimentiMagazzino::draftTitle() const
 {
-    return ui::DraftTitle{.kind = u"Movimento di magazzino"_s,
-                          .record = storedKey() < 0 ? u"nuovo"_s : code_->text(),
+    return ui::DraftTitle{.kind = core::tr("Movimento di magazzino"),
+                          .record = storedKey() < 0 ? core::tr("nuovo") : code_->text(),
                           .date = date_->date(),
                           .counterpart = description_->text(),
                           .rights = {}};

@@ -1,6 +1,7 @@
 #include "magazzino/forms/uMMGRicercaFattureAccompagnatorie.h"
 
 #include "magazzino/ui/FattureElettroniche.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,7 +14,7 @@ ui::SearchSpec spec()
     own.list.columns += {{u"Totale"_s, u"TOTALE_DOCUMENTO"_s, 110, Column::Width::Pixels, Column::Display::Currency},
                          {u"Pagato"_s, u"PAGATO"_s, 60, Column::Width::Pixels, Column::Display::Flag}};
     // The invoices with at least one row whose description holds the text.
-    own.list.filters.insert(2, ui::textFilter(u"txtDescrizioneRiga"_s, u"Descrizione riga"_s,
+    own.list.filters.insert(2, ui::textFilter(u"txtDescrizioneRiga"_s, core::tr("Descrizione riga"),
                                               u"(FATT_ACC.IDFATT_ACC IN (SELECT FATT_ACC_DETT.IDFATT_ACC FROM "
                                               "FATT_ACC_DETT WHERE FATT_ACC_DETT.DESCRIZIONE CONTAINING "_s,
                                               u"))"_s));
@@ -26,9 +27,9 @@ TMMGRicercaFattureAccompagnatorie::TMMGRicercaFattureAccompagnatorie(QWidget *ow
     : TMMGRicercaDocumenti(fatturaAccompagnatoria(), spec(), owner)
 {
     addCommand({.name = u"actFattureElettroniche"_s,
-                .caption = u"Fattura elettronica"_s,
+                .caption = core::tr("Fattura elettronica"),
                 .run = [this] { mostraFatturaElettronica(selectedKey()); },
                 .icon = ui::Icon::Export,
-                .hint = u"Apre la finestra delle fatture elettroniche con la fattura selezionata."_s});
+                .hint = core::tr("Apre la finestra delle fatture elettroniche con la fattura selezionata.")});
     placeFurther({u"actFattureElettroniche"_s});
 }

@@ -10,6 +10,7 @@
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/report/Output.h"
 
 #include <QCryptographicHash>
@@ -40,10 +41,10 @@ QString freePath(const QDir &folder, const DocumentoStampato &stampato)
 QDir folderOf(const QString &archive, int year)
 {
     if (!QFileInfo(archive).isDir())
-        throw core::Error(u"la cartella \"%1\" non esiste"_s.arg(archive));
+        throw core::Error(core::tr("la cartella \"%1\" non esiste").arg(archive));
     const QString name = QString::number(year);
     if (!QDir(archive).mkpath(name))
-        throw core::Error(u"la cartella \"%1/%2\" non si può creare"_s.arg(archive, name));
+        throw core::Error(core::tr("la cartella \"%1/%2\" non si può creare").arg(archive, name));
     return QDir(archive + u'/' + name);
 }
 
@@ -105,5 +106,5 @@ void annotaStampa(const DocumentoStampato &stampato, const report::Document &pag
     registraStampa(kind, stampato.testata.id, stampa);
     Q_EMIT Modulo().stampato(kind.table, stampato.testata.id);
     if (!problem.isEmpty())
-        core::showError(GetMainFormObject(), u"Il documento non è stato archiviato:\n\r"_s + problem);
+        core::showError(GetMainFormObject(), core::tr("Il documento non è stato archiviato:\n\r") + problem);
 }

@@ -11,6 +11,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
 #include "platform/core/Progress.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DataSet.h"
 #include "platform/report/Report.h"
 
@@ -119,7 +120,7 @@ bool isExempt(const data::DataSet &invoice)
     const QString text = invoice.text(u"IVA_ESENTE"_s);
     const std::optional<bool> exempt = core::parseFlag(text);
     if (!exempt)
-        throw core::Error(u"\"%1\" non è un valore booleano valido."_s.arg(text));
+        throw core::Error(core::tr("\"%1\" non è un valore booleano valido.").arg(text));
     return *exempt;
 }
 

@@ -9,6 +9,7 @@
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
 #include "platform/core/Format.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DataSet.h"
 #include "platform/report/Output.h"
 
@@ -26,7 +27,7 @@ QDir attachments()
 {
     QDir folder(QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + u"/posta"_s);
     if (!folder.mkpath(u"."_s))
-        throw core::Error(u"La cartella \"%1\" non si può creare."_s.arg(folder.path()));
+        throw core::Error(core::tr("La cartella \"%1\" non si può creare.").arg(folder.path()));
     for (const QFileInfo &file : folder.entryInfoList(QDir::Files)) {
         if (file.lastModified().daysTo(core::now()) > keptDays)
             QFile::remove(file.filePath());
@@ -57,13 +58,13 @@ ui::Mail messaggioDi(const DocumentKind &kind, int id)
     const TMMGdmStampe &queries = *Modulo().dmStampe;
     const data::DataSet &document = queries.query(kind.dataSet());
     if (document.isEmpty())
-        throw core::Error(u"Il documento è stato eliminato nel frattempo."_s);
+        throw core::Error(core::tr("Il documento è stato eliminato nel frattempo."));
     const int number = document.integer(u"NUMERO"_s);
     const QDate date = document.date(u"DATA"_s);
     const QString file = folder.filePath(report::fileNameOf(NomePDF(kind.name, number, date)) + u".pdf"_s);
     QFile::remove(file);
     if (!QFile::rename(made, file))
-        throw core::Error(u"Il file \"%1\" non si può scrivere."_s.arg(file));
+        throw core::Error(core::tr("Il file \"%1\" non si può scrivere.").arg(file));
     const data::DataSet &company = queries.query(u"adsAzienda"_s);
     QString text = ValoreOpzione(host::mailOption(kind.table));
     text.replace(u"{documento}"_s, kind.name)

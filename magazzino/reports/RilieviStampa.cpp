@@ -6,6 +6,7 @@
 #include "magazzino/fatturapa/ControlliCarta.h"
 #include "magazzino/fatturapa/Lettura.h"
 #include "magazzino/reports/uMMGdmStampe.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DataSet.h"
 
@@ -32,13 +33,13 @@ QStringList numberRemarks(const NumeriVicini &near, int number)
     QStringList remarks;
     const int first = near.precedente + 1;
     if (first == number - 1)
-        remarks.append(u"Prima di questo documento manca il numero %1."_s.arg(first));
+        remarks.append(core::tr("Prima di questo documento manca il numero %1.").arg(first));
     else if (first < number)
-        remarks.append(u"Prima di questo documento mancano i numeri da %1 a %2."_s.arg(first).arg(number - 1));
+        remarks.append(core::tr("Prima di questo documento mancano i numeri da %1 a %2.").arg(first).arg(number - 1));
     if (near.datatoDopo > 0)
-        remarks.append(u"Il numero %1 viene prima di questo, ma ha una data successiva."_s.arg(near.datatoDopo));
+        remarks.append(core::tr("Il numero %1 viene prima di questo, ma ha una data successiva.").arg(near.datatoDopo));
     if (near.datatoPrima > 0)
-        remarks.append(u"Il numero %1 viene dopo questo, ma ha una data precedente."_s.arg(near.datatoPrima));
+        remarks.append(core::tr("Il numero %1 viene dopo questo, ma ha una data precedente.").arg(near.datatoPrima));
     return remarks;
 }
 

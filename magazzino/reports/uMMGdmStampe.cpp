@@ -2,6 +2,7 @@
 
 #include "magazzino/documents/DocumentKind.h"
 #include "platform/core/Error.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -95,7 +96,7 @@ data::DataSet &TMMGdmStampe::query(const QString &name) const
 {
     auto *found = findChild<data::DataSet *>(name, Qt::FindDirectChildrenOnly);
     if (!found)
-        throw core::Error(u"La query di stampa \"%1\" non esiste."_s.arg(name));
+        throw core::Error(core::tr("La query di stampa \"%1\" non esiste.").arg(name));
     return *found;
 }
 
@@ -105,7 +106,7 @@ data::DataSet &TMMGdmStampe::dataConnection(const QString &name) const
         if (spec.connectionName == name)
             return query(spec.name);
     }
-    throw core::Error(u"La connessione dati \"%1\" non esiste."_s.arg(name));
+    throw core::Error(core::tr("La connessione dati \"%1\" non esiste.").arg(name));
 }
 
 data::Rows TMMGdmStampe::rows(const QString &name) const

@@ -1,6 +1,7 @@
 #include "magazzino/schema/ModuleUses.h"
 
 #include "magazzino/documents/DocumentKind.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,7 +16,7 @@ QString withCode(const QString &column, const QString &table, const QString &key
 
 QList<data::RecordUse> inRows(const DocumentKind &kind)
 {
-    const QString rows = u"righe di "_s + kind.plural;
+    const QString rows = core::tr("righe di ") + kind.plural;
     return {
         {u"ANA_MAGA"_s, rows, kind.rowTable(),
          withCode(u"CODICE"_s, u"ANA_MAGA"_s, u"IDANA_MAGA"_s) + u" AND TIPO_RIGA = 'Articolo'"_s},
@@ -45,12 +46,12 @@ QList<data::RecordUse> moduleUses()
         if (kind->counterpart == u"CLI_")
             all.append({u"CLIENTI"_s, kind->plural, kind->table, ofCustomer(*kind)});
     }
-    const QString movements = u"movimenti di magazzino"_s;
+    const QString movements = core::tr("movimenti di magazzino");
     const QString ofPayment = u"IDTIPO_PAGAMENTO = :ID"_s;
     return all + QList<data::RecordUse>{
                      {u"ANA_MAGA"_s, movements, u"MOVI_MAGA"_s, withCode(u"CODICE"_s, u"ANA_MAGA"_s, u"IDANA_MAGA"_s)},
                      {u"CATEGORIE_ANA_MAGA"_s, movements, u"MOVI_MAGA"_s, u"IDCATEGORIA_ANA_MAGA = :ID"_s},
-                     {u"TIPI_PAGAMENTO"_s, u"fornitori"_s, u"FORNITORI"_s, ofPayment},
+                     {u"TIPI_PAGAMENTO"_s, core::tr("fornitori"), u"FORNITORI"_s, ofPayment},
                      {u"TIPI_PAGAMENTO"_s, fatturaAccompagnatoria().plural, u"FATT_ACC"_s, ofPayment},
                  };
 }

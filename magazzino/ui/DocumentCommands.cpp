@@ -8,6 +8,7 @@
 #include "magazzino/reports/PostaDocumenti.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -74,11 +75,11 @@ QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
              .icon = ui::Icon::Pdf,
              .shortcut = QKeySequence(u"Ctrl+Shift+P"_s)},
             {.name = u"actInviaPosta"_s,
-             .caption = u"Invia per posta"_s,
+             .caption = core::tr("Invia per posta"),
              .run = send,
              .icon = ui::Icon::Send,
              .shortcut = {},
-             .hint = u"Prepara un messaggio di posta con il PDF del documento"_s}};
+             .hint = core::tr("Prepara un messaggio di posta con il PDF del documento")}};
 }
 
 bool mayEdit(const DocumentKind &kind)

@@ -3,6 +3,7 @@
 #include "platform/core/Decimal.h"
 #include "platform/core/Format.h"
 #include "platform/core/NumberReader.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Colours.h"
 #include "platform/ui/ListExport.h"
 
@@ -202,11 +203,11 @@ CellRefusal DocumentRowsModel::tryNumber(DocumentRow &row, const RowColumn &colu
 {
     const std::optional<core::WrittenNumber> typed = core::readNumber(text);
     if (!typed)
-        return {u"\"%1\" non è un numero valido."_s.arg(text), true};
+        return {core::tr("\"%1\" non è un numero valido.").arg(text), true};
     if (typed->places > 2)
-        return {u"\"%1\" ha più di due decimali."_s.arg(text), true};
+        return {core::tr("\"%1\" ha più di due decimali.").arg(text), true};
     if (typed->value > largestNumber && column.maximum == largestNumber)
-        return {u"Il numero è troppo grande."_s};
+        return {core::tr("Il numero è troppo grande.")};
     if (typed->value < 0 || (typed->value == 0 && !column.zeroAllowed) || typed->value > column.maximum)
         return {column.refusal};
     DocumentRow changed = row;
@@ -214,7 +215,7 @@ CellRefusal DocumentRowsModel::tryNumber(DocumentRow &row, const RowColumn &colu
     // Before the discount, so that the order of typing does not matter.
     const double amount = (changed.*unitPrice_).value_or(0) * changed.quantita.value_or(0);
     if (!core::fitsDecimal(amount, 2))
-        return {u"L'importo della riga è troppo grande."_s};
+        return {core::tr("L'importo della riga è troppo grande.")};
     row = changed;
     return {};
 }

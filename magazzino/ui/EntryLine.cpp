@@ -2,6 +2,7 @@
 
 #include "platform/core/Barcode.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Bell.h"
 #include "platform/ui/Controls.h"
 
@@ -81,8 +82,9 @@ void DocumentEntryLine::hideList()
 void DocumentEntryLine::createInputs()
 {
     code_ = ui::named(u"txtRigaCodice"_s, new ui::LineEdit(this));
-    code_->setToolTip(u"Codice, parte del codice o parole della descrizione; 12*CODICE indica anche la quantità."_s +
-                      (hasServices_ ? u" / cerca tra i servizi."_s : u""_s) + u" F4 apre l'elenco degli articoli."_s);
+    code_->setToolTip(
+        core::tr("Codice, parte del codice o parole della descrizione; 12*CODICE indica anche la quantità.") +
+        (hasServices_ ? core::tr(" / cerca tra i servizi.") : u""_s) + core::tr(" F4 apre l'elenco degli articoli."));
     code_->installEventFilter(this);
     connect(code_, &QLineEdit::textEdited, this, [this] { core::guarded(this, [this] { codeEdited(); }); });
     description_ = createLabel(u"lblRigaDescrizione"_s, &DocumentRow::descrizione);
@@ -150,7 +152,7 @@ void DocumentEntryLine::clear()
     hideList();
     timing_.forget();
     forgetRow();
-    showHint(u"Codice o parole della descrizione, poi Invio"_s);
+    showHint(core::tr("Codice o parole della descrizione, poi Invio"));
 }
 
 void DocumentEntryLine::start()

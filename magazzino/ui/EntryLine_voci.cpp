@@ -2,6 +2,7 @@
 #include "magazzino/ui/EntryLine.h"
 #include "platform/core/Format.h"
 #include "platform/core/NumberReader.h"
+#include "platform/core/Translation.h"
 
 #include <QRegularExpression>
 
@@ -105,7 +106,7 @@ void DocumentEntryLine::showOffers()
     QList<EntryOffer> offers = offersFor(typed);
     const bool asText = offers.isEmpty() && hasServices_ && !typed.text.isEmpty();
     if (asText)
-        offers.append({tipoRiga::testo, -1, {}, u"Riga di testo: %1"_s.arg(code_->text().trimmed()), {}, {}});
+        offers.append({tipoRiga::testo, -1, {}, core::tr("Riga di testo: %1").arg(code_->text().trimmed()), {}, {}});
     list().offer(offers, *code_, asText);
     if (!offers.isEmpty() && typed.tipo == tipoRiga::articolo)
         onHandLater_.start();
@@ -139,7 +140,7 @@ void DocumentEntryLine::takeTyped(bool scanned, bool addAtOnce)
         return;
     }
     hideList();
-    showRefusal(u"Non trovato: %1"_s.arg(text.trimmed()));
+    showRefusal(core::tr("Non trovato: %1").arg(text.trimmed()));
     start();
     timing_.forget();
 }

@@ -2,6 +2,7 @@
 
 #include "magazzino/documents/DocumentRow.h"
 #include "platform/core/Format.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,7 +18,7 @@ EntryList::EntryList(const QString &amountHeader, QWidget *parent)
                  {u"Descrizione"_s},
                  {u"U.M."_s, 50},
                  {amountHeader, 100, true},
-                 {u"Giacenza"_s, 90, true}},
+                 {core::tr("Giacenza"), 90, true}},
                 listWidth, parent)
 {
     setObjectName(u"gridRigaElenco"_s);

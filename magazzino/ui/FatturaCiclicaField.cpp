@@ -2,6 +2,7 @@
 
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/Controls.h"
 
@@ -103,11 +104,11 @@ void FatturaCiclicaField::createControls()
     grid->addWidget(unit_, 0, 2);
     grid->addWidget(onThe15th, 1, 1, 1, 2);
     grid->addWidget(exact, 2, 1, 1, 2);
-    label(u"Data inizio"_s, start_, 3);
+    label(core::tr("Data inizio"), start_, 3);
     grid->addWidget(start_, 3, 1);
-    label(u"Data fine"_s, end_, 4);
+    label(core::tr("Data fine"), end_, 4);
     grid->addWidget(end_, 4, 1);
-    label(u"Prossima fattura"_s, next_, 5);
+    label(core::tr("Prossima fattura"), next_, 5);
     grid->addWidget(next_, 5, 1, 1, 2);
     grid->setColumnStretch(3, 1);
 }
@@ -122,7 +123,7 @@ void FatturaCiclicaField::AggiornaStatoControlliFattureCicliche()
 {
     controls_->setEnabled(enabled_->isChecked());
     const QDate next = nextDate();
-    next_->setText(next.isValid() ? core::formatDate(next) : u"nessuna"_s);
+    next_->setText(next.isValid() ? core::formatDate(next) : core::tr("nessuna"));
 }
 
 void FatturaCiclicaField::disable()

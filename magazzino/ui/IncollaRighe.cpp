@@ -2,6 +2,7 @@
 
 #include "magazzino/documents/Catalogo.h"
 #include "platform/core/Lists.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
 #include "platform/ui/ResultGrid.h"
@@ -50,7 +51,7 @@ private:
         const RowCommandCaptions &rows = kind_.captions.rows;
         if (read.tipo == tipoRiga::testo || read.tipo == tipoRiga::nonImponibile) {
             if ((read.tipo == tipoRiga::testo ? rows.testo : rows.nonImponibile).isEmpty()) {
-                refusal = u"Questo documento non ha righe di questo tipo."_s;
+                refusal = core::tr("Questo documento non ha righe di questo tipo.");
                 return {};
             }
             if (read.tipo == tipoRiga::testo)
@@ -64,7 +65,7 @@ private:
         }
         std::optional<DocumentRow> row = rowOfCode(read, pieces);
         if (!row)
-            refusal = u"Codice non trovato."_s;
+            refusal = core::tr("Codice non trovato.");
         else if (!read.descrizione.isEmpty())
             row->descrizione = read.descrizione;
         return row;
@@ -122,7 +123,7 @@ data::Rows rowsOf(const QList<RigaIncollata> &pasted, const DocumentKind &kind)
         const DocumentRow shown = row.riga.value_or(DocumentRow());
         rows.append({rows.size() + 1, row.letta.linea, row.letta.codice,
                      row.riga ? shown.descrizione : row.letta.descrizione, number(shown.quantita),
-                     number(shown.*kind.unitPrice), row.riga ? u"Trovata"_s : row.esito});
+                     number(shown.*kind.unitPrice), row.riga ? core::tr("Trovata") : row.esito});
     }
     return {{{u"ID"_s}, {u"RIGA"_s}, {u"CODICE"_s}, {u"DESCRIZIONE"_s}, {u"QUANTITA"_s}, {u"PREZZO"_s}, {u"ESITO"_s}},
             std::move(rows)};
@@ -133,20 +134,21 @@ QList<ui::ListColumn> columnsOf(const DocumentKind &kind)
     using Width = ui::ListColumn::Width;
     using Display = ui::ListColumn::Display;
     const bool atCost = kind.unitPrice == &DocumentRow::costo;
-    return {{u"Riga"_s, u"RIGA"_s, 50, Width::Pixels, Display::Integer},
+    return {{core::tr("Riga"), u"RIGA"_s, 50, Width::Pixels, Display::Integer},
             {u"Codice"_s, u"CODICE"_s, 130},
             {u"Descrizione"_s, u"DESCRIZIONE"_s, 0, Width::Rest},
             {u"Q.tà"_s, u"QUANTITA"_s, 80, Width::Pixels, Display::Quantity},
             {atCost ? u"Costo"_s : u"Prezzo"_s, u"PREZZO"_s, 90, Width::Pixels, Display::Currency},
-            {u"Esito"_s, u"ESITO"_s, 250}};
+            {core::tr("Esito"), u"ESITO"_s, 250}};
 }
 
 QString summary(qsizetype found, qsizetype missing)
 {
-    const QString first = found == 1 ? u"1 riga trovata"_s : u"%1 righe trovate"_s.arg(found);
+    const QString first = found == 1 ? core::tr("1 riga trovata") : core::tr("%1 righe trovate").arg(found);
     if (missing == 0)
         return first + u'.';
-    return first + (missing == 1 ? u", 1 no: non sarà aggiunta."_s : u", %1 no: non saranno aggiunte."_s.arg(missing));
+    return first + (missing == 1 ? core::tr(", 1 no: non sarà aggiunta.")
+                                 : core::tr(", %1 no: non saranno aggiunte.").arg(missing));
 }
 
 } // namespace
@@ -161,7 +163,7 @@ bool confermaRighe(const QList<RigaIncollata> &righe, const DocumentKind &kind, 
 {
     const qsizetype found =
         std::count_if(righe.begin(), righe.end(), [](const RigaIncollata &row) { return row.riga.has_value(); });
-    ui::FormDialog dialog(u"Incolla righe"_s, owner);
+    ui::FormDialog dialog(core::tr("Incolla righe"), owner);
     dialog.setObjectName(u"MMGIncollaRighe"_s);
     dialog.addText(summary(found, righe.size() - found));
     auto *grid = new ui::ResultGrid(u"ID"_s, columnsOf(kind), &dialog);
@@ -170,7 +172,7 @@ bool confermaRighe(const QList<RigaIncollata> &righe, const DocumentKind &kind, 
     constexpr QSize least(860, 260);
     grid->setMinimumSize(least);
     dialog.addRow({}, grid);
-    dialog.okButton()->setText(found == 1 ? u"Aggiungi 1 riga"_s : u"Aggiungi %1 righe"_s.arg(found));
+    dialog.okButton()->setText(found == 1 ? core::tr("Aggiungi 1 riga") : core::tr("Aggiungi %1 righe").arg(found));
     dialog.okButton()->setEnabled(found > 0);
     return ui::runModal(dialog) == QDialog::Accepted;
 }

@@ -9,6 +9,7 @@
 #include "platform/core/Log.h"
 #include "platform/core/Progress.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/ProgressDialog.h"
@@ -31,7 +32,7 @@ void lavora(QWidget *owner, const QString &titolo, qsizetype quanti, const Passo
     const auto tutti = [&](data::Connection &connection, core::Progress &progress) {
         progress.setTotal(static_cast<int>(quanti));
         for (qsizetype posto = 0; posto < quanti; ++posto) {
-            progress.setText(u"%1 di %2"_s.arg(posto + 1).arg(quanti));
+            progress.setText(core::tr("%1 di %2").arg(posto + 1).arg(quanti));
             progress.step(static_cast<int>(posto));
             passo(connection, posto);
         }
@@ -62,8 +63,9 @@ void scriviUno(data::Connection &connection, int fattura, const QString &utente,
     try {
         core::saveFile(cartella.filePath(esito.nome), esito.contenuto);
     } catch (const core::Error &error) {
-        throw core::Error(u"Il file %1 è nel registro, ma non nella cartella:\n\r%2\n\r\"Scrivi file\" lo mette "
-                          "dove si vuole, con lo stesso nome."_s.arg(esito.nome, error.text()),
+        throw core::Error(core::tr("Il file %1 è nel registro, ma non nella cartella:\n\r%2\n\r\"Scrivi file\" lo "
+                                   "mette dove si vuole, con lo stesso nome.")
+                              .arg(esito.nome, error.text()),
                           error.context());
     }
     ++(esito.nuovo ? scritti.nuovi : scritti.giaScritti);
@@ -88,16 +90,16 @@ void leggiUna(data::Connection &connection, const QString &percorso, const QStri
     try {
         QFile file(percorso);
         if (!file.open(QIODevice::ReadOnly))
-            throw core::Error(u"Il file non si può leggere."_s, file.errorString());
+            throw core::Error(core::tr("Il file non si può leggere."), file.errorString());
         if (file.size() > massimo)
-            throw core::Error(u"Il file è troppo grande per una ricevuta."_s);
+            throw core::Error(core::tr("Il file è troppo grande per una ricevuta."));
         const auto letta = fatturapa::registraRicevuta(connection, file.readAll(), nome, utente);
         if (letta.esito == Esito::Registrata)
             ++lettura.lette;
         else if (letta.esito == Esito::GiaLetta)
             lettura.ripetute.append(nome);
         else
-            lettura.sconosciute.append(u"%1 (per il file %2)"_s.arg(nome, letta.ricevuta.nomeFile));
+            lettura.sconosciute.append(core::tr("%1 (per il file %2)").arg(nome, letta.ricevuta.nomeFile));
     } catch (const std::exception &error) {
         core::logError(u"lettura di una ricevuta"_s, error);
         lettura.illeggibili.append(u"%1: %2"_s.arg(nome, core::errorText(error)));
@@ -112,7 +114,7 @@ void racconta(const QString &titolo, const QStringList &nomi, QStringList &testi
     testi.append(titolo);
     testi += nomi.mid(0, massimo);
     if (nomi.size() > massimo)
-        testi.append(u"… e altri %1."_s.arg(nomi.size() - massimo));
+        testi.append(core::tr("… e altri %1.").arg(nomi.size() - massimo));
 }
 
 QString quante(int numero, const QString &una, const QString &molte)
@@ -125,10 +127,11 @@ QString quante(int numero, const QString &una, const QString &molte)
 RiscontriFatture controllaFatture(QWidget *owner, const QList<int> &fatture)
 {
     RiscontriFatture trovati;
-    lavora(owner, u"Controllo delle fatture"_s, fatture.size(), [&](data::Connection &connection, qsizetype posto) {
-        const int fattura = fatture[posto];
-        trovati.insert(fattura, fatturapa::esamina(fatturapa::leggi(connection, fattura, {})).riscontri);
-    });
+    lavora(owner, core::tr("Controllo delle fatture"), fatture.size(),
+           [&](data::Connection &connection, qsizetype posto) {
+               const int fattura = fatture[posto];
+               trovati.insert(fattura, fatturapa::esamina(fatturapa::leggi(connection, fattura, {})).riscontri);
+           });
     return trovati;
 }
 
@@ -136,7 +139,7 @@ FileScritti scriviFile(QWidget *owner, const QList<int> &fatture, const QString 
 {
     FileScritti scritti;
     try {
-        lavora(owner, u"Scrittura dei file"_s, fatture.size(),
+        lavora(owner, core::tr("Scrittura dei file"), fatture.size(),
                [&, utente = GetKxCurrentUserName()](data::Connection &connection, qsizetype posto) {
                    scriviUno(connection, fatture[posto], utente, QDir(cartella), scritti);
                });
@@ -149,19 +152,20 @@ FileScritti scriviFile(QWidget *owner, const QList<int> &fatture, const QString 
 
 QString testoDi(const FileScritti &scritti)
 {
-    QStringList testi = {quante(scritti.nuovi, u"file scritto."_s, u"file scritti."_s)};
+    QStringList testi = {quante(scritti.nuovi, core::tr("file scritto."), core::tr("file scritti."))};
     if (scritti.giaScritti > 0)
-        testi.append(quante(scritti.giaScritti, u"file c'era già: è nella cartella com'era."_s,
-                            u"file c'erano già: sono nella cartella com'erano."_s));
+        testi.append(quante(scritti.giaScritti, core::tr("file c'era già: è nella cartella com'era."),
+                            core::tr("file c'erano già: sono nella cartella com'erano.")));
     if (scritti.modificateDopoInvio > 0)
-        testi.append(u"Il file di %1 non contiene le modifiche fatte dopo l'invio: serve una nota di variazione."_s.arg(
-            quante(scritti.modificateDopoInvio, u"fattura"_s, u"fatture"_s)));
+        testi.append(
+            core::tr("Il file di %1 non contiene le modifiche fatte dopo l'invio: serve una nota di variazione.")
+                .arg(quante(scritti.modificateDopoInvio, core::tr("fattura"), core::tr("fatture"))));
     const auto senzaFile = static_cast<int>(
         std::count_if(scritti.riscontri.begin(), scritti.riscontri.end(),
                       [](const QList<fatturapa::Riscontro> &uno) { return !fatturapa::ammette(uno); }));
     if (senzaFile > 0)
-        testi.append(quante(senzaFile, u"fattura ha rilievi"_s, u"fatture hanno rilievi"_s) +
-                     u" che impediscono il file: sono elencati sotto."_s);
+        testi.append(quante(senzaFile, core::tr("fattura ha rilievi"), core::tr("fatture hanno rilievi")) +
+                     core::tr(" che impediscono il file: sono elencati sotto."));
     return testi.join(u"\n\r"_s);
 }
 
@@ -185,13 +189,14 @@ QStringList ricevuteIn(const QStringList &percorsi)
 QStringList leggiRicevute(QWidget *owner, const QStringList &file)
 {
     Lettura lettura;
-    lavora(owner, u"Lettura delle ricevute"_s, file.size(),
+    lavora(owner, core::tr("Lettura delle ricevute"), file.size(),
            [&, utente = GetKxCurrentUserName()](data::Connection &connection, qsizetype posto) {
                leggiUna(connection, file[posto], utente, lettura);
            });
-    QStringList testi = {lettura.lette == 1 ? u"1 ricevuta letta."_s : u"%1 ricevute lette."_s.arg(lettura.lette)};
-    racconta(u"Già lette prima:"_s, lettura.ripetute, testi);
-    racconta(u"Di file che non sono nel registro:"_s, lettura.sconosciute, testi);
-    racconta(u"Non sono ricevute:"_s, lettura.illeggibili, testi);
+    QStringList testi = {lettura.lette == 1 ? core::tr("1 ricevuta letta.")
+                                            : core::tr("%1 ricevute lette.").arg(lettura.lette)};
+    racconta(core::tr("Già lette prima:"), lettura.ripetute, testi);
+    racconta(core::tr("Di file che non sono nel registro:"), lettura.sconosciute, testi);
+    racconta(core::tr("Non sono ricevute:"), lettura.illeggibili, testi);
     return testi;
 }

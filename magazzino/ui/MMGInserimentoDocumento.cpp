@@ -8,6 +8,7 @@
 #include "magazzino/ui/StockLine.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Format.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/Caption.h"
 #include "platform/ui/Look.h"
@@ -27,7 +28,7 @@ ui::EntryFormSpec formOf(const DocumentKind &kind, ui::EntryFormSpec form)
 {
     form.caption = kind.entryCaption();
     form.menuCaption = kind.entryMenu();
-    form.subject = u"Il documento"_s;
+    form.subject = core::tr("Il documento");
     return form;
 }
 
@@ -57,8 +58,8 @@ void TMMGInserimentoDocumento::createHeading()
         {.name = u"txtNumero"_s, .label = u"N."_s, .column = u"NUMERO"_s, .minimum = 1, .initial = 1}, this));
     date_ = declare(new ui::DateField(
         {.name = u"txtData"_s, .label = u"Data"_s, .column = u"DATA"_s, .yearColumn = u"ANNO"_s}, this));
-    number_->widget()->setToolTip(u"Il numero del documento nel suo anno: proposto, si può cambiare."_s);
-    date_->widget()->setToolTip(u"La data del documento e dei suoi movimenti di magazzino."_s);
+    number_->widget()->setToolTip(core::tr("Il numero del documento nel suo anno: proposto, si può cambiare."));
+    date_->widget()->setToolTip(core::tr("La data del documento e dei suoi movimenti di magazzino."));
     auto *heading = new QGridLayout;
     place(heading, number_, 0, 0);
     place(heading, date_, 0, 1);
@@ -78,8 +79,8 @@ QString TMMGInserimentoDocumento::recordName() const
 
 QLabel *TMMGInserimentoDocumento::createReadOnlyHint()
 {
-    readOnly_ = ui::named(u"lblSolaLettura"_s, new QLabel(u"Sola lettura"_s, this));
-    readOnly_->setToolTip(u"Per salvare serve il diritto \"%1\"."_s.arg(kind_.editRight));
+    readOnly_ = ui::named(u"lblSolaLettura"_s, new QLabel(core::tr("Sola lettura"), this));
+    readOnly_->setToolTip(core::tr("Per salvare serve il diritto \"%1\".").arg(kind_.editRight));
     QFont bold = readOnly_->font();
     bold.setBold(true);
     readOnly_->setFont(bold);
@@ -113,7 +114,7 @@ void TMMGInserimentoDocumento::finishLayout()
     mainLayout()->addWidget(createTotals());
     setFocusProxy(required_.first().first);
     addCommand({.name = u"actDuplica"_s,
-                .caption = u"Duplica"_s,
+                .caption = core::tr("Duplica"),
                 .run = [this] { duplica(); },
                 .icon = ui::Icon::Duplicate,
                 .shortcut = QKeySequence(u"Ctrl+Shift+D"_s)});

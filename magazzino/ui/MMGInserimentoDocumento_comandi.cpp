@@ -7,6 +7,7 @@
 #include "magazzino/ui/RecordChoice.h"
 #include "magazzino/ui/StockLine.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/UserSettings.h"
 
@@ -26,7 +27,7 @@ void TMMGInserimentoDocumento::createEntryLine(QWidget *page)
         {rigaDi, chooseArticle, [this](const DocumentRow &row, bool scanned) { return addEntered(row, scanned); }},
         page);
     addCommand({.name = u"actScriviRiga"_s,
-                .caption = u"Scrivi una riga"_s,
+                .caption = core::tr("Scrivi una riga"),
                 .run = [this] { startEntry(); },
                 .icon = ui::Icon::Add,
                 .shortcut = QKeySequence(u"Ctrl+I"_s)});
@@ -37,10 +38,9 @@ QWidget *TMMGInserimentoDocumento::createReaderSwitch(QWidget *page)
     const QString kind = u"interruttori"_s;
     const QString name = u"lettore"_s;
     const QString isOn = u"acceso"_s;
-    auto *reader = ui::named(u"chkLettore"_s, new QCheckBox(u"Lettore"_s, page));
-    reader->setToolTip(
-        u"Ciò che si scrive nel codice della riga nuova vale come letto da un lettore: Invio lo aggiunge "
-        "subito"_s);
+    auto *reader = ui::named(u"chkLettore"_s, new QCheckBox(core::tr("Lettore"), page));
+    reader->setToolTip(core::tr(
+        "Ciò che si scrive nel codice della riga nuova vale come letto da un lettore: Invio lo aggiunge subito"));
     // The place in the line stays, and Tab goes where it went.
     reader->setFocusPolicy(Qt::NoFocus);
     reader->setChecked(ui::remembered(kind, name).value(isOn).toBool());
@@ -50,7 +50,7 @@ QWidget *TMMGInserimentoDocumento::createReaderSwitch(QWidget *page)
         core::guarded(this, [&] { ui::remember(kind, name, {{isOn, on}}); });
     });
     addCommand({.name = u"actLettore"_s,
-                .caption = u"Lettore"_s,
+                .caption = core::tr("Lettore"),
                 .run = [reader] { reader->toggle(); },
                 .icon = ui::Icon::Check,
                 .shortcut = QKeySequence(u"Ctrl+Shift+L"_s)});

@@ -7,6 +7,7 @@
 #include "platform/core/Clock.h"
 #include "platform/core/CsvWriter.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/ListExport.h"
 
@@ -43,7 +44,7 @@ void takeCurrentPrices(QList<DocumentRow> &rows)
 void TMMGInserimentoDocumento::duplica()
 {
     if (storedKey() < 0) {
-        core::warn(this, u"Il documento va prima salvato!"_s);
+        core::warn(this, core::tr("Il documento va prima salvato!"));
         return;
     }
     if (!finishEditing() || !mayStartNew())
@@ -51,12 +52,12 @@ void TMMGInserimentoDocumento::duplica()
     const QList<DocumentRow> rows = grid_->rowsModel().rows();
     core::Answer current = core::Answer::No;
     if (std::any_of(rows.begin(), rows.end(), hasPrices))
-        current =
-            core::showMessage({u"Duplica"_s,
-                               u"Riprendere i prezzi attuali degli articoli?\n\rNo lascia quelli del documento."_s,
-                               core::MessageIcon::Question,
-                               {core::Answer::Yes, core::Answer::No, core::Answer::Cancel},
-                               this});
+        current = core::showMessage(
+            {core::tr("Duplica"),
+             core::tr("Riprendere i prezzi attuali degli articoli?\n\rNo lascia quelli del documento."),
+             core::MessageIcon::Question,
+             {core::Answer::Yes, core::Answer::No, core::Answer::Cancel},
+             this});
     if (current != core::Answer::Cancel && startCopy())
         fillCopy(current == core::Answer::Yes);
 }
@@ -82,7 +83,7 @@ void TMMGInserimentoDocumento::fillCopy(bool currentPrices)
 void TMMGInserimentoDocumento::createCopyCommands()
 {
     grid_->listExport().setCopy([this] { copiaRighe(); });
-    auto *paste = ui::named(u"actIncollaRighe"_s, new QAction(u"Incolla righe"_s, grid_));
+    auto *paste = ui::named(u"actIncollaRighe"_s, new QAction(core::tr("Incolla righe"), grid_));
     paste->setShortcut(QKeySequence::Paste);
     // Not in the editor of a cell, which takes a text.
     paste->setShortcutContext(Qt::WidgetShortcut);
@@ -123,7 +124,8 @@ void TMMGInserimentoDocumento::incollaRighe()
     const QList<RigaLetta> read =
         isOurs ? righeDaAppunti(copied->data(tipoAppuntiRighe)) : righeDaTesto(copied ? copied->text() : QString());
     if (read.isEmpty()) {
-        core::warn(this, u"Negli appunti non ci sono righe.\n\rDa un foglio di calcolo: codice, quantità, prezzo."_s);
+        core::warn(this,
+                   core::tr("Negli appunti non ci sono righe.\n\rDa un foglio di calcolo: codice, quantità, prezzo."));
         return;
     }
     const QList<RigaIncollata> pasted = trovaRighe(read, kind_, grid_->rowsModel());

@@ -4,6 +4,7 @@
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/EntryLine.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DataSet.h"
 
 #include <QTimer>
@@ -70,7 +71,7 @@ void TMMGInserimentoDocumento::restoreDetails(const QVariant &state)
 std::optional<ui::DraftTitle> TMMGInserimentoDocumento::draftTitle() const
 {
     return ui::DraftTitle{.kind = kind_.name,
-                          .record = (storedKey() < 0 ? u"nuovo, n. %1"_s : u"n. %1"_s).arg(numero()),
+                          .record = (storedKey() < 0 ? core::tr("nuovo, n. %1") : u"n. %1"_s).arg(numero()),
                           .date = documentDate(),
                           .counterpart = counterpartName(),
                           .rights = {kind_.viewRight, kind_.editRight}};

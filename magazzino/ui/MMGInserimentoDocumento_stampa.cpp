@@ -4,6 +4,7 @@
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,7 +24,8 @@ bool TMMGInserimentoDocumento::savedForPrinting()
         return false;
     if (!NewRecord() && !Modified())
         return true;
-    return core::confirm(this, u"Per stampare il documento è necessario salvarlo.\n\rSalvarlo ora?"_s) && SalvaRecord();
+    return core::confirm(this, core::tr("Per stampare il documento è necessario salvarlo.\n\rSalvarlo ora?")) &&
+           SalvaRecord();
 }
 
 // Beside the number: is what was given away still what is stored?
@@ -42,9 +44,9 @@ void TMMGInserimentoDocumento::showPrinted(const QString &stored)
         return;
     }
     const bool changed = stored != printed_->impronta;
-    printedLabel_->setText(u"Stampato il %1 alle %2%3"_s.arg(core::formatDate(printed_->il.date()),
-                                                             printed_->il.toString(u"HH:mm"_s),
-                                                             changed ? u", modificato dopo"_s : QString()));
+    printedLabel_->setText(core::tr("Stampato il %1 alle %2%3")
+                               .arg(core::formatDate(printed_->il.date()), printed_->il.toString(u"HH:mm"_s),
+                                    changed ? core::tr(", modificato dopo") : QString()));
     QFont font = printedLabel_->font();
     font.setBold(changed);
     printedLabel_->setFont(font);

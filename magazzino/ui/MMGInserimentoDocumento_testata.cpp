@@ -5,6 +5,7 @@
 #include "magazzino/reports/ArchivioStampe.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "magazzino/ui/StockLine.h"
+#include "platform/core/Translation.h"
 #include "platform/data/DataSet.h"
 #include "platform/ui/Bell.h"
 #include "platform/ui/SearchForm.h"
@@ -28,13 +29,13 @@ ui::PickInput *TMMGInserimentoDocumento::createPick(const QString &name, const u
                                                     const std::function<void()> &choose, QWidget *box)
 {
     const bool withTaxCodes = source.columns.size() > 3;
-    return new ui::PickInput(
-        {.name = name,
-         .hint = withTaxCodes ? u"Nome, codice o partita IVA, anche in parte."_s : u"Nome o codice, anche in parte."_s,
-         .source = source,
-         .take = [take](const ui::PickOffer &offer) { take(offer.key); },
-         .choose = choose},
-        box);
+    return new ui::PickInput({.name = name,
+                              .hint = withTaxCodes ? core::tr("Nome, codice o partita IVA, anche in parte.")
+                                                   : core::tr("Nome o codice, anche in parte."),
+                              .source = source,
+                              .take = [take](const ui::PickOffer &offer) { take(offer.key); },
+                              .choose = choose},
+                             box);
 }
 
 void TMMGInserimentoDocumento::followUp(ui::PickInput *input) const
@@ -69,12 +70,12 @@ void TMMGInserimentoDocumento::goOn()
 void TMMGInserimentoDocumento::createBeside()
 {
     addCommand({.name = u"actDocumentoSopra"_s,
-                .caption = u"Documento sopra nell'elenco"_s,
+                .caption = core::tr("Documento sopra nell'elenco"),
                 .run = [this] { goBeside(-1); },
                 .icon = ui::Icon::Up,
                 .shortcut = QKeySequence(u"Ctrl+PgUp"_s)});
     addCommand({.name = u"actDocumentoSotto"_s,
-                .caption = u"Documento sotto nell'elenco"_s,
+                .caption = core::tr("Documento sotto nell'elenco"),
                 .run = [this] { goBeside(1); },
                 .icon = ui::Icon::Down,
                 .shortcut = QKeySequence(u"Ctrl+PgDown"_s)});
@@ -102,7 +103,7 @@ void TMMGInserimentoDocumento::goBeside(int step)
 QWidget *TMMGInserimentoDocumento::createLastTime()
 {
     QAction *take = addCommand({.name = u"actComeUltimaVolta"_s,
-                                .caption = u"Come l'ultima volta"_s,
+                                .caption = core::tr("Come l'ultima volta"),
                                 .run = [this] { takeLastTime(); },
                                 .icon = ui::Icon::LastTime,
                                 .shortcut = QKeySequence(Qt::Key_F8)});
@@ -134,7 +135,7 @@ void TMMGInserimentoDocumento::offerLastTime()
     }
     QAction *take = command(u"actComeUltimaVolta"_s);
     take->setEnabled(!texts.isEmpty());
-    take->setToolTip(u"Riprende dall'ultimo documento: %1 (F8)"_s.arg(texts.join(u" · "_s)));
+    take->setToolTip(core::tr("Riprende dall'ultimo documento: %1 (F8)").arg(texts.join(u" · "_s)));
 }
 
 void TMMGInserimentoDocumento::takeLastTime()

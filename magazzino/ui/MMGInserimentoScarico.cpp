@@ -3,6 +3,7 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "magazzino/ui/TransportFields.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/Look.h"
 
 #include <QHBoxLayout>
@@ -139,7 +140,8 @@ QGroupBox *TMMGInserimentoScarico::createDestination()
     auto *postcode = declare(destinationField(u"txtDestCap"_s, u"CAP"_s, u"DEST_CAP"_s, 5, true, box));
     auto *province = declare(destinationField(u"txtDestProvincia"_s, u"Prov."_s, u"DEST_PROVINCIA"_s, 2, true, box));
     auto *country = declare(destinationField(u"txtDestNazione"_s, u"Nazione"_s, u"DEST_NAZIONE"_s, 30, false, box));
-    name->widget()->setToolTip(u"Dove va la merce, se non all'indirizzo del destinatario della fattura o del D.d.T."_s);
+    name->widget()->setToolTip(
+        core::tr("Dove va la merce, se non all'indirizzo del destinatario della fattura o del D.d.T."));
     auto *grid = new QGridLayout(box);
     place(grid, name, 0, 0, 3);
     place(grid, address, 1, 0, 3);
@@ -157,11 +159,11 @@ QGroupBox *TMMGInserimentoScarico::createCarrier()
     auto *box = ui::named(u"grpVettore"_s, new QGroupBox(u"Vettore"_s, generalPage()));
     carrier_ = declare(new ui::RecordLabels(anagraficaLabels(u"lblVett"_s, u"VETT_"_s, false), box));
     QAction *choose = addCommand({.name = u"actSelezionaVettore"_s,
-                                  .caption = u"Seleziona vettore..."_s,
+                                  .caption = core::tr("Seleziona vettore..."),
                                   .run = [this] { selezionaVettore(); },
                                   .icon = ui::Icon::Choose});
     QAction *clear = addCommand({.name = u"actAnnullaSelezioneVettore"_s,
-                                 .caption = u"Annulla selezione"_s,
+                                 .caption = core::tr("Annulla selezione"),
                                  .run =
                                      [this] {
                                          carrier_->clear();
@@ -199,7 +201,7 @@ QGroupBox *TMMGInserimentoScarico::createTransport()
          .source = textSource(u"CAUSALI_TRASPORTO"_s, u"IDCAUSALE_TRASPORTO"_s, u"CAUSALE_TRASPORTO"_s)},
         box));
     transportReason_->setRequired();
-    transportReason_->widget()->setToolTip(u"Perché la merce viaggia: vendita, conto lavorazione, reso."_s);
+    transportReason_->widget()->setToolTip(core::tr("Perché la merce viaggia: vendita, conto lavorazione, reso."));
     auto *packages = declare(packagesField(box));
     auto *weight = declare(weightField(box));
     weightUnit_ = declare(new ui::ChoiceField({.name = u"txtPesoUM"_s,

@@ -2,6 +2,7 @@
 
 #include "host/users/Users.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -35,7 +36,7 @@ TMMGRicercaDocumenti::TMMGRicercaDocumenti(const DocumentKind &kind, const ui::S
     for (const ui::Command &command : print)
         addCommand(command);
     addCommand({.name = u"actDuplica"_s,
-                .caption = u"Duplica"_s,
+                .caption = core::tr("Duplica"),
                 .run = [this] { duplicate(); },
                 .icon = ui::Icon::Duplicate,
                 .shortcut = QKeySequence(u"Ctrl+Shift+D"_s)});

@@ -4,6 +4,7 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 #include "platform/ui/RegisterParts.h"
 
 #include <QLineEdit>
@@ -35,8 +36,8 @@ ui::RegisterSpec inModule(ui::RegisterSpec spec, const QString &newOne, const QS
 {
     spec.owner = u"MMG"_s;
     spec.entryMenu = u">Inserimento %1<"_s.arg(spec.lowerCaption());
-    spec.newHint = u"Crea %1."_s.arg(newOne);
-    spec.editHint = u"Modifica %1."_s.arg(selectedOne);
+    spec.newHint = core::tr("Crea %1.").arg(newOne);
+    spec.editHint = core::tr("Modifica %1.").arg(selectedOne);
     spec.closeHint = u"Chiude la maschera."_s;
     // The statements' texts are fixed, values included: no blank before LIKE and two behind it.
     spec.habits = {.closing = ui::ClosingQuestion::ContinueAnyway,
@@ -103,7 +104,7 @@ ui::RegisterSpec makeSuppliers()
         DeleteFornitore, refusal);
     spec.orderText = u" ORDER BY UPPER(RAGIONESOCIALE)"_s;
     spec.firstRows = u"WHERE UPPER(RAGIONESOCIALE) LIKE 'A%'"_s;
-    return inModule(spec, u"un nuovo fornitore"_s, u"il fornitore selezionato"_s);
+    return inModule(spec, core::tr("un nuovo fornitore"), core::tr("il fornitore selezionato"));
 }
 
 ui::RegisterSpec makeCarriers()
@@ -131,7 +132,7 @@ ui::RegisterSpec makeCarriers()
     spec.deleteFromEntry = spec.deleteFromList = unlessRelated([](int id, QWidget &) { return CanDeleteVettore(id); },
                                                                [](int id) { return DeleteVettore(id, true); }, related);
     spec.orderText = u" ORDER BY UPPER(CODICE)"_s;
-    return inModule(spec, u"un nuovo vettore"_s, u"il vettore selezionato"_s);
+    return inModule(spec, core::tr("un nuovo vettore"), core::tr("il vettore selezionato"));
 }
 
 /// A table of one text; `name` is that of its control, `label` also the list's header.
@@ -160,7 +161,7 @@ ui::RegisterSpec makeTransportTypes()
     spec.deleteFromEntry =
         unlessRelated(may, remove, u"Non è possibile eliminare questa tipologia,\n\resistono dei dati correlati!"_s);
     spec.deleteFromList = unlessRelated(may, remove, related);
-    return inModule(spec, u"un nuovo tipo di trasporto"_s, u"il tipo di trasporto selezionato"_s);
+    return inModule(spec, core::tr("un nuovo tipo di trasporto"), core::tr("il tipo di trasporto selezionato"));
 }
 
 // No check before a save, unlike the transport types, and a limit above the column's 20 characters; both are intended.
@@ -180,7 +181,7 @@ ui::RegisterSpec makeTransportReasons()
     // Required as it stands.
     spec.deleteFromList = unlessRelated(
         may, [](int id) { return DeleteTipoTrasporto(id, true); }, related);
-    return inModule(spec, u"una nuova causale di trasporto"_s, u"la causale di trasporto selezionata"_s);
+    return inModule(spec, core::tr("una nuova causale di trasporto"), core::tr("la causale di trasporto selezionata"));
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "magazzino/documents/Giornata.h"
 #include "magazzino/reports/uMMGModStampaSottoscortaRiordino.h"
 #include "platform/core/Format.h"
+#include "platform/core/Translation.h"
 #include "platform/data/TextSearch.h"
 
 using namespace Qt::StringLiterals;
@@ -25,7 +26,8 @@ host::SearchPart partOf(const DocumentiTrovati &found)
 {
     host::SearchPart part{.next = found.seguito};
     for (const DocumentoElencato &one : found.documenti)
-        part.hits.append({one.head.id, u"n. %1 del %2"_s.arg(one.head.numero).arg(core::formatDate(one.head.data)),
+        part.hits.append({one.head.id,
+                          core::tr("n. %1 del %2").arg(one.head.numero).arg(core::formatDate(one.head.data)),
                           one.intestatario.simplified()});
     return part;
 }
@@ -44,7 +46,7 @@ host::SearchSource documentsOf(const DocumentKind &kind)
 
 host::SearchSource rowsIn(const DocumentKind &kind)
 {
-    return {u"Righe di "_s + kind.plural, kind.entryAction(), kind.viewRight,
+    return {core::tr("Righe di ") + kind.plural, kind.entryAction(), kind.viewRight,
             [&kind](const QString &text, const QVariant &from) {
                 return partOf(CercaRighe(kind, text, from, host::searchHits));
             },
@@ -95,16 +97,17 @@ int articoliSottoscorta()
 host::StartOffer offertaIniziale()
 {
     host::StartOffer offer;
-    offer.commands = {{bollaCarico().entryAction(), u"Nuova bolla di carico"_s, u"Merce in arrivo"_s, {}},
-                      {ddtScarico().entryAction(), u"Nuovo D.d.T. di scarico"_s, u"Merce in uscita"_s, {}},
-                      {fatturaAccompagnatoria().entryAction(), u"Nuova fattura accompagnatoria"_s,
-                       u"Merce in uscita con la sua fattura"_s, fatturaAccompagnatoria().editRight}};
+    offer.commands = {
+        {bollaCarico().entryAction(), core::tr("Nuova bolla di carico"), core::tr("Merce in arrivo"), {}},
+        {ddtScarico().entryAction(), core::tr("Nuovo D.d.T. di scarico"), core::tr("Merce in uscita"), {}},
+        {fatturaAccompagnatoria().entryAction(), core::tr("Nuova fattura accompagnatoria"),
+         core::tr("Merce in uscita con la sua fattura"), fatturaAccompagnatoria().editRight}};
     for (const DocumentKind *kind : documentKinds())
         offer.recent.append(recentOf(*kind));
     offer.figures = {{u"cmdSottoscorta"_s, u"Articoli in sottoscorta"_s, u"actStampaSottoscortaRiordino"_s,
                       articoliSottoscorta, PochiMovimenti}};
-    offer.steps = {
-        {u"Prima bolla di carico"_s, bollaCarico().entryAction(), [] { return EsistonoDocumenti(bollaCarico()); }}};
+    offer.steps = {{core::tr("Prima bolla di carico"), bollaCarico().entryAction(),
+                    [] { return EsistonoDocumenti(bollaCarico()); }}};
     offer.searches = searches();
     return offer;
 }

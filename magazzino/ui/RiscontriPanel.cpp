@@ -1,5 +1,6 @@
 #include "magazzino/ui/RiscontriPanel.h"
 
+#include "platform/core/Translation.h"
 #include "platform/ui/Controls.h"
 
 #include <QHBoxLayout>
@@ -13,10 +14,10 @@ constexpr int righeVisibili = 6;
 
 const QList<ui::ListColumn> &colonne()
 {
-    static const QList<ui::ListColumn> tutte = {{u"Effetto"_s, u"EFFETTO"_s, 130},
+    static const QList<ui::ListColumn> tutte = {{core::tr("Effetto"), u"EFFETTO"_s, 130},
                                                 {u"Codice"_s, u"CODICE"_s, 60},
-                                                {u"Riga"_s, u"RIGA"_s, 45},
-                                                {u"Che cosa"_s, u"TESTO"_s, 0, ui::ListColumn::Width::Rest}};
+                                                {core::tr("Riga"), u"RIGA"_s, 45},
+                                                {core::tr("Che cosa"), u"TESTO"_s, 0, ui::ListColumn::Width::Rest}};
     return tutte;
 }
 
@@ -25,11 +26,11 @@ QList<QVariantList> righeDi(const QList<fatturapa::Riscontro> &riscontri, const 
     QList<QVariantList> righe;
     for (const fatturapa::Ricevuta &ricevuta : ricevute) {
         for (const fatturapa::ErroreRicevuta &errore : ricevuta.errori)
-            righe.append({0, u"Ricevuta "_s + ricevuta.tipo, errore.codice, QVariant(), errore.descrizione});
+            righe.append({0, core::tr("Ricevuta ") + ricevuta.tipo, errore.codice, QVariant(), errore.descrizione});
     }
     for (qsizetype i = 0; i < riscontri.size(); ++i) {
         const fatturapa::Riscontro &uno = riscontri[i];
-        righe.append({i + 1, uno.blocca ? u"Impedisce il file"_s : u"Avviso"_s, uno.codice,
+        righe.append({i + 1, uno.blocca ? core::tr("Impedisce il file") : core::tr("Avviso"), uno.codice,
                       uno.riga > 0 ? QVariant(uno.riga) : QVariant(), uno.testo});
     }
     return righe;
@@ -41,9 +42,9 @@ RiscontriPanel::RiscontriPanel(QWidget *parent)
     : QWidget(parent)
     , titolo_(ui::named(u"lblRilievi"_s, new ui::ElidedLabel(this)))
     , elenco_(ui::named(u"gridRilievi"_s, new ui::ResultGrid(u"POSTO"_s, colonne(), this)))
-    , apri_(ui::named(u"cmdApriRilievo"_s, new QPushButton(ui::icon(ui::Icon::Open), u"Apri"_s, this)))
+    , apri_(ui::named(u"cmdApriRilievo"_s, new QPushButton(ui::icon(ui::Icon::Open), core::tr("Apri"), this)))
 {
-    apri_->setToolTip(u"Apre la maschera in cui si corregge, sul campo giusto."_s);
+    apri_->setToolTip(core::tr("Apre la maschera in cui si corregge, sul campo giusto."));
     apri_->setAutoDefault(false);
     auto *layout = ui::withoutMargins<QVBoxLayout>(this);
     auto *riga = new QHBoxLayout;

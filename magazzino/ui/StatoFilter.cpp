@@ -1,6 +1,7 @@
 #include "magazzino/ui/StatoFilter.h"
 
 #include "magazzino/fatturapa/Registro.h"
+#include "platform/core/Translation.h"
 #include "platform/data/SqlText.h"
 #include "platform/ui/Controls.h"
 
@@ -12,14 +13,14 @@ class StatoFilter : public ui::Filter
 {
 public:
     StatoFilter(QString colonna, QWidget *parent)
-        : Filter(u"Stato"_s, parent)
+        : Filter(core::tr("Stato"), parent)
         , colonna_(std::move(colonna))
         , elenco_(new ui::ComboBox(parent))
     {
         namespace stato = fatturapa::stato;
         elenco_->setObjectName(u"txtStato"_s);
         // Invoices with findings are still to be done: what was found is not stored.
-        elenco_->addItems({u"tutti"_s, stato::daFare, stato::scritta, stato::inviata, stato::nonConsegnata,
+        elenco_->addItems({core::tr("tutti"), stato::daFare, stato::scritta, stato::inviata, stato::nonConsegnata,
                            stato::consegnata, stato::scartata});
     }
 

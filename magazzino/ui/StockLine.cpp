@@ -4,6 +4,7 @@
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
 
 #include <QVBoxLayout>
 
@@ -107,13 +108,13 @@ void DocumentStockLine::judge()
         const double left = std::min(found->oggi, found->allaData) - now;
         if (left >= 0)
             continue;
-        warnings.insert(i, u"La giacenza va sotto zero: %1 dopo questa riga"_s.arg(core::formatNumber(left)));
+        warnings.insert(i, core::tr("La giacenza va sotto zero: %1 dopo questa riga").arg(core::formatNumber(left)));
         links.append(u"<a href=\"%1\">%2</a>"_s.arg(i).arg(i + 1));
     }
     grid_.rowsModel().setWarnings(warnings);
     grid_.viewport()->update();
-    const QString text = links.size() == 1 ? u"1 riga porta la giacenza sotto zero: %1"_s
-                                           : u"%1 righe portano la giacenza sotto zero: %2"_s.arg(links.size());
+    const QString text = links.size() == 1 ? core::tr("1 riga porta la giacenza sotto zero: %1")
+                                           : core::tr("%1 righe portano la giacenza sotto zero: %2").arg(links.size());
     warning_->setText(text.arg(links.join(u", "_s)));
     warning_->setHidden(links.isEmpty());
 }
@@ -133,19 +134,19 @@ QString DocumentStockLine::textOf(const QString &codice) const
 {
     const Scorta &scorta = *scorte_.constFind(codice);
     const double change = inDocument(codice);
-    QStringList parts = {codice, u"giacenza %1"_s.arg(core::formatNumber(scorta.oggi)),
-                         u"questo documento %1"_s.arg(core::formatNumber(change)),
-                         u"resta %1"_s.arg(core::formatNumber(scorta.oggi + change))};
+    QStringList parts = {codice, core::tr("giacenza %1").arg(core::formatNumber(scorta.oggi)),
+                         core::tr("questo documento %1").arg(core::formatNumber(change)),
+                         core::tr("resta %1").arg(core::formatNumber(scorta.oggi + change))};
     if (of_.head.data != core::today())
         parts.last() +=
-            u" (al %1: %2)"_s.arg(core::formatDate(of_.head.data), core::formatNumber(scorta.allaData + change));
-    parts.append(u"costo medio %1"_s.arg(core::formatCurrency(scorta.costoMedio)));
+            core::tr(" (al %1: %2)").arg(core::formatDate(of_.head.data), core::formatNumber(scorta.allaData + change));
+    parts.append(core::tr("costo medio %1").arg(core::formatCurrency(scorta.costoMedio)));
     if (scorta.dataAcquisto.isValid())
-        parts.append(u"ultimo acquisto %1 il %2"_s.arg(core::formatCurrency(scorta.costoAcquisto),
-                                                       core::formatDate(scorta.dataAcquisto)));
+        parts.append(core::tr("ultimo acquisto %1 il %2")
+                         .arg(core::formatCurrency(scorta.costoAcquisto), core::formatDate(scorta.dataAcquisto)));
     if (scorta.dataVendita.isValid())
-        parts.append(u"a questo cliente %1 il %2"_s.arg(core::formatCurrency(scorta.prezzoVendita),
-                                                        core::formatDate(scorta.dataVendita)));
+        parts.append(core::tr("a questo cliente %1 il %2")
+                         .arg(core::formatCurrency(scorta.prezzoVendita), core::formatDate(scorta.dataVendita)));
     return parts.join(u" · "_s);
 }
 

@@ -1,6 +1,7 @@
 #include "magazzino/ui/TransportFields.h"
 
 #include "magazzino/ui/RecordChoice.h"
+#include "platform/core/Translation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +17,7 @@ ui::ChoiceField *transportTypeField(const std::function<std::optional<ui::Choice
                              .source = textSource(u"TIPI_TRASPORTO"_s, u"IDTIPO_TRASPORTO"_s, u"TIPO_TRASPORTO"_s)},
                             box);
     field->setRequired();
-    field->widget()->setToolTip(u"Chi trasporta la merce: mittente, destinatario o vettore."_s);
+    field->widget()->setToolTip(core::tr("Chi trasporta la merce: mittente, destinatario o vettore."));
     return field;
 }
 
@@ -24,14 +25,14 @@ ui::TextField *appearanceField(const QString &label, QWidget *box)
 {
     auto *field = new ui::TextField(
         {.name = u"txtAspettoBeni"_s, .label = label, .column = u"ASPETTO_BENI"_s, .maxLength = 20}, box);
-    field->widget()->setToolTip(u"Come si presenta la merce: scatole, pallet, sfusa."_s);
+    field->widget()->setToolTip(core::tr("Come si presenta la merce: scatole, pallet, sfusa."));
     return field;
 }
 
 ui::IntegerField *packagesField(QWidget *box)
 {
     auto *field = new ui::IntegerField({.name = u"txtColli"_s, .label = u"Colli"_s, .column = u"COLLI"_s}, box);
-    field->widget()->setToolTip(u"Quanti pacchi, scatole o pallet si consegnano."_s);
+    field->widget()->setToolTip(core::tr("Quanti pacchi, scatole o pallet si consegnano."));
     return field;
 }
 
