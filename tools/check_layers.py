@@ -1,11 +1,14 @@
 #!/usr/bin/env python3
-"""Fails when a file includes what its layer may not see, or calls what belongs to one layer alone.
+"""Fails when a file includes what its layer may not see, calls what belongs to one layer alone, or has texts that no
+translation reaches (check_texts.py).
 
 usage: check_layers.py [folder]   (default: the checkout this script lies in)
 """
 import re
 import sys
 from pathlib import Path
+
+from check_texts import too_early, untranslated
 
 # What a module may know of the host: the package interface, the suite's routines, users and rights, what it adds to
 # import and demonstration data; its forms the shared categories and the fields of firms besides.
@@ -149,7 +152,7 @@ def breaches(root):
 
 def main():
     root = Path(sys.argv[1] if len(sys.argv) > 1 else Path(__file__).resolve().parent.parent)
-    found = list(breaches(root))
+    found = [*breaches(root), *untranslated(root), *too_early(root)]
     print("\n".join(found), end="\n" if found else "")
     return 1 if found else 0
 
