@@ -4,14 +4,53 @@
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/core/Clock.h"
+#include "platform/core/Error.h"
+#include "platform/data/SqlText.h"
+#include "platform/ui/CommandRegistry.h"
 #include "platform/ui/SearchForm.h"
+
+#include <QLineEdit>
 
 using namespace Qt::StringLiterals;
 
 namespace bench {
 
+namespace {
+
+// What a key in the article list does once the fingers rest.
+void measureArticleSearch(Bench &bench, const QString &typed, const QString &kind)
+{
+    const QString command = u"actRicercaArticoli"_s;
+    auto *registry = ui::CommandRegistry::having(command);
+    auto *list = registry ? qobject_cast<ui::SearchForm *>(registry->openForm(command)) : nullptr;
+    auto *code = list ? list->findChild<QLineEdit *>(u"txtCodice"_s) : nullptr;
+    if (!code)
+        throw core::Error(u"There is no list of articles."_s);
+    code->setText(typed);
+    settle();
+    bench.add({.program =
+                   [list] {
+                       list->search();
+                       settle();
+                   },
+               .floor =
+                   [&bench, &typed] {
+                       bench.bare().fetch(
+                           u"SELECT A.IDANA_MAGA, A.CODICE, A.DESCRIZIONE, C.CATEGORIA, UM.UM, A.PREZZO, A.COSTO FROM "
+                           "ANA_MAGA A LEFT JOIN CATEGORIE_ANA_MAGA C ON C.IDCATEGORIA_ANA_MAGA = "
+                           "A.IDCATEGORIA_ANA_MAGA LEFT JOIN UM ON UM.IDUM = A.IDUM WHERE A.CODICE CONTAINING %1 "
+                           "ORDER BY UPPER(A.CODICE)"_s.arg(data::quoted(typed)));
+                   }},
+              {.workload = u"a key in the article list, "_s + kind, .target = 50, .milliseconds = true});
+    code->clear();
+}
+
+} // namespace
+
 void measureLists(Bench &bench)
 {
+    measureArticleSearch(bench, u"1234"_s, u"few rows"_s);
+    measureArticleSearch(bench, u"art0"_s, u"all rows"_s);
     auto &list = bench.program().form<ui::SearchForm>(u"actRicercaDdTScarico"_s);
     bench.add({.program =
                    [&] {

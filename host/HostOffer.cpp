@@ -1,9 +1,12 @@
 #include "host/HostOffer.h"
 
+#include "host/Barcodes.h"
 #include "host/users/Users.h"
 #include "platform/core/Translation.h"
 #include "platform/data/Latest.h"
 #include "platform/data/TextSearch.h"
+
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 
@@ -11,43 +14,61 @@ namespace host {
 
 namespace {
 
+QList<SearchHit> hitsOf(const data::Rows &rows)
+{
+    QList<SearchHit> hits;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        hits.append({rows.integer(row, u"CHIAVE"), rows.text(row, u"TESTO"), rows.text(row, u"DETTAGLIO")});
+    return hits;
+}
+
 SearchSource searchOf(const QString &caption, const QString &action, const data::SearchedTable &table,
                       data::Connection &connection)
 {
     return {.caption = caption, .action = action, .find = [table, &connection](const QString &text, const QVariant &) {
-                SearchPart part;
-                const data::Rows rows = data::findText(connection, table, text, searchHits);
-                for (qsizetype row = 0; row < rows.size(); ++row)
-                    part.hits.append(
-                        {rows.integer(row, u"CHIAVE"), rows.text(row, u"TESTO"), rows.text(row, u"DETTAGLIO")});
-                return part;
+                return SearchPart{hitsOf(data::findText(connection, table, text, searchHits))};
             }};
+}
+
+data::SearchedTable items(const QString &table, const QString &key)
+{
+    return {.from = table,
+            .key = key,
+            .text = u"DESCRIZIONE"_s,
+            .detail = u"CODICE"_s,
+            .searched = {u"CODICE"_s, u"DESCRIZIONE"_s}};
+}
+
+// By barcode before those that merely have the text somewhere, each article once.
+SearchPart findArticles(data::Connection &connection, const QString &text)
+{
+    SearchPart part;
+    const QList<SearchHit> all =
+        hitsOf(articlesByBarcode(connection, text, searchHits)) +
+        hitsOf(data::findText(connection, items(u"ANA_MAGA"_s, u"IDANA_MAGA"_s), text, searchHits));
+    QSet<int> known;
+    for (const SearchHit &hit : all) {
+        if (part.hits.size() < searchHits && !known.contains(hit.key))
+            part.hits.append(hit);
+        known.insert(hit.key);
+    }
+    return part;
 }
 
 QList<SearchSource> searches(data::Connection &connection)
 {
-    const QStringList item = {u"CODICE"_s, u"DESCRIZIONE"_s};
-    return {searchOf(core::tr("Clienti"), u"actInserimentoClienti"_s,
-                     {.from = u"CLIENTI"_s,
-                      .key = u"IDCLIENTE"_s,
-                      .text = u"RAGIONESOCIALE"_s,
-                      .detail = u"COALESCE(CITTA, '')"_s,
-                      .searched = {u"CODICE"_s, u"RAGIONESOCIALE"_s, u"CITTA"_s, u"PARTITAIVA"_s}},
-                     connection),
-            searchOf(core::tr("Articoli"), u"actInserimentoArticoli"_s,
-                     {.from = u"ANA_MAGA"_s,
-                      .key = u"IDANA_MAGA"_s,
-                      .text = u"DESCRIZIONE"_s,
-                      .detail = u"CODICE"_s,
-                      .searched = item},
-                     connection),
-            searchOf(core::tr("Servizi"), u"actInserimentoServizi"_s,
-                     {.from = u"SERVIZI"_s,
-                      .key = u"IDSERVIZIO"_s,
-                      .text = u"DESCRIZIONE"_s,
-                      .detail = u"CODICE"_s,
-                      .searched = item},
-                     connection)};
+    return {
+        searchOf(core::tr("Clienti"), u"actInserimentoClienti"_s,
+                 {.from = u"CLIENTI"_s,
+                  .key = u"IDCLIENTE"_s,
+                  .text = u"RAGIONESOCIALE"_s,
+                  .detail = u"COALESCE(CITTA, '')"_s,
+                  .searched = {u"CODICE"_s, u"RAGIONESOCIALE"_s, u"CITTA"_s, u"PARTITAIVA"_s}},
+                 connection),
+        {.caption = core::tr("Articoli"),
+         .action = u"actInserimentoArticoli"_s,
+         .find = [&connection](const QString &text, const QVariant &) { return findArticles(connection, text); }},
+        searchOf(core::tr("Servizi"), u"actInserimentoServizi"_s, items(u"SERVIZI"_s, u"IDSERVIZIO"_s), connection)};
 }
 
 } // namespace

@@ -13,7 +13,7 @@ from check_texts import too_early, untranslated
 # What a module may know of the host: the package interface, the suite's routines, users and rights, what it adds to
 # import and demonstration data; its forms the shared categories and the fields of firms besides.
 HOST_SERVICES = ["host/IntfPack.h", "host/StartOffers.h", "host/Corvane3Impl.h", "host/users/Users.h", "host/transfer/ImportTarget.h",
-                 "host/schema/DemoRows.h", "host/FirmFields.h", "host/DocumentOptions.h"]
+                 "host/schema/DemoRows.h", "host/FirmFields.h", "host/DocumentOptions.h", "host/Barcodes.h"]
 HOST_API = [*HOST_SERVICES, "host/ArticleStock.h", "host/Categories.h", "host/HostForms.h", "host/registers/FirmGroups.h"]
 # What works the program's windows; it knows no module, so that the guided tour can use it, too.
 DRIVER = ["tests/support/Controls", "tests/support/QtWarnings", "tests/support/ScriptedDialogs",

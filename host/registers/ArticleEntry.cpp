@@ -21,9 +21,7 @@ const QString articleKey = u"IDANA_MAGA"_s;
 
 Barcode barcodeOf(const data::Rows &rows, qsizetype row)
 {
-    // An import may have left the pieces out.
-    const double pieces = rows.number(row, u"PEZZI");
-    return {rows.text(row, u"CODICE"), pieces > 0 ? pieces : 1};
+    return {rows.text(row, u"CODICE"), piecesOf(rows.number(row, u"PEZZI"))};
 }
 
 } // namespace
@@ -67,20 +65,12 @@ void ArticleEntry::show(const QString &code)
     barcodes_->setFocus();
 }
 
-bool ArticleEntry::isTaken(const QString &code) const
-{
-    return connection().finds(
-        u"SELECT FIRST 1 1 AS NUM FROM BARCODE_ARTICOLI WHERE UPPER(CODICE) = %1 AND IDANA_MAGA <> ?"_s.arg(
-            data::inCapitals()),
-        {data::searchedText(code), storedKey()});
-}
-
 bool ArticleEntry::anyIsTaken()
 {
     QSet<QString> seen;
     for (const Barcode &barcode : barcodes_->barcodes()) {
         const QString capitals = data::capitalsOf(barcode.code);
-        if (seen.contains(capitals) || isTaken(barcode.code)) {
+        if (seen.contains(capitals) || isBarcodeOfAnother(connection(), barcode.code, storedKey())) {
             show(barcode.code);
             return true;
         }

@@ -26,7 +26,6 @@ private:
     void createBarcodes();
     bool anyIsTaken();
     bool anyIsDoubtful();
-    bool isTaken(const QString &code) const;
     void show(const QString &code);
 
     data::DataSet *stored_;

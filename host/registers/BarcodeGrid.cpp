@@ -19,7 +19,6 @@ namespace {
 
 constexpr int codeColumn = 0;
 constexpr int piecesColumn = 1;
-constexpr int longestCode = 48;
 // Less than any barcode, so that one scanned into the column of pieces is not taken.
 constexpr double mostPieces = 99'999.99;
 
@@ -36,7 +35,7 @@ QWidget *BarcodeDelegate::createEditor(QWidget *parent, const QStyleOptionViewIt
     auto *line = new ui::LineEdit(parent);
     line->setFrame(false);
     if (index.column() == codeColumn)
-        line->setMaxLength(longestCode);
+        line->setMaxLength(longestBarcode);
     line->setPointTypesComma(index.column() == piecesColumn);
     line->setAlignment(index.column() == piecesColumn ? Qt::AlignRight : Qt::AlignLeft);
     connect(line, &QLineEdit::textChanged, this, [this, cell = QPersistentModelIndex(index)](const QString &text) {

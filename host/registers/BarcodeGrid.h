@@ -1,17 +1,11 @@
 #pragma once
+#include "host/Barcodes.h"
+
 #include <QPointer>
 #include <QStyledItemDelegate>
 #include <QTableWidget>
 
 namespace host {
-
-/// A code by which readers know an article, and the pieces that it stands for.
-struct Barcode
-{
-    QString code;
-    double pieces = 1;
-    bool operator==(const Barcode &) const = default;
-};
 
 /// Editors of the grid of barcodes. A number of pieces that cannot be is not taken.
 class BarcodeDelegate : public QStyledItemDelegate
@@ -34,8 +28,9 @@ private:
     mutable QPointer<QWidget> editor_;
 };
 
-/// The barcodes of an article, one in a row; the last row is empty and takes the next one. Enter behind a code goes to
-/// the next row, so that codes can be scanned one after the other. A code whose check digit does not fit is red.
+/// The barcodes of an article, one in a row; the last row is empty and takes the next one. Enter or Tab behind a
+/// code goes to the next row, so that codes can be scanned one after the other. A code whose check digit does not fit
+/// is red.
 class BarcodeGrid : public QTableWidget
 {
     Q_OBJECT

@@ -1,10 +1,11 @@
 #include "host/registers/Registers.h"
 
 #include "host/ArticleStock.h"
+#include "host/Barcodes.h"
 #include "host/Categories.h"
 #include "host/registers/FirmGroups.h"
 #include "platform/core/Translation.h"
-#include "platform/data/SqlText.h"
+#include "platform/ui/LooseFilter.h"
 #include "platform/ui/RegisterParts.h"
 
 using namespace Qt::StringLiterals;
@@ -198,11 +199,7 @@ const ui::RegisterSpec &articles()
                          .redBelowZero = true,
                          .figures = &articleStock(),
                          .figuresOf = u"CODICE"_s}},
-        .listFilters = {ui::containingLoosely(
-                            u"txtCodice"_s, u"Codice"_s, u"CODICE"_s,
-                            u"ANA_MAGA.IDANA_MAGA IN (SELECT BARCODE_ARTICOLI.IDANA_MAGA FROM BARCODE_ARTICOLI WHERE "
-                            "UPPER(BARCODE_ARTICOLI.CODICE) = "_s +
-                                data::inCapitals() + u')'),
+        .listFilters = {ui::containingLooselyOr(u"txtCodice"_s, u"Codice"_s, u"CODICE"_s, hasBarcode),
                         ui::containingLoosely(u"txtDescrizione"_s, u"Descrizione"_s, u"DESCRIZIONE"_s)},
         .orderText = u" ORDER BY UPPER(CODICE)"_s,
         .letterColumn = u"DESCRIZIONE"_s};

@@ -1,5 +1,6 @@
 #include "host/transfer/ImportTarget.h"
 
+#include "host/Barcodes.h"
 #include "platform/core/Barcode.h"
 #include "platform/core/Lists.h"
 #include "platform/core/Translation.h"
@@ -48,8 +49,8 @@ QList<ImportField> articleFields()
 QList<ImportField> barcodeFields()
 {
     const ImportLookup article = {.table = u"ANA_MAGA"_s, .key = u"IDANA_MAGA"_s, .column = u"CODICE"_s};
-    ImportField code = {
-        u"CODICE"_s, u"Codice a barre"_s, {u"Barcode"_s, u"EAN"_s, u"Codice EAN"_s, u"UPC"_s}, Kind::Text, 48, true};
+    ImportField code = {u"CODICE"_s, u"Codice a barre"_s, {u"Barcode"_s, u"EAN"_s, u"Codice EAN"_s, u"UPC"_s},
+                        Kind::Text,  longestBarcode,      true};
     code.isRight = core::checkDigitFits;
     code.doubt = core::tr("Il carattere di controllo non corrisponde.");
     ImportField pieces = {

@@ -1,8 +1,8 @@
 #include "magazzino/documents/Catalogo.h"
 
+#include "host/Barcodes.h"
 #include "magazzino/MMGUtils.h"
 #include "magazzino/documents/DocumentRow.h"
-#include "platform/core/Barcode.h"
 #include "platform/core/Clock.h"
 #include "platform/core/Lists.h"
 #include "platform/data/Connection.h"
@@ -40,35 +40,6 @@ void addOnHand(const QStringList &codici, QHash<QString, double> &giacenze)
     }
 }
 
-// By article.
-QMultiHash<int, QString> readBarcodes()
-{
-    const data::Rows rows = ModuleConnection().run(u"SELECT IDANA_MAGA, CODICE FROM BARCODE_ARTICOLI"_s);
-    QMultiHash<int, QString> barcodes;
-    for (qsizetype row = 0; row < rows.size(); ++row)
-        barcodes.insert(rows.values(row)[0].toInt(), rows.values(row)[1].toString());
-    return barcodes;
-}
-
-// The code as it is goes before the same number with more or fewer zeros before it.
-CodiceTrovato findBarcode(const QString &codice)
-{
-    const QStringList texts = core::sameNumbers(codice);
-    const data::Rows rows = ModuleConnection().run(
-        u"SELECT UPPER(CODICE), IDANA_MAGA, PEZZI FROM BARCODE_ARTICOLI WHERE UPPER(CODICE) IN (%1)"_s.arg(
-            QStringList(texts.size(), data::inCapitals()).join(u", "_s)),
-        core::mapped(texts, data::searchedText));
-    for (const QString &text : texts) {
-        for (qsizetype row = 0; row < rows.size(); ++row) {
-            const QVariantList &found = rows.values(row);
-            // An import may have left the pieces out.
-            if (found[0].toString() == data::capitalsOf(text))
-                return {found[1].toInt(), found[2].toDouble() > 0 ? found[2].toDouble() : 1};
-        }
-    }
-    return {};
-}
-
 } // namespace
 
 Catalogo::Catalogo(const QString &tipo)
@@ -85,7 +56,8 @@ void Catalogo::refresh()
         u"SELECT VOCI.%1, VOCI.CODICE, VOCI.DESCRIZIONE, VOCI.PREZZO, VOCI.COSTO, UM.UM FROM %2 VOCI "
         "LEFT JOIN UM ON UM.IDUM = VOCI.IDUM ORDER BY UPPER(VOCI.CODICE)"_s.arg(keyOfTable(tipo_), tableOf(tipo_)));
     const bool areArticles = tipo_ == tipoRiga::articolo;
-    const QMultiHash<int, QString> barcodes = areArticles ? readBarcodes() : QMultiHash<int, QString>();
+    const QMultiHash<int, QString> barcodes =
+        areArticles ? host::readBarcodes(ModuleConnection()) : QMultiHash<int, QString>();
     QList<VoceCatalogo> voci;
     voci.reserve(rows.size());
     words_.reset(rows.size());
@@ -118,14 +90,8 @@ CodiceTrovato Catalogo::trova(const QString &codice) const
         return {rows.values(0).first().toInt()};
     if (tipo_ != tipoRiga::articolo || codice.isEmpty())
         return {};
-    const CodiceTrovato plain = findBarcode(codice);
-    if (plain.id > 0)
-        return plain;
-    const std::optional<core::Gs1Code> gs1 = core::readGs1(codice);
-    if (!gs1)
-        return {};
-    const CodiceTrovato found = findBarcode(gs1->gtin);
-    return {found.id, found.pezzi * gs1->count};
+    const host::BarcodeMatch found = host::findBarcode(ModuleConnection(), codice);
+    return {found.article, found.pieces};
 }
 
 QHash<QString, double> GiacenzeAttuali(const QStringList &codici)

@@ -2,6 +2,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "platform/data/Latest.h"
+#include "platform/data/SqlText.h"
 #include "platform/data/TextSearch.h"
 
 #include <QRegularExpression>
@@ -73,8 +74,8 @@ QList<DocumentoElencato> withNumber(const DocumentKind &kind, const QString &tes
 DocumentiTrovati CercaDocumenti(const DocumentKind &kind, const QString &testo, const QVariant &seguito, int most)
 {
     const Slice slice(kind, seguito);
-    QVariantList values = slice.values;
-    const QString condition = data::containingWords({u"D.CODICE"_s, u"D.NOME"_s}, testo, values);
+    data::Values wanted(data::Values::Way::Bound);
+    const QString condition = data::containingWords({u"D.CODICE"_s, u"D.NOME"_s}, testo, wanted);
     DocumentiTrovati found{.seguito = slice.end(headersAtOnce)};
     if (!seguito.isValid())
         found.documenti = withNumber(kind, testo, most);
@@ -82,22 +83,22 @@ DocumentiTrovati CercaDocumenti(const DocumentKind &kind, const QString &testo, 
         u"SELECT FIRST %1 D.CHIAVE, D.NUMERO, D.DATA, D.NOME FROM (SELECT FIRST %2 %3 AS CHIAVE, NUMERO, DATA, "
         "%4CODICE AS CODICE, %4RAGIONESOCIALE AS NOME%5) D WHERE %6"_s.arg(
             QString::number(most), QString::number(headersAtOnce), kind.key, kind.counterpart, slice.sql, condition),
-        values));
+        slice.values + wanted.bound()));
     return found;
 }
 
 DocumentiTrovati CercaRighe(const DocumentKind &kind, const QString &testo, const QVariant &seguito, int most)
 {
     const Slice slice(kind, seguito);
-    QVariantList values = slice.values;
+    data::Values wanted(data::Values::Way::Bound);
     const QString description = u"CAST(SUBSTRING(R.DESCRIZIONE FROM 1 FOR 1000) AS VARCHAR(1000))"_s;
-    const QString condition = data::containingWords({u"R.CODICE"_s, description}, testo, values);
+    const QString condition = data::containingWords({u"R.CODICE"_s, description}, testo, wanted);
     return {listed(ModuleConnection().run(
                 u"SELECT FIRST %1 D.CHIAVE, D.NUMERO, D.DATA, SUBSTRING(R.DESCRIZIONE FROM 1 FOR 100) AS NOME FROM "
                 "(SELECT FIRST %2 %3 AS CHIAVE, NUMERO, DATA%4) D JOIN %5 R ON R.%3 = D.CHIAVE WHERE %6"_s.arg(
                     QString::number(most), QString::number(documentsOfRowsAtOnce), kind.key, slice.sql, kind.rowTable(),
                     condition),
-                values)),
+                slice.values + wanted.bound())),
             slice.end(documentsOfRowsAtOnce)};
 }
 

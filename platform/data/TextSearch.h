@@ -3,6 +3,8 @@
 
 namespace data {
 
+class Values;
+
 /// Records of which one knows a part of what they are called.
 struct SearchedTable
 {
@@ -14,13 +16,12 @@ struct SearchedTable
     QString order = {};   ///< behind ORDER BY; the query's own while empty
 };
 
-/// The condition that every word of `text` stands somewhere in `columns`, whatever its case and accents; its values
-/// are appended to `values`. True for a text of blanks.
-QString containingWords(const QStringList &columns, const QString &text, QVariantList &values);
+/// The condition that `text` stands somewhere in `column`, whatever its case and accents.
+QString containing(const QString &column, const QString &text, Values &values);
+/// The condition that every word of `text` stands somewhere in `columns`. True for a text of blanks.
+QString containingWords(const QStringList &columns, const QString &text, Values &values);
 
-/// CHIAVE, TESTO and DETTAGLIO of at most `most` records that have every word of `text`; `values` are those of the
-/// query in `table.from`. Throws DatabaseError.
-Rows findText(Connection &connection, const SearchedTable &table, const QString &text, int most,
-              QVariantList values = {});
+/// CHIAVE, TESTO and DETTAGLIO of at most `most` records that have every word of `text`. Throws DatabaseError.
+Rows findText(Connection &connection, const SearchedTable &table, const QString &text, int most);
 
 } // namespace data

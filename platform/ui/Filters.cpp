@@ -3,7 +3,9 @@
 #include "platform/core/Clock.h"
 #include "platform/core/LineText.h"
 #include "platform/data/SqlText.h"
+#include "platform/data/TextSearch.h"
 #include "platform/ui/DateEdit.h"
+#include "platform/ui/LooseFilter.h"
 #include "platform/ui/NumberEdits.h"
 
 using namespace Qt::StringLiterals;
@@ -19,7 +21,6 @@ struct FilterSpec
     QString label;
     QString before;
     QString after = {};
-    QString other = {}; ///< condition that fits as well, with "?" for the value
 };
 
 /// An input whose value is compared as it is.
@@ -40,7 +41,6 @@ public:
 
 protected:
     Input *input() const { return input_; }
-    const FilterSpec &spec() const { return spec_; }
 
 private:
     Input *input_;
@@ -71,7 +71,12 @@ public:
 class LooseFilter : public TextFilter
 {
 public:
-    using TextFilter::TextFilter;
+    LooseFilter(const FilterSpec &spec, QString column, TextCondition other, QWidget *parent)
+        : TextFilter(spec, parent)
+        , column_(std::move(column))
+        , other_(std::move(other))
+    {
+    }
 
     QVariant value() const override
     {
@@ -80,11 +85,14 @@ public:
     }
     QString condition(data::Values &values) const override
     {
-        const QString main = InputFilter::condition(values);
-        return spec().other.isEmpty()
-                   ? main
-                   : u"(%1 OR %2)"_s.arg(main, QString(spec().other).replace(u'?', values.add(value())));
+        const QString text = value().toString();
+        const QString main = data::containing(column_, text, values);
+        return other_ ? u"(%1 OR %2)"_s.arg(main, other_(text, values)) : main;
     }
+
+private:
+    QString column_;
+    TextCondition other_;
 };
 
 class YearFilter : public InputFilter<YearEdit>
@@ -125,10 +133,19 @@ ListFilter containing(const QString &name, const QString &label, const QString &
     return textFilter(name, label, column + u" CONTAINING "_s);
 }
 
+ListFilter containingLooselyOr(const QString &name, const QString &label, const QString &column,
+                               const TextCondition &other)
+{
+    return [=](QWidget *parent) { return new LooseFilter({name, label, {}}, column, other, parent); };
+}
+
 ListFilter containingLoosely(const QString &name, const QString &label, const QString &column, const QString &other)
 {
-    const FilterSpec spec{name, label, column + u" COLLATE UNICODE_CI_AI CONTAINING "_s, {}, other};
-    return [spec](QWidget *parent) { return new LooseFilter(spec, parent); };
+    if (other.isEmpty())
+        return containingLooselyOr(name, label, column, {});
+    return containingLooselyOr(name, label, column, [other](const QString &text, data::Values &values) {
+        return QString(other).replace(u'?', values.add(text));
+    });
 }
 
 ListFilter yearFilter(const QString &name, const QString &label, const QString &before)

@@ -1,4 +1,5 @@
 #include "host/HostCommands.h"
+#include "host/StartOffers.h"
 #include "host/registers/ArticleEntry.h"
 #include "platform/ui/Colours.h"
 #include "tests/support/Fixtures.h"
@@ -96,28 +97,58 @@ private Q_SLOTS:
         place().messages.expectWarning(u"Un codice a barre è scritto due volte\n\ro è già di un altro articolo!"_s);
         QVERIFY(!form->saveRecord());
         form->startNew();
-
-        QWidget *list = place().commands().openForm(u"actRicercaArticoli"_s);
-        test::retype(list, u"txtCodice"_s, u"Conf-6"_s);
-        test::pressKey(Qt::Key_Return);
-        QCOMPARE(test::columnTexts(gridOf(*list), u"Codice"_s), QStringList(u"TRA-0018"_s));
     }
 
-    void deletedArticleTakesItsBarcodes()
+    // In the list and in the search over everything: by what a code begins with, or however a reader gives the whole.
+    void barcodeFindsItsArticle_data()
     {
-        const int key = test::insertInto(database(), u"ANA_MAGA"_s, {{u"CODICE"_s, u"ZZ"_s}});
-        test::insertInto(database(), u"BARCODE_ARTICOLI"_s, {{u"CODICE"_s, u"1"_s}, {u"IDANA_MAGA"_s, key}});
-        ui::EntryForm *form = article(u"ZZ"_s);
-        place().messages.expectQuestion(test::deleting, core::Answer::Yes);
-        test::trigger(form, u"actElimina"_s);
-        QCOMPARE(lines(u"SELECT COUNT(*) FROM BARCODE_ARTICOLI"_s), QStringList(u"0"_s));
+        test::columns<QString, QString, QString>("typed", "article", "told");
+        const auto row = [](const char *name, const QString &typed, const QString &told) {
+            QTest::newRow(name) << typed << told.section(u" · "_s, 0, 0) << told;
+        };
+        const QString upc = u"TRA-0018 · 012345678905"_s;
+        row("whole", u"012345678905"_s, upc);
+        row("beginning", u"01234"_s, upc);
+        row("more zeros", u"00012345678905"_s, upc);
+        row("gs1", u"(01)00012345678905(37)3"_s, upc);
+        row("case and blanks", u" Conf "_s, u"SMA-0750 · conf-6"_s);
+        row("its end", u"345678905"_s, {});
+        row("no pattern", u"%"_s, {});
+    }
+
+    void barcodeFindsItsArticle()
+    {
+        const auto [typed, article, told] = test::row<QString, QString, QString>();
+        const QList<std::pair<QString, QString>> barcodes = {{u"TRA-0018"_s, u"012345678905"_s},
+                                                             {u"SMA-0750"_s, u"conf-6"_s}};
+        for (const auto &[code, barcode] : barcodes)
+            test::insertInto(database(), u"BARCODE_ARTICOLI"_s,
+                             {{u"CODICE"_s, barcode}, {u"IDANA_MAGA"_s, keyOf(code)}});
+        QWidget *list = place().commands().openForm(u"actRicercaArticoli"_s);
+        test::retype(list, u"txtCodice"_s, typed);
+        test::pressKey(Qt::Key_Return);
+        QCOMPARE(test::columnTexts(gridOf(*list), u"Codice"_s).join(u' '), article);
+        const QList<host::SearchSource> sources = host::startOffers().searches;
+        QStringList found;
+        for (const host::SearchSource &source : sources) {
+            if (source.caption != u"Articoli"_s)
+                continue;
+            const QList<host::SearchHit> hits = source.find(typed.trimmed(), {}).hits;
+            for (const host::SearchHit &hit : hits)
+                found.append(hit.detail);
+        }
+        QCOMPARE(found.join(u' '), told);
     }
 
 private:
+    int keyOf(const QString &code) const
+    {
+        return lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = '%1'"_s.arg(code)).value(0).toInt();
+    }
     ui::EntryForm *article(const QString &code)
     {
         auto *form = qobject_cast<ui::EntryForm *>(place().commands().openForm(u"actInserimentoArticoli"_s));
-        form->openRecord(lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = '%1'"_s.arg(code)).value(0).toInt());
+        form->openRecord(keyOf(code));
         test::settle();
         return form;
     }
