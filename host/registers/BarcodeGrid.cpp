@@ -10,6 +10,7 @@
 
 #include <QAction>
 #include <QHeaderView>
+#include <QKeyEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -59,6 +60,18 @@ void BarcodeDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, c
         model->setData(index, piecesText(number->value));
     else
         ui::ringBell();
+}
+
+// Qt takes Enter later, when the next keys of a reader may have arrived in the same editor.
+bool BarcodeDelegate::eventFilter(QObject *watched, QEvent *event)
+{
+    const auto *key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent *>(event) : nullptr;
+    if (!key || (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter))
+        return QStyledItemDelegate::eventFilter(watched, event);
+    auto *editor = qobject_cast<QWidget *>(watched);
+    Q_EMIT commitData(editor);
+    Q_EMIT closeEditor(editor, QAbstractItemDelegate::SubmitModelCache);
+    return true;
 }
 
 void BarcodeDelegate::finish()
@@ -165,12 +178,17 @@ void BarcodeGrid::cellEdited(int row, int column)
     Q_EMIT edited();
 }
 
+// Enter and Tab lead to the next code, since readers send either; the pieces are an arrow away. No editor waits there,
+// so that one more Tab leaves the grid.
 void BarcodeGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
 {
-    QTableWidget::closeEditor(editor, hint);
+    QTableWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
     Q_EMIT typing(false);
-    if (hint == QAbstractItemDelegate::SubmitModelCache && currentRow() + 1 < rowCount())
+    const bool onward = hint == QAbstractItemDelegate::SubmitModelCache || hint == QAbstractItemDelegate::EditNextItem;
+    if (onward && currentRow() + 1 < rowCount())
         setCurrentCell(currentRow() + 1, codeColumn);
+    else if (hint == QAbstractItemDelegate::EditPreviousItem)
+        setCurrentCell(currentColumn() == codeColumn ? std::max(0, currentRow() - 1) : currentRow(), codeColumn);
 }
 
 void BarcodeGrid::removeCurrent()

@@ -24,6 +24,9 @@ Q_SIGNALS:
     /// Does the open editor hold another text than its cell?
     void typing(bool different) const;
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     mutable QPointer<QWidget> editor_;
 };

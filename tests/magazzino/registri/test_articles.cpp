@@ -99,6 +99,40 @@ private Q_SLOTS:
         form->startNew();
     }
 
+    // Readers send Enter or Tab, and their keys wait for nothing. Tab leaves the grid when nothing is being typed.
+    void scansFillTheNextRows_data()
+    {
+        test::columns<Qt::Key>("end");
+        QTest::newRow("enter") << Qt::Key_Return;
+        QTest::newRow("tab") << Qt::Key_Tab;
+    }
+
+    void scansFillTheNextRows()
+    {
+        const auto [end] = test::row<Qt::Key>();
+        ui::EntryForm *form = article(u"TRA-0018"_s);
+        auto *grid = test::control<host::BarcodeGrid>(form, u"gridCodiciBarre"_s);
+        turnTo(form, grid);
+        grid->setFocus();
+        QStringList scanned;
+        for (int i = 0; i < 40; ++i)
+            scanned.append(QString::number(8'001'120'000'010 + i));
+        for (const QString &code : std::as_const(scanned)) {
+            for (const QChar key : code)
+                test::type(QApplication::focusWidget(), key);
+            QTest::keyClick(QApplication::focusWidget(), end);
+        }
+        QStringList taken;
+        const QList<host::Barcode> all = grid->barcodes();
+        for (const host::Barcode &barcode : all)
+            taken.append(barcode.pieces == 1 ? barcode.code : u"pieces of "_s + barcode.code);
+        QCOMPARE(taken, scanned);
+        QCOMPARE(QApplication::focusWidget(), grid);
+        test::pressKey(Qt::Key_Tab);
+        QVERIFY(QApplication::focusWidget() != grid && !grid->isAncestorOf(QApplication::focusWidget()));
+        form->SetModified(false);
+    }
+
     // In the list and in the search over everything: by what a code begins with, or however a reader gives the whole.
     void barcodeFindsItsArticle_data()
     {
