@@ -9,6 +9,7 @@
 #include "magazzino/MMGUtils.h"
 #include "magazzino/documents/Catalogo.h"
 #include "magazzino/documents/DocumentKind.h"
+#include "magazzino/documents/Scorte.h"
 #include "magazzino/reports/uMMGdmStampe.h"
 #include "magazzino/schema/InitialRows.h"
 #include "magazzino/schema/ModuleSteps.h"
@@ -18,6 +19,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Translation.h"
+#include "platform/data/Changes.h"
 #include "platform/report/Output.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/Help.h"
@@ -221,7 +223,14 @@ void TMMGModMagazzino::Initialize()
         AggiornaDatabase();
         dmStampe = new TMMGdmStampe(ModADOConn, this);
         host::articleStock().setReader(GiacenzeAttuali);
-        connect(this, &TMMGModMagazzino::tableChanged, &host::articleStock(), &ui::FigureSource::changed);
+        // Told inside the save, and whoever shows the stock asks the database.
+        connect(
+            &data::Changes::instance(), &data::Changes::changed, this,
+            [](const QStringList &tables) {
+                if (ToccaLeGiacenze(tables))
+                    Q_EMIT host::articleStock().changed();
+            },
+            Qt::QueuedConnection);
         MergeAdvToolBarItems(qApp, GetKxCommonToolBarProperties(TKxCommonToolBars::Documenti), toolBars_[0]);
         MergeAdvToolBarItems(qApp, GetKxCommonToolBarProperties(TKxCommonToolBars::Anagrafiche), toolBars_[1]);
         host::offerAtStart(this, offertaIniziale());

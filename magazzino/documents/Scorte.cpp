@@ -128,3 +128,12 @@ QHash<QString, Scorta> LeggiScorte(const ScorteDi &documento, const QStringList 
         readGroup(documento, codici.mid(first, codesPerQuery), scorte);
     return scorte;
 }
+
+bool ToccaLeGiacenze(const QStringList &tabelle)
+{
+    QStringList shown = {u"MOVI_MAGA"_s};
+    for (const DocumentKind *kind : documentKinds())
+        shown.append(kind->table);
+    return std::any_of(tabelle.begin(), tabelle.end(),
+                       [&shown](const QString &table) { return shown.contains(table); });
+}

@@ -29,3 +29,6 @@ struct ScorteDi
 /// By code as given; all of them are there. One statement asks for all of a document's usual size. Throws
 /// data::DatabaseError.
 QHash<QString, Scorta> LeggiScorte(const ScorteDi &documento, const QStringList &codici);
+
+/// May what is told of stock, prices and customers be another one once these tables were written to?
+bool ToccaLeGiacenze(const QStringList &tabelle);

@@ -70,11 +70,8 @@ void TMMGInserimentoDocumento::createStockLine(QWidget *page)
         *grid_, [this] { return stockOf(); }, page);
     connect(entry_, &DocumentEntryLine::articleTaken, stock_, &DocumentStockLine::setTyped);
     connect(date_, &ui::Field::edited, stock_, &DocumentStockLine::forget);
-    // Also what other forms store. The document's own movements are not in what was read.
-    connect(&Modulo(), &TMMGModMagazzino::tableChanged, stock_, [this](const QString &, const QObject *form) {
-        if (form != this)
-            stock_->forget();
-    });
+    // The document's own movements are not in what was read.
+    connect(this, &ui::EntryForm::stored, stock_, &DocumentStockLine::keep);
 }
 
 void TMMGInserimentoDocumento::startEntry()

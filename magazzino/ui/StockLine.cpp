@@ -5,6 +5,7 @@
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Translation.h"
+#include "platform/data/Changes.h"
 
 #include <QVBoxLayout>
 
@@ -35,6 +36,7 @@ DocumentStockLine::DocumentStockLine(DocumentGrid &grid, std::function<ScorteDi(
     connect(&model, &QAbstractItemModel::modelReset, this, later);
     connect(&model, &QAbstractItemModel::dataChanged, this, later);
     connect(grid_.selectionModel(), &QItemSelectionModel::currentRowChanged, this, later);
+    connect(&data::Changes::instance(), &data::Changes::changed, this, &DocumentStockLine::tablesChanged);
     connect(warning_, &QLabel::linkActivated, this, [this](const QString &row) {
         core::guarded(this, [&] {
             grid_.select(row.toInt(), &DocumentRow::quantita);
@@ -55,6 +57,20 @@ void DocumentStockLine::forget()
     later_.start();
 }
 
+// Inside the save: the rows are read anew when it is over.
+void DocumentStockLine::tablesChanged(const QStringList &tables)
+{
+    if (!ToccaLeGiacenze(tables))
+        return;
+    wasOutdated_ = std::exchange(outdated_, true);
+    later_.start();
+}
+
+void DocumentStockLine::keep()
+{
+    outdated_ = wasOutdated_;
+}
+
 void DocumentStockLine::setTyped(const QString &codice)
 {
     typed_ = codice;
@@ -65,6 +81,8 @@ void DocumentStockLine::refresh()
 {
     if (!isVisible())
         return;
+    if (std::exchange(outdated_, false))
+        scorte_.clear();
     try {
         readMissing();
     } catch (const std::exception &error) {

@@ -22,6 +22,8 @@ public:
 
     /// What was read is out of date: other document, date or customer, or something was stored.
     void forget();
+    /// What was read is still true: what was stored just now is the document that it belongs to.
+    void keep();
     /// The row being typed has this article; empty while it has none.
     void setTyped(const QString &codice);
 
@@ -29,6 +31,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void tablesChanged(const QStringList &tables);
     void refresh();
     void readMissing();
     void judge();
@@ -40,6 +43,8 @@ private:
     std::function<ScorteDi()> document_;
     ScorteDi of_; // as it was read
     QHash<QString, Scorta> scorte_;
+    bool outdated_ = false;
+    bool wasOutdated_ = false; // before the last change
     QString typed_;
     ui::ElidedLabel *current_;
     QLabel *warning_;

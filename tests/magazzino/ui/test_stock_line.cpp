@@ -1,3 +1,4 @@
+#include "host/HostCommands.h"
 #include "platform/core/Clock.h"
 #include "tests/support/Fixtures.h"
 
@@ -107,6 +108,32 @@ private Q_SLOTS:
         QVERIFY(line(note).endsWith(u"a questo cliente € 7,90 il 16/03/2026"_s));
         QCOMPARE(marked(note), u"0"_s);
     }
+    // Whoever stores or deletes something: a list as well as a form, or no window at all.
+    void followsWhatIsStoredElsewhere()
+    {
+        sell(test::deliveryNote(), u"TRA-0018"_s, u"7,9"_s, u"3"_s);
+        const ui::SearchForm *notes = openList(u"actRicercaDdTScarico"_s);
+        const QWidget *articles = place().commands().openForm(u"actRicercaArticoli"_s);
+        test::retype(articles, u"txtCodice"_s, u"TRA-0018"_s);
+        test::pressKey(Qt::Key_Return);
+        const test::Document note = open(test::deliveryNote());
+        note.fillHeader();
+        note.addArticle(u"TRA-0018"_s, u"7"_s, u"1"_s);
+        test::settle();
+        QVERIFY(line(note).contains(u"giacenza 17,00"_s) && line(note).contains(u"a questo cliente € 7,90"_s));
+        test::trigger(notes, u"actCerca"_s);
+        gridOf(*notes)->selectRow(0);
+        place().messages.expectPart(u"Conferma"_s, test::deleting, core::Answer::Yes);
+        test::trigger(notes, u"actElimina"_s);
+        test::settle();
+        QVERIFY(line(note).contains(u"giacenza 17,00"_s) && !line(note).contains(u"a questo cliente"_s));
+        database().execute(u"DELETE FROM MOVI_MAGA WHERE QUANTITA < 0"_s);
+        test::settle();
+        QVERIFY(line(note).contains(u"giacenza 20,00"_s));
+        QTRY_COMPARE(test::cellText(gridOf(*articles), 0, u"Giacenza"_s), u"20,00"_s);
+        note.form().SetModified(false);
+    }
+
     void invoicesAreForThoseWhoMaySeeThem()
     {
         sell(test::accompanyingInvoice(), u"TRA-0018"_s, u"9,5"_s, u"1"_s);
