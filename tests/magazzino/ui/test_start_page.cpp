@@ -113,6 +113,36 @@ private Q_SLOTS:
         QCOMPARE(found, groups);
     }
 
+    // Only when asked, from the newest to the oldest; until then nobody waits for them.
+    void searchGoesOnToOlderDocuments()
+    {
+        database().execute(uR"(EXECUTE BLOCK AS DECLARE I INTEGER = 1; DECLARE K INTEGER; BEGIN
+            WHILE (I <= 650) DO BEGIN
+                INSERT INTO DDT_SCARICO(NUMERO, DATA, ANNO, CLI_RAGIONESOCIALE) VALUES (:I, '2026-01-01', 2026, 'Rossi')
+                    RETURNING IDDDT_SCARICO INTO :K;
+                INSERT INTO DDT_SCARICO_DETT(IDDDT_SCARICO, CODICE, DESCRIZIONE, TIPO_RIGA)
+                    VALUES (:K, 'X', IIF(I = 1, 'Bancale antico', 'Bancale'), 'Articolo');
+                I = I + 1;
+            END END)"_s);
+        place().dialogs.expect([](QDialog &dialog) {
+            look(dialog, u"antico"_s);
+            const auto *list = test::control<QTreeWidget>(&dialog, u"lstTrovati"_s);
+            const auto *state = test::control<QLabel>(&dialog, u"lblTrovati"_s);
+            QCOMPARE(state->text(), u"Nessun risultato"_s);
+            QCOMPARE(list->topLevelItemCount(), 1);
+            QCOMPARE(list->topLevelItem(0)->text(0), u"Cerca anche nei documenti meno recenti"_s);
+            test::strike(u"\n"_s);
+            QTRY_COMPARE(state->text(), u"1 risultato"_s);
+            QCOMPARE(list->topLevelItemCount(), 1);
+            QCOMPARE(list->topLevelItem(0)->text(0), u"Righe di D.d.T. di scarico"_s);
+            test::strike(u"\n"_s);
+        });
+        test::trigger(&place().commands(), u"actCercaOvunque"_s);
+        const auto *form = place().window().findChild<TMMGInserimentoDocumento *>(u"MMGInserimentoDdTScarico"_s);
+        QVERIFY(form);
+        QCOMPARE(test::shown(form, u"txtNumero"_s), u"1"_s);
+    }
+
     void searchOpensWhatIsChosen()
     {
         saveOneOfEach();
