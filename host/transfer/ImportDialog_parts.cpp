@@ -102,6 +102,7 @@ QWidget *ImportDialog::createRightPart()
     preview_ = ui::named(u"gridAnteprima"_s, new QTableWidget(this));
     preview_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     preview_->setWordWrap(false);
+    preview_->setTabKeyNavigation(false);
     preview_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     preview_->horizontalHeader()->setMaximumSectionSize(240);
     preview_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);

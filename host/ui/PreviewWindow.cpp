@@ -106,7 +106,7 @@ void PreviewWindow::declareCommands()
         {u"actRiduci"_s, core::tr("Riduci"), [this] { stepZoom(-1); }, Icon::Search, key(u"Ctrl+-"_s)},
         {u"actAdattaLarghezza"_s, core::tr("Larghezza pagina"), [this] { setZoom(Fit::Width); }, Icon::FitWidth},
         {u"actPaginaIntera"_s, core::tr("Pagina intera"), [this] { setZoom(Fit::Page); }, Icon::FitPage},
-        {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close},
+        {u"actChiudi"_s, u"Chiudi"_s, [this] { closeForm(); }, Icon::Close, key(u"Ctrl+W"_s)},
     };
     for (const ui::Command &command : commands)
         addCommand(command);

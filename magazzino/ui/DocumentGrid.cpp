@@ -194,7 +194,10 @@ void DocumentGrid::fitToWidth()
 
 void DocumentGrid::keyPressEvent(QKeyEvent *event)
 {
-    if (const auto wanted = stepOf(*event, false))
+    // In a cell being typed in Esc gives up what was typed; that arrives in the editor.
+    if (event->key() == Qt::Key_Escape)
+        step(CellStep::LeaveForward);
+    else if (const auto wanted = stepOf(*event, false))
         step(*wanted);
     else
         QTableView::keyPressEvent(event);

@@ -19,7 +19,9 @@ DocumentStockLine::DocumentStockLine(DocumentGrid &grid, std::function<ScorteDi(
     , warning_(ui::named(u"lblSottoZero"_s, new QLabel(this)))
 {
     warning_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    warning_->setFocusPolicy(Qt::NoFocus);
+    warning_->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    // A click leaves the place where one types.
+    warning_->setFocusPolicy(Qt::TabFocus);
     warning_->hide();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 0, 4, 0);
@@ -117,6 +119,7 @@ void DocumentStockLine::judge()
     QHash<QString, double> taken;
     QHash<int, QString> warnings;
     QStringList links;
+    QStringList numbers;
     const QList<DocumentRow> &rows = grid_.rowsModel().rows();
     for (int i = 0; i < rows.size(); ++i) {
         const auto found = scorte_.constFind(rows[i].codice);
@@ -127,6 +130,7 @@ void DocumentStockLine::judge()
         if (left >= 0)
             continue;
         warnings.insert(i, core::tr("La giacenza va sotto zero: %1 dopo questa riga").arg(core::formatNumber(left)));
+        numbers.append(QString::number(i + 1));
         links.append(u"<a href=\"%1\">%2</a>"_s.arg(i).arg(i + 1));
     }
     grid_.rowsModel().setWarnings(warnings);
@@ -134,6 +138,7 @@ void DocumentStockLine::judge()
     const QString text = links.size() == 1 ? core::tr("1 riga porta la giacenza sotto zero: %1")
                                            : core::tr("%1 righe portano la giacenza sotto zero: %2").arg(links.size());
     warning_->setText(text.arg(links.join(u", "_s)));
+    warning_->setAccessibleName(text.arg(numbers.join(u", "_s)));
     warning_->setHidden(links.isEmpty());
 }
 

@@ -2,12 +2,35 @@
 
 #include "platform/core/Messages.h"
 
+#include <QActionEvent>
 #include <QCloseEvent>
 #include <QMdiSubWindow>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
 namespace ui {
+
+namespace {
+
+/// Tab reaches those of its buttons that no key stands for.
+class CommandBar : public QToolBar
+{
+public:
+    using QToolBar::QToolBar;
+
+protected:
+    void actionEvent(QActionEvent *event) override
+    {
+        QToolBar::actionEvent(event);
+        if (event->type() != QEvent::ActionAdded || !event->action()->shortcut().isEmpty())
+            return;
+        if (auto *button = qobject_cast<QToolButton *>(widgetForAction(event->action())))
+            button->setFocusPolicy(Qt::TabFocus);
+    }
+};
+
+} // namespace
 
 ChildForm::ChildForm(const QString &caption, const QString &menuCaption, QWidget *parent)
     : QWidget(parent)
@@ -79,7 +102,7 @@ QPushButton *ChildForm::commandButton(QAction *action, const QString &name, QWid
 
 QToolBar *ChildForm::newToolBar(const QString &name)
 {
-    auto *bar = named(name, new QToolBar(this));
+    auto *bar = named(name, new CommandBar(this));
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     bar->setIconSize({16, 16});
     bar->setMovable(false);

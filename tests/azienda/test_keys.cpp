@@ -1,5 +1,6 @@
 #include "host/HostCommands.h"
 #include "host/ui/MainWindow.h"
+#include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/ui/KeyList.h"
 #include "platform/ui/PlaceKeys.h"
 #include "platform/ui/ResultGrid.h"
@@ -51,6 +52,49 @@ private Q_SLOTS:
         });
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
         QVERIFY(seenPages > 40);
+    }
+
+    // Tab and Shift+Tab go round through all that takes a click, but for buttons of a command with a key of its own,
+    // further buttons of a row that arrows go through, and parts of inputs.
+    void everythingTakesTheFocusByKeys()
+    {
+        QStringList wrong;
+        qsizetype seen = 0;
+        const auto look = [&](QWidget &window) {
+            const QSet<QWidget *> forward = tabStops(Qt::Key_Tab);
+            const QSet<QWidget *> backward = tabStops(Qt::Key_Backtab);
+            const QList<QWidget *> all = window.findChildren<QWidget *>();
+            for (QWidget *control : all) {
+                if (!control->isVisible() || !control->isEnabled() || !takesClicks(*control))
+                    continue;
+                ++seen;
+                if (!forward.contains(control) || !backward.contains(control))
+                    wrong.append(u"%1: %2 %3"_s.arg(
+                        window.objectName(), QLatin1String(control->metaObject()->className()), control->objectName()));
+            }
+        };
+        forEachPage(look);
+        for (const QString &action :
+             {u"actOpzioni"_s, u"actOpzioniDocumenti"_s, u"actImporta"_s, u"actCambiaPassword"_s}) {
+            place().dialogs.expect([&look](QDialog &dialog) {
+                look(dialog);
+                dialog.reject();
+            });
+            test::trigger(&place().commands(), action);
+        }
+        static const QRegularExpression selections(u"^actModSeleziona"_s);
+        const QList<QAction *> actions = place().module().findChildren<QAction *>(selections);
+        for (const QAction *action : actions) {
+            TMMGModSelezionaBase &dialog = place().module().selectionDialog(action->objectName());
+            dialog.show();
+            dialog.activateWindow();
+            test::settle();
+            look(dialog);
+            dialog.hide();
+        }
+        wrong.removeDuplicates();
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
+        QVERIFY(seen > 300 && actions.size() > 8);
     }
 
     void keysLeadThroughADocument()
@@ -122,6 +166,46 @@ private Q_SLOTS:
     }
 
 private:
+    // All that has the focus until it comes back to where it began.
+    static QSet<QWidget *> tabStops(Qt::Key key)
+    {
+        QSet<QWidget *> stops;
+        while (QApplication::focusWidget() && !stops.contains(QApplication::focusWidget())) {
+            stops.insert(QApplication::focusWidget());
+            QTest::keyClick(QApplication::focusWidget(), key,
+                            key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+        }
+        return stops;
+    }
+
+    static bool takesClicks(const QWidget &control)
+    {
+        const auto isIn = [&control](const char *kind) {
+            for (const QWidget *around = control.parentWidget(); around; around = around->parentWidget()) {
+                if (around->inherits(kind))
+                    return true;
+            }
+            return false;
+        };
+        for (const char *kind : {"QLineEdit", "QComboBox", "QAbstractSpinBox", "QAbstractItemView", "QTabBar"}) {
+            if (isIn(kind))
+                return false;
+        }
+        const auto *command = control.window()->findChild<QAction *>(u"act"_s + control.objectName().mid(3));
+        if (command && !command->shortcut().isEmpty())
+            return false;
+        const auto *button = qobject_cast<const QAbstractButton *>(&control);
+        const auto *tool = qobject_cast<const QToolButton *>(&control);
+        if (tool && (isIn("ui::LetterBar") || tool->objectName() == u"qt_toolbar_ext_button" ||
+                     (tool->defaultAction() && !tool->defaultAction()->shortcut().isEmpty())))
+            return false;
+        if (const auto *radio = qobject_cast<const QRadioButton *>(&control))
+            return radio->isChecked();
+        return button || qobject_cast<const QAbstractItemView *>(&control) ||
+               qobject_cast<const QComboBox *>(&control) || qobject_cast<const QPlainTextEdit *>(&control) ||
+               (qobject_cast<const QLineEdit *>(&control) && control.focusPolicy() != Qt::ClickFocus);
+    }
+
     static QSet<QString> keyTexts(const QWidget &window)
     {
         QSet<QString> texts;

@@ -47,6 +47,8 @@ private Q_SLOTS:
         QCOMPARE(digitThen(Qt::Key_0, Qt::Key_Backtab, Qt::ShiftModifier), u"1 Q.tà"_s); // refused
         QCOMPARE(test::columnTexts(receipt.grid(), u"Costo"_s), QStringList({u"€ 3,00"_s, u"€ 5,00"_s}));
         QCOMPARE(test::columnTexts(receipt.grid(), u"Q.tà"_s), QStringList({u"4,00"_s, u"7,00"_s}));
+        press(Qt::Key_Escape); // nothing is being typed
+        QCOMPARE(where(receipt), u"left"_s);
         for (const Qt::KeyboardModifier back : {Qt::NoModifier, Qt::ShiftModifier}) {
             receipt.grid()->setFocus();
             receipt.grid()->select(0, &DocumentRow::costo);
