@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
+#include <QMdiSubWindow>
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
@@ -101,8 +102,9 @@ QWidget &Program::openForm(const QString &action) const
 
 void Program::forget(const QString &action) const
 {
-    // The form's frame in the main window goes with it, as after the user's own close.
-    delete module().openForm(action);
+    // With its frame in the main window, as after the user's own close: the form alone would leave an empty tab.
+    QWidget *form = module().openForm(action);
+    delete qobject_cast<QMdiSubWindow *>(form->parentWidget());
     settle();
 }
 
