@@ -182,21 +182,24 @@ void TMMGInserimentoDocumento::createRowsPage()
             Qt::QueuedConnection);
 }
 
+// Keys that have a name are not written as text: looking for it takes longer than making the command.
 QList<ui::Command> TMMGInserimentoDocumento::rowCommands()
 {
     const RowCommandCaptions &captions = kind_.captions.rows;
     return {
         {u"actAggiungiArticolo"_s, captions.articolo, [this] { aggiungiArticolo(); }, ui::Icon::Add,
-         QKeySequence(u"Ctrl+Ins"_s)},
+         QKeySequence(Qt::CTRL | Qt::Key_Insert)},
         {u"actAggiungiServizio"_s, captions.servizio, [this] { aggiungiServizio(); }, ui::Icon::Service,
          QKeySequence(u"Ctrl+Shift+S"_s)},
         {u"actAggiungiTesto"_s, captions.testo, [this] { aggiungiTesto(); }, ui::Icon::Text, QKeySequence(u"Ctrl+T"_s)},
         {u"actAggiungiNonImponibile"_s, captions.nonImponibile, [this] { aggiungiNonImponibile(); }, ui::Icon::Add,
          QKeySequence(u"Ctrl+Shift+N"_s)},
         {u"actEliminaRiga"_s, captions.elimina, [this] { eliminaRiga(); }, ui::Icon::Remove,
-         QKeySequence(u"Ctrl+Del"_s)},
-        {u"actSpostaRigaSu"_s, captions.su, [this] { spostaRiga(-1); }, ui::Icon::Up, QKeySequence(u"Ctrl+Up"_s)},
-        {u"actSpostaRigaGiu"_s, captions.giu, [this] { spostaRiga(1); }, ui::Icon::Down, QKeySequence(u"Ctrl+Down"_s)},
+         QKeySequence(Qt::CTRL | Qt::Key_Delete)},
+        {u"actSpostaRigaSu"_s, captions.su, [this] { spostaRiga(-1); }, ui::Icon::Up,
+         QKeySequence(Qt::CTRL | Qt::Key_Up)},
+        {u"actSpostaRigaGiu"_s, captions.giu, [this] { spostaRiga(1); }, ui::Icon::Down,
+         QKeySequence(Qt::CTRL | Qt::Key_Down)},
     };
 }
 

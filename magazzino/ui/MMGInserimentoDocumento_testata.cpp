@@ -73,12 +73,12 @@ void TMMGInserimentoDocumento::createBeside()
                 .caption = core::tr("Documento sopra nell'elenco"),
                 .run = [this] { goBeside(-1); },
                 .icon = ui::Icon::Up,
-                .shortcut = QKeySequence(u"Ctrl+PgUp"_s)});
+                .shortcut = QKeySequence(Qt::CTRL | Qt::Key_PageUp)});
     addCommand({.name = u"actDocumentoSotto"_s,
                 .caption = core::tr("Documento sotto nell'elenco"),
                 .run = [this] { goBeside(1); },
                 .icon = ui::Icon::Down,
-                .shortcut = QKeySequence(u"Ctrl+PgDown"_s)});
+                .shortcut = QKeySequence(Qt::CTRL | Qt::Key_PageDown)});
 }
 
 // As the list shows them, while it does; otherwise as it does at first, newest first.
