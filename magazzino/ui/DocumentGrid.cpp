@@ -181,9 +181,24 @@ void DocumentGrid::select(int row, const RowMember &column)
     scrollTo(index);
 }
 
+// Nothing is measured before it is seen: a document opens on its first page.
+bool DocumentGrid::fitsLater()
+{
+    fitsLater_ = fitsLater_ || !isVisible();
+    return fitsLater_;
+}
+
+void DocumentGrid::showEvent(QShowEvent *event)
+{
+    QTableView::showEvent(event);
+    if (std::exchange(fitsLater_, false))
+        fitToWidth();
+}
+
 void DocumentGrid::fitRowHeights()
 {
-    resizeRowsToContents();
+    if (!fitsLater())
+        resizeRowsToContents();
 }
 
 void DocumentGrid::fitToWidth()
@@ -266,6 +281,8 @@ int DocumentGrid::widthOfNumbers(int column) const
 // Told widths are the least ones; the rest goes to the description, at least what a few words need.
 void DocumentGrid::fitColumns()
 {
+    if (fitsLater())
+        return;
     constexpr int frameAndScrollBar = 21;
     constexpr int leastRest = 100;
     const int usable = std::min(width() - frameAndScrollBar, viewport()->width());

@@ -82,6 +82,7 @@ Q_SIGNALS:
     void typing(bool different);
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool focusNextPrevChild(bool next) override;
@@ -89,10 +90,12 @@ protected:
 private:
     void step(CellStep step);
     QModelIndex editableFrom(const QModelIndex &from, int direction) const;
+    bool fitsLater();
     void fitColumns();
     int widthOfNumbers(int column) const;
 
     DocumentRowsModel *model_;
     DocumentRowsDelegate *delegate_;
     ui::ListExport *export_;
+    bool fitsLater_ = false;
 };

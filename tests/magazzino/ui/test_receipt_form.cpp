@@ -90,6 +90,14 @@ private Q_SLOTS:
         }
         QCOMPARE(together(), usable);
         QCOMPARE(note().grid()->rowHeight(0), lineHeight);
+        // Opened again, on its first page, it has the rows as high as they need to be once they are shown.
+        note().fillHeader();
+        note().save();
+        database().execute(u"UPDATE BOLLE_CARICO_DETT SET DESCRIZIONE = '%1'"_s.arg(u"lunga "_s.repeated(80)));
+        note().form().ApriRecord(note().form().IdRecord());
+        note().showPage(1);
+        QVERIFY(note().grid()->rowHeight(0) >= 2 * note().grid()->fontMetrics().height());
+        QCOMPARE(together(), usable);
         // Nor is a total cut where the form is as small as can be.
         QWidget *window = note().form().parentWidget();
         window->resize(window->minimumSizeHint());
