@@ -53,6 +53,21 @@ private:
     bool applying_ = false;
 };
 
+// The same whatever the label says; but each time it says something else, the layouts around it ask again.
+QSize leastText(const QLabel &label)
+{
+    static QString font;
+    static QSize size;
+    if (const QString key = label.font().key(); key != font) {
+        constexpr QRect wide(0, 0, 2000, 2000);
+        const QString few = u"Mmmm…"_s;
+        font = key;
+        size = {label.fontMetrics().horizontalAdvance(few),
+                label.fontMetrics().boundingRect(wide, Qt::AlignLeft, few).height()};
+    }
+    return size;
+}
+
 } // namespace
 
 ElidedLabel::ElidedLabel(QWidget *parent)
@@ -64,7 +79,10 @@ ElidedLabel::ElidedLabel(QWidget *parent)
 
 QSize ElidedLabel::minimumSizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(u"Mmmm…"_s), QLabel::minimumSizeHint().height()};
+    ensurePolished();
+    const QMargins around = contentsMargins();
+    const QSize text = leastText(*this);
+    return {text.width(), std::max(text.height() + 2 * margin() + around.top() + around.bottom(), minimumHeight())};
 }
 
 QRect ElidedLabel::textArea() const
