@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QGroupBox>
 #include <QPainter>
+#include <QPixmapCache>
 #include <QStyleFactory>
 #include <QStyleOption>
 
@@ -98,6 +99,13 @@ const Colours &darkColours()
     return colours;
 }
 
+// Pictures that are kept are found by the palette they were drawn with; each control has a copy of its own of the same.
+QPalette shared(const QPalette &palette)
+{
+    const QPalette program = QApplication::palette();
+    return palette == program && palette.currentColorGroup() == program.currentColorGroup() ? program : palette;
+}
+
 } // namespace
 
 Look::Look()
@@ -129,6 +137,44 @@ void Look::useOwnColours(Scheme scheme)
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         colours.setColor(QPalette::Disabled, role, disabled);
     QApplication::setPalette(colours);
+}
+
+// Drawing its round corners is most of what painting a form takes, and most fields are as large as another one.
+QPixmap Look::inputFrame(const QStyleOption &option, double ratio) const
+{
+    const QString key = u"inputFrame-%1-%2-%3-%4-%5-%6"_s.arg(option.rect.width())
+                            .arg(option.rect.height())
+                            .arg(ratio)
+                            .arg(option.state.testFlag(State_HasFocus))
+                            .arg(option.palette.color(QPalette::Window).rgba())
+                            .arg(option.palette.color(QPalette::Highlight).rgba());
+    QPixmap frame;
+    if (QPixmapCache::find(key, &frame))
+        return frame;
+    frame = QPixmap(option.rect.size() * ratio);
+    frame.setDevicePixelRatio(ratio);
+    frame.fill(Qt::transparent);
+    QStyleOption atOrigin = option;
+    atOrigin.rect.moveTopLeft({});
+    QPainter painter(&frame);
+    QProxyStyle::drawPrimitive(PE_FrameLineEdit, &atOrigin, &painter);
+    QPixmapCache::insert(key, frame);
+    return frame;
+}
+
+void Look::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                         const QWidget *widget) const
+{
+    const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
+    if (element == PE_FrameLineEdit && !option->rect.isEmpty()) {
+        painter->drawPixmap(option->rect.topLeft(), inputFrame(*option, painter->device()->devicePixelRatioF()));
+    } else if (element == PE_PanelButtonCommand && button) {
+        QStyleOptionButton alike = *button;
+        alike.palette = shared(button->palette);
+        QProxyStyle::drawPrimitive(element, &alike, painter, widget);
+    } else {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
 }
 
 void Look::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,

@@ -35,12 +35,17 @@ public:
     /// Shows the program's own colours, also in windows that are open.
     static void useOwnColours(Scheme scheme);
 
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
                             const QWidget *widget) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
                          const QWidget *widget) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
     QIcon standardIcon(StandardPixmap icon, const QStyleOption *option, const QWidget *widget) const override;
+
+private:
+    QPixmap inputFrame(const QStyleOption &option, double ratio) const;
 };
 
 } // namespace ui
