@@ -76,7 +76,9 @@ void WindowTitles::nameTabs()
     for (int i = 0; i < tabs->count(); ++i) {
         if (!windows[i]->widget())
             continue;
-        tabs->setTabText(i, tabText(*windows[i]));
+        // Even the same text would have all tabs laid out again.
+        if (const QString text = tabText(*windows[i]); text != tabs->tabText(i))
+            tabs->setTabText(i, text);
         tabs->setTabToolTip(i, windows[i]->windowTitle());
     }
 }
