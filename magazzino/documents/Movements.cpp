@@ -43,16 +43,6 @@ void deleteMovements(const DocumentKind &kind, int id)
                                u" AND RIF_DOC_ID="_s + QString::number(id));
 }
 
-QHash<int, double> movementCosts(const DocumentKind &kind, int id)
-{
-    const data::Rows movements = ModuleConnection().run(
-        u"SELECT RIF_DOC_IDRIGA, COSTO FROM MOVI_MAGA WHERE RIF_DOC_TIPO = ? AND RIF_DOC_ID = ?"_s, {kind.name, id});
-    QHash<int, double> costs;
-    for (qsizetype i = 0; i < movements.size(); ++i)
-        costs.insert(movements.integer(i, u"RIF_DOC_IDRIGA"), movements.number(i, u"COSTO"));
-    return costs;
-}
-
 void writeMovements(const DocumentKind &kind, const DocumentHead &document, const QList<DocumentRow> &rows)
 {
     QList<TMoviMaga> movements;

@@ -112,9 +112,32 @@ void takeCosts(QList<DocumentRow> &rows, const QHash<int, double> &costs)
 
 } // namespace
 
-QHash<int, double> costsInMovements(const DocumentKind &kind, int id)
+BesideRows readBesideRows(const DocumentKind &kind, int id)
 {
-    return storesCosts(kind) ? QHash<int, double>() : movementCosts(kind, id);
+    QStringList queries;
+    QVariantList values;
+    if (!storesCosts(kind)) {
+        queries.append(u"SELECT RIF_DOC_IDRIGA, COSTO, CAST(NULL AS TIMESTAMP) AS STAMPATO_IL, CAST(NULL AS "
+                       "VARCHAR(64)) AS IMPRONTA_DATI FROM MOVI_MAGA WHERE RIF_DOC_TIPO = ? AND RIF_DOC_ID = ?"_s);
+        values << kind.name << id;
+    }
+    if (!kind.print.report.isEmpty()) {
+        queries.append(u"SELECT CAST(NULL AS INTEGER) AS RIF_DOC_IDRIGA, CAST(NULL AS DECIMAL(13, 2)) AS COSTO, "
+                       "STAMPATO_IL, IMPRONTA_DATI FROM (SELECT FIRST 1 STAMPATO_IL, IMPRONTA_DATI FROM "
+                       "STAMPE_DOCUMENTI WHERE IDDOCUMENTO = ? AND DOCUMENTO = ? ORDER BY IDSTAMPA_DOCUMENTO DESC)"_s);
+        values << id << kind.table;
+    }
+    BesideRows result;
+    const data::Rows rows =
+        queries.isEmpty() ? data::Rows() : ModuleConnection().run(queries.join(u" UNION ALL "_s), values);
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        const QDateTime printed = rows.at(i, u"STAMPATO_IL").toDateTime();
+        if (printed.isValid())
+            result.printed = StampaFatta{printed, rows.text(i, u"IMPRONTA_DATI"), {}, {}};
+        else
+            result.costs.insert(rows.integer(i, u"RIF_DOC_IDRIGA"), rows.number(i, u"COSTO"));
+    }
+    return result;
 }
 
 QList<DocumentRow> readRows(const DocumentKind &kind, const QHash<int, double> &costs, data::DataSet &stored)

@@ -1,17 +1,24 @@
 #pragma once
 #include "magazzino/MMGUtils.h"
-#include "magazzino/documents/DocumentKind.h"
+#include "magazzino/documents/StampeDocumenti.h"
 #include "platform/data/DataSet.h"
 
 #include <QHash>
 
-/// How the rows of a document are read from and written to the database. Both throw data::DatabaseError.
+/// How the rows of a document are read from and written to the database. All of it throws data::DatabaseError.
 
-/// Cost per unit (EUR) by row key, of the rows of the document with key `id`, where the movements alone hold it.
-QHash<int, double> costsInMovements(const DocumentKind &kind, int id);
+/// What is stored of a document elsewhere than in its header and its rows.
+struct BesideRows
+{
+    QHash<int, double> costs;           ///< per unit (EUR) by row key, where the movements alone hold them
+    std::optional<StampaFatta> printed; ///< the last time, moment and hash of the data alone; nothing if it never was
+};
+
+/// Of the document with key `id`, in one query.
+BesideRows readBesideRows(const DocumentKind &kind, int id);
 
 /// The rows of a document, from its open rows data set that stands on its first row; `costs` as from
-/// costsInMovements().
+/// readBesideRows().
 QList<DocumentRow> readRows(const DocumentKind &kind, const QHash<int, double> &costs, data::DataSet &stored);
 
 /// The VAT rates of the rows as they are in the register now, by key; those that are gone are left out.

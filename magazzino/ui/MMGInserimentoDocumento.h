@@ -1,6 +1,6 @@
 #pragma once
 #include "magazzino/MMGUtils.h"
-#include "magazzino/documents/StampeDocumenti.h"
+#include "magazzino/documents/StoredRows.h"
 #include "magazzino/ui/DocumentCommands.h"
 #include "magazzino/ui/DocumentGrid.h"
 #include "magazzino/ui/MMGInserimento.h"
@@ -166,6 +166,6 @@ private:
     QList<std::pair<QWidget *, std::function<bool()>>> required_; // in the order in which they are asked for
     std::unique_ptr<data::DataSet> lastTime_;                     // stands on the counterpart's last document
     // Of the document that is being loaded
-    QHash<int, double> costs_; ///< of its rows, by their keys
+    BesideRows beside_;
     bool mayEdit_ = true;
 };

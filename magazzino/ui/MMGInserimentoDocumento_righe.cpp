@@ -1,13 +1,10 @@
 // What a document's form reads from the database and writes to it.
 #include "magazzino/documents/Movements.h"
-#include "magazzino/documents/StoredRows.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/EntryLine.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "platform/core/Translation.h"
 #include "platform/data/DataSet.h"
-
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -34,18 +31,18 @@ data::DataSet *TMMGInserimentoDocumento::details() const
 
 void TMMGInserimentoDocumento::readFurther()
 {
-    costs_ = costsInMovements(kind_, record().integer(kind_.key));
+    beside_ = readBesideRows(kind_, record().integer(kind_.key));
     mayEdit_ = mayEdit(kind_);
 }
 
 void TMMGInserimentoDocumento::loadDetails()
 {
     showRight(mayEdit_);
-    grid_->rowsModel().setRows(readRows(kind_, costs_, *details()));
+    grid_->rowsModel().setRows(readRows(kind_, beside_.costs, *details()));
     grid_->fitRowHeights();
     showTotals([this](const DocumentTotal &total) { return record().number(total.column); });
-    // The document does not wait for it: on a network it would take a quarter longer to open.
-    QTimer::singleShot(0, this, [this, id = record().integer(kind_.key)] { printedElsewhere(kind_.table, id); });
+    printed_ = beside_.printed;
+    showPrinted(printed_ ? improntaDocumento(kind_, record().rows(), details()->rows()) : QString());
     counterpartChosen({});
 }
 

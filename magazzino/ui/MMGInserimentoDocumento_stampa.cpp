@@ -58,7 +58,7 @@ void TMMGInserimentoDocumento::forgetPrinted()
     showPrinted({});
 }
 
-// By this form, by a list or by a preview; also asked for once the document is shown.
+// By this form, by a list or by a preview.
 void TMMGInserimentoDocumento::printedElsewhere(const QString &table, int id)
 {
     if (kind_.print.report.isEmpty() || table != kind_.table || id != storedKey())

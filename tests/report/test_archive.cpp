@@ -142,13 +142,11 @@ private Q_SLOTS:
         QCOMPARE(test::pdfPages(archive + u"/2026/"_s + name + u".pdf"_s), test::pdfPages(path(u"nota.pdf"_s)));
         // The same data are filed once; another state of them beside the first, however it is printed.
         form->openRecord(note);
-        test::settle();
         QCOMPARE(test::shown(form, u"lblStampato"_s), printed);
         test::typeOver(test::control<QWidget>(form, u"txtNote"_s), u"Cambiata"_s);
         test::trigger(form, u"actSalva"_s);
         QCOMPARE(test::shown(form, u"lblStampato"_s), printed + u", modificato dopo"_s);
         form->openRecord(note);
-        test::settle();
         QCOMPARE(test::shown(form, u"lblStampato"_s), printed + u", modificato dopo"_s);
         test::trigger(form, u"actStampa"_s);
         TestArchive::printed();

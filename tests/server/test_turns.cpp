@@ -46,7 +46,11 @@ private Q_SLOTS:
         document.form().DataChanged();
         const int again = turnsOf([&] { document.save(); });
         QVERIFY2(again <= most, qPrintable(QString::number(again)));
-        const int opening = turnsOf([&] { document.form().ApriRecord(document.form().IdRecord()); });
+        // With whether it was printed, and with whatever is asked for once it is shown.
+        const int opening = turnsOf([&] {
+            document.form().ApriRecord(document.form().IdRecord());
+            test::settle();
+        });
         QVERIFY2(opening <= 8, qPrintable(QString::number(opening)));
         GetUM(1);
         QCOMPARE(turnsOf([] { GetUM(2); }), 1);
