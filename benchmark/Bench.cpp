@@ -166,8 +166,10 @@ QString Bench::run()
         measurePdf(*this);
     if (isWanted(u"files"_s))
         measureFiles(*this);
-    if (isWanted(u"start"_s))
+    if (isWanted(u"start"_s)) {
         measureStart();
+        measureWindow(*this);
+    }
     // Last, since it rewrites half of the movements.
     if (isWanted(u"revaluation"_s))
         measureRevaluation(*this);

@@ -56,6 +56,11 @@ private:
     QList<Figure> figures_;
 };
 
+/// First argument of the program that measureWindow() starts; the second one is the database.
+inline const QString windowOnly = QStringLiteral("window");
+/// Works like the program from its start to the first main window, and ends once that is painted.
+int showMainWindow(const QString &database);
+
 // Groups of workloads.
 void measureSaves(Bench &bench);
 void measureOpening(Bench &bench);
@@ -67,6 +72,7 @@ void measureLevelReports(Bench &bench);
 void measureRevaluation(Bench &bench);
 void measureLists(Bench &bench);
 void measureBegin(Bench &bench);
+void measureWindow(Bench &bench);
 void measurePdf(Bench &bench);
 void measureFiles(Bench &bench);
 

@@ -1,5 +1,6 @@
 // Measures the program on the data of a busy firm: magazzino_bench [S|L|XL|net] [GROUP...]
 //                                                  magazzino_bench day [DOCUMENTS]
+//                                                  magazzino_bench window DATABASE (what "start" starts)
 #include "benchmark/Bench.h"
 
 #include "host/Application.h"
@@ -52,6 +53,8 @@ QString run(const QString &kind, const QStringList &wanted)
 int measure(const QStringList &arguments)
 {
     const QString kind = arguments.value(1, u"L"_s);
+    if (kind == bench::windowOnly)
+        return bench::showMainWindow(arguments.value(2));
     const QString text = u"%1, %2, %3\n"_s.arg(QDateTime::currentDateTime().toString(Qt::ISODate), processor(),
                                                arguments.mid(1).join(u' ')) +
                          run(kind, arguments.mid(2));
