@@ -110,6 +110,21 @@ void takeCosts(QList<DocumentRow> &rows, const QHash<int, double> &costs)
     }
 }
 
+// Parts of one query with the same columns: a row that has a state is a file, one that has a moment a print.
+///@{
+const QString costsOfMovements =
+    u"SELECT RIF_DOC_IDRIGA AS CHIAVE, COSTO, CAST(NULL AS TIMESTAMP) AS MOMENTO, CAST(NULL AS VARCHAR(64)) AS TESTO, "
+    "CAST(NULL AS VARCHAR(20)) AS STATO FROM MOVI_MAGA WHERE RIF_DOC_TIPO = ? AND RIF_DOC_ID = ?"_s;
+const QString lastPrint =
+    u"SELECT CAST(NULL AS INTEGER) AS CHIAVE, CAST(NULL AS DECIMAL(13, 2)) AS COSTO, STAMPATO_IL AS MOMENTO, "
+    "IMPRONTA_DATI AS TESTO, CAST(NULL AS VARCHAR(20)) AS STATO FROM (SELECT FIRST 1 STAMPATO_IL, IMPRONTA_DATI FROM "
+    "STAMPE_DOCUMENTI WHERE IDDOCUMENTO = ? AND DOCUMENTO = ? ORDER BY IDSTAMPA_DOCUMENTO DESC)"_s;
+const QString newestFile =
+    u"SELECT CAST(NULL AS INTEGER) AS CHIAVE, CAST(NULL AS DECIMAL(13, 2)) AS COSTO, MODIFICATA_IL AS MOMENTO, NOME AS "
+    "TESTO, STATO FROM (SELECT FIRST 1 NOME, STATO, MODIFICATA_IL FROM FATTURE_ELETTRONICHE WHERE IDDOCUMENTO = ? AND "
+    "DOCUMENTO = ? ORDER BY IDFATTURA_ELETTRONICA DESC)"_s;
+///@}
+
 } // namespace
 
 BesideRows readBesideRows(const DocumentKind &kind, int id)
@@ -117,25 +132,26 @@ BesideRows readBesideRows(const DocumentKind &kind, int id)
     QStringList queries;
     QVariantList values;
     if (!storesCosts(kind)) {
-        queries.append(u"SELECT RIF_DOC_IDRIGA, COSTO, CAST(NULL AS TIMESTAMP) AS STAMPATO_IL, CAST(NULL AS "
-                       "VARCHAR(64)) AS IMPRONTA_DATI FROM MOVI_MAGA WHERE RIF_DOC_TIPO = ? AND RIF_DOC_ID = ?"_s);
+        queries.append(costsOfMovements);
         values << kind.name << id;
     }
     if (!kind.print.report.isEmpty()) {
-        queries.append(u"SELECT CAST(NULL AS INTEGER) AS RIF_DOC_IDRIGA, CAST(NULL AS DECIMAL(13, 2)) AS COSTO, "
-                       "STAMPATO_IL, IMPRONTA_DATI FROM (SELECT FIRST 1 STAMPATO_IL, IMPRONTA_DATI FROM "
-                       "STAMPE_DOCUMENTI WHERE IDDOCUMENTO = ? AND DOCUMENTO = ? ORDER BY IDSTAMPA_DOCUMENTO DESC)"_s);
-        values << id << kind.table;
+        queries << lastPrint << newestFile;
+        values << id << kind.table << id << kind.table;
     }
     BesideRows result;
     const data::Rows rows =
         queries.isEmpty() ? data::Rows() : ModuleConnection().run(queries.join(u" UNION ALL "_s), values);
     for (qsizetype i = 0; i < rows.size(); ++i) {
-        const QDateTime printed = rows.at(i, u"STAMPATO_IL").toDateTime();
-        if (printed.isValid())
-            result.printed = StampaFatta{printed, rows.text(i, u"IMPRONTA_DATI"), {}, {}};
+        const QString text = rows.text(i, u"TESTO");
+        const QString state = rows.text(i, u"STATO");
+        const QDateTime moment = rows.at(i, u"MOMENTO").toDateTime();
+        if (!state.isEmpty())
+            result.file = FileScritto{text, state, moment.isValid()};
+        else if (moment.isValid())
+            result.printed = StampaFatta{moment, text, {}, {}};
         else
-            result.costs.insert(rows.integer(i, u"RIF_DOC_IDRIGA"), rows.number(i, u"COSTO"));
+            result.costs.insert(rows.integer(i, u"CHIAVE"), rows.number(i, u"COSTO"));
     }
     return result;
 }

@@ -7,11 +7,20 @@
 
 /// How the rows of a document are read from and written to the database. All of it throws data::DatabaseError.
 
+/// The newest electronic file that was written of a document.
+struct FileScritto
+{
+    QString nome;
+    QString stato;
+    bool modificata = false; ///< the document was saved again since
+};
+
 /// What is stored of a document elsewhere than in its header and its rows.
 struct BesideRows
 {
     QHash<int, double> costs;           ///< per unit (EUR) by row key, where the movements alone hold them
     std::optional<StampaFatta> printed; ///< the last time, moment and hash of the data alone; nothing if it never was
+    std::optional<FileScritto> file;
 };
 
 /// Of the document with key `id`, in one query.

@@ -31,7 +31,8 @@ QString vatHint(const DocumentRow &row)
 }
 
 // What became of the stored invoice's file; empty while there is none.
-QString statoFile(const std::optional<fatturapa::FileRegistrato> &file)
+template <typename File>
+QString statoFile(const std::optional<File> &file)
 {
     if (!file)
         return {};
@@ -105,7 +106,7 @@ void TMMGInserimentoFattureAccompagnatorie::clearDetails()
 void TMMGInserimentoFattureAccompagnatorie::loadDetails()
 {
     TMMGInserimentoScarico::loadDetails();
-    mostraFileElettronico(statoFile(fatturapa::ultimoFile(connection(), IdRecord())));
+    mostraFileElettronico(statoFile(besideRows().file));
 }
 
 QVariant TMMGInserimentoFattureAccompagnatorie::detailState() const

@@ -64,6 +64,8 @@ protected:
     virtual QString counterpartName() const = 0;
     /// A customer or supplier was chosen: what its last document had is offered.
     void counterpartChosen(const QString &code);
+    /// What was read with the document that is being loaded.
+    const BesideRows &besideRows() const { return beside_; }
     /// What is shown is no longer the document that was printed.
     void forgetPrinted();
     /// What "Come l'ultima volta" fills in, each with the column of its text.
