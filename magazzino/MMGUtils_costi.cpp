@@ -2,6 +2,8 @@
 #include "platform/core/Decimal.h"
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
+#include "platform/core/Progress.h"
+#include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 
@@ -187,9 +189,11 @@ bool writeTogether(data::Connection &connection, const QList<Scarico> &issues)
 
 // As `single` would for each of them in their order; issues of the articles in `left` are for it alone.
 void writeAll(data::Connection &connection, const QList<Scarico> &issues, const QSet<int> &left,
-              const std::function<void(const Scarico &)> &single)
+              core::Progress &progress, const std::function<void(const Scarico &)> &single)
 {
+    progress.setTotal(static_cast<int>(issues.size()));
     for (qsizetype first = 0; first < issues.size(); first += issuesPerBlock) {
+        progress.step(static_cast<int>(first));
         const QList<Scarico> group = issues.mid(first, issuesPerBlock);
         const bool together = group.size() == issuesPerBlock &&
                               std::none_of(group.begin(), group.end(),
@@ -214,7 +218,7 @@ public:
     void read(const QVariantList &row);
     /// Behind the last row.
     void finishArticle();
-    void write(data::Connection &connection);
+    void write(data::Connection &connection, core::Progress &progress);
 
 private:
     int article_ = 0;
@@ -250,11 +254,11 @@ void OgniArticolo::finishArticle()
 
 // In the order of their keys, which is about the order in which they are stored: article by article, every issue would
 // mean reading and writing another page of the database.
-void OgniArticolo::write(data::Connection &connection)
+void OgniArticolo::write(data::Connection &connection, core::Progress &progress)
 {
     std::sort(issues_.begin(), issues_.end(), [](const Scarico &a, const Scarico &b) { return a.id < b.id; });
     QSet<int> failed;
-    writeAll(connection, issues_, failed, [&](const Scarico &issue) {
+    writeAll(connection, issues_, failed, progress, [&](const Scarico &issue) {
         if (failed.contains(issue.articolo))
             return;
         try {
@@ -317,7 +321,8 @@ void RivalorizzaScarichiMagazzino(const QString &codice, bool useTransaction)
             if (movement.scarico)
                 issues.append({.id = movement.id, .valore = movement.valore, .importo = movement.nuovoImporto});
         }
-        writeAll(connection, issues, {}, [&](const Scarico &issue) { writeValue(connection, issue); });
+        core::Progress unseen;
+        writeAll(connection, issues, {}, unseen, [&](const Scarico &issue) { writeValue(connection, issue); });
         if (transaction)
             transaction->commit();
     } catch (const std::exception &error) {
@@ -327,11 +332,21 @@ void RivalorizzaScarichiMagazzino(const QString &codice, bool useTransaction)
 
 void RivalorizzaTuttiGliScarichi()
 {
-    data::Connection &connection = ModuleConnection();
+    core::Progress unseen;
+    RivalorizzaTuttiGliScarichi(ModuleConnection(), unseen);
+}
+
+void RivalorizzaTuttiGliScarichi(data::Connection &connection, core::Progress &progress)
+{
+    progress.setText(core::tr("Lettura dei movimenti…"));
     OgniArticolo articles;
     connection.forEach(revaluedColumns + u", UPPER(CODICE), CODICE FROM MOVI_MAGA ORDER BY UPPER(CODICE), "
                                          "DATA_MOVIMENTO, IDMOVI_MAGA"_s,
-                       [&articles](const QVariantList &row) { articles.read(row); });
+                       [&](const QVariantList &row) {
+                           progress.check();
+                           articles.read(row);
+                       });
     articles.finishArticle();
-    articles.write(connection);
+    progress.setText(core::tr("Valori degli scarichi…"));
+    articles.write(connection, progress);
 }

@@ -4,6 +4,10 @@
 #include <QHash>
 #include <QSet>
 
+namespace core {
+class Progress;
+}
+
 /// Data services for several rows at once. Saves use them, since one row at a time a slow network is waited for again
 /// and again. Errors and their texts are those of the services for one row.
 
@@ -16,6 +20,10 @@ QHash<int, TCodiceTesto> GetCategorieServizi(const QSet<int> &ids);
 
 /// Writes new movements as AggiornaMoviMaga() does; each holds its key then. The caller owns the transaction.
 void InserisciMoviMaga(QList<TMoviMaga> &movimenti);
+
+/// RivalorizzaTuttiGliScarichi() on the given connection and transaction, telling `progress` how far it is. Throws
+/// core::Cancelled when that was cancelled.
+void RivalorizzaTuttiGliScarichi(data::Connection &connection, core::Progress &progress);
 
 /// Values new movements of `date` (`valore` and `valoreImporto`), each at the cost that GetValoreScaricoCostoMedio()
 /// would give once those before it were written.

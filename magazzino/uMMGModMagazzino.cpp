@@ -139,6 +139,9 @@ TMMGModMagazzino::TMMGModMagazzino(QObject *owner)
     rSystem->runLong = [](const QString &title, const report::ReportSystem::Work &work) {
         ui::runInterruptibly(GetMainForm(), title, work);
     };
+    schema::setLongRunner([](const schema::LongWork &work) {
+        ui::runInterruptibly(GetMainForm(), core::tr("Aggiornamento dell'archivio"), work);
+    });
     rSystem->choosePdfFile = [this](QWidget *form, const QString &name) { return ScegliFilePDF(form, name); };
     rProject->setDataSource([this](const QString &name) { return dmStampe->rows(name); });
     createDataSets();

@@ -105,7 +105,7 @@ QStringList createBarcodes()
          {u"UNIQUE COMPUTED BY (UPPER(CODICE))"_s, u"(IDANA_MAGA)"_s}});
 }
 
-void insertFirstRows(data::Connection &connection)
+void insertFirstRows(data::Connection &connection, core::Progress &)
 {
     const QString option = u"INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES(?, ?)"_s;
     connection.run(option, {u"NUMERAZIONE_UNICA_FATTURE"_s, u"False"_s});

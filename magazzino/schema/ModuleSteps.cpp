@@ -1,12 +1,13 @@
 #include "magazzino/schema/ModuleSteps.h"
 
-#include "magazzino/MMGUtils.h"
+#include "magazzino/MMGUtils_insiemi.h"
 #include "magazzino/schema/Tables.h"
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
+#include "platform/core/Translation.h"
+#include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
-#include "platform/schema/Engine.h"
 
 using namespace Qt::StringLiterals;
 
@@ -51,6 +52,11 @@ QString revalueLoads()
            data::quoted(u"Carico"_s);
 }
 
+bool hasMovements(data::Connection &connection)
+{
+    return !connection.select(u"SELECT FIRST 1 IDMOVI_MAGA FROM MOVI_MAGA"_s).isEmpty();
+}
+
 // The module's name has three z's in the rows of existing databases; it stays that way.
 QStringList rights()
 {
@@ -86,7 +92,9 @@ QList<Step> updates()
          .fromVersion = firstVersion,
          .statements = {revalueLoads()},
          .toVersion = u"1.0.1"_s,
-         .action = [](data::Connection &) { RivalorizzaTuttiGliScarichi(); }},
+         .action = [](data::Connection &connection,
+                      core::Progress &progress) { RivalorizzaTuttiGliScarichi(connection, progress); },
+         .takesLong = hasMovements},
         {fatture, firstVersion, {addColumn(fatture, u"NOTIFICATO"_s, u"VARCHAR(5)"_s, falseText())}, u"1.1.0"_s},
         {fornitori, firstVersion, {widenPartitaIVA(fornitori, u"PARTITAIVA"_s)}, u"1.1.0"_s},
         {fatture, u"1.1.0"_s, {widenPartitaIVA(fatture, u"CLI_PARTITAIVA"_s)}, u"1.2.0"_s},
@@ -98,7 +106,18 @@ QList<Step> updates()
     };
 }
 
+LongRunner &longRunner()
+{
+    static LongRunner runner;
+    return runner;
+}
+
 } // namespace
+
+void setLongRunner(LongRunner runner)
+{
+    longRunner() = std::move(runner);
+}
 
 const QList<Step> &moduleSteps()
 {
@@ -108,10 +127,18 @@ const QList<Step> &moduleSteps()
 
 void runModuleSteps(data::Connection &connection, const QList<Step> &steps)
 {
-    runSteps(connection, steps, [](const Step &step, const std::exception &error) {
+    const auto report = [](const Step &step, const std::exception &error) {
+        if (dynamic_cast<const core::Cancelled *>(&error)) {
+            core::inform(nullptr,
+                         core::tr("L'aggiornamento dei valori di magazzino è stato annullato: costi e valori dei "
+                                  "movimenti sono rimasti quelli di prima.\n\rL'aggiornamento ricomincia alla "
+                                  "prossima apertura dell'archivio."));
+            return;
+        }
         core::logError(u"AggiornaDatabase "_s + step.object, error);
         core::showMessage({u"Errore"_s, u"Errore durante l'aggiornamento del database!"_s});
-    });
+    };
+    runSteps(connection, steps, report, longRunner());
 }
 
 } // namespace schema

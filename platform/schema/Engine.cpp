@@ -53,13 +53,15 @@ void record(data::DataSet &versions, const Step &step)
     versions.updateBatch();
 }
 
-void write(data::Connection &connection, data::DataSet &versions, const Step &step)
+void write(data::Connection &connection, data::DataSet &versions, const Step &step, core::Progress &progress)
 {
     data::Transaction transaction(connection);
-    for (const QString &statement : step.statements)
+    for (const QString &statement : step.statements) {
         connection.execute(statement);
+        progress.check();
+    }
     if (step.action)
-        step.action(connection);
+        step.action(connection, progress);
     record(versions, step);
     transaction.commit();
 }
@@ -69,21 +71,44 @@ void write(data::Connection &connection, data::DataSet &versions, const Step &st
 // rolled back. Whatever else it refuses, it would refuse again.
 void writeTryingTwice(data::Connection &connection, data::DataSet &versions, const Step &step)
 {
+    core::Progress unseen;
     try {
-        write(connection, versions, step);
+        write(connection, versions, step, unseen);
     } catch (const data::DatabaseError &error) {
         if (error.refusal() != data::Refusal::DefinitionNotMade)
             throw;
         core::logError(u"%1 %2, primo tentativo"_s.arg(step.object, step.toVersion), error);
         versions.requery();
         if (isDue(step, versionOf(versions, step.object)))
-            write(connection, versions, step);
+            write(connection, versions, step, unseen);
     }
 }
 
-void run(data::Connection &connection, data::DataSet &versions, const Step &step)
+void prepareVersions(data::DataSet &versions)
 {
-    writeTryingTwice(connection, versions, step);
+    versions.setCommandText(allVersions);
+    versions.setUpdateTarget({versionTable, object});
+    readAgain(versions);
+}
+
+// A connection belongs to its thread.
+void writeApart(const QString &database, const Step &step, core::Progress &progress)
+{
+    data::Connection own;
+    own.setConnectionString(database);
+    own.open();
+    data::DataSet versions(&own);
+    prepareVersions(versions);
+    if (isDue(step, versionOf(versions, step.object)))
+        write(own, versions, step, progress);
+}
+
+void run(data::Connection &connection, data::DataSet &versions, const Step &step, const LongRunner &runLong)
+{
+    if (runLong && step.takesLong && step.takesLong(connection))
+        runLong([&](core::Progress &progress) { writeApart(connection.connectionString(), step, progress); });
+    else
+        writeTryingTwice(connection, versions, step);
     // A table is known to other statements only from here on. Rows that fail now leave it created and recorded, as
     // intended.
     for (const QString &statement : step.following)
@@ -112,18 +137,17 @@ bool isUpgradeDue(data::Connection &connection, const QList<Step> &steps)
            std::any_of(steps.begin(), steps.end(), [&](const Step &step) { return isDue(step, recorded(step)); });
 }
 
-void runSteps(data::Connection &connection, const QList<Step> &steps, const FailureHandler &failed)
+void runSteps(data::Connection &connection, const QList<Step> &steps, const FailureHandler &failed,
+              const LongRunner &runLong)
 {
     data::DataSet versions(&connection);
-    versions.setCommandText(allVersions);
-    versions.setUpdateTarget({versionTable, object});
-    readAgain(versions);
+    prepareVersions(versions);
     for (const Step &step : steps) {
         readAgain(versions);
         if (!isDue(step, versionOf(versions, step.object)))
             continue;
         try {
-            run(connection, versions, step);
+            run(connection, versions, step, runLong);
         } catch (const std::exception &error) {
             failed(step, error);
         }

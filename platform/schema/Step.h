@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/core/Progress.h"
 #include "platform/data/Connection.h"
 
 #include <QStringList>
@@ -15,7 +16,10 @@ struct Step
     QStringList statements; ///< run in the step's transaction
     QString toVersion;      ///< version recorded in that transaction
     QStringList following;  ///< run one by one after the commit, because they need the table that the step created
-    std::function<void(data::Connection &)> action; ///< runs in the transaction, behind the statements
+    /// Runs in the transaction, behind the statements; throws core::Cancelled when it is no longer wanted.
+    std::function<void(data::Connection &, core::Progress &)> action;
+    /// May the step take seconds on what is stored now? Then it runs where it can be cancelled, see LongRunner.
+    std::function<bool(data::Connection &)> takesLong = {};
 };
 
 } // namespace schema

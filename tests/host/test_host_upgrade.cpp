@@ -34,7 +34,8 @@ QList<schema::Step> stepsToCome()
                 .fromVersion = u"9.2.0"_s,
                 .statements = {u"INSERT INTO PROVE VALUES(7)"_s},
                 .toVersion = u"9.3.0"_s,
-                .action = [](data::Connection &connection) { connection.run(u"UPDATE CLIENTI SET PROVA = 'sì'"_s); }},
+                .action = [](data::Connection &connection,
+                             core::Progress &) { connection.run(u"UPDATE CLIENTI SET PROVA = 'sì'"_s); }},
            };
 }
 
