@@ -145,7 +145,7 @@ private Q_SLOTS:
         row("beginning", u"01234"_s, upc);
         row("more zeros", u"00012345678905"_s, upc);
         row("gs1", u"(01)00012345678905(37)3"_s, upc);
-        row("case and blanks", u" Conf "_s, u"SMA-0750 · conf-6"_s);
+        row("case and blanks", u" Qz-"_s, u"SMA-0750 · qz-6"_s);
         row("its end", u"345678905"_s, {});
         row("no pattern", u"%"_s, {});
     }
@@ -154,7 +154,7 @@ private Q_SLOTS:
     {
         const auto [typed, article, told] = test::row<QString, QString, QString>();
         const QList<std::pair<QString, QString>> barcodes = {{u"TRA-0018"_s, u"012345678905"_s},
-                                                             {u"SMA-0750"_s, u"conf-6"_s}};
+                                                             {u"SMA-0750"_s, u"qz-6"_s}};
         for (const auto &[code, barcode] : barcodes)
             test::insertInto(database(), u"BARCODE_ARTICOLI"_s,
                              {{u"CODICE"_s, barcode}, {u"IDANA_MAGA"_s, keyOf(code)}});
