@@ -118,10 +118,13 @@ private Q_SLOTS:
     {
         database().execute(uR"(EXECUTE BLOCK AS DECLARE I INTEGER = 1; DECLARE K INTEGER; BEGIN
             WHILE (I <= 650) DO BEGIN
-                INSERT INTO DDT_SCARICO(NUMERO, DATA, ANNO, CLI_RAGIONESOCIALE) VALUES (:I, '2026-01-01', 2026, 'Rossi')
-                    RETURNING IDDDT_SCARICO INTO :K;
-                INSERT INTO DDT_SCARICO_DETT(IDDDT_SCARICO, CODICE, DESCRIZIONE, TIPO_RIGA)
-                    VALUES (:K, 'X', IIF(I = 1, 'Bancale antico', 'Bancale'), 'Articolo');
+                INSERT INTO DDT_SCARICO(NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_TRASPORTO,
+                    TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, CAUSALE_TRASPORTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA,
+                    TOTALE_DOCUMENTO)
+                VALUES (:I, '2026-01-01', 2026, 'R', 'Rossi', 1, 'Mittente', 1, 'Vendita', 0, 0, 0)
+                RETURNING IDDDT_SCARICO INTO :K;
+                INSERT INTO DDT_SCARICO_DETT(IDDDT_SCARICO, CODICE, DESCRIZIONE, PREZZO, QUANTITA, IMPORTO, TIPO_RIGA)
+                VALUES (:K, 'X', 'Bancale ' || IIF(:I = 1, 'antico', 'nuovo'), 0, 1, 0, 'Articolo');
                 I = I + 1;
             END END)"_s);
         place().dialogs.expect([](QDialog &dialog) {
