@@ -3,6 +3,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "magazzino/schema/ModuleSteps.h"
+#include "platform/core/Progress.h"
 #include "platform/data/Connection.h"
 #include "platform/data/SqlText.h"
 
@@ -33,11 +34,12 @@ END)"_s.arg(which));
 
 void revalueEveryArticle(data::Connection &connection)
 {
+    core::Progress progress;
     for (const schema::Step &step : schema::moduleSteps()) {
         if (!step.action)
             continue;
         data::Transaction transaction(connection);
-        step.action(connection);
+        step.action(connection, progress);
         transaction.commit();
     }
 }
