@@ -1,5 +1,4 @@
 #include "host/HostCommands.h"
-#include "host/ui/MainWindow.h"
 #include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/ui/KeyList.h"
 #include "platform/ui/PlaceKeys.h"
@@ -9,18 +8,11 @@
 using namespace Qt::StringLiterals;
 
 /// A key for everything: commands, pages, fields, entries of menus.
-class TestKeys : public test::AtWorkplace
+class TestKeys : public test::AtShownWorkplace
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() override
-    {
-        AtWorkplace::init();
-        place().window().show();
-        QVERIFY(QTest::qWaitForWindowActive(&place().window()));
-    }
-
     // Of no window do two commands, pages or fields have the same key, nor one that works everywhere; pressed, the key
     // of each field in sight leads there.
     void eachKeyIsItsOwnAndLeadsThere()

@@ -1,4 +1,5 @@
 #pragma once
+#include "host/ui/MainWindow.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/ui/SearchForm.h"
 #include "tests/support/Documents.h"
@@ -48,6 +49,20 @@ protected:
 
 private:
     std::unique_ptr<Workplace> workplace_;
+};
+
+/// Tests with the main window in front, as a user has it.
+class AtShownWorkplace : public AtWorkplace
+{
+    Q_OBJECT
+
+protected Q_SLOTS:
+    void init() override
+    {
+        AtWorkplace::init();
+        place().window().show();
+        QVERIFY(QTest::qWaitForWindowActive(&place().window()));
+    }
 };
 
 /// Tests that each have the form of a new document, too.

@@ -1,4 +1,3 @@
-#include "host/ui/MainWindow.h"
 #include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/ui/MessageBoxes.h"
 #include "tests/support/Fixtures.h"
@@ -6,17 +5,11 @@
 using namespace Qt::StringLiterals;
 
 /// Windows as they are drawn: where they open, what Enter answers in them, which one follows when one closes.
-class TestWindows : public test::AtWorkplace
+class TestWindows : public test::AtShownWorkplace
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() override
-    {
-        AtWorkplace::init();
-        place().window().show();
-        QVERIFY(QTest::qWaitForWindowActive(&place().window()));
-    }
     void enterLosesNothing()
     {
         ui::installMessageBoxes();
