@@ -31,6 +31,7 @@ private Q_SLOTS:
         const test::Document document(place(), test::kindOfRow());
         // A turn for each row would be ten more.
         constexpr int most = 25;
+        constexpr int restOfFingers = 500; // milliseconds
         // The first save prepares the statements.
         for (int time = 0; time < 2; ++time) {
             document.trigger(u"actNuovo"_s);
@@ -40,6 +41,8 @@ private Q_SLOTS:
             const int turns = turnsOf([&] { document.save(); });
             QCOMPARE(document.flags(), u"stored"_s);
             QVERIFY2(time == 0 || turns <= most, qPrintable(QString::number(turns)));
+            // A chooser reads its list once, when the fingers rest after it got the focus: not in a counted save.
+            QTest::qWait(time == 0 ? restOfFingers : 0);
         }
         document.form().DataChanged();
         document.save();
