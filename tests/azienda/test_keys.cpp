@@ -1,11 +1,7 @@
-#include "host/HostCommands.h"
-#include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/ui/KeyList.h"
 #include "platform/ui/PlaceKeys.h"
 #include "platform/ui/ResultGrid.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 /// A key for everything: commands, pages, fields, entries of menus.
 class TestKeys : public test::AtShownWorkplace

@@ -1,13 +1,8 @@
-#include "host/DatabaseSetup.h"
 #include "host/schema/Creation.h"
 #include "host/schema/HostSchema.h"
 #include "host/schema/HostTables.h"
 #include "host/start/Startup.h"
 #include "tests/support/Kit.h"
-#include "tests/support/Program.h"
-#include "tests/support/Schemas.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

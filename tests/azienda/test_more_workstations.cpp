@@ -1,15 +1,8 @@
-#include "host/backup/Backup.h"
-#include "host/start/DatabaseMemory.h"
 #include "host/start/FileCommands.h"
 #include "host/start/MoveDatabase.h"
 #include "host/start/Opening.h"
 #include "host/start/ServerSetup.h"
-#include "host/ui/MainWindow.h"
-#include "platform/core/Progress.h"
-#include "tests/support/FirebirdServer.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

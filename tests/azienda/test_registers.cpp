@@ -1,15 +1,11 @@
 #include "host/FirmFields.h"
-#include "host/HostCommands.h"
 #include "host/InvoiceCodes.h"
 #include "host/TaxCodes.h"
 #include "host/registers/Registers.h"
 #include "magazzino/ui/ModuleRegisters.h"
-#include "platform/core/NumberReader.h"
 #include "platform/ui/RegisterDeletion.h"
 #include "platform/ui/RegisterEntry.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,16 +1,10 @@
-#include "host/start/DatabaseMemory.h"
 #include "host/start/Keyring.h"
 #include "host/start/StartDialogs.h"
 #include "host/start/Startup.h"
 #include "host/ui/MainWindow.h"
 #include "host/users/Users.h"
 #include "platform/ui/NumberEdits.h"
-#include "tests/support/FirebirdServer.h"
 #include "tests/support/Kit.h"
-#include "tests/support/Program.h"
-#include "tests/support/Schemas.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

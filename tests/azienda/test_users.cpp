@@ -1,15 +1,10 @@
-#include "host/HostCommands.h"
-#include "host/start/DatabaseMemory.h"
 #include "host/start/FileCommands.h"
-#include "host/ui/MainWindow.h"
 #include "host/users/Password.h"
 #include "host/users/PasswordDialogs.h"
 #include "host/users/UserForms.h"
 #include "host/users/Users.h"
 #include "platform/ui/RegisterDeletion.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

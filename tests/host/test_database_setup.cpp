@@ -1,12 +1,5 @@
-#include "host/DatabaseSetup.h"
 #include "host/schema/HostSchema.h"
-#include "platform/core/Log.h"
-#include "platform/data/DatabaseFile.h"
 #include "tests/support/Kit.h"
-
-#include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -3,12 +3,9 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QSignalSpy>
 
 #include <csignal>
 #include <sys/prctl.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

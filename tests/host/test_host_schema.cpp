@@ -1,9 +1,6 @@
 #include "host/schema/DemoData.h"
 #include "host/start/FirstRows.h"
-#include "magazzino/MMGUtils.h"
 #include "tests/support/Kit.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

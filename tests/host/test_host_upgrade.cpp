@@ -1,13 +1,7 @@
-#include "host/DatabaseSetup.h"
 #include "host/backup/UpgradeCopy.h"
 #include "host/start/Upgrade.h"
-#include "magazzino/MMGUtils.h"
-#include "platform/core/Clock.h"
 #include "platform/schema/Engine.h"
 #include "tests/support/Kit.h"
-#include "tests/support/Schemas.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -2,8 +2,6 @@
 #include "host/IntfPack.h"
 #include "tests/support/Kit.h"
 
-using namespace Qt::StringLiterals;
-
 class TestRegistry : public QObject
 {
     Q_OBJECT

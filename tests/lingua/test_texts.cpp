@@ -1,11 +1,5 @@
-#include "host/HostCommands.h"
 #include "host/start/StartDialogs.h"
-#include "host/ui/MainWindow.h"
 #include "tests/support/Fixtures.h"
-
-#include <QTranslator>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

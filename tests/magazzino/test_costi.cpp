@@ -5,8 +5,6 @@
 
 #include <random>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QString allColumns = u"SELECT IDMOVI_MAGA, IDMAGAZZINO, DATA_MOVIMENTO, CODICE, DESCRIZIONE, "

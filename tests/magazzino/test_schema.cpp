@@ -1,10 +1,5 @@
-#include "magazzino/MMGUtils.h"
-#include "magazzino/schema/ModuleSteps.h"
 #include "magazzino/schema/Tables.h"
-#include "platform/core/Log.h"
 #include "tests/support/Kit.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,7 +1,4 @@
-#include "magazzino/MMGUtils.h"
 #include "tests/support/Kit.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,7 +1,4 @@
-#include "platform/data/SqlText.h"
 #include "tests/support/Kit.h"
-
-using namespace Qt::StringLiterals;
 
 class TestConnectionString : public QObject
 {

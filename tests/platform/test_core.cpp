@@ -3,13 +3,9 @@
 #include "platform/core/Decimal.h"
 #include "platform/core/Format.h"
 #include "platform/core/LineText.h"
-#include "platform/core/Log.h"
-#include "platform/core/NumberReader.h"
 #include "tests/support/Kit.h"
 
 #include <cmath>
-
-using namespace Qt::StringLiterals;
 
 class TestCore : public QObject
 {

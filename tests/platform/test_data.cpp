@@ -1,11 +1,8 @@
 #include "platform/data/DataSet.h"
 #include "platform/data/Latest.h"
-#include "platform/data/SqlText.h"
 #include "tests/support/Kit.h"
 
 #include <cmath>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -4,8 +4,6 @@
 
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-
 class TestFiles : public QObject
 {
     Q_OBJECT

@@ -1,16 +1,9 @@
-#include "host/HostCommands.h"
-#include "host/ui/MainWindow.h"
 #include "host/ui/PreviewWindow.h"
 #include "host/ui/Printing.h"
 #include "magazzino/reports/MMGStampe.h"
 #include "platform/ui/MailProgram.h"
 #include "tests/report/Prints.h"
 #include "tests/support/Fixtures.h"
-
-#include <QPrintDialog>
-#include <QPrinter>
-
-using namespace Qt::StringLiterals;
 
 /// What becomes of a document besides its pages: the firm's logo, copies, archive, mail.
 class TestArchive : public test::AtWorkplace

@@ -1,11 +1,8 @@
-#include "magazzino/MMGUtils.h"
 #include "magazzino/reports/MMGStampe.h"
 #include "platform/report/Document.h"
 #include "platform/report/Report.h"
 #include "tests/report/Prints.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 constexpr auto toPdf = TKxReportDestination::FilePDF;
 constexpr auto toPreview = TKxReportDestination::Anteprima;

@@ -4,8 +4,6 @@
 #include "tests/report/Prints.h"
 #include "tests/support/Fixtures.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QString titles = u"<columnTitles height='10'><text x='0' y='0' width='30' height='5' "

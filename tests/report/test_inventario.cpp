@@ -1,8 +1,6 @@
 #include "magazzino/reports/uMMGStampaInventarioBase.h"
 #include "tests/support/Kit.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QString quotedDate(QDate date)

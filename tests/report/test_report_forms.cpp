@@ -1,15 +1,8 @@
-#include "host/ui/MainWindow.h"
 #include "host/ui/PreviewWindow.h"
 #include "magazzino/reports/MMGStampe.h"
 #include "platform/ui/ProgressDialog.h"
-#include "platform/ui/SearchForm.h"
 #include "tests/report/Prints.h"
 #include "tests/support/Fixtures.h"
-
-#include <QPrintDialog>
-#include <QPrinter>
-
-using namespace Qt::StringLiterals;
 
 /// The windows around printing: report forms, the note's commands, the preview.
 class TestReportForms : public test::AtWorkplace

@@ -1,7 +1,4 @@
 #include "tests/server/AtServer.h"
-#include "tests/support/Workstation.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

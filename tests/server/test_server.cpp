@@ -1,7 +1,4 @@
-#include "platform/data/DatabaseFile.h"
 #include "tests/server/AtServer.h"
-
-using namespace Qt::StringLiterals;
 
 class TestServer : public AtServer
 {

@@ -1,10 +1,6 @@
 #include "host/start/StartTurn.h"
-#include "platform/data/DatabaseFile.h"
 #include "platform/data/WaitLimits.h"
 #include "tests/server/AtServer.h"
-#include "tests/support/Program.h"
-
-using namespace Qt::StringLiterals;
 
 /// Workstations that start on one server at the same time.
 class TestStarts : public AtServer

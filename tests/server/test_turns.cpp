@@ -1,11 +1,7 @@
 #include "host/PackageLoader.h"
 #include "host/users/PasswordDialogs.h"
-#include "magazzino/MMGUtils.h"
-#include "magazzino/schema/ModuleSteps.h"
 #include "tests/server/AtServer.h"
 #include "tests/support/SlowLink.h"
-
-using namespace Qt::StringLiterals;
 
 /// How often the program waits for a server: on a slow network nothing else decides how long it takes.
 class TestTurns : public AtServer

@@ -1,11 +1,6 @@
-#include "platform/core/Progress.h"
 #include "platform/data/ReadApart.h"
 #include "platform/data/WaitLimits.h"
 #include "tests/server/AtServer.h"
-
-#include <QThread>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,9 +1,14 @@
 #pragma once
+#include "host/Corvane3Impl.h"
+#include "host/HostCommands.h"
 #include "host/ui/MainWindow.h"
 #include "magazzino/uMMGModMagazzino.h"
+#include "magazzino/ui/MMGModSelezionaBase.h"
+#include "platform/ui/Colours.h"
 #include "platform/ui/SearchForm.h"
 #include "tests/support/Documents.h"
 #include "tests/support/Kit.h"
+#include "tests/support/Workstation.h"
 
 namespace test {
 

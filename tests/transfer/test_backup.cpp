@@ -1,16 +1,8 @@
-#include "host/DatabaseSetup.h"
-#include "host/backup/Backup.h"
 #include "host/backup/BackupCommands.h"
-#include "platform/core/Clock.h"
-#include "platform/core/Progress.h"
-#include "platform/data/DatabaseFile.h"
-#include "tests/support/FirebirdServer.h"
 #include "tests/support/Kit.h"
 
 #include <atomic>
 #include <thread>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,10 +1,8 @@
 #include "magazzino/ui/DocumentGrid.h"
 #include "platform/ui/ListExport.h"
-#include "platform/ui/SearchForm.h"
 #include "tests/support/Fixtures.h"
 #include "tests/support/FullDisk.h"
 
-using namespace Qt::StringLiterals;
 using ui::ListColumn;
 
 namespace {

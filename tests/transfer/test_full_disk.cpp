@@ -1,22 +1,12 @@
-#include "host/DatabaseSetup.h"
-#include "host/backup/Backup.h"
-#include "host/start/DatabaseMemory.h"
 #include "host/transfer/ImportPlan.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/CsvWriter.h"
-#include "platform/core/Log.h"
-#include "platform/core/Progress.h"
 #include "platform/core/XlsxWriter.h"
 #include "platform/report/Document.h"
 #include "platform/report/Output.h"
 #include "platform/report/Report.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/Kit.h"
-#include "tests/support/Program.h"
-
-#include <QPrinter>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,9 +1,6 @@
 #include "host/transfer/ImportDialog.h"
-#include "platform/core/NumberReader.h"
-#include "platform/core/Progress.h"
 #include "tests/support/Kit.h"
 
-using namespace Qt::StringLiterals;
 using core::CsvEncoding;
 
 namespace {

@@ -1,12 +1,9 @@
-#include "host/ui/MainWindow.h"
 #include "host/ui/PreviewWindow.h"
 #include "magazzino/fatturapa/Registro.h"
 #include "platform/ui/MailProgram.h"
 #include "tests/support/Fixtures.h"
 
 #include <thread>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,8 +1,6 @@
 #include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
 #include "tests/support/Fixtures.h"
 
-using namespace Qt::StringLiterals;
-
 class TestInvoiceForm : public test::AtDocument
 {
     Q_OBJECT

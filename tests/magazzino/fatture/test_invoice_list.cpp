@@ -1,8 +1,4 @@
-#include "host/Corvane3Impl.h"
-#include "host/ui/MainWindow.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 class TestInvoiceList : public test::AtWorkplace
 {

@@ -2,8 +2,6 @@
 #include "magazzino/ui/FatturaCiclicaField.h"
 #include "tests/support/Fixtures.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QRadioButton *dayButton(const QWidget &form, const QString &caption)

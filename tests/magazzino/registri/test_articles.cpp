@@ -1,10 +1,6 @@
-#include "host/HostCommands.h"
 #include "host/StartOffers.h"
 #include "host/registers/ArticleEntry.h"
-#include "platform/ui/Colours.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 // The register of articles in the host, with what the warehouse knows of them.
 class TestArticles : public test::AtWorkplace

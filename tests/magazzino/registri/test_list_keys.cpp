@@ -1,8 +1,4 @@
-#include "host/HostCommands.h"
-#include "magazzino/ui/MMGModSelezionaBase.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,11 +1,7 @@
-#include "host/HostCommands.h"
-#include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/ui/ListExport.h"
 #include "platform/ui/ListLayouts.h"
 #include "platform/ui/UserSettings.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 /// Columns that the user drags, and what is kept of them.
 class TestListLayout : public test::AtWorkplace

@@ -1,8 +1,4 @@
-#include "platform/core/Clock.h"
-#include "platform/ui/Colours.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

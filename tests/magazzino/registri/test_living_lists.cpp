@@ -1,10 +1,6 @@
-#include "host/HostCommands.h"
-#include "host/ui/MainWindow.h"
 #include "platform/ui/EntryForm.h"
 #include "platform/ui/UserSettings.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 /// What lists and windows do by themselves: rows that follow what is stored, searches while one types, names, places.
 class TestLivingLists : public test::AtWorkplace

@@ -1,8 +1,6 @@
 #include "magazzino/forms/uMMGInserimentoMovimentiMagazzino.h"
 #include "tests/support/Fixtures.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QString article = u"TRA-0018"_s;

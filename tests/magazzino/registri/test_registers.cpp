@@ -1,8 +1,6 @@
 #include "magazzino/ui/ModuleRegisters.h"
 #include "tests/support/Fixtures.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// What one of the module's registers says, and who refers to its records.

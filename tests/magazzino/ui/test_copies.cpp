@@ -1,8 +1,5 @@
 #include "magazzino/documents/RigheAppunti.h"
-#include "platform/core/Clock.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 // Documents and rows of them that are copied, and rows that come from a spreadsheet.
 class TestCopies : public test::AtWorkplace

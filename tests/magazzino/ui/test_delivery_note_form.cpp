@@ -1,7 +1,5 @@
 #include "tests/support/Fixtures.h"
 
-using namespace Qt::StringLiterals;
-
 class TestDeliveryNoteForm : public test::AtDocument
 {
     Q_OBJECT

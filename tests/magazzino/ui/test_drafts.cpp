@@ -1,14 +1,7 @@
-#include "host/Corvane3Impl.h"
 #include "host/start/DraftOffer.h"
-#include "host/ui/MainWindow.h"
 #include "platform/core/WorkFolder.h"
 #include "platform/ui/Drafts.h"
 #include "tests/support/Fixtures.h"
-#include "tests/support/Workstation.h"
-
-#include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 /// What is typed and not saved is there again after the program was cut off.
 class TestDrafts : public test::AtWorkplace

@@ -1,10 +1,7 @@
 #include "magazzino/ui/EntryLine.h"
 #include "platform/core/Barcode.h"
-#include "platform/core/Clock.h"
 #include "platform/ui/Bell.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 // Rows typed in the line under the grid, key by key, in the time that fingers and barcode readers take.
 class TestEntryLine : public test::AtWorkplace

@@ -1,7 +1,5 @@
 #include "tests/support/Fixtures.h"
 
-using namespace Qt::StringLiterals;
-
 /// What a document does when a check or the database refuses a save, for all kinds of documents.
 class TestFailedSaves : public test::AtWorkplace
 {

@@ -1,11 +1,6 @@
-#include "platform/ui/DateEdit.h"
 #include "platform/ui/LineEdit.h"
 #include "platform/ui/OfferList.h"
 #include "tests/support/Fixtures.h"
-
-#include <QScreen>
-
-using namespace Qt::StringLiterals;
 
 // A document's header filled by what is typed beside its choosers, key by key.
 class TestHeaderKeys : public test::AtWorkplace

@@ -1,7 +1,5 @@
 #include "tests/support/Fixtures.h"
 
-using namespace Qt::StringLiterals;
-
 class TestKeyboard : public test::AtWorkplace
 {
     Q_OBJECT

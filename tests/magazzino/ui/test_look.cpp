@@ -1,12 +1,7 @@
-#include "host/HostCommands.h"
-#include "host/ui/MainWindow.h"
-#include "platform/ui/Colours.h"
 #include "platform/ui/Icons.h"
 #include "platform/ui/LetterBar.h"
 #include "platform/ui/Look.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,16 +1,11 @@
-#include "host/Corvane3Impl.h"
-#include "host/HostCommands.h"
 #include "host/IntfPack.h"
 #include "host/PackageLoader.h"
 #include "host/help/HostChapters.h"
-#include "host/ui/MainWindow.h"
 #include "magazzino/Azioni.h"
 #include "magazzino/ui/RecordChoice.h"
 #include "platform/report/Report.h"
 #include "platform/ui/Help.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 /// A module whose start can fail.
 class TestUnreliableModule : public QObject

@@ -1,7 +1,5 @@
 #include "tests/support/Fixtures.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 const QString deleted = u"Il documento è stato eliminato nel frattempo.\n\rRegistrarlo di nuovo?"_s;
 const QString changed = u"Il documento è stato modificato da un'altra postazione dopo l'apertura.\n\rSovrascrivere?"_s;

@@ -1,7 +1,4 @@
-#include "host/ui/MainWindow.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 class TestReceiptForm : public test::AtDocument
 {

@@ -1,7 +1,5 @@
 #include "tests/support/Fixtures.h"
 
-using namespace Qt::StringLiterals;
-
 /// "Recupera": what was given up unsaved comes back.
 class TestRecovery : public test::AtWorkplace
 {

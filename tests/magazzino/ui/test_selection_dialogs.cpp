@@ -1,9 +1,6 @@
 #include "magazzino/Azioni.h"
-#include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/ui/CategoryTree.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 class TestSelectionDialogs : public test::AtWorkplace
 {

@@ -1,11 +1,6 @@
-#include "host/Corvane3Impl.h"
-#include "host/HostCommands.h"
-#include "host/ui/MainWindow.h"
 #include "host/ui/StartPage.h"
 #include "magazzino/reports/uMMGModStampaSottoscortaRiordino.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 /// The page without windows, and the search over everything.
 class TestStartPage : public test::AtWorkplace

@@ -1,10 +1,4 @@
-#include "host/HostCommands.h"
-#include "platform/core/Clock.h"
 #include "tests/support/Fixtures.h"
-
-#include <QLabel>
-
-using namespace Qt::StringLiterals;
 
 // What a document says of the stock while it is written.
 class TestStockLine : public test::AtWorkplace

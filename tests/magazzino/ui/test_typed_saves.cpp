@@ -1,9 +1,6 @@
-#include "host/Corvane3Impl.h"
 #include "platform/core/LineText.h"
 #include "platform/ui/FormDialog.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 /// What saving, searching and printing make of what was typed, pasted or left alone.
 class TestTypedSaves : public test::AtWorkplace

@@ -1,8 +1,6 @@
 #include "platform/ui/FormDialog.h"
 #include "tests/support/Fixtures.h"
 
-using namespace Qt::StringLiterals;
-
 /// What happens to a text that is typed, one key at a time, into each kind of input.
 class TestTyping : public QObject
 {

@@ -1,8 +1,5 @@
-#include "magazzino/ui/MMGModSelezionaBase.h"
 #include "platform/ui/MessageBoxes.h"
 #include "tests/support/Fixtures.h"
-
-using namespace Qt::StringLiterals;
 
 /// Windows as they are drawn: where they open, what Enter answers in them, which one follows when one closes.
 class TestWindows : public test::AtShownWorkplace

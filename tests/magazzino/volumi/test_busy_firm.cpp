@@ -1,12 +1,7 @@
 #include "benchmark/BenchData.h"
-#include "magazzino/MMGUtils.h"
 #include "magazzino/reports/uMMGModStampaSottoscortaRiordino.h"
 #include "magazzino/reports/uMMGStampaInventarioBase.h"
-#include "platform/core/Clock.h"
-#include "platform/data/SqlText.h"
 #include "tests/support/Kit.h"
-
-using namespace Qt::StringLiterals;
 
 /// Statements that were made fast answer as the plain ones do, on the small data set of the measurements.
 class TestBusyFirm : public QObject
