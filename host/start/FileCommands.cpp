@@ -223,6 +223,9 @@ void FileCommands::move()
     } else if (!askNewFile(moved.database)) {
         return;
     }
+    // What the forms still save belongs into the backup.
+    if (!window_.closeChildren())
+        return;
     QDir().mkpath(folder_ + u"/backup"_s);
     moved.restoreFrom =
         u"%1/backup/%2-spostamento-%3.fbk"_s.arg(folder_, name, core::now().toString(u"yyyyMMdd-HHmmss"_s));

@@ -265,14 +265,18 @@ void MainWindow::restoreLayout()
         commonToolBars_[i]->setHidden(shown[i]);
 }
 
-void MainWindow::closeEvent(QCloseEvent *event)
+bool MainWindow::closeChildren()
 {
     const QList<QMdiSubWindow *> windows = area_->subWindowList(QMdiArea::StackingOrder);
-    for (auto it = windows.rbegin(); it != windows.rend(); ++it) {
-        if ((*it)->isVisible() && !(*it)->close()) {
-            event->ignore(); // a form with unsaved changes was kept open
-            return;
-        }
+    return std::all_of(windows.rbegin(), windows.rend(),
+                       [](QMdiSubWindow *window) { return !window->isVisible() || window->close(); });
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (!closeChildren()) {
+        event->ignore();
+        return;
     }
     // A full disk is told, and the window closes all the same.
     if (!settingsFile_.isEmpty())

@@ -37,6 +37,8 @@ public:
     /// Who is logged in and which database is open, for title and status bar.
     void showSession(const QString &user, const QString &database);
 
+    /// Closes all child windows, which ask what becomes of unsaved changes. False when one stays open.
+    bool closeChildren();
     /// Ends the session so that another database is opened; the user may keep the window, and the session, because of
     /// unsaved changes.
     void switchTo(const Opening &database);

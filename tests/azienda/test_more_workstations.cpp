@@ -1,4 +1,5 @@
 #include "host/start/FileCommands.h"
+#include "host/start/FirstRows.h"
 #include "host/start/MoveDatabase.h"
 #include "host/start/Opening.h"
 #include "host/start/ServerSetup.h"
@@ -29,6 +30,25 @@ public:
 private:
     QTemporaryDir folder_;
     QByteArray path_ = qgetenv("PATH");
+};
+
+/// While it lives, the firm of a server is moved into `file`.
+class MovingHere
+{
+public:
+    explicit MovingHere(const QString &file)
+        : file_(file)
+    {
+        ui::setSaveFileChooser([file](QWidget *, const ui::SaveFileRequest &) { return file; });
+    }
+    ~MovingHere() { ui::setSaveFileChooser({}); }
+    MovingHere(const MovingHere &) = delete;
+    MovingHere &operator=(const MovingHere &) = delete;
+
+    const QString &file() const { return file_; }
+
+private:
+    QString file_;
 };
 
 } // namespace
@@ -130,6 +150,39 @@ private Q_SLOTS:
         messages.expectPart(u"Informazioni"_s, u"verificato"_s, core::Answer::Ok);
         QVERIFY(move(moved_.database, back));
         QCOMPARE(host::differingTables(moved_.database, back), QStringList());
+    }
+
+    // What is saved while the forms close is in what moves; as long as one stays open nothing moves.
+    void formsCloseBeforeTheBackup()
+    {
+        setPlace({});
+        const test::FirebirdServer server;
+        const QTemporaryDir folder;
+        host::createHostDatabase(server.address(), true);
+        setPlace(std::make_unique<test::Workplace>(server.address()));
+        host::insertDemoModuleData(place().database());
+        host::DatabaseMemory memory(folder.path());
+        const host::FileCommands file(place().window(), {.database = server.address()}, memory, folder.path());
+        const MovingHere here(folder.filePath(u"qui.fdb"_s));
+        const test::Document note(place(), test::deliveryNote());
+        note.fillAll();
+        const auto move = [&](core::Answer answer) {
+            place().messages.expectPart(u"Conferma"_s, u"Riportarlo su questo computer"_s, core::Answer::Yes);
+            place().messages.expectQuestion(test::saveFirst, answer);
+            if (answer == core::Answer::Yes) {
+                place().dialogs.expect(test::waiting());
+                place().messages.expectPart(u"Informazioni"_s, u"fatta e verificata"_s, core::Answer::Ok);
+            }
+            test::trigger(&file, u"actPiuPostazioni"_s);
+        };
+        move(core::Answer::Cancel);
+        QVERIFY(!place().window().nextDatabase() && !QFileInfo::exists(folder.filePath(u"backup"_s)));
+        move(core::Answer::Yes);
+        core::Progress progress;
+        host::restoreDatabase(place().window().nextDatabase().value().restoreFrom, test::fileAddress(here.file()),
+                              progress);
+        QCOMPARE(test::linesOf(*test::connectTo(test::fileAddress(here.file())), u"SELECT COUNT(*) FROM DDT_SCARICO"_s),
+                 QStringList(u"1"_s));
     }
 
 private:
