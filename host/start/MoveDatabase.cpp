@@ -2,6 +2,7 @@
 
 #include "host/DatabaseSetup.h"
 #include "host/backup/Backup.h"
+#include "host/backup/Contents.h"
 #include "host/backup/Gbak.h"
 #include "platform/core/Error.h"
 #include "platform/core/Messages.h"
@@ -18,10 +19,11 @@ namespace {
 
 const QString moving = u"spostamento dell'archivio"_s; // in the log
 
-void requireSame(const data::DatabaseAddress &from, const data::DatabaseAddress &to)
+void requireSame(const data::DatabaseAddress &from, const data::DatabaseAddress &to, core::Progress &progress)
 {
     requireDatabase(to);
-    const QStringList different = differingTables(from, to);
+    progress.setText(core::tr("Confronto con l'archivio di prima…"));
+    const QStringList different = differingTables(from, to, progress);
     if (!different.isEmpty())
         throw core::Error(core::tr("Nell'archivio di prima si è ancora lavorato dopo la copia: lo spostamento va "
                                    "ripetuto quando nessuno lo usa (tabelle: %1).")
@@ -29,12 +31,14 @@ void requireSame(const data::DatabaseAddress &from, const data::DatabaseAddress 
 }
 
 // Rows can be there and yet be unreadable through an index or at the next change: the engine looks itself.
-void makeVerified(const QString &file, const data::DatabaseAddress &to, core::Progress &progress)
+void makeVerified(const QString &file, const data::DatabaseAddress &from, const data::DatabaseAddress &to,
+                  core::Progress &progress)
 {
     restoreDatabase(file, to, progress);
     try {
         progress.setText(core::tr("Verifica dell'archivio spostato…"));
         validateDatabase(to, progress);
+        requireSame(from, to, progress);
     } catch (...) {
         data::dropQuietly(to, moving);
         throw;
@@ -53,13 +57,14 @@ QString movedText(const data::DatabaseAddress &from, const data::DatabaseAddress
 
 } // namespace
 
-QStringList differingTables(const data::DatabaseAddress &from, const data::DatabaseAddress &to)
+QStringList differingTables(const data::DatabaseAddress &from, const data::DatabaseAddress &to,
+                            core::Progress &progress)
 {
-    const QMap<QString, int> before = tableRows(from);
-    const QMap<QString, int> after = tableRows(to);
+    const QMap<QString, QString> before = tableContents(from, progress);
+    const QMap<QString, QString> after = tableContents(to, progress);
     QStringList different;
     for (auto table = before.begin(); table != before.end(); ++table) {
-        if (after.value(table.key(), -1) != *table)
+        if (after.value(table.key()) != *table)
             different.append(table.key());
     }
     for (auto table = after.begin(); table != after.end(); ++table) {
@@ -73,17 +78,10 @@ bool finishMove(QWidget *owner, const QString &file, const data::DatabaseAddress
 {
     bool done = false;
     core::guarded(owner, [&] {
-        if (!ui::runWithProgress(owner, core::tr("Spostamento dell'archivio"),
-                                 [&](core::Progress &progress) { makeVerified(file, to, progress); }))
-            return;
-        try {
-            requireSame(from, to);
-        } catch (const std::exception &) {
-            data::dropQuietly(to, moving);
-            throw;
-        }
-        done = true;
-        core::inform(owner, movedText(from, to));
+        done = ui::runWithProgress(owner, core::tr("Spostamento dell'archivio"),
+                                   [&](core::Progress &progress) { makeVerified(file, from, to, progress); });
+        if (done)
+            core::inform(owner, movedText(from, to));
     });
     return done;
 }

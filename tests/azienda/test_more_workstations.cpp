@@ -149,7 +149,21 @@ private Q_SLOTS:
         }
         messages.expectPart(u"Informazioni"_s, u"verificato"_s, core::Answer::Ok);
         QVERIFY(move(moved_.database, back));
-        QCOMPARE(host::differingTables(moved_.database, back), QStringList());
+        const auto different = [&] { return host::differingTables(moved_.database, back, progress).join(u' '); };
+        QCOMPARE(different(), QString());
+        // As many rows on both sides, and yet not the same.
+        const auto rename = [&](const QString &name, const QString &as) {
+            there->execute(u"UPDATE VETTORI SET RAGIONESOCIALE = '%2' WHERE RAGIONESOCIALE = '%1'"_s.arg(name, as));
+        };
+        const QStringList names = test::linesOf(*there, u"SELECT FIRST 2 RAGIONESOCIALE FROM VETTORI"_s);
+        rename(names[0], u"-"_s);
+        QCOMPARE(different(), u"VETTORI"_s);
+        rename(names[1], names[0]);
+        rename(u"-"_s, names[1]);
+        QCOMPARE(different(), u"VETTORI"_s);
+        there->execute(u"UPDATE AZIENDA SET LOGO = 'x'"_s);
+        test::linesOf(*there, u"SELECT GEN_ID(GN_PROGRESSIVO_FATT_EL, 1) FROM RDB$DATABASE"_s);
+        QCOMPARE(different(), u"AZIENDA VETTORI numeratori"_s);
     }
 
     // What is saved while the forms close is in what moves; as long as one stays open nothing moves.
