@@ -123,6 +123,11 @@ int work(const StartOptions &options, const int &printed)
 
 } // namespace
 
+QString draftFolder(const QString &dataFolder)
+{
+    return dataFolder + u"/bozze"_s;
+}
+
 Session::Session(const data::DatabaseAddress &address, const QString &user, const QString &settingsFile,
                  std::unique_ptr<data::Connection> opened)
     : window_(std::make_unique<MainWindow>(settingsFile))
@@ -133,7 +138,7 @@ Session::Session(const data::DatabaseAddress &address, const QString &user, cons
     ui::rememberFor(settingsFile, user);
     keepPrinters(settingsFile);
     if (!settingsFile.isEmpty())
-        keepDrafts(QFileInfo(settingsFile).absolutePath() + u"/bozze"_s, address, user);
+        keepDrafts(draftFolder(QFileInfo(settingsFile).absolutePath()), address, user);
     window_->showSession(user, address.toString());
     commands_ = new HostCommands(*window_, *connection_);
     offerAtStart(commands_, hostOffer(*connection_));

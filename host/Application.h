@@ -22,6 +22,9 @@ struct StartOptions
     QString tourFolder;     ///< run the guided tour into this folder
 };
 
+/// Where what forms hold unsaved is kept, below the folder of the account's data; see ui::Drafts.
+QString draftFolder(const QString &dataFolder);
+
 /// A running program without its event loop: database open, main window made, modules started.
 class Session
 {

@@ -201,7 +201,7 @@ void FileCommands::restore()
     if (!requireControl())
         return;
     Opening restored = opening_;
-    restored.before = opening_.database;
+    restored.before = std::make_shared<const Opening>(opening_);
     restored.restoreFrom = chooseRestoreFile(&window_);
     if (!restored.restoreFrom.isEmpty() && confirmTarget(restored.database))
         window_.switchTo(restored);
@@ -212,7 +212,7 @@ void FileCommands::move()
 {
     if (!requireControl())
         return;
-    Opening moved{.keepPassword = true, .isMove = true, .before = opening_.database};
+    Opening moved{.isMove = true, .before = std::make_shared<const Opening>(opening_)};
     const QString name = QFileInfo(opening_.database.file).completeBaseName();
     if (opening_.database.isEmbedded()) {
         const auto place = askServerPlace(&window_, name + u".fdb"_s);

@@ -1,7 +1,7 @@
 #pragma once
 #include "platform/data/ConnectionString.h"
 
-#include <optional>
+#include <memory>
 
 namespace host {
 
@@ -12,8 +12,8 @@ struct Opening
     bool keepPassword = false; ///< of a server
     QString restoreFrom = {};  ///< a backup to be restored as this database before it is opened
     bool isMove = false;       ///< that backup is of `before`, which moves here with all it holds
-    /// To go back to when the backup cannot be restored.
-    std::optional<data::DatabaseAddress> before = {};
+    /// What to go back to, as it was opened, when the backup cannot be restored.
+    std::shared_ptr<const Opening> before = {};
     /// Named on the command line: not remembered, and the program ends when it does not open.
     bool fromCommandLine = false;
 };

@@ -19,6 +19,7 @@
 #include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
+#include "platform/ui/Drafts.h"
 #include "platform/ui/TextPrompt.h"
 #include "platform/ui/WaitWindow.h"
 
@@ -126,7 +127,9 @@ private:
     std::optional<Opening> demo();
     static bool askServerPassword(data::DatabaseAddress &address);
     Login login(data::Connection &connection, bool fromCommandLine);
-    std::optional<Opening> open(const Opening &opening);
+    void remember(const Opening &opened);
+    void finishRestore(Opening &opened);
+    std::optional<Opening> open(Opening &opened);
     std::optional<Opening> work(const Opening &opening, const QString &user,
                                 std::unique_ptr<data::Connection> connection);
 
@@ -218,7 +221,6 @@ Login Startup::login(data::Connection &connection, bool fromCommandLine)
 {
     const QString proposed = fromCommandLine && !options_.user.isEmpty() ? options_.user : memory_.lastUser();
     Login result = logIn(nullptr, proposed, connection);
-    // What cannot be remembered, on a full disk, keeps nobody from working.
     if (!result.user.isEmpty() && !fromCommandLine)
         core::guarded(nullptr, [&] { memory_.rememberUser(result.user); });
     return result;
@@ -234,21 +236,40 @@ void prepare(const data::DatabaseAddress &address)
 
 bool restored(const Opening &opening)
 {
-    return opening.isMove ? finishMove(nullptr, opening.restoreFrom, *opening.before, opening.database)
+    return opening.isMove ? finishMove(nullptr, opening.restoreFrom, opening.before->database, opening.database)
                           : restoreBackup(nullptr, opening.restoreFrom, opening.database);
 }
 
-// From the backup to be restored, if any, through the login to the closed window. Returns what to open next; where the
-// user turned back, that is the user's choice.
-std::optional<Opening> Startup::open(const Opening &opening)
+// What cannot be remembered, on a full disk, keeps nobody from working.
+void Startup::remember(const Opening &opened)
 {
-    if (!opening.restoreFrom.isEmpty() && !restored(opening))
-        return Opening{.database = opening.before.value_or(opening.database),
-                       .keepPassword = opening.keepPassword,
-                       .fromCommandLine = opening.fromCommandLine};
-    Opening opened = opening;
+    if (!opened.fromCommandLine)
+        core::guarded(nullptr, [&] { memory_.remember(opened.database, opened.keepPassword); });
+}
+
+// From here on this is the firm's database, whatever becomes of the login: it is not made again, and the next start
+// must not open the one that it came from.
+void Startup::finishRestore(Opening &opened)
+{
+    if (opened.isMove)
+        core::guarded(nullptr, [&] {
+            ui::Drafts::follow(draftFolder(folder_), opened.before->database.toString(), opened.database.toString());
+        });
     opened.restoreFrom.clear();
     opened.isMove = false;
+    opened.before.reset();
+    remember(opened);
+}
+
+// From the backup to be restored, if any, which `opened` is rid of once that is done, through the login to the closed
+// window. Returns what to open next; where the user turned back, that is the user's choice.
+std::optional<Opening> Startup::open(Opening &opened)
+{
+    if (!opened.restoreFrom.isEmpty()) {
+        if (!restored(opened))
+            return *opened.before;
+        finishRestore(opened);
+    }
     if (!askServerPassword(opened.database))
         return ask(opened);
     prepare(opened.database);
@@ -260,8 +281,7 @@ std::optional<Opening> Startup::open(const Opening &opening)
         connection.reset();
         return ask(opened);
     }
-    if (!opened.fromCommandLine)
-        core::guarded(nullptr, [&] { memory_.remember(opened.database, opened.keepPassword); });
+    remember(opened);
     return work(opened, entered.user, std::move(connection));
 }
 
@@ -289,7 +309,7 @@ void Startup::run()
 {
     std::optional<Opening> next = first();
     while (next) {
-        const Opening current = *next;
+        Opening current = *next;
         next.reset();
         if (current.fromCommandLine)
             next = open(current);

@@ -2,6 +2,7 @@
 
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
+#include "platform/core/Lists.h"
 #include "platform/core/Log.h"
 #include "platform/core/SaveFile.h"
 #include "platform/core/Translation.h"
@@ -30,6 +31,28 @@ QByteArray contentOf(const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         throw core::Error(core::tr("La bozza non si può leggere: %1.").arg(file.errorString()));
     return file.readAll();
+}
+
+QStringList sessionsIn(const QString &folder)
+{
+    return core::mapped(QDir(folder).entryList({u"sessione-*"_s}, QDir::Dirs | QDir::NoSymLinks),
+                        [&folder](const QString &name) { return folder + u'/' + name; });
+}
+
+QStringList namesIn(const QString &session)
+{
+    return QDir(session).entryList({u'*' + suffix}, QDir::Files, QDir::Name);
+}
+
+// What cannot be read is told when drafts are offered.
+std::optional<Draft> readable(const QString &file)
+{
+    try {
+        return unpacked(contentOf(file));
+    } catch (const core::Error &error) {
+        core::logError(u"lettura di una bozza"_s, error);
+        return {};
+    }
 }
 
 /// A session's folder while nobody else may touch it.
@@ -181,8 +204,7 @@ QList<KeptDraft> Drafts::draftsIn(const QString &session, const std::function<vo
         return {};
     core::WorkFolder::removeAbandoned(session);
     QList<KeptDraft> found;
-    const QStringList names = QDir(session).entryList({u'*' + suffix}, QDir::Files, QDir::Name);
-    for (const QString &name : names) {
+    for (const QString &name : namesIn(session)) {
         const QString file = session + u'/' + name;
         try {
             const Draft draft = unpacked(contentOf(file));
@@ -200,9 +222,8 @@ QList<KeptDraft> Drafts::draftsIn(const QString &session, const std::function<vo
 QList<KeptDraft> Drafts::abandoned(const std::function<void(const QString &file)> &unreadable) const
 {
     QList<KeptDraft> found;
-    const QStringList sessions = QDir(folder_).entryList({u"sessione-*"_s}, QDir::Dirs | QDir::NoSymLinks);
-    for (const QString &session : sessions)
-        found += draftsIn(folder_ + u'/' + session, unreadable);
+    for (const QString &session : sessionsIn(folder_))
+        found += draftsIn(session, unreadable);
     std::sort(found.begin(), found.end(),
               [](const KeptDraft &a, const KeptDraft &b) { return a.draft.time > b.draft.time; });
     return found;
@@ -216,6 +237,23 @@ bool Drafts::take(const KeptDraft &kept, const std::function<void()> &body) cons
     body();
     remove({kept.file, {}});
     return true;
+}
+
+void Drafts::follow(const QString &folder, const QString &from, const QString &to)
+{
+    for (const QString &session : sessionsIn(folder)) {
+        const HeldFolder held(session);
+        if (!held.isMine())
+            continue;
+        for (const QString &name : namesIn(session)) {
+            const QString file = session + u'/' + name;
+            std::optional<Draft> draft = readable(file);
+            if (!draft || draft->database != from)
+                continue;
+            draft->database = to;
+            core::saveFile(file, packed(*draft), core::Readers::OwnerOnly);
+        }
+    }
 }
 
 } // namespace ui

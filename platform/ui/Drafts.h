@@ -54,6 +54,10 @@ public:
     /// nothing done, when another program has taken it meanwhile.
     bool take(const KeptDraft &kept, const std::function<void()> &body) const;
 
+    /// A database has moved: drafts below `folder` of sessions that no longer run and that belong to `from` belong to
+    /// `to` from now on, of whatever user. Throws core::Error when one cannot be written.
+    static void follow(const QString &folder, const QString &from, const QString &to);
+
 Q_SIGNALS:
     /// What is typed cannot be kept; told once until it can be kept again.
     void failed(const QString &reason);

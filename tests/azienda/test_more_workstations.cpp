@@ -1,8 +1,11 @@
 #include "host/start/FileCommands.h"
 #include "host/start/FirstRows.h"
 #include "host/start/MoveDatabase.h"
+#include "host/start/NewFirm.h"
 #include "host/start/Opening.h"
 #include "host/start/ServerSetup.h"
+#include "host/start/Startup.h"
+#include "platform/ui/Draft.h"
 #include "tests/support/Fixtures.h"
 
 namespace {
@@ -197,6 +200,68 @@ private Q_SLOTS:
                               progress);
         QCOMPARE(test::linesOf(*test::connectTo(test::fileAddress(here.file())), u"SELECT COUNT(*) FROM DDT_SCARICO"_s),
                  QStringList(u"1"_s));
+    }
+
+    // Refused, the firm stays where it was and the password is not kept. Moved, it is what opens next, whatever becomes
+    // of the login, and is not moved again.
+    void whatWasMovedOpensNext()
+    {
+        setPlace({});
+        const test::FirebirdServer server;
+        const QTemporaryDir folder;
+        host::NewFirm firm{.database = server.address(), .name = u"Rossi"_s};
+        firm.userName = u"LUCIA"_s;
+        firm.password = u"segreta1"_s;
+        host::createFirm(firm);
+        host::DatabaseMemory memory(folder.path());
+        memory.remember(firm.database, false);
+        memory.rememberUser(firm.userName);
+        const MovingHere here(folder.filePath(u"qui.fdb"_s));
+        const QString draft = folder.filePath(u"bozze/sessione-1/1.bozza"_s);
+        QVERIFY(QDir(folder.path()).mkpath(u"bozze/sessione-1"_s));
+        core::saveFile(draft, ui::packed({.database = firm.database.toString(), .user = u"ALTRO"_s}));
+
+        test::ScriptedMessages messages;
+        test::ScriptedDialogs dialogs;
+        const auto expectMove = [&] {
+            dialogs.expect([&server](QDialog &dialog) {
+                test::type(test::control<QLineEdit>(&dialog, u"txtTesto"_s), server.address().password);
+                test::press(&dialog, u"cmdOk"_s);
+            });
+            dialogs.expect(test::loggingIn(firm.password, [](host::MainWindow &window) {
+                window.findChild<QAction *>(u"actPiuPostazioni"_s)->trigger();
+            }));
+            dialogs.expect(test::waiting());
+            dialogs.expect(test::waiting());
+            messages.expectPart(u"Conferma"_s, u"Riportarlo su questo computer"_s, core::Answer::Yes);
+            messages.expectPart(u"Informazioni"_s, u"fatta e verificata"_s, core::Answer::Ok);
+        };
+        expectMove();
+        messages.whileShown([&] { test::connectTo(firm.database)->execute(u"UPDATE AZIENDA SET CITTA = 'Roma'"_s); });
+        messages.expectPart(u"Errore"_s, u"tabelle: AZIENDA)"_s, core::Answer::Ok);
+        dialogs.expect(test::loggingIn(firm.password, [](host::MainWindow &window) { window.close(); }));
+        host::runSessions({}, folder.path());
+        QCOMPARE(memory.last()->toString(), firm.database.toString());
+        QVERIFY(!memory.keepsPassword(firm.database) && !QFileInfo::exists(here.file()));
+
+        expectMove();
+        messages.expectPart(u"Informazioni"_s, u"è stato spostato"_s, core::Answer::Ok);
+        messages.whileShown([&] {
+            test::connectTo(test::fileAddress(here.file()))
+                ->execute(u"UPDATE TABLE_VERSION SET VERSIONE = '9.0.0' WHERE TABELLA = 'CORVANE'"_s);
+        });
+        for (const QString &button : {u"cmdRiprova"_s, QString()}) {
+            messages.expectPart(u"Errore"_s, u"una versione più recente"_s, core::Answer::Ok);
+            dialogs.expect([button](QDialog &dialog) {
+                if (button.isEmpty())
+                    dialog.reject();
+                else
+                    test::press(&dialog, button);
+            });
+        }
+        host::runSessions({}, folder.path());
+        QCOMPARE(memory.last()->file, here.file());
+        QCOMPARE(ui::unpacked(test::contentOf(draft)).database, here.file());
     }
 
 private:

@@ -7,6 +7,8 @@
 #include "tests/support/Controls.h"
 
 #include <QApplication>
+#include <QLineEdit>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -20,6 +22,24 @@ QDateTime workplaceTime()
 ScriptedDialogs::Use choosingArticle(const QString &code)
 {
     return searching(code, code);
+}
+
+ScriptedDialogs::Use loggingIn(const QString &password, const std::function<void(host::MainWindow &)> &work)
+{
+    return [password, work](QDialog &dialog) {
+        type(control<QLineEdit>(&dialog, u"txtPassword"_s), password);
+        auto *timer = new QTimer(qApp);
+        QObject::connect(timer, &QTimer::timeout, timer, [timer, work] {
+            host::MainWindow *window = host::MainWindow::instance();
+            if (!window || !window->isVisible())
+                return;
+            timer->stop();
+            timer->deleteLater();
+            work(*window);
+        });
+        timer->start(1);
+        press(&dialog, u"cmdOk"_s);
+    };
 }
 
 Workplace::Workplace(Start start, const QString &settingsFile)

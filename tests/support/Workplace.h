@@ -26,6 +26,9 @@ inline const QString noRights = QStringLiteral("Non si dispone di diritti suffic
 /// Searches the code by Enter in its filter, then chooses it.
 ScriptedDialogs::Use choosingArticle(const QString &code);
 
+/// Types the password of the user who is proposed at the login; `work` runs once the session's window is there.
+ScriptedDialogs::Use loggingIn(const QString &password, const std::function<void(host::MainWindow &)> &work);
+
 /// The program as a user has it: main window, warehouse module started, message boxes and dialogs scripted, clock
 /// stopped.
 class Workplace
