@@ -17,6 +17,8 @@ namespace {
 constexpr int mostRecent = 8;
 const QString recentKey = u"database/recenti"_s;
 const QString userKey = u"accesso/utente"_s;
+// Of the file of passwords: what the keyring has yet to forget.
+const QString owedGroup = u"daTogliere"_s;
 
 // A server's user stands before the address: "SYSDBA@server/3050:/srv/firm.fdb".
 QString entryOf(const data::DatabaseAddress &database)
@@ -51,20 +53,31 @@ QStringList changedEntries(const QSettings &settings, const data::DatabaseAddres
     return all.mid(0, mostRecent);
 }
 
-// The keyring's passwords have a key without a value in the file, so that nobody asks it for others.
+// The keyring's passwords have a key without a value in the file, so that nobody asks it for others. It may hold one
+// that lies in the file as well: it was locked then, or kept it after nobody waited any more.
 void dropPassword(QSettings &passwords, const QString &key)
 {
     if (!passwords.contains(key))
         return;
-    if (passwords.value(key).toString().isEmpty())
-        keyring().remove(QString::fromUtf8(QByteArray::fromHex(key.toLatin1())));
     passwords.remove(key);
+    passwords.setValue(owedGroup + u'/' + key, QString());
+}
+
+// A keyring that does not answer is asked again the next time.
+void removeOwed(QSettings &passwords)
+{
+    passwords.beginGroup(owedGroup);
+    for (const QString &key : passwords.childKeys()) {
+        if (keyring().remove(QString::fromUtf8(QByteArray::fromHex(key.toLatin1()))))
+            passwords.remove(key);
+    }
+    passwords.endGroup();
 }
 
 // Those of databases that are no longer remembered must not lie about.
 void dropOldPasswords(QSettings &passwords, const QStringList &entries)
 {
-    for (const QString &key : passwords.allKeys()) {
+    for (const QString &key : passwords.childKeys()) {
         if (std::none_of(entries.begin(), entries.end(),
                          [&key](const QString &entry) { return passwordKey(entry) == key; }))
             dropPassword(passwords, key);
@@ -129,11 +142,15 @@ void DatabaseMemory::remember(const data::DatabaseAddress &database, bool keepPa
     // The file lets go of it only when the keyring has answered with it.
     const bool inKeyring = keep && keepInKeyring(entry, database.password);
     core::changeSettings(passwordFile(), [&](QSettings &passwords) {
-        if (keep)
-            passwords.setValue(passwordKey(entry), inKeyring ? QString() : database.password);
-        else
-            dropPassword(passwords, passwordKey(entry));
+        const QString key = passwordKey(entry);
+        if (keep) {
+            passwords.setValue(key, inKeyring ? QString() : database.password);
+            passwords.remove(owedGroup + u'/' + key);
+        } else {
+            dropPassword(passwords, key);
+        }
         dropOldPasswords(passwords, all);
+        removeOwed(passwords);
     });
 }
 
@@ -143,8 +160,10 @@ void DatabaseMemory::forget(const data::DatabaseAddress &database)
         settings.setValue(recentKey, changedEntries(settings, database, true));
     });
     if (QFile::exists(passwordFile()))
-        core::changeSettings(passwordFile(),
-                             [&](QSettings &passwords) { dropPassword(passwords, passwordKey(entryOf(database))); });
+        core::changeSettings(passwordFile(), [&](QSettings &passwords) {
+            dropPassword(passwords, passwordKey(entryOf(database)));
+            removeOwed(passwords);
+        });
 }
 
 QStringList DatabaseMemory::entries() const

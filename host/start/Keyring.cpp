@@ -41,7 +41,16 @@ public:
         run(job, name);
     }
 
-    void remove(const QString &name) override { run(new QKeychain::DeletePasswordJob(service), name); }
+    bool remove(const QString &name) override
+    {
+        auto *job = new QKeychain::DeletePasswordJob(service);
+        bool gone = false;
+        QObject::connect(job, &QKeychain::Job::finished, job, [job, &gone] {
+            gone = job->error() == QKeychain::NoError || job->error() == QKeychain::EntryNotFound;
+        });
+        run(job, name);
+        return gone;
+    }
 
 private:
     // The answer comes through the event loop. What the user types meanwhile waits.

@@ -15,8 +15,8 @@ public:
     virtual std::optional<QString> read(const QString &name) = 0;
     /// Keeps a secret in the place of the one before. Whether it worked is told by read().
     virtual void write(const QString &name, const QString &secret) = 0;
-    /// Forgets what is kept under `name`.
-    virtual void remove(const QString &name) = 0;
+    /// Forgets what is kept under `name`. False when no keyring says that nothing is there any more.
+    virtual bool remove(const QString &name) = 0;
 };
 
 /// The desktop's keyring. One that does not answer within a few seconds, locked perhaps, is asked no more by this

@@ -5,6 +5,7 @@
 #include "host/users/Users.h"
 #include "platform/ui/NumberEdits.h"
 #include "tests/support/Kit.h"
+#include "tests/support/Workplace.h"
 
 namespace {
 
@@ -17,21 +18,6 @@ data::DatabaseAddress serverDatabase(const QString &host, const QString &passwor
     address.user = u"CORVANE"_s;
     address.password = password;
     return address;
-}
-
-// Runs once the next session's window is there.
-void whenShown(const std::function<void(host::MainWindow &)> &work)
-{
-    auto *timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, work] {
-        host::MainWindow *window = host::MainWindow::instance();
-        if (!window || !window->isVisible())
-            return;
-        timer->stop();
-        timer->deleteLater();
-        work(*window);
-    });
-    timer->start(1);
 }
 
 /// Names of the program's windows in the order in which they were painted first.
@@ -80,15 +66,21 @@ public:
 
     std::optional<QString> read(const QString &name) override
     {
-        return secrets.contains(name) ? std::optional(secrets[name]) : std::nullopt;
+        return secrets.contains(name) && !silent ? std::optional(secrets[name]) : std::nullopt;
     }
     void write(const QString &name, const QString &secret) override
     {
-        if (keeps_ != Keeps::Nothing)
+        if (keeps_ != Keeps::Nothing && !silent)
             secrets[name] = keeps_ == Keeps::All ? secret : u"?"_s;
     }
-    void remove(const QString &name) override { secrets.remove(name); }
+    bool remove(const QString &name) override
+    {
+        if (!silent)
+            secrets.remove(name);
+        return !silent;
+    }
 
+    bool silent = false;
     QMap<QString, QString> secrets;
 
 private:
@@ -174,7 +166,7 @@ private Q_SLOTS:
         QVERIFY(inFile());
         // Not kept any more, or no longer in the list: forgotten on both sides.
         made = std::make_unique<FakeKeyring>(Keeps::All);
-        const FakeKeyring &later = *made;
+        FakeKeyring &later = *made;
         host::setKeyring(std::move(made));
         for (const bool keep : {true, false}) {
             memory.remember(server, keep);
@@ -184,6 +176,21 @@ private Q_SLOTS:
         for (int i = 0; i < 8; ++i)
             memory.remember(test::fileAddress(u"/dati/%1.fdb"_s.arg(i)), false);
         QVERIFY(later.secrets.isEmpty() && !memory.keepsPassword(server));
+        // One that was locked holds what went into the file later; locked again, it forgets as soon as it answers.
+        for (const bool lockedThen : {false, true}) {
+            later.silent = false;
+            memory.remember(server, true);
+            later.silent = true;
+            memory.remember(server, true);
+            QVERIFY(inFile());
+            later.silent = lockedThen;
+            memory.remember(server, false);
+            QVERIFY(!inFile() && !memory.keepsPassword(server));
+            QCOMPARE(later.secrets.size(), lockedThen ? 1 : 0);
+        }
+        later.silent = false;
+        memory.remember(test::fileAddress(u"/dati/1.fdb"_s), false);
+        QVERIFY(later.secrets.isEmpty());
     }
 
     void newFirmOnAServer()
@@ -239,14 +246,6 @@ private Q_SLOTS:
         const auto press = [&dialogs](const QString &button) {
             dialogs.expect([button](QDialog &dialog) { test::press(&dialog, button); });
         };
-        const auto logInThen = [&dialogs](const QString &password,
-                                          const std::function<void(host::MainWindow &)> &work) {
-            dialogs.expect([password, work](QDialog &dialog) {
-                test::control<QLineEdit>(&dialog, u"txtPassword"_s)->setText(password);
-                whenShown(work);
-                test::press(&dialog, u"cmdOk"_s);
-            });
-        };
         press(u"cmdNuovaAzienda"_s);
         dialogs.expect([](QDialog &dialog) {
             for (const auto &[name, text] : {std::pair(u"txtRagioneSociale"_s, u"Rossi"_s),
@@ -266,7 +265,7 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(folder.filePath(u"backup"_s)));
 
         QStringList seen;
-        logInThen(u"segreta1"_s, [&seen](host::MainWindow &window) {
+        dialogs.expect(test::loggingIn(u"segreta1"_s, [&seen](host::MainWindow &window) {
             auto *connection = window.findChild<data::Connection *>();
             seen = test::linesOf(*connection, u"SELECT RAGIONESOCIALE FROM AZIENDA"_s);
             seen += test::linesOf(*connection, u"SELECT FIRST 1 'tipi' FROM TIPI_TRASPORTO"_s);
@@ -276,7 +275,7 @@ private Q_SLOTS:
             seen += test::linesOf(*connection, u"SELECT OPZIONE FROM OPZIONI WHERE OPZIONE = 'PRIME_RIGHE'"_s);
             window.findChild<QAction *>(u"actNuovaAzienda"_s)->trigger();
             window.close();
-        });
+        }));
         press(u"cmdAnnulla"_s);
         dialogs.expect([](QDialog &dialog) { QTRY_VERIFY_WITH_TIMEOUT(!dialog.isVisible(), 60'000); });
         host::runSessions({}, folder.path());
