@@ -1,6 +1,10 @@
 #include "host/ui/Printing.h"
 
+#include "host/ui/MainWindow.h"
+#include "platform/core/Error.h"
+#include "platform/core/Log.h"
 #include "platform/core/Settings.h"
+#include "platform/core/Translation.h"
 #include "platform/report/Output.h"
 #include "platform/ui/Dialogs.h"
 
@@ -8,6 +12,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QSettings>
+#include <QStatusBar>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -49,7 +54,14 @@ void keepPrinter(const QString &kind, const QString &printer)
 {
     if (settings.isEmpty() || kind.isEmpty() || printer.isEmpty() || printer == keptPrinter(kind))
         return;
-    core::changeSettings(settings, [&](QSettings &file) { file.setValue(keyOf(kind), printer); });
+    try {
+        core::changeSettings(settings, [&](QSettings &file) { file.setValue(keyOf(kind), printer); });
+    } catch (const core::Error &error) {
+        core::logError(u"stampanti"_s, error);
+        if (auto *window = MainWindow::instance())
+            window->statusBar()->showMessage(
+                core::tr("La stampante scelta non si può ricordare: %1").arg(core::errorText(error)));
+    }
 }
 
 bool printWithDialog(const report::Document &document, const report::Subject &subject, QWidget *owner)

@@ -16,7 +16,8 @@ bool printWithDialog(const report::Document &document, const report::Subject &su
 void keepPrinters(const QString &settingsFile);
 /// Name of the printer that was chosen last for `kind`; empty when none was.
 QString keptPrinter(const QString &kind);
-/// Keeps a printer's name for `kind`. Throws core::Error when the file cannot be written.
+/// Keeps a printer's name for `kind`. When the file cannot be written the status bar says so: this comes after
+/// printing, which has more to do.
 void keepPrinter(const QString &kind, const QString &printer);
 
 } // namespace host

@@ -100,6 +100,12 @@ private Q_SLOTS:
         host::keepPrinter(u"D.d.T. / nota"_s, u"Laser"_s);
         QCOMPARE(host::keptPrinter(u"D.d.T. / nota"_s), u"Laser"_s);
         QCOMPARE(host::keptPrinter(u"Fattura"_s), QString());
+        // What follows on the paper does not wait for a disk.
+        host::keepPrinters(path(u"a.svg/corvane.ini"_s));
+        core::saveFile(path(u"a.svg"_s), "a file, no folder");
+        host::keepPrinter(u"Fattura"_s, u"Laser"_s);
+        QVERIFY(
+            place().window().statusBar()->currentMessage().startsWith(u"La stampante scelta non si può ricordare"_s));
     }
 
     void whatIsPrintedIsFiled()
