@@ -2,6 +2,7 @@
 
 #include "host/DatabaseSetup.h"
 #include "host/start/FirstRows.h"
+#include "magazzino/MMGUtils.h"
 #include "platform/core/Log.h"
 #include "platform/data/Connection.h"
 
@@ -37,31 +38,31 @@ void Bench::createDatabase()
 {
     host::createHostDatabase(address_, true);
     restart();
-    host::insertDemoModuleData(program_->connection());
-    makeArticles(program_->connection(), 1, size.articles);
+    host::insertDemoModuleData(ModuleConnection());
+    makeArticles(ModuleConnection(), 1, size.articles);
 }
 
 void Bench::restart()
 {
     program_.reset();
     program_ = std::make_unique<Program>(address_);
-    program_->startModule();
+    startModule();
 }
 
 void Bench::fill(int first, int last)
 {
-    const double time = milliseconds([&] { makeDocuments(program_->connection(), size, first, last); });
+    const double time = milliseconds([&] { makeDocuments(ModuleConnection(), size, first, last); });
     tell(u"documents %1 to %2 of each kind: %3 s"_s.arg(first).arg(last).arg(time / 1000, 0, 'f', 1));
 }
 
 int Bench::firstKey(const QString &table, const QString &key) const
 {
-    return program_->connection().select(u"SELECT MIN(%2) AS K FROM %1"_s.arg(table, key)).integer(0, u"K");
+    return ModuleConnection().select(u"SELECT MIN(%2) AS K FROM %1"_s.arg(table, key)).integer(0, u"K");
 }
 
 qint64 Bench::movements() const
 {
-    return program_->connection().select(u"SELECT COUNT(*) AS N FROM MOVI_MAGA"_s).at(0, u"N").toLongLong();
+    return ModuleConnection().select(u"SELECT COUNT(*) AS N FROM MOVI_MAGA"_s).at(0, u"N").toLongLong();
 }
 
 void Bench::add(const Pair &pair, const Figure &figure)
@@ -101,7 +102,7 @@ void Bench::measureStart()
 {
     program_.reset();
     program_ = std::make_unique<Program>(address_);
-    add({.program = [this] { program_->startModule(); },
+    add({.program = [this] { startModule(); },
          .prepare =
              [this] {
                  program_.reset();
@@ -123,12 +124,12 @@ void Bench::growTo(const DataSize &whole)
     if (isMuch) {
         bare_.reset();
         restart();
-        makeArticles(program_->connection(), before.articles + 1, size.articles);
-        setIndexes(program_->connection(), false);
+        makeArticles(ModuleConnection(), before.articles + 1, size.articles);
+        setIndexes(ModuleConnection(), false);
     }
     fill(before.documents + 1, size.documents);
     if (isMuch) {
-        setIndexes(program_->connection(), true);
+        setIndexes(ModuleConnection(), true);
         restart();
         bare_ = std::make_unique<Bare>(address_);
     }

@@ -191,7 +191,7 @@ void measureOpening(Bench &bench)
                .floor = [&] { openBare(bench, kind, key); },
                .prepare =
                    [&] {
-                       bench.program().forget(kind.action);
+                       forget(kind.action);
                        key += 7;
                    }},
               {.workload = u"open of a delivery note, 10 rows, form shown"_s,
@@ -221,7 +221,7 @@ void measureArticleRow(Bench &bench)
     bench.program().choose(form, u"actAggiungiArticolo"_s, code, code);
     bench.add({.program = [&] { bench.program().choose(form, u"actAggiungiArticolo"_s, code); }},
               {.workload = u"one article row"_s});
-    bench.program().forget(deliveryNote().action);
+    forget(deliveryNote().action);
 }
 
 void measureKeySearches(Bench &bench)

@@ -1,6 +1,7 @@
 // Electronic invoices: from a stored invoice to its file.
 #include "benchmark/Bench.h"
 
+#include "magazzino/MMGUtils.h"
 #include "magazzino/fatturapa/Controlli.h"
 #include "magazzino/fatturapa/Lettura.h"
 #include "magazzino/fatturapa/Scrittura.h"
@@ -41,7 +42,7 @@ void write(const fatturapa::Dati &data, const Bench &bench)
 void measureFiles(Bench &bench)
 {
     const int count = bench.size.documents == large.documents ? largeSet : smallSet;
-    const QList<int> keys = makeInvoices(bench.program().connection(), count);
+    const QList<int> keys = makeInvoices(ModuleConnection(), count);
     QList<fatturapa::Dati> read;
     const auto readAll = [&] {
         read.clear();

@@ -67,7 +67,7 @@ void measureLists(Bench &bench)
                .rows = bench.size.documents / years,
                .target = 1.5});
 
-    TMMGModSelezionaBase &dialog = bench.program().module().selectionDialog(u"actModSelezionaArticolo"_s);
+    TMMGModSelezionaBase &dialog = Modulo().selectionDialog(u"actModSelezionaArticolo"_s);
     dialog.Ripristina();
     dialog.show();
     bench.add({.program =

@@ -77,35 +77,12 @@ Program::~Program()
     ui::setModalRunner({});
 }
 
-void Program::startModule()
+QWidget &Program::openForm(const QString &action)
 {
-    host::startPackages(qApp);
-}
-
-TMMGModMagazzino &Program::module() const
-{
-    return Modulo();
-}
-
-data::Connection &Program::connection() const
-{
-    return *module().ModADOConn;
-}
-
-QWidget &Program::openForm(const QString &action) const
-{
-    QWidget *form = module().openForm(action);
+    QWidget *form = Modulo().openForm(action);
     if (!form)
         refuse(action);
     return *form;
-}
-
-void Program::forget(const QString &action) const
-{
-    // With its frame in the main window, as after the user's own close: the form alone would leave an empty tab.
-    QWidget *form = module().openForm(action);
-    delete qobject_cast<QMdiSubWindow *>(form->parentWidget());
-    settle();
 }
 
 void Program::choose(const QWidget &form, const QString &command, const QString &text, const QString &code)
@@ -121,6 +98,19 @@ void Program::choose(const QWidget &form, const QString &command, const QString 
         action->trigger();
     else
         child<QAbstractButton>(form, command).click();
+}
+
+void startModule()
+{
+    host::startPackages(qApp);
+}
+
+void forget(const QString &action)
+{
+    // With its frame in the main window, as after the user's own close: the form alone would leave an empty tab.
+    QWidget *form = Modulo().openForm(action);
+    delete qobject_cast<QMdiSubWindow *>(form->parentWidget());
+    settle();
 }
 
 } // namespace bench

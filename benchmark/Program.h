@@ -6,7 +6,6 @@
 class QDialog;
 class QWidget;
 class TMMGInserimentoDocumento;
-class TMMGModMagazzino;
 
 /// The program as a user has it, worked from outside.
 namespace bench {
@@ -20,10 +19,7 @@ public:
     Program(const Program &) = delete;
     Program &operator=(const Program &) = delete;
 
-    void startModule();
     host::Session &session() const { return *session_; }
-    TMMGModMagazzino &module() const;
-    data::Connection &connection() const; ///< the module's
 
     /// The form that an action opens, shown.
     template <typename Form>
@@ -31,19 +27,21 @@ public:
     {
         return dynamic_cast<Form &>(openForm(action));
     }
-    /// Closes the action's form if it is open, without questions.
-    void forget(const QString &action) const;
     /// Presses a form's command or button and chooses the row with `text` in the dialog that comes; the `code` goes
     /// into the dialog's code filter before.
     void choose(const QWidget &form, const QString &command, const QString &text, const QString &code = {});
 
 private:
-    QWidget &openForm(const QString &action) const;
+    static QWidget &openForm(const QString &action);
 
     std::unique_ptr<host::Session> session_;
     std::function<void(QDialog &)> dialogUse_;
 };
 
+/// Starts the module in the program that is there.
+void startModule();
+/// Closes the action's form if it is open, without questions.
+void forget(const QString &action);
 /// Lets windows be laid out and painted.
 void settle();
 

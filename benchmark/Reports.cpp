@@ -27,9 +27,9 @@ const QString stockOnly = u"SELECT CODICE, SUM(QUANTITA) FROM MOVI_MAGA GROUP BY
 const QString stockAndValue = u"SELECT CODICE, SUM(QUANTITA), SUM(VALORE_IMPORTO), MAX(DATA_MOVIMENTO) FROM MOVI_MAGA "
                               "GROUP BY CODICE"_s;
 
-data::DataSet &open(const Bench &bench, const QString &query, const QString &sql)
+data::DataSet &open(const QString &query, const QString &sql)
 {
-    data::DataSet &rows = bench.program().module().dmStampe->query(query);
+    data::DataSet &rows = Modulo().dmStampe->query(query);
     rows.close();
     rows.setCommandText(sql);
     rows.open();
@@ -45,7 +45,7 @@ InventarioFilter thisYear()
 void measureReport(Bench &bench, const QString &name, const QString &query, const QString &sql, const QString &floor,
                    double target)
 {
-    bench.add({.program = [&] { open(bench, query, sql); }, .floor = [&] { bench.bare().fetch(floor); }, .runs = 5},
+    bench.add({.program = [&] { open(query, sql); }, .floor = [&] { bench.bare().fetch(floor); }, .runs = 5},
               {.workload = name, .rows = bench.movements(), .target = target});
 }
 
@@ -86,9 +86,9 @@ void measurePdf(Bench &bench)
     InventarioFilter every = thisYear();
     every.dal = every.dal.addYears(-years);
     every.esistenza = -1;
-    open(bench, u"adsInventarioValorizzato"_s, InventarioSQL(every, true));
-    bench.program().module().dmStampe->query(u"adsAzienda"_s).open();
-    const report::ReportProject &project = *bench.program().module().rProject;
+    open(u"adsInventarioValorizzato"_s, InventarioSQL(every, true));
+    Modulo().dmStampe->query(u"adsAzienda"_s).open();
+    const report::ReportProject &project = *Modulo().rProject;
     const QString name = u"InventarioValorizzato1"_s;
     const auto document = project.layOut(name);
     QList<report::Page> pages;
@@ -100,7 +100,7 @@ void measurePdf(Bench &bench)
          .floor = [&] { paint(pages, *document, bench.filePath(u"floor.pdf"_s)); },
          .runs = 5},
         {.workload = u"PDF of the valued inventory, per page"_s,
-         .rows = bench.program().module().dmStampe->query(u"adsInventarioValorizzato"_s).recordCount(),
+         .rows = Modulo().dmStampe->query(u"adsInventarioValorizzato"_s).recordCount(),
          .pages = document->pageCount(),
          .target = 2});
 }

@@ -50,11 +50,11 @@ void measureRevaluation(Bench &bench)
 {
     // The last articles have no movements of documents.
     const QString code = articleCode(bench.size.articles);
-    makeMovements(bench.program().connection(), code, movementsOfOne);
+    makeMovements(ModuleConnection(), code, movementsOfOne);
     bench.add({.program = [&] { RivalorizzaScarichiMagazzino(code, true); },
                .floor = [&] { revalueBare(bench.bare(), u"UPPER(CODICE) = "_s + data::quoted(code)); }},
               {.workload = u"revaluation of one article, 500 movements"_s, .rows = movementsOfOne, .target = 2});
-    bench.add({.program = [&] { revalueEveryArticle(bench.program().connection()); },
+    bench.add({.program = [&] { revalueEveryArticle(ModuleConnection()); },
                .floor = [&] { revalueBare(bench.bare(), u"1 = 1"_s); },
                .runs = 5},
               {.workload = u"revaluation of every article"_s, .rows = bench.movements(), .target = 2});

@@ -2,6 +2,7 @@
 #include "benchmark/Bench.h"
 
 #include "host/users/Users.h"
+#include "magazzino/MMGUtils.h"
 #include "magazzino/schema/ModuleSteps.h"
 #include "platform/core/Error.h"
 #include "platform/data/Connection.h"
@@ -13,7 +14,7 @@ namespace bench {
 // The module's start asks for the recorded versions before each of its steps.
 void Bench::measureVersionReadings()
 {
-    add({.program = [this] { schema::runModuleSteps(program_->connection(), schema::moduleSteps()); }},
+    add({.program = [this] { schema::runModuleSteps(ModuleConnection(), schema::moduleSteps()); }},
         {.workload = u"start of the module: its readings of versions"_s});
 }
 

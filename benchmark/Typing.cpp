@@ -99,7 +99,7 @@ void measureKeys(Bench &bench)
                .prepare = [&] { words.prepare(); },
                .runs = 16},
               {.workload = u"a key in the code field, list shown"_s, .target = 50, .milliseconds = true});
-    bench.program().forget(newNote);
+    forget(newNote);
 }
 
 // Of ten articles that the document has just got.

@@ -161,12 +161,6 @@ void Session::keepDrafts(const QString &folder, const data::DatabaseAddress &add
     });
 }
 
-void Session::startModules(const QString &folder)
-{
-    loadPackages(folder);
-    startPackages(qApp);
-}
-
 void choosePlatform(int argc, char *argv[])
 {
     const bool showsWindows = std::none_of(argv, argv + argc, [](const char *argument) {

@@ -43,8 +43,6 @@ public:
     data::Connection &connection() const { return *connection_; }
     /// The commands of the host.
     HostCommands &commands() const { return *commands_; }
-    /// Loads and starts every "*.bpl" of `folder`.
-    void startModules(const QString &folder);
 
 private:
     void keepDrafts(const QString &folder, const data::DatabaseAddress &address, const QString &user);

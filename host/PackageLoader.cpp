@@ -6,6 +6,7 @@
 #include "platform/core/Messages.h"
 #include "platform/core/Translation.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QLibrary>
 #include <QSet>
@@ -64,6 +65,12 @@ void startPackages(QObject *owner)
                 core::tr("Impossibile avviare il modulo \"%1\".\n\r%2").arg(entry.displayName, core::errorText(error)));
         }
     }
+}
+
+void startModules()
+{
+    loadPackages(QCoreApplication::applicationDirPath());
+    startPackages(qApp);
 }
 
 void stopPackages()

@@ -13,6 +13,9 @@ void loadPackages(const QString &folder);
 /// destroyed and left out; the others go on.
 void startPackages(QObject *owner);
 
+/// Loads the packages that lie beside the program and starts them in the session that is there.
+void startModules();
+
 /// Calls Finalize() of every live module object and destroys it, the last started first.
 void stopPackages();
 

@@ -2,6 +2,7 @@
 
 #include "host/Application.h"
 #include "host/DatabaseSetup.h"
+#include "host/PackageLoader.h"
 #include "host/start/FirstRows.h"
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
@@ -14,7 +15,6 @@
 #include "tour/TourWarehouse.h"
 #include "tour/Visit.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
@@ -39,7 +39,7 @@ void show(Visit &visit)
     const QString file = visit.file(u"demo.fdb"_s);
     visit.tell(u"Nuovo database dimostrativo \"%1\""_s.arg(file));
     host::Session session(demoDatabase(file), host::administrator, {});
-    session.startModules(QCoreApplication::applicationDirPath());
+    host::startModules();
     host::insertDemoModuleData(session.connection());
     visit.show(session.window());
     tourWarehouse(visit, session);

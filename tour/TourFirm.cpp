@@ -2,6 +2,7 @@
 
 #include "host/Application.h"
 #include "host/HostCommands.h"
+#include "host/PackageLoader.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/FileCommands.h"
 #include "host/start/FirstRows.h"
@@ -13,7 +14,6 @@
 #include "platform/ui/Dialogs.h"
 #include "tour/Part.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QScopeGuard>
 #include <QTableView>
@@ -189,7 +189,7 @@ void tourFirm(Visit &visit)
 {
     const data::DatabaseAddress database = newFirm(visit);
     host::Session session(database, login(visit, database), {});
-    session.startModules(QCoreApplication::applicationDirPath());
+    host::startModules();
     host::insertNotedFirstRows(session.connection());
     visit.show(session.window());
     Firm firm(visit, session);

@@ -3,6 +3,7 @@
 #include "host/Application.h"
 #include "host/DatabaseSetup.h"
 #include "host/IntfPack.h"
+#include "host/PackageLoader.h"
 #include "host/help/ManualWindow.h"
 #include "host/start/Upgrade.h"
 #include "host/ui/MainWindow.h"
@@ -10,7 +11,6 @@
 #include "platform/core/Translation.h"
 #include "platform/ui/ResultGrid.h"
 
-#include <QCoreApplication>
 #include <QImageReader>
 #include <QMenu>
 #include <QMenuBar>
@@ -45,7 +45,7 @@ data::DatabaseAddress demoIn(const QString &folder)
 void checkSession(const data::DatabaseAddress &address)
 {
     Session session(address, administrator, {});
-    session.startModules(QCoreApplication::applicationDirPath());
+    startModules();
     require(GetPackageCount() > 0, core::tr("moduli (Magazzino.bpl)"));
     session.window().show();
     QMenu *documents = session.window().menuBar()->findChild<QMenu *>(u"mnDocumenti"_s);

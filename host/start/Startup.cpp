@@ -1,6 +1,7 @@
 #include "host/start/Startup.h"
 
 #include "host/DatabaseSetup.h"
+#include "host/PackageLoader.h"
 #include "host/backup/Backup.h"
 #include "host/backup/BackupCommands.h"
 #include "host/schema/DemoData.h"
@@ -291,7 +292,7 @@ std::optional<Opening> Startup::work(const Opening &opening, const QString &user
     std::optional<ui::WaitWindow> window(std::in_place, openingText());
     std::optional<StartTurn> turn(std::in_place, opening.database);
     Session session(opening.database, user, memory_.settingsFile(), std::move(connection));
-    session.startModules(QCoreApplication::applicationDirPath());
+    startModules();
     insertNotedFirstRows(session.connection());
     turn.reset();
     window.reset();
@@ -334,7 +335,7 @@ void upgradeDatabase(const StartOptions &options, const QString &folder)
     upgradeHost(address);
     const StartTurn turn(address);
     Session session(address, options.user.isEmpty() ? administrator : options.user, {});
-    session.startModules(QCoreApplication::applicationDirPath());
+    startModules();
     insertNotedFirstRows(session.connection());
 }
 
