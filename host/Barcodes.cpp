@@ -18,18 +18,18 @@ struct Spelling
     double count = 1;
 };
 
+// A text that is longer than any code is none.
+QList<Spelling> spellingsOf(const QString &code, double count = 1)
+{
+    return core::mapped(core::sameNumbers(code.left(longestBarcode + 1)), [count](const QString &spelling) {
+        return Spelling{spelling, count};
+    });
+}
+
 QList<Spelling> spellings(const QString &text)
 {
-    QList<Spelling> all;
-    const auto add = [&all](const QString &number, double count) {
-        for (const QString &code : core::sameNumbers(number))
-            all.append({code, count});
-    };
-    // A text that is longer than any code is none.
-    add(text.left(longestBarcode + 1), 1);
-    if (const std::optional<core::Gs1Code> gs1 = core::readGs1(text))
-        add(gs1->gtin, gs1->count);
-    return all;
+    const std::optional<core::Gs1Code> gs1 = core::readGs1(text);
+    return spellingsOf(text) + (gs1 ? spellingsOf(gs1->gtin, gs1->count) : QList<Spelling>());
 }
 
 QString isOneOf(const QList<Spelling> &wanted, data::Values &values)
@@ -80,12 +80,18 @@ QMultiHash<int, QString> readBarcodes(data::Connection &connection)
     return barcodes;
 }
 
+QString barcodeIdentity(const QString &code)
+{
+    return data::capitalsOf(core::wholeNumber(code));
+}
+
 bool isBarcodeOfAnother(data::Connection &connection, const QString &code, int article)
 {
-    return connection.finds(
-        u"SELECT FIRST 1 1 AS NUM FROM BARCODE_ARTICOLI WHERE UPPER(CODICE) = %1 AND IDANA_MAGA <> ?"_s.arg(
-            data::inCapitals()),
-        {data::searchedText(code), article});
+    data::Values values(data::Values::Way::Bound);
+    const QString condition = isOneOf(spellingsOf(code), values);
+    return connection.finds(u"SELECT FIRST 1 1 AS NUM FROM BARCODE_ARTICOLI B WHERE %1 AND B.IDANA_MAGA <> %2"_s.arg(
+                                condition, values.add(article)),
+                            values.bound());
 }
 
 // A subquery that depends on the article is asked for every row of the list. The two before it are asked once, and

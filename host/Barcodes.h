@@ -35,7 +35,9 @@ inline constexpr int longestBarcode = 48;
 BarcodeMatch findBarcode(data::Connection &connection, const QString &text);
 /// All codes, by article.
 QMultiHash<int, QString> readBarcodes(data::Connection &connection);
-/// Is `code` one of an article other than the one with the key `article`?
+/// The one text for all spellings of a code: two codes are the same when theirs are.
+QString barcodeIdentity(const QString &code);
+/// Is `code`, however it is spelled, one of an article other than the one with the key `article`?
 bool isBarcodeOfAnother(data::Connection &connection, const QString &code, int article);
 /// Condition on ANA_MAGA: the article has a code that begins with `text`, or is found by it as a whole.
 QString hasBarcode(const QString &text, data::Values &values);

@@ -69,12 +69,12 @@ bool ArticleEntry::anyIsTaken()
 {
     QSet<QString> seen;
     for (const Barcode &barcode : barcodes_->barcodes()) {
-        const QString capitals = data::capitalsOf(barcode.code);
-        if (seen.contains(capitals) || isBarcodeOfAnother(connection(), barcode.code, storedKey())) {
+        const QString identity = barcodeIdentity(barcode.code);
+        if (seen.contains(identity) || isBarcodeOfAnother(connection(), barcode.code, storedKey())) {
             show(barcode.code);
             return true;
         }
-        seen.insert(capitals);
+        seen.insert(identity);
     }
     return false;
 }

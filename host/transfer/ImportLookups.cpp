@@ -85,16 +85,25 @@ ImportLookups::Keys ImportLookups::keysOf(data::Connection &connection, const Im
 }
 
 ImportLookups::ImportLookups(data::Connection &connection, const ImportTarget &target)
+    : identity_(target.identity)
+    , records_(
+          keysOf(connection, {.table = target.table, .key = target.key, .column = target.fields.constFirst().column}))
 {
-    records_ =
-        keysOf(connection, {.table = target.table, .key = target.key, .column = target.fields.constFirst().column});
+    // The code as it is spelled goes first, should two spellings be there.
+    const Keys spelled = records_;
+    for (auto it = spelled.cbegin(); it != spelled.cend(); ++it) {
+        if (const QString identity = identity_(it.key()); !records_.contains(identity))
+            records_.insert(identity, *it);
+    }
     for (const ImportField &field : target.fields)
         fields_.append(field.lookup.table.isEmpty() ? Keys() : keysOf(connection, field.lookup));
 }
 
 std::optional<int> ImportLookups::record(const QString &code) const
 {
-    const auto it = records_.constFind(data::capitalsOf(code));
+    auto it = records_.constFind(data::capitalsOf(code));
+    if (it == records_.constEnd())
+        it = records_.constFind(identity_(code));
     return it == records_.constEnd() ? std::nullopt : std::optional(*it);
 }
 

@@ -23,7 +23,7 @@ public:
     /// Reads them. Throws data::DatabaseError.
     ImportLookups(data::Connection &connection, const ImportTarget &target);
 
-    /// Key of the record with `code`, compared without case.
+    /// Key of the record with `code`, or with another spelling of it.
     std::optional<int> record(const QString &code) const;
     /// Key of the row that `text` names in the table of field number `field`; nothing when there is none or several.
     std::optional<int> find(qsizetype field, const QString &text) const;
@@ -39,6 +39,7 @@ private:
     std::optional<int> entry(qsizetype field, const QString &text) const;
     static Keys keysOf(data::Connection &connection, const ImportLookup &lookup);
 
+    QString (*identity_)(const QString &);
     Keys records_;
     QList<Keys> fields_;
 };

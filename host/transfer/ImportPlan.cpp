@@ -68,10 +68,10 @@ private:
 
     // The codes themselves would take more memory than the file; two different ones with the same 64 bits will not be
     // met.
-    static quint64 markOf(const QString &code)
+    quint64 markOf(const QString &code) const
     {
         constexpr size_t seed = 0x9E3779B97F4A7C15ULL;
-        return qHash(data::capitalsOf(code), seed);
+        return qHash(job_.target.identity(code), seed);
     }
 
     void planRecord(const core::CsvRecord &record)

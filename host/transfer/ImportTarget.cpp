@@ -74,7 +74,7 @@ QString comparable(const QString &name)
 
 QStringList namesOf(const ImportField &field)
 {
-    return core::mapped(QStringList{field.caption, field.column} + field.otherNames, comparable);
+    return core::mapped(QStringList{field.caption} + field.otherNames + QStringList{field.column}, comparable);
 }
 
 ImportTarget articles()
@@ -84,7 +84,8 @@ ImportTarget articles()
 
 ImportTarget barcodes()
 {
-    return {core::tr("Codici a barre"), u"BARCODE_ARTICOLI"_s, u"IDBARCODE_ARTICOLI"_s, barcodeFields()};
+    return {core::tr("Codici a barre"), u"BARCODE_ARTICOLI"_s, u"IDBARCODE_ARTICOLI"_s, barcodeFields(),
+            barcodeIdentity};
 }
 
 ImportTarget customers()
@@ -141,8 +142,10 @@ QList<int> mapColumns(const ImportTarget &target, const QStringList &headers)
     QStringList open = core::mapped(headers, comparable);
     QList<int> columns(target.fields.size(), -1);
     // The more exact name first, for all fields: "Prezzo" must not go to a field that also knows it by another name.
-    constexpr int mostNames = 6;
-    for (int rank = 0; rank < mostNames; ++rank) {
+    qsizetype mostNames = 0;
+    for (const ImportField &field : target.fields)
+        mostNames = std::max(mostNames, namesOf(field).size());
+    for (qsizetype rank = 0; rank < mostNames; ++rank) {
         for (qsizetype i = 0; i < columns.size(); ++i) {
             const QString name = namesOf(target.fields[i]).value(rank);
             const qsizetype column = name.isEmpty() || columns[i] >= 0 ? -1 : open.indexOf(name);

@@ -1,5 +1,6 @@
 #pragma once
 #include "host/FirmFields.h"
+#include "platform/data/SqlText.h"
 
 #include <QStringList>
 
@@ -41,13 +42,16 @@ struct ImportField
     QString doubt = {}; ///< what is told then, a sentence
 };
 
-/// A table that can be filled. The first field is the code, by which records are told apart without case.
+/// A table that can be filled. The first field is the code, by which records are told apart, without case where nothing
+/// else is said.
 struct ImportTarget
 {
     QString caption; ///< plural
     QString table;
     QString key;
     QList<ImportField> fields;
+    /// The one text for all spellings of a code.
+    QString (*identity)(const QString &) = data::capitalsOf;
 };
 
 /// Articles, their barcodes, customers and what modules added. A module's table may be missing in a database.
@@ -60,8 +64,8 @@ void registerImportTarget(ImportTarget (*make)());
 /// The fields of a register of firms that have a payment type; `called` is what files may call one, "cliente".
 QList<ImportField> firmImportFields(FirmKind firm, const QString &called);
 
-/// The CSV column (from 0) for each field of `target`, -1 where no header names it: by caption, column name or another
-/// usual name, without case, accents, blanks and signs. No column is used twice.
+/// The CSV column (from 0) for each field of `target`, -1 where no header names it: by caption, another
+/// usual name or column name, without case, accents, blanks and signs. No column is used twice.
 QList<int> mapColumns(const ImportTarget &target, const QStringList &headers);
 
 } // namespace host

@@ -278,7 +278,7 @@ void StartPage::showFigures(const QList<StartFigure> &figures)
     for (const StartFigure &spec : figures) {
         auto *line = new QWidget(this);
         auto *layout = ui::withoutMargins<QHBoxLayout>(line);
-        Figure figure{spec, link(spec.name, line), link(spec.name + core::tr("Conta"), line)};
+        Figure figure{spec, link(spec.name, line), link(spec.name + u"Conta"_s, line)};
         figure.show->setText(spec.caption);
         figure.count->setText(core::tr("Conta ora"));
         layout->addWidget(figure.show, 1);

@@ -80,13 +80,18 @@ QStringList sameNumbers(const QString &code)
     QStringList texts = {code};
     if (!isTradeNumber(code))
         return texts;
-    const QString whole = code.rightJustified(longest, u'0');
+    const QString whole = wholeNumber(code);
     for (const qsizetype length : lengths) {
         const qsizetype zeros = longest - length;
         if (length != code.size() && whole.left(zeros).count(u'0') == zeros)
             texts.append(whole.right(length));
     }
     return texts;
+}
+
+QString wholeNumber(const QString &code)
+{
+    return isTradeNumber(code) ? code.rightJustified(longest, u'0') : code;
 }
 
 std::optional<Gs1Code> readGs1(const QString &scanned)

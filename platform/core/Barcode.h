@@ -20,6 +20,9 @@ bool checkDigitFits(const QString &code);
 /// and without them. Of anything but 8, 12, 13 or 14 digits itself alone.
 QStringList sameNumbers(const QString &code);
 
+/// The one of them that all share, with 14 digits; what is no such number stays as it is.
+QString wholeNumber(const QString &code);
+
 /// What a GS1 code says of the goods.
 struct Gs1Code
 {

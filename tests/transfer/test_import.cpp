@@ -337,8 +337,8 @@ private Q_SLOTS:
     // A wrong check digit is told and imported; a code stands for one piece where nothing is said.
     void barcodesComeWithTheirPieces()
     {
-        const host::ImportJob barcodes = job(barcodes_, "EAN;Articolo;Pezzi\n8001120000019;tra-0018;\n"
-                                                        "8001120000018;TRA-0018;6\nlibero;SMA-0750;2,5\n");
+        const host::ImportJob barcodes = job(barcodes_, "Codice;EAN;Pezzi\ntra-0018;8001120000019;\n"
+                                                        "TRA-0018;8001120000018;6\nSMA-0750;libero;2,5\n");
         const host::ImportPlan plan = host::planImport(barcodes);
         QCOMPARE(plan.problemCount, 0);
         QCOMPARE(plan.doubtCount, 1);
@@ -348,6 +348,10 @@ private Q_SLOTS:
         QCOMPARE(database_->lines(u"SELECT A.CODICE, B.CODICE, B.PEZZI FROM BARCODE_ARTICOLI B JOIN ANA_MAGA A ON "
                                   "A.IDANA_MAGA = B.IDANA_MAGA ORDER BY B.IDBARCODE_ARTICOLI"_s),
                  QStringList({u"TRA-0018|8001120000019|1"_s, u"TRA-0018|8001120000018|6"_s, u"SMA-0750|libero|2.5"_s}));
+        // One number is one code, with zeros before it and without.
+        const host::ImportJob again = job(barcodes_, "Codice;EAN\nSMA-0750;08001120000019\nSMA-0750;LIBERO\n"
+                                                     "SMA-0750;12345670\nTRA-0018;00000012345670\n");
+        QCOMPARE(host::planImport(again).problemCount, 3);
     }
 
 private:

@@ -93,6 +93,24 @@ private Q_SLOTS:
         place().messages.expectWarning(u"Un codice a barre è scritto due volte\n\ro è già di un altro articolo!"_s);
         QVERIFY(!form->saveRecord());
         form->startNew();
+
+        // So is a number, with zeros before it and without.
+        article(u"SMA-0750"_s);
+        turnTo(form, grid);
+        grid->setFocus();
+        test::strike(u"12345670\n00000012345670\n"_s);
+        place().messages.expectWarning(u"Un codice a barre è scritto due volte\n\ro è già di un altro articolo!"_s);
+        QVERIFY(!form->saveRecord());
+        test::pressKey(Qt::Key_Up);
+        test::pressKey(Qt::Key_Delete);
+        QVERIFY(form->saveRecord());
+        article(u"TRA-0018"_s);
+        turnTo(form, grid);
+        grid->setFocus();
+        test::strike(u"0000012345670\n"_s);
+        place().messages.expectWarning(u"Un codice a barre è scritto due volte\n\ro è già di un altro articolo!"_s);
+        QVERIFY(!form->saveRecord());
+        form->startNew();
     }
 
     // Readers send Enter or Tab, and their keys wait for nothing. Tab leaves the grid when nothing is being typed.
