@@ -86,7 +86,7 @@ const QGroupBox *groupOf(const QWidget &widget)
     return nullptr;
 }
 
-// The label to the left of the field. Those with a frame show what is chosen, and a mark has no letters.
+// The label to the left of the field. Elided ones show what is chosen, and a mark has no letters.
 QString labelBefore(const QWidget &field, const QList<QLabel *> &labels, const QWidget &window)
 {
     static const QRegularExpression letters(u"\\w\\w"_s);
@@ -97,7 +97,7 @@ QString labelBefore(const QWidget &field, const QList<QLabel *> &labels, const Q
         const QRect beside(label->mapTo(&window, QPoint()), label->size());
         const bool isBefore = beside.right() < place.left() && beside.top() < place.center().y() &&
                               beside.bottom() > place.center().y() && beside.right() > nearestEnd;
-        if (isBefore && label->isVisibleTo(&window) && label->frameShape() == QFrame::NoFrame &&
+        if (isBefore && label->isVisibleTo(&window) && !qobject_cast<const ElidedLabel *>(label) &&
             groupOf(*label) == groupOf(field) && label->text().contains(letters)) {
             nearest = label;
             nearestEnd = beside.right();

@@ -1,3 +1,4 @@
+#include "platform/core/Lists.h"
 #include "platform/ui/KeyList.h"
 #include "platform/ui/PlaceKeys.h"
 #include "platform/ui/ResultGrid.h"
@@ -83,6 +84,20 @@ private Q_SLOTS:
         wrong.removeDuplicates();
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
         QVERIFY(seen > 300 && actions.size() > 8);
+    }
+
+    void keysOfFieldsDoNotFollowWhatIsChosen()
+    {
+        const test::Document note(place(), test::deliveryNote());
+        const auto keys = [&note] {
+            return core::mapped(ui::placeKeys(note.form()), [](const ui::PlaceKey &place) {
+                return QString(place.key.toString() + u' ' + place.caption);
+            });
+        };
+        const QStringList before = keys();
+        note.fillHeader();
+        note.control<QTabWidget>(u"pages"_s)->setCurrentIndex(0);
+        QCOMPARE(keys(), before);
     }
 
     void keysLeadThroughADocument()
