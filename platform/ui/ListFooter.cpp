@@ -44,6 +44,12 @@ void ListFooter::searched()
     count();
 }
 
+void ListFooter::failed()
+{
+    count_->clear();
+    setOutdated(true);
+}
+
 void ListFooter::setOutdated(bool outdated)
 {
     outdated_ = outdated;

@@ -16,6 +16,8 @@ public:
 
     /// A search has filled the rows, which are true as of now.
     void searched();
+    /// The rows are not what was asked for: nothing is said of them, but that they wait for another search.
+    void failed();
     bool hasSearched() const { return searched_; }
     /// Says quietly, or no longer, that the rows are older than what is stored.
     void setOutdated(bool outdated);

@@ -174,7 +174,12 @@ void ListPanel::fill(const QString &clause, const QVariantList &values)
     const int key = grid_->selectedKey();
     const int position = grid_->verticalScrollBar()->value();
     footer_->searched();
-    grid_->fill(connection_, spec_.selectText + clause + spec_.orderText, values, spec_.complete);
+    try {
+        grid_->fill(connection_, spec_.selectText + clause + spec_.orderText, values, spec_.complete);
+    } catch (...) {
+        footer_->failed();
+        throw;
+    }
     if (spec_.keepsSelection && key > 0 && grid_->selectKey(key))
         grid_->verticalScrollBar()->setValue(position);
 }

@@ -43,6 +43,22 @@ private Q_SLOTS:
         QCOMPARE(test::shown(list, u"lblQuanteRighe"_s), u"%1 righe"_s.arg(codes.size()));
     }
 
+    // No rows are not "Nessun risultato" when nobody could ask.
+    void failedSearchSaysNothingOfRows()
+    {
+        const ui::SearchForm *list = openHost(u"Clienti"_s);
+        const QString count = test::shown(list, u"lblQuanteRighe"_s);
+        database().setStatementHook([](const QString &) { throw core::Error(u"perduto"_s); });
+        place().messages.expectPart(u"Errore"_s, u"perduto"_s, core::Answer::Ok);
+        QTest::keyClick(test::control<QWidget>(list, u"txtCodice"_s), Qt::Key_F5);
+        database().setStatementHook({});
+        QCOMPARE(test::shown(list, u"lblQuanteRighe"_s), QString());
+        QCOMPARE(hint(list), u"Elenco da aggiornare (F5)"_s);
+        QTest::keyClick(test::control<QWidget>(list, u"txtCodice"_s), Qt::Key_F5);
+        QCOMPARE(test::shown(list, u"lblQuanteRighe"_s), count);
+        QCOMPARE(hint(list), QString());
+    }
+
     void moduleListOnlySaysThatItIsOld()
     {
         const ui::SearchForm *list = openList(u"actRicercaFornitori"_s);
