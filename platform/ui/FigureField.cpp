@@ -17,14 +17,29 @@ FigureField::FigureField(FigureSpec spec, QWidget *parent)
 {
     edit_->setObjectName(spec_.name);
     edit_->setAlignment(Qt::AlignRight);
-    edit_->setMaximumWidth(150);
+    edit_->setMaximumWidth(std::max(150, edit_->sizeHint().width()));
+    edit_->installEventFilter(this);
     showReadOnly(edit_);
     // Nobody types there: Tab goes past it.
     edit_->setFocusPolicy(Qt::ClickFocus);
     connect(spec_.source, &FigureSource::changed, this, [this] {
-        if (edit_->isVisible())
-            show(text_);
+        stale_ = true;
+        showAgain();
     });
+}
+
+// What changed while another page was in front.
+bool FigureField::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Show)
+        showAgain();
+    return Field::eventFilter(watched, event);
+}
+
+void FigureField::showAgain()
+{
+    if (stale_ && edit_->isVisible())
+        show(text_);
 }
 
 void FigureField::load(const data::DataSet &record)
@@ -40,6 +55,7 @@ void FigureField::write(data::DataSet &record) const
 void FigureField::show(const QString &text)
 {
     text_ = text;
+    stale_ = false;
     edit_->clear();
     if (text.isEmpty())
         return;

@@ -29,11 +29,14 @@ public:
     void restore(const QVariant &state) override { show(state.toString()); }
 
 private:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void show(const QString &text);
+    void showAgain();
 
     FigureSpec spec_;
     LineEdit *edit_;
-    QString text_; // of the record that it shows; empty for none
+    QString text_;       // of the record that it shows; empty for none
+    bool stale_ = false; // the figure has changed since
     mutable QString written_;
 };
 

@@ -53,6 +53,11 @@ private Q_SLOTS:
 
         const ui::EntryForm *form = article(u"SMA-0750"_s);
         QCOMPARE(test::shown(form, u"txtGiacenza"_s), u"-7,00"_s);
+        // What changes behind another page is there with the field.
+        test::pressKey(Qt::Key_2, Qt::AltModifier);
+        database().execute(u"DELETE FROM MOVI_MAGA WHERE UPPER(CODICE) = 'SMA-0750'"_s);
+        test::pressKey(Qt::Key_1, Qt::AltModifier);
+        QCOMPARE(test::shown(form, u"txtGiacenza"_s), u"0,00"_s);
         test::trigger(form, u"actNuovo"_s);
         QCOMPARE(test::shown(form, u"txtGiacenza"_s), QString());
     }
