@@ -1,12 +1,14 @@
 #include "platform/report/Output.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/LineText.h"
 #include "platform/core/SaveFile.h"
 #include "platform/core/Translation.h"
 #include "platform/report/Document.h"
 #include "platform/report/Report.h"
 
 #include <QBuffer>
+#include <QHash>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QRegularExpression>
@@ -73,6 +75,14 @@ void paintPages(const Document &document, QPagedPaintDevice &device, const Paint
     QPainter painter;
     if (!painter.begin(&device))
         throw core::Error(core::tr("La stampante non accetta la stampa."));
+    // A picture of many pages, as the firm's logo, is written once into the file.
+    QHash<qint64, QImage> pictures;
+    const auto encoded = [&](const QImage &image) {
+        QImage &known = pictures[image.cacheKey()];
+        if (known.isNull())
+            known = withQuality(image, *painting.pictureQuality);
+        return known;
+    };
     bool first = true;
     int done = 0;
     for (const QString &copy : painting.copies) {
@@ -83,7 +93,7 @@ void paintPages(const Document &document, QPagedPaintDevice &device, const Paint
             Page page = document.page(index, copy);
             for (Picture &picture : page.pictures) {
                 if (painting.pictureQuality)
-                    picture.image = withQuality(picture.image, *painting.pictureQuality);
+                    picture.image = encoded(picture.image);
             }
             paintPage(painter, page, document.fonts(), painting.dpi / 25.4, painting.texts);
         }
@@ -145,8 +155,12 @@ QString fileNameOf(const QString &title)
 {
     static const QRegularExpression unsuitable(u"[\\\\/:*?\"<>|\\x00-\\x1f\\x7f]"_s);
     static const QRegularExpression atEnds(u"^[ .]+|[ .]+$"_s);
-    constexpr int most = 150; // a name of twice as many bytes fits nowhere
-    return QString(title).replace(unsuitable, u"-"_s).left(most).remove(atEnds);
+    constexpr qsizetype most = 150;
+    constexpr qsizetype mostBytes = 200; // a name of more than 255 fits nowhere, and others add to it
+    QString name = core::cutTo(QString(title).replace(unsuitable, u"-"_s), most);
+    while (name.toUtf8().size() > mostBytes)
+        name = core::cutTo(name, name.size() - 1);
+    return name.remove(atEnds);
 }
 
 QString withPdfExtension(const QString &path)

@@ -297,7 +297,7 @@ void Reader::readContinuation(Item &item)
     item.continuationFont = hasAttribute(u"continuationFont"_s) ? fontIndex(u"continuationFont"_s, {}) : item.font;
     item.continuationX = length(u"continuationX"_s, 0);
     item.continuationWidth = length(u"continuationWidth"_s, contentWidth_ - item.continuationX);
-    const bool possible = mayContinue_ && rowsDepth_ == 0 && !item.grow &&
+    const bool possible = mayContinue_ && rowsDepth_ == 0 && !item.grow && !hasAttribute(u"leaves"_s) &&
                           item.continuationX + item.continuationWidth <= contentWidth_ + 0.001;
     if (!item.continuation.isEmpty() && !possible)
         fail(core::tr("il seguito del testo non è possibile qui"));

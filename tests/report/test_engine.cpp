@@ -183,8 +183,9 @@ private Q_SLOTS:
         QVERIFY(noise.save(folder_.filePath(u"marchio.png"_s)));
         const auto document = layOut(
             titles + detail +
-                u"<summary height='20'><image x='0' y='0' width='20' height='20' file='marchio.png'/></summary>"_s,
-            numbered(2));
+                u"<pageFooter height='20'><image x='0' y='0' width='20' height='20' file='marchio.png'/></pageFooter>"_s,
+            numbered(9));
+        QVERIFY(document->pageCount() > 1);
         const auto written = [&](bool embedFonts, int quality, int dpi) {
             report::PdfRenderer settings;
             settings.embedFonts = embedFonts;
@@ -196,9 +197,17 @@ private Q_SLOTS:
         };
         const QByteArray usual = written(true, 90, 300);
         QVERIFY(usual.contains("/FontFile"));
+        QCOMPARE(usual.count("/Subtype /Image"), 1);
         QVERIFY(!written(false, 90, 300).contains("/FontFile"));
         QVERIFY(written(true, 10, 300).size() < usual.size());
         QVERIFY(written(true, 90, 72) != written(true, 90, 1200));
+    }
+
+    void titleBecomesAFileName()
+    {
+        QCOMPARE(report::fileNameOf(u" a/b: \"c\".. "_s), u"a-b- -c-"_s);
+        const QString cut = report::fileNameOf(QString(120, QChar(0x6f22)));
+        QVERIFY(cut.toUtf8().size() > 190 && cut.toUtf8().size() <= 200);
     }
 
 private:
