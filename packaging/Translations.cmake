@@ -19,16 +19,14 @@ if(LUPDATE_PROGRAM)
 endif()
 
 if(CORVANE_LANGUAGES AND NOT LRELEASE_PROGRAM)
-    message(WARNING "Without lrelease the program speaks Italian only.")
+    message(FATAL_ERROR "Languages take lrelease (qt6-l10n-tools).")
 endif()
-if(CORVANE_LANGUAGES AND LRELEASE_PROGRAM)
-    add_custom_target(translations ALL)
-    set(QM_FOLDER ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/translations)
-    foreach(language ${CORVANE_LANGUAGES})
-        add_custom_command(TARGET translations
-            COMMAND ${CMAKE_COMMAND} -E make_directory ${QM_FOLDER}
-            COMMAND ${LRELEASE_PROGRAM} -silent ${CMAKE_SOURCE_DIR}/translations/corvane_${language}.ts
-                    -qm ${QM_FOLDER}/corvane_${language}.qm VERBATIM)
-        install(FILES ${QM_FOLDER}/corvane_${language}.qm DESTINATION ${CMAKE_INSTALL_DATADIR}/corvane/translations)
-    endforeach()
-endif()
+add_custom_target(translations ALL)
+set(QM_FOLDER ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/translations)
+foreach(language ${CORVANE_LANGUAGES})
+    add_custom_command(TARGET translations
+        COMMAND ${CMAKE_COMMAND} -E make_directory ${QM_FOLDER}
+        COMMAND ${LRELEASE_PROGRAM} -silent ${CMAKE_SOURCE_DIR}/translations/corvane_${language}.ts
+                -qm ${QM_FOLDER}/corvane_${language}.qm VERBATIM)
+    install(FILES ${QM_FOLDER}/corvane_${language}.qm DESTINATION ${CMAKE_INSTALL_DATADIR}/corvane/translations)
+endforeach()

@@ -1,4 +1,4 @@
-# Shared by ./run and ./test; sourced by bash with the checkout as working directory.
+# Shared by the scripts that build; sourced by bash with the checkout as working directory.
 
 # What building and running needs on Debian 12.
 RUN_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev qtkeychain-qt6-dev libsecret-1-0 libgl-dev firebird-dev firebird3.0-server-core
