@@ -1,7 +1,7 @@
 #pragma once
 #include <QDate>
 #include <QList>
-#include <QString>
+#include <QStringList>
 #include <QVariant>
 
 #include <functional>
@@ -18,7 +18,7 @@ struct StartCommand
     QString action;
     QString caption;
     QString hint;
-    QString right; ///< that the user needs to see it; none while empty
+    QStringList rights; ///< all of which the user needs to see it
 };
 
 /// A record that was written not long ago.
@@ -39,7 +39,7 @@ struct RecentSource
     std::function<QList<RecentRecord>(int most)> newest;
 };
 
-/// Something to keep an eye on.
+/// Something to keep an eye on; everybody sees it.
 struct StartFigure
 {
     QString name; ///< of its control
@@ -50,7 +50,7 @@ struct StartFigure
     std::function<bool()> isQuick;
 };
 
-/// What a new firm does first; done() tells whether that was done.
+/// What a new firm does first, for everybody; done() tells whether that was done.
 struct FirstStep
 {
     QString caption;

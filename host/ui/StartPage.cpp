@@ -221,13 +221,15 @@ void StartPage::readOffers()
 {
     StartOffer offers = startOffers();
     QHash<QString, bool> held; // each right is asked for once
-    const auto refused = [&](const auto &one) {
-        if (!held.contains(one.right))
-            held.insert(one.right, holds(one.right));
-        return !held.value(one.right);
+    const auto isRefused = [&](const QString &right) {
+        if (!held.contains(right))
+            held.insert(right, holds(right));
+        return !held.value(right);
     };
-    offers.commands.removeIf(refused);
-    offers.recent.removeIf(refused);
+    offers.commands.removeIf([&](const StartCommand &command) {
+        return std::any_of(command.rights.begin(), command.rights.end(), isRefused);
+    });
+    offers.recent.removeIf([&](const RecentSource &source) { return isRefused(source.right); });
     showCommands(offers.commands);
     showFigures(offers.figures);
     readRecent(offers);

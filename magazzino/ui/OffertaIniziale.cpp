@@ -97,11 +97,14 @@ int articoliSottoscorta()
 host::StartOffer offertaIniziale()
 {
     host::StartOffer offer;
+    const DocumentKind &fattura = fatturaAccompagnatoria();
     offer.commands = {
         {bollaCarico().entryAction(), core::tr("Nuova bolla di carico"), core::tr("Merce in arrivo"), {}},
         {ddtScarico().entryAction(), core::tr("Nuovo D.d.T. di scarico"), core::tr("Merce in uscita"), {}},
-        {fatturaAccompagnatoria().entryAction(), core::tr("Nuova fattura accompagnatoria"),
-         core::tr("Merce in uscita con la sua fattura"), fatturaAccompagnatoria().editRight}};
+        {fattura.entryAction(),
+         core::tr("Nuova fattura accompagnatoria"),
+         core::tr("Merce in uscita con la sua fattura"),
+         {fattura.viewRight, fattura.editRight}}};
     for (const DocumentKind *kind : documentKinds())
         offer.recent.append(recentOf(*kind));
     offer.figures = {{u"cmdSottoscorta"_s, u"Articoli in sottoscorta"_s, u"actStampaSottoscortaRiordino"_s,

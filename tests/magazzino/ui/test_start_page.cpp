@@ -1,4 +1,5 @@
 #include "host/ui/StartPage.h"
+#include "host/users/Users.h"
 #include "magazzino/reports/uMMGModStampaSottoscortaRiordino.h"
 #include "tests/support/Fixtures.h"
 
@@ -47,8 +48,19 @@ private Q_SLOTS:
         page_->refresh();
         QCOMPARE(test::columnTexts(test::control<QTableView>(page_, u"gridUltimiDocumenti"_s), u"Documento"_s),
                  QStringList({u"D.d.T. di scarico"_s, u"Bolla di carico"_s}));
-        QVERIFY(!page_->findChild<QPushButton *>(u"cmdInizioInserimentoFattureAccompagnatorie"_s));
+        const auto command = [this] {
+            return page_->findChild<QWidget *>(u"cmdInizioInserimentoFattureAccompagnatorie"_s);
+        };
+        QVERIFY(!command());
         QCOMPARE(search(u"arredo"_s), QStringList({u"D.d.T. di scarico"_s, u"Clienti"_s}));
+        // Who may change invoices without seeing them finds no trace of them either.
+        database().execute(
+            u"INSERT INTO ABILITAZIONI_RUOLI(IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE) SELECT R.IDRUOLO_UTENTE, "
+            "A.IDABILITAZIONE_UTENTE FROM UTENTI_RUOLI R, ABILITAZIONI_UTENTE A WHERE R.USER_NAME = 'MAGAZZINIERE' AND "
+            "A.ABILITAZIONE_UTENTE = 'Fatture acc. (modifica)'"_s);
+        QVERIFY(host::userHasRight(u"MAGAZZINIERE"_s, u"Fatture acc. (modifica)"_s, database()));
+        page_->refresh();
+        QVERIFY(!command());
     }
 
     void newFirmIsToldWhatToDo()
