@@ -110,7 +110,7 @@ void createOnServer(const data::DatabaseAddress &address, const Fill &fill)
     try {
         fillNew(address, fill);
     } catch (const std::exception &) {
-        data::dropQuietly(address, core::tr("eliminazione database"));
+        data::dropQuietly(address, u"eliminazione database"_s);
         throw;
     }
 }

@@ -10,7 +10,8 @@ namespace host {
 class DatabaseMemory;
 class MainWindow;
 
-/// The commands of the menu "File" on whole databases: a new firm, an existing one, one opened before, backup, restore.
+/// The commands of the menu "File" on whole databases: a new firm, an existing one, one opened before, what
+/// is unsaved, backup, restore, the move to a server and back.
 class FileCommands : public QObject
 {
     Q_OBJECT

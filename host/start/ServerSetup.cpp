@@ -112,7 +112,7 @@ void prepareServer(const data::DatabaseAddress &target, const QString &administr
     const data::DatabaseAddress scratch = scratchBeside(target, administratorPassword);
     requireAdministrator(scratch);
     createScratch(scratch);
-    const auto drop = qScopeGuard([&scratch] { data::dropQuietly(scratch, core::tr("preparazione del server")); });
+    const auto drop = qScopeGuard([&scratch] { data::dropQuietly(scratch, u"preparazione del server"_s); });
     data::Connection connection(data::nativeConnectionString(scratch));
     makeUser(target, connection);
     connection.close();

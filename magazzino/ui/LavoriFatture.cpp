@@ -44,9 +44,7 @@ void lavora(QWidget *owner, const QString &titolo, qsizetype quanti, const Passo
         return;
     }
     ui::runWithProgress(owner, titolo, [&, database = ModuleConnection().connectionString()](core::Progress &progress) {
-        data::Connection propria;
-        propria.setConnectionString(database);
-        propria.open();
+        data::Connection propria(database);
         tutti(propria, progress);
     });
 }

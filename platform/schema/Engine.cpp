@@ -94,9 +94,7 @@ void prepareVersions(data::DataSet &versions)
 // A connection belongs to its thread.
 void writeApart(const QString &database, const Step &step, core::Progress &progress)
 {
-    data::Connection own;
-    own.setConnectionString(database);
-    own.open();
+    data::Connection own(database);
     data::DataSet versions(&own);
     prepareVersions(versions);
     if (isDue(step, versionOf(versions, step.object)))

@@ -24,8 +24,8 @@ using LongRunner = std::function<void(const LongWork &work)>;
 /// Runs, in their order, the steps whose object is at the step's guard version, each in a transaction that also records
 /// the new version in TABLE_VERSION. A failing step leaves nothing of itself; when `failed` returns, the next ones run.
 /// A step whose definitions the database could not make at the COMMIT is tried once more before it counts as failed.
-/// A step that takes long is given to `runLong`, if there is one, with a connection of its own; cancelled, it counts as
-/// failed. Throws data::DatabaseError when the version table cannot be read.
+/// A step that takes long is given to `runLong`, if there is one, with a connection of its own, and once; cancelled, it
+/// counts as failed. Throws data::DatabaseError when the version table cannot be read.
 void runSteps(data::Connection &connection, const QList<Step> &steps, const FailureHandler &failed,
               const LongRunner &runLong = {});
 
