@@ -3,10 +3,12 @@
 #include "host/ui/MainWindow.h"
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
+#include "platform/core/Messages.h"
 #include "platform/core/Settings.h"
 #include "platform/core/Translation.h"
 #include "platform/report/Output.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/ProgressDialog.h"
 
 #include <QPrintDialog>
 #include <QPrinter>
@@ -64,6 +66,24 @@ void keepPrinter(const QString &kind, const QString &printer)
     }
 }
 
+namespace {
+
+void print(const report::Document &document, QPrinter &printer, const QStringList &copies, QWidget *owner)
+{
+    try {
+        ui::runInSteps(owner, core::tr("Stampa"), [&](core::Progress &progress) {
+            report::printDocument(document, printer, copies.isEmpty() ? QStringList{QString()} : copies, &progress);
+        });
+    } catch (const core::Cancelled &) {
+        if (printer.outputFileName().isEmpty())
+            core::inform(owner,
+                         core::tr("La stampa è stata annullata: possono uscire le pagine già passate alla stampante."));
+        throw;
+    }
+}
+
+} // namespace
+
 bool printWithDialog(const report::Document &document, const report::Subject &subject, QWidget *owner)
 {
     QPrinter printer(QPrinter::HighResolution);
@@ -76,8 +96,7 @@ bool printWithDialog(const report::Document &document, const report::Subject &su
     dialog.setOption(QAbstractPrintDialog::PrintPageRange);
     if (ui::runModal(dialog) != QDialog::Accepted)
         return false;
-    const ui::WaitCursor wait;
-    report::printDocument(document, printer, subject.copies.isEmpty() ? QStringList{QString()} : subject.copies);
+    print(document, printer, subject.copies, owner);
     if (printer.outputFileName().isEmpty())
         keepPrinter(subject.kind, printer.printerName());
     return true;

@@ -42,6 +42,8 @@ public:
     void step(int steps)
     {
         done_ = steps;
+        if (watcher_)
+            watcher_();
         check();
     }
     /// Throws Cancelled once cancel() was called.
@@ -50,6 +52,9 @@ public:
         if (cancelled_)
             throw Cancelled();
     }
+
+    /// Calls `watcher` at each step, in the thread that works.
+    void setWatcher(std::function<void()> watcher) { watcher_ = std::move(watcher); }
 
     /// Asks the work to stop, at its next step.
     void cancel()
@@ -72,6 +77,7 @@ private:
 
     mutable QMutex mutex_;
     std::function<void()> interrupt_;
+    std::function<void()> watcher_;
     QString text_;
     std::atomic<int> total_ = 0;
     std::atomic<int> done_ = 0;

@@ -85,9 +85,10 @@ void paintPages(const Document &document, QPagedPaintDevice &device, const Paint
     };
     bool first = true;
     int done = 0;
+    const int all = (painting.pages.last - painting.pages.first + 1) * static_cast<int>(painting.copies.size());
     for (const QString &copy : painting.copies) {
         for (int index = painting.pages.first; index <= painting.pages.last; ++index) {
-            tell(painting, done++, document.pageCount());
+            tell(painting, done++, all);
             if (!std::exchange(first, false) && !device.newPage())
                 throw core::Error(core::tr("La stampante ha interrotto la stampa."));
             Page page = document.page(index, copy);
@@ -137,9 +138,10 @@ void writePdf(const Document &document, const QString &path, const PdfRenderer &
     core::saveFile(path, pdfContent(document, settings, progress, copy));
 }
 
-void printDocument(const Document &document, QPrinter &printer, const QStringList &copies)
+void printDocument(const Document &document, QPrinter &printer, const QStringList &copies, core::Progress *progress)
 {
-    const Painting painting{.pages = pagesOf(document, printer), .dpi = printer.resolution(), .copies = copies};
+    const Painting painting{
+        .pages = pagesOf(document, printer), .dpi = printer.resolution(), .progress = progress, .copies = copies};
     // The print dialog also offers a file; the printer itself would not notice that it was cut short.
     if (!printer.outputFileName().isEmpty()) {
         core::saveFile(printer.outputFileName(), pagesAsPdf(document, painting));

@@ -19,8 +19,10 @@ void writePdf(const Document &document, const QString &path, const PdfRenderer &
               core::Progress *progress = nullptr, const QString &copy = {});
 
 /// Prints the pages that `printer` was told to (all, or its fromPage() to toPage()), once for each label of `copies`.
-/// Throws core::Error when it refuses.
-void printDocument(const Document &document, QPrinter &printer, const QStringList &copies = {QString()});
+/// Throws core::Error when it refuses, and core::Cancelled once `progress` was cancelled: a file is not written then,
+/// but a printer has the pages before.
+void printDocument(const Document &document, QPrinter &printer, const QStringList &copies = {QString()},
+                   core::Progress *progress = nullptr);
 
 /// `title` as the name of a file: without the characters that some file systems refuse, blanks or full stops at its
 /// ends, and not too long for any of them.

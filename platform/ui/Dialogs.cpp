@@ -60,6 +60,14 @@ int runModal(QDialog &dialog)
     return modalRunner ? modalRunner(dialog) : dialog.exec();
 }
 
+void showModal(QDialog &dialog)
+{
+    nameControls(dialog);
+    place(dialog);
+    dialog.setModal(true);
+    dialog.show();
+}
+
 SaveFileChooser setSaveFileChooser(SaveFileChooser chooser)
 {
     return std::exchange(saveFileChooser, std::move(chooser));

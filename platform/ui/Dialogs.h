@@ -14,6 +14,8 @@ ModalRunner setModalRunner(ModalRunner runner);
 /// Shows `dialog` modally, over its owner or, when that is never shown, in the middle of the screen. Returns its result
 /// (QDialog::Accepted or Rejected).
 int runModal(QDialog &dialog);
+/// The same for whoever handles the windows' events himself: comes back at once.
+void showModal(QDialog &dialog);
 
 struct SaveFileRequest
 {

@@ -42,8 +42,9 @@ int roleOf(const QTableView &view, int column)
 }
 
 template <typename RowNumbers>
-core::Table tableOf(const QTableView &view, const QList<int> &columns, const RowNumbers &rows)
+core::Table tableOf(const QTableView &view, const QList<int> &columns, const RowNumbers &rows, core::Progress *progress)
 {
+    constexpr qsizetype rowsPerStep = 256;
     core::Table table;
     QList<int> roles;
     const QAbstractItemModel &model = *view.model();
@@ -55,7 +56,11 @@ core::Table tableOf(const QTableView &view, const QList<int> &columns, const Row
         roles.append(roleOf(view, column));
     }
     table.rows.reserve(rows.size());
+    if (progress)
+        progress->setTotal(static_cast<int>(rows.size()));
     for (const int row : rows) {
+        if (progress && table.rows.size() % rowsPerStep == 0)
+            progress->step(static_cast<int>(table.rows.size()));
         QVariantList values;
         values.reserve(columns.size());
         for (qsizetype i = 0; i < columns.size(); ++i)
@@ -67,17 +72,17 @@ core::Table tableOf(const QTableView &view, const QList<int> &columns, const Row
 
 } // namespace
 
-core::Table tableOf(const QTableView &view)
+core::Table tableOf(const QTableView &view, core::Progress *progress)
 {
     QList<int> rows;
     for (int row = 0; row < view.model()->rowCount(); ++row) {
         if (!view.isRowHidden(row))
             rows.append(row);
     }
-    return tableOf(view, visibleColumns(view), rows);
+    return tableOf(view, visibleColumns(view), rows, progress);
 }
 
-core::Table selectionOf(const QTableView &view)
+core::Table selectionOf(const QTableView &view, core::Progress *progress)
 {
     std::set<int> rows;
     std::set<int> selectedColumns;
@@ -87,7 +92,7 @@ core::Table selectionOf(const QTableView &view)
     }
     QList<int> columns = visibleColumns(view);
     columns.removeIf([&selectedColumns](int column) { return !selectedColumns.contains(column); });
-    return tableOf(view, columns, rows);
+    return tableOf(view, columns, rows, progress);
 }
 
 ListExport::ListExport(QTableView *view)
@@ -138,12 +143,8 @@ void ListExport::save(const QString &filter, const QString &extension, QByteArra
                                                 .proposedName = name + u'.' + extension});
     if (path.isEmpty())
         return;
-    const core::Table table = [this] {
-        const WaitCursor wait;
-        core::Table all = tableOf(*view_);
-        all.title = title();
-        return all;
-    }();
+    core::Table table = read(core::tr("Esportazione"), tableOf);
+    table.title = title();
     runInterruptibly(view_, core::tr("Esportazione"), [&](core::Progress &progress) {
         progress.setText(core::tr("Scrittura del file \"%1\"…").arg(QFileInfo(path).fileName()));
         const QByteArray content = write(table);
@@ -152,12 +153,38 @@ void ListExport::save(const QString &filter, const QString &extension, QByteArra
     });
 }
 
+// The cells belong to the windows' thread. A list that is filled anew between two steps is read from its beginning.
+core::Table ListExport::read(const QString &work, TableReader cells)
+{
+    core::Table table;
+    bool changed = true;
+    const auto note = [&changed] { changed = true; };
+    const QObject watching;
+    const QAbstractItemModel *model = view_->model();
+    connect(model, &QAbstractItemModel::modelReset, &watching, note);
+    connect(model, &QAbstractItemModel::layoutChanged, &watching, note);
+    connect(model, &QAbstractItemModel::dataChanged, &watching, note);
+    runInSteps(view_, work, [&](core::Progress &progress) {
+        progress.setText(core::tr("Lettura delle righe…"));
+        while (std::exchange(changed, false))
+            table = cells(*view_, &progress);
+    });
+    return table;
+}
+
+QString ListExport::copied(TableReader cells, bool headers)
+{
+    const QString work = core::tr("Copia negli Appunti");
+    const core::Table table = read(work, cells);
+    QString text;
+    runInterruptibly(view_, work, [&](core::Progress &) { text = core::clipboardText(table, headers); });
+    return text;
+}
+
 void ListExport::copyList()
 {
-    if (!hasRows())
-        return;
-    const WaitCursor wait;
-    QGuiApplication::clipboard()->setText(core::clipboardText(tableOf(*view_), true));
+    if (hasRows())
+        QGuiApplication::clipboard()->setText(copied(tableOf, true));
 }
 
 void ListExport::copySelection()
@@ -166,10 +193,9 @@ void ListExport::copySelection()
         copy_();
         return;
     }
-    const core::Table table = selectionOf(*view_);
-    if (table.rows.isEmpty())
+    QString text = copied(selectionOf, false);
+    if (text.isEmpty())
         return;
-    QString text = core::clipboardText(table, false);
     text.chop(1); // a single line is pasted into other inputs, too
     QGuiApplication::clipboard()->setText(text);
 }

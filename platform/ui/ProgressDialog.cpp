@@ -6,10 +6,13 @@
 #include "platform/ui/Dialogs.h"
 
 #include <QDeadlineTimer>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QThread>
 #include <QVBoxLayout>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -62,6 +65,15 @@ bool endsWithin(std::chrono::milliseconds time, QThread &thread)
     return thread.wait(QDeadlineTimer(time));
 }
 
+/// Over a caller's hourglass.
+struct ArrowCursor
+{
+    ArrowCursor() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
+    ~ArrowCursor() { QGuiApplication::restoreOverrideCursor(); }
+    ArrowCursor(const ArrowCursor &) = delete;
+    ArrowCursor &operator=(const ArrowCursor &) = delete;
+};
+
 // Returns false when the user cancelled it.
 bool run(QWidget *owner, const QString &title, const Work &work, std::chrono::milliseconds quiet)
 {
@@ -81,10 +93,8 @@ bool run(QWidget *owner, const QString &title, const Work &work, std::chrono::mi
     QObject::connect(thread.get(), &QThread::finished, &dialog, &QDialog::accept);
     thread->start();
     if (quiet.count() == 0 || !endsWithin(quiet, *thread)) {
-        // Over a caller's hourglass.
-        QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+        const ArrowCursor arrow;
         runModal(dialog);
-        QGuiApplication::restoreOverrideCursor();
     }
     // Whatever ended the dialog, nothing below may outlive what the thread refers to.
     if (!thread->isFinished())
@@ -106,6 +116,26 @@ void runInterruptibly(QWidget *owner, const QString &title, const Work &work)
 {
     if (!run(owner, title, work, quietTime))
         throw core::Cancelled();
+}
+
+void runInSteps(QWidget *owner, const QString &title, const Work &work)
+{
+    core::Progress progress;
+    ProgressDialog dialog(title, progress, owner);
+    const WaitCursor wait;
+    std::optional<ArrowCursor> arrow;
+    QElapsedTimer time;
+    time.start();
+    progress.setWatcher([&] {
+        if (time.elapsed() < quietTime.count())
+            return;
+        if (!arrow) {
+            arrow.emplace();
+            showModal(dialog);
+        }
+        QCoreApplication::processEvents();
+    });
+    work(progress);
 }
 
 void openInterruptibly(QWidget *owner, const QString &title, data::DataSet &query)

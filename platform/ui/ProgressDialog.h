@@ -27,6 +27,11 @@ bool runWithProgress(QWidget *owner, const QString &title, const Work &work);
 /// with the hourglass until then. Throws core::Cancelled when the user cancelled it. No transaction may be open.
 void runInterruptibly(QWidget *owner, const QString &title, const Work &work);
 
+/// The same for work that only the windows' thread may do: their events are handled at each Progress::step() of `work`
+/// once the dialog is there. The user reaches nothing else then, but timers run: what they may change under `work` is
+/// its to notice.
+void runInSteps(QWidget *owner, const QString &title, const Work &work);
+
 /// Fetches the rows of a query without parameters as its open() does, interruptibly. Throws core::Cancelled, which
 /// leaves it closed, and data::DatabaseError.
 void openInterruptibly(QWidget *owner, const QString &title, data::DataSet &query);

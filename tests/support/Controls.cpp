@@ -51,6 +51,12 @@ void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers)
     settle();
 }
 
+void pressInModal(Qt::Key key)
+{
+    if (const QWidget *modal = QApplication::activeModalWidget())
+        QTest::keyClick(modal->windowHandle(), key);
+}
+
 void strike(const QString &keys)
 {
     for (const QChar key : keys) {

@@ -26,6 +26,8 @@ Control *control(const QObject *owner, const QString &name)
 void type(QWidget *control, const QString &text);
 /// Presses one key, with its modifiers, in whatever has the focus.
 void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+/// Presses one key in the modal window before all others; where there is none, it goes to nobody.
+void pressInModal(Qt::Key key);
 /// Presses the keys of `keys` one by one in whatever has the focus: "\n" is Enter, "\t" Tab, "^" Ctrl+Enter.
 void strike(const QString &keys);
 /// Types over what stands in the control; the focus stays.

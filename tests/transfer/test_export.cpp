@@ -1,5 +1,6 @@
 #include "magazzino/ui/DocumentGrid.h"
 #include "platform/ui/ListExport.h"
+#include "platform/ui/ProgressDialog.h"
 #include "tests/support/Fixtures.h"
 #include "tests/support/FullDisk.h"
 
@@ -173,6 +174,31 @@ private Q_SLOTS:
         test::settle();
         QTest::keyClick(grid_, Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), u"'=1+1\t'@x\t\t1234567,89\t\tNo"_s);
+    }
+
+    // Between two steps of the reading Esc is heard, and a list may be filled anew.
+    void longReadingLivesOn()
+    {
+        const auto quiet = ui::setQuietTime({});
+        const auto restore = qScopeGuard([&] { ui::setQuietTime(quiet); });
+        QGuiApplication::clipboard()->setText(u"di prima"_s);
+        answer_ = path(u"annullato.csv"_s);
+        for (const QString &command : {u"actCopiaElenco"_s, u"actEsportaCSV"_s}) {
+            QTimer::singleShot(0, grid_, [] { test::pressInModal(Qt::Key_Escape); });
+            test::trigger(grid_, command);
+        }
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"di prima"_s);
+        QCOMPARE(QDir(folder_.path()).entryList({u"annullato*"_s}), QStringList());
+
+        const auto rows = [](const QString &text, qsizetype count) {
+            return data::Rows({{u"ID"_s}, {u"CODICE"_s, 0, true}}, QList<QVariantList>(count, {1, text}));
+        };
+        grid_->setRows(rows(u"vecchia"_s, 1000));
+        QTimer::singleShot(0, grid_, [&] { grid_->setRows(rows(u"nuova"_s, 600)); });
+        test::trigger(grid_, u"actCopiaElenco"_s);
+        const QString copied = QGuiApplication::clipboard()->text();
+        QCOMPARE(copied.count(u"nuova"_s), 600);
+        QCOMPARE(copied.count(u'\n'), 601);
     }
 
     void failureIsToldAndLeavesTheOldFile()
