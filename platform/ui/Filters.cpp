@@ -139,13 +139,9 @@ ListFilter containingLooselyOr(const QString &name, const QString &label, const 
     return [=](QWidget *parent) { return new LooseFilter({name, label, {}}, column, other, parent); };
 }
 
-ListFilter containingLoosely(const QString &name, const QString &label, const QString &column, const QString &other)
+ListFilter containingLoosely(const QString &name, const QString &label, const QString &column)
 {
-    if (other.isEmpty())
-        return containingLooselyOr(name, label, column, {});
-    return containingLooselyOr(name, label, column, [other](const QString &text, data::Values &values) {
-        return QString(other).replace(u'?', values.add(text));
-    });
+    return containingLooselyOr(name, label, column, {});
 }
 
 ListFilter yearFilter(const QString &name, const QString &label, const QString &before)

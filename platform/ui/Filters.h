@@ -10,10 +10,8 @@ namespace ui {
 ListFilter textFilter(const QString &name, const QString &label, const QString &before, const QString &after = {});
 /// A text that stands anywhere in `column`, whatever its case, and is taken literally.
 ListFilter containing(const QString &name, const QString &label, const QString &column);
-/// The same whatever its accents, too, and without the blanks around it; or a text for which the condition `other`
-/// holds, whose "?" stands for the text.
-ListFilter containingLoosely(const QString &name, const QString &label, const QString &column,
-                             const QString &other = {});
+/// The same whatever its accents, too, and without the blanks around it.
+ListFilter containingLoosely(const QString &name, const QString &label, const QString &column);
 /// A year, the current one at first.
 ListFilter yearFilter(const QString &name, const QString &label, const QString &before);
 /// A date, at first the one that `first` gives.
