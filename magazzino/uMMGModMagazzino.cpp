@@ -186,8 +186,7 @@ void TMMGModMagazzino::createActions()
     commands_ = new ui::CommandRegistry({.owner = this, .show = ShowChildForm, .grants = grants}, this, this);
     connect(commands_, &ui::CommandRegistry::formMade, this, [this](const QWidget *form) {
         if (const auto *entry = qobject_cast<const ui::EntryForm *>(form))
-            connect(entry, &ui::EntryForm::stored, this,
-                    [this, entry](const QString &table) { Q_EMIT tableChanged(table, entry); });
+            connect(entry, &ui::EntryForm::stored, this, &TMMGModMagazzino::tableChanged);
     });
     commands_->setObjectName(u"actListModMagazzino"_s);
     for (const ui::ActionSpec &spec : moduleActions())

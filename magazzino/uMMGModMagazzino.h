@@ -67,8 +67,8 @@ public:
     void rSystemOverridePreview(report::ReportSystem &system, int overrideMode, QWidget *form);
 
 Q_SIGNALS:
-    /// One of the module's forms, `form`, saved a record to `table` or deleted one.
-    void tableChanged(const QString &table, const QObject *form);
+    /// One of the module's forms saved a record to `table` or deleted one.
+    void tableChanged(const QString &table);
     /// The document with key `id` of `table` was printed, and that is noted.
     void stampato(const QString &table, int id);
 
