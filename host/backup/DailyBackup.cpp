@@ -1,8 +1,8 @@
 #include "host/backup/Backup.h"
 #include "platform/core/Error.h"
+#include "platform/core/Sha256.h"
 #include "platform/core/Translation.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -21,10 +21,8 @@ QString stem(const QString &folder, const data::DatabaseAddress &database)
     const QFileInfo file(database.file);
     if (file.absolutePath() == QFileInfo(QDir::cleanPath(folder)).absolutePath())
         return file.completeBaseName();
-    const QByteArray path = file.absoluteFilePath().toUtf8();
     constexpr qsizetype markLength = 6;
-    return file.completeBaseName() + u'-' +
-           QString::fromLatin1(QCryptographicHash::hash(path, QCryptographicHash::Sha256).toHex().left(markLength));
+    return file.completeBaseName() + u'-' + core::sha256Text(file.absoluteFilePath().toUtf8()).left(markLength);
 }
 
 // Sorted by name they are sorted by date.

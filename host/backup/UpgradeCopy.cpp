@@ -3,10 +3,10 @@
 #include "platform/core/Clock.h"
 #include "platform/core/Error.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Sha256.h"
 #include "platform/core/Translation.h"
 #include "platform/core/WorkFolder.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -21,11 +21,11 @@ constexpr qsizetype keptCopies = 3;
 
 QString markOf(const QMap<QString, QString> &versions)
 {
-    QCryptographicHash hash(QCryptographicHash::Sha256);
+    QString all;
     for (auto it = versions.begin(); it != versions.end(); ++it)
-        hash.addData((it.key() + u'=' + it.value() + u'\n').toUtf8());
+        all += it.key() + u'=' + it.value() + u'\n';
     constexpr qsizetype markLength = 6;
-    return QString::fromLatin1(hash.result().toHex().left(markLength));
+    return core::sha256Text(all.toUtf8()).left(markLength);
 }
 
 // Sorted by name they are sorted by date.

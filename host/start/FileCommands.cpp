@@ -15,13 +15,13 @@
 #include "platform/core/Format.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Settings.h"
+#include "platform/core/Sha256.h"
 #include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DatabaseFile.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/TextPrompt.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <QMenuBar>
@@ -36,9 +36,7 @@ namespace {
 // Under which the day of a backup is kept that the user asked for.
 QString backupKey(const data::DatabaseAddress &database)
 {
-    const QByteArray name = database.toString().toUtf8();
-    return u"copie/"_s +
-           QString::fromLatin1(QCryptographicHash::hash(name, QCryptographicHash::Sha256).toHex().left(12));
+    return u"copie/"_s + core::sha256Text(database.toString().toUtf8()).left(12);
 }
 
 QAction *firstAction(const QMenu &menu)

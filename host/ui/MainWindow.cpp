@@ -6,6 +6,7 @@
 #include "host/ui/ChildArea.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Settings.h"
+#include "platform/core/Sha256.h"
 #include "platform/core/Translation.h"
 #include "platform/ui/ChildForm.h"
 #include "platform/ui/Dialogs.h"
@@ -13,7 +14,6 @@
 #include "platform/ui/PlaceKeys.h"
 
 #include <QCloseEvent>
-#include <QCryptographicHash>
 #include <QMenuBar>
 #include <QSettings>
 #include <QStatusBar>
@@ -35,7 +35,7 @@ const QString checkKey = u"finestra/controllo"_s;
 // A damaged state of tool bars keeps Qt counting for hours, so what is restored must be what was written.
 QString checkOf(const QByteArray &geometry, const QByteArray &bars)
 {
-    return QString::fromLatin1(QCryptographicHash::hash(geometry + bars, QCryptographicHash::Sha256).toHex());
+    return core::sha256Text(geometry + bars);
 }
 
 struct MenuSpec

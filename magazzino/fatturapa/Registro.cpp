@@ -5,11 +5,10 @@
 #include "magazzino/fatturapa/Lettura.h"
 #include "magazzino/fatturapa/Scrittura.h"
 #include "platform/core/Clock.h"
+#include "platform/core/Sha256.h"
 #include "platform/core/Translation.h"
 #include "platform/data/DatabaseError.h"
 #include "platform/data/Latest.h"
-
-#include <QCryptographicHash>
 
 using namespace Qt::StringLiterals;
 
@@ -89,7 +88,7 @@ Esito tenta(data::Connection &connection, int fattura, const QString &utente,
 
 QString improntaDi(const QByteArray &contenuto)
 {
-    return QString::fromLatin1(QCryptographicHash::hash(contenuto, QCryptographicHash::Sha256).toHex());
+    return core::sha256Text(contenuto);
 }
 
 std::optional<FileRegistrato> ultimoFile(data::Connection &connection, int fattura)

@@ -10,20 +10,15 @@
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/core/SaveFile.h"
+#include "platform/core/Sha256.h"
 #include "platform/core/Translation.h"
 #include "platform/report/Output.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString hashOf(const QByteArray &content)
-{
-    return QString::fromLatin1(QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex());
-}
 
 // "D.d.T. di scarico 12-2026 Officine D'Amico & Figli.pdf", with a number behind it when an earlier state of the
 // document has the name.
@@ -69,7 +64,7 @@ void file(const DocumentoStampato &stampato, const report::Document &pages, Stam
     const QString path = freePath(folderOf(archive, stampato.testata.data.year()), stampato);
     core::saveNewFile(path, content, readersOf(*stampato.kind));
     stampa.file = path;
-    stampa.improntaFile = hashOf(content);
+    stampa.improntaFile = core::sha256Text(content);
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 #include "platform/ui/Draft.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/Sha256.h"
 #include "platform/core/Translation.h"
 
-#include <QCryptographicHash>
 #include <QDataStream>
 
 using namespace Qt::StringLiterals;
@@ -18,7 +18,7 @@ constexpr auto streamVersion = QDataStream::Qt_6_0;
 
 QByteArray checkOf(const QByteArray &content)
 {
-    return QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex();
+    return core::sha256Text(content).toLatin1();
 }
 
 QVariantList stateOf(const data::RecordState &record)
