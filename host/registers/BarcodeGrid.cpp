@@ -25,7 +25,7 @@ constexpr double mostPieces = 99'999.99;
 
 QString piecesText(double pieces)
 {
-    const QString text = core::formatNumber(pieces).remove(u'.');
+    const QString text = core::plainNumber(pieces);
     return text.endsWith(u",00"_s) ? text.chopped(3) : text;
 }
 

@@ -51,7 +51,7 @@ std::optional<double> numberOf(const QJsonObject &object, const QString &name)
 
 QString shownNumber(const std::optional<double> &number)
 {
-    return number ? core::formatNumber(*number).remove(u'.') : QString();
+    return number ? core::plainNumber(*number) : QString();
 }
 
 // A cell of a spreadsheet is one line.

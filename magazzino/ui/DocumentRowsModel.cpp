@@ -13,12 +13,6 @@ namespace {
 
 constexpr QColor silver(192, 192, 192);
 
-// As typed: two decimals, no thousands separator.
-QString plainNumber(double value)
-{
-    return core::formatNumber(value).remove(u'.');
-}
-
 QString shown(const RowColumn &column, const DocumentRow &row)
 {
     if (!column.types.testFlag(row.type()))
@@ -35,7 +29,7 @@ QString edited(const RowColumn &column, const DocumentRow &row)
     const auto number = numberOf(column);
     if (!number)
         return shown(column, row);
-    return (row.*number) ? plainNumber(*(row.*number)) : QString();
+    return (row.*number) ? core::plainNumber(*(row.*number)) : QString();
 }
 
 QVariant exported(const RowColumn &column, const DocumentRow &row)
@@ -103,8 +97,8 @@ int DocumentRowsModel::rowLike(const DocumentRow &row) const
 
 bool DocumentRowsModel::raiseQuantity(int row, double quantity)
 {
-    return setData(index(row, indexOf(&DocumentRow::quantita)), plainNumber(rows_[row].quantita.value_or(0) + quantity),
-                   Qt::EditRole);
+    return setData(index(row, indexOf(&DocumentRow::quantita)),
+                   core::plainNumber(rows_[row].quantita.value_or(0) + quantity), Qt::EditRole);
 }
 
 void DocumentRowsModel::remove(int row)

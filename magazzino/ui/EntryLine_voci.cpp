@@ -13,11 +13,6 @@ namespace {
 constexpr qsizetype mostOffers = 50;
 constexpr QChar servicePrefix = u'/';
 
-QString plainNumber(double value)
-{
-    return core::formatNumber(value).remove(u'.');
-}
-
 } // namespace
 
 Catalogo &DocumentEntryLine::catalogue(const QString &tipo)
@@ -65,7 +60,7 @@ bool DocumentEntryLine::find(Typed &typed)
     const auto quantity = core::readNumber(typed.quantity.isEmpty() ? u"1"_s : typed.quantity);
     // What is no number is refused as it was typed.
     if (found.pezzi != 1 && quantity)
-        typed.quantity = plainNumber(quantity->value * found.pezzi);
+        typed.quantity = core::plainNumber(quantity->value * found.pezzi);
     return true;
 }
 
@@ -173,7 +168,7 @@ bool DocumentEntryLine::take(const QString &tipo, int id, const QString &quantit
     unit_->setText(row->um);
     for (const NumberInput &number : std::as_const(numbers_)) {
         const auto value = *row_.*numberOf(number.column);
-        number.edit->setText(value ? plainNumber(*value) : QString());
+        number.edit->setText(value ? core::plainNumber(*value) : QString());
         number.edit->setEnabled(true);
     }
     if (!quantity.isEmpty())

@@ -17,6 +17,11 @@ QString formatNumber(double value, int places)
     return italian.toString(roundDecimal(value, places), 'f', places);
 }
 
+QString plainNumber(double value, int places)
+{
+    return formatNumber(value, places).remove(u'.');
+}
+
 QString formatCurrency(double value, int places)
 {
     const QString digits = formatNumber(value, places);

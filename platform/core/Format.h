@@ -8,6 +8,8 @@ namespace core {
 
 /// "1.234,50": thousands separated, `places` decimals (0 to 6), halves away from zero.
 QString formatNumber(double value, int places = 2);
+/// The same as one types it, "1234,50".
+QString plainNumber(double value, int places = 2);
 /// "€ 1.234,50", negative "-€ 1.234,50".
 QString formatCurrency(double value, int places = 2);
 /// What stands before an amount.

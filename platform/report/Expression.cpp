@@ -275,7 +275,7 @@ QString formatted(const QVariant &value, const Format &format)
         return formatted(value, {Kind::DateTime});
     case QMetaType::Double:
         // Grouping would make "2.026" of a year.
-        return withoutTrailingZeros(core::formatNumber(value.toDouble(), 6)).remove(u'.');
+        return withoutTrailingZeros(core::plainNumber(value.toDouble(), 6));
     default:
         return value.toString();
     }

@@ -83,9 +83,9 @@ QString DecimalEdit::written(const QVariant &value, bool editing) const
 {
     if (!value.isValid())
         return {};
-    const QString number = core::formatNumber(value.toDouble(), places());
     if (editing)
-        return QString(number).remove(u'.');
+        return core::plainNumber(value.toDouble(), places());
+    const QString number = core::formatNumber(value.toDouble(), places());
     return number.startsWith(u'-') ? u'-' + prefix_ + number.mid(1) : prefix_ + number;
 }
 
