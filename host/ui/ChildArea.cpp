@@ -2,6 +2,7 @@
 
 #include "host/ui/WindowTitles.h"
 #include "platform/ui/AccessibleNames.h"
+#include "platform/ui/CallAfter.h"
 #include "platform/ui/WindowPlaces.h"
 
 #include <QEvent>
@@ -25,10 +26,8 @@ ChildArea::ChildArea(QWidget *parent)
     setTabsMovable(true);
     setBackground(palette().color(QPalette::Window));
     setFree(false);
-    hidden_.setSingleShot(true);
-    hidden_.setInterval(0);
     connect(this, &QMdiArea::subWindowActivated, this, &ChildArea::fillWith);
-    connect(&hidden_, &QTimer::timeout, this, &ChildArea::followHidden);
+    ui::callAfter(hidden_, 0, this, &ChildArea::followHidden);
 }
 
 // The area fills its background with a colour of its own.

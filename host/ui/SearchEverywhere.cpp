@@ -5,6 +5,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Log.h"
 #include "platform/core/Translation.h"
+#include "platform/ui/CallAfter.h"
 #include "platform/ui/CommandRegistry.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/EntryForm.h"
@@ -52,15 +53,12 @@ SearchEverywhere::SearchEverywhere(data::Connection &connection, QWidget *owner)
     layout->addWidget(state_);
     resize(720, 520);
     sources_ = allowed();
-    for (QTimer *timer : {&restLater_, &askLater_})
-        timer->setSingleShot(true);
-    restLater_.setInterval(restOfFingers);
     connect(field_, &QLineEdit::textChanged, this, [this] {
         askLater_.stop();
         restLater_.start();
     });
-    connect(&restLater_, &QTimer::timeout, this, &SearchEverywhere::start);
-    connect(&askLater_, &QTimer::timeout, this, &SearchEverywhere::askNext);
+    ui::callAfter(restLater_, restOfFingers, this, &SearchEverywhere::start);
+    ui::callAfter(askLater_, 0, this, &SearchEverywhere::askNext);
 }
 
 void SearchEverywhere::createList()

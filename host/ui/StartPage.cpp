@@ -7,6 +7,7 @@
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Translation.h"
+#include "platform/ui/CallAfter.h"
 #include "platform/ui/CommandRegistry.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/EntryForm.h"
@@ -56,12 +57,9 @@ StartPage::StartPage(QMdiArea &area, data::Connection &connection)
     // It hands the focus on to its first command; Tab must find no page between the last entry and the first one.
     setFocusPolicy(Qt::NoFocus);
     createPage();
-    for (QTimer *timer : {&readLater_, &countLater_, &appearLater_})
-        timer->setSingleShot(true);
-    countLater_.setInterval(restBeforeCounting);
-    connect(&appearLater_, &QTimer::timeout, this, &StartPage::appear);
-    connect(&readLater_, &QTimer::timeout, this, &StartPage::refresh);
-    connect(&countLater_, &QTimer::timeout, this, &StartPage::countQuickOnes);
+    ui::callAfter(appearLater_, 0, this, &StartPage::appear);
+    ui::callAfter(readLater_, 0, this, &StartPage::refresh);
+    ui::callAfter(countLater_, restBeforeCounting, this, &StartPage::countQuickOnes);
     area.viewport()->installEventFilter(this);
     area.window()->installEventFilter(this);
     setGeometry(area.viewport()->rect());

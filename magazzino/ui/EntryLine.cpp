@@ -4,6 +4,7 @@
 #include "platform/core/Messages.h"
 #include "platform/core/Translation.h"
 #include "platform/ui/Bell.h"
+#include "platform/ui/CallAfter.h"
 #include "platform/ui/Controls.h"
 
 #include <QApplication>
@@ -54,9 +55,7 @@ DocumentEntryLine::DocumentEntryLine(const DocumentKind &kind, DocumentGrid &gri
 {
     setObjectName(u"rigaInserimento"_s);
     createInputs();
-    onHandLater_.setSingleShot(true);
-    onHandLater_.setInterval(onHandDelay);
-    connect(&onHandLater_, &QTimer::timeout, this, [this] { core::guarded(this, [this] { showOnHand(); }); });
+    ui::callAfter(onHandLater_, onHandDelay, this, [this] { core::guarded(this, [this] { showOnHand(); }); });
     connect(grid_.horizontalHeader(), &QHeaderView::sectionResized, this, &DocumentEntryLine::placeInputs);
     connect(grid_.horizontalScrollBar(), &QScrollBar::valueChanged, this, &DocumentEntryLine::placeInputs);
     setFocusProxy(code_);

@@ -6,6 +6,7 @@
 #include "platform/core/Messages.h"
 #include "platform/core/Translation.h"
 #include "platform/data/Changes.h"
+#include "platform/ui/CallAfter.h"
 
 #include <QVBoxLayout>
 
@@ -28,9 +29,7 @@ DocumentStockLine::DocumentStockLine(DocumentGrid &grid, std::function<ScorteDi(
     layout->setSpacing(0);
     layout->addWidget(current_);
     layout->addWidget(warning_);
-    later_.setSingleShot(true);
-    later_.setInterval(0);
-    connect(&later_, &QTimer::timeout, this, &DocumentStockLine::refresh);
+    ui::callAfter(later_, 0, this, &DocumentStockLine::refresh);
     const auto later = [this] { later_.start(); };
     const DocumentRowsModel &model = grid_.rowsModel();
     connect(&model, &QAbstractItemModel::rowsInserted, this, later);

@@ -7,6 +7,7 @@
 #include "platform/core/SaveFile.h"
 #include "platform/core/Translation.h"
 #include "platform/core/WorkFolder.h"
+#include "platform/ui/CallAfter.h"
 #include "platform/ui/EntryForm.h"
 
 #include <QDir>
@@ -90,9 +91,7 @@ Drafts::Drafts(const QString &folder, const QString &database, const QString &us
     , database_(database)
     , user_(user)
 {
-    later_.setSingleShot(true);
-    later_.setInterval(delay);
-    connect(&later_, &QTimer::timeout, this, &Drafts::flush);
+    callAfter(later_, delay, this, &Drafts::flush);
     running = this;
 }
 

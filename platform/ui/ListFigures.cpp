@@ -1,6 +1,7 @@
 #include "platform/ui/ListFigures.h"
 
 #include "platform/core/Log.h"
+#include "platform/ui/CallAfter.h"
 #include "platform/ui/FigureSource.h"
 #include "platform/ui/RowsModel.h"
 
@@ -23,9 +24,7 @@ ListFigures::ListFigures(QTableView *view, RowsModel *model)
     , view_(view)
     , model_(model)
 {
-    later_.setSingleShot(true);
-    later_.setInterval(standingStill);
-    connect(&later_, &QTimer::timeout, this, &ListFigures::load);
+    callAfter(later_, standingStill, this, &ListFigures::load);
     const auto wait = [this] { later_.start(); };
     connect(view->verticalScrollBar(), &QScrollBar::valueChanged, this, wait);
     connect(model, &QAbstractItemModel::modelReset, this, wait);

@@ -3,6 +3,7 @@
 #include "platform/core/Lists.h"
 #include "platform/core/Messages.h"
 #include "platform/data/Changes.h"
+#include "platform/ui/CallAfter.h"
 #include "platform/ui/ColumnLayout.h"
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/LetterBar.h"
@@ -52,11 +53,8 @@ void ListPanel::follow()
     constexpr int pause = 150; // ms behind the last key
     tables_ = data::readTables(spec_.selectText);
     connect(&data::Changes::instance(), &data::Changes::changed, this, &ListPanel::tablesChanged);
-    typing_.setSingleShot(true);
-    typing_.setInterval(pause);
-    refreshing_.setSingleShot(true);
-    connect(&typing_, &QTimer::timeout, this, [this] { core::guarded(this, [this] { search(); }); });
-    connect(&refreshing_, &QTimer::timeout, this, [this] { core::guarded(this, [this] { refresh(); }); });
+    callAfter(typing_, pause, this, [this] { core::guarded(this, [this] { search(); }); });
+    callAfter(refreshing_, 0, this, [this] { core::guarded(this, [this] { refresh(); }); });
     if (!spec_.isLive)
         return;
     for (const Filter *filter : std::as_const(filters_))

@@ -5,6 +5,7 @@
 #include "platform/core/Messages.h"
 #include "platform/core/Translation.h"
 #include "platform/ui/Bell.h"
+#include "platform/ui/CallAfter.h"
 #include "platform/ui/Controls.h"
 
 #include <QKeyEvent>
@@ -35,9 +36,7 @@ PickInput::PickInput(const PickSpec &spec, QWidget *parent)
     const int width = fontMetrics().horizontalAdvance(QString(inputCharacters, u'0')) + inputFrame;
     setMinimumWidth(width / 2);
     setMaximumWidth(width);
-    refreshLater_.setSingleShot(true);
-    refreshLater_.setInterval(refreshDelay);
-    connect(&refreshLater_, &QTimer::timeout, this, [this] {
+    callAfter(refreshLater_, refreshDelay, this, [this] {
         try {
             spec_.source.refresh();
         } catch (const std::exception &error) {

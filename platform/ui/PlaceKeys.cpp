@@ -2,6 +2,7 @@
 
 #include "platform/core/Translation.h"
 #include "platform/data/WordIndex.h"
+#include "platform/ui/CallAfter.h"
 #include "platform/ui/ChildForm.h"
 
 #include <QAbstractButton>
@@ -282,9 +283,7 @@ PlaceKeyFilter::PlaceKeyFilter(QObject *owner)
     : QObject(owner)
 {
     constexpr int delay = 350; // ms: longer than a key with Alt takes
-    held_.setSingleShot(true);
-    held_.setInterval(delay);
-    connect(&held_, &QTimer::timeout, this, &PlaceKeyFilter::showHints);
+    callAfter(held_, delay, this, &PlaceKeyFilter::showHints);
     qApp->installEventFilter(this);
 }
 
