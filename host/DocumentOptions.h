@@ -44,4 +44,7 @@ inline DocumentOption archiveOption()
     return {QStringLiteral("ARCHIVIO_STAMPE"), {}};
 }
 
+/// So many characters its path may have: year and name of a file are added, and the database keeps 255 of the whole.
+constexpr int longestArchive = 180;
+
 } // namespace host

@@ -11,6 +11,7 @@
 #include "platform/ui/NumberEdits.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -181,31 +182,48 @@ QString valueOf(const QWidget *input)
     return (line ? line : input->findChild<QLineEdit *>())->text();
 }
 
+// What keeps a folder from being the archive; nothing when it may be.
+QString folderProblem(const QString &folder)
+{
+    if (!QDir::isAbsolutePath(folder))
+        return core::tr("indicare il percorso completo della cartella, che comincia con \"/\".");
+    if (folder.size() > longestArchive)
+        return core::tr("il percorso della cartella è troppo lungo: al massimo %1 caratteri.").arg(longestArchive);
+    if (!QFileInfo(folder).isDir())
+        return core::tr("la cartella \"%1\" non esiste.").arg(folder);
+    return {};
+}
+
 // What the database would refuse, and a folder that is not there.
 bool isAcceptable(const Option &option, const QString &value, QWidget *dialog)
 {
+    QString problem;
     if (value.size() > longestValue)
-        core::warn(dialog, core::tr("%1: al massimo %2 caratteri.").arg(option.label).arg(longestValue));
-    else if (option.kind == Kind::Folder && !value.isEmpty() && !QFileInfo(value).isDir())
-        core::warn(dialog, core::tr("%1: la cartella \"%2\" non esiste.").arg(option.label, value));
-    else
-        return true;
-    return false;
+        problem = core::tr("al massimo %1 caratteri.").arg(longestValue);
+    else if (option.kind == Kind::Folder && !value.isEmpty())
+        problem = folderProblem(value);
+    if (!problem.isEmpty())
+        core::warn(dialog, option.label + u": "_s + problem);
+    return problem.isEmpty();
 }
 
 void edit(const QString &title, const QList<Option> &options, QWidget *owner, data::Connection &connection)
 {
     ui::FormDialog dialog(title, owner);
     QList<QWidget *> inputs;
+    QStringList before;
     for (const Option &option : options) {
-        inputs.append(newInput(option, storedValue(option, connection), &dialog));
+        before.append(storedValue(option, connection));
+        inputs.append(newInput(option, before.last(), &dialog));
         inputs.last()->setToolTip(option.help);
         inputs.last()->setObjectName(option.option);
         dialog.addRow(option.kind == Kind::Flag ? QString() : option.label, inputs.last());
     }
     dialog.setCheck([&] {
         for (qsizetype i = 0; i < inputs.size(); ++i) {
-            if (!isAcceptable(options[i], valueOf(inputs[i]), &dialog))
+            // A folder that other workstations see may be out of reach here.
+            if (const QString value = valueOf(inputs[i]);
+                value != before[i] && !isAcceptable(options[i], value, &dialog))
                 return false;
         }
         data::Transaction transaction(connection);

@@ -21,12 +21,16 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // "D.d.T. di scarico 12-2026 Officine D'Amico & Figli.pdf", with a number behind it when an earlier state of the
-// document has the name.
+// document has the name. The end of a long customer is left out where the whole path would not fit the note.
 QString freePath(const QDir &folder, const DocumentoStampato &stampato)
 {
+    constexpr int longest = 255; // characters that the note keeps
     const DocumentHead &head = stampato.testata;
+    const qsizetype room = longest - folder.filePath(u" (9999).pdf"_s).size();
     const QString name =
-        report::fileNameOf(NomePDF(stampato.kind->name, head.numero, head.data) + u' ' + stampato.intestatario);
+        report::fileNameOf(NomePDF(stampato.kind->name, head.numero, head.data) + u' ' + stampato.intestatario)
+            .left(room)
+            .trimmed();
     QString path = folder.filePath(name + u".pdf"_s);
     for (int number = 2; QFileInfo::exists(path); ++number)
         path = folder.filePath(u"%1 (%2).pdf"_s.arg(name).arg(number));
@@ -37,6 +41,10 @@ QDir folderOf(const QString &archive, int year)
 {
     if (!QFileInfo(archive).isDir())
         throw core::Error(core::tr("la cartella \"%1\" non esiste").arg(archive));
+    if (archive.size() > host::longestArchive)
+        throw core::Error(core::tr("il percorso della cartella \"%1\" è troppo lungo: al massimo %2 caratteri")
+                              .arg(archive)
+                              .arg(host::longestArchive));
     const QString name = QString::number(year);
     if (!QDir(archive).mkpath(name))
         throw core::Error(core::tr("la cartella \"%1/%2\" non si può creare").arg(archive, name));
@@ -49,22 +57,37 @@ core::Readers readersOf(const DocumentKind &kind)
     return kind.viewRight.isEmpty() ? core::Readers::AsUsual : core::Readers::OwnerOnly;
 }
 
-void file(const DocumentoStampato &stampato, const report::Document &pages, StampaFatta &stampa)
+// The file that this made, if any.
+QString file(const DocumentoStampato &stampato, const report::Document &pages, StampaFatta &stampa)
 {
     const QString archive = ValoreOpzione(host::archiveOption());
     if (archive.isEmpty())
-        return;
+        return {};
     const auto last = ultimaStampa(*stampato.kind, stampato.testata.id);
     if (last && last->impronta == stampa.impronta && QFileInfo::exists(last->file)) {
         stampa.file = last->file;
         stampa.improntaFile = last->improntaFile;
-        return;
+        return {};
     }
     const QByteArray content = report::pdfContent(pages, *Modulo().rPDF);
     const QString path = freePath(folderOf(archive, stampato.testata.data.year()), stampato);
     core::saveNewFile(path, content, readersOf(*stampato.kind));
     stampa.file = path;
     stampa.improntaFile = core::sha256Text(content);
+    return path;
+}
+
+// A file that no note knows would get a second one beside it at every print.
+void noteWithFile(const DocumentoStampato &stampato, const report::Document &pages, StampaFatta stampa)
+{
+    const QString made = file(stampato, pages, stampa);
+    try {
+        registraStampa(*stampato.kind, stampato.testata.id, stampa);
+    } catch (const std::exception &) {
+        if (!made.isEmpty())
+            QFile::remove(made);
+        throw;
+    }
 }
 
 } // namespace
@@ -89,17 +112,18 @@ QStringList copieDi(const DocumentKind &kind)
 void annotaStampa(const DocumentoStampato &stampato, const report::Document &pages)
 {
     const DocumentKind &kind = *stampato.kind;
-    StampaFatta stampa{.il = core::now(), .impronta = stampato.impronta, .file = {}, .improntaFile = {}};
+    const int id = stampato.testata.id;
+    const StampaFatta withoutFile{.il = core::now(), .impronta = stampato.impronta, .file = {}, .improntaFile = {}};
     QString problem;
     // Without the file the note is still true.
     try {
-        file(stampato, pages, stampa);
+        noteWithFile(stampato, pages, withoutFile);
     } catch (const std::exception &error) {
         core::logError(u"archivio delle stampe"_s, error);
         problem = core::errorText(error);
+        registraStampa(kind, id, withoutFile);
     }
-    registraStampa(kind, stampato.testata.id, stampa);
-    Q_EMIT Modulo().stampato(kind.table, stampato.testata.id);
+    Q_EMIT Modulo().stampato(kind.table, id);
     if (!problem.isEmpty())
         core::showError(GetMainFormObject(), core::tr("Il documento non è stato archiviato:\n\r") + problem);
 }

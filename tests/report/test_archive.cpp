@@ -123,6 +123,9 @@ private Q_SLOTS:
             test::retype(folder, archive + u"/manca"_s);
             place().messages.expectPart(u"Attenzione"_s, u"non esiste"_s, core::Answer::Ok);
             test::press(&dialog, u"cmdOk"_s);
+            test::retype(folder, u"archivio"_s);
+            place().messages.expectPart(u"Attenzione"_s, u"il percorso completo"_s, core::Answer::Ok);
+            test::press(&dialog, u"cmdOk"_s);
             test::retype(folder, archive);
         });
         auto *form = openEntry(u"actInserimentoDdTScarico"_s);
@@ -166,6 +169,54 @@ private Q_SLOTS:
         QCOMPARE(test::shown(form, u"lblStampato"_s), printed);
         test::trigger(form, u"actNuovo"_s);
         QCOMPARE(test::shown(form, u"lblStampato"_s), QString());
+        // Nor from changing other options.
+        setOptions([](QDialog &dialog) { test::retype(&dialog, u"STAMPA_COPIE_DDT_SCARICO"_s, u"2"_s); });
+        QCOMPARE(lines(u"SELECT VALORE FROM OPZIONI WHERE OPZIONE = 'STAMPA_COPIE_DDT_SCARICO'"_s),
+                 QStringList(u"2"_s));
+    }
+
+    // Whatever becomes of the file there is a note, and no file without one.
+    void noteFitsItsFile()
+    {
+        const int note = test::insertNote(database(), 1, {{u"CLI_RAGIONESOCIALE"_s, QString(100, u'R')}});
+        const auto archive = [this](int size) {
+            const QString folder = path(u"lungo"_s).leftJustified(size, u'o');
+            QDir().mkpath(folder);
+            return folder;
+        };
+        const QString longest = archive(180);
+        const auto store = [this](const QString &folder) {
+            database().run(u"UPDATE OR INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES('ARCHIVIO_STAMPE', ?)"_s, {folder});
+        };
+        const auto print = [&](bool filed) {
+            if (!filed)
+                place().messages.expectPart(u"Errore"_s, u"non è stato archiviato"_s, core::Answer::Ok);
+            const int before = lines(u"SELECT IDSTAMPA_DOCUMENTO FROM STAMPE_DOCUMENTI"_s).size();
+            pdf(note, u"nota.pdf"_s);
+            QCOMPARE(lines(u"SELECT IDSTAMPA_DOCUMENTO FROM STAMPE_DOCUMENTI"_s).size(), before + 1);
+            const QString file =
+                lines(u"SELECT FIRST 1 NOME_FILE FROM STAMPE_DOCUMENTI ORDER BY IDSTAMPA_DOCUMENTO DESC"_s).value(0);
+            QCOMPARE(QFileInfo::exists(file), filed);
+        };
+        const QString tooLong = archive(181);
+        setOptions([&](QDialog &dialog) {
+            auto *folder = test::control<QWidget>(&dialog, u"ARCHIVIO_STAMPE"_s)->findChild<QLineEdit *>();
+            place().messages.expectPart(u"Attenzione"_s, u"al massimo 180 caratteri"_s, core::Answer::Ok);
+            test::retype(folder, tooLong);
+            test::press(&dialog, u"cmdOk"_s);
+            test::retype(folder, longest);
+        });
+        store(archive(220));
+        print(false);
+        store(longest);
+        int refused = 0;
+        test::refusing(
+            connection(),
+            [&refused](const QString &sql) { return sql.startsWith(u"INSERT INTO STAMPE_") && ++refused == 1; },
+            [&] { print(false); });
+        QCOMPARE(QDir(longest + u"/2026"_s).entryList(QDir::Files), QStringList());
+        print(true);
+        QCOMPARE(QDir(longest + u"/2026"_s).entryList(QDir::Files).size(), 1);
     }
 
     void mailGoesToTheCustomer()
