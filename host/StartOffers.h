@@ -45,7 +45,8 @@ struct StartFigure
     QString name; ///< of its control
     QString caption;
     QString action; ///< that shows more of it
-    std::function<int()> count;
+    /// The query that counts: one row with the number.
+    std::function<QString()> query;
     /// May it be counted unasked, while nobody types?
     std::function<bool()> isQuick;
 };

@@ -7,10 +7,11 @@
 #include "platform/core/Log.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Translation.h"
+#include "platform/data/ReadApart.h"
 #include "platform/ui/CallAfter.h"
 #include "platform/ui/CommandRegistry.h"
-#include "platform/ui/Dialogs.h"
 #include "platform/ui/EntryForm.h"
+#include "platform/ui/ProgressDialog.h"
 
 #include <QApplication>
 #include <QChildEvent>
@@ -286,12 +287,8 @@ void StartPage::showFigures(const QList<StartFigure> &figures)
         figures_->addWidget(line);
         const qsizetype position = figuresShown_.size();
         connect(figure.show, &QPushButton::clicked, this, [this, action = spec.action] { run(action); });
-        connect(figure.count, &QPushButton::clicked, this, [this, position] {
-            core::guarded(this, [this, position] {
-                const ui::WaitCursor wait;
-                count(figuresShown_[position]);
-            });
-        });
+        connect(figure.count, &QPushButton::clicked, this,
+                [this, position] { core::guarded(this, [this, position] { countApart(figuresShown_[position]); }); });
         figuresShown_.append(figure);
     }
 }
@@ -301,17 +298,29 @@ void StartPage::countQuickOnes()
     if (!mayRead())
         return;
     for (const Figure &figure : std::as_const(figuresShown_)) {
-        quietly([&figure] {
+        quietly([this, &figure] {
             if (figure.spec.isQuick())
-                count(figure);
+                showCount(figure, connection_->run(figure.spec.query()));
         });
     }
 }
 
-void StartPage::count(const Figure &figure)
+// On many movements it takes so long that the user may want to give it up.
+void StartPage::countApart(const Figure &figure)
 {
-    const int counted = figure.spec.count();
-    figure.show->setText(u"%1: %2"_s.arg(figure.spec.caption).arg(counted));
+    data::Rows counted;
+    const auto read = [&counted, database = connection_->connectionString(),
+                       query = figure.spec.query()](core::Progress &progress) {
+        progress.setText(core::tr("Lettura dell'archivio…"));
+        counted = data::readApart(database, query, progress);
+    };
+    ui::runInterruptibly(this, figure.spec.caption, read);
+    showCount(figure, counted);
+}
+
+void StartPage::showCount(const Figure &figure, const data::Rows &counted)
+{
+    figure.show->setText(u"%1: %2"_s.arg(figure.spec.caption).arg(counted.values(0).value(0).toInt()));
     figure.count->setText(core::tr("contati alle %1").arg(core::now().toString(u"HH:mm"_s)));
     figure.count->setToolTip(core::tr("Conta di nuovo"));
 }

@@ -59,7 +59,8 @@ private:
     void showFigures(const QList<StartFigure> &figures);
     void showSteps(const QList<std::pair<FirstStep, bool>> &steps);
     void countQuickOnes();
-    static void count(const Figure &figure);
+    void countApart(const Figure &figure);
+    static void showCount(const Figure &figure, const data::Rows &counted);
     bool holds(const QString &right) const;
     void run(const QString &action);
     void openRecent();

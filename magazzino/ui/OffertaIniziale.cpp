@@ -85,11 +85,9 @@ QList<host::SearchSource> searches()
 }
 
 // As many as the report lists.
-int articoliSottoscorta()
+QString contaSottoscorta()
 {
-    return ModuleConnection()
-        .run(u"SELECT COUNT(*) AS N FROM (%1) ELENCO"_s.arg(SottoscortaRiordinoSQL(0)))
-        .integer(0, u"N");
+    return u"SELECT COUNT(*) AS N FROM (%1) ELENCO"_s.arg(SottoscortaRiordinoSQL(0));
 }
 
 } // namespace
@@ -108,7 +106,7 @@ host::StartOffer offertaIniziale()
     for (const DocumentKind *kind : documentKinds())
         offer.recent.append(recentOf(*kind));
     offer.figures = {{u"cmdSottoscorta"_s, u"Articoli in sottoscorta"_s, u"actStampaSottoscortaRiordino"_s,
-                      articoliSottoscorta, PochiMovimenti}};
+                      contaSottoscorta, PochiMovimenti}};
     offer.steps = {{core::tr("Prima bolla di carico"), bollaCarico().entryAction(),
                     [] { return EsistonoDocumenti(bollaCarico()); }}};
     offer.searches = searches();
