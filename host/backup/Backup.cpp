@@ -12,6 +12,7 @@
 #include "platform/data/DatabaseFile.h"
 #include "platform/data/EnginePath.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -198,13 +199,18 @@ void restoreOnServer(const QString &file, const data::DatabaseAddress &target, c
         throw core::Error(
             core::tr("Sul server esiste già il database \"%1\": indicare un nome nuovo.").arg(target.file));
     bool begun = false;
+    // Killed while the server makes the database, the program would not have told that it is its own.
+    const QDeadlineTimer soon(std::chrono::seconds(10));
+    const auto mayStop = [&begun, &soon] { return begun || soon.hasExpired(); };
     try {
         Follower follower(progress, core::tr("Ripristino della tabella %1…"), 0);
-        runGbak(target, {u"-c"_s, u"-v"_s, data::enginePath(file), gbakName(target)}, {}, progress,
-                [&](const QString &line) {
-                    begun = begun || line.startsWith(u"created database");
-                    follower(line);
-                });
+        runGbak(
+            target, {u"-c"_s, u"-v"_s, data::enginePath(file), gbakName(target)}, {}, progress,
+            [&](const QString &line) {
+                begun = begun || line.startsWith(u"created database");
+                follower(line);
+            },
+            mayStop);
         requireOwnDatabase(tableRows(target));
         requireKnownVersion(target);
     } catch (const std::exception &) {

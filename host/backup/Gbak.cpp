@@ -115,11 +115,14 @@ public:
     Run &operator=(const Run &) = delete;
 
     /// Hands each line that it prints to `line` until it ends; true when it ended well.
-    bool follow(const core::Progress &progress, const std::function<void(const QString &)> &line)
+    bool follow(
+        const core::Progress &progress, const std::function<void(const QString &)> &line,
+        const std::function<bool()> &mayStop = [] { return true; })
     {
         constexpr int patience = 100; // milliseconds between two looks at "cancelled"
         while (process_.state() != QProcess::NotRunning) {
-            progress.check();
+            if (mayStop())
+                progress.check();
             process_.waitForReadyRead(patience);
             takeLines(line);
         }
@@ -140,7 +143,8 @@ private:
 } // namespace
 
 void runGbak(const data::DatabaseAddress &login, const QStringList &arguments, const QStringList &folders,
-             core::Progress &progress, const std::function<void(const QString &)> &line)
+             core::Progress &progress, const std::function<void(const QString &)> &line,
+             const std::function<bool()> &mayStop)
 {
     const bool isBackup = arguments.contains(u"-b"_s);
     QString errors;
@@ -152,7 +156,7 @@ void runGbak(const data::DatabaseAddress &login, const QStringList &arguments, c
         else
             line(text.section(u':', 1).trimmed());
     };
-    if (!Run(u"gbak"_s, login, arguments).follow(progress, take))
+    if (!Run(u"gbak"_s, login, arguments).follow(progress, take, mayStop))
         throw core::Error(meaningOf(errors, isBackup, folders), u"gbak: "_s + errors.trimmed());
 }
 

@@ -7,9 +7,11 @@
 #include "platform/data/SqlText.h"
 #include "platform/data/firebird/Attachment.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
 
 #include <algorithm>
 #include <array>
@@ -105,10 +107,24 @@ void dropDatabase(const DatabaseAddress &address)
 
 void dropQuietly(const DatabaseAddress &address, const QString &where)
 {
-    try {
-        dropDatabase(address);
-    } catch (const std::exception &error) {
-        core::logError(where, error);
+    constexpr auto patience = std::chrono::seconds(10);
+    constexpr unsigned long pause = 50; // milliseconds
+    const auto isThere = [&address] {
+        const OpenFailure failure = checkDatabase(address).failure;
+        return failure == OpenFailure::None || failure == OpenFailure::InUse || failure == OpenFailure::Other;
+    };
+    const QDeadlineTimer end(patience);
+    for (bool again = true; again;) {
+        again = !end.hasExpired();
+        try {
+            dropDatabase(address);
+        } catch (const std::exception &error) {
+            if (!again)
+                core::logError(where, error);
+        }
+        again = again && isThere();
+        if (again)
+            QThread::msleep(pause);
     }
 }
 

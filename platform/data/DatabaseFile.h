@@ -32,7 +32,8 @@ void createDatabase(const DatabaseAddress &address);
 /// Removes a database with its file; does nothing when it cannot be opened. Throws DatabaseError when it is in use.
 void dropDatabase(const DatabaseAddress &address);
 
-/// The same where another error is what counts: this one goes to the log alone, under `where`.
+/// The same where another error is what counts: this one goes to the log alone, under `where`. For some seconds it
+/// tries again: a server works on for a moment for a program that was killed, whose database is in use as long.
 void dropQuietly(const DatabaseAddress &address, const QString &where);
 
 /// Runs one command text, such as CREATE INDEX, over an attachment of its own, in a transaction that never waits:

@@ -5,6 +5,7 @@
 #include "host/start/Opening.h"
 #include "host/start/ServerSetup.h"
 #include "host/start/Startup.h"
+#include "platform/data/DatabaseFile.h"
 #include "platform/ui/Draft.h"
 #include "tests/support/Fixtures.h"
 
@@ -264,7 +265,58 @@ private Q_SLOTS:
         QCOMPARE(ui::unpacked(test::contentOf(draft)).database, here.file());
     }
 
+    // Esc at every stage: the firm stays as it is, nothing half-made beside it, and the next try goes through.
+    void movingCanBeGivenUp()
+    {
+        const test::FirebirdServer server;
+        const QTemporaryDir folder;
+        data::DatabaseAddress there = server.address(u"azienda.fdb"_s);
+        there.user = u"CORVANE"_s;
+        there.password = u"Corvane1"_s;
+        host::prepareServer(there, server.address().password);
+        place().database().execute(
+            u"EXECUTE BLOCK AS DECLARE I INTEGER = 0; BEGIN WHILE (I < 50000) DO BEGIN I = I + 1; "
+            "INSERT INTO ANA_MAGA(CODICE, DESCRIZIONE) VALUES('L' || :I, 'Lungo'); END END"_s);
+        setPlace({});
+        const QString backup = folder.filePath(u"copia.fbk"_s);
+        core::Progress progress;
+        host::backupDatabase(firm_->address(), backup, progress);
+        const QMap<QString, int> rows = host::tableRows(firm_->address());
+        test::ScriptedMessages messages;
+        test::ScriptedDialogs dialogs;
+        const auto move = [&](const data::DatabaseAddress &from, const data::DatabaseAddress &to) {
+            const QDir target = QFileInfo(to.file).dir();
+            const QStringList before = target.entryList(QDir::AllEntries | QDir::Hidden);
+            const auto begun = [&to](const QDialog &) { return to.isEmbedded() || QFileInfo::exists(to.file); };
+            for (const QString &stage : {QString(), u"Ripristino"_s, u"Verifica"_s, u"Confronto"_s}) {
+                dialogs.expect(stage.isEmpty() ? givingUpWhen(begun) : givingUpWhen([stage](const QDialog &dialog) {
+                    return test::shown(&dialog, u"lblAvanzamento"_s).startsWith(stage);
+                }));
+                QVERIFY2(!host::finishMove(nullptr, backup, from, to), qPrintable(stage));
+                QCOMPARE(target.entryList(QDir::AllEntries | QDir::Hidden), before);
+                QCOMPARE(data::checkDatabase(to).failure, data::OpenFailure::Missing);
+                QCOMPARE(host::tableRows(from), rows);
+            }
+            dialogs.expect(test::waiting());
+            messages.expectPart(u"Informazioni"_s, u"verificato, tabella per tabella"_s, core::Answer::Ok);
+            QVERIFY(host::finishMove(nullptr, backup, from, to));
+            QCOMPARE(host::tableRows(to), rows);
+        };
+        move(firm_->address(), there);
+        move(there, test::fileAddress(folder.filePath(u"ritorno.fdb"_s)));
+    }
+
 private:
+    static test::ScriptedDialogs::Use givingUpWhen(const std::function<bool(const QDialog &)> &reached)
+    {
+        return [reached](QDialog &dialog) {
+            constexpr int patience = 60'000; // milliseconds
+            QVERIFY(QTest::qWaitFor([&] { return reached(dialog); }, patience));
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+            test::waiting()(dialog);
+        };
+    }
+
     std::unique_ptr<test::TestDatabase> firm_;
     host::Opening moved_;
 };
