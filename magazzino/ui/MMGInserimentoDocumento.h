@@ -125,7 +125,8 @@ private:
     QWidget *createLastTime();
     void offerLastTime();
     void takeLastTime();
-    void fillCopy(bool currentPrices);
+    void startCopyOf(QList<DocumentRow> rows, bool currentPrices);
+    void fillCopy(int number, const QList<DocumentRow> &rows);
     void createCopyCommands();
     void copiaRighe();
     void incollaRighe();

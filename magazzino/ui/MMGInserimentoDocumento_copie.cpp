@@ -58,22 +58,34 @@ void TMMGInserimentoDocumento::duplica()
              core::MessageIcon::Question,
              {core::Answer::Yes, core::Answer::No, core::Answer::Cancel},
              this});
-    if (current != core::Answer::Cancel && startCopy())
-        fillCopy(current == core::Answer::Yes);
+    if (current != core::Answer::Cancel)
+        startCopyOf(rows, current == core::Answer::Yes);
 }
 
-void TMMGInserimentoDocumento::fillCopy(bool currentPrices)
+// What is asked of the database comes first: when it fails, the document stays the one that is stored.
+void TMMGInserimentoDocumento::startCopyOf(QList<DocumentRow> rows, bool currentPrices)
+{
+    int number = 0;
+    {
+        const ui::WaitCursor wait;
+        number = GetNextNumeroDocumento(kind_, core::today().year());
+        if (currentPrices)
+            takeCurrentPrices(rows);
+    }
+    for (DocumentRow &row : rows)
+        row.idRiga = -1;
+    if (startCopy())
+        fillCopy(number, rows);
+}
+
+void TMMGInserimentoDocumento::fillCopy(int number, const QList<DocumentRow> &rows)
 {
     const ui::WaitCursor wait;
     pages()->setCurrentIndex(0);
-    number_->setValue(GetNextNumeroDocumento(kind_, core::today().year()));
+    number_->setValue(number);
     date_->setDate(core::today());
-    grid_->rowsModel().updateRows([currentPrices](QList<DocumentRow> &rows) {
-        for (DocumentRow &row : rows)
-            row.idRiga = -1;
-        if (currentPrices)
-            takeCurrentPrices(rows);
-    });
+    grid_->rowsModel().updateRows([&rows](QList<DocumentRow> &shown) { shown = rows; });
+    forgetPrinted();
     leaveOutOfCopy();
     AggiornaTotaliDocumento();
     counterpartChosen({});

@@ -78,7 +78,8 @@ void TMMGRicercaDocumenti::duplicate()
     }
     auto &form = dynamic_cast<TMMGInserimentoDocumento &>(entryForm());
     form.openRecord(key);
-    if (form.IdRecord() == key)
+    // With changes still there the user has chosen to stay with them.
+    if (form.IdRecord() == key && !form.Modified())
         form.duplica();
 }
 

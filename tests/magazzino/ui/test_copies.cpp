@@ -14,6 +14,12 @@ private Q_SLOTS:
         core::setClock([this] { return test::workplaceTime().addMSecs(time_ += 40); });
     }
 
+    void cleanup() override
+    {
+        ui::setSaveFileChooser({});
+        AtWorkplace::cleanup();
+    }
+
     void documentIsDuplicated_data() { test::eachKind({u"current"_s, u"own"_s}); }
 
     void documentIsDuplicated()
@@ -33,23 +39,40 @@ private Q_SLOTS:
         place().messages.expectWarning(u"Il documento va prima salvato!"_s);
         document.trigger(u"actDuplica"_s);
         document.save();
-        const QStringList before = lines(u"SELECT * FROM "_s + test::kindOfRow().table);
+        if (QAction *pdf = document.form().command(u"actSalvaPDF"_s)) {
+            ui::setSaveFileChooser(
+                [this](QWidget *, const ui::SaveFileRequest &) { return folder_.filePath(u"a.pdf"_s); });
+            pdf->trigger();
+            QVERIFY(document.shown(u"lblStampato"_s).startsWith(u"Stampato il"_s));
+        }
         database().execute(u"UPDATE ANA_MAGA SET PREZZO = 77, COSTO = 77 WHERE CODICE = 'TRA-0018'"_s);
         database().execute(u"DELETE FROM ANA_MAGA WHERE CODICE = 'SMA-0750'"_s);
 
         expectQuestion(core::Answer::Cancel);
         document.trigger(u"actDuplica"_s);
         QCOMPARE(document.flags(), u"stored"_s);
-        // From the list it is the same command.
         const bool current = test::caseOfRow() == u"current"_s;
         expectQuestion(current ? core::Answer::Yes : core::Answer::No);
+        place().messages.expectPart(u"Errore"_s, u"rifiutato"_s, core::Answer::Ok);
+        test::refusing(
+            connection(), [](const QString &sql) { return sql.contains(u"MAX(NUMERO)"_s); },
+            [&] { document.trigger(u"actDuplica"_s); });
+        QCOMPARE(document.flags() + document.shown(u"txtNumero"_s), u"stored7"_s);
+        // From the list it is the same command.
         const QString action = QString(test::kindOfRow().action).replace(u"Inserimento"_s, u"Ricerca"_s);
         ui::SearchForm *list = openList(action);
         test::press(list, u"cmdCerca"_s);
         gridOf(*list)->selectRow(0);
+        test::typeOver(document.control<QWidget>(u"txtNote"_s), u"Fragile"_s);
+        place().messages.expectQuestion(test::unsaved, core::Answer::No);
+        test::trigger(list, u"actDuplica"_s);
+        QCOMPARE(document.flags(), u"stored modified"_s);
+        document.save();
+        const QStringList before = lines(u"SELECT * FROM "_s + test::kindOfRow().table);
+        expectQuestion(current ? core::Answer::Yes : core::Answer::No);
         test::trigger(list, u"actDuplica"_s);
 
-        QCOMPARE(document.flags(), u"new modified"_s);
+        QCOMPARE(document.flags() + document.shown(u"lblStampato"_s), u"new modified"_s);
         QCOMPARE(document.shown(u"txtNumero"_s) + u'|' + document.shown(u"txtData"_s), u"8|16/03/2026"_s);
         QCOMPARE(test::columnTexts(document.grid(), test::kindOfRow().priceHeader),
                  QStringList({current ? u"€ 77,00"_s : u"€ 5,00"_s, u"€ 4,00"_s}));
@@ -178,6 +201,7 @@ private:
                                 core::MessageIcon::Question, answer);
     }
 
+    QTemporaryDir folder_;
     qint64 time_ = 0; // ms since the start
 };
 
