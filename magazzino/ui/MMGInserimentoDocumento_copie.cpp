@@ -140,7 +140,10 @@ void TMMGInserimentoDocumento::incollaRighe()
                    core::tr("Negli appunti non ci sono righe.\n\rDa un foglio di calcolo: codice, quantità, prezzo."));
         return;
     }
-    const QList<RigaIncollata> pasted = trovaRighe(read, kind_, grid_->rowsModel());
+    const QList<RigaIncollata> pasted = [&] {
+        const ui::WaitCursor wait;
+        return trovaRighe(read, kind_, grid_->rowsModel());
+    }();
     QList<DocumentRow> rows;
     for (const RigaIncollata &row : pasted) {
         if (row.riga)
