@@ -81,13 +81,18 @@ QList<VoceCatalogo> Catalogo::find(const QString &text, qsizetype most) const
     return core::mapped(words_.find(text, most), [this](qsizetype position) { return voci_[position]; });
 }
 
-CodiceTrovato Catalogo::trova(const QString &codice) const
+int Catalogo::trovaCodice(const QString &codice) const
 {
     const data::Rows rows = ModuleConnection().run(
         u"SELECT %1 FROM %2 WHERE UPPER(CODICE) = %3"_s.arg(keyOfTable(tipo_), tableOf(tipo_), data::inCapitals()),
         {data::searchedText(codice)});
-    if (!rows.isEmpty())
-        return {rows.values(0).first().toInt()};
+    return rows.isEmpty() ? -1 : rows.values(0).first().toInt();
+}
+
+CodiceTrovato Catalogo::trova(const QString &codice) const
+{
+    if (const int id = trovaCodice(codice); id >= 0)
+        return {id};
     if (tipo_ != tipoRiga::articolo || codice.isEmpty())
         return {};
     const host::BarcodeMatch found = host::findBarcode(ModuleConnection(), codice);

@@ -38,6 +38,9 @@ public:
     /// At most `most` of those that have every word of `text` in code, description or barcodes, each group of
     /// data::WordIndex::find() by code.
     QList<VoceCatalogo> find(const QString &text, qsizetype most) const;
+    /// Key of the article or service with this code of its own, compared without case, as the database has it now; -1
+    /// for none. Throws data::DatabaseError.
+    int trovaCodice(const QString &codice) const;
     /// What the whole code stands for, compared without case, as the database has it now: a plain code goes first,
     /// then, for articles, their barcodes, then what a GS1 code says. Throws data::DatabaseError.
     CodiceTrovato trova(const QString &codice) const;

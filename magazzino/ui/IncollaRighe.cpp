@@ -77,7 +77,10 @@ private:
             if ((!read.tipo.isEmpty() && read.tipo != tipo) ||
                 (tipo == tipoRiga::servizio && kind_.captions.rows.servizio.isEmpty()))
                 continue;
-            const CodiceTrovato found = Catalogo(tipo).trova(read.codice);
+            // A row of a document tells its article by its own code; who writes a list may have the barcodes.
+            const Catalogo catalogue(tipo);
+            const CodiceTrovato found =
+                read.tipo.isEmpty() ? catalogue.trova(read.codice) : CodiceTrovato{catalogue.trovaCodice(read.codice)};
             if (found.id <= 0)
                 continue;
             pieces = found.pezzi;

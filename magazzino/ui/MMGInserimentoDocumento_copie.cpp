@@ -31,7 +31,7 @@ bool hasPrices(const DocumentRow &row)
 void takeCurrentPrices(QList<DocumentRow> &rows)
 {
     for (DocumentRow &row : rows) {
-        const int id = hasPrices(row) ? Catalogo(row.tipo).trova(row.codice).id : -1;
+        const int id = hasPrices(row) ? Catalogo(row.tipo).trovaCodice(row.codice) : -1;
         if (const auto current = rigaDi(row.tipo, id)) {
             row.prezzo = current->prezzo;
             row.costo = current->costo;

@@ -47,6 +47,8 @@ private Q_SLOTS:
         }
         database().execute(u"UPDATE ANA_MAGA SET PREZZO = 77, COSTO = 77 WHERE CODICE = 'TRA-0018'"_s);
         database().execute(u"DELETE FROM ANA_MAGA WHERE CODICE = 'SMA-0750'"_s);
+        // Of another article: the document means the code of its own.
+        addBarcode(u"SMA-0750"_s, u"TRA-0018"_s);
 
         expectQuestion(core::Answer::Cancel);
         document.trigger(u"actDuplica"_s);
@@ -111,7 +113,9 @@ private Q_SLOTS:
         QCOMPARE(rows.size(), 8);
         QCOMPARE(rows[4].prezzo, 9.5);
         QCOMPARE(rows[5].tipo, tipoRiga::servizio);
-        QCOMPARE(rows[6].descrizione, u"Merce in visione"_s);
+        QCOMPARE(rows[6].descrizione, u"-Merce in visione"_s);
+        database().execute(u"UPDATE ANA_MAGA SET CODICE = 'ALTRO' WHERE CODICE = 'SMA-0750'"_s);
+        addBarcode(u"SMA-0750"_s, u"ALTRO"_s);
         const test::Document receipt = open(test::receipt());
         receipt.grid()->setFocus();
         QStringList told;
@@ -121,8 +125,8 @@ private Q_SLOTS:
         });
         test::pressKey(Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(told, QStringList({u"Trovata"_s, u"Codice non trovato."_s,
-                                    u"Questo documento non ha righe di questo tipo."_s, u"Trovata"_s}));
-        QCOMPARE(test::columnTexts(receipt.grid(), u"Codice"_s), QStringList({u"TRA-0018"_s, u"SMA-0750"_s}));
+                                    u"Questo documento non ha righe di questo tipo."_s, u"Codice non trovato."_s}));
+        QCOMPARE(test::columnTexts(receipt.grid(), u"Codice"_s), QStringList(u"TRA-0018"_s));
         QCOMPARE(receipt.flags(), u"new modified"_s);
     }
 
@@ -158,11 +162,7 @@ private Q_SLOTS:
 
     void spreadsheetRowsAreShownFirst()
     {
-        test::insertInto(
-            database(), u"BARCODE_ARTICOLI"_s,
-            {{u"CODICE"_s, u"CONF"_s},
-             {u"PEZZI"_s, 6},
-             {u"IDANA_MAGA"_s, lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = 'SMA-0750'"_s).value(0)}});
+        addBarcode(u"CONF"_s, u"SMA-0750"_s);
         const test::Document receipt = open(test::receipt());
         receipt.grid()->setFocus();
         QGuiApplication::clipboard()->setText(u"tra-0018\t2\t1,5\nmanca\t1\t1\nconf\t2\t3\ntra-0018\t1\t1,234\n"_s);
@@ -193,6 +193,16 @@ private:
         document.form().setFocus();
         test::pressKey(Qt::Key_I, Qt::ControlModifier);
         return document;
+    }
+    static qsizetype selected(const test::Document &document)
+    {
+        return document.grid()->selectionModel()->selectedIndexes().size();
+    }
+    void addBarcode(const QString &barcode, const QString &article) const
+    {
+        const QString key = lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = '%1'"_s.arg(article)).value(0);
+        test::insertInto(database(), u"BARCODE_ARTICOLI"_s,
+                         {{u"CODICE"_s, barcode}, {u"PEZZI"_s, 6}, {u"IDANA_MAGA"_s, key}});
     }
     void expectQuestion(core::Answer answer)
     {
