@@ -177,8 +177,14 @@ int DocumentGrid::selectedRow() const
 void DocumentGrid::select(int row, const RowMember &column)
 {
     const QModelIndex index = model_->index(row, std::max(0, model_->indexOf(column)));
-    setCurrentIndex(index);
+    goTo(index);
     scrollTo(index);
+}
+
+// The view's own routine adds to the selection while Ctrl or Shift is held, as it is by the key that led here.
+void DocumentGrid::goTo(const QModelIndex &cell)
+{
+    selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect);
 }
 
 // Nothing is measured before it is seen: a document opens on its first page.
@@ -238,7 +244,7 @@ void DocumentGrid::step(CellStep step)
     case CellStep::Next:
     case CellStep::Previous:
         if (const QModelIndex cell = editableFrom(currentIndex(), step == CellStep::Next ? 1 : -1); cell.isValid())
-            setCurrentIndex(cell);
+            goTo(cell);
         break;
     case CellStep::LeaveForward:
     case CellStep::LeaveBackward:

@@ -67,6 +67,8 @@ public:
     int selectedRow() const;
     /// Makes a cell the current one; the row's first one when the column is not shown.
     void select(int row, const RowMember &column);
+    /// Makes `cell` the current one and the only one that is selected, whatever keys are held.
+    void goTo(const QModelIndex &cell);
     /// Takes over what stands in an open editor; false when the cell refused it.
     bool finishEditing() { return delegate_->finish(); }
     /// The commands by which its rows leave the program.

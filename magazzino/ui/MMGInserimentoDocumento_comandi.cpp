@@ -176,7 +176,7 @@ void TMMGInserimentoDocumento::spostaRiga(int step)
     const QModelIndex current = grid_->currentIndex();
     if (!current.isValid() || !grid_->rowsModel().move(current.row(), step))
         return;
-    grid_->setCurrentIndex(current.siblingAtRow(current.row() + step));
+    grid_->goTo(current.siblingAtRow(current.row() + step));
     grid_->fitRowHeights();
     SetModified(true);
 }

@@ -93,10 +93,14 @@ private Q_SLOTS:
         test::strike(u"3*tra-0018^2*/consegna piano^Merce in visione"_s);
         test::pressKey(Qt::Key_Down);
         test::strike(u"\n1*sma-0750^"_s);
+        QCOMPARE(selected(note), 1);
         test::typeIntoCell(note.grid(), 0, u"Prezzo"_s, u"9,5"_s);
         // One cell is its text, as ever.
         note.grid()->setFocus();
         note.grid()->setCurrentIndex(note.grid()->model()->index(0, 1));
+        // Nor is a row that was moved and brought back another one, though Ctrl is held.
+        test::pressKey(Qt::Key_Down, Qt::ControlModifier);
+        test::pressKey(Qt::Key_Up, Qt::ControlModifier);
         test::pressKey(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), test::cellText(note.grid(), 0, u"Descrizione"_s));
         test::pressKey(Qt::Key_A, Qt::ControlModifier);
@@ -111,6 +115,7 @@ private Q_SLOTS:
         test::pressKey(Qt::Key_V, Qt::ControlModifier);
         const QList<DocumentRow> &rows = note.grid()->rowsModel().rows();
         QCOMPARE(rows.size(), 8);
+        QCOMPARE(selected(note), 1);
         QCOMPARE(rows[4].prezzo, 9.5);
         QCOMPARE(rows[5].tipo, tipoRiga::servizio);
         QCOMPARE(rows[6].descrizione, u"-Merce in visione"_s);
