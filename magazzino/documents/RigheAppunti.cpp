@@ -2,7 +2,7 @@
 
 #include "magazzino/MMGUtils.h"
 #include "platform/core/CsvReader.h"
-#include "platform/core/Format.h"
+#include "platform/core/CsvWriter.h"
 #include "platform/core/Lists.h"
 #include "platform/core/NumberReader.h"
 #include "platform/core/Translation.h"
@@ -49,15 +49,9 @@ std::optional<double> numberOf(const QJsonObject &object, const QString &name)
     return value.isDouble() ? std::optional(value.toDouble()) : std::nullopt;
 }
 
-QString shownNumber(const std::optional<double> &number)
+QVariant cellOf(const std::optional<double> &number)
 {
-    return number ? core::plainNumber(*number) : QString();
-}
-
-// A cell of a spreadsheet is one line.
-QString cellOf(QString text)
-{
-    return text.replace(u'\n', u' ').replace(u'\t', u' ');
+    return number ? QVariant(*number) : QVariant();
 }
 
 // At least half of what stands in the column must be numbers: one that is misspelt is told, and not taken for words.
@@ -108,7 +102,7 @@ bool isTitle(const core::CsvRecord &record, const QList<NumberColumn> &columns)
 
 RigaLetta rowOf(const core::CsvRecord &record, const QList<NumberColumn> &columns)
 {
-    RigaLetta row{.linea = record.line, .codice = record.cells.value(0).trimmed()};
+    RigaLetta row{.linea = record.line, .codice = core::withoutFormulaGuard(record.cells.value(0).trimmed())};
     std::optional<double> *const members[numbersOfARow] = {&row.quantita, &row.prezzo, &row.sconto};
     for (qsizetype i = 0; i < columns.size(); ++i) {
         const QString cell = record.cells.value(columns[i].position).trimmed();
@@ -171,12 +165,11 @@ QList<RigaLetta> righeDaAppunti(const QByteArray &appunti)
 
 QString testoDiRighe(const QList<DocumentRow> &rows, const DocumentKind &kind)
 {
-    QStringList lines;
+    core::Table table{.title = {}, .columns = QList<core::TableColumn>(2 + numbersOfARow), .rows = {}};
     for (const DocumentRow &row : rows)
-        lines.append(QStringList{cellOf(row.codice), cellOf(row.descrizione), shownNumber(row.quantita),
-                                 shownNumber(row.*kind.unitPrice), shownNumber(row.sconto)}
-                         .join(u'\t'));
-    return lines.join(u'\n');
+        table.rows.append(
+            {row.codice, row.descrizione, cellOf(row.quantita), cellOf(row.*kind.unitPrice), cellOf(row.sconto)});
+    return core::clipboardText(table, false).chopped(1);
 }
 
 QList<RigaLetta> righeDaTesto(const QString &testo)

@@ -26,7 +26,7 @@ QList<RigaLetta> righeDaAppunti(const QByteArray &appunti);
 ///@}
 
 /// `rows` for a spreadsheet: code, description, quantity, price that `kind` types, discount; divided by tabs, a line
-/// each, no line's end behind the last one.
+/// each, no line's end behind the last one. Texts are as in core::clipboardText(), and righeDaTesto() reads them back.
 QString testoDiRighe(const QList<DocumentRow> &rows, const DocumentKind &kind);
 /// Rows as a spreadsheet copies them: the code first, then in this order as far as there are columns of numbers
 /// quantity, price and discount; columns of words are passed over, and so is a first line of titles. Numbers of a

@@ -90,7 +90,7 @@ private Q_SLOTS:
     void rowsPassThroughTheClipboard()
     {
         const test::Document note = open(test::deliveryNote());
-        test::strike(u"3*tra-0018^2*/consegna piano^Merce in visione"_s);
+        test::strike(u"3*tra-0018^2*/consegna piano^-Merce in visione"_s);
         test::pressKey(Qt::Key_Down);
         test::strike(u"\n1*sma-0750^"_s);
         QCOMPARE(selected(note), 1);
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(copied.size(), 4);
         QVERIFY2(copied[0].startsWith(u"TRA-0018\t"_s) && copied[0].endsWith(u"\t3,00\t9,50\t"_s),
                  qPrintable(copied[0]));
-        QCOMPARE(copied[2], u"\tMerce in visione\t\t\t"_s);
+        QCOMPARE(copied[2], u"\t'-Merce in visione\t\t\t"_s); // no formula
 
         // All of them go into the same document, only articles into a receipt, at its own price.
         test::pressKey(Qt::Key_V, Qt::ControlModifier);
@@ -146,6 +146,7 @@ private Q_SLOTS:
             << u"Codice\tDescrizione\tQ.tà\tPrezzo\tSconto\nA\tVite 8\t3\t2\t10\nB\t\"Due\nrighe\"\t4\t\t"_s
             << u"A 3 2 10|B 4 - -"_s;
         QTest::newRow("one that is no number") << u"A\t1\nB\tx\nC\t3"_s << u"A 1 - -|!|C 3 - -"_s;
+        QTest::newRow("kept from being a formula") << u"'-A\t2"_s << u"-A 2 - -"_s;
         QTest::newRow("nothing") << u"\n\t\n"_s << QString();
     }
 
