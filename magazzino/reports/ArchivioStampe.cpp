@@ -90,6 +90,18 @@ void noteWithFile(const DocumentoStampato &stampato, const report::Document &pag
     }
 }
 
+// What the user is told of it; nothing when it did not fail.
+std::optional<QString> failureOf(const std::function<void()> &work)
+{
+    try {
+        work();
+        return {};
+    } catch (const std::exception &error) {
+        core::logError(u"archivio delle stampe"_s, error);
+        return core::errorText(error);
+    }
+}
+
 } // namespace
 
 bool puoVedere(const DocumentKind &kind)
@@ -112,18 +124,16 @@ QStringList copieDi(const DocumentKind &kind)
 void annotaStampa(const DocumentoStampato &stampato, const report::Document &pages)
 {
     const DocumentKind &kind = *stampato.kind;
-    const int id = stampato.testata.id;
     const StampaFatta withoutFile{.il = core::now(), .impronta = stampato.impronta, .file = {}, .improntaFile = {}};
+    const int id = stampato.testata.id;
+    // Without the file the note is still true, and without the note the paper is out all the same.
     QString problem;
-    // Without the file the note is still true.
-    try {
-        noteWithFile(stampato, pages, withoutFile);
-    } catch (const std::exception &error) {
-        core::logError(u"archivio delle stampe"_s, error);
-        problem = core::errorText(error);
-        registraStampa(kind, id, withoutFile);
+    if (const auto notFiled = failureOf([&] { noteWithFile(stampato, pages, withoutFile); })) {
+        const auto notNoted = failureOf([&] { registraStampa(kind, id, withoutFile); });
+        problem = notNoted ? core::tr("La stampa non è stata annotata:\n\r") + *notNoted
+                           : core::tr("Il documento non è stato archiviato:\n\r") + *notFiled;
     }
     Q_EMIT Modulo().stampato(kind.table, id);
     if (!problem.isEmpty())
-        core::showError(GetMainFormObject(), core::tr("Il documento non è stato archiviato:\n\r") + problem);
+        core::showError(GetMainFormObject(), problem);
 }

@@ -21,5 +21,5 @@ bool puoVedere(const DocumentKind &kind);
 QStringList copieDi(const DocumentKind &kind);
 
 /// Notes that the document was printed and, where there is an archive, files its pages as a PDF. Pages whose data were
-/// filed before are not filed again. Errors are shown: the document has been printed.
+/// filed before are not filed again. Errors are shown, none is thrown: the document has been printed.
 void annotaStampa(const DocumentoStampato &stampato, const report::Document &pages);

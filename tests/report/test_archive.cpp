@@ -167,6 +167,11 @@ private Q_SLOTS:
         place().messages.expectPart(u"Errore"_s, u"non è stato archiviato"_s, core::Answer::Ok);
         test::trigger(form, u"actSalvaPDF"_s);
         QCOMPARE(test::shown(form, u"lblStampato"_s), printed);
+        // Nor does a note that cannot be written; what is printed next is shown again, not written to the file.
+        place().messages.expectPart(u"Errore"_s, u"non è stata annotata"_s, core::Answer::Ok);
+        test::refusing(connection(), aboutPrints, [&] { test::trigger(form, u"actSalvaPDF"_s); });
+        test::trigger(form, u"actStampa"_s);
+        QCOMPARE(place().messages.verify(), QStringList());
         test::trigger(form, u"actNuovo"_s);
         QCOMPARE(test::shown(form, u"lblStampato"_s), QString());
         // Nor from changing other options.
@@ -258,6 +263,7 @@ private Q_SLOTS:
     }
 
 private:
+    static bool aboutPrints(const QString &sql) { return sql.contains(u"STAMPE_DOCUMENTI"_s); }
     QString path(const QString &name) const { return folder_.filePath(name); }
 
     void setOptions(const test::ScriptedDialogs::Use &use)
