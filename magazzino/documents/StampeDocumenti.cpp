@@ -23,19 +23,38 @@ QString textOf(const QVariant &value)
     }
 }
 
-void add(const data::Rows &rows, qsizetype row, const QStringList &keys, QCryptographicHash &hash)
+// Told of a document that went out: what stands on its paper stays the same.
+bool becameOfIt(const QString &column)
+{
+    return column == u"PAGATO" || column == u"NOTIFICATO" || column.startsWith(u"FC_"_s);
+}
+
+using Counts = std::function<bool(const QString &column)>;
+
+void add(const data::Rows &rows, qsizetype row, const Counts &counts, QCryptographicHash &hash)
 {
     QStringList texts;
     for (qsizetype i = 0; i < rows.columns().size(); ++i) {
         const QString column = rows.columns()[i].name;
         const QVariant &value = rows.values(row)[i];
-        if (!keys.contains(column) && !value.isNull())
+        if (counts(column) && !value.isNull())
             texts.append(column + u'=' + textOf(value) + QChar(0));
     }
     // Columns that are added, or added in another order, must not make it another document.
     texts.sort();
     hash.addData(texts.join(QString()).toUtf8());
     hash.addData(QByteArrayView("\n"));
+}
+
+// `righe` in the order of their keys.
+QString hashOf(const data::Rows &testata, const data::Rows &righe, const Counts &counts)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (qsizetype row = 0; row < testata.size(); ++row)
+        add(testata, row, counts, hash);
+    for (qsizetype row = 0; row < righe.size(); ++row)
+        add(righe, row, counts, hash);
+    return QString::fromLatin1(hash.result().toHex());
 }
 
 } // namespace
@@ -61,19 +80,15 @@ void registraStampa(const DocumentKind &kind, int id, const StampaFatta &stampa)
                             orNull(stampa.improntaFile)});
 }
 
-QString improntaDocumento(const DocumentKind &kind, const data::Rows &testata, data::Rows righe)
+ImprontaDocumento improntaDocumento(const DocumentKind &kind, const data::Rows &testata, data::Rows righe)
 {
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    const QStringList keys = {kind.key, kind.rowKey()};
-    for (qsizetype row = 0; row < testata.size(); ++row)
-        add(testata, row, keys, hash);
     righe.sortByInteger(kind.rowKey());
-    for (qsizetype row = 0; row < righe.size(); ++row)
-        add(righe, row, keys, hash);
-    return QString::fromLatin1(hash.result().toHex());
+    const Counts isNoKey = [&kind](const QString &column) { return column != kind.key && column != kind.rowKey(); };
+    const Counts isOfThePaper = [&isNoKey](const QString &column) { return isNoKey(column) && !becameOfIt(column); };
+    return {hashOf(testata, righe, isOfThePaper), hashOf(testata, righe, isNoKey)};
 }
 
-QString improntaAttuale(const DocumentKind &kind, int id)
+ImprontaDocumento improntaAttuale(const DocumentKind &kind, int id)
 {
     data::Connection &connection = ModuleConnection();
     data::Transaction transaction(connection);

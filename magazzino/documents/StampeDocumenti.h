@@ -12,9 +12,20 @@
 struct StampaFatta
 {
     QDateTime il;
-    QString impronta;     ///< of the document's data, see improntaDocumento()
+    QString impronta;     ///< of the document's data, see ImprontaDocumento
     QString file;         ///< path in the archive; empty when it was not filed
     QString improntaFile; ///< hexadecimal SHA-256 of that file
+};
+
+/// What tells one state of a document from another: hexadecimal SHA-256 of what is stored of it, its keys aside, which
+/// every save gives anew. A column that holds nothing does not count, so that columns may be added.
+struct ImprontaDocumento
+{
+    QString valore;    ///< kept with a print; what became of the document (paid, notified, recurring) does not count
+    QString diUnTempo; ///< as former versions kept it, with all of that
+
+    /// Was the document in this state when it was printed with `stampata`?
+    bool vale(const QString &stampata) const { return stampata == valore || stampata == diUnTempo; }
 };
 
 /// The last time that the document with key `id` was printed; nothing when it never was.
@@ -23,10 +34,8 @@ std::optional<StampaFatta> ultimaStampa(const DocumentKind &kind, int id);
 /// Notes that the document with key `id` was printed, by the current user.
 void registraStampa(const DocumentKind &kind, int id, const StampaFatta &stampa);
 
-/// Hexadecimal SHA-256 of all that is stored of a document, its keys aside, which every save gives anew. A column that
-/// holds nothing does not count, so that columns may be added. `testata` is the header's row, `righe` those of its rows
-/// in any order.
-QString improntaDocumento(const DocumentKind &kind, const data::Rows &testata, data::Rows righe);
+/// Of a document whose header's row is `testata`, with its rows in any order.
+ImprontaDocumento improntaDocumento(const DocumentKind &kind, const data::Rows &testata, data::Rows righe);
 
 /// The same of the document with key `id` as it is stored now.
-QString improntaAttuale(const DocumentKind &kind, int id);
+ImprontaDocumento improntaAttuale(const DocumentKind &kind, int id);

@@ -2,7 +2,6 @@
 
 #include "host/DocumentOptions.h"
 #include "magazzino/MMGUtils.h"
-#include "magazzino/documents/StampeDocumenti.h"
 #include "magazzino/reports/MMGStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "platform/core/Clock.h"
@@ -64,7 +63,7 @@ QString file(const DocumentoStampato &stampato, const report::Document &pages, S
     if (archive.isEmpty())
         return {};
     const auto last = ultimaStampa(*stampato.kind, stampato.testata.id);
-    if (last && last->impronta == stampa.impronta && QFileInfo::exists(last->file)) {
+    if (last && stampato.impronta.vale(last->impronta) && QFileInfo::exists(last->file)) {
         stampa.file = last->file;
         stampa.improntaFile = last->improntaFile;
         return {};
@@ -124,7 +123,8 @@ QStringList copieDi(const DocumentKind &kind)
 void annotaStampa(const DocumentoStampato &stampato, const report::Document &pages)
 {
     const DocumentKind &kind = *stampato.kind;
-    const StampaFatta withoutFile{.il = core::now(), .impronta = stampato.impronta, .file = {}, .improntaFile = {}};
+    const StampaFatta withoutFile{
+        .il = core::now(), .impronta = stampato.impronta.valore, .file = {}, .improntaFile = {}};
     const int id = stampato.testata.id;
     // Without the file the note is still true, and without the note the paper is out all the same.
     QString problem;

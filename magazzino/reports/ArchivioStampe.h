@@ -1,5 +1,6 @@
 #pragma once
 #include "magazzino/documents/DocumentKind.h"
+#include "magazzino/documents/StampeDocumenti.h"
 #include "platform/report/Document.h"
 
 /// What becomes of a document besides its pages: copies, the note that it was printed, the file in the archive.
@@ -10,7 +11,7 @@ struct DocumentoStampato
     const DocumentKind *kind = nullptr;
     DocumentHead testata;
     QString intestatario; ///< customer or supplier
-    QString impronta;     ///< of its data
+    ImprontaDocumento impronta;
 };
 
 /// May the current user see stored documents of the kind? Others get one copy and leave nothing in the archive.

@@ -110,8 +110,9 @@ private:
     void createHeading();
     QLabel *createReadOnlyHint();
     QLabel *createPrintedHint();
-    void showPrinted(const QString &stored);
+    void showPrinted(const ImprontaDocumento &stored);
     void printedElsewhere(const QString &table, int id);
+    void readPrinted();
     void showRight(bool granted);
     void createNotesPage();
     QWidget *createTotals();

@@ -42,7 +42,7 @@ void TMMGInserimentoDocumento::loadDetails()
     grid_->fitRowHeights();
     showTotals([this](const DocumentTotal &total) { return record().number(total.column); });
     printed_ = beside_.printed;
-    showPrinted(printed_ ? improntaDocumento(kind_, record().rows(), details()->rows()) : QString());
+    showPrinted(printed_ ? improntaDocumento(kind_, record().rows(), details()->rows()) : ImprontaDocumento());
     counterpartChosen({});
 }
 

@@ -37,13 +37,13 @@ QLabel *TMMGInserimentoDocumento::createPrintedHint()
 }
 
 // `stored` stands for the document's data as they are stored now.
-void TMMGInserimentoDocumento::showPrinted(const QString &stored)
+void TMMGInserimentoDocumento::showPrinted(const ImprontaDocumento &stored)
 {
     if (!printed_) {
         printedLabel_->clear();
         return;
     }
-    const bool changed = stored != printed_->impronta;
+    const bool changed = !stored.vale(printed_->impronta);
     printedLabel_->setText(core::tr("Stampato il %1 alle %2%3")
                                .arg(core::formatDate(printed_->il.date()), printed_->il.toString(u"HH:mm"_s),
                                     changed ? core::tr(", modificato dopo") : QString()));
@@ -61,13 +61,18 @@ void TMMGInserimentoDocumento::forgetPrinted()
 // By this form, by a list or by a preview.
 void TMMGInserimentoDocumento::printedElsewhere(const QString &table, int id)
 {
-    if (kind_.print.report.isEmpty() || table != kind_.table || id != storedKey())
-        return;
-    // It is a hint: who has the document open does not need it to go on.
+    if (!kind_.print.report.isEmpty() && table == kind_.table && id == storedKey())
+        readPrinted();
+}
+
+// It is a hint: who has the document open does not need it to go on, and a save that was committed has not failed.
+void TMMGInserimentoDocumento::readPrinted()
+{
     try {
-        printed_ = ultimaStampa(kind_, id);
-        showPrinted(printed_ ? improntaAttuale(kind_, id) : QString());
+        printed_ = ultimaStampa(kind_, storedKey());
+        showPrinted(printed_ ? improntaAttuale(kind_, storedKey()) : ImprontaDocumento());
     } catch (const std::exception &error) {
+        forgetPrinted();
         core::logError(u"ultima stampa del documento"_s, error);
     }
 }

@@ -1,5 +1,6 @@
 #include "host/ui/PreviewWindow.h"
 #include "host/ui/Printing.h"
+#include "magazzino/documents/StampeDocumenti.h"
 #include "magazzino/reports/MMGStampe.h"
 #include "platform/ui/MailProgram.h"
 #include "platform/ui/ProgressDialog.h"
@@ -249,7 +250,11 @@ private Q_SLOTS:
         QCOMPARE(sent.text, u"Ecco D.d.T. di scarico 12 per Officine D'Amico & Figli"_s);
         QVERIFY(test::pdfText(sent.attachment).contains(u"ART-001"_s));
         // Without the right to see invoices there is neither mail nor archive of them, nor more than one copy.
-        database().execute(u"UPDATE OR INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES('STAMPA_COPIE_FATT_ACC', '2')"_s);
+        QDir().mkpath(path(u"archivio"_s));
+        for (const auto &[option, value] :
+             {std::pair(u"STAMPA_COPIE_FATT_ACC"_s, u"2"_s), {u"ARCHIVIO_STAMPE"_s, path(u"archivio"_s)}})
+            database().execute(
+                u"UPDATE OR INSERT INTO OPZIONI(OPZIONE, VALORE) VALUES('%1', '%2')"_s.arg(option, value));
         auto *invoiceForm = openEntry(u"actInserimentoFattureAccompagnatorie"_s);
         invoiceForm->openRecord(invoice);
         SetKxCurrentUserName(u"MAGAZZINIERE"_s);
@@ -257,9 +262,27 @@ private Q_SLOTS:
         place().messages.expectWarning(test::noRights);
         test::trigger(invoiceForm, u"actInviaPosta"_s);
         QCOMPARE(sent.attachment, QString());
-        StampaFatturaAccompagnatoria(invoice, path(u"fattura.pdf"_s), TKxReportDestination::FilePDF);
-        QCOMPARE(lines(u"SELECT DOCUMENTO FROM STAMPE_DOCUMENTI"_s), QStringList(u"DDT_SCARICO"_s));
-        SetKxCurrentUserName(u"AMMINISTRATORE"_s);
+        const QString prints = u"SELECT COUNT(*) FROM STAMPE_DOCUMENTI WHERE DOCUMENTO = 'FATT_ACC'"_s;
+        for (const int copies : {1, 2}) {
+            StampaFatturaAccompagnatoria(invoice, {}, TKxReportDestination::Anteprima);
+            QCOMPARE(printed().size(), copies);
+            QCOMPARE(lines(prints), QStringList(QString::number(copies - 1)));
+            QCOMPARE(QDir(path(u"archivio"_s)).isEmpty(), copies == 1);
+            SetKxCurrentUserName(u"AMMINISTRATORE"_s);
+        }
+        // What becomes of an invoice makes it no other one. In the notes of former versions it did.
+        const auto hint = [&] {
+            invoiceForm->openRecord(invoice);
+            return test::shown(invoiceForm, u"lblStampato"_s).section(u", "_s, 1);
+        };
+        const auto change = [&](const QString &values) { database().execute(u"UPDATE FATT_ACC SET "_s + values); };
+        change(u"PAGATO = 'True', NOTIFICATO = 'True', FC_GENERA_OGNI = 2"_s);
+        QCOMPARE(hint(), QString());
+        database().execute(u"UPDATE STAMPE_DOCUMENTI SET IMPRONTA_DATI = '%1'"_s.arg(
+            improntaAttuale(fatturaAccompagnatoria(), invoice).diUnTempo));
+        QCOMPARE(hint(), QString());
+        change(u"PAGATO = 'False'"_s);
+        QCOMPARE(hint(), u"modificato dopo"_s);
     }
 
 private:
