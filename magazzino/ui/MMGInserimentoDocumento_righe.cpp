@@ -95,9 +95,10 @@ void TMMGInserimentoDocumento::writeDetails()
     rewriteRows(kind_, head(), grid_->rowsModel().rows(), rates_, *details());
 }
 
-// Only a document that was printed is worth being read again.
+// Only a document that was printed is worth being read again, with the print: others may have printed it meanwhile, and
+// one that was written anew under another key never was.
 void TMMGInserimentoDocumento::recordSaved()
 {
     if (printed_)
-        showPrinted(improntaAttuale(kind_, IdRecord()));
+        readPrinted();
 }

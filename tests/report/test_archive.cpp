@@ -150,6 +150,10 @@ private Q_SLOTS:
         test::typeOver(test::control<QWidget>(form, u"txtNote"_s), u"Cambiata"_s);
         test::trigger(form, u"actSalva"_s);
         QCOMPARE(test::shown(form, u"lblStampato"_s), printed + u", modificato dopo"_s);
+        // What was saved is saved, even though the hint cannot be read.
+        test::typeOver(test::control<QWidget>(form, u"txtNote"_s), u"Cambiata di nuovo"_s);
+        test::refusing(connection(), aboutPrints, [&] { test::trigger(form, u"actSalva"_s); });
+        QVERIFY(!form->Modified() && test::shown(form, u"lblStampato"_s).isEmpty());
         form->openRecord(note);
         QCOMPARE(test::shown(form, u"lblStampato"_s), printed + u", modificato dopo"_s);
         test::trigger(form, u"actStampa"_s);
