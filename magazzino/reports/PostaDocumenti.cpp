@@ -15,6 +15,7 @@
 
 #include <QDir>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -22,17 +23,31 @@ namespace {
 
 constexpr int keptDays = 7;
 
-// Of this account alone, as all that the program makes.
-QDir attachments()
+// Files there are of former versions, which had no folder for each message.
+void removeOld(const QDir &attachments)
 {
-    QDir folder(QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + u"/posta"_s);
-    if (!folder.mkpath(u"."_s))
-        throw core::Error(core::tr("La cartella \"%1\" non si può creare.").arg(folder.path()));
-    for (const QFileInfo &file : folder.entryInfoList(QDir::Files)) {
-        if (file.lastModified().daysTo(core::now()) > keptDays)
-            QFile::remove(file.filePath());
+    for (const QFileInfo &entry : attachments.entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (entry.lastModified().daysTo(core::now()) <= keptDays)
+            continue;
+        if (entry.isDir())
+            QDir(entry.filePath()).removeRecursively();
+        else
+            QFile::remove(entry.filePath());
     }
-    return folder;
+}
+
+// For one message: a mail program still reads the attachment of the last one when the same document is sent again. Of
+// this account alone, as all that the program makes.
+QDir newFolder()
+{
+    const QDir attachments(QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + u"/posta"_s);
+    if (attachments.mkpath(u"."_s))
+        removeOld(attachments);
+    QTemporaryDir folder(attachments.filePath(u"XXXXXX"_s));
+    if (!folder.isValid())
+        throw core::Error(core::tr("La cartella \"%1\" non si può creare.").arg(attachments.path()));
+    folder.setAutoRemove(false);
+    return QDir(folder.path());
 }
 
 bool isSupplier(const data::DataSet &document)
@@ -51,7 +66,7 @@ QString addressOf(const DocumentKind &kind, const data::DataSet &document)
 
 ui::Mail messaggioDi(const DocumentKind &kind, int id)
 {
-    const QDir folder = attachments();
+    const QDir folder = newFolder();
     // It reads the document; its queries stay open.
     const QString made = folder.filePath(u"%1-%2.pdf"_s.arg(kind.dataName).arg(id));
     StampaDocumento(kind, id, made, TKxReportDestination::FilePDF);
@@ -62,7 +77,6 @@ ui::Mail messaggioDi(const DocumentKind &kind, int id)
     const int number = document.integer(u"NUMERO"_s);
     const QDate date = document.date(u"DATA"_s);
     const QString file = folder.filePath(report::fileNameOf(NomePDF(kind.name, number, date)) + u".pdf"_s);
-    QFile::remove(file);
     if (!QFile::rename(made, file))
         throw core::Error(core::tr("Il file \"%1\" non si può scrivere.").arg(file));
     const data::DataSet &company = queries.query(u"adsAzienda"_s);

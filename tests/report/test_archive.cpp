@@ -7,6 +7,8 @@
 #include "tests/report/Prints.h"
 #include "tests/support/Fixtures.h"
 
+#include <filesystem>
+
 /// What becomes of a document besides its pages: the firm's logo, copies, archive, mail.
 class TestArchive : public test::AtWorkplace
 {
@@ -247,12 +249,23 @@ private Q_SLOTS:
         auto *form = openEntry(u"actInserimentoDdTScarico"_s);
         form->openRecord(note);
         test::settle();
-        place().messages.expectPart(u"Informazioni"_s, u"D.d.T. di scarico 12-2026.pdf"_s, core::Answer::Ok);
-        test::trigger(form, u"actInviaPosta"_s);
+        const auto send = [&] {
+            place().messages.expectPart(u"Informazioni"_s, u"D.d.T. di scarico 12-2026.pdf"_s, core::Answer::Ok);
+            test::trigger(form, u"actInviaPosta"_s);
+            return sent.attachment;
+        };
+        const QString first = send();
         QCOMPARE(sent.to, u"posta@cliente.example"_s);
         QCOMPARE(sent.subject, u"D.d.T. di scarico n. 12 del 16/03/2026"_s);
         QCOMPARE(sent.text, u"Ecco D.d.T. di scarico 12 per Officine D'Amico & Figli"_s);
         QVERIFY(test::pdfText(sent.attachment).contains(u"ART-001"_s));
+        // The mail program may still read it when the next message is made; after a week it is gone.
+        const QString second = send();
+        QVERIFY(second != first && QFile::exists(first));
+        const std::filesystem::path old = QFileInfo(first).path().toStdString();
+        last_write_time(old, last_write_time(old) - std::chrono::hours(24 * 9000));
+        send();
+        QVERIFY(!QFile::exists(first) && QFile::exists(second));
         // Without the right to see invoices there is neither mail nor archive of them, nor more than one copy.
         QDir().mkpath(path(u"archivio"_s));
         for (const auto &[option, value] :
