@@ -103,11 +103,6 @@ std::optional<QString> failureOf(const std::function<void()> &work)
 
 } // namespace
 
-bool puoVedere(const DocumentKind &kind)
-{
-    return kind.viewRight.isEmpty() || UserHasAbilitazione(kind.viewRight, GetKxCurrentUserName(), ModuleConnection());
-}
-
 QStringList copieDi(const DocumentKind &kind)
 {
     const int copies = std::clamp(ValoreOpzione(host::copiesOption(kind.table)).toInt(), 1, 9);

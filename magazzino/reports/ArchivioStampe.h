@@ -14,9 +14,6 @@ struct DocumentoStampato
     ImprontaDocumento impronta;
 };
 
-/// May the current user see stored documents of the kind? Others get one copy and leave nothing in the archive.
-bool puoVedere(const DocumentKind &kind);
-
 /// The labels of the copies that are printed of a kind of document, empty texts for copies without one; none for a
 /// single copy.
 QStringList copieDi(const DocumentKind &kind);

@@ -2,7 +2,7 @@
 
 #include "host/DocumentOptions.h"
 #include "magazzino/MMGUtils.h"
-#include "magazzino/documents/StampeDocumenti.h"
+#include "magazzino/documents/Diritti.h"
 #include "magazzino/reports/ArchivioStampe.h"
 #include "magazzino/reports/RilieviStampa.h"
 #include "magazzino/reports/TotaliFattura.h"

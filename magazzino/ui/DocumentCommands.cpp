@@ -3,7 +3,7 @@
 #include "host/Corvane3Impl.h"
 #include "host/users/Users.h"
 #include "magazzino/MMGUtils.h"
-#include "magazzino/reports/ArchivioStampe.h"
+#include "magazzino/documents/Diritti.h"
 #include "magazzino/reports/MMGStampe.h"
 #include "magazzino/reports/PostaDocumenti.h"
 #include "magazzino/uMMGModMagazzino.h"
@@ -13,11 +13,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-bool holdsRight(const QString &right)
-{
-    return right.isEmpty() || UserHasAbilitazione(right, GetKxCurrentUserName(), ModuleConnection());
-}
 
 void savePdf(const DocumentKind &kind, QWidget *form, const DocumentHead &document)
 {
@@ -84,12 +79,12 @@ QList<ui::Command> printCommands(const DocumentKind &kind, QWidget *form,
 
 bool mayEdit(const DocumentKind &kind)
 {
-    return holdsRight(kind.editRight);
+    return haDiritto(kind.editRight);
 }
 
 bool deleteDocument(const DocumentKind &kind, QWidget *owner, int id)
 {
-    if (!holdsRight(kind.deleteRight)) {
+    if (!haDiritto(kind.deleteRight)) {
         host::refuseForRights(owner);
         return false;
     }

@@ -1,6 +1,7 @@
 // How the rows of a document's form are added and changed.
+#include "host/Corvane3Impl.h"
+#include "magazzino/documents/Diritti.h"
 #include "magazzino/documents/RigheAppunti.h"
-#include "magazzino/reports/ArchivioStampe.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/EntryLine.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"

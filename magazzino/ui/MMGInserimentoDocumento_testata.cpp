@@ -1,8 +1,8 @@
 // How the header of a document's form is filled by the keyboard.
 #include "host/Corvane3Impl.h"
 #include "host/users/Users.h"
+#include "magazzino/documents/Diritti.h"
 #include "magazzino/documents/Proposte.h"
-#include "magazzino/reports/ArchivioStampe.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "magazzino/ui/StockLine.h"
 #include "platform/core/Translation.h"
