@@ -31,7 +31,10 @@ void DocumentEntryLine::codeEdited()
 {
     forgetRow();
     showHint({});
-    if (!reader_)
+    // What was looked for in the list is typed over: from here on it is a scan.
+    if (reader_)
+        hideList();
+    else
         showOffers();
 }
 

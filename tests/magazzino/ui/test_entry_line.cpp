@@ -275,6 +275,11 @@ private Q_SLOTS:
         QCOMPARE(quantities(note), QStringList({u"6,00"_s, u"1,00"_s}));
         QCOMPARE(beeps_, 2);
         QVERIFY(isRed(note) && list(note)->isHidden());
+        // Also what is scanned over a list that was asked for.
+        press(Qt::Key_Down);
+        QVERIFY(list(note)->isVisible());
+        type(u"sma-0750\n"_s);
+        QCOMPARE(quantities(note), QStringList({u"7,00"_s, u"1,00"_s}));
         press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
         // By hand it is offered, and the quantity counts the pieces.
         type(u"1234567"_s);
