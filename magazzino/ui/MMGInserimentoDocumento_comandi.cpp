@@ -17,6 +17,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+const QString readerSwitch = u"chkLettore"_s;
+
+} // namespace
+
 void TMMGInserimentoDocumento::createEntryLine(QWidget *page)
 {
     const auto chooseArticle = [] {
@@ -39,20 +45,23 @@ QWidget *TMMGInserimentoDocumento::createReaderSwitch(QWidget *page)
     const QString kind = u"interruttori"_s;
     const QString name = u"lettore"_s;
     const QString isOn = u"acceso"_s;
-    auto *reader = ui::named(u"chkLettore"_s, new QCheckBox(core::tr("Lettore"), page));
+    auto *reader = ui::named(readerSwitch, new QCheckBox(core::tr("Lettore"), page));
     reader->setToolTip(core::tr(
         "Ciò che si scrive nel codice della riga nuova vale come letto da un lettore: Invio lo aggiunge subito"));
     // The place in the line stays, and Tab goes where it went.
     reader->setFocusPolicy(Qt::NoFocus);
     reader->setChecked(ui::remembered(kind, name).value(isOn).toBool());
     entry_->setReader(reader->isChecked());
-    connect(reader, &QCheckBox::toggled, this, [this, kind, name, isOn](bool on) {
-        entry_->setReader(on);
+    connect(reader, &QCheckBox::toggled, this, [this](bool on) { entry_->setReader(on); });
+    connect(reader, &QCheckBox::clicked, this, [this, kind, name, isOn](bool on) {
+        // One switch for all documents that are open.
+        for (QCheckBox *other : GetMainForm()->findChildren<QCheckBox *>(readerSwitch))
+            other->setChecked(on);
         core::guarded(this, [&] { ui::remember(kind, name, {{isOn, on}}); });
     });
     addCommand({.name = u"actLettore"_s,
                 .caption = core::tr("Lettore"),
-                .run = [reader] { reader->toggle(); },
+                .run = [reader] { reader->click(); },
                 .icon = ui::Icon::Check,
                 .shortcut = QKeySequence(u"Ctrl+Shift+L"_s)});
     return reader;

@@ -266,11 +266,13 @@ private Q_SLOTS:
     void switchMakesEverythingAScan()
     {
         addBarcodes();
+        const test::Document receipt = open(test::receipt());
         const test::Document note = open(test::deliveryNote());
         type(u"0000123456\n"_s);
         QCOMPARE(beeps_, 1);
         press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
-        QVERIFY(note.control<QCheckBox>(u"chkLettore"_s)->isChecked());
+        for (const test::Document *document : {&note, &receipt})
+            QVERIFY(document->control<QCheckBox>(u"chkLettore"_s)->isChecked());
         type(u"012345678905\ntra-0018\ntra-00\n"_s);
         QCOMPARE(quantities(note), QStringList({u"6,00"_s, u"1,00"_s}));
         QCOMPARE(beeps_, 2);
