@@ -192,6 +192,17 @@ Qt::ItemFlags DocumentRowsModel::flags(const QModelIndex &index) const
     return columns_[index.column()].editable.testFlag(rows_[index.row()].type()) ? base | Qt::ItemIsEditable : base;
 }
 
+QString DocumentRowsModel::typedNumber(double value)
+{
+    constexpr int mostPlaces = 6;
+    QString text = core::plainNumber(value, mostPlaces);
+    while (text.endsWith(u'0'))
+        text.chop(1);
+    if (text.endsWith(u','))
+        text.chop(1);
+    return text;
+}
+
 // Cells hold two decimals, so that what is summed is what will be stored.
 CellRefusal DocumentRowsModel::tryNumber(DocumentRow &row, const RowColumn &column, const QString &text) const
 {

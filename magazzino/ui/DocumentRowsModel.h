@@ -47,6 +47,9 @@ public:
     /// Reads what is typed for a number of `row`, a row of the document or one to be; `row` stays as it is when the
     /// number is refused.
     CellRefusal tryNumber(DocumentRow &row, const RowColumn &column, const QString &text) const;
+    /// `value` as one types it, with as many of six decimals as it has: a number with more than a cell takes is refused
+    /// there instead of being rounded unseen.
+    static QString typedNumber(double value);
     /// Lets `change` work on all rows and shows the result.
     void updateRows(const std::function<void(QList<DocumentRow> &)> &change);
 

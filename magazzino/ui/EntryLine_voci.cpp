@@ -63,7 +63,7 @@ bool DocumentEntryLine::find(Typed &typed)
     const auto quantity = core::readNumber(typed.quantity.isEmpty() ? u"1"_s : typed.quantity);
     // What is no number is refused as it was typed.
     if (found.pezzi != 1 && quantity)
-        typed.quantity = core::plainNumber(quantity->value * found.pezzi);
+        typed.quantity = DocumentRowsModel::typedNumber(quantity->value * found.pezzi);
     return true;
 }
 

@@ -13,17 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString typedNumber(double value)
-{
-    constexpr int mostPlaces = 6;
-    QString text = QString::number(value, 'f', mostPlaces);
-    while (text.endsWith(u'0'))
-        text.chop(1);
-    if (text.endsWith(u'.'))
-        text.chop(1);
-    return text.replace(u'.', u',');
-}
-
 /// Makes the rows of one document.
 class Finder
 {
@@ -108,7 +97,7 @@ private:
         const int column = model_.indexOf(member);
         if (!number || column < 0)
             return true;
-        refusal = model_.tryNumber(row, model_.columns()[column], typedNumber(*number)).text;
+        refusal = model_.tryNumber(row, model_.columns()[column], DocumentRowsModel::typedNumber(*number)).text;
         return refusal.isEmpty();
     }
 

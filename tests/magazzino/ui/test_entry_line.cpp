@@ -288,7 +288,9 @@ private Q_SLOTS:
         QCOMPARE(test::columnTexts(list(note), u"Codice"_s), QStringList(u"SMA-0750"_s));
         press(Qt::Key_Escape);
         type(u"2*012345678905\n\n"_s);
-        QCOMPARE(quantities(note), QStringList({u"6,00"_s, u"1,00"_s, u"12,00"_s}));
+        QCOMPARE(quantities(note), QStringList({u"7,00"_s, u"1,00"_s, u"12,00"_s}));
+        type(u"0,333*012345678905\n\n"_s);
+        QCOMPARE(note.shown(u"lblRigaDescrizione"_s), u"\"1,998\" ha più di due decimali."_s);
     }
 
     void scanIntoANumberIsAScan()
