@@ -44,6 +44,10 @@ private Q_SLOTS:
                 });
             }));
             reading->start();
+            const auto ended = qScopeGuard([&] {
+                progress.cancel();
+                reading->wait();
+            });
             QTest::qWait(500);
             QVERIFY(reading->isRunning());
             progress.cancel();
