@@ -166,6 +166,11 @@ void Look::drawPrimitive(PrimitiveElement element, const QStyleOption *option, Q
                          const QWidget *widget) const
 {
     const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
+    const auto *row = qstyleoption_cast<const QStyleOptionViewItem *>(option);
+    // Fusion mixes the colours of its frames before it sees that nothing is to be drawn, here behind each cell of a list.
+    if (element == PE_PanelItemViewRow && row && !row->features.testFlag(QStyleOptionViewItem::Alternate) &&
+        !row->state.testFlag(State_Selected))
+        return;
     if (element == PE_FrameLineEdit && !option->rect.isEmpty()) {
         painter->drawPixmap(option->rect.topLeft(), inputFrame(*option, painter->device()->devicePixelRatioF()));
     } else if (element == PE_PanelButtonCommand && button) {

@@ -52,9 +52,15 @@ Q_SIGNALS:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    void paintGround(const QRect &area);
+    void paintLines(const QRect &area);
+    QRect cells() const;
+    int lastRowIn(const QRect &area) const;
+
     RowsModel *model_;
     ColumnLayout *layout_ = nullptr;
     ListExport *export_;
