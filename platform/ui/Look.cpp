@@ -167,7 +167,7 @@ void Look::drawPrimitive(PrimitiveElement element, const QStyleOption *option, Q
 {
     const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
     const auto *row = qstyleoption_cast<const QStyleOptionViewItem *>(option);
-    // Fusion mixes the colours of its frames before it sees that nothing is to be drawn, here behind each cell of a list.
+    // Behind each cell of a list: Fusion mixes the colours of its frames before it sees that nothing is to be drawn.
     if (element == PE_PanelItemViewRow && row && !row->features.testFlag(QStyleOptionViewItem::Alternate) &&
         !row->state.testFlag(State_Selected))
         return;
