@@ -78,7 +78,7 @@ void DatabasePlace::createServer()
     port_ = ui::named(u"txtPorta"_s, new ui::IntegerEdit(serverBox_));
     port_->setRange(1, 65535);
     port_->setValue(firebirdPort);
-    port_->setMaximumWidth(80);
+    port_->setMaximumWidth(std::max(80, port_->sizeHint().width()));
     serverFile_ = edit(u"txtFileServer"_s);
     serverFile_->setPlaceholderText(core::tr("come lo vede il server, per esempio /srv/firebird/azienda.fdb"));
     user_ = edit(u"txtUtenteServer"_s, u"SYSDBA"_s);

@@ -87,7 +87,7 @@ private:
         port_ = ui::named(u"txtPorta"_s, new ui::IntegerEdit(this));
         port_->setRange(1, 65535);
         port_->setValue(firebirdPort);
-        port_->setMaximumWidth(80);
+        port_->setMaximumWidth(std::max(80, port_->sizeHint().width()));
         addRow(core::tr("Porta"), port_);
     }
 

@@ -5,6 +5,7 @@
 #include "platform/core/Translation.h"
 #include "platform/data/Connection.h"
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/Letters.h"
 #include "platform/ui/ProgressDialog.h"
 
 #include <QSplitter>
@@ -61,8 +62,8 @@ ImportDialog::ImportDialog(data::Connection &connection, QWidget *owner)
     halves->setStretchFactor(1, 1);
     layout->addWidget(halves, 1);
     layout->addWidget(createButtons());
-    setMinimumSize(780, 480);
-    resize(980, 640);
+    setMinimumSize(ui::forLetters(QSize(780, 480), *this));
+    resize(ui::forLetters(QSize(980, 640), *this));
     targetChosen();
 }
 

@@ -2,6 +2,7 @@
 #include "platform/core/Lists.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Translation.h"
+#include "platform/ui/Letters.h"
 #include "platform/ui/LineEdit.h"
 
 #include <QGroupBox>
@@ -92,7 +93,7 @@ QWidget *ImportDialog::createMappingPart()
     area->setFrameShape(QFrame::NoFrame);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     QGroupBox *group = grouped(core::tr("Campo e colonna del file"), area);
-    group->setMinimumWidth(300);
+    group->setMinimumWidth(ui::forLetters(300, *group));
     return group;
 }
 

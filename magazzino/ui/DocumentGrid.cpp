@@ -1,5 +1,6 @@
 #include "magazzino/ui/DocumentGrid.h"
 
+#include "platform/ui/Letters.h"
 #include "platform/ui/LineEdit.h"
 
 #include <QHeaderView>
@@ -300,7 +301,8 @@ void DocumentGrid::fitColumns()
             rest = i;
             continue;
         }
-        int width = columns[i].percent ? qRound(usable * columns[i].width / 100.0) : columns[i].width;
+        int width =
+            columns[i].percent ? qRound(usable * columns[i].width / 100.0) : ui::forLetters(columns[i].width, *this);
         if (columns[i].isNumber())
             width = std::max(width, widthOfNumbers(i));
         setColumnWidth(i, width);

@@ -4,6 +4,7 @@
 #include "platform/core/Messages.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/Filters.h"
+#include "platform/ui/Letters.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -90,7 +91,7 @@ TMMGModSelezionaBase::TMMGModSelezionaBase(const SelectionSpec &spec, QWidget *o
     list_ = new ui::ListPanel(withFixedText(spec.list), ModuleConnection(), commands, this);
     connect(&list_->grid(), &ui::ResultGrid::chosen, this, &QDialog::accept);
     createButtons();
-    setFixedSize(dialogWidth(), 480);
+    setFixedSize(ui::forLetters(QSize(dialogWidth(), 480), *this));
     CreaGrigliaVuota();
     Ripristina();
 }

@@ -3,6 +3,7 @@
 #include "platform/core/Lists.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Translation.h"
+#include "platform/ui/Letters.h"
 #include "platform/ui/RowsModel.h"
 
 #include <QAction>
@@ -62,7 +63,7 @@ QList<int> ColumnLayout::wantedWidths(int available) const
     qsizetype rest = -1;
     for (const ListColumn &column : model_->columns()) {
         const bool isPercent = column.widthKind == ListColumn::Width::Percent;
-        const int declared = isPercent ? qRound(available * column.width / 100.0) : column.width;
+        const int declared = isPercent ? qRound(available * column.width / 100.0) : forLetters(column.width, *grid_);
         if (column.widthKind == ListColumn::Width::Rest)
             rest = widths.size();
         widths.append(column.widthKind == ListColumn::Width::Rest ? 0 : given_.value(column.field, declared));

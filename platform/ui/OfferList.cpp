@@ -1,5 +1,6 @@
 #include "platform/ui/OfferList.h"
 
+#include "platform/ui/Letters.h"
 #include <QHeaderView>
 #include <QScreen>
 
@@ -41,7 +42,7 @@ OfferList::OfferList(const QList<OfferColumn> &columns, int width, QWidget *pare
         setHorizontalHeaderItem(position, header);
         horizontalHeader()->setSectionResizeMode(position, column.width ? QHeaderView::Fixed : QHeaderView::Stretch);
         if (column.width)
-            setColumnWidth(position, column.width);
+            setColumnWidth(position, forLetters(column.width, *this));
     }
     connect(this, &QTableWidget::cellClicked, this, &OfferList::picked);
 }
@@ -75,7 +76,8 @@ void OfferList::showAt(const QWidget &field)
     const int height = header + rows * verticalHeader()->defaultSectionSize() + 2 * frameWidth();
     const QRect room = field.screen()->availableGeometry();
     const QPoint above = field.mapToGlobal(QPoint());
-    QRect place(field.mapToGlobal(QPoint(0, field.height())), QSize(std::min(listWidth_, room.width()), height));
+    QRect place(field.mapToGlobal(QPoint(0, field.height())),
+                QSize(std::min(forLetters(listWidth_, *this), room.width()), height));
     // On the side with more room, and never beyond the screen's edge.
     if (place.bottom() > room.bottom() && above.y() - room.top() > room.bottom() - place.top())
         place.setTop(std::max(room.top(), above.y() - height));

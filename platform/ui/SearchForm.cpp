@@ -2,6 +2,7 @@
 
 #include "platform/core/Translation.h"
 #include "platform/ui/EntryForm.h"
+#include "platform/ui/Letters.h"
 #include "platform/ui/ListExport.h"
 
 #include <QLineEdit>
@@ -27,7 +28,7 @@ SearchForm::SearchForm(const SearchSpec &spec, data::Connection &connection, QWi
     connect(&grid(), &ResultGrid::chosen, command(u"actModifica"_s), &QAction::trigger);
     grid().allowSorting();
     setMinimumSize(700, 360);
-    setOpeningSize(openingSize(spec));
+    setOpeningSize(forLetters(openingSize(spec), *this));
 }
 
 // Where every column has a width, the list opens so that they get just those.

@@ -144,6 +144,14 @@ private Q_SLOTS:
         }
         for (const QString &action : {u"actInserimentoArticoli"_s, u"actInserimentoClienti"_s, u"actAzienda"_s})
             QCOMPARE(action + cutTexts(*place().commands().openForm(action)).join(u'|'), action);
+        // Columns of a declared width grow with the letters.
+        test::insertInto(database(), u"DDT_SCARICO"_s,
+                         {{u"NUMERO"_s, 1}, {u"ANNO"_s, 2026}, {u"DATA"_s, QDate(2026, 10, 28)}});
+        const ui::SearchForm *list = openList(u"actRicercaDdTScarico"_s);
+        test::press(list, u"cmdCerca"_s);
+        const QTableView *grid = gridOf(*list);
+        const int date = test::columnOf(grid, u"Data"_s);
+        QVERIFY(grid->columnWidth(date) > grid->fontMetrics().horizontalAdvance(test::cellText(grid, 0, u"Data"_s)));
     }
 
     void saveIsToldUntilTheNextChange()
