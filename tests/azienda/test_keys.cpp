@@ -104,7 +104,7 @@ private Q_SLOTS:
     {
         for (const int number : {1, 2, 3})
             test::insertInto(database(), u"DDT_SCARICO"_s,
-                             {{u"NUMERO"_s, number}, {u"ANNO"_s, 2026}, {u"CLI_RAGIONESOCIALE"_s, u"Rossi"_s}});
+                             u"NUMERO=%1|ANNO=2026|CLI_RAGIONESOCIALE=Rossi"_s.arg(number));
         const test::Document note(place(), test::deliveryNote());
         const auto page = [&note] { return note.control<QTabWidget>(u"pages"_s)->currentIndex(); };
         for (const int wanted : {1, 2, 0, 1}) {

@@ -8,16 +8,10 @@ namespace {
 
 using Make = std::function<void(data::Connection &)>;
 
-QStringList linesIn(const data::DatabaseAddress &address, const QString &query)
-{
-    return test::linesOf(*test::connectTo(address), query);
-}
-
 void defineTables(data::Connection &connection, qsizetype count)
 {
     for (const host::Table &table : host::baseTables().first(count)) {
-        const QStringList statements = host::definitions(table);
-        for (const QString &statement : statements)
+        for (const QString &statement : host::definitions(table))
             connection.execute(statement);
     }
 }
@@ -34,7 +28,7 @@ class TestLeftovers : public QObject
 private Q_SLOTS:
     void onlyWhatHoldsNothingIsReplaced_data()
     {
-        test::columns<Make, bool>("make", "replaced");
+        test::columns<Make, bool>();
         const auto row = [](const char *name, bool replaced, const Make &make) {
             QTest::newRow(name) << make << replaced;
         };
@@ -71,7 +65,7 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(test::TestDatabase(test::Content::Empty).address().file, address.file));
         make(*test::connectTo(address));
         const QString tables = u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$SYSTEM_FLAG = 0"_s;
-        const QStringList before = linesIn(address, tables);
+        const QStringList before = test::linesOf(address, tables);
         QCOMPARE(host::isUnfinished(address), replaced);
         QCOMPARE(host::databaseProblem(address).contains(u"va creato di nuovo"_s), replaced);
         if (replaced) {
@@ -79,7 +73,7 @@ private Q_SLOTS:
             QCOMPARE(host::databaseProblem(address), QString());
         } else {
             QVERIFY_EXCEPTION_THROWN(host::createHostDatabase(address, false), data::DatabaseError);
-            QCOMPARE(linesIn(address, tables), before);
+            QCOMPARE(test::linesOf(address, tables), before);
         }
         QCOMPARE(test::filesIn(folder.path()), QStringList(u"ditta.fdb"_s));
     }
@@ -96,46 +90,41 @@ private Q_SLOTS:
             });
         };
         QVERIFY_EXCEPTION_THROWN(host::createFilledDatabase(address, other), data::DatabaseError);
-        QCOMPARE(linesIn(address, u"SELECT UM FROM UM"_s), QStringList(u"PZ"_s));
+        QCOMPARE(test::linesOf(address, u"SELECT UM FROM UM"_s), QStringList(u"PZ"_s));
         QCOMPARE(test::filesIn(folder.path()), QStringList(u"ditta.fdb"_s));
     }
 
     void demonstrationReplacesAfterAQuestion_data()
     {
         const QByteArray bytes = test::contentOf(test::TestDatabase(test::Content::Empty).address().file);
-        test::columns<QByteArray, QString, bool>("content", "problem", "kept");
         const QString unreadable = u"non è un database oppure è danneggiato"_s;
-        QTest::newRow("no bytes") << QByteArray("") << unreadable << false;
-        QTest::newRow("empty database") << bytes << u"va creato di nuovo"_s << false;
-        QTest::newRow("cut in its first moments") << bytes.left(20000) << unreadable << true;
-        QTest::newRow("first page not written") << QByteArray(8192, '\0') + bytes.mid(8192) << unreadable << true;
+        test::table<QByteArray, QString, bool>(
+            {{"no bytes", QByteArray(""), unreadable, false},
+             {"empty database", bytes, u"va creato di nuovo"_s, false},
+             {"cut in its first moments", bytes.left(20000), unreadable, true},
+             {"first page not written", QByteArray(8192, '\0') + bytes.mid(8192), unreadable, true}});
     }
 
     void demonstrationReplacesAfterAQuestion()
     {
-        QFETCH(QByteArray, content);
-        QFETCH(QString, problem);
-        QFETCH(bool, kept);
+        const auto [content, problem, kept] = test::row<QByteArray, QString, bool>();
         const QTemporaryDir folder;
         const data::DatabaseAddress address = test::fileAddress(folder.filePath(u"corvane.fdb"_s));
         core::saveFile(address.file, content);
         test::ScriptedMessages messages;
         test::ScriptedDialogs dialogs;
-        const auto press = [&dialogs](const QString &button) {
-            dialogs.expect([button](QDialog &dialog) { test::press(&dialog, button); });
-        };
-        messages.expectPart(u"Errore"_s, problem, core::Answer::Ok);
+        messages.expectPart(u"Errore"_s, problem);
         for (const core::Answer answer : {core::Answer::No, core::Answer::Yes}) {
-            press(u"cmdDemo"_s);
+            dialogs.expect(test::pressing(u"cmdDemo"_s));
             messages.expectPart(u"Conferma"_s, u"si era interrotta"_s, answer);
             messages.whileShown([&] { QVERIFY(test::contentOf(address.file).size() == content.size()); });
         }
-        press(u"cmdAnnulla"_s); // of the login
+        dialogs.expect(test::pressing(u"cmdAnnulla"_s)); // of the login
         dialogs.expect([](QDialog &dialog) { dialog.reject(); });
         host::runSessions({}, folder.path());
         QCOMPARE((messages.verify() + dialogs.verify()).join(u"; "_s), QString());
         QCOMPARE(host::databaseProblem(address), QString());
-        QCOMPARE(linesIn(address, u"SELECT FIRST 1 'clienti' FROM CLIENTI"_s), QStringList(u"clienti"_s));
+        QCOMPARE(test::linesOf(address, u"SELECT FIRST 1 'clienti' FROM CLIENTI"_s), QStringList(u"clienti"_s));
         const QStringList old = QDir(folder.path()).entryList({u"corvane.incompleto-*.fdb"_s});
         QCOMPARE(old.size(), kept ? 1 : 0);
         if (kept)
@@ -150,7 +139,7 @@ private Q_SLOTS:
         if (!qEnvironmentVariableIsSet("MAGAZZINO_EVIDENCE") || files.isEmpty())
             QSKIP("MAGAZZINO_EVIDENCE names no folder with databases (*.fdb.gz) that faults have left.");
         const test::TestDatabase whole(test::Content::ModuleSchema);
-        const QStringList schema = linesIn(whole.address(), test::schemaQuery());
+        const QStringList schema = test::linesOf(whole.address(), test::schemaQuery());
         for (const QString &file : files) {
             const QTemporaryDir home;
             const data::DatabaseAddress address = test::fileAddress(home.filePath(u"ditta.fdb"_s));
@@ -163,7 +152,7 @@ private Q_SLOTS:
             test::Program program(home.path(), QStringList{u"--database"_s, address.file, u"--upgrade"_s} +
                                                    (unfinished ? QStringList(u"--empty"_s) : QStringList()));
             QVERIFY2(program.exitCode() == 0, program.told().constData());
-            QCOMPARE(linesIn(address, test::schemaQuery()), schema);
+            QCOMPARE(test::linesOf(address, test::schemaQuery()), schema);
         }
     }
 };

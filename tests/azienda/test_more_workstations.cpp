@@ -28,8 +28,7 @@ public:
         qputenv("PATH", QFile::encodeName(folder_.path()) + ':' + path_);
     }
     ~DamagedAfterRestore() { qputenv("PATH", path_); }
-    DamagedAfterRestore(const DamagedAfterRestore &) = delete;
-    DamagedAfterRestore &operator=(const DamagedAfterRestore &) = delete;
+    Q_DISABLE_COPY(DamagedAfterRestore)
 
 private:
     QTemporaryDir folder_;
@@ -46,8 +45,7 @@ public:
         ui::setSaveFileChooser([file](QWidget *, const ui::SaveFileRequest &) { return file; });
     }
     ~MovingHere() { ui::setSaveFileChooser({}); }
-    MovingHere(const MovingHere &) = delete;
-    MovingHere &operator=(const MovingHere &) = delete;
+    Q_DISABLE_COPY(MovingHere)
 
     const QString &file() const { return file_; }
 
@@ -96,15 +94,15 @@ private Q_SLOTS:
                 QVERIFY(advice->height() >= advice->heightForWidth(advice->width()));
                 test::retype(&dialog, u"txtFileServer"_s, server.folder() + u"/azienda.fdb"_s);
                 written = test::control<QLineEdit>(&dialog, u"txtPasswordServer"_s)->text();
-                place().messages.expectPart(u"Attenzione"_s, u"la password di SYSDBA"_s, core::Answer::Ok);
+                place().messages.expectPart(u"Attenzione"_s, u"la password di SYSDBA"_s);
                 test::press(&dialog, u"cmdOk"_s);
                 for (const QString &password : {u"sbagliata"_s, administrator.password}) {
                     if (password != administrator.password)
-                        place().messages.expectPart(u"Errore"_s, u"ha rifiutato la password"_s, core::Answer::Ok);
+                        place().messages.expectPart(u"Errore"_s, u"ha rifiutato la password"_s);
                     test::retype(&dialog, u"txtPasswordAmministratore"_s, password);
                     test::press(&dialog, u"cmdOk"_s);
                 }
-                place().messages.expectPart(u"Informazioni"_s, u"fatta e verificata"_s, core::Answer::Ok);
+                place().messages.expectPart(u"Informazioni"_s, u"fatta e verificata"_s);
             });
             place().dialogs.expect(test::waiting());
             test::trigger(&file, u"actPiuPostazioni"_s);
@@ -132,7 +130,7 @@ private Q_SLOTS:
             dialogs.expect(test::waiting());
             return host::finishMove(nullptr, moved_.restoreFrom, from, to);
         };
-        messages.expectPart(u"Informazioni"_s, u"verificato, tabella per tabella"_s, core::Answer::Ok);
+        messages.expectPart(u"Informazioni"_s, u"verificato, tabella per tabella"_s);
         QVERIFY(move(here, moved_.database));
         const auto there = test::connectTo(moved_.database);
         QCOMPARE(test::linesOf(*there, u"SELECT TRIM(MON$OWNER) FROM MON$DATABASE"_s), QStringList(u"CORVANE"_s));
@@ -143,15 +141,15 @@ private Q_SLOTS:
         core::Progress progress;
         host::backupDatabase(moved_.database, moved_.restoreFrom, progress);
         there->execute(u"INSERT INTO UM(UM) VALUES('XX')"_s);
-        messages.expectPart(u"Errore"_s, u"tabelle: UM"_s, core::Answer::Ok);
+        messages.expectPart(u"Errore"_s, u"tabelle: UM"_s);
         QVERIFY(!move(moved_.database, back) && !QFileInfo::exists(back.file));
         host::backupDatabase(moved_.database, moved_.restoreFrom, progress);
         {
             const DamagedAfterRestore damaged(back.file);
-            messages.expectPart(u"Errore"_s, u"non ha superato la verifica"_s, core::Answer::Ok);
+            messages.expectPart(u"Errore"_s, u"non ha superato la verifica"_s);
             QVERIFY(!move(moved_.database, back) && !QFileInfo::exists(back.file));
         }
-        messages.expectPart(u"Informazioni"_s, u"verificato"_s, core::Answer::Ok);
+        messages.expectPart(u"Informazioni"_s, u"verificato"_s);
         QVERIFY(move(moved_.database, back));
         const auto different = [&] { return host::differingTables(moved_.database, back, progress).join(u' '); };
         QCOMPARE(different(), QString());
@@ -189,7 +187,7 @@ private Q_SLOTS:
             place().messages.expectQuestion(test::saveFirst, answer);
             if (answer == core::Answer::Yes) {
                 place().dialogs.expect(test::waiting());
-                place().messages.expectPart(u"Informazioni"_s, u"fatta e verificata"_s, core::Answer::Ok);
+                place().messages.expectPart(u"Informazioni"_s, u"fatta e verificata"_s);
             }
             test::trigger(&file, u"actPiuPostazioni"_s);
         };
@@ -197,10 +195,9 @@ private Q_SLOTS:
         QVERIFY(!place().window().nextDatabase() && !QFileInfo::exists(folder.filePath(u"backup"_s)));
         move(core::Answer::Yes);
         core::Progress progress;
-        host::restoreDatabase(place().window().nextDatabase().value().restoreFrom, test::fileAddress(here.file()),
-                              progress);
-        QCOMPARE(test::linesOf(*test::connectTo(test::fileAddress(here.file())), u"SELECT COUNT(*) FROM DDT_SCARICO"_s),
-                 QStringList(u"1"_s));
+        const data::DatabaseAddress moved = test::fileAddress(here.file());
+        host::restoreDatabase(place().window().nextDatabase().value().restoreFrom, moved, progress);
+        QCOMPARE(test::linesOf(moved, u"SELECT COUNT(*) FROM DDT_SCARICO"_s), QStringList(u"1"_s));
     }
 
     // Refused, the firm stays where it was and the password is not kept. Moved, it is what opens next, whatever becomes
@@ -235,24 +232,24 @@ private Q_SLOTS:
             dialogs.expect(test::waiting());
             dialogs.expect(test::waiting());
             messages.expectPart(u"Conferma"_s, u"Riportarlo su questo computer"_s, core::Answer::Yes);
-            messages.expectPart(u"Informazioni"_s, u"fatta e verificata"_s, core::Answer::Ok);
+            messages.expectPart(u"Informazioni"_s, u"fatta e verificata"_s);
         };
         expectMove();
         messages.whileShown([&] { test::connectTo(firm.database)->execute(u"UPDATE AZIENDA SET CITTA = 'Roma'"_s); });
-        messages.expectPart(u"Errore"_s, u"tabelle: AZIENDA)"_s, core::Answer::Ok);
+        messages.expectPart(u"Errore"_s, u"tabelle: AZIENDA)"_s);
         dialogs.expect(test::loggingIn(firm.password, [](host::MainWindow &window) { window.close(); }));
         host::runSessions({}, folder.path());
         QCOMPARE(memory.last()->toString(), firm.database.toString());
         QVERIFY(!memory.keepsPassword(firm.database) && !QFileInfo::exists(here.file()));
 
         expectMove();
-        messages.expectPart(u"Informazioni"_s, u"è stato spostato"_s, core::Answer::Ok);
+        messages.expectPart(u"Informazioni"_s, u"è stato spostato"_s);
         messages.whileShown([&] {
             test::connectTo(test::fileAddress(here.file()))
                 ->execute(u"UPDATE TABLE_VERSION SET VERSIONE = '9.0.0' WHERE TABELLA = 'CORVANE'"_s);
         });
         for (const QString &button : {u"cmdRiprova"_s, QString()}) {
-            messages.expectPart(u"Errore"_s, u"una versione più recente"_s, core::Answer::Ok);
+            messages.expectPart(u"Errore"_s, u"una versione più recente"_s);
             dialogs.expect([button](QDialog &dialog) {
                 if (button.isEmpty())
                     dialog.reject();

@@ -104,19 +104,19 @@ class TestRegisters : public test::AtWorkplace
 private Q_SLOTS:
     void everyRegisterKeepsWhatWasTyped_data()
     {
-        QTest::addColumn<int>("index");
-        for (int i = 0; i < registers().size(); ++i)
-            QTest::newRow(qPrintable(registers()[i]->name)) << i;
+        QStringList names;
+        for (const ui::RegisterSpec *spec : registers())
+            names.append(spec->name);
+        test::cases(names);
     }
 
     // Of the module's registers as well; the transport reasons alone leave all checks to the database.
     void everyRegisterKeepsWhatWasTyped()
     {
-        QFETCH(int, index);
-        const ui::RegisterSpec &spec = *registers()[index];
+        const ui::RegisterSpec &spec = **std::find_if(registers().begin(), registers().end(),
+                                                      [](const auto *one) { return one->name == test::currentCase(); });
         const QString action = u"actInserimento"_s + spec.name;
-        auto *form =
-            qobject_cast<ui::RegisterEntry *>(isOfModule(spec) ? open(action) : place().commands().openForm(action));
+        ui::EntryForm *form = isOfModule(spec) ? openEntry(action) : openHostEntry(action);
         const auto others = [this, &spec](int but) {
             return lines(u"SELECT * FROM %1 WHERE %2 <> %3 ORDER BY 1"_s.arg(spec.table, spec.key).arg(but));
         };
@@ -149,7 +149,7 @@ private Q_SLOTS:
         if (!spec.required.isEmpty())
             place().messages.expectWarning(spec.uniqueColumn.isEmpty() ? spec.required.first().second
                                                                        : spec.duplicateText);
-        QVERIFY(!form->saveRecord());
+        QVERIFY(!form->saveRecord() && form->NewRecord() && form->Modified());
         form->SetModified(false);
         // Nothing uses it yet, so it may go.
         form->openRecord(key);
@@ -164,9 +164,7 @@ private Q_SLOTS:
     void whatIsUsedStaysAndSaysWhere()
     {
         const test::Document note(place(), test::deliveryNote());
-        note.fillHeader();
-        note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
-        note.save();
+        note.store(u"7,90"_s, u"5"_s);
         const auto refuses = [this](const ui::RegisterSpec &spec, const QString &condition, const QString &used) {
             const int key = lines(u"SELECT %1 FROM %2 WHERE "_s.arg(spec.key, spec.table) + condition).value(0).toInt();
             place().messages.expectWarning(
@@ -182,7 +180,7 @@ private Q_SLOTS:
         const QString rate = lines(u"SELECT IVA_CODICE FROM DDT_SCARICO_DETT"_s).value(0);
         QVERIFY(refuses(host::vatRates(), u"CODICE = '%1'"_s.arg(rate), u"righe di D.d.T. di scarico: 1"_s));
         // Movements name the article by its code, so that must not change either.
-        auto *form = qobject_cast<ui::RegisterEntry *>(place().commands().openForm(u"actInserimentoArticoli"_s));
+        ui::EntryForm *form = openHostEntry(u"actInserimentoArticoli"_s);
         form->openRecord(lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = 'TRA-0018'"_s).value(0).toInt());
         test::control<QLineEdit>(form, u"txtDescrizione"_s)->setText(u"Un altro testo"_s);
         const QString withoutRate = u"Non è stata indicata l'aliquota IVA o l'unità di misura:\n\r"
@@ -241,10 +239,9 @@ private Q_SLOTS:
         const auto stored = [this] {
             return lines(u"SELECT REGIMEFISCALE, IBAN, CAST(CAPITALESOCIALE AS INTEGER) FROM AZIENDA"_s).value(0);
         };
-        auto *form = qobject_cast<ui::RegisterEntry *>(place().commands().openForm(u"actAzienda"_s));
+        ui::EntryForm *form = openHostEntry(u"actAzienda"_s);
         auto *iban = test::control<QLineEdit>(form, u"txtIban"_s);
-        QTest::keyClick(iban, Qt::Key_A, Qt::ControlModifier);
-        test::type(iban, u"it60x0542811101000000123465"_s);
+        test::retype(iban, u"it60x0542811101000000123465"_s);
         const QString doubt = u"IBAN: le cifre di controllo non corrispondono.\n\rSalvare comunque?"_s;
         place().messages.expectQuestion(doubt, core::Answer::No);
         QVERIFY(!form->saveRecord());

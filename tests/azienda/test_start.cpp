@@ -11,10 +11,7 @@ namespace {
 
 data::DatabaseAddress serverDatabase(const QString &host, const QString &password)
 {
-    data::DatabaseAddress address;
-    address.host = host;
-    address.port = 3050;
-    address.file = u"/srv/firebird/azienda.fdb"_s;
+    data::DatabaseAddress address = data::DatabaseAddress::parse(host + u"/3050:/srv/firebird/azienda.fdb"_s);
     address.user = u"CORVANE"_s;
     address.password = password;
     return address;
@@ -99,9 +96,8 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         host::DatabaseMemory memory(folder.path());
         QVERIFY(!memory.last());
-        for (int i = 0; i < 10; ++i) {
+        for (int i = 0; i < 10; ++i)
             memory.remember(test::fileAddress(u"/dati/città, %1.fdb"_s.arg(i)), false);
-        }
         const data::DatabaseAddress again = test::fileAddress(u"/dati/città, 5.fdb"_s);
         memory.remember(again, false);
         const host::DatabaseMemory later(folder.path());
@@ -243,9 +239,7 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         test::ScriptedMessages messages;
         test::ScriptedDialogs dialogs;
-        const auto press = [&dialogs](const QString &button) {
-            dialogs.expect([button](QDialog &dialog) { test::press(&dialog, button); });
-        };
+        const auto press = [&dialogs](const QString &button) { dialogs.expect(test::pressing(button)); };
         press(u"cmdNuovaAzienda"_s);
         dialogs.expect([](QDialog &dialog) {
             for (const auto &[name, text] : {std::pair(u"txtRagioneSociale"_s, u"Rossi"_s),
@@ -267,12 +261,12 @@ private Q_SLOTS:
         QStringList seen;
         dialogs.expect(test::loggingIn(u"segreta1"_s, [&seen](host::MainWindow &window) {
             auto *connection = window.findChild<data::Connection *>();
-            seen = test::linesOf(*connection, u"SELECT RAGIONESOCIALE FROM AZIENDA"_s);
-            seen += test::linesOf(*connection, u"SELECT FIRST 1 'tipi' FROM TIPI_TRASPORTO"_s);
-            seen += test::linesOf(*connection, u"SELECT CATEGORIA FROM CATEGORIE_ANA_MAGA"_s);
-            seen += test::linesOf(*connection, u"SELECT CAUSALE_TRASPORTO FROM CAUSALI_TRASPORTO WHERE "
-                                               "CAUSALE_TRASPORTO = 'Acquisto'"_s);
-            seen += test::linesOf(*connection, u"SELECT OPZIONE FROM OPZIONI WHERE OPZIONE = 'PRIME_RIGHE'"_s);
+            for (const QString &rows :
+                 {u"RAGIONESOCIALE FROM AZIENDA"_s, u"FIRST 1 'tipi' FROM TIPI_TRASPORTO"_s,
+                  u"CATEGORIA FROM CATEGORIE_ANA_MAGA"_s,
+                  u"CAUSALE_TRASPORTO FROM CAUSALI_TRASPORTO WHERE CAUSALE_TRASPORTO = 'Acquisto'"_s,
+                  u"OPZIONE FROM OPZIONI WHERE OPZIONE = 'PRIME_RIGHE'"_s})
+                seen += test::linesOf(*connection, u"SELECT "_s + rows);
             window.findChild<QAction *>(u"actNuovaAzienda"_s)->trigger();
             window.close();
         }));
@@ -290,7 +284,7 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(database.address().file, folder.filePath(u"corvane.fdb"_s)));
         const FirstPaints painted;
         test::ScriptedDialogs dialogs;
-        dialogs.expect([](QDialog &dialog) { test::press(&dialog, u"cmdAnnulla"_s); });
+        dialogs.expect(test::pressing(u"cmdAnnulla"_s));
         dialogs.expect([](QDialog &dialog) { dialog.reject(); });
         host::runSessions({}, folder.path());
         QCOMPARE(painted.names().value(0), u"frmAttesa"_s);

@@ -9,8 +9,8 @@
 namespace {
 
 const QString lastAdministrator = u"Almeno un utente attivo deve avere il diritto \"Controllo completo\":\n\rnessun "
-                                  u"altro potrebbe più gestire utenti e "
-                                  "ruoli."_s;
+                                  "altro potrebbe più gestire utenti e ruoli."_s;
+const QString secondAdministrator = u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s;
 
 test::ScriptedDialogs::Use loggingIn(const QString &user, const QStringList &passwords)
 {
@@ -20,15 +20,6 @@ test::ScriptedDialogs::Use loggingIn(const QString &user, const QStringList &pas
             test::control<QLineEdit>(&dialog, u"txtPassword"_s)->setText(password);
             test::press(&dialog, u"cmdOk"_s);
         }
-    };
-}
-
-test::ScriptedDialogs::Use choosingPassword(const QString &password)
-{
-    return [password](QDialog &dialog) {
-        for (const QString &name : {u"txtPassword"_s, u"txtRipeti"_s})
-            test::control<QLineEdit>(&dialog, name)->setText(password);
-        test::press(&dialog, u"cmdOk"_s);
     };
 }
 
@@ -111,7 +102,11 @@ private Q_SLOTS:
         test::control<QLineEdit>(form, u"txtNomeUtente"_s)->setText(u"d'angelo"_s);
         place().messages.expectWarning(u"Non è stata impostata la password!"_s);
         test::trigger(form, u"actSalva"_s);
-        place().dialogs.expect(choosingPassword(u"sei sei"_s));
+        place().dialogs.expect([](QDialog &dialog) {
+            for (const QString &name : {u"txtPassword"_s, u"txtRipeti"_s})
+                test::control<QLineEdit>(&dialog, name)->setText(u"sei sei"_s);
+            test::press(&dialog, u"cmdOk"_s);
+        });
         test::press(form, u"cmdPassword"_s);
         test::control<QListWidget>(form, u"list"_s)->item(2)->setCheckState(Qt::Checked);
         test::trigger(form, u"actSalva"_s);
@@ -127,13 +122,13 @@ private Q_SLOTS:
 
     void lastAdministratorStays()
     {
-        auto *user = qobject_cast<host::UserEntry *>(place().commands().openForm(u"actInserimentoUtenti"_s));
+        ui::EntryForm *user = openHostEntry(u"actInserimentoUtenti"_s);
         user->openRecord(1);
         QCOMPARE(test::shown(user, u"txtNomeUtente"_s), host::administrator);
         test::control<QCheckBox>(user, u"chkAttivo"_s)->setChecked(false);
         place().messages.expectWarning(lastAdministrator);
         test::trigger(user, u"actSalva"_s);
-        auto *role = qobject_cast<host::RoleEntry *>(place().commands().openForm(u"actInserimentoRuoli"_s));
+        ui::EntryForm *role = openHostEntry(u"actInserimentoRuoli"_s);
         role->openRecord(1);
         auto *rights = test::control<QListWidget>(role, u"list"_s);
         QCOMPARE(rights->item(1)->text(), u"Fatture acc. (visualizzazione) (Magazzino)"_s);
@@ -147,7 +142,7 @@ private Q_SLOTS:
         QVERIFY(!ui::deleteRegisterRecord(host::users(), 1, database(), nullptr));
         SetKxCurrentUserName(host::administrator);
         // With a second administrator the first one may go, with its roles.
-        database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
+        database().execute(secondAdministrator);
         test::trigger(user, u"actSalva"_s);
         QCOMPARE(lines(u"SELECT ATTIVO FROM UTENTI WHERE IDUTENTE = 1"_s), QStringList(u"False"_s));
     }
@@ -173,9 +168,9 @@ private Q_SLOTS:
     // Another workstation takes the right away while the form is open.
     void rightIsAskedAgainAtTheSave()
     {
-        database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
-        auto *user = qobject_cast<host::UserEntry *>(place().commands().openForm(u"actInserimentoUtenti"_s));
-        auto *role = qobject_cast<host::RoleEntry *>(place().commands().openForm(u"actInserimentoRuoli"_s));
+        database().execute(secondAdministrator);
+        ui::EntryForm *user = openHostEntry(u"actInserimentoUtenti"_s);
+        ui::EntryForm *role = openHostEntry(u"actInserimentoRuoli"_s);
         user->openRecord(2);
         role->openRecord(2);
         test::type(test::control<QLineEdit>(user, u"txtNome"_s), u"x"_s);
@@ -184,7 +179,7 @@ private Q_SLOTS:
         for (const QString &loss : {u"UPDATE UTENTI SET ATTIVO = 'False' WHERE IDUTENTE = 1"_s,
                                     u"DELETE FROM UTENTI_RUOLI WHERE USER_NAME = 'AMMINISTRATORE'"_s}) {
             database().execute(loss);
-            for (const QWidget *form : {static_cast<QWidget *>(user), static_cast<QWidget *>(role)}) {
+            for (const QWidget *form : {user, role}) {
                 place().messages.expectWarning(host::missingRight);
                 test::trigger(form, u"actSalva"_s);
             }
@@ -198,15 +193,13 @@ private Q_SLOTS:
     // Another workstation takes the right away between the form's own questions and the transaction of its save.
     void rightIsAskedInsideTheSave()
     {
-        database().execute(u"INSERT INTO UTENTI_RUOLI(USER_NAME, IDRUOLO_UTENTE) VALUES('UFFICIO', 1)"_s);
-        data::Connection other;
-        other.setConnectionString(database().connectionString());
-        other.open();
+        database().execute(secondAdministrator);
+        data::Connection other(database().connectionString());
         const QString names = u"SELECT NOME FROM UTENTI UNION ALL SELECT RUOLO FROM RUOLI_UTENTE"_s;
         const QStringList before = lines(names);
         for (const auto &[command, field] :
              {std::pair(u"actInserimentoUtenti"_s, u"txtNome"_s), {u"actInserimentoRuoli"_s, u"txtRuolo"_s}}) {
-            auto *form = qobject_cast<ui::RegisterEntry *>(place().commands().openForm(command));
+            ui::EntryForm *form = openHostEntry(command);
             form->openRecord(2);
             test::type(test::control<QLineEdit>(form, field), u"x"_s);
             int losses = 0;

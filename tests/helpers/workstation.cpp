@@ -6,24 +6,10 @@
 //        workstation DATABASE draft FILE    types a delivery note and waits to be killed; FILE is the settings file
 //        workstation DATABASE               does what it is told on its standard input, see obey()
 // The password comes in ISC_PASSWORD.
-#include "tests/support/Workstation.h"
-#include "host/HostCommands.h"
-#include "platform/core/Error.h"
-#include "platform/ui/NumberEdits.h"
 #include "platform/ui/RegisterEntry.h"
-#include "tests/support/Documents.h"
+#include "tests/support/Fixtures.h"
 
-#include <QApplication>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QTest>
-
-#include <cstdio>
 #include <iostream>
-#include <string>
-#include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -97,8 +83,7 @@ void obey(test::Workplace &workplace)
         yes = words[4] == u"yes"_s;
         if (words[2] == u"new"_s) {
             document.form().NuovoRecord();
-            document.fillHeader();
-            document.addArticle(u"TRA-0018"_s, u"2"_s, words[3]);
+            document.enter(u"2"_s, words[3]);
         } else {
             document.form().ApriRecord(words[1].toInt());
             document.showPage(1);

@@ -41,17 +41,9 @@ private Q_SLOTS:
     void databaseOfAnotherProcessIsInUse()
     {
         const test::TestDatabase database(test::Content::Empty);
-        const QString path = database.address().file;
-        QProcess holder;
-        holder.start(QCoreApplication::applicationDirPath() + u"/hold_database"_s, {path});
-        QVERIFY(holder.waitForReadyRead(20000));
-        QCOMPARE(holder.readAllStandardOutput(), QByteArray("open\n"));
-        QCOMPARE(
-            host::openProblem(database.address()),
-            u"Il database \"%1\" è già in uso da un altro programma. Chiudere l'altro programma e riprovare."_s.arg(
-                path));
-        holder.closeWriteChannel();
-        QVERIFY(holder.waitForFinished(20000));
+        const QString used =
+            u"Il database \"%1\" è già in uso da un altro programma. Chiudere l'altro programma e riprovare."_s;
+        QCOMPARE(problemWhileHeld(database.address()), used.arg(database.address().file));
         QCOMPARE(host::openProblem(database.address()), QString());
     }
 
@@ -59,9 +51,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         core::setLogFile(folder.filePath(u"a.log"_s));
-        data::DatabaseAddress address = test::fileAddress(u"corvane"_s);
-        address.host = u"127.0.0.1"_s;
-        address.port = 1; // nobody listens there
+        data::DatabaseAddress address = data::DatabaseAddress::parse(u"127.0.0.1/1:corvane"_s); // nobody listens there
         address.password = u"Segreta1"_s;
         const QString problem = host::openProblem(address);
         core::setLogFile({});
@@ -89,14 +79,11 @@ private Q_SLOTS:
         QCOMPARE(host::databaseProblem(address), QString());
         // Another program has another second name of it, and is let in alone all the same.
         QVERIFY(problemWhileHeld(address).contains(u"è già in uso"_s));
-        {
-            test::connectTo(address)->execute(u"UPDATE AZIENDA SET RAGIONESOCIALE = 'Rossi'"_s);
-        }
+        test::connectTo(address)->execute(u"UPDATE AZIENDA SET RAGIONESOCIALE = 'Rossi'"_s);
         // It is the file itself that was written to.
         const data::DatabaseAddress plain = test::fileAddress(folder.filePath(u"spostata.fdb"_s));
         QVERIFY(QFile::rename(address.file, plain.file));
-        QCOMPARE(test::linesOf(*test::connectTo(plain), u"SELECT RAGIONESOCIALE FROM AZIENDA"_s),
-                 QStringList(u"Rossi"_s));
+        QCOMPARE(test::linesOf(plain, u"SELECT RAGIONESOCIALE FROM AZIENDA"_s), QStringList(u"Rossi"_s));
         QCOMPARE(host::openProblem(address), u"Il database \"%1\" non esiste."_s.arg(address.file));
     }
 

@@ -68,12 +68,11 @@ private Q_SLOTS:
     // The first window already has the right colours when the portal answers in time, and open ones follow.
     void portalIsFollowed_data()
     {
-        test::columns<uint, bool, bool, bool>("told", "inTime", "first", "later");
-        QTest::newRow("dark") << 1U << true << true << true;
-        QTest::newRow("light") << 2U << true << false << false;
-        QTest::newRow("no preference") << 0U << true << false << false;
-        QTest::newRow("dark, told late") << 1U << false << false << true;
-        QTest::newRow("light, told late") << 2U << false << false << false;
+        test::table<uint, bool, bool, bool>({{"dark", 1U, true, true, true},
+                                             {"light", 2U, true, false, false},
+                                             {"no preference", 0U, true, false, false},
+                                             {"dark, told late", 1U, false, false, true},
+                                             {"light, told late", 2U, false, false, false}});
     }
     void portalIsFollowed()
     {

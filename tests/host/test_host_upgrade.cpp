@@ -12,39 +12,24 @@ const QString current = u"1.5.0"_s;
 QList<schema::Step> stepsToCome()
 {
     const QString host = u"CORVANE"_s;
+    const auto fill = [](data::Connection &connection, core::Progress &) {
+        connection.run(u"UPDATE CLIENTI SET PROVA = 'sì'"_s);
+    };
+    const QStringList column = {u"ALTER TABLE CLIENTI ADD PROVA VARCHAR(7) DEFAULT 'no' NOT NULL"_s};
+    const QStringList table = {
+        u"CREATE TABLE PROVE(IDPROVA INTEGER NOT NULL, CONSTRAINT PK_PROVE PRIMARY KEY(IDPROVA))"_s,
+        u"CREATE INDEX IX1_PROVE ON PROVE COMPUTED BY (IDPROVA + 1)"_s};
+    const QStringList row = {u"INSERT INTO PROVE VALUES(7)"_s};
     return host::hostSteps() +
            QList<schema::Step>{
-               {.object = host,
-                .fromVersion = current,
-                .statements = {u"ALTER TABLE CLIENTI ADD PROVA VARCHAR(7) DEFAULT 'no' NOT NULL"_s},
-                .toVersion = u"9.1.0"_s},
-               {.object = host,
-                .fromVersion = u"9.1.0"_s,
-                .statements =
-                    {u"CREATE TABLE PROVE(IDPROVA INTEGER NOT NULL, CONSTRAINT PK_PROVE PRIMARY KEY(IDPROVA))"_s,
-                     u"CREATE INDEX IX1_PROVE ON PROVE COMPUTED BY (IDPROVA + 1)"_s},
-                .toVersion = u"9.2.0"_s},
-               {.object = host,
-                .fromVersion = u"9.2.0"_s,
-                .statements = {u"INSERT INTO PROVE VALUES(7)"_s},
-                .toVersion = u"9.3.0"_s,
-                .action = [](data::Connection &connection,
-                             core::Progress &) { connection.run(u"UPDATE CLIENTI SET PROVA = 'sì'"_s); }},
-           };
+               {.object = host, .fromVersion = current, .statements = column, .toVersion = u"9.1.0"_s},
+               {.object = host, .fromVersion = u"9.1.0"_s, .statements = table, .toVersion = u"9.2.0"_s},
+               {.object = host, .fromVersion = u"9.2.0"_s, .statements = row, .toVersion = u"9.3.0"_s, .action = fill}};
 }
 
 QStringList schemaOf(data::Connection &connection)
 {
     return test::linesOf(connection, test::schemaQuery());
-}
-
-// Of a new database.
-QStringList freshSchema(const QList<schema::Step> &steps)
-{
-    test::ModuleDatabase fresh(test::Content::Empty);
-    host::createHostSchema(fresh.connection(), steps);
-    AggiornaDatabase();
-    return schemaOf(fresh.connection());
 }
 
 // For each table the query of the columns that it has now.
@@ -58,23 +43,6 @@ QStringList contentQueries(data::Connection &connection)
     for (const QString &table : tables)
         queries.append(u"SELECT '%1', %2 FROM %1 ORDER BY 2"_s.arg(table.section(u'|', 0, 0), table.section(u'|', 1)));
     return queries;
-}
-
-QStringList contentOf(data::Connection &connection, const QStringList &queries)
-{
-    QStringList lines;
-    for (const QString &query : queries)
-        lines += test::linesOf(connection, query);
-    return lines;
-}
-
-// A row in each table, whatever its columns.
-void fillEveryTable(data::Connection &connection)
-{
-    const QStringList tables =
-        test::linesOf(connection, u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$SYSTEM_FLAG = 0"_s);
-    for (const QString &table : tables)
-        test::insertInto(connection, table, {});
 }
 
 QStringList copiesIn(const QString &folder)
@@ -92,10 +60,13 @@ public:
         QFile::copy(empty.address().file, address().file);
         open();
         test::createFirstRelease(connection);
-        fillEveryTable(connection);
+        // A row in each table, whatever its columns.
+        for (const QString &table :
+             test::linesOf(connection, u"SELECT RDB$RELATION_NAME FROM RDB$RELATIONS WHERE RDB$SYSTEM_FLAG = 0"_s))
+            test::insertInto(connection, table);
         connection.execute(u"DELETE FROM TABLE_VERSION WHERE TABELLA = '-'"_s);
         queries = contentQueries(connection);
-        content = contentOf(connection, queries);
+        content = test::linesOf(connection, queries);
         connection.close();
     }
 
@@ -104,12 +75,6 @@ public:
     {
         connection.setConnectionString(data::nativeConnectionString(address()));
         connection.open();
-    }
-    void setVersion(const QString &object, const QString &version)
-    {
-        open();
-        connection.run(u"UPDATE TABLE_VERSION SET VERSIONE = ? WHERE TABELLA = ?"_s, {version, object});
-        connection.close();
     }
 
     QTemporaryDir folder;
@@ -125,27 +90,25 @@ class TestHostUpgrade : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void firstReleaseEndsLikeANewDatabase_data()
-    {
-        QTest::addColumn<bool>("withStepsToCome");
-        QTest::newRow("as it is") << false;
-        QTest::newRow("with steps to come") << true;
-    }
+    void firstReleaseEndsLikeANewDatabase_data() { test::cases({u"as it is"_s, u"with steps to come"_s}); }
 
     void firstReleaseEndsLikeANewDatabase()
     {
-        QFETCH(bool, withStepsToCome);
+        const bool withStepsToCome = test::currentCase() != u"as it is"_s;
         const QList<schema::Step> steps = withStepsToCome ? stepsToCome() : host::hostSteps();
         OldFirm firm;
         QCOMPARE(host::databaseProblem(firm.address()), QString());
         host::upgradeHost(firm.address(), steps);
         firm.open();
-        QCOMPARE(contentOf(firm.connection, firm.queries), firm.content);
+        QCOMPARE(test::linesOf(firm.connection, firm.queries), firm.content);
         if (withStepsToCome)
             QCOMPARE(test::linesOf(firm.connection, u"SELECT PROVA, IDPROVA FROM CLIENTI, PROVE"_s),
                      QStringList(u"sì|7"_s));
         // The module's part is up to date but for the indexes, which it makes when it starts.
-        QStringList expected = freshSchema(steps);
+        test::ModuleDatabase fresh(test::Content::Empty);
+        host::createHostSchema(fresh.connection(), steps);
+        AggiornaDatabase();
+        QStringList expected = schemaOf(fresh.connection());
         expected.removeIf([](const QString &line) { return line.startsWith(u"index IX_MMG_"); });
         const QStringList found = schemaOf(firm.connection);
         for (qsizetype line = 0; line < expected.size(); ++line)
@@ -159,7 +122,7 @@ private Q_SLOTS:
         host::upgradeHost(firm.address(), steps);
         QCOMPARE(copiesIn(firm.folder.path()), copies);
         const auto copy = test::connectTo(test::fileAddress(firm.folder.filePath(copies.first())));
-        QCOMPARE(contentOf(*copy, firm.queries), firm.content);
+        QCOMPARE(test::linesOf(*copy, firm.queries), firm.content);
         QCOMPARE(schema::recordedVersions(*copy).value(u"CORVANE"_s), firstRelease);
     }
 
@@ -183,7 +146,7 @@ private Q_SLOTS:
                 expected = schemaOf(*connection);
             else if (schemaOf(*connection) != expected)
                 return u"different after statement %1"_s.arg(failingStatement);
-            if (contentOf(*connection, original.queries) != original.content)
+            if (test::linesOf(*connection, original.queries) != original.content)
                 return u"rows changed after statement %1"_s.arg(failingStatement);
             return told;
         };
@@ -207,7 +170,8 @@ private Q_SLOTS:
                  "serve quella."_s.arg(firm.address().file));
         // A version of the module that nobody knows is passed over.
         OldFirm other;
-        other.setVersion(u"FATT_ACC"_s, u"9.0.0"_s);
+        test::connectTo(other.address())
+            ->execute(u"UPDATE TABLE_VERSION SET VERSIONE = '9.0.0' WHERE TABELLA = 'FATT_ACC'"_s);
         QCOMPARE(host::databaseProblem(other.address()), QString());
         host::upgradeHost(other.address());
         QCOMPARE(host::databaseProblem(other.address()), QString());

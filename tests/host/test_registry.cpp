@@ -1,5 +1,7 @@
 #include "host/Corvane3Impl.h"
 #include "host/IntfPack.h"
+#include "host/schema/DemoData.h"
+#include "host/start/FirstRows.h"
 #include "tests/support/Kit.h"
 
 class TestRegistry : public QObject
@@ -40,10 +42,21 @@ private Q_SLOTS:
     void circleOfCategoriesEnds()
     {
         test::ModuleDatabase database(test::Content::HostSchema);
-        const int first = database.insert(u"CATEGORIE_SERVIZI"_s, {{u"CATEGORIA"_s, u"A"_s}, {u"IDPADRE"_s, 2}});
-        const int second = database.insert(u"CATEGORIE_SERVIZI"_s, {{u"CATEGORIA"_s, u"B"_s}, {u"IDPADRE"_s, first}});
+        const int first = database.insert(u"CATEGORIE_SERVIZI"_s, u"CATEGORIA=A|IDPADRE=2"_s);
+        const int second = database.insert(u"CATEGORIE_SERVIZI"_s, u"CATEGORIA=B|IDPADRE=%1"_s.arg(first));
         QCOMPARE(GetElencoIdFiglio(u"IDCATEGORIA_SERVIZI"_s, second, u"CATEGORIE_SERVIZI"_s, database.connection()),
                  QList<int>({second, first}));
+    }
+
+    void warehouseDataLeaveFilledTablesAlone()
+    {
+        test::ModuleDatabase database;
+        database.insert(u"FORNITORI"_s, {{u"CODICE"_s, u"MIO"_s}});
+        host::insertDemoMasterData(database.connection());
+        for (int i = 0; i < 2; ++i)
+            host::insertDemoModuleData(database.connection());
+        QCOMPARE(database.lines(u"SELECT CODICE FROM FORNITORI"_s), QStringList(u"MIO"_s));
+        QCOMPARE(database.lines(u"SELECT COUNT(*) FROM VETTORI"_s), QStringList(u"6"_s));
     }
 };
 

@@ -1,14 +1,6 @@
 #include "host/Application.h"
-#include "host/DatabaseSetup.h"
-#include "magazzino/schema/ModuleSteps.h"
 #include "tests/kills/Workload.h"
-#include "tests/support/Schemas.h"
-#include "tests/support/TestDatabase.h"
-
-#include <QCoreApplication>
-#include <QFile>
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Kit.h"
 
 namespace kills {
 
@@ -33,15 +25,6 @@ QStringList finished()
 
 const QString copies = u"archivio.prima-dell-aggiornamento-*.fdb"_s;
 
-QStringList contentOf(const data::DatabaseAddress &address, const QStringList &queries)
-{
-    const auto connection = test::connectTo(address);
-    QStringList lines;
-    for (const QString &query : queries)
-        lines += test::linesOf(*connection, query);
-    return lines;
-}
-
 QStringList differences(const QStringList &found, const QStringList &wanted)
 {
     QStringList result;
@@ -59,43 +42,35 @@ QStringList differences(const QStringList &found, const QStringList &wanted)
 QStringList compare(const QString &file, test::Content content, const QStringList &queries)
 {
     const test::TestDatabase whole(content);
-    return differences(contentOf(test::fileAddress(file), queries), contentOf(whole.address(), queries));
+    return differences(test::linesOf(*test::connectTo(test::fileAddress(file)), queries),
+                       test::linesOf(*test::connectTo(whole.address()), queries));
 }
 
-Workload emptyFirm()
+// A run of the product on the folder's database, which ends as a whole one of the module. An empty one is made anew:
+// once the host's tables are there and the module's are not, the next run is an upgrade.
+Workload productRun(const QString &name, const QStringList &more, const std::function<void(const QString &)> &prepare)
 {
     return {
-        .name = u"creation"_s,
-        .prepare = [](const QString &) {},
+        .name = name,
+        .prepare = prepare,
         .command =
-            [](const QString &folder) {
-                return QStringList{product(), u"--database"_s, databaseIn(folder), u"--empty"_s, u"--upgrade"_s};
+            [more](const QString &folder) {
+                return QStringList{product(), u"--database"_s, databaseIn(folder), u"--upgrade"_s} + more;
             },
         .problems =
             [](const QString &folder) { return compare(databaseIn(folder), test::Content::ModuleSchema, finished()); },
-        // Once the host's tables are there and the module's are not, the next run is an upgrade.
         .files = {u"archivio.fdb"_s, copies}};
 }
 
 // From a database that `makeOld` has made out of one with `content`.
 Workload upgradeFrom(const QString &what, test::Content content, const std::function<void(data::Connection &)> &makeOld)
 {
-    const auto prepare = [content, makeOld](const QString &folder) {
+    return productRun(u"upgrade-"_s + what, {}, [content, makeOld](const QString &folder) {
         test::ModuleDatabase old(content);
         makeOld(old.connection());
         old.connection().close();
         QFile::copy(old.database().address().file, databaseIn(folder));
-    };
-    return {
-        .name = u"upgrade-"_s + what,
-        .prepare = prepare,
-        .command =
-            [](const QString &folder) {
-                return QStringList{product(), u"--database"_s, databaseIn(folder), u"--upgrade"_s};
-            },
-        .problems =
-            [](const QString &folder) { return compare(databaseIn(folder), test::Content::ModuleSchema, finished()); },
-        .files = {u"archivio.fdb"_s, copies}};
+    });
 }
 
 // The database of a release that knew the first `steps` steps of the module only.
@@ -118,7 +93,7 @@ Workload firstRelease()
 
 QList<Workload> allWorkloads()
 {
-    QList<Workload> all = {emptyFirm()};
+    QList<Workload> all = {productRun(u"creation"_s, {u"--empty"_s}, [](const QString &) {})};
     for (int steps = 0; steps < schema::moduleSteps().size(); ++steps)
         all.append(upgradeAfter(steps));
     all.append(firstRelease());

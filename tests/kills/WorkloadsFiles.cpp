@@ -1,25 +1,11 @@
 // What the program does to files that are not the database it works in: import, backup, restore, daily backup.
 #include "host/Application.h"
-#include "host/DatabaseSetup.h"
-#include "host/backup/Backup.h"
 #include "host/transfer/ImportPlan.h"
-#include "platform/core/Clock.h"
 #include "platform/core/CsvFile.h"
-#include "platform/core/Error.h"
-#include "platform/core/Progress.h"
-#include "platform/core/SaveFile.h"
-#include "platform/data/DatabaseFile.h"
 #include "tests/kills/Workload.h"
-#include "tests/support/Files.h"
-#include "tests/support/TestDatabase.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include "tests/support/Kit.h"
 
 #include <sys/stat.h>
-
-using namespace Qt::StringLiterals;
 
 namespace kills {
 
@@ -136,18 +122,13 @@ Workload backingUp()
             .files = {u"archivio.fdb"_s, u"copia.fbk"_s}};
 }
 
-QString dailyFolder(const QString &folder)
-{
-    return folder + u"/backup"_s;
-}
-
 // The folder of the daily backups lies in the data folder, which here is the one that is looked at.
 void backUpDaily(const QString &folder)
 {
     begin(folder);
     core::Progress progress;
-    if (host::dailyBackupDue(dailyFolder(folder), databaseIn(folder), today))
-        host::runDailyBackup(dailyFolder(folder), databaseIn(folder), today, progress);
+    if (host::dailyBackupDue(folder + u"/backup"_s, databaseIn(folder), today))
+        host::runDailyBackup(folder + u"/backup"_s, databaseIn(folder), today, progress);
 }
 
 Workload backingUpDaily()
@@ -157,7 +138,7 @@ Workload backingUpDaily()
             .run = backUpDaily,
             .problems =
                 [](const QString &folder) {
-                    return problemsOfCopy(host::dailyBackupFile(dailyFolder(folder), databaseIn(folder), today),
+                    return problemsOfCopy(host::dailyBackupFile(folder + u"/backup"_s, databaseIn(folder), today),
                                           folder);
                 },
             .files = {u"archivio.fdb"_s, u"backup"_s, u"backup/archivio-2026-03-16.fbk"_s}};
@@ -165,7 +146,7 @@ Workload backingUpDaily()
 
 QStringList firmIn(const data::DatabaseAddress &address)
 {
-    return test::linesOf(*test::connectTo(address), u"SELECT RAGIONESOCIALE FROM AZIENDA"_s);
+    return test::linesOf(address, u"SELECT RAGIONESOCIALE FROM AZIENDA"_s);
 }
 
 QString keptName(int number)

@@ -4,20 +4,10 @@
 //                                    workload that begins so, without names all run
 #include "tests/kills/Workload.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QDirIterator>
-#include <QElapsedTimer>
-#include <QProcess>
-#include <QTemporaryDir>
+#include "tests/support/Kit.h"
 
-#include <algorithm>
 #include <csignal>
-#include <cstdio>
 #include <sys/prctl.h>
-#include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -84,34 +74,25 @@ public:
 
     void renew() const
     {
-        QDir(work()).removeRecursively();
-        QDir(home()).removeRecursively();
-        QDir().mkpath(work());
-        QDir().mkpath(home());
+        for (const QString &folder : {work(), home()}) {
+            QDir(folder).removeRecursively();
+            QDir().mkpath(folder);
+        }
         QFile::setPermissions(home(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         const QStringList files = QDir(original()).entryList(QDir::Files | QDir::Hidden);
         for (const QString &file : files)
             QFile::copy(original() + u'/' + file, work() + u'/' + file);
-        resetCounter();
+        core::saveFile(counter(), QByteArray(16, '\0'));
     }
 
     quint64 steps() const
     {
-        QFile file(counter());
         quint64 count = 0;
-        if (file.open(QIODevice::ReadOnly))
-            file.read(reinterpret_cast<char *>(&count), sizeof count);
+        std::memcpy(&count, test::contentOf(counter()).constData(), sizeof count);
         return count;
     }
 
 private:
-    void resetCounter() const
-    {
-        QFile file(counter());
-        if (file.open(QIODevice::WriteOnly))
-            file.write(QByteArray(16, '\0'));
-    }
-
     QTemporaryDir base_;
 };
 

@@ -56,7 +56,9 @@ QStringList textsOf(const QAction &action)
 
 QStringList textsOf(const QWidget &widget)
 {
-    QStringList texts = {widget.windowTitle(), widget.toolTip(), widget.statusTip(), widget.accessibleName()};
+    QStringList texts;
+    for (const char *property : {"windowTitle", "toolTip", "statusTip", "accessibleName", "title", "placeholderText"})
+        texts.append(widget.property(property).toString());
     for (const QAction *action : widget.actions())
         texts += textsOf(*action);
     // What can be selected shows data.
@@ -65,10 +67,6 @@ QStringList textsOf(const QWidget &widget)
         texts.append(label->text());
     if (const auto *button = qobject_cast<const QAbstractButton *>(&widget))
         texts.append(button->text());
-    if (const auto *box = qobject_cast<const QGroupBox *>(&widget))
-        texts.append(box->title());
-    if (const auto *edit = qobject_cast<const QLineEdit *>(&widget))
-        texts.append(edit->placeholderText());
     if (const auto *tabs = qobject_cast<const QTabBar *>(&widget)) {
         for (int i = 0; i < tabs->count(); ++i)
             texts.append(tabs->tabText(i));
@@ -115,18 +113,15 @@ private Q_SLOTS:
 
     void windows_data()
     {
-        test::columns<QString>("action");
-        for (const QString &action :
-             {u"actInserimentoArticoli"_s, u"actRicercaClienti"_s, u"actInserimentoClienti"_s, u"actAzienda"_s,
-              u"actInserimentoAliquoteIVA"_s, u"actCategorieArticoli"_s, u"actInserimentoUtenti"_s,
-              u"actInserimentoBolleCarico"_s, u"actInserimentoDdTScarico"_s, u"actRicercaDdTScarico"_s,
-              u"actInserimentoFattureAccompagnatorie"_s, u"actFattureElettroniche"_s, u"actRicercaFornitori"_s,
-              u"actInserimentoFornitori"_s, u"actInserimentoMovimentiMagazzino"_s, u"actStampaInventario"_s})
-            QTest::newRow(qUtf8Printable(action)) << action;
+        test::cases({u"actInserimentoArticoli"_s, u"actRicercaClienti"_s, u"actInserimentoClienti"_s, u"actAzienda"_s,
+                     u"actInserimentoAliquoteIVA"_s, u"actCategorieArticoli"_s, u"actInserimentoUtenti"_s,
+                     u"actInserimentoBolleCarico"_s, u"actInserimentoDdTScarico"_s, u"actRicercaDdTScarico"_s,
+                     u"actInserimentoFattureAccompagnatorie"_s, u"actFattureElettroniche"_s, u"actRicercaFornitori"_s,
+                     u"actInserimentoFornitori"_s, u"actInserimentoMovimentiMagazzino"_s, u"actStampaInventario"_s});
     }
     void windows()
     {
-        const auto [action] = test::row<QString>();
+        const QString action = test::currentCase();
         const bool ofHost = place().commands().action(action) != nullptr;
         const QWidget *form = ofHost ? place().commands().openForm(action) : open(action);
         test::settle();

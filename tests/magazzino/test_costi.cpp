@@ -144,16 +144,10 @@ private Q_SLOTS:
         }
     }
 
-    void revaluationEqualsTheStepByStepRule_data()
-    {
-        QTest::addColumn<quint32>("seed");
-        for (quint32 seed = 1; seed <= 12; ++seed)
-            QTest::addRow("seed %u", seed) << seed;
-    }
+    void revaluationEqualsTheStepByStepRule_data() { test::cases(u"1 2 3 4 5 6 7 8 9 10 11 12"_s.split(u' ')); }
     void revaluationEqualsTheStepByStepRule()
     {
-        QFETCH(const quint32, seed);
-        randomMovements(seed);
+        randomMovements(test::currentCase().toUInt());
         const QStringList before = db->lines(values);
         QStringList expected;
         {
@@ -194,13 +188,10 @@ private Q_SLOTS:
         movement(3, 10);
         movement(1, 7, QDate(2026, 1, 10), u"ALTRO"_s);
         QList<TMoviMaga> movements;
-        for (const auto &[code, quantity] : {std::pair(u"art"_s, -2.0),
-                                             {u"ALTRO"_s, -0.335},
-                                             {u"ART "_s, -1.0},
-                                             {u"Art"_s, -4.0},
-                                             {u"ART"_s, -1.0},
-                                             {u"MAI"_s, -1.0},
-                                             {u"MAI"_s, -1.0}}) {
+        const QList<std::pair<QString, double>> issues = {{u"art"_s, -2}, {u"ALTRO"_s, -0.335}, {u"ART "_s, -1},
+                                                          {u"Art"_s, -4}, {u"ART"_s, -1},       {u"MAI"_s, -1},
+                                                          {u"MAI"_s, -1}};
+        for (const auto &[code, quantity] : issues) {
             TMoviMaga next = sample();
             next.codice = code;
             next.quantita = quantity;

@@ -1,4 +1,3 @@
-#include "magazzino/schema/Tables.h"
 #include "tests/support/Kit.h"
 
 namespace {
@@ -7,36 +6,6 @@ const QString stepFailed = u"Errore durante l'aggiornamento del database!"_s;
 
 // Without the one of the host's tables.
 const QString versions = u"SELECT TABELLA, VERSIONE FROM TABLE_VERSION WHERE TABELLA <> 'CORVANE' ORDER BY TABELLA"_s;
-
-// Every column as "TABLE|COLUMN|TYPE|NOT NULL|DEFAULT ...", in the order of their positions.
-const QString columns = uR"(
-    SELECT TRIM(F.RDB$RELATION_NAME), TRIM(F.RDB$FIELD_NAME),
-        CASE T.RDB$FIELD_TYPE WHEN 8 THEN 'INTEGER' WHEN 12 THEN 'DATE' WHEN 13 THEN 'TIME'
-            WHEN 37 THEN 'VARCHAR(' || T.RDB$CHARACTER_LENGTH || ')'
-            WHEN 16 THEN 'DECIMAL(' || T.RDB$FIELD_PRECISION || ', ' || ABS(T.RDB$FIELD_SCALE) || ')'
-            WHEN 261 THEN 'BLOB SUB_TYPE ' || T.RDB$FIELD_SUB_TYPE END,
-        IIF(F.RDB$NULL_FLAG = 1, 'NOT NULL', ''), CAST(F.RDB$DEFAULT_SOURCE AS VARCHAR(50))
-    FROM RDB$RELATION_FIELDS F JOIN RDB$FIELDS T ON T.RDB$FIELD_NAME = F.RDB$FIELD_SOURCE
-    WHERE F.RDB$RELATION_NAME IN (%1) ORDER BY F.RDB$RELATION_NAME, F.RDB$FIELD_POSITION)"_s;
-
-const QString constraints = uR"(
-    SELECT 'CONSTRAINT ' || TRIM(C.RDB$CONSTRAINT_NAME) || ' ' || TRIM(C.RDB$CONSTRAINT_TYPE) || '(' ||
-        (SELECT LIST(N, ', ') FROM (SELECT TRIM(S.RDB$FIELD_NAME) AS N FROM RDB$INDEX_SEGMENTS S
-            WHERE S.RDB$INDEX_NAME = C.RDB$INDEX_NAME ORDER BY S.RDB$FIELD_POSITION)) || ')'
-    FROM RDB$RELATION_CONSTRAINTS C
-    WHERE C.RDB$RELATION_NAME IN (%1) AND C.RDB$INDEX_NAME IS NOT NULL)"_s;
-
-const QString triggers = uR"(
-    SELECT TRIM(RDB$RELATION_NAME), TRIM(RDB$TRIGGER_NAME), RDB$TRIGGER_TYPE, RDB$TRIGGER_SOURCE FROM RDB$TRIGGERS
-    WHERE RDB$RELATION_NAME IN (%1))"_s;
-
-QString tableNames()
-{
-    QStringList names;
-    for (const schema::Table &table : schema::tables())
-        names.append(u'\'' + table.name + u'\'');
-    return names.join(u", "_s);
-}
 
 } // namespace
 
@@ -52,54 +21,26 @@ class SchemaTest : public QObject
         db_ = std::make_unique<test::ModuleDatabase>(content);
     }
 
-    // Of all module tables, in an order that does not depend on the database's.
-    QStringList sorted(const QString &query)
-    {
-        QStringList lines = db_->lines(query.arg(tableNames()));
-        lines.sort();
-        return lines;
-    }
-
-    // Versions, columns in the order in which they stand in their tables, constraints, triggers.
-    QStringList catalogue()
-    {
-        return db_->lines(versions) + db_->lines(columns.arg(tableNames())) + sorted(constraints) + sorted(triggers);
-    }
-
     QStringList everything()
     {
-        return catalogue() + db_->lines(u"SELECT * FROM CAUSALI_MAGA ORDER BY 1"_s) +
-               db_->lines(u"SELECT ABILITAZIONE_UTENTE, MODULO FROM ABILITAZIONI_UTENTE ORDER BY 1"_s);
+        return test::linesOf(db_->connection(), {test::schemaQuery(), u"SELECT * FROM CAUSALI_MAGA ORDER BY 1"_s,
+                                                 u"SELECT * FROM ABILITAZIONI_UTENTE ORDER BY 1"_s});
     }
 
 private Q_SLOTS:
     void cleanup() { db_.reset(); }
 
+    // With nothing besides.
     void freshDatabaseEndsAsCatalogued()
     {
-        start();
-        QFile golden(QFINDTESTDATA("magazzino/catalogo.txt"));
-        QVERIFY(golden.open(QIODevice::ReadOnly));
-        const QStringList expected = QString::fromUtf8(golden.readAll()).split(u'\n', Qt::SkipEmptyParts);
-        const QStringList found = catalogue();
-        for (qsizetype line = 0; line < expected.size(); ++line)
-            QCOMPARE(found.value(line), expected[line]);
-        QCOMPARE(found.size(), expected.size());
-        // And no table besides.
-        const QString tables = u"SELECT COUNT(*) FROM RDB$RELATIONS WHERE RDB$SYSTEM_FLAG = 0"_s;
-        const int all = db_->lines(tables).value(0).toInt();
         start(test::Content::HostSchema);
-        QCOMPARE(all - db_->lines(tables).value(0).toInt(), int(schema::tables().size()));
-    }
-
-    void freshDatabaseHasReasonsAndRights()
-    {
+        const QStringList before = db_->lines(test::schemaQuery());
         start();
-        QCOMPARE(db_->lines(u"SELECT * FROM CAUSALI_MAGA ORDER BY 1"_s), QStringList({u"1|Carico"_s, u"2|Scarico"_s}));
-        QCOMPARE(db_->lines(u"SELECT ABILITAZIONE_UTENTE, MODULO FROM ABILITAZIONI_UTENTE WHERE MODULO <> 'Corvane' "
-                            "ORDER BY IDABILITAZIONE_UTENTE"_s),
-                 QStringList({u"Fatture acc. (visualizzazione)|Magazzzino"_s, u"Fatture acc. (modifica)|Magazzzino"_s,
-                              u"Fatture acc. (eliminazione)|Magazzzino"_s}));
+        QStringList found = everything();
+        for (const QString &line : before)
+            found.removeOne(line);
+        const QByteArray golden = test::contentOf(QFINDTESTDATA("magazzino/catalogo.txt"));
+        QCOMPARE(found, QString::fromUtf8(golden).split(u'\n', Qt::SkipEmptyParts));
     }
 
     void secondStartChangesNothing()
@@ -113,30 +54,26 @@ private Q_SLOTS:
 
     void stepsFollowTheVersionsInOrder_data()
     {
-        test::columns<QStringList, QString>("recorded", "expected");
-        const QStringList created = {u"CAUSALI_TRASPORTO"_s, u"CAUSALI_MAGA"_s,     u"TIPI_TRASPORTO"_s,
-                                     u"BOLLE_CARICO_DETT"_s, u"DDT_SCARICO_DETT"_s, u"FATT_ACC_DETT"_s,
-                                     u"MAGAZZINI"_s,         u"VETTORI"_s,          u"MMG_ABILITAZIONI"_s};
-        QStringList latest = {u"FORNITORI=1.1.0"_s, u"BOLLE_CARICO=1.1.0"_s, u"MOVI_MAGA=1.0.1"_s};
-        for (const QString &name : created)
-            latest += name + u"=1.0.0"_s;
-        const auto with = [&latest](const QStringList &more) { return latest + more; };
-        QTest::newRow("nothing") << QStringList() << u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23"_s;
-        QTest::newRow("latest") << with({u"DDT_SCARICO=1.2.0"_s, u"FATT_ACC=1.4.0"_s}) << QString();
-        QTest::newRow("invoices 1.0.0") << with({u"DDT_SCARICO=1.2.0"_s, u"FATT_ACC=1.0.0"_s}) << u"16,18,22,23"_s;
-        QTest::newRow("invoices 1.3.0") << with({u"DDT_SCARICO=1.2.0"_s, u"FATT_ACC=1.3.0"_s}) << u"23"_s;
-        QTest::newRow("notes 1.0.0") << with({u"DDT_SCARICO=1.0.0"_s, u"FATT_ACC=1.4.0"_s}) << u"14,20"_s;
-        QTest::newRow("notes 1.0.1") << with({u"DDT_SCARICO=1.0.1"_s, u"FATT_ACC=1.4.0"_s}) << u"20"_s;
-        QTest::newRow("unknown version") << with({u"DDT_SCARICO=1.00"_s, u"FATT_ACC=2.0.0"_s}) << QString();
-        QTest::newRow("name in lower case") << with({u"ddt_scarico=1.0.0"_s, u"FATT_ACC=1.4.0"_s}) << u"7,14,20"_s;
+        const QString latest =
+            u"FORNITORI=1.1.0 BOLLE_CARICO=1.1.0 MOVI_MAGA=1.0.1 CAUSALI_TRASPORTO=1.0.0 CAUSALI_MAGA=1.0.0 "
+            "TIPI_TRASPORTO=1.0.0 BOLLE_CARICO_DETT=1.0.0 DDT_SCARICO_DETT=1.0.0 FATT_ACC_DETT=1.0.0 MAGAZZINI=1.0.0 "
+            "VETTORI=1.0.0 MMG_ABILITAZIONI=1.0.0 "_s;
+        test::table<QString, QString>(
+            {{"nothing", {}, u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23"_s},
+             {"latest", latest + u"DDT_SCARICO=1.2.0 FATT_ACC=1.4.0"_s, {}},
+             {"invoices 1.0.0", latest + u"DDT_SCARICO=1.2.0 FATT_ACC=1.0.0"_s, u"16,18,22,23"_s},
+             {"invoices 1.3.0", latest + u"DDT_SCARICO=1.2.0 FATT_ACC=1.3.0"_s, u"23"_s},
+             {"notes 1.0.0", latest + u"DDT_SCARICO=1.0.0 FATT_ACC=1.4.0"_s, u"14,20"_s},
+             {"notes 1.0.1", latest + u"DDT_SCARICO=1.0.1 FATT_ACC=1.4.0"_s, u"20"_s},
+             {"unknown version", latest + u"DDT_SCARICO=1.00 FATT_ACC=2.0.0"_s, {}},
+             {"name in lower case", latest + u"ddt_scarico=1.0.0 FATT_ACC=1.4.0"_s, u"7,14,20"_s}});
     }
     void stepsFollowTheVersionsInOrder()
     {
-        const auto [recorded, expected] = test::row<QStringList, QString>();
+        const auto [recorded, expected] = test::row<QString, QString>();
         start(test::Content::HostSchema);
-        for (const QString &entry : recorded)
-            db_->insert(u"TABLE_VERSION"_s,
-                        {{u"TABELLA"_s, entry.section(u'=', 0, 0)}, {u"VERSIONE"_s, entry.section(u'=', 1)}});
+        for (const QString &entry : recorded.split(u' ', Qt::SkipEmptyParts))
+            db_->insert(u"TABLE_VERSION"_s, u"TABELLA="_s + QString(entry).replace(u"="_s, u"|VERSIONE="_s));
         // The real guards and versions with commands that only leave a trace.
         QStringList trace;
         QList<schema::Step> steps = schema::moduleSteps();
@@ -151,20 +88,15 @@ private Q_SLOTS:
         QCOMPARE(trace.join(u','), expected);
     }
 
-    void interruptedUpgradesEndLikeFreshOnes_data()
-    {
-        QTest::addColumn<int>("done");
-        for (const int done : {5, 13, 17, 21})
-            QTest::addRow("after step %d", done) << done;
-    }
+    // After these steps.
+    void interruptedUpgradesEndLikeFreshOnes_data() { test::cases({u"5"_s, u"13"_s, u"17"_s, u"21"_s}); }
     void interruptedUpgradesEndLikeFreshOnes()
     {
-        QFETCH(const int, done);
         test::ScriptedMessages messages;
         start();
         const QStringList fresh = everything();
         start(test::Content::HostSchema);
-        schema::runModuleSteps(db_->connection(), schema::moduleSteps().first(done));
+        schema::runModuleSteps(db_->connection(), schema::moduleSteps().first(test::currentCase().toInt()));
         AggiornaDatabase();
         QCOMPARE(everything(), fresh);
     }
@@ -206,19 +138,14 @@ private Q_SLOTS:
 
     void stepIsTriedTwiceWhenItsDefinitionsCannotBeMade_data()
     {
-        // times: that the COMMIT is refused
-        // tries: of the step
-        test::columns<data::Refusal, int, int, bool>("refusal", "times", "tries", "told");
-        QTest::newRow("once") << data::Refusal::DefinitionNotMade << 1 << 2 << false;
-        QTest::newRow("twice") << data::Refusal::DefinitionNotMade << 2 << 2 << true;
-        QTest::newRow("for another reason") << data::Refusal::Other << 1 << 1 << true;
+        // How often the COMMIT is refused, how often the step is tried, and whether it is told.
+        test::table<data::Refusal, int, int, bool>({{"once", data::Refusal::DefinitionNotMade, 1, 2, false},
+                                                    {"twice", data::Refusal::DefinitionNotMade, 2, 2, true},
+                                                    {"for another reason", data::Refusal::Other, 1, 1, true}});
     }
     void stepIsTriedTwiceWhenItsDefinitionsCannotBeMade()
     {
-        QFETCH(const data::Refusal, refusal);
-        QFETCH(const int, times);
-        QFETCH(const int, tries);
-        QFETCH(const bool, told);
+        const auto [refusal, times, tries, told] = test::row<data::Refusal, int, int, bool>();
         start(test::Content::HostSchema);
         test::ScriptedMessages messages;
         messages.watch(db_->connection());
@@ -250,7 +177,7 @@ private Q_SLOTS:
         messages.watch(db_->connection());
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         AggiornaDatabase();
-        QCOMPARE(db_->lines(columns.arg(u"'DDT_SCARICO'"_s)), QStringList());
+        QCOMPARE(db_->lines(u"SELECT 1 FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = 'DDT_SCARICO'"_s), QStringList());
         QCOMPARE(db_->lines(versions).size(), 13);
     }
 
@@ -259,12 +186,10 @@ private Q_SLOTS:
         start();
         for (const QString &code : {u"A"_s, u"B"_s})
             db_->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, code}, {u"COSTO"_s, 2.5}});
-        const auto movement = [this](const QString &code, const QString &kind, double quantity) {
-            db_->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, code}, {u"TIPO_MOVIMENTO"_s, kind}, {u"QUANTITA"_s, quantity}});
-        };
-        movement(u"A"_s, u"Carico"_s, 10);
-        movement(u"B"_s, u"Carico"_s, 4);
-        movement(u"A"_s, u"Scarico"_s, -2);
+        for (const QString &movement :
+             {u"CODICE=A|TIPO_MOVIMENTO=Carico|QUANTITA=10"_s, u"CODICE=B|TIPO_MOVIMENTO=Carico|QUANTITA=4"_s,
+              u"CODICE=A|TIPO_MOVIMENTO=Scarico|QUANTITA=-2"_s})
+            db_->insert(u"MOVI_MAGA"_s, movement);
         db_->connection().execute(u"UPDATE TABLE_VERSION SET VERSIONE = '1.0.0' WHERE TABELLA = 'MOVI_MAGA'"_s);
         // Given up half-way it leaves nothing of itself, and is due again.
         const auto straight = qScopeGuard([] { schema::setLongRunner({}); });
@@ -283,7 +208,7 @@ private Q_SLOTS:
             });
             test::ScriptedMessages messages;
             if (cancelled)
-                messages.expectPart(u"Informazioni"_s, u"è stato annullato"_s, core::Answer::Ok);
+                messages.expectPart(u"Informazioni"_s, u"è stato annullato"_s);
             const QStringList before = stored();
             AggiornaDatabase();
             QCOMPARE(stored() == before, cancelled);
@@ -297,9 +222,9 @@ private Q_SLOTS:
     void recostingWithoutArticleIsRolledBackAsAWhole()
     {
         start();
-        db_->insert(u"ANA_MAGA"_s, {{u"CODICE"_s, u"A"_s}, {u"COSTO"_s, 2.5}});
-        db_->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, u"A"_s}, {u"TIPO_MOVIMENTO"_s, u"Carico"_s}, {u"QUANTITA"_s, 1}});
-        db_->insert(u"MOVI_MAGA"_s, {{u"CODICE"_s, u"GONE"_s}, {u"TIPO_MOVIMENTO"_s, u"Carico"_s}, {u"QUANTITA"_s, 1}});
+        db_->insert(u"ANA_MAGA"_s, u"CODICE=A|COSTO=2.5"_s);
+        for (const QString &code : {u"A"_s, u"GONE"_s})
+            db_->insert(u"MOVI_MAGA"_s, u"TIPO_MOVIMENTO=Carico|QUANTITA=1|CODICE="_s + code);
         db_->connection().execute(u"UPDATE TABLE_VERSION SET VERSIONE = '1.0.0' WHERE TABELLA = 'MOVI_MAGA'"_s);
         test::ScriptedMessages messages;
         messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
@@ -315,8 +240,7 @@ private Q_SLOTS:
         core::setLogFile(folder.filePath(u"log"_s));
         const auto logOff = qScopeGuard([] { core::setLogFile({}); });
         const auto logged = [&folder] {
-            QFile log(folder.filePath(u"log"_s));
-            return log.open(QIODevice::ReadOnly) ? log.readAll().count("indice IX_MMG_MOVI_MAGA_RIF_DOC") : 0;
+            return test::contentOf(folder.filePath(u"log"_s)).count("indice IX_MMG_MOVI_MAGA_RIF_DOC");
         };
         const QString indexes = u"SELECT RDB$INDEX_NAME FROM RDB$INDICES WHERE RDB$INDEX_NAME STARTING WITH "
                                 "'IX_MMG_' ORDER BY 1"_s;
@@ -327,12 +251,10 @@ private Q_SLOTS:
         db_->connection().execute(u"DROP INDEX IX_MMG_FATT_ACC_DETT"_s);
         test::ScriptedMessages messages;
 
-        data::Connection other;
-        other.setConnectionString(db_->database().connectionString());
-        other.open();
+        const auto other = test::connectTo(db_->database().address());
         {
-            data::Transaction writing(other);
-            test::insertInto(other, u"MOVI_MAGA"_s, {});
+            data::Transaction writing(*other);
+            test::insertInto(*other, u"MOVI_MAGA"_s);
             AggiornaDatabase();
             writing.commit();
         }

@@ -1,11 +1,14 @@
 #include "platform/core/Barcode.h"
 #include "platform/core/DateReader.h"
 #include "platform/core/Decimal.h"
+#include "platform/core/FileAccess.h"
 #include "platform/core/Format.h"
 #include "platform/core/LineText.h"
+#include "platform/core/WorkFolder.h"
 #include "tests/support/Kit.h"
 
 #include <cmath>
+#include <sys/stat.h>
 
 class TestCore : public QObject
 {
@@ -15,23 +18,21 @@ private Q_SLOTS:
     void barcodesAreRead_data()
     {
         // What is read: "GTIN lot count"; empty for no GS1 code.
-        test::columns<QString, bool, QString>("code", "digitFits", "read");
         const QChar gs = core::groupSeparator;
-        QTest::newRow("EAN-13") << u"8001120000019"_s << true << QString();
-        QTest::newRow("EAN-13, wrong") << u"8001120000018"_s << false << QString();
-        QTest::newRow("EAN-8, wrong") << u"12345671"_s << false << QString();
-        QTest::newRow("UPC") << u"012345678905"_s << true << QString();
-        QTest::newRow("free") << u"1234567"_s << true << QString();
-        QTest::newRow("number alone") << u"]C10108001120000019"_s << true << u"08001120000019  1"_s;
-        QTest::newRow("lot and count") << u"]C1010800112000001910L-7"_s + gs + u"3712"_s << true
-                                       << u"08001120000019 L-7 12"_s;
-        QTest::newRow("date, count first, sign on screen")
-            << u"3024"_s + core::shownSeparator + u"17261231"_s + u"0108001120000019"_s << true
-            << u"08001120000019  24"_s;
-        QTest::newRow("brackets") << u"(01)08001120000019(10)A(37)2"_s << true << u"08001120000019 A 2"_s;
-        QTest::newRow("wrong digit in it") << u"0108001120000018"_s << true << QString();
-        QTest::newRow("count of nothing") << u"0108001120000019"_s + u"370"_s << true << QString();
-        QTest::newRow("cut off") << u"0108001120"_s << true << QString();
+        test::table<QString, bool, QString>(
+            {{"EAN-13", u"8001120000019"_s, true, {}},
+             {"EAN-13, wrong", u"8001120000018"_s, false, {}},
+             {"EAN-8, wrong", u"12345671"_s, false, {}},
+             {"UPC", u"012345678905"_s, true, {}},
+             {"free", u"1234567"_s, true, {}},
+             {"number alone", u"]C10108001120000019"_s, true, u"08001120000019  1"_s},
+             {"lot and count", u"]C1010800112000001910L-7"_s + gs + u"3712"_s, true, u"08001120000019 L-7 12"_s},
+             {"date, count first, sign on screen",
+              u"3024"_s + core::shownSeparator + u"17261231"_s + u"0108001120000019"_s, true, u"08001120000019  24"_s},
+             {"brackets", u"(01)08001120000019(10)A(37)2"_s, true, u"08001120000019 A 2"_s},
+             {"wrong digit in it", u"0108001120000018"_s, true, {}},
+             {"count of nothing", u"0108001120000019"_s + u"370"_s, true, {}},
+             {"cut off", u"0108001120"_s, true, {}}});
     }
 
     void barcodesAreRead()
@@ -204,6 +205,45 @@ private Q_SLOTS:
             QCOMPARE(core::parseFlag(text), std::optional(false));
         for (const QString &text : {u""_s, u"vero"_s, u"1,5"_s, u"None"_s})
             QVERIFY2(!core::parseFlag(text), qPrintable(text));
+    }
+
+    void abandonedWorkFoldersGo()
+    {
+        const QTemporaryDir parent;
+        const auto count = [&parent] { return test::filesIn(parent.path()).size(); };
+        const core::WorkFolder inUse(parent.path());
+        core::saveFile(inUse.file(u"copia.fdb"_s), "in use");
+        for (const QString &name : {u".corvane-a1B2c3/dentro"_s, u"altra"_s})
+            QVERIFY(QDir(parent.path()).mkpath(name));
+        core::saveFile(parent.filePath(u".corvane-a1B2c3/copia.fdb"_s), "left by a program that was killed");
+        QCOMPARE(count(), 3);
+        core::saveFile(parent.filePath(u"a.txt"_s), "x");
+        QCOMPARE(count(), 3);
+        QVERIFY(QFile::exists(inUse.file(u"copia.fdb"_s)) && QFile::exists(parent.filePath(u"altra"_s)));
+    }
+
+    void ownFilesArePrivateAndExportsAreNot()
+    {
+        const QTemporaryDir folder;
+        const auto name = [&folder](const QString &file) { return folder.filePath(file); };
+        const auto mode = [&name](const QString &file) {
+            struct stat found = {};
+            ::lstat(QFile::encodeName(name(file)).constData(), &found);
+            return QString::number(found.st_mode & ACCESSPERMS, 8);
+        };
+        const mode_t before = ::umask(022);
+        core::keepNewFilesPrivate();
+        QVERIFY(core::appendLine(name(u"registro"_s), "x"));
+        core::saveFile(name(u"accessi.ini"_s), "x", core::Readers::OwnerOnly);
+        core::saveFile(name(u"elenco.csv"_s), "x");
+        QCOMPARE(mode(u"registro"_s), u"600"_s);
+        QCOMPARE(mode(u"accessi.ini"_s), u"600"_s);
+        QCOMPARE(mode(u"elenco.csv"_s), QString::number(core::usualFileMode(), 8));
+        // What the user lets others write stays theirs.
+        ::chmod(QFile::encodeName(name(u"elenco.csv"_s)).constData(), 0664);
+        core::saveFile(name(u"elenco.csv"_s), "y");
+        QCOMPARE(mode(u"elenco.csv"_s), u"664"_s);
+        ::umask(before);
     }
 };
 

@@ -4,11 +4,7 @@
 
 #include <cmath>
 
-namespace {
-
 const QString allRows = u"SELECT * FROM PROVA ORDER BY ID"_s;
-
-} // namespace
 
 class TestData : public QObject
 {
@@ -62,13 +58,13 @@ private Q_SLOTS:
 
     void missingValueOfARequiredColumnIsRefused_data()
     {
-        test::columns<QString, QVariant, QVariant>("column", "former", "missing");
-        QTest::newRow("integer") << u"NUMERO"_s << QVariant(7) << QVariant();
-        QTest::newRow("text") << u"TESTO"_s << QVariant(u"sette"_s) << QVariant();
-        QTest::newRow("blob") << u"NOTE"_s << QVariant(u"sette"_s) << QVariant();
-        QTest::newRow("decimal") << u"IMPORTO"_s << QVariant(7.5) << QVariant(QMetaType(QMetaType::Double));
-        QTest::newRow("date") << u"GIORNO"_s << QVariant(QDate(2026, 1, 2)) << QVariant(QDate());
-        QTest::newRow("time") << u"ORA"_s << QVariant(QTime(8, 0)) << QVariant(QTime());
+        test::table<QString, QVariant, QVariant>(
+            {{"integer", u"NUMERO"_s, 7, {}},
+             {"text", u"TESTO"_s, u"sette"_s, {}},
+             {"blob", u"NOTE"_s, u"sette"_s, {}},
+             {"decimal", u"IMPORTO"_s, 7.5, QVariant(QMetaType(QMetaType::Double))},
+             {"date", u"GIORNO"_s, QDate(2026, 1, 2), QDate()},
+             {"time", u"ORA"_s, QTime(8, 0), QTime()}});
     }
 
     // The driver drops such a value: the row got 0, an empty text, or 17/11/1858.
@@ -172,10 +168,9 @@ private Q_SLOTS:
     void rowsBeforeAnErrorAreKept()
     {
         data::Rows rows;
-        const QString error = test::errorOf([this, &rows] {
-            connection_->selectInto(rows, u"SELECT 10 / (2 - N) AS X FROM (SELECT 1 AS N FROM RDB$DATABASE UNION "
-                                          "ALL SELECT 2 FROM RDB$DATABASE)"_s);
-        });
+        const QString sql = u"SELECT 10 / (2 - N) AS X FROM (SELECT 1 AS N FROM RDB$DATABASE UNION ALL SELECT 2 FROM "
+                            "RDB$DATABASE)"_s;
+        const QString error = test::errorOf([&] { connection_->selectInto(rows, sql); });
         QVERIFY2(error.contains(u"divide"_s), qPrintable(error));
         QCOMPARE(rows.size(), qsizetype(1));
         QCOMPARE(rows.integer(0, u"X"), 10);
@@ -200,19 +195,16 @@ private Q_SLOTS:
             return connection_->select(count, {{u"NUMERO"_s, 1}}).integer(0, u"NUM");
         };
         QCOMPARE(number(), 0);
-        {
+        for (const bool committed : {true, false}) {
+            const int before = number();
             data::Transaction transaction(*connection_);
-            QCOMPARE(number(), 0);
+            QCOMPARE(number(), before);
             connection_->run(u"INSERT INTO PROVA(NUMERO) VALUES(?)"_s, {1});
-            QCOMPARE(number(), 1);
-            transaction.commit();
+            QCOMPARE(number(), before + 1);
+            if (committed)
+                transaction.commit();
         }
-        QCOMPARE(number(), 1);
-        {
-            data::Transaction transaction(*connection_);
-            connection_->run(u"INSERT INTO PROVA(NUMERO) VALUES(?)"_s, {1});
-            QCOMPARE(number(), 2);
-        }
+        QVERIFY(!connection_->inTransaction());
         QCOMPARE(number(), 1);
     }
 
@@ -253,17 +245,6 @@ private Q_SLOTS:
         }
     }
 
-    void uncommittedTransactionIsRolledBack()
-    {
-        {
-            data::Transaction transaction(*connection_);
-            connection_->execute(u"INSERT INTO PROVA(NUMERO) VALUES(1)"_s);
-            QVERIFY(connection_->inTransaction());
-        }
-        QVERIFY(!connection_->inTransaction());
-        QCOMPARE(stored(u"NUMERO"_s), QStringList());
-    }
-
     void nestedTransactionIsRefusedAndTheOuterOneLives()
     {
         data::Transaction outer(*connection_);
@@ -286,25 +267,21 @@ private Q_SLOTS:
         QCOMPARE(stored(u"TESTO"_s), QStringList(u"bene"_s));
     }
 
-    void changeOfAVanishedRowIsAnError()
-    {
-        connection_->execute(u"INSERT INTO PROVA(NUMERO) VALUES(1)"_s);
-        data::DataSet &set = openSet();
-        connection_->execute(u"DELETE FROM PROVA"_s);
-        set.edit();
-        set.setValue(u"NUMERO"_s, 2);
-        QCOMPARE(test::errorOf([&set] { set.updateBatch(); }), u"La riga da modificare non esiste più."_s);
-    }
-
-    void onlyChangedColumnsAreWritten()
+    // Only the columns that were changed are written, and only to a row that is there.
+    void rowChangedElsewhere()
     {
         connection_->execute(u"INSERT INTO PROVA(NUMERO, TESTO) VALUES(1, 'mio')"_s);
         data::DataSet &set = openSet();
+        const auto change = [&set](int number) {
+            set.edit();
+            set.setValue(u"NUMERO"_s, number);
+            set.updateBatch();
+        };
         connection_->execute(u"UPDATE PROVA SET TESTO = 'altrui'"_s);
-        set.edit();
-        set.setValue(u"NUMERO"_s, 2);
-        set.updateBatch();
+        change(2);
         QCOMPARE(stored(u"TESTO"_s), QStringList(u"altrui"_s));
+        connection_->execute(u"DELETE FROM PROVA"_s);
+        QCOMPARE(test::errorOf([&] { change(3); }), u"La riga da modificare non esiste più."_s);
     }
 
     void locateComparesExactlyAndKeepsTheRowWhenNothingFits()
@@ -320,6 +297,66 @@ private Q_SLOTS:
         QVERIFY(set.locate(u"TESTO"_s, QVariant()));
         QCOMPARE(set.integer(u"ID"_s), 5); // null, not empty
         QVERIFY(set.locate(u"NUMERO"_s, 5));
+    }
+
+    void nativeAddressComesBackAsItWas()
+    {
+        // Host, port, file and password.
+        for (const auto &[host, port, file, password] :
+             {std::tuple(QString(), 0, u"/dati/città nuova/a.fdb"_s, QString()),
+              {u"server"_s, 3051, u"corvane"_s, u"segreta"_s},
+              {u"server"_s, 0, u"a;b.fdb"_s, u"a;Provider=x"_s},
+              {u"server"_s, 0, u"a"_s, u" a "_s}}) {
+            const data::DatabaseAddress address = {.host = host, .port = port, .file = file, .password = password};
+            const data::DriverSettings settings = data::driverSettings(data::nativeConnectionString(address));
+            QVERIFY(!settings.isOdbc);
+            QCOMPARE(std::tuple(settings.address.host, settings.address.port, settings.address.file,
+                                settings.address.password, settings.address.user),
+                     std::tuple(host, port, file, password, u"SYSDBA"_s));
+        }
+    }
+
+    void odbcProviderGoesToItsDataSource()
+    {
+        const data::DriverSettings settings = data::driverSettings(
+            u"provider = msdasql.1;Persist Security Info=False;User ID=UTENTE;Password='a;b';Data Source=CORVANE3_LOCAL"_s);
+        QVERIFY(settings.isOdbc);
+        QCOMPARE(settings.dataSourceName, u"CORVANE3_LOCAL"_s);
+        QCOMPARE(settings.address.user + u'/' + settings.address.password, u"UTENTE/a;b"_s);
+        QVERIFY(settings.address.file.isEmpty());
+    }
+
+    void commandLineAddressIsRead()
+    {
+        for (const auto &[text, host, port, file] :
+             {std::tuple(QString(), QString(), 0, QString()),
+              {u"/dati/a.fdb"_s, QString(), 0, u"/dati/a.fdb"_s},
+              {u"  a b.fdb "_s, QString(), 0, u"a b.fdb"_s},
+              {u"/dati/a:b.fdb"_s, QString(), 0, u"/dati/a:b.fdb"_s},
+              {u"./a:b.fdb"_s, QString(), 0, u"./a:b.fdb"_s},
+              {u":a.fdb"_s, QString(), 0, u":a.fdb"_s},
+              {u"server:"_s, QString(), 0, u"server:"_s},
+              {u"server:archivio"_s, u"server"_s, 0, u"archivio"_s},
+              {u"10.0.0.5/3051:/dati/a:b.fdb"_s, u"10.0.0.5"_s, 3051, u"/dati/a:b.fdb"_s},
+              {u"server:C:\\dati\\a.fdb"_s, u"server"_s, 0, u"C:\\dati\\a.fdb"_s},
+              {u"server/x:/dati/a.fdb"_s, QString(), 0, u"server/x:/dati/a.fdb"_s}}) {
+            const data::DatabaseAddress address = data::DatabaseAddress::parse(text);
+            QCOMPARE(std::tuple(address.host, address.port, address.file), std::tuple(host, port, file));
+            QCOMPARE(address.toString(), text.trimmed());
+        }
+    }
+
+    void unknownProviderIsRefused()
+    {
+        QCOMPARE(test::errorOf([] { data::driverSettings(u"Provider=Altro;Password=segreta"_s); }),
+                 u"Provider di database sconosciuto: \"Altro\"."_s);
+    }
+
+    void logNamesAStatementWithoutItsValues()
+    {
+        QCOMPARE(data::statementKind(u"SELECT * FROM CLIENTI WHERE CODICE = 'a FROM b'"_s), u"SELECT FROM CLIENTI"_s);
+        QCOMPARE(data::statementKind(u"insert into  um (UM) values ('x')"_s), u"INSERT INTO UM"_s);
+        QCOMPARE(data::statementKind(u"EXECUTE BLOCK AS BEGIN END"_s), u"EXECUTE"_s);
     }
 
 private:

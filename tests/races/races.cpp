@@ -3,20 +3,11 @@
 //
 // usage: races COUNT   two thirds of the saves are new documents, whose numbers both propose; one third are of a
 //                      document that both have open
-#include "host/DatabaseSetup.h"
 #include "host/start/FirstRows.h"
-#include "platform/core/Error.h"
-#include "tests/support/FirebirdServer.h"
+#include "tests/support/Documents.h"
+#include "tests/support/Kit.h"
 #include "tests/support/SlowLink.h"
-#include "tests/support/Workplace.h"
 #include "tests/support/Workstation.h"
-
-#include <QApplication>
-#include <QElapsedTimer>
-
-#include <cstdio>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -62,9 +53,7 @@ Races::Races()
     host::createHostDatabase(server_.address(), true);
     host::insertDemoModuleData(test::Workplace(server_.address()).database());
     connection_ = test::connectTo(server_.address());
-    for (const char *table : {"BOLLE_CARICO_DETT", "BOLLE_CARICO", "DDT_SCARICO_DETT", "DDT_SCARICO", "FATT_ACC_DETT",
-                              "FATT_ACC", "MOVI_MAGA"})
-        connection_->execute(u"DELETE FROM "_s + QLatin1StringView(table));
+    test::emptyDocuments(*connection_);
     link_.setDelay(delay);
 }
 
@@ -151,8 +140,7 @@ void Races::raceFor(const QString &key, int round, test::Workstation &first, tes
 
 int Races::oneDocument(int count)
 {
-    for (const char *table : {"BOLLE_CARICO_DETT", "BOLLE_CARICO", "MOVI_MAGA"})
-        connection_->execute(u"DELETE FROM "_s + QLatin1StringView(table));
+    test::emptyDocuments(*connection_);
     test::Workstation first(slow_, {});
     test::Workstation second(slow_, {});
     first.tell(u"receipt 0 new 7 no\ngo"_s);

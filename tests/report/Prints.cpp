@@ -1,13 +1,5 @@
 #include "tests/report/Prints.h"
 
-#include "platform/core/Error.h"
-
-#include <QDir>
-#include <QProcess>
-#include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
-
 namespace test {
 
 namespace {
@@ -34,20 +26,15 @@ QVariantMap documentHeader(const QVariantMap &changes)
         "5|VETT_CITTA=Padova|TIPO_TRASPORTO=A mezzo vettore|ASPETTO_BENI=Scatole di "
         "cartone|CAUSALE_TRASPORTO=Conto lavorazione|COLLI=14|PESO=1234.5|PESO_UM=KG|"
         "DATA_INIZIO_TRASPORTO=2026-03-17|ORA_INIZIO_TRASPORTO=08:45:00|NOTE=Consegnare entro venerdì"_s;
-    QVariantMap header;
-    for (const QString &column : columns.split(u'|'))
-        header.insert(column.section(u'=', 0, 0), column.section(u'=', 1));
+    QVariantMap header = fields(columns);
     header.insert(changes);
     return header;
 }
 
 QVariantMap row(int number, const QVariantMap &more)
 {
-    QVariantMap columns = {{u"CODICE"_s, u"ART-%1"_s.arg(number, 3, 10, QLatin1Char('0'))},
-                           {u"DESCRIZIONE"_s, u"Articolo numero %1"_s.arg(number)},
-                           {u"QUANTITA"_s, number},
-                           {u"UM"_s, u"PZ"_s},
-                           {u"TIPO_RIGA"_s, u"Articolo"_s}};
+    const QString text = u"CODICE=ART-%1|DESCRIZIONE=Articolo numero %2|QUANTITA=%2|UM=PZ|TIPO_RIGA=Articolo"_s;
+    QVariantMap columns = fields(text.arg(number, 3, 10, QLatin1Char('0')).arg(number));
     columns.insert(more);
     return columns;
 }
@@ -78,26 +65,18 @@ int insertNote(data::Connection &connection, int rows, const QVariantMap &header
 
 int insertInvoice(data::Connection &connection, int rows, const QVariantMap &header)
 {
-    QVariantMap all = {{u"TIPO_PAGAMENTO"_s, u"Ricevuta bancaria 30 gg"_s},
-                       {u"SCADENZA_PAGAMENTO"_s, QDate(2026, 4, 30)},
-                       {u"PAGATO"_s, u"False"_s},
-                       {u"FC_ABILITATO"_s, u"False"_s},
-                       {u"IVA_ESENTE"_s, u"False"_s},
-                       {u"TOTALE_IMPONIBILE"_s, 10.0 * rows},
-                       {u"TOTALE_IMPOSTA"_s, 2.2 * rows},
-                       {u"TOTALE_DOCUMENTO"_s, 12.2 * rows}};
+    QVariantMap all = fields(u"TIPO_PAGAMENTO=Ricevuta bancaria 30 gg|SCADENZA_PAGAMENTO=2026-04-30|PAGATO=False|"
+                             "FC_ABILITATO=False|IVA_ESENTE=False|TOTALE_IMPONIBILE=%1|TOTALE_IMPOSTA=%2|"
+                             "TOTALE_DOCUMENTO=%3"_s.arg(10.0 * rows)
+                                 .arg(2.2 * rows)
+                                 .arg(12.2 * rows));
     all.insert(header);
     const int invoice = insertInto(connection, u"FATT_ACC"_s, documentHeader(all));
     for (int number = 1; number <= rows; ++number)
-        insertInvoiceRow(connection, invoice,
-                         row(number, {{u"PREZZO"_s, 12.5},
-                                      {u"SCONTO"_s, 20},
-                                      {u"QUANTITA"_s, 1},
-                                      {u"IMPORTO"_s, 10},
-                                      {u"IVA_IDALIQUOTA_IVA"_s, 1},
-                                      {u"IVA_CODICE"_s, u"22"_s},
-                                      {u"IVA_DESCRIZIONE"_s, u"Aliquota ordinaria"_s},
-                                      {u"IVA_ALIQUOTA"_s, 22}}));
+        insertInvoiceRow(
+            connection, invoice,
+            row(number, fields(u"PREZZO=12.5|SCONTO=20|QUANTITA=1|IMPORTO=10|IVA_IDALIQUOTA_IVA=1|IVA_CODICE=22|"
+                               "IVA_DESCRIZIONE=Aliquota ordinaria|IVA_ALIQUOTA=22"_s)));
     return invoice;
 }
 
@@ -122,7 +101,7 @@ QString rawPdfText(const QString &file)
 
 QString pdfText(const QString &file)
 {
-    return outputOf(u"pdftotext"_s, {u"-layout"_s, file, u"-"_s}).simplified();
+    return pdfPages(file).join(u' ').simplified();
 }
 
 } // namespace test

@@ -1,7 +1,9 @@
 #pragma once
-#include "tests/support/Workplace.h"
-
-#include <QVariantMap>
+#include "host/ui/PreviewWindow.h"
+#include "magazzino/reports/MMGStampe.h"
+#include "platform/report/Document.h"
+#include "platform/report/Report.h"
+#include "tests/support/Fixtures.h"
 
 /// Documents to print and what came out on paper.
 namespace test {

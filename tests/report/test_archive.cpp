@@ -1,11 +1,8 @@
-#include "host/ui/PreviewWindow.h"
 #include "host/ui/Printing.h"
 #include "magazzino/documents/StampeDocumenti.h"
-#include "magazzino/reports/MMGStampe.h"
 #include "platform/ui/MailProgram.h"
 #include "platform/ui/ProgressDialog.h"
 #include "tests/report/Prints.h"
-#include "tests/support/Fixtures.h"
 
 #include <filesystem>
 
@@ -41,7 +38,7 @@ private Q_SLOTS:
             test::press(form, u"cmdScegliLogo"_s);
             test::trigger(form, u"actSalva"_s);
         };
-        place().messages.expectPart(u"Errore"_s, u"non contiene un'immagine"_s, core::Answer::Ok);
+        place().messages.expectPart(u"Errore"_s, u"non contiene un'immagine"_s);
         choose(u"c.png"_s);
         for (const auto &[name, height] : {std::pair(u"a.svg"_s, 15.0), {u"b.png"_s, 20.5}}) {
             choose(name);
@@ -124,7 +121,7 @@ private Q_SLOTS:
         setOptions([&](QDialog &dialog) {
             auto *folder = test::control<QWidget>(&dialog, u"ARCHIVIO_STAMPE"_s)->findChild<QLineEdit *>();
             test::retype(folder, archive + u"/manca"_s);
-            place().messages.expectPart(u"Attenzione"_s, u"non esiste"_s, core::Answer::Ok);
+            place().messages.expectPart(u"Attenzione"_s, u"non esiste"_s);
             test::press(&dialog, u"cmdOk"_s);
             test::retype(folder, u"archivio"_s);
             place().messages.expectPart(u"Attenzione"_s, u"il percorso completo"_s, core::Answer::Ok);
@@ -171,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(lines(u"SELECT COUNT(*) FROM STAMPE_DOCUMENTI"_s), QStringList(u"3"_s));
         // An archive that is gone keeps nobody from printing.
         QDir(archive).removeRecursively();
-        place().messages.expectPart(u"Errore"_s, u"non è stato archiviato"_s, core::Answer::Ok);
+        place().messages.expectPart(u"Errore"_s, u"non è stato archiviato"_s);
         test::trigger(form, u"actSalvaPDF"_s);
         QCOMPARE(test::shown(form, u"lblStampato"_s), printed);
         // Nor does a note that cannot be written; what is printed next is shown again, not written to the file.

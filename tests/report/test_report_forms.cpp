@@ -1,8 +1,5 @@
-#include "host/ui/PreviewWindow.h"
-#include "magazzino/reports/MMGStampe.h"
 #include "platform/ui/ProgressDialog.h"
 #include "tests/report/Prints.h"
-#include "tests/support/Fixtures.h"
 
 /// The windows around printing: report forms, the note's commands, the preview.
 class TestReportForms : public test::AtWorkplace

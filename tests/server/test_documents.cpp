@@ -49,8 +49,7 @@ private Q_SLOTS:
     void init() override
     {
         AtServer::init();
-        for (const char *table : {"DDT_SCARICO_DETT", "DDT_SCARICO", "FATT_ACC_DETT", "FATT_ACC", "MOVI_MAGA"})
-            database().execute(u"DELETE FROM "_s + QLatin1StringView(table));
+        test::emptyDocuments(database());
     }
 
     // Their statements log in by themselves, with the password of the module's connection.
@@ -61,30 +60,31 @@ private Q_SLOTS:
 
     void anotherWorkstationSavesInBetween()
     {
-        const QString otherRow =
-            u"INSERT INTO DDT_SCARICO_DETT(IDDDT_SCARICO, TIPO_RIGA, CODICE) SELECT IDDDT_SCARICO, 'Articolo', '%1' "
-            "FROM DDT_SCARICO WHERE NUMERO = 50"_s;
-        const QString otherMovement =
-            u"INSERT INTO MOVI_MAGA(IDMAGAZZINO, DATA_MOVIMENTO, CODICE, DESCRIZIONE, IDCATEGORIA_ANA_MAGA, "
-            "TIPO_MOVIMENTO, PREZZO, COSTO, QUANTITA, VALORE, VALORE_IMPORTO, IDCAUSALE_MAGA, RIF_DOC_TIPO, "
-            "RIF_DOC_ID, RIF_DOC_IDRIGA) SELECT 0, CURRENT_DATE, CODICE, '-', 1, 'Scarico', 0, 0, -1, 0, 0, 2, "
-            "'D.d.T. di scarico', IDDDT_SCARICO, IDDDT_SCARICO_DETT FROM DDT_SCARICO_DETT WHERE CODICE = '%1'"_s;
+        const auto addRow = [this](const QString &article) {
+            const auto other = connect();
+            const QString note =
+                test::linesOf(*other, u"SELECT IDDDT_SCARICO FROM DDT_SCARICO WHERE NUMERO = 50"_s).value(0);
+            const int row = test::insertInto(*other, u"DDT_SCARICO_DETT"_s,
+                                             u"IDDDT_SCARICO=%1|TIPO_RIGA=Articolo|CODICE=%2"_s.arg(note, article));
+            test::insertInto(
+                *other, u"MOVI_MAGA"_s,
+                u"CODICE=%1|TIPO_MOVIMENTO=Scarico|QUANTITA=-1|RIF_DOC_TIPO=D.d.T. di scarico|RIF_DOC_ID=%2|"
+                "RIF_DOC_IDRIGA=%3"_s.arg(article, note)
+                    .arg(row));
+        };
         const test::Document note(place(), test::deliveryNote());
-        note.fillHeader();
-        note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+        note.enter(u"7,90"_s, u"5"_s);
         note.addArticle(u"SMA-0750"_s, u"8"_s, u"2"_s);
         int headers = 0;
         int rows = 0;
         connection().setStatementHook([&](const QString &sql) {
-            if (sql.startsWith(u"INSERT INTO DDT_SCARICO ") && headers++ == 0)
-                runElsewhere({u"INSERT INTO DDT_SCARICO(NUMERO, DATA, ANNO, TIPO_ANAGRAFICA, CLI_CODICE, "
-                              "CLI_RAGIONESOCIALE, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, "
-                              "CAUSALE_TRASPORTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO) VALUES(50, "
-                              "'2026-03-16', 2026, 0, 'ALTRO', 'Altra', 1, 'X', 1, 'X', 0, 0, 0)"_s,
-                              otherRow.arg(u"ALTRO-1"_s), otherMovement.arg(u"ALTRO-1"_s)});
+            if (sql.startsWith(u"INSERT INTO DDT_SCARICO ") && headers++ == 0) {
+                test::insertInto(*connect(), u"DDT_SCARICO"_s, u"NUMERO=50|ANNO=2026|CLI_CODICE=ALTRO"_s);
+                addRow(u"ALTRO-1"_s);
+            }
             // Both rows go in one statement.
             if (sql.contains(u"INSERT INTO DDT_SCARICO_DETT ") && rows++ == 0)
-                runElsewhere({otherRow.arg(u"ALTRO-2"_s), otherMovement.arg(u"ALTRO-2"_s)});
+                addRow(u"ALTRO-2"_s);
         });
         const QString documents = u"SELECT D.NUMERO, R.CODICE, M.CODICE, M.QUANTITA FROM DDT_SCARICO D JOIN "
                                   "DDT_SCARICO_DETT R ON R.IDDDT_SCARICO = D.IDDDT_SCARICO LEFT JOIN MOVI_MAGA M "
@@ -101,8 +101,7 @@ private Q_SLOTS:
         QCOMPARE(lines(u"SELECT IDDDT_SCARICO FROM DDT_SCARICO WHERE NUMERO = 1"_s),
                  QStringList({QString::number(note.form().IdRecord())}));
         // The form works on the key that it was really given.
-        note.form().DataChanged();
-        note.save();
+        note.saveAgain();
         QCOMPARE(lines(documents), expected);
         QCOMPARE(lines(u"SELECT COUNT(*) FROM MOVI_MAGA"_s), QStringList(u"4"_s));
     }
@@ -110,16 +109,10 @@ private Q_SLOTS:
     void sameNumberAtTheSameMomentIsStoredOnce()
     {
         const test::Document invoice(place(), test::accompanyingInvoice());
-        invoice.fillHeader();
-        invoice.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+        invoice.enter(u"7,90"_s, u"5"_s);
         connection().setStatementHook([&](const QString &sql) {
             if (sql.startsWith(u"INSERT INTO FATT_ACC "))
-                runElsewhere(
-                    {u"INSERT INTO FATT_ACC(NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, "
-                     "TIPO_PAGAMENTO, PAGATO, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, "
-                     "CAUSALE_TRASPORTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, FC_ABILITATO) "
-                     "VALUES(1, '2026-03-16', 2026, 'ALTRO', 'Altra', 1, 'X', 'False', 1, 'X', 1, 'X', 0, 0, 0, "
-                     "'False')"_s});
+                test::insertInto(*connect(), u"FATT_ACC"_s, u"NUMERO=1|ANNO=2026|CLI_CODICE=ALTRO"_s);
         });
         place().messages.expectError(test::saveError);
         invoice.save();
@@ -137,25 +130,22 @@ private Q_SLOTS:
 
     void serverLostDuringTheSave_data()
     {
-        test::columns<QString, bool>("statement", "stored");
-        QTest::newRow("header") << u"INSERT INTO DDT_SCARICO "_s << false;
-        QTest::newRow("row") << u"INSERT INTO DDT_SCARICO_DETT "_s << false;
-        QTest::newRow("commit") << u"COMMIT"_s << false;
-        QTest::newRow("row of a stored note") << u"INSERT INTO DDT_SCARICO_DETT "_s << true;
-        QTest::newRow("commit of a stored note") << u"COMMIT"_s << true;
+        test::table<QString, bool>({{"header", u"INSERT INTO DDT_SCARICO "_s, false},
+                                    {"row", u"INSERT INTO DDT_SCARICO_DETT "_s, false},
+                                    {"commit", u"COMMIT"_s, false},
+                                    {"row of a stored note", u"INSERT INTO DDT_SCARICO_DETT "_s, true},
+                                    {"commit of a stored note", u"COMMIT"_s, true}});
     }
 
     void serverLostDuringTheSave()
     {
-        QFETCH(QString, statement);
-        QFETCH(bool, stored);
+        const auto [statement, stored] = test::row<QString, bool>();
         const QString rows =
             u"SELECT D.ASPETTO_BENI, R.CODICE, R.QUANTITA FROM DDT_SCARICO D JOIN DDT_SCARICO_DETT R ON "
             "R.IDDDT_SCARICO = D.IDDDT_SCARICO ORDER BY R.IDDDT_SCARICO_DETT"_s;
         const QString movements = u"SELECT CODICE, QUANTITA FROM MOVI_MAGA"_s;
         const test::Document note(place(), test::deliveryNote());
-        note.fillHeader();
-        note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+        note.enter(u"7,90"_s, u"5"_s);
         if (stored)
             note.save();
         const QStringList before = lines(rows) + lines(movements);
@@ -176,8 +166,7 @@ private Q_SLOTS:
         QCOMPARE(test::cellText(note.grid(), 0, u"Q.tà"_s), u"6,00"_s);
         server().start();
         QCOMPARE(lines(rows) + lines(movements), before);
-        note.form().DataChanged();
-        note.save();
+        note.saveAgain();
         QCOMPARE(note.flags(), u"stored"_s);
         QCOMPARE(lines(rows) + lines(movements), QStringList({u"Sfuso|TRA-0018|6"_s, u"TRA-0018|-6"_s}));
     }
@@ -185,8 +174,7 @@ private Q_SLOTS:
     void serverLostBeforeTheSave()
     {
         const test::Document note(place(), test::deliveryNote());
-        note.fillHeader();
-        note.addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+        note.enter(u"7,90"_s, u"5"_s);
         server().crash();
         QStringList shown;
         const core::MessageHandler scripted = core::setMessageHandler([&shown](const core::Message &message) {
@@ -243,14 +231,6 @@ private Q_SLOTS:
         QVERIFY2(bothRefused <= 3, qPrintable(QString::number(bothRefused)));
         for (test::Workstation *workstation : {&first, &second})
             QCOMPARE(workstation->end(60), QString());
-    }
-
-private:
-    void runElsewhere(const QStringList &statements) const
-    {
-        test::Workstation elsewhere(server().address(), statements, u"run_sql"_s);
-        if (const QString complaint = elsewhere.end(20); !complaint.isEmpty())
-            throw core::Error(u"run_sql: "_s + complaint);
     }
 };
 

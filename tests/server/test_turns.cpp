@@ -40,8 +40,7 @@ private Q_SLOTS:
             // A chooser reads its list once, when the fingers rest after it got the focus: not in a counted save.
             QTest::qWait(time == 0 ? restOfFingers : 0);
         }
-        document.form().DataChanged();
-        document.save();
+        document.saveAgain();
         document.form().DataChanged();
         const int again = turnsOf([&] { document.save(); });
         QVERIFY2(again <= most, qPrintable(QString::number(again)));

@@ -2,15 +2,8 @@
 
 #include "platform/core/Error.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemModelTester>
-#include <QAction>
-#include <QApplication>
-#include <QKeyEvent>
-#include <QPlainTextEdit>
-#include <QTabWidget>
-#include <QTableView>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 

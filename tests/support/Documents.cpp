@@ -1,33 +1,9 @@
 #include "tests/support/Documents.h"
 
 #include "magazzino/uMMGModMagazzino.h"
-#include "platform/core/Error.h"
-
-#include <QAbstractButton>
-#include <QAction>
-#include <QComboBox>
-#include <QPlainTextEdit>
-#include <QTabWidget>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Kit.h"
 
 namespace test {
-
-const DocumentNames &receipt()
-{
-    return documentNames(u"receipt"_s);
-}
-
-const DocumentNames &deliveryNote()
-{
-    return documentNames(u"note"_s);
-}
-
-const DocumentNames &accompanyingInvoice()
-{
-    return documentNames(u"invoice"_s);
-}
 
 const DocumentNames &documentNames(const QString &kind)
 {
@@ -47,25 +23,34 @@ const DocumentNames &documentNames(const QString &kind)
     return *found;
 }
 
+static const QStringList storedTables = {u"BOLLE_CARICO_DETT"_s, u"BOLLE_CARICO"_s,  u"DDT_SCARICO_DETT"_s,
+                                         u"DDT_SCARICO"_s,       u"FATT_ACC_DETT"_s, u"FATT_ACC"_s,
+                                         u"MOVI_MAGA"_s};
+
+void emptyDocuments(data::Connection &connection)
+{
+    for (const QString &table : storedTables)
+        connection.execute(u"DELETE FROM "_s + table);
+}
+
 void eachKind(const QStringList &cases)
 {
-    QTest::addColumn<int>("unused");
-    for (const QString &kind : {u"receipt"_s, u"note"_s, u"invoice"_s}) {
-        if (cases.isEmpty())
-            QTest::newRow(qPrintable(kind)) << 0;
+    QStringList names = {u"receipt"_s, u"note"_s, u"invoice"_s};
+    for (const QString &kind : std::exchange(names, cases.isEmpty() ? names : QStringList())) {
         for (const QString &some : cases)
-            QTest::newRow(qPrintable(kind + u", "_s + some)) << 0;
+            names.append(kind + u", "_s + some);
     }
+    test::cases(names);
 }
 
 const DocumentNames &kindOfRow()
 {
-    return documentNames(QString::fromLatin1(QTest::currentDataTag()).section(u", "_s, 0, 0));
+    return documentNames(currentCase().section(u", "_s, 0, 0));
 }
 
 QString caseOfRow()
 {
-    return QString::fromLatin1(QTest::currentDataTag()).section(u", "_s, 1);
+    return currentCase().section(u", "_s, 1);
 }
 
 Document::Document(Workplace &workplace, const DocumentNames &names)
@@ -133,6 +118,24 @@ void Document::addArticle(const QString &code, const QString &price, const QStri
     typeIntoCell(grid(), row, u"Q.tà"_s, quantity);
 }
 
+void Document::enter(const QString &price, const QString &quantity) const
+{
+    fillHeader();
+    addArticle(u"TRA-0018"_s, price, quantity);
+}
+
+void Document::saveAgain() const
+{
+    form_->DataChanged();
+    save();
+}
+
+void Document::store(const QString &price, const QString &quantity) const
+{
+    enter(price, quantity);
+    save();
+}
+
 QString Document::flags() const
 {
     QString text = form_->NewRecord() ? u"new"_s : u"stored"_s;
@@ -146,9 +149,8 @@ QString Document::flags() const
 QStringList Document::stored() const
 {
     QStringList all;
-    for (const char *table : {"BOLLE_CARICO", "BOLLE_CARICO_DETT", "DDT_SCARICO", "DDT_SCARICO_DETT", "FATT_ACC",
-                              "FATT_ACC_DETT", "MOVI_MAGA"})
-        all += workplace_.lines(u"SELECT * FROM %1 ORDER BY 1"_s.arg(QLatin1StringView(table)));
+    for (const QString &table : storedTables)
+        all += workplace_.lines(u"SELECT * FROM %1 ORDER BY 1"_s.arg(table));
     return all;
 }
 

@@ -19,11 +19,25 @@ struct DocumentNames
     QString priceHeader;
 };
 
-const DocumentNames &receipt();
-const DocumentNames &deliveryNote();
-const DocumentNames &accompanyingInvoice();
 /// The kind called "receipt", "note" or "invoice".
+///@{
 const DocumentNames &documentNames(const QString &kind);
+inline const DocumentNames &receipt()
+{
+    return documentNames(QStringLiteral("receipt"));
+}
+inline const DocumentNames &deliveryNote()
+{
+    return documentNames(QStringLiteral("note"));
+}
+inline const DocumentNames &accompanyingInvoice()
+{
+    return documentNames(QStringLiteral("invoice"));
+}
+///@}
+
+/// Deletes every document and movement.
+void emptyDocuments(data::Connection &connection);
 
 /// Data rows of a test: for each kind one named after it or, with `cases`, "KIND, CASE" for each of them.
 void eachKind(const QStringList &cases = {});
@@ -57,7 +71,13 @@ public:
     void fillAll() const;
     void addArticle(const QString &code, const QString &price, const QString &quantity) const;
     void trigger(const QString &action) const { test::trigger(form_, action); }
+    /// Fills the header and adds the article TRA-0018.
+    void enter(const QString &price, const QString &quantity) const;
     void save() const { trigger(QStringLiteral("actSalva")); }
+    /// As if something had been typed.
+    void saveAgain() const;
+    /// Enters the same and saves.
+    void store(const QString &price, const QString &quantity) const;
 
     /// "new modified", "stored" and so on.
     QString flags() const;

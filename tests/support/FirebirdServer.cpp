@@ -1,11 +1,10 @@
 #include "tests/support/FirebirdServer.h"
 
 #include "platform/core/Error.h"
+#include "platform/core/SaveFile.h"
 #include "platform/data/DatabaseFile.h"
 
-#include <QDeadlineTimer>
-#include <QDir>
-#include <QFile>
+#include <QtCore>
 
 #include <csignal>
 #include <netinet/in.h>
@@ -35,13 +34,6 @@ int freePort()
     if (!found)
         throw core::Error(u"There is no free port."_s);
     return ntohs(local.sin_port);
-}
-
-void writeText(const QString &path, const QString &text)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
-        throw core::Error(u"Cannot write "_s + path);
 }
 
 } // namespace
@@ -75,13 +67,11 @@ void FirebirdServer::writeConfiguration()
 {
     QDir(folder()).mkdir(u"lock"_s);
     // The packaged password file is root's alone, so users live in a database of this folder.
-    writeText(folder_.filePath(u"firebird.conf"_s),
-              u"RemoteBindAddress = 127.0.0.1\n"
-              "AuthServer = Srp\n"
-              "UserManager = Srp\n"
-              "SecurityDatabase = %1\n"_s.arg(folder_.filePath(u"security.fdb"_s)));
-    writeText(folder_.filePath(u"plugins.conf"_s), {});
-    writeText(folder_.filePath(u"databases.conf"_s), {});
+    core::saveFile(folder_.filePath(u"firebird.conf"_s),
+                   "RemoteBindAddress = 127.0.0.1\nAuthServer = Srp\nUserManager = Srp\nSecurityDatabase = " +
+                       QFile::encodeName(folder_.filePath(u"security.fdb"_s)) + '\n');
+    for (const QString &empty : {u"plugins.conf"_s, u"databases.conf"_s})
+        core::saveFile(folder_.filePath(empty), {});
 }
 
 void FirebirdServer::createSecurityDatabase()

@@ -13,8 +13,7 @@ class FirebirdServer
 public:
     FirebirdServer();
     ~FirebirdServer();
-    FirebirdServer(const FirebirdServer &) = delete;
-    FirebirdServer &operator=(const FirebirdServer &) = delete;
+    Q_DISABLE_COPY(FirebirdServer)
 
     /// Of the database file `name` in the server's folder, with the right password.
     data::DatabaseAddress address(const QString &name = QStringLiteral("test.fdb")) const;

@@ -38,6 +38,12 @@ protected:
         return qobject_cast<ui::EntryForm *>(form);
     }
 
+    /// One of the host.
+    ui::EntryForm *openHostEntry(const QString &action) const
+    {
+        return qobject_cast<ui::EntryForm *>(place().commands().openForm(action));
+    }
+
     ui::SearchForm *openList(const QString &action) const
     {
         auto *form = qobject_cast<ui::SearchForm *>(open(action));
@@ -52,8 +58,57 @@ protected:
         return control<QTableView>(&list, QStringLiteral("GridRisultati"));
     }
 
+    /// What is stored once a document has been typed and saved; the test begins anew afterwards.
+    QStringList storedOf(const DocumentNames &names)
+    {
+        QStringList all;
+        {
+            const Document document(place(), names);
+            document.fillAll();
+            document.save();
+            all = document.stored();
+        }
+        cleanup();
+        init();
+        return all;
+    }
+
 private:
     std::unique_ptr<Workplace> workplace_;
+};
+
+/// Tests on a database and settings that outlive the session.
+class AtKeptWorkplace : public AtWorkplace
+{
+    Q_OBJECT
+
+protected Q_SLOTS:
+    void init() override
+    {
+        folder_ = std::make_unique<QTemporaryDir>();
+        database_ = std::make_unique<TestDatabase>(Content::DemoData);
+        startAgain();
+    }
+    void cleanup() override
+    {
+        AtWorkplace::cleanup();
+        database_.reset();
+    }
+
+protected:
+    /// The session before ends without a question, as a program that is cut off does.
+    void startAgain()
+    {
+        setPlace({});
+        setPlace(std::make_unique<Workplace>(address(), file()));
+    }
+    data::DatabaseAddress address() const { return database_->address(); }
+    /// The settings' file, and others beside it.
+    QString file(const QString &name = QStringLiteral("corvane.ini")) const { return folder_->filePath(name); }
+
+private:
+    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<TestDatabase> database_;
 };
 
 /// Tests with the main window in front, as a user has it.
@@ -70,23 +125,20 @@ protected Q_SLOTS:
     }
 };
 
-/// Tests that each have the form of a new document, too.
+/// Tests that each have the form of a new document, too; Q_CLASSINFO names its "kind".
 class AtDocument : public AtWorkplace
 {
     Q_OBJECT
 
 protected:
-    explicit AtDocument(const DocumentNames &names)
-        : names_(names)
-    {
-    }
     Document &note() const { return *document_; }
 
 protected Q_SLOTS:
     void init() override
     {
         AtWorkplace::init();
-        document_ = std::make_unique<Document>(place(), names_);
+        const QMetaClassInfo kind = metaObject()->classInfo(metaObject()->indexOfClassInfo("kind"));
+        document_ = std::make_unique<Document>(place(), documentNames(QString::fromLatin1(kind.value())));
     }
     void cleanup() override
     {
@@ -95,7 +147,6 @@ protected Q_SLOTS:
     }
 
 private:
-    const DocumentNames &names_;
     std::unique_ptr<Document> document_;
 };
 

@@ -1,8 +1,6 @@
 #include "tests/support/FullDisk.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include "tests/support/Kit.h"
 
 #include <atomic>
 #include <cstdio>
@@ -10,9 +8,6 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace test {
 

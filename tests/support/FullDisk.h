@@ -13,8 +13,7 @@ class FullDisk
 public:
     explicit FullDisk(qint64 bytes);
     ~FullDisk();
-    FullDisk(const FullDisk &) = delete;
-    FullDisk &operator=(const FullDisk &) = delete;
+    Q_DISABLE_COPY(FullDisk)
 };
 
 } // namespace test

@@ -17,8 +17,7 @@ public:
     /// it went before.
     explicit QtWarnings(Use use);
     ~QtWarnings();
-    QtWarnings(const QtWarnings &) = delete;
-    QtWarnings &operator=(const QtWarnings &) = delete;
+    Q_DISABLE_COPY(QtWarnings)
 
 private:
     static void take(QtMsgType type, const QMessageLogContext &context, const QString &text);

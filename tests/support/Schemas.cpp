@@ -1,22 +1,13 @@
 #include "tests/support/Schemas.h"
 
-#include "platform/core/Error.h"
-#include "platform/data/Connection.h"
-
-#include <QFile>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Kit.h"
 
 namespace test {
 
 void createFirstRelease(data::Connection &connection)
 {
-    QFile file(QFINDTESTDATA("support/primo-rilascio.sql"));
-    if (!file.open(QIODevice::ReadOnly))
-        throw core::Error(u"The first release's schema is not there."_s);
-    const QStringList statements = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
-    for (const QString &statement : statements)
+    const QByteArray all = contentOf(QFINDTESTDATA("support/primo-rilascio.sql"));
+    for (const QString &statement : QString::fromUtf8(all).split(u'\n', Qt::SkipEmptyParts))
         connection.execute(statement);
 }
 

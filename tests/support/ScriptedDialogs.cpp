@@ -2,13 +2,8 @@
 
 #include "tests/support/Controls.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QDialog>
-#include <QLineEdit>
-#include <QTableView>
-#include <QTest>
-#include <QToolButton>
+#include <QtTest>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 
@@ -88,6 +83,11 @@ ScriptedDialogs::Use searching(const QString &typed, const QString &text, const 
         QTest::keyClick(filter, Qt::Key_Return);
         takeRow(dialog, text, look);
     };
+}
+
+ScriptedDialogs::Use pressing(const QString &button)
+{
+    return [button](QDialog &dialog) { press(&dialog, button); };
 }
 
 ScriptedDialogs::Use waiting()

@@ -16,8 +16,7 @@ public:
     ScriptedDialogs();
     /// Fails the running test for problems that verify() did not hand out.
     ~ScriptedDialogs();
-    ScriptedDialogs(const ScriptedDialogs &) = delete;
-    ScriptedDialogs &operator=(const ScriptedDialogs &) = delete;
+    Q_DISABLE_COPY(ScriptedDialogs)
 
     /// The next dialog, already shown, is worked by `use`, which must close it.
     void expect(Use use) { script_.append(std::move(use)); }
@@ -38,6 +37,8 @@ private:
 ScriptedDialogs::Use choosing(const QString &text, const QString &letter = {}, const ScriptedDialogs::Use &look = {});
 /// The same after a search for the code `typed`, by Enter in its filter.
 ScriptedDialogs::Use searching(const QString &typed, const QString &text, const ScriptedDialogs::Use &look = {});
+/// Presses the button, which must close the dialog.
+ScriptedDialogs::Use pressing(const QString &button);
 /// Waits until a dialog that shows the progress of some work goes away by itself; at most a minute.
 ScriptedDialogs::Use waiting();
 

@@ -15,14 +15,13 @@ public:
     ScriptedMessages();
     /// Fails the running test for problems that verify() did not hand out.
     ~ScriptedMessages();
-    ScriptedMessages(const ScriptedMessages &) = delete;
-    ScriptedMessages &operator=(const ScriptedMessages &) = delete;
+    Q_DISABLE_COPY(ScriptedMessages)
 
     /// The next box: all three must match, then `answer` is given.
     void expect(const QString &title, const QString &text, core::MessageIcon icon,
                 core::Answer answer = core::Answer::Ok);
     /// The next box has this title and holds `part` somewhere in its text.
-    void expectPart(const QString &title, const QString &part, core::Answer answer);
+    void expectPart(const QString &title, const QString &part, core::Answer answer = core::Answer::Ok);
     void expectWarning(const QString &text) { expect(QStringLiteral("Attenzione"), text, core::MessageIcon::Warning); }
     void expectError(const QString &text) { expect(QStringLiteral("Errore"), text, core::MessageIcon::Error); }
     void expectInformation(const QString &text)

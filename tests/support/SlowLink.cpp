@@ -42,8 +42,7 @@ public:
         sendAtOnce(handle);
     }
     ~Socket() { close(handle_); }
-    Socket(const Socket &) = delete;
-    Socket &operator=(const Socket &) = delete;
+    Q_DISABLE_COPY(Socket)
 
     int handle() const { return handle_; }
 

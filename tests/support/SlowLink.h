@@ -15,8 +15,7 @@ public:
     explicit SlowLink(int serverPort);
     /// Breaks what is still connected.
     ~SlowLink();
-    SlowLink(const SlowLink &) = delete;
-    SlowLink &operator=(const SlowLink &) = delete;
+    Q_DISABLE_COPY(SlowLink)
 
     /// Where clients connect to.
     int port() const { return port_; }

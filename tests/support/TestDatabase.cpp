@@ -1,20 +1,8 @@
-#include "tests/support/TestDatabase.h"
-
 #include "host/IntfPack.h"
 #include "host/schema/DemoData.h"
 #include "host/schema/HostSchema.h"
 #include "host/start/FirstRows.h"
-#include "magazzino/MMGUtils.h"
-#include "platform/core/Error.h"
-#include "platform/data/DatabaseFile.h"
-#include "tests/support/FirebirdServer.h"
-
-#include <QFile>
-#include <QFileInfo>
-#include <QMap>
-#include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Kit.h"
 
 namespace test {
 
@@ -129,6 +117,11 @@ int ModuleDatabase::insert(const QString &table, const QVariantMap &values)
     return insertInto(*connection_, table, values);
 }
 
+int ModuleDatabase::insert(const QString &table, const QString &values)
+{
+    return insertInto(*connection_, table, values);
+}
+
 data::DatabaseAddress fileAddress(const QString &path)
 {
     data::DatabaseAddress address;
@@ -142,6 +135,19 @@ std::unique_ptr<data::Connection> connectTo(const data::DatabaseAddress &address
     connection->setConnectionString(data::nativeConnectionString(address));
     connection->open();
     return connection;
+}
+
+QVariantMap fields(const QString &text)
+{
+    QVariantMap values;
+    for (const QString &field : text.split(u'|'))
+        values.insert(field.section(u'=', 0, 0), field.section(u'=', 1));
+    return values;
+}
+
+int insertInto(data::Connection &connection, const QString &table, const QString &values)
+{
+    return insertInto(connection, table, fields(values));
 }
 
 int insertInto(data::Connection &connection, const QString &table, const QVariantMap &values)
@@ -165,17 +171,34 @@ int insertInto(data::Connection &connection, const QString &table, const QVarian
     return given.values(0).constFirst().toInt();
 }
 
-QStringList linesOf(data::Connection &connection, const QString &sql)
+static QStringList textsOf(const data::Rows &rows, const QString &null)
 {
-    const data::Rows rows = connection.select(sql);
-    QStringList result;
+    QStringList lines;
     for (qsizetype row = 0; row < rows.size(); ++row) {
         QStringList values;
         for (const QVariant &value : rows.values(row))
-            values.append(value.toString().trimmed());
-        result.append(values.join(u'|'));
+            values.append(value.isValid() ? value.toString().trimmed() : null);
+        lines.append(values.join(u'|'));
     }
-    return result;
+    return lines;
+}
+
+QStringList linesOf(data::Connection &connection, const QString &sql)
+{
+    return textsOf(connection.select(sql), {});
+}
+
+QStringList linesOf(data::Connection &connection, const QStringList &queries)
+{
+    QStringList lines;
+    for (const QString &query : queries)
+        lines += linesOf(connection, query);
+    return lines;
+}
+
+QStringList linesOf(const data::DatabaseAddress &address, const QString &sql)
+{
+    return linesOf(*connectTo(address), sql);
 }
 
 QStringList answersOf(data::Connection &connection, const QString &sql)
@@ -184,13 +207,7 @@ QStringList answersOf(data::Connection &connection, const QString &sql)
     QStringList lines;
     for (const data::Column &column : rows.columns())
         lines.append(u"%1 %2"_s.arg(column.name).arg(column.places));
-    for (qsizetype row = 0; row < rows.size(); ++row) {
-        QStringList values;
-        for (const QVariant &value : rows.values(row))
-            values.append(value.isValid() ? value.toString() : u"NULL"_s);
-        lines.append(values.join(u'|'));
-    }
-    return lines;
+    return lines + textsOf(rows, u"NULL"_s);
 }
 
 void refusing(data::Connection &connection, const std::function<bool(const QString &sql)> &refused,

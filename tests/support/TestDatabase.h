@@ -24,8 +24,7 @@ class TestDatabase
 public:
     explicit TestDatabase(Content content = Content::ModuleSchema);
     ~TestDatabase();
-    TestDatabase(const TestDatabase &) = delete;
-    TestDatabase &operator=(const TestDatabase &) = delete;
+    Q_DISABLE_COPY(TestDatabase)
 
     data::DatabaseAddress address() const;
     QString connectionString() const { return data::nativeConnectionString(address()); }
@@ -48,7 +47,10 @@ public:
     /// See linesOf().
     QStringList lines(const QString &sql);
     /// See insertInto().
-    int insert(const QString &table, const QVariantMap &values);
+    ///@{
+    int insert(const QString &table, const QVariantMap &values = {});
+    int insert(const QString &table, const QString &values);
+    ///@}
 
 private:
     TestDatabase database_;
@@ -61,12 +63,22 @@ data::DatabaseAddress fileAddress(const QString &path);
 /// An open connection of its own, as another program or workstation has it. Throws core::Error.
 std::unique_ptr<data::Connection> connectTo(const data::DatabaseAddress &address);
 
-/// Inserts a row; columns of it that are required but not named get 0, "-" or 2026-01-01. Returns the value of its
-/// first column, the key.
-int insertInto(data::Connection &connection, const QString &table, const QVariantMap &values);
+/// "COLUMN=value|COLUMN=value" as values of a row.
+QVariantMap fields(const QString &text);
 
-/// Each row of a query as one text, its values separated by "|"; NULL is empty.
+/// Inserts a row, of which `values` may be a text as fields() takes it; columns that are required but not named get 0,
+/// "-" or 2026-01-01. Returns the value of its first column, the key.
+///@{
+int insertInto(data::Connection &connection, const QString &table, const QVariantMap &values = {});
+int insertInto(data::Connection &connection, const QString &table, const QString &values);
+///@}
+
+/// Each row of a query, or of several, as one text, its values separated by "|"; NULL is empty.
+///@{
 QStringList linesOf(data::Connection &connection, const QString &sql);
+QStringList linesOf(data::Connection &connection, const QStringList &queries);
+QStringList linesOf(const data::DatabaseAddress &address, const QString &sql);
+///@}
 
 /// The columns of a query with their decimals, then its rows; NULL and 0 told apart.
 QStringList answersOf(data::Connection &connection, const QString &sql);

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <tuple>
+#include <type_traits>
 #include <vector>
 
 /// Several test classes in one program: each is announced by a Registered object in its own source file, and the
@@ -23,30 +24,44 @@ inline std::vector<Factory> &registeredTests()
     return factories;
 }
 
-/// Column names of the running test's data.
-inline std::vector<const char *> &columnNames()
-{
-    static std::vector<const char *> names;
-    return names;
-}
-
-template <typename Value>
-using ColumnName = const char *;
+constexpr const char *columnNames[] = {"1", "2", "3", "4", "5", "6"};
 
 /// Says in a data function what its rows consist of.
 template <typename... Values>
-void columns(ColumnName<Values>... names)
+void columns()
 {
-    columnNames() = {names...};
-    (QTest::addColumn<Values>(names), ...);
+    static_assert(sizeof...(Values) <= std::size(columnNames));
+    auto next = [column = 0]() mutable { return columnNames[column++]; };
+    (QTest::addColumn<Values>(next()), ...);
 }
 
-/// The first values of the test's row, of which columns() has told the types.
+/// The same with the rows, each a name and its values.
+template <typename... Values>
+void table(std::initializer_list<std::tuple<const char *, std::type_identity_t<Values>...>> rows)
+{
+    columns<Values...>();
+    for (const auto &one : rows)
+        std::apply([](const char *name, const auto &...values) { (QTest::newRow(name) << ... << values); }, one);
+}
+
+/// The values of the test's row.
 template <typename... Values>
 std::tuple<Values...> row()
 {
-    auto name = columnNames().cbegin();
-    return {*static_cast<const Values *>(QTest::qData(*name++, qMetaTypeId<Values>()))...};
+    auto next = [column = 0]() mutable { return columnNames[column++]; };
+    return {*static_cast<const Values *>(QTest::qData(next(), qMetaTypeId<Values>()))...};
+}
+
+/// Data rows that are nothing but their names; currentCase() tells which one runs.
+inline void cases(const QStringList &names)
+{
+    columns<int>();
+    for (const QString &name : names)
+        QTest::newRow(qUtf8Printable(name)) << 0;
+}
+inline QString currentCase()
+{
+    return QString::fromUtf8(QTest::currentDataTag());
 }
 
 template <typename Test>
@@ -62,9 +77,7 @@ struct Registered
 inline int runOne(QObject &test, const QStringList &arguments)
 {
     std::vector<QByteArray> texts;
-    texts.reserve(static_cast<size_t>(arguments.size()));
     std::vector<char *> argv;
-    argv.reserve(static_cast<size_t>(arguments.size()));
     for (const QString &argument : arguments)
         texts.push_back(argument.toLocal8Bit());
     for (QByteArray &text : texts)

@@ -3,14 +3,7 @@
 #include "host/PackageLoader.h"
 #include "host/ui/MainWindow.h"
 #include "magazzino/uMMGModMagazzino.h"
-#include "platform/core/Clock.h"
-#include "tests/support/Controls.h"
-
-#include <QApplication>
-#include <QLineEdit>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Kit.h"
 
 namespace test {
 

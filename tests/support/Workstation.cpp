@@ -6,18 +6,14 @@ using namespace Qt::StringLiterals;
 
 namespace test {
 
-namespace {
+static const QString silence = u"silence"_s;
 
-const QString silence = u"silence"_s;
-
-} // namespace
-
-Workstation::Workstation(const data::DatabaseAddress &address, const QStringList &arguments, const QString &program)
+Workstation::Workstation(const data::DatabaseAddress &address, const QStringList &arguments)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"ISC_PASSWORD"_s, address.password);
     process_.setProcessEnvironment(environment);
-    process_.start(QCoreApplication::applicationDirPath() + u'/' + program,
+    process_.start(QCoreApplication::applicationDirPath() + u"/workstation"_s,
                    QStringList(address.toString()) + arguments);
 }
 

@@ -12,13 +12,12 @@ constexpr int enteredQuantity(bool isReceipt, int round, int row)
     return (isReceipt ? 10 : 1) + round % 5 + row;
 }
 
-/// Another workstation, a process of its own on a server's database; the programs are in tests/helpers and tell there
-/// what they do for which arguments.
+/// Another workstation, a process of its own on a server's database; the program in tests/helpers tells there what it
+/// does for which arguments.
 class Workstation
 {
 public:
-    Workstation(const data::DatabaseAddress &address, const QStringList &arguments,
-                const QString &program = QStringLiteral("workstation"));
+    Workstation(const data::DatabaseAddress &address, const QStringList &arguments);
 
     void tell(const QString &line);
     /// Its next line; "silence" when none comes within a minute.

@@ -44,9 +44,10 @@ std::shared_ptr<const report::Document> document(const QString &projectFile)
     return project.layOut(u"prova"_s);
 }
 
-// The error that a command tells or that `body` throws; empty without one.
-QString toldBy(const std::function<void()> &body)
+// The error that a command tells or that `body` throws while the disk takes `limit` bytes; empty without one.
+QString toldBy(qint64 limit, const std::function<void()> &body)
 {
+    const test::FullDisk full(limit);
     QString told;
     const core::MessageHandler before = core::setMessageHandler([&told](const core::Message &message) {
         told = message.text;
@@ -69,7 +70,7 @@ class TestFullDisk : public QObject
 private Q_SLOTS:
     void fileIsWhollyNewOrTheOldOne_data()
     {
-        test::columns<QString, Write>("name", "write");
+        test::columns<QString, Write>();
         const auto row = [](const QString &name, const Write &write) {
             QTest::addRow("%s", qPrintable(name)) << name << write;
         };
@@ -83,9 +84,8 @@ private Q_SLOTS:
             report::printDocument(*print, printer);
         });
         const auto address = [](int number) {
-            data::DatabaseAddress server;
-            server.host = u"server"_s;
-            server.file = u"/srv/%1.fdb"_s.arg(QString(1200, QChar(u'a' + number)));
+            const QString name(1200, QChar(u'a' + number));
+            data::DatabaseAddress server = data::DatabaseAddress::parse(u"server:/srv/%1.fdb"_s.arg(name));
             server.password = QString(2500, u'x');
             return server;
         };
@@ -106,8 +106,7 @@ private Q_SLOTS:
 
     void fileIsWhollyNewOrTheOldOne()
     {
-        QFETCH(QString, name);
-        QFETCH(Write, write);
+        const auto [name, write] = test::row<QString, Write>();
         const QString file = path(name);
         write(file);
         const QByteArray old = test::contentOf(file);
@@ -115,11 +114,7 @@ private Q_SLOTS:
         const QStringList before = files();
         bool fits = false;
         for (qint64 limit = 0; !fits; limit += kilobyte) {
-            QString told;
-            {
-                const test::FullDisk full(limit);
-                told = toldBy([&] { write(file); });
-            }
+            const QString told = toldBy(limit, [&] { write(file); });
             fits = told.isEmpty();
             if (fits)
                 QVERIFY(test::contentOf(file).size() > old.size() / 2);
@@ -161,8 +156,7 @@ private Q_SLOTS:
         // Beyond the copy's own size it is the check that does not fit, which writes a whole database.
         QString told = u"-"_s;
         for (qint64 limit = 0; !told.isEmpty(); limit += stepOf(limit < size ? 8 : 200)) {
-            const test::FullDisk full(limit);
-            told = toldBy(save);
+            told = toldBy(limit, save);
             QVERIFY2(told == u"Il disco è pieno."_s || told.isEmpty(), qPrintable(told));
             QCOMPARE(test::contentOf(path(u"copia.fbk"_s)) == "an older one", !told.isEmpty());
             QCOMPARE(files(), before);
@@ -179,10 +173,7 @@ private Q_SLOTS:
         const QStringList before = files();
         QString told = u"-"_s;
         for (qint64 limit = 0; !told.isEmpty(); limit += stepOf(200)) {
-            {
-                const test::FullDisk full(limit);
-                told = toldBy([&] { host::restoreDatabase(path(u"origine.fbk"_s), target, progress); });
-            }
+            told = toldBy(limit, [&] { host::restoreDatabase(path(u"origine.fbk"_s), target, progress); });
             QVERIFY2(told == u"Il disco è pieno."_s || told.isEmpty(), qPrintable(told));
             QCOMPARE(test::contentOf(target.file) == "not even a database", !told.isEmpty());
             QCOMPARE(files().size(), before.size() + (told.isEmpty() ? 1 : 0));
@@ -194,8 +185,7 @@ private Q_SLOTS:
         data::DatabaseAddress fresh = test::fileAddress(path(u"nuova.fdb"_s));
         const QStringList before = files();
         for (const qint64 limit : {0, 100, 1500, 2500}) {
-            const test::FullDisk full(limit * kilobyte);
-            QCOMPARE(toldBy([&] { host::createHostDatabase(fresh, true); }), u"Il disco è pieno."_s);
+            QCOMPARE(toldBy(limit * kilobyte, [&] { host::createHostDatabase(fresh, true); }), u"Il disco è pieno."_s);
             QCOMPARE(files(), before);
         }
         test::ModuleDatabase database(test::Content::ModuleSchema);
@@ -215,11 +205,8 @@ private Q_SLOTS:
         const host::ImportPlan plan = host::planImport(job);
         core::Progress progress;
         for (const qint64 limit : {0, 100, 1500}) {
-            QString told;
-            {
-                const test::FullDisk full(limit * kilobyte);
-                told = toldBy([&] { host::writeImport(database.connection(), job, plan, progress); });
-            }
+            const QString told =
+                toldBy(limit * kilobyte, [&] { host::writeImport(database.connection(), job, plan, progress); });
             QVERIFY2(told.startsWith(u"Il disco è pieno"_s), qPrintable(told));
             QCOMPARE(database.lines(u"SELECT COUNT(*) FROM ANA_MAGA"_s), QStringList(u"0"_s));
         }

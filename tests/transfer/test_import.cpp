@@ -16,6 +16,14 @@ QList<core::CsvRecord> recordsOf(QByteArray content, const core::CsvFormat &form
     return records;
 }
 
+QStringList toldBy(const host::ImportPlan &plan)
+{
+    QStringList told;
+    for (const host::ImportProblem &problem : plan.problems)
+        told.append(u"%1 %2: %3"_s.arg(problem.line).arg(problem.column, problem.message));
+    return told;
+}
+
 // The most memory that was in use since the last call, in bytes.
 qint64 peakMemory()
 {
@@ -49,42 +57,35 @@ private Q_SLOTS:
 
     void filesAreRecognised_data()
     {
-        // cells: "line:cell¦cell" joined by " / "
-        test::columns<QByteArray, QChar, int, QString>("content", "separator", "encoding", "cells");
-
-        const auto row = [](const char *name, const QByteArray &content, char separator, CsvEncoding encoding,
-                            const QString &cells) {
-            QTest::newRow(name) << content << QChar::fromLatin1(separator) << static_cast<int>(encoding) << cells;
-        };
-        row("decimal commas do not separate", "a;b\n1,5;2,5\n3,0;4\n", ';', CsvEncoding::Utf8,
-            u"1:a¦b / 2:1,5¦2,5 / 3:3,0¦4"_s);
-        row("commas", "a,b,c\r\n\"x;y\",,z\r\n", ',', CsvEncoding::Utf8, u"1:a¦b¦c / 2:x;y¦¦z"_s);
-        row("tabs, old line ends, no last one", "a\tb\r1\t2", '\t', CsvEncoding::Utf8, u"1:a¦b / 2:1¦2"_s);
-        row("quoted line breaks count as lines", "a|b\n\"1\r\n2 \"\"x\"\"\"|y\n\nz 1/2\"|w\n", '|', CsvEncoding::Utf8,
-            u"1:a¦b / 2:1\n2 \"x\"¦y / 5:z 1/2\"¦w"_s);
-        row("byte order mark", "\xEF\xBB\xBF\"\xC3\xA8\";b\n", ';', CsvEncoding::Utf8, u"1:è¦b"_s);
-        row("Windows", "citt\xE0;\x80\n", ';', CsvEncoding::Windows1252, u"1:città¦€"_s);
-        row("UTF-16",
-            QByteArray("\xFF\xFE"
-                       "\xE8\0;\0b\0\n\0",
-                       10),
-            ';', CsvEncoding::Utf16, u"1:è¦b"_s);
-        row("named separator", "sep=,\na;b,c\n", ',', CsvEncoding::Utf8, u"2:a;b¦c"_s);
+        test::columns<QByteArray, QChar, int, QString>();
+        // The cells as "line:cell¦cell" joined by " / ".
+        const int utf8 = static_cast<int>(CsvEncoding::Utf8);
+        test::table<QByteArray, QChar, int, QString>(
+            {{"decimal commas do not separate", "a;b\n1,5;2,5\n3,0;4\n", u';', utf8, u"1:a¦b / 2:1,5¦2,5 / 3:3,0¦4"_s},
+             {"commas", "a,b,c\r\n\"x;y\",,z\r\n", u',', utf8, u"1:a¦b¦c / 2:x;y¦¦z"_s},
+             {"tabs, old line ends, no last one", "a\tb\r1\t2", u'\t', utf8, u"1:a¦b / 2:1¦2"_s},
+             {"quoted line breaks count as lines", "a|b\n\"1\r\n2 \"\"x\"\"\"|y\n\nz 1/2\"|w\n", u'|', utf8,
+              u"1:a¦b / 2:1\n2 \"x\"¦y / 5:z 1/2\"¦w"_s},
+             {"byte order mark", "\xEF\xBB\xBF\"\xC3\xA8\";b\n", u';', utf8, u"1:è¦b"_s},
+             {"Windows", "citt\xE0;\x80\n", u';', static_cast<int>(CsvEncoding::Windows1252), u"1:città¦€"_s},
+             {"UTF-16", QByteArray("\xFF\xFE\xE8\0;\0b\0\n\0", 10), u';', static_cast<int>(CsvEncoding::Utf16),
+              u"1:è¦b"_s},
+             {"named separator", "sep=,\na;b,c\n", u',', utf8, u"2:a;b¦c"_s}});
     }
 
     void filesAreRecognised()
     {
-        QFETCH(QByteArray, content);
+        auto [content, separator, encoding, cells] = test::row<QByteArray, QChar, int, QString>();
         QBuffer file(&content);
         QVERIFY(file.open(QIODevice::ReadOnly));
         core::Progress progress;
         const core::CsvFormat format = core::detectCsvFormat(file, progress);
-        QTEST(format.separator, "separator");
-        QTEST(static_cast<int>(format.encoding), "encoding");
-        QStringList cells;
+        QCOMPARE(format.separator, separator);
+        QCOMPARE(static_cast<int>(format.encoding), encoding);
+        QStringList found;
         for (const core::CsvRecord &record : recordsOf(content, format))
-            cells.append(QString::number(record.line) + u':' + record.cells.join(u'¦'));
-        QTEST(cells.join(u" / "_s), "cells");
+            found.append(QString::number(record.line) + u':' + record.cells.join(u'¦'));
+        QCOMPARE(found.join(u" / "_s), cells);
     }
 
     void decimalMarkIsThatOfTheColumn()
@@ -135,27 +136,22 @@ private Q_SLOTS:
                                             "n1;b;-1;99;;\n"
                                             "N2;b;1,255;;;PZ;troppo\n" +
                                                 QByteArray(21, 'c') + ";b;;;;\n" + QByteArray("N3;a\0b;;;;\n", 11)));
-        QStringList told;
-        for (const host::ImportProblem &problem : found.problems)
-            told.append(QString::number(problem.line) + u' ' + problem.column + u": "_s + problem.message);
-        const QStringList expected = {u"2 Cod.: Il codice \"vecchio\" esiste già."_s,
-                                      u"3 Categoria: \"Non c'è\" non si trova, o non è unico."_s,
-                                      u"3 Listino: \"x\" non è un numero valido."_s,
-                                      u"3 Descrizione: Manca il valore."_s,
-                                      u"4 Cod.: Il codice \"n1\" si trova già alla riga 3."_s,
-                                      u"4 Listino: \"-1\" non è compreso tra 0 e 99.999.999.999,99."_s,
-                                      u"4 IVA: \"99\" non si trova, o non è unico."_s,
-                                      u"5 : La riga ha 7 colonne invece di 6."_s,
-                                      u"5 Listino: \"1,255\" ha più di due decimali."_s,
-                                      u"6 Cod.: Il testo ha 21 caratteri, al massimo ne sono ammessi 20."_s,
-                                      u"7 Descrizione: Il testo contiene un carattere di controllo (U+0000)."_s};
-        QCOMPARE(told, expected);
+        QCOMPARE(
+            toldBy(found),
+            QStringList({u"2 Cod.: Il codice \"vecchio\" esiste già."_s,
+                         u"3 Categoria: \"Non c'è\" non si trova, o non è unico."_s,
+                         u"3 Listino: \"x\" non è un numero valido."_s, u"3 Descrizione: Manca il valore."_s,
+                         u"4 Cod.: Il codice \"n1\" si trova già alla riga 3."_s,
+                         u"4 Listino: \"-1\" non è compreso tra 0 e 99.999.999.999,99."_s,
+                         u"4 IVA: \"99\" non si trova, o non è unico."_s, u"5 : La riga ha 7 colonne invece di 6."_s,
+                         u"5 Listino: \"1,255\" ha più di due decimali."_s,
+                         u"6 Cod.: Il testo ha 21 caratteri, al massimo ne sono ammessi 20."_s,
+                         u"7 Descrizione: Il testo contiene un carattere di controllo (U+0000)."_s}));
     }
 
     void codesUpdateWhereAsked()
     {
-        database_->insert(u"FORNITORI"_s,
-                          {{u"CODICE"_s, u"Abc"_s}, {u"RAGIONESOCIALE"_s, u"Vecchia"_s}, {u"CITTA"_s, u"Asti"_s}});
+        database_->insert(u"FORNITORI"_s, u"CODICE=Abc|RAGIONESOCIALE=Vecchia|CITTA=Asti"_s);
         database_->insert(u"FORNITORI"_s, {{u"CODICE"_s, u"Straße"_s}});
         const QByteArray file = "Codice;Ragione sociale;Città;Partita IVA;Pagamento;Telefono;Note\n"
                                 "ABC;Nuova;;it01234567890;;'+39 02;\"a\nb\"\nZZ9;Altra;Roma;;;;\n"
@@ -182,14 +178,11 @@ private Q_SLOTS:
                                                "A3;a;Doppia/Sotto\nA4;a;Giardino/" +
                                                    QByteArray(51, 'x') + "\n");
         wrong.options.createMissing = true;
-        QStringList told;
-        const host::ImportPlan refused = host::planImport(wrong);
-        for (const host::ImportProblem &problem : refused.problems)
-            told.append(QString::number(problem.line) + u' ' + problem.message);
-        QCOMPARE(told, QStringList({u"2 \"Doppia\" non si trova, o non è unico."_s,
-                                    u"3 \"/Sotto\" non si trova, o non è unico."_s,
-                                    u"4 \"Doppia/Sotto\" non si trova, o non è unico."_s,
-                                    u"5 Il testo ha 51 caratteri, al massimo ne sono ammessi 50."_s}));
+        QCOMPARE(toldBy(host::planImport(wrong)),
+                 QStringList({u"2 Categoria: \"Doppia\" non si trova, o non è unico."_s,
+                              u"3 Categoria: \"/Sotto\" non si trova, o non è unico."_s,
+                              u"4 Categoria: \"Doppia/Sotto\" non si trova, o non è unico."_s,
+                              u"5 Categoria: Il testo ha 51 caratteri, al massimo ne sono ammessi 50."_s}));
 
         host::ImportJob right =
             job(articles_, "Codice;Descrizione;Categoria\nA1;a;Giardino / Siepi\nA2;a;VITERIA/Viti rare\n"
@@ -216,8 +209,7 @@ private Q_SLOTS:
         const int before = count(u"ANA_MAGA"_s);
         const host::ImportJob all = job(articles_, articles(many));
         const host::ImportPlan planned = host::planImport(all);
-        const std::unique_ptr<data::Connection> connection = test::connectTo(database_->database().address());
-        data::Connection &other = *connection;
+        data::Connection other(database_->database().connectionString());
         core::Progress progress;
         int inserts = 0;
         std::function<void()> trouble;
@@ -252,7 +244,6 @@ private Q_SLOTS:
         test::ScriptedMessages messages;
         test::ScriptedDialogs dialogs;
         const int before = count(u"ANA_MAGA"_s);
-        const auto tell = [&messages](const QString &text) { messages.expectInformation(text); };
         dialogs.expect([&](QDialog &dialog) {
             auto *import = test::control<QPushButton>(&dialog, u"cmdImporta"_s);
             openIn(dialog, articles(30, "x"));
@@ -275,12 +266,12 @@ private Q_SLOTS:
                 block.reset();
                 QTRY_VERIFY(!progress.isVisible());
             });
-            tell(u"Importazione annullata: nulla è stato scritto."_s);
+            messages.expectInformation(u"Importazione annullata: nulla è stato scritto."_s);
             import->click();
             QCOMPARE(count(u"ANA_MAGA"_s), before);
 
-            dialogs.expect([](QDialog &progress) { QTRY_VERIFY(!progress.isVisible()); });
-            tell(u"Importazione completata: 30 record nuovi, 0 aggiornati."_s);
+            dialogs.expect(test::waiting());
+            messages.expectInformation(u"Importazione completata: 30 record nuovi, 0 aggiornati."_s);
             import->click();
         });
         host::importFromCsv(nullptr, database_->connection());
@@ -295,12 +286,8 @@ private Q_SLOTS:
         test::ScriptedMessages messages;
         test::ScriptedDialogs dialogs;
         QString path = folder_.filePath(u"lungo.csv"_s);
-        qint64 size = 0;
-        {
-            const QByteArray content = articles(300'000);
-            size = content.size();
-            core::saveFile(path, content);
-        }
+        core::saveFile(path, articles(300'000));
+        const qint64 size = QFileInfo(path).size();
         ui::setOpenFileChooser([&path](QWidget *, const ui::OpenFileRequest &) { return path; });
         bool moved = false;
         const auto watch = [&moved](QDialog &progress) {

@@ -1,18 +1,13 @@
 #include "tests/magazzino/fatture/InvoiceFile.h"
 
-#include "platform/core/Error.h"
-
-#include <QMap>
-#include <QProcess>
-#include <QXmlStreamReader>
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Kit.h"
 
 namespace test {
 
 namespace {
 
 constexpr qint64 cent = 1'000'000;
+const QString general = u"FatturaElettronicaBody/DatiGenerali/DatiGeneraliDocumento/"_s;
 
 Element readElement(QXmlStreamReader &xml)
 {
@@ -99,7 +94,7 @@ QStringList sumFaults(const Element &invoice)
             faults.append(u"00400/00401 row "_s + row->first(u"NumeroLinea"_s));
         bases[keyOf(row)] += total;
     }
-    qint64 sum = parts(invoice.first(u"FatturaElettronicaBody/DatiGenerali/DatiGeneraliDocumento/Arrotondamento"_s));
+    qint64 sum = parts(invoice.first(general + u"Arrotondamento"_s));
     for (const Element *summary : goods.all(u"DatiRiepilogo"_s)) {
         const QString key = keyOf(summary);
         const qint64 base = parts(summary->first(u"ImponibileImporto"_s));
@@ -117,8 +112,7 @@ QStringList sumFaults(const Element &invoice)
     }
     for (const QString &key : bases.keys())
         faults.append(u"00443/00444 "_s + key);
-    if (sum !=
-        parts(invoice.first(u"FatturaElettronicaBody/DatiGenerali/DatiGeneraliDocumento/ImportoTotaleDocumento"_s)))
+    if (sum != parts(invoice.first(general + u"ImportoTotaleDocumento"_s)))
         faults.append(u"the total is not that of the summaries"_s);
     return faults;
 }

@@ -1,9 +1,6 @@
 #include "tests/magazzino/fatture/PrintedInvoice.h"
 
-#include <QMap>
-#include <QRegularExpression>
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Kit.h"
 
 namespace test {
 

@@ -1,39 +1,48 @@
 #include "magazzino/forms/uMMGInserimentoFattureAccompagnatorie.h"
+#include "magazzino/ui/FatturaCiclicaField.h"
 #include "tests/support/Fixtures.h"
+
+namespace {
+
+QRadioButton *dayButton(const QWidget &form, const QString &caption)
+{
+    const QList<QRadioButton *> buttons = form.findChildren<QRadioButton *>();
+    for (QRadioButton *button : buttons) {
+        if (button->text() == caption)
+            return button;
+    }
+    test::missing(caption);
+}
+
+const QString onThe15th = u"Il giorno 15 del mese"_s;
+const QString columns = u"SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
+                        "COALESCE(FC_DATA_NUOVA_FATTURA, 'NULL') FROM FATT_ACC"_s;
+
+} // namespace
 
 class TestInvoiceForm : public test::AtDocument
 {
     Q_OBJECT
-
-public:
-    TestInvoiceForm()
-        : AtDocument(test::accompanyingInvoice())
-    {
-    }
+    Q_CLASSINFO("kind", "invoice")
 
 private Q_SLOTS:
     void init() override
     {
         AtDocument::init();
         const int rate =
-            test::insertInto(database(), u"ALIQUOTE_IVA"_s,
-                             {{u"CODICE"_s, u"20"_s}, {u"DESCRIZIONE"_s, u"Aliquota <20%>"_s}, {u"ALIQUOTA"_s, 20.0}});
+            test::insertInto(database(), u"ALIQUOTE_IVA"_s, u"CODICE=20|DESCRIZIONE=Aliquota <20%>|ALIQUOTA=20"_s);
         database().run(u"UPDATE ANA_MAGA SET IDALIQUOTA_IVA = ?, COSTO = 1.5 WHERE CODICE = 'TRA-0018'"_s, {rate});
     }
 
     void totals_data()
     {
-        test::columns<bool, bool, bool, QString, QString>("exempt", "nonTaxable", "withoutRate", "shown", "stored");
-        QTest::newRow("one rate") << false << false << false << u"€ 27,00 + € 5,40 = € 32,40"_s
-                                  << u"27|5.4|32.4|False"_s;
-        QTest::newRow("exempt") << true << false << false << u"€ 0,00 + € 0,00 = € 27,00"_s << u"0|0|27|True"_s;
-        QTest::newRow("non-taxable row") << false << true << false << u"€ 27,00 + € 5,40 = € 39,90"_s
-                                         << u"27|5.4|39.9|False"_s;
-        QTest::newRow("exempt, non-taxable row")
-            << true << true << false << u"€ 0,00 + € 0,00 = € 34,50"_s << u"0|0|34.5|True"_s;
-        // Counts for the base, not for the tax.
-        QTest::newRow("row without a rate")
-            << false << false << true << u"€ 47,00 + € 5,40 = € 52,40"_s << u"47|5.4|52.4|False"_s;
+        test::table<bool, bool, bool, QString, QString>(
+            {{"one rate", false, false, false, u"€ 27,00 + € 5,40 = € 32,40"_s, u"27|5.4|32.4|False"_s},
+             {"exempt", true, false, false, u"€ 0,00 + € 0,00 = € 27,00"_s, u"0|0|27|True"_s},
+             {"non-taxable row", false, true, false, u"€ 27,00 + € 5,40 = € 39,90"_s, u"27|5.4|39.9|False"_s},
+             {"exempt, non-taxable row", true, true, false, u"€ 0,00 + € 0,00 = € 34,50"_s, u"0|0|34.5|True"_s},
+             // Counts for the base, not for the tax.
+             {"row without a rate", false, false, true, u"€ 47,00 + € 5,40 = € 52,40"_s, u"47|5.4|52.4|False"_s}});
     }
 
     void totals()
@@ -52,7 +61,8 @@ private Q_SLOTS:
         QCOMPARE(test::cellText(invoice().grid(), row, u"Importo"_s), u"€ 27,00"_s);
         QCOMPARE(shownTotals(), shown);
         invoice().save();
-        QCOMPARE(storedTotals(), stored);
+        QCOMPARE(lines(u"SELECT TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, IVA_ESENTE FROM FATT_ACC"_s),
+                 QStringList(stored));
         invoice().form().ApriRecord(invoice().form().IdRecord());
         QCOMPARE(shownTotals(), shown);
         // A change of the exemption counts at the next event, here the save; a new text row is none.
@@ -66,13 +76,8 @@ private Q_SLOTS:
     void movements()
     {
         test::insertInto(database(), u"MOVI_MAGA"_s,
-                         {{u"DATA_MOVIMENTO"_s, QDate(2026, 1, 10)},
-                          {u"CODICE"_s, u"TRA-0018"_s},
-                          {u"TIPO_MOVIMENTO"_s, u"Carico"_s},
-                          {u"QUANTITA"_s, 10.0},
-                          {u"VALORE"_s, 2.0},
-                          {u"VALORE_IMPORTO"_s, 20.0},
-                          {u"RIF_DOC_TIPO"_s, u"Bolla di carico"_s}});
+                         u"DATA_MOVIMENTO=2026-01-10|CODICE=TRA-0018|TIPO_MOVIMENTO=Carico|QUANTITA=10|VALORE=2|"
+                         "VALORE_IMPORTO=20|RIF_DOC_TIPO=Bolla di carico"_s);
         invoice().fillHeader();
         invoice().control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(4);
         invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
@@ -82,8 +87,7 @@ private Q_SLOTS:
             "M.DATA_MOVIMENTO, M.RIF_DOC_ID - D.IDFATT_ACC, M.NOTE FROM MOVI_MAGA M JOIN FATT_ACC_DETT D ON "
             "D.IDFATT_ACC_DETT = M.RIF_DOC_IDRIGA WHERE M.RIF_DOC_TIPO = 'Fattura accompagnatoria'"_s;
         for (int i = 0; i < 2; ++i) {
-            invoice().form().DataChanged();
-            invoice().save();
+            invoice().saveAgain();
             QCOMPARE(lines(mine), QStringList({u"Scarico|-3|10|1.5|2|-6|2|2026-03-16|0|Fattura immediata "
                                                "accompagnatoria n. 4 del 16/03/2026"_s}));
             QCOMPARE(lines(u"SELECT SUM(QUANTITA), SUM(VALORE_IMPORTO) FROM MOVI_MAGA"_s), QStringList(u"7|14"_s));
@@ -92,9 +96,7 @@ private Q_SLOTS:
 
     void rightsComeFirst()
     {
-        invoice().fillHeader();
-        invoice().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
-        invoice().save();
+        invoice().store(u"10"_s, u"3"_s);
         const QStringList before = invoice().stored();
         const auto readOnly = [this] { return invoice().control<QLabel>(u"lblSolaLettura"_s)->isVisible(); };
         QVERIFY(!readOnly());
@@ -105,14 +107,14 @@ private Q_SLOTS:
         place().messages.expectWarning(test::noRights);
         invoice().save();
         QCOMPARE(invoice().flags(), u"stored modified"_s);
-        for (const char *command : {"actElimina", "actNuovo"}) {
+        for (const QString &command : {u"actElimina"_s, u"actNuovo"_s}) {
             place().messages.expectWarning(test::noRights);
-            invoice().trigger(QString::fromLatin1(command));
+            invoice().trigger(command);
         }
-        QCOMPARE(place().messages.verify(), QStringList());
-        // The missing right is told before anything that is wrong with the invoice.
+        // The missing right is told before anything that is wrong with the invoice, also what cannot be read.
         invoice().form().SetModified(false);
         invoice().form().NuovoRecord();
+        test::retype(invoice().control<QWidget>(u"txtData"_s), u"31/02"_s);
         invoice().control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(1);
         place().messages.expectWarning(test::noRights);
         invoice().save();
@@ -175,9 +177,99 @@ private Q_SLOTS:
         QCOMPARE(shownTotals(), u"€ 0,00 + € 0,00 = € 0,00"_s);
         invoice().form().ApriRecord(id);
         QCOMPARE(invoice().flags(), u"stored"_s);
-        invoice().form().DataChanged();
-        invoice().save();
+        invoice().saveAgain();
         QCOMPARE(everything(), before);
+    }
+
+    // Months and years are clipped to what the month has; nothing comes after the last day, the 15th before it does.
+    void nextDate()
+    {
+        const QDate start(2026, 1, 31);
+        const QDate end(2029, 12, 31);
+        for (const auto &[from, every, unit, on15th, next] :
+             {std::tuple(start, 10, u"Giorno"_s, false, QDate(2026, 2, 10)),
+              {start, 2, u"Settimana"_s, false, QDate(2026, 2, 14)},
+              {start, 1, u"Mese"_s, false, QDate(2026, 2, 28)},
+              {start, 2, u"Mese"_s, false, QDate(2026, 3, 31)},
+              {QDate(2028, 2, 29), 1, u"Anno"_s, false, QDate(2029, 2, 28)},
+              {QDate(2026, 1, 3), 1, u"Mese"_s, true, QDate(2026, 2, 15)},
+              {start, 1, u"Mese"_s, true, QDate(2026, 2, 15)},
+              {QDate(2029, 12, 30), 1, u"Giorno"_s, false, end},
+              {end, 1, u"Giorno"_s, false, QDate()},
+              {QDate(2029, 11, 30), 1, u"Mese"_s, true, QDate(2029, 12, 15)}})
+            QCOMPARE(nextRecurringInvoice(from, every, unit, on15th, end), next);
+    }
+
+    void reminderIsStoredAndComesBack_data()
+    {
+        const QDate end(2027, 1, 1);
+        const QString group = u"True|3|Mese|2026-01-"_s;
+        test::table<bool, bool, QDate, QString, QString>(
+            {{"the 15th", true, true, end, u"15/04/2026"_s, group + u"31|2027-01-01|2026-04-15"_s},
+             {"past the end", true, false, QDate(2026, 4, 29), u"nessuna"_s, group + u"31|2026-04-29|"_s},
+             {"unchecked", false, true, end, u"15/04/2026"_s, u"False|||||NULL"_s}});
+    }
+
+    void reminderIsStoredAndComesBack()
+    {
+        const auto [enabled, on15th, end, shown, stored] = test::row<bool, bool, QDate, QString, QString>();
+        auto *check = note().control<QCheckBox>(u"chkFattureCicliche"_s);
+        note().fillHeader();
+        check->setChecked(true);
+        note().control<ui::IntegerEdit>(u"txtGeneraOgni"_s)->setValue(3);
+        note().control<QComboBox>(u"txtGeneraOgniUM"_s)->setCurrentText(u"Mese"_s);
+        note().control<ui::DateEdit>(u"txtDataInizioCiclica"_s)->setDate(QDate(2026, 1, 31));
+        note().control<ui::DateEdit>(u"txtDataFineCiclica"_s)->setDate(end);
+        if (on15th)
+            dayButton(note().form(), onThe15th)->setChecked(true);
+        QCOMPARE(note().shown(u"lblDataNuovaFattura"_s), shown);
+        check->setChecked(enabled);
+        note().save();
+        QCOMPARE(lines(columns), QStringList({stored}));
+        const int id = note().form().IdRecord();
+        note().trigger(u"actNuovo"_s);
+        QVERIFY(!check->isChecked());
+        note().form().ApriRecord(id);
+        QCOMPARE(check->isChecked(), enabled);
+        QCOMPARE(dayButton(note().form(), onThe15th)->isChecked(), enabled && on15th);
+        QCOMPARE(note().flags(), u"stored"_s);
+        if (enabled)
+            QCOMPARE(note().shown(u"lblDataNuovaFattura"_s), shown);
+        note().saveAgain();
+        QCOMPARE(lines(columns), QStringList({stored}));
+    }
+
+    void copyOfAnInvoice()
+    {
+        note().fillHeader();
+        note().control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(7);
+        note().control<ui::DateEdit>(u"txtData"_s)->setDate(QDate(2026, 2, 1));
+        note().control<QCheckBox>(u"chkFattureCicliche"_s)->setChecked(true);
+        note().control<QPlainTextEdit>(u"txtNote"_s)->setPlainText(u"Canone"_s);
+        note().addArticle(u"TRA-0018"_s, u"10"_s, u"3"_s);
+        note().save();
+        const int original = note().form().IdRecord();
+        const QString stored = u"SELECT * FROM FATT_ACC WHERE IDFATT_ACC = %1"_s.arg(original);
+        const QStringList before = lines(stored);
+        dynamic_cast<TMMGInserimentoFattureAccompagnatorie &>(note().form()).ImpostaFatturaCiclica();
+        QCOMPARE(note().flags() + QString::number(note().form().IdRecord()), u"new modified-1"_s);
+        QCOMPARE(note().shown(u"txtNumero"_s) + u'|' + note().shown(u"txtData"_s), u"8|16/03/2026"_s);
+        QVERIFY(!note().control<QCheckBox>(u"chkFattureCicliche"_s)->isChecked());
+        QVERIFY(!note().control<QWidget>(u"txtGeneraOgni"_s)->isEnabled());
+        QCOMPARE(note().shown(u"txtNote"_s), u"Canone\nFattura ciclica\nRif. Fattura n. 7\ndel 01/02/2026"_s);
+        note().save();
+        QCOMPARE(lines(stored), before);
+        QCOMPARE(lines(u"SELECT NUMERO, DATA, FC_ABILITATO FROM FATT_ACC ORDER BY NUMERO"_s),
+                 QStringList({u"7|2026-02-01|True"_s, u"8|2026-03-16|False"_s}));
+        QCOMPARE(database().select(u"SELECT NOTE FROM FATT_ACC WHERE NUMERO = 8"_s).text(0, u"NOTE"),
+                 u"Canone\n\rFattura ciclica\n\rRif. Fattura n. 7\n\rdel 01/02/2026"_s);
+        // Opened again it shows as it did.
+        note().form().ApriRecord(note().form().IdRecord());
+        QCOMPARE(note().shown(u"txtNote"_s), u"Canone\nFattura ciclica\nRif. Fattura n. 7\ndel 01/02/2026"_s);
+        // Each has its own row and movement.
+        QCOMPARE(lines(u"SELECT D.CODICE, D.IMPORTO FROM FATT_ACC_DETT D JOIN MOVI_MAGA M ON M.RIF_DOC_IDRIGA "
+                       "= D.IDFATT_ACC_DETT AND M.RIF_DOC_ID = D.IDFATT_ACC"_s),
+                 QStringList({u"TRA-0018|30"_s, u"TRA-0018|30"_s}));
     }
 
 private:
@@ -202,12 +294,6 @@ private:
     {
         return invoice().shown(u"lblTotaleImponibile"_s) + u" + "_s + invoice().shown(u"lblTotaleImposta"_s) +
                u" = "_s + invoice().shown(u"lblTotaleDocumento"_s);
-    }
-
-    QString storedTotals() const
-    {
-        return lines(u"SELECT TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, IVA_ESENTE FROM FATT_ACC"_s)
-            .join(u';');
     }
 };
 

@@ -119,12 +119,7 @@ private Q_SLOTS:
     }
 
     // Readers send Enter or Tab, and their keys wait for nothing. Tab leaves the grid when nothing is being typed.
-    void scansFillTheNextRows_data()
-    {
-        test::columns<Qt::Key>("end");
-        QTest::newRow("enter") << Qt::Key_Return;
-        QTest::newRow("tab") << Qt::Key_Tab;
-    }
+    void scansFillTheNextRows_data() { test::table<Qt::Key>({{"enter", Qt::Key_Return}, {"tab", Qt::Key_Tab}}); }
 
     void scansFillTheNextRows()
     {
@@ -155,32 +150,26 @@ private Q_SLOTS:
     // In the list and in the search over everything: by what a code begins with, or however a reader gives the whole.
     void barcodeFindsItsArticle_data()
     {
-        test::columns<QString, QString, QString>("typed", "article", "told");
-        const auto row = [](const char *name, const QString &typed, const QString &told) {
-            QTest::newRow(name) << typed << told.section(u" · "_s, 0, 0) << told;
-        };
         const QString upc = u"TRA-0018 · 012345678905"_s;
-        row("whole", u"012345678905"_s, upc);
-        row("beginning", u"01234"_s, upc);
-        row("more zeros", u"00012345678905"_s, upc);
-        row("gs1", u"(01)00012345678905(37)3"_s, upc);
-        row("case and blanks", u" Qz-"_s, u"SMA-0750 · qz-6"_s);
-        row("its end", u"345678905"_s, {});
-        row("no pattern", u"%"_s, {});
+        test::table<QString, QString>({{"whole", u"012345678905"_s, upc},
+                                       {"beginning", u"01234"_s, upc},
+                                       {"more zeros", u"00012345678905"_s, upc},
+                                       {"gs1", u"(01)00012345678905(37)3"_s, upc},
+                                       {"case and blanks", u" Qz-"_s, u"SMA-0750 · qz-6"_s},
+                                       {"its end", u"345678905"_s, {}},
+                                       {"no pattern", u"%"_s, {}}});
     }
 
     void barcodeFindsItsArticle()
     {
-        const auto [typed, article, told] = test::row<QString, QString, QString>();
-        const QList<std::pair<QString, QString>> barcodes = {{u"TRA-0018"_s, u"012345678905"_s},
-                                                             {u"SMA-0750"_s, u"qz-6"_s}};
-        for (const auto &[code, barcode] : barcodes)
+        const auto [typed, told] = test::row<QString, QString>();
+        for (const auto &[code, barcode] : {std::pair(u"TRA-0018"_s, u"012345678905"_s), {u"SMA-0750"_s, u"qz-6"_s}})
             test::insertInto(database(), u"BARCODE_ARTICOLI"_s,
-                             {{u"CODICE"_s, barcode}, {u"IDANA_MAGA"_s, keyOf(code)}});
+                             u"CODICE=%1|IDANA_MAGA=%2"_s.arg(barcode).arg(keyOf(code)));
         QWidget *list = place().commands().openForm(u"actRicercaArticoli"_s);
         test::retype(list, u"txtCodice"_s, typed);
         test::pressKey(Qt::Key_Return);
-        QCOMPARE(test::columnTexts(gridOf(*list), u"Codice"_s).join(u' '), article);
+        QCOMPARE(test::columnTexts(gridOf(*list), u"Codice"_s).join(u' '), told.section(u" · "_s, 0, 0));
         const QList<host::SearchSource> sources = host::startOffers().searches;
         QStringList found;
         for (const host::SearchSource &source : sources) {
@@ -200,7 +189,7 @@ private:
     }
     ui::EntryForm *article(const QString &code)
     {
-        auto *form = qobject_cast<ui::EntryForm *>(place().commands().openForm(u"actInserimentoArticoli"_s));
+        ui::EntryForm *form = openHostEntry(u"actInserimentoArticoli"_s);
         form->openRecord(keyOf(code));
         test::settle();
         return form;

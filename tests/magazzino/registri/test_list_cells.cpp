@@ -76,7 +76,7 @@ private Q_SLOTS:
 
     void looksAsDrawnByQt_data()
     {
-        test::columns<Change>("change");
+        test::columns<Change>();
         const auto row = [](const char *name, const Change &change) { QTest::newRow(name) << change; };
         row("as opened", [](QTableView &) {});
         row("a row selected", [](QTableView &view) { view.selectRow(1); });

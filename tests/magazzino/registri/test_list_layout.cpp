@@ -3,25 +3,19 @@
 #include "platform/ui/UserSettings.h"
 #include "tests/support/Fixtures.h"
 
-/// Columns that the user drags, and what is kept of them.
-class TestListLayout : public test::AtWorkplace
+/// Columns that the user drags, and what is kept of them; sorting, and what lists show first.
+class TestListLayout : public test::AtKeptWorkplace
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() override
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        startAgain();
-    }
-
     void draggedWidthIsKept_data()
     {
-        test::columns<QString, QString, bool>("action", "header", "hasRest");
-        QTest::newRow("hidden when it closes") << u"actRicercaFornitori"_s << u"Ragione sociale"_s << false;
-        QTest::newRow("freed when it closes") << u"actRicercaBolleCarico"_s << u"Codice"_s << true;
-        QTest::newRow("per cent of the width") << u"actRicercaMovimentiMagazzino"_s << u"Categoria"_s << true;
-        QTest::newRow("register of the host") << u"actRicercaClienti"_s << u"Codice"_s << true;
+        test::table<QString, QString, bool>(
+            {{"hidden when it closes", u"actRicercaFornitori"_s, u"Ragione sociale"_s, false},
+             {"freed when it closes", u"actRicercaBolleCarico"_s, u"Codice"_s, true},
+             {"per cent of the width", u"actRicercaMovimentiMagazzino"_s, u"Categoria"_s, true},
+             {"register of the host", u"actRicercaClienti"_s, u"Codice"_s, true}});
     }
 
     void draggedWidthIsKept()
@@ -32,7 +26,6 @@ private Q_SLOTS:
         drag(gridOf(*list), header, -40);
         QCOMPARE(widthOf(gridOf(*list), header), told - 40);
         test::trigger(list, u"actChiudi"_s);
-        test::settle();
         QCOMPARE(widthOf(gridOf(*open(action)), header), told - 40);
         startAgain();
         list = open(action);
@@ -91,8 +84,7 @@ private Q_SLOTS:
     // The columns left as they were make room, and the window's size does so again.
     void listNeverScrollsSideways()
     {
-        const ui::SearchForm *list = open(u"actRicercaFornitori"_s);
-        const QTableView *grid = gridOf(*list);
+        const QTableView *grid = gridOf(*open(u"actRicercaFornitori"_s));
         const int told = widthOf(grid, u"Codice"_s);
         drag(grid, u"Codice"_s, 150);
         QCOMPARE(widthOf(grid, u"Codice"_s), told + 150);
@@ -121,20 +113,89 @@ private Q_SLOTS:
     void unwritableFileIsTold()
     {
         const ui::SearchForm *list = open(u"actRicercaFornitori"_s);
-        ui::rememberFor(folder_->filePath(u"manca/corvane.ini"_s), host::administrator);
-        place().messages.expectError(u"La cartella \"%1\" non esiste."_s.arg(folder_->filePath(u"manca"_s)));
+        ui::rememberFor(file(u"manca/corvane.ini"_s), host::administrator);
+        place().messages.expectError(u"La cartella \"%1\" non esiste."_s.arg(file(u"manca"_s)));
         drag(gridOf(*list), u"Codice"_s, -40);
         QVERIFY(widthOf(gridOf(*list), u"Codice"_s) < 70);
     }
 
-private:
-    void startAgain()
+    void headerSorts()
     {
-        cleanup();
-        setPlace(std::make_unique<test::Workplace>(test::Workplace::Start::WithModule, file()));
+        const QString receipt =
+            u"NUMERO=%1|DATA=2026-%2|ANNO=2026|FOR_CODICE=%3|FOR_RAGIONESOCIALE=%3|TOTALE_DOCUMENTO=%4"_s;
+        for (const QString &values : {receipt.arg(u"10"_s, u"01-31"_s, u"Beta"_s, u"1000"_s),
+                                      receipt.arg(u"9"_s, u"12-15"_s, u"alfa"_s, u"80"_s),
+                                      receipt.arg(u"2"_s, u"02-01"_s, u"gamma"_s, u"9.5"_s)})
+            test::insertInto(database(), u"BOLLE_CARICO"_s, values);
+        const ui::SearchForm *list = openList(u"actRicercaBolleCarico"_s);
+        QTableView *grid = gridOf(*list);
+        for (const auto &[header, upwards] : {std::pair(u"N."_s, u"2|9|10"_s),
+                                              {u"Data"_s, u"31/01/2026|01/02/2026|15/12/2026"_s},
+                                              {u"Ragione sociale"_s, u"alfa|Beta|gamma"_s},
+                                              {u"Totale"_s, u"€ 9,50|€ 80,00|€ 1.000,00"_s}}) {
+            test::press(list, u"cmdCerca"_s);
+            test::selectRow(grid, u"alfa"_s);
+            const int key = list->selectedKey();
+            const QStringList expected = upwards.split(u'|');
+            click(grid, header);
+            QCOMPARE(test::columnTexts(grid, header), expected);
+            click(grid, header);
+            QCOMPARE(test::columnTexts(grid, header), QStringList(expected.rbegin(), expected.rend()));
+            QCOMPARE(list->selectedKey(), key);
+        }
+        // What a new search finds stands as the arrow in the header tells, until the third click.
+        test::press(list, u"cmdCerca"_s);
+        QCOMPARE(test::columnTexts(grid, u"Totale"_s), QStringList({u"€ 1.000,00"_s, u"€ 80,00"_s, u"€ 9,50"_s}));
+        click(grid, u"Totale"_s);
+        QCOMPARE(grid->horizontalHeader()->sortIndicatorSection(), -1);
+        QCOMPARE(test::cellText(grid, grid->currentIndex().row(), u"Ragione sociale"_s), u"alfa"_s);
+        QCOMPARE(test::columnTexts(grid, u"N."_s), QStringList({u"10"_s, u"9"_s, u"2"_s}));
     }
-    QString file() const { return folder_->filePath(u"corvane.ini"_s); }
 
+    void movementsOfThePeriod()
+    {
+        for (int day = 9; day <= 13; ++day)
+            test::insertInto(database(), u"MOVI_MAGA"_s,
+                             u"DATA_MOVIMENTO=2026-02-%1|CODICE=G%1|QUANTITA=%2"_s.arg(day).arg(day - 11));
+        const ui::SearchForm *list = openList(u"actRicercaMovimentiMagazzino"_s);
+        test::control<ui::DateEdit>(list, u"txtDataDal"_s)->setDate(QDate(2026, 2, 10));
+        test::control<ui::DateEdit>(list, u"txtDataAl"_s)->setDate(QDate(2026, 2, 12));
+        test::press(list, u"cmdCerca"_s);
+        const QTableView *grid = gridOf(*list);
+        QCOMPARE(test::columnTexts(grid, u"Codice"_s), QStringList({u"G12"_s, u"G11"_s, u"G10"_s}));
+        // Only what left the warehouse is red.
+        QList<bool> red;
+        for (int row = 0; row < 3; ++row) {
+            const QModelIndex cell = grid->model()->index(row, test::columnOf(grid, u"Q.tà"_s));
+            red.append(cell.data(Qt::ForegroundRole).value<QColor>() == ui::negativeText(QApplication::palette()));
+        }
+        QCOMPARE(red, QList<bool>({false, false, true}));
+    }
+
+    // The previous month and the current one, whole.
+    void movementPeriod_data()
+    {
+        test::table<QDate, QString>({{"January", QDate(2026, 1, 31), u"01/12/2025-31/01/2026"_s},
+                                     {"leap February", QDate(2028, 2, 29), u"01/01/2028-29/02/2028"_s},
+                                     {"after February", QDate(2026, 3, 31), u"01/02/2026-31/03/2026"_s},
+                                     {"December", QDate(2026, 12, 1), u"01/11/2026-31/12/2026"_s}});
+    }
+
+    void movementPeriod()
+    {
+        const auto [today, period] = test::row<QDate, QString>();
+        core::setClock([today = today] { return QDateTime(today, QTime(12, 0)); });
+        const ui::SearchForm *list = openList(u"actRicercaMovimentiMagazzino"_s);
+        const auto found = [list] {
+            return test::shown(list, u"txtDataDal"_s) + u'-' + test::shown(list, u"txtDataAl"_s);
+        };
+        QCOMPARE(found(), period);
+        QTest::keyClick(test::control<QWidget>(list, u"txtDataDal"_s), Qt::Key_Up);
+        test::press(list, u"cmdRipristina"_s);
+        QCOMPARE(found(), period);
+    }
+
+private:
     ui::SearchForm *open(const QString &action) const
     {
         if (!action.contains(u"Clienti"_s))
@@ -188,8 +249,6 @@ private:
         return grid->columnWidth(test::columnOf(grid, header));
     }
     static int allWidths(const QTableView *grid) { return grid->horizontalHeader()->length(); }
-
-    std::unique_ptr<QTemporaryDir> folder_;
 };
 
 static const test::Registered<TestListLayout> registered;

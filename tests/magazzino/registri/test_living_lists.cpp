@@ -3,23 +3,16 @@
 #include "tests/support/Fixtures.h"
 
 /// What lists and windows do by themselves: rows that follow what is stored, searches while one types, names, places.
-class TestLivingLists : public test::AtWorkplace
+class TestLivingLists : public test::AtKeptWorkplace
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() override
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        startAgain();
-    }
-
     // Whatever stores it: a form, a deletion, another connection of the program.
     void hostListFollowsAndStaysInPlace()
     {
         for (int i = 0; i < 60; ++i)
-            test::insertInto(database(), u"CLIENTI"_s,
-                             {{u"CODICE"_s, u"ZZ%1"_s.arg(i)}, {u"RAGIONESOCIALE"_s, u"Prova %1"_s.arg(10 + i)}});
+            test::insertInto(database(), u"CLIENTI"_s, u"CODICE=ZZ%1|RAGIONESOCIALE=Prova %2"_s.arg(i).arg(10 + i));
         const ui::SearchForm *list = openHost(u"Clienti"_s);
         QTableView *grid = gridOf(*list);
         test::selectRow(grid, u"Prova 40"_s);
@@ -32,8 +25,7 @@ private Q_SLOTS:
         QVERIFY(entry.saveRecord());
         test::settle();
         QCOMPARE(test::cellText(grid, grid->currentIndex().row(), u"Città"_s), u"Altrove"_s);
-        test::insertInto(*place().module().ModADOConn, u"CLIENTI"_s,
-                         {{u"CODICE"_s, u"A0"_s}, {u"RAGIONESOCIALE"_s, u"Aaaa"_s}});
+        test::insertInto(connection(), u"CLIENTI"_s, u"CODICE=A0|RAGIONESOCIALE=Aaaa"_s);
         database().execute(u"DELETE FROM CLIENTI WHERE CODICE = 'ZZ0' OR CODICE = 'ZZ1'"_s);
         test::settle();
         const QStringList codes = test::columnTexts(grid, u"Codice"_s);
@@ -142,13 +134,6 @@ private Q_SLOTS:
     }
 
 private:
-    void startAgain()
-    {
-        cleanup();
-        setPlace(std::make_unique<test::Workplace>(test::Workplace::Start::WithModule, file()));
-        place().window().show();
-    }
-    QString file() const { return folder_->filePath(u"corvane.ini"_s); }
     static QString hint(const QWidget *list) { return test::shown(list, u"lblElencoDaAggiornare"_s); }
 
     ui::SearchForm *openHost(const QString &name) const
@@ -158,8 +143,6 @@ private:
         test::settle();
         return form;
     }
-
-    std::unique_ptr<QTemporaryDir> folder_;
 };
 
 static const test::Registered<TestLivingLists> registered;

@@ -1,16 +1,12 @@
 #include "magazzino/forms/uMMGInserimentoMovimentiMagazzino.h"
 #include "tests/support/Fixtures.h"
 
-namespace {
-
 const QString article = u"TRA-0018"_s;
 
 /// Columns of a movement as the form writes them, but for its key.
 const QString everyColumn = u"IDMAGAZZINO, DATA_MOVIMENTO, CODICE, DESCRIZIONE, IDCATEGORIA_ANA_MAGA, "
                             "TIPO_MOVIMENTO, PREZZO, COSTO, QUANTITA, VALORE, VALORE_IMPORTO, IDCAUSALE_MAGA, "
                             "RIF_DOC_TIPO, RIF_DOC_ID, RIF_DOC_IDRIGA, NOTE"_s;
-
-} // namespace
 
 class TestMovementForm : public test::AtWorkplace
 {
@@ -34,14 +30,14 @@ private Q_SLOTS:
         test::control<ui::DateEdit>(form_, u"txtDataMovimento"_s)->setDate(QDate(2026, 2, 28));
         kindButton(u"Scarico"_s)->click();
         chooseReason(u"Scarico"_s);
-        test::retype(form_, u"txtPrezzo"_s, u"10,5"_s);
-        test::retype(form_, u"txtCosto"_s, u"4"_s);
+        test::retype(form_, u"txtPrezzo"_s, u"-10,5"_s);
+        test::retype(form_, u"txtCosto"_s, u"-4"_s);
         test::retype(form_, u"txtQuantita"_s, u"3,25"_s);
-        test::retype(form_, u"txtValore"_s, u"7,25"_s);
+        test::retype(form_, u"txtValore"_s, u"-7,25"_s);
         test::retype(form_, u"txtNote"_s, u"così è"_s);
         QVERIFY(test::control<QPlainTextEdit>(form_, u"txtNote"_s)->verticalScrollBar()->isVisible());
         test::trigger(form_, u"actSalva"_s);
-        const QStringList expected = {u"0|2026-02-28|%1|%2|%3|Scarico|10.5|4|3.25|7.25|0|2||||così è"_s.arg(
+        const QStringList expected = {u"0|2026-02-28|%1|%2|%3|Scarico|-10.5|-4|3.25|-7.25|0|2||||così è"_s.arg(
             article, ofArticle(u"DESCRIZIONE"_s), ofArticle(u"IDCATEGORIA_ANA_MAGA"_s))};
         QCOMPARE(stored(), expected);
 
@@ -94,7 +90,7 @@ private Q_SLOTS:
         test::retype(form_, u"txtQuantita"_s, u"3"_s);
         QVERIFY(isAmber());
         QVERIFY(line->text().contains(u"aumenta"_s));
-        const int id = insertMovement({{u"QUANTITA"_s, -1}, {u"TIPO_MOVIMENTO"_s, u"Scarico"_s}});
+        const int id = insertMovement(u"QUANTITA=-1|TIPO_MOVIMENTO=Scarico"_s);
         form_->SetModified(false);
         form_->openRecord(id);
         QVERIFY(!isAmber());
@@ -102,13 +98,8 @@ private Q_SLOTS:
 
     void openedMovementKeepsWhatIsNotShown()
     {
-        const int id = insertMovement({{u"IDMAGAZZINO"_s, 3},
-                                       {u"QUANTITA"_s, -5},
-                                       {u"VALORE"_s, 3},
-                                       {u"VALORE_IMPORTO"_s, -15.75},
-                                       {u"RIF_DOC_TIPO"_s, u"D.d.T. di scarico"_s},
-                                       {u"RIF_DOC_ID"_s, 8},
-                                       {u"RIF_DOC_IDRIGA"_s, 21}});
+        const int id = insertMovement(u"IDMAGAZZINO=3|QUANTITA=-5|VALORE=3|VALORE_IMPORTO=-15.75|"
+                                      "RIF_DOC_TIPO=D.d.T. di scarico|RIF_DOC_ID=8|RIF_DOC_IDRIGA=21"_s);
         const QString before = stored().constFirst();
         form_->openRecord(id);
         QCOMPARE(shownTotal(), u"-15,75"_s);
@@ -130,9 +121,9 @@ private Q_SLOTS:
 
     void unknownKindLeavesTheChoice()
     {
-        const int unknown = insertMovement({{u"TIPO_MOVIMENTO"_s, u"Rettifica"_s}});
+        const int unknown = insertMovement(u"TIPO_MOVIMENTO=Rettifica"_s);
         for (const QString &before : {u"Scarico"_s, u"Carico"_s}) {
-            form_->openRecord(insertMovement({{u"TIPO_MOVIMENTO"_s, before}}));
+            form_->openRecord(insertMovement(u"TIPO_MOVIMENTO="_s + before));
             form_->openRecord(unknown);
             QCOMPARE(form_->IdRecord(), unknown);
             QVERIFY(kindButton(before)->isChecked());
@@ -181,15 +172,12 @@ private:
     }
 
     /// A movement of another program.
-    int insertMovement(const QVariantMap &values) const
+    int insertMovement(const QString &values) const
     {
-        QVariantMap all = {{u"CODICE"_s, article},
-                           {u"DESCRIZIONE"_s, u"Trapano"_s},
-                           {u"IDCATEGORIA_ANA_MAGA"_s, ofArticle(u"IDCATEGORIA_ANA_MAGA"_s)},
-                           {u"TIPO_MOVIMENTO"_s, u"Carico"_s},
-                           {u"IDCAUSALE_MAGA"_s, 1}};
-        all.insert(values);
-        return test::insertInto(database(), u"MOVI_MAGA"_s, all);
+        const QString usual = u"CODICE=%1|DESCRIZIONE=Trapano|IDCATEGORIA_ANA_MAGA=%2|TIPO_MOVIMENTO=Carico|"
+                              "IDCAUSALE_MAGA=1|"_s;
+        return test::insertInto(database(), u"MOVI_MAGA"_s,
+                                usual.arg(article, ofArticle(u"IDCATEGORIA_ANA_MAGA"_s)) + values);
     }
 
     /// One value of the article.

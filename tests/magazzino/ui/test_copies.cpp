@@ -1,7 +1,8 @@
 #include "magazzino/documents/RigheAppunti.h"
 #include "tests/support/Fixtures.h"
 
-// Documents and rows of them that are copied, and rows that come from a spreadsheet.
+// Documents and rows of them that are copied, rows that come from a spreadsheet, and what is said of the stock
+// meanwhile.
 class TestCopies : public test::AtWorkplace
 {
     Q_OBJECT
@@ -61,8 +62,7 @@ private Q_SLOTS:
             [&] { document.trigger(u"actDuplica"_s); });
         QCOMPARE(document.flags() + document.shown(u"txtNumero"_s), u"stored7"_s);
         // From the list it is the same command.
-        const QString action = QString(test::kindOfRow().action).replace(u"Inserimento"_s, u"Ricerca"_s);
-        ui::SearchForm *list = openList(action);
+        ui::SearchForm *list = openList(QString(test::kindOfRow().action).replace(u"Inserimento"_s, u"Ricerca"_s));
         test::press(list, u"cmdCerca"_s);
         gridOf(*list)->selectRow(0);
         test::typeOver(document.control<QWidget>(u"txtNote"_s), u"Fragile"_s);
@@ -137,17 +137,17 @@ private Q_SLOTS:
 
     void spreadsheetsAreRead_data()
     {
-        // read: "code quantity price discount" of each row, "!" for one that cannot be read
-        test::columns<QString, QString>("text", "read");
-        QTest::newRow("codes") << u"A\r\nB\r\n"_s << u"A - - -|B - - -"_s;
-        QTest::newRow("Italian") << u"A\t1.234\t€ 1.234,50\nB\t2\t0,5"_s << u"A 1234 1234.5 -|B 2 0.5 -"_s;
-        QTest::newRow("decimal points") << u"A\t1.5\t1,234.50\nB\t2\t.5"_s << u"A 1.5 1234.5 -|B 2 0.5 -"_s;
-        QTest::newRow("titles, words, discount")
-            << u"Codice\tDescrizione\tQ.tà\tPrezzo\tSconto\nA\tVite 8\t3\t2\t10\nB\t\"Due\nrighe\"\t4\t\t"_s
-            << u"A 3 2 10|B 4 - -"_s;
-        QTest::newRow("one that is no number") << u"A\t1\nB\tx\nC\t3"_s << u"A 1 - -|!|C 3 - -"_s;
-        QTest::newRow("kept from being a formula") << u"'-A\t2"_s << u"-A 2 - -"_s;
-        QTest::newRow("nothing") << u"\n\t\n"_s << QString();
+        test::table<QString, QString>(
+            {// read: "code quantity price discount" of each row, "!" for one that cannot be read
+             {"codes", u"A\r\nB\r\n"_s, u"A - - -|B - - -"_s},
+             {"Italian", u"A\t1.234\t€ 1.234,50\nB\t2\t0,5"_s, u"A 1234 1234.5 -|B 2 0.5 -"_s},
+             {"decimal points", u"A\t1.5\t1,234.50\nB\t2\t.5"_s, u"A 1.5 1234.5 -|B 2 0.5 -"_s},
+             {"titles, words, discount",
+              u"Codice\tDescrizione\tQ.tà\tPrezzo\tSconto\nA\tVite 8\t3\t2\t10\nB\t\"Due\nrighe\"\t4\t\t"_s,
+              u"A 3 2 10|B 4 - -"_s},
+             {"one that is no number", u"A\t1\nB\tx\nC\t3"_s, u"A 1 - -|!|C 3 - -"_s},
+             {"kept from being a formula", u"'-A\t2"_s, u"-A 2 - -"_s},
+             {"nothing", u"\n\t\n"_s, {}}});
     }
 
     void spreadsheetsAreRead()
@@ -191,6 +191,114 @@ private Q_SLOTS:
         test::pressKey(Qt::Key_V, Qt::ControlModifier);
     }
 
+    void tellsTheRowOneStandsOn_data()
+    {
+        const QString told = u"TRA-0018 · giacenza 20,00 · questo documento %1 · costo medio € %2 · "
+                             "ultimo acquisto € 4,00 il 10/03/2026"_s;
+        test::table<QString, QString>(
+            {{"note today", {}, told.arg(u"-5,00 · resta 15,00"_s, u"3,00"_s)},
+             {"note earlier", u"05/03/2026"_s, told.arg(u"-5,00 · resta 15,00 (al 05/03/2026: 5,00)"_s, u"2,00"_s)},
+             {"receipt today", {}, told.arg(u"5,00 · resta 25,00"_s, u"3,00"_s)}});
+    }
+    void tellsTheRowOneStandsOn()
+    {
+        stockUp();
+        const auto [date, told] = test::row<QString, QString>();
+        const test::Document document(place(), test::documentNames(test::currentCase().section(u' ', 0, 0)));
+        if (!date.isEmpty())
+            test::typeOver(document.control<QWidget>(u"txtData"_s), date);
+        document.form().setFocus();
+        test::pressKey(Qt::Key_I, Qt::ControlModifier);
+        // Already while it is typed.
+        test::strike(u"5*tra-0018\n"_s);
+        QVERIFY(line(document).startsWith(u"TRA-0018 · giacenza 20,00 · questo documento 0,00"_s));
+        test::strike(u"\n"_s);
+        QCOMPARE(line(document), told);
+        QCOMPARE(warning(document), QString());
+    }
+    void rowsBelowZeroAreAmber()
+    {
+        stockUp();
+        const test::Document note(place(), test::deliveryNote());
+        note.fillHeader();
+        note.form().setFocus();
+        test::pressKey(Qt::Key_I, Qt::ControlModifier);
+        test::strike(u"15*tra-0018^1*vit-0316^5*tra-0018^"_s);
+        QCOMPARE(marked(note), u"1"_s);
+        test::strike(u"2*tra-0018^"_s);
+        QCOMPARE(marked(note), u"1 3"_s);
+        QVERIFY(warning(note).startsWith(u"2 righe portano la giacenza sotto zero: "_s));
+        QCOMPARE(note.grid()->model()->index(3, 0).data(Qt::ToolTipRole).toString(),
+                 u"La giacenza va sotto zero: -2,00 dopo questa riga"_s);
+        // A click on the number leads to the row.
+        Q_EMIT note.control<QLabel>(u"lblSottoZero"_s)->linkActivated(u"1"_s);
+        QCOMPARE(note.grid()->selectedRow(), 1);
+        test::typeIntoCell(note.grid(), 0, u"Q.tà"_s, u"13"_s);
+        QCOMPARE(marked(note), u"1"_s);
+        QVERIFY(warning(note).startsWith(u"1 riga porta"_s));
+        // At an earlier date there is less.
+        test::typeOver(note.control<QWidget>(u"txtData"_s), u"05/03/2026"_s);
+        note.showPage(1);
+        test::settle();
+        QCOMPARE(marked(note), u"0 1 2 3"_s);
+        note.save();
+        QCOMPARE(note.flags(), u"stored"_s);
+    }
+    // A stored note's own movements are not taken off twice.
+    void documentCountsOnce()
+    {
+        stockUp();
+        const test::Document note(place(), test::deliveryNote());
+        note.store(u"7,9"_s, u"20"_s);
+        QVERIFY(line(note).startsWith(u"TRA-0018 · giacenza 20,00 · questo documento -20,00 · resta 0,00"_s));
+        QCOMPARE(marked(note), QString());
+        note.trigger(u"actNuovo"_s);
+        note.enter(u"7,9"_s, u"1"_s);
+        QVERIFY(line(note).contains(u"giacenza 0,00"_s));
+        QVERIFY(line(note).endsWith(u"a questo cliente € 7,90 il 16/03/2026"_s));
+        QCOMPARE(marked(note), u"0"_s);
+    }
+    // Whoever stores or deletes something: a list as well as a form, or no window at all.
+    void followsWhatIsStoredElsewhere()
+    {
+        stockUp();
+        sell(test::deliveryNote(), u"TRA-0018"_s, u"7,9"_s, u"3"_s);
+        const ui::SearchForm *notes = openList(u"actRicercaDdTScarico"_s);
+        const QWidget *articles = place().commands().openForm(u"actRicercaArticoli"_s);
+        test::retype(articles, u"txtCodice"_s, u"TRA-0018"_s);
+        test::pressKey(Qt::Key_Return);
+        const test::Document note(place(), test::deliveryNote());
+        note.enter(u"7"_s, u"1"_s);
+        QVERIFY(line(note).contains(u"giacenza 17,00"_s) && line(note).contains(u"a questo cliente € 7,90"_s));
+        test::trigger(notes, u"actCerca"_s);
+        gridOf(*notes)->selectRow(0);
+        place().messages.expectPart(u"Conferma"_s, test::deleting, core::Answer::Yes);
+        test::trigger(notes, u"actElimina"_s);
+        QVERIFY(line(note).contains(u"giacenza 17,00"_s) && !line(note).contains(u"a questo cliente"_s));
+        database().execute(u"DELETE FROM MOVI_MAGA WHERE QUANTITA < 0"_s);
+        test::settle();
+        QVERIFY(line(note).contains(u"giacenza 20,00"_s));
+        QTRY_COMPARE(test::cellText(gridOf(*articles), 0, u"Giacenza"_s), u"20,00"_s);
+        note.form().SetModified(false);
+    }
+
+    void invoicesAreForThoseWhoMaySeeThem()
+    {
+        stockUp();
+        sell(test::accompanyingInvoice(), u"TRA-0018"_s, u"9,5"_s, u"1"_s);
+        const auto told = [this] {
+            const test::Document note(place(), test::deliveryNote());
+            note.enter(u"7"_s, u"1"_s);
+            const QString text = line(note);
+            note.form().SetModified(false);
+            note.trigger(u"actChiudi"_s);
+            return text.section(u" · a questo cliente "_s, 1);
+        };
+        QCOMPARE(told(), u"€ 9,50 il 16/03/2026"_s);
+        database().execute(u"DELETE FROM ABILITAZIONI_RUOLI"_s);
+        QCOMPARE(told(), QString());
+    }
+
 private:
     /// With the focus in the line of the next row.
     test::Document open(const test::DocumentNames &names)
@@ -219,6 +327,48 @@ private:
 
     QTemporaryDir folder_;
     qint64 time_ = 0; // ms since the start
+    // 20 pieces of TRA-0018: 10 at 2 on the 1st, 10 at 4 on the 10th of March; today is the 16th.
+    void stockUp()
+    {
+        for (const auto &[date, cost] : {std::pair(u"01/03/2026"_s, u"2"_s), {u"10/03/2026"_s, u"4"_s}}) {
+            const test::Document receipt(place(), test::receipt());
+            receipt.fillHeader();
+            test::typeOver(receipt.control<QWidget>(u"txtData"_s), date);
+            receipt.addArticle(u"TRA-0018"_s, cost, u"10"_s);
+            receipt.save();
+            receipt.trigger(u"actChiudi"_s);
+        }
+    }
+    void sell(const test::DocumentNames &names, const QString &code, const QString &price, const QString &quantity)
+    {
+        const test::Document document(place(), names);
+        document.trigger(u"actNuovo"_s);
+        document.fillHeader();
+        document.addArticle(code, price, quantity);
+        document.save();
+        QCOMPARE(document.flags(), u"stored"_s);
+        document.trigger(u"actChiudi"_s);
+    }
+    static QString line(const test::Document &document) { return document.shown(u"lblGiacenzaRiga"_s); }
+    static QString warning(const test::Document &document)
+    {
+        const auto *label = document.control<QLabel>(u"lblSottoZero"_s);
+        return label->isHidden() ? QString() : label->text();
+    }
+    // Positions of the amber rows.
+    static QString marked(const test::Document &document)
+    {
+        QStringList rows;
+        const QAbstractItemModel *model = document.grid()->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            const bool amber = model->index(row, 0).data(Qt::BackgroundRole).isValid();
+            if (amber == model->index(row, 0).data(Qt::ToolTipRole).toString().isEmpty())
+                return u"colour and tip differ"_s;
+            if (amber)
+                rows.append(QString::number(row));
+        }
+        return rows.join(u' ');
+    }
 };
 
 static const test::Registered<TestCopies> registered;

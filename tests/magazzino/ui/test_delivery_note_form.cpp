@@ -3,20 +3,15 @@
 class TestDeliveryNoteForm : public test::AtDocument
 {
     Q_OBJECT
-
-public:
-    TestDeliveryNoteForm()
-        : AtDocument(test::deliveryNote())
-    {
-    }
+    Q_CLASSINFO("kind", "note")
 
 private Q_SLOTS:
     void missingTaxDataIsAskedFor_data()
     {
-        test::columns<QString, bool, core::Answer, bool>("customer", "asks", "answer", "saved");
-        QTest::newRow("neither, No") << u"Agostini Lucia"_s << true << core::Answer::No << false;
-        QTest::newRow("neither, Yes") << u"Agostini Lucia"_s << true << core::Answer::Yes << true;
-        QTest::newRow("tax code only") << u"Arredo Bagno Alpi S.r.l."_s << false << core::Answer::No << true;
+        test::table<QString, bool, core::Answer, bool>(
+            {{"neither, No", u"Agostini Lucia"_s, true, core::Answer::No, false},
+             {"neither, Yes", u"Agostini Lucia"_s, true, core::Answer::Yes, true},
+             {"tax code only", u"Arredo Bagno Alpi S.r.l."_s, false, core::Answer::No, true}});
     }
 
     void missingTaxDataIsAskedFor()
@@ -55,14 +50,12 @@ private Q_SLOTS:
         QCOMPARE(note().control<QGroupBox>(u"grpAnagrafica"_s)->title(), u" Cliente "_s);
         note().form().ApriRecord(id);
         QCOMPARE(note().control<QGroupBox>(u"grpAnagrafica"_s)->title(), u" Fornitore "_s);
-        note().form().DataChanged();
-        note().save();
+        note().saveAgain();
         QCOMPARE(lines(stored), copied);
         // Other programs leave names empty; the column takes no NULL.
         database().execute(u"UPDATE DDT_SCARICO SET CLI_RAGIONESOCIALE = ''"_s);
         note().form().ApriRecord(id);
-        note().form().DataChanged();
-        note().save();
+        note().saveAgain();
         QCOMPARE(note().flags(), u"stored"_s);
     }
 
@@ -70,7 +63,6 @@ private Q_SLOTS:
     {
         note().fillHeader();
         note().control<ui::IntegerEdit>(u"txtNumero"_s)->setValue(12);
-        note().control<ui::DateEdit>(u"txtData"_s)->setDate(QDate(2025, 12, 31));
         test::type(note().control<QLineEdit>(u"txtDestRagioneSociale"_s), u"Cantiere d'Adda"_s);
         test::type(note().control<QLineEdit>(u"txtDestCap"_s), u"i-3606199"_s);
         test::type(note().control<QLineEdit>(u"txtDestProvincia"_s), u"vic"_s);
@@ -81,6 +73,9 @@ private Q_SLOTS:
         note().choose(u"cmdSelezionaPesoUM"_s, test::choosing(u"KG"_s));
         note().control<QPlainTextEdit>(u"txtNote"_s)->setPlainText(u"è urgente"_s);
         note().addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+        // Saved from within the field.
+        note().showPage(0);
+        test::retype(note().control<QWidget>(u"txtData"_s), u"31/12/25"_s);
         note().save();
         QCOMPARE(lines(u"SELECT NUMERO, DATA, ANNO, DEST_RAGIONESOCIALE, DEST_INDIRIZZO, DEST_CITTA, DEST_CAP, "
                        "DEST_PROVINCIA, DEST_NAZIONE, ASPETTO_BENI, TIPO_TRASPORTO, CAUSALE_TRASPORTO, COLLI, PESO, "
@@ -99,16 +94,14 @@ private Q_SLOTS:
     {
         receive(10, 2);
         receive(10, 4);
-        note().fillHeader();
-        note().addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+        note().enter(u"7,90"_s, u"5"_s);
         const QString mine =
             u"SELECT M.QUANTITA, M.VALORE, M.VALORE_IMPORTO, M.PREZZO, M.COSTO - A.COSTO, M.TIPO_MOVIMENTO, "
             "M.IDCAUSALE_MAGA, M.DATA_MOVIMENTO, M.NOTE FROM MOVI_MAGA M JOIN ANA_MAGA A ON A.CODICE = M.CODICE "
             "WHERE M.RIF_DOC_TIPO = 'D.d.T. di scarico' ORDER BY M.IDMOVI_MAGA"_s;
         const QString stock = u"SELECT SUM(QUANTITA), SUM(VALORE_IMPORTO) FROM MOVI_MAGA"_s;
         for (int i = 0; i < 3; ++i) {
-            note().form().DataChanged();
-            note().save();
+            note().saveAgain();
             QCOMPARE(lines(mine),
                      QStringList(u"-5|3|-15|7.9|0|Scarico|2|2026-03-16|D.d.T. di scarico n. 1 del 16/03/2026"_s));
             QCOMPARE(lines(stock), QStringList(u"15|45"_s));
@@ -127,8 +120,7 @@ private Q_SLOTS:
     {
         database().execute(u"UPDATE ANA_MAGA SET COSTO = 1.23 WHERE CODICE = 'TRA-0018'"_s);
         database().execute(u"UPDATE ANA_MAGA SET COSTO = 4.56 WHERE CODICE = 'TRA-0012'"_s);
-        note().fillHeader();
-        note().addArticle(u"TRA-0018"_s, u"7,90"_s, u"5"_s);
+        note().enter(u"7,90"_s, u"5"_s);
         note().addArticle(u"TRA-0012"_s, u"8"_s, u"1"_s);
         note().save();
         database().execute(u"UPDATE ANA_MAGA SET COSTO = 99"_s);
@@ -157,24 +149,25 @@ private Q_SLOTS:
                 test::press(&dialog, u"cmdOk"_s);
             };
         };
-        note().choose(u"actSelezionaCliente"_s, vanishing(u"CLIENTI"_s));
-        note().choose(u"actSelezionaFornitore"_s, vanishing(u"FORNITORI"_s));
-        note().choose(u"actSelezionaVettore"_s, vanishing(u"VETTORI"_s));
-        note().choose(u"actAggiungiArticolo"_s, vanishing(u"ANA_MAGA"_s));
-        note().choose(u"actAggiungiServizio"_s, vanishing(u"SERVIZI"_s));
-        note().choose(u"cmdSelezionaCausaleTrasporto"_s, vanishing(u"CAUSALI_TRASPORTO"_s));
+        for (const auto &[command, table] : {std::pair(u"actSelezionaCliente"_s, u"CLIENTI"_s),
+                                             {u"actSelezionaFornitore"_s, u"FORNITORI"_s},
+                                             {u"actSelezionaVettore"_s, u"VETTORI"_s},
+                                             {u"actAggiungiArticolo"_s, u"ANA_MAGA"_s},
+                                             {u"actAggiungiServizio"_s, u"SERVIZI"_s},
+                                             {u"cmdSelezionaCausaleTrasporto"_s, u"CAUSALI_TRASPORTO"_s}})
+            note().choose(command, vanishing(table));
         QCOMPARE(note().flags(), u"new"_s);
         QCOMPARE(note().grid()->model()->rowCount(), 0);
     }
 
     void closingQuestion_data()
     {
-        test::columns<core::Answer, bool, bool, QString>("answer", "complete", "closes", "saved");
-        QTest::newRow("Cancel") << core::Answer::Cancel << true << false << u"0"_s;
-        QTest::newRow("No") << core::Answer::No << true << true << u"0"_s;
-        QTest::newRow("Yes") << core::Answer::Yes << true << true << u"1"_s;
-        // Yes closes whether or not the save succeeded; this is intended.
-        QTest::newRow("Yes, refused") << core::Answer::Yes << false << true << u"0"_s;
+        test::table<core::Answer, bool, bool, QString>(
+            {{"Cancel", core::Answer::Cancel, true, false, u"0"_s},
+             {"No", core::Answer::No, true, true, u"0"_s},
+             {"Yes", core::Answer::Yes, true, true, u"1"_s},
+             // Yes closes whether or not the save succeeded; this is intended.
+             {"Yes, refused", core::Answer::Yes, false, true, u"0"_s}});
     }
 
     void closingQuestion()
@@ -195,13 +188,12 @@ private Q_SLOTS:
 private:
     void receive(double quantity, double cost) const
     {
-        test::insertInto(database(), u"MOVI_MAGA"_s,
-                         {{u"DATA_MOVIMENTO"_s, QDate(2026, 1, 10)},
-                          {u"CODICE"_s, u"TRA-0018"_s},
-                          {u"TIPO_MOVIMENTO"_s, u"Carico"_s},
-                          {u"QUANTITA"_s, quantity},
-                          {u"VALORE"_s, cost},
-                          {u"VALORE_IMPORTO"_s, cost * quantity}});
+        test::insertInto(
+            database(), u"MOVI_MAGA"_s,
+            u"DATA_MOVIMENTO=2026-01-10|CODICE=TRA-0018|TIPO_MOVIMENTO=Carico|QUANTITA=%1|VALORE=%2|VALORE_IMPORTO=%3"_s
+                .arg(quantity)
+                .arg(cost)
+                .arg(cost * quantity));
     }
 };
 

@@ -3,38 +3,18 @@
 #include "platform/ui/Drafts.h"
 #include "tests/support/Fixtures.h"
 
-/// What is typed and not saved is there again after the program was cut off.
-class TestDrafts : public test::AtWorkplace
+/// What is typed and not saved is there again after the program was cut off or, by "Recupera", after it was given up.
+class TestDrafts : public test::AtKeptWorkplace
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() override
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        copy_ = std::make_unique<test::TestDatabase>(test::Content::DemoData);
-        startAgain();
-    }
-    void cleanup() override
-    {
-        AtWorkplace::cleanup();
-        copy_.reset();
-    }
-
     void comesBackWhole_data() { test::eachKind(); }
 
     // Saved after the program was cut off, everything stored is as if it had not been.
     void comesBackWhole()
     {
-        QStringList expected;
-        {
-            const test::Document document(place(), test::kindOfRow());
-            document.fillAll();
-            document.save();
-            expected = document.stored();
-        }
-        cleanup();
-        init();
+        const QStringList expected = storedOf(test::kindOfRow());
         {
             const test::Document document(place(), test::kindOfRow());
             document.fillAll();
@@ -58,7 +38,7 @@ private Q_SLOTS:
     void killedProgramLosesNothing()
     {
         setPlace({});
-        test::Workstation other(copy_->address(), {u"draft"_s, settings()});
+        test::Workstation other(address(), {u"draft"_s, file()});
         QCOMPARE(other.answer(), u"2"_s);
         other.kill();
         startAgain();
@@ -93,16 +73,10 @@ private Q_SLOTS:
         QCOMPARE(test::control<QPlainTextEdit>(form, u"txtNote"_s)->toPlainText(), u"Rotto"_s);
     }
 
-    void goesWithWhatItKept_data()
-    {
-        test::columns<QString>("way");
-        for (const char *way : {"actSalva", "actNuovo", "actChiudi"})
-            QTest::newRow(way) << QString::fromLatin1(way);
-    }
+    void goesWithWhatItKept_data() { test::cases({u"actSalva"_s, u"actNuovo"_s, u"actChiudi"_s}); }
 
     void goesWithWhatItKept()
     {
-        const auto [way] = test::row<QString>();
         const test::Document document(place(), test::receipt());
         document.fillAll();
         keep();
@@ -112,9 +86,9 @@ private Q_SLOTS:
         QCOMPARE(test::contentOf(drafts().value(0)), written);
         keep();
         QVERIFY(test::contentOf(drafts().value(0)) != written);
-        if (way != u"actSalva"_s)
+        if (test::currentCase() != u"actSalva"_s)
             place().messages.expectQuestion(test::unsaved, core::Answer::Yes);
-        document.trigger(way);
+        document.trigger(test::currentCase());
         QCOMPARE(drafts(), QStringList());
         keep();
         QCOMPARE(drafts(), QStringList());
@@ -122,13 +96,12 @@ private Q_SLOTS:
 
     void storedDocumentIsLookedAtBeforeItIsOverwritten_data()
     {
-        test::columns<QString, QString>("change", "question");
-        QTest::newRow("changed") << u"UPDATE BOLLE_CARICO SET COLLI = 9"_s
-                                 << u"Il documento è stato modificato da un'altra postazione dopo l'apertura.\n\r"
-                                    "Sovrascrivere?"_s;
-        QTest::newRow("deleted") << u"DELETE FROM BOLLE_CARICO"_s
-                                 << u"Il documento è stato eliminato nel frattempo.\n\rRegistrarlo di nuovo?"_s;
-        QTest::newRow("untouched") << QString() << QString();
+        test::table<QString, QString>({{"changed", u"UPDATE BOLLE_CARICO SET COLLI = 9"_s,
+                                        u"Il documento è stato modificato da un'altra postazione dopo l'apertura.\n\r"
+                                        "Sovrascrivere?"_s},
+                                       {"deleted", u"DELETE FROM BOLLE_CARICO"_s,
+                                        u"Il documento è stato eliminato nel frattempo.\n\rRegistrarlo di nuovo?"_s},
+                                       {"untouched", {}, {}}});
     }
 
     void storedDocumentIsLookedAtBeforeItIsOverwritten()
@@ -158,31 +131,31 @@ private Q_SLOTS:
 
     void offeredToWhomItBelongs_data()
     {
-        test::columns<QString, QString, QString, int>("user", "database", "right", "offered");
         const QString administrator = host::administrator;
-        QTest::newRow("own") << administrator << QString() << QString() << 1;
-        QTest::newRow("another user's") << u"UFFICIO"_s << QString() << QString() << 0;
-        QTest::newRow("another firm's") << administrator << u"/altra.fdb"_s << QString() << 0;
-        QTest::newRow("with the right") << administrator << QString() << u"Fatture acc. (visualizzazione)"_s << 1;
-        QTest::newRow("right taken away") << u"MAGAZZINIERE"_s << QString() << u"Fatture acc. (modifica)"_s << 0;
+        test::table<QString, QString, QString, int>(
+            {{"own", administrator, {}, {}, 1},
+             {"another user's", u"UFFICIO"_s, {}, {}, 0},
+             {"another firm's", administrator, u"/altra.fdb"_s, {}, 0},
+             {"with the right", administrator, {}, u"Fatture acc. (visualizzazione)"_s, 1},
+             {"right taken away", u"MAGAZZINIERE"_s, {}, u"Fatture acc. (modifica)"_s, 0}});
     }
 
     void offeredToWhomItBelongs()
     {
-        const auto [user, address, right, offered] = test::row<QString, QString, QString, int>();
-        ui::Draft draft{.database = address.isEmpty() ? copy_->address().toString() : address,
+        const auto [user, firm, right, offered] = test::row<QString, QString, QString, int>();
+        ui::Draft draft{.database = firm.isEmpty() ? address().toString() : firm,
                         .user = user,
                         .time = test::workplaceTime(),
                         .action = test::accompanyingInvoice().action};
         draft.title.rights = QStringList(right);
-        const QString session = folder_->filePath(u"bozze/sessione-altra1"_s);
+        const QString session = file(u"bozze/sessione-altra1"_s);
         QVERIFY(QDir().mkpath(session));
         core::saveFile(session + u"/1.bozza"_s, ui::packed(draft));
         if (user == u"MAGAZZINIERE"_s) {
             // As if that user were logged in.
             delete ui::Drafts::current();
             SetKxCurrentUserName(user);
-            new ui::Drafts(folder_->filePath(u"bozze"_s), copy_->address().toString(), user, &place().window());
+            new ui::Drafts(file(u"bozze"_s), address().toString(), user, &place().window());
         }
         QCOMPARE(host::waitingDrafts(nullptr, database()).size(), offered);
         // What a program that still runs keeps is its own.
@@ -198,7 +171,7 @@ private Q_SLOTS:
         document.fillAll();
         keep();
         const QByteArray whole = test::contentOf(drafts().value(0));
-        const QString session = folder_->filePath(u"bozze/sessione-altra1"_s);
+        const QString session = file(u"bozze/sessione-altra1"_s);
         QList<QByteArray> damaged = {{}, "x", whole + 'x'};
         for (qsizetype part = 1; part < 8; ++part) {
             damaged.append(whole.left(whole.size() * part / 8));
@@ -208,41 +181,140 @@ private Q_SLOTS:
         for (const QByteArray &content : std::as_const(damaged)) {
             QVERIFY(QDir().mkpath(session));
             core::saveFile(session + u"/1.bozza"_s, content);
-            place().messages.expectPart(u"Attenzione"_s, u"È stato messo da parte"_s, core::Answer::Ok);
+            place().messages.expectPart(u"Attenzione"_s, u"È stato messo da parte"_s);
             host::offerDrafts(&place().window(), database());
-            QCOMPARE(test::contentOf(folder_->filePath(u"bozze/sessione-altra1-1.bozza.illeggibile"_s)), content);
+            QCOMPARE(test::contentOf(file(u"bozze/sessione-altra1-1.bozza.illeggibile"_s)), content);
             host::offerDrafts(&place().window(), database());
             QVERIFY(!QDir(session).exists());
-            QFile::remove(folder_->filePath(u"bozze/sessione-altra1-1.bozza.illeggibile"_s));
+            QFile::remove(file(u"bozze/sessione-altra1-1.bozza.illeggibile"_s));
+        }
+    }
+
+    void givenUpComesBackWhole_data()
+    {
+        test::table<QString, QString>({{"receipt, new", u"receipt"_s, u"actNuovo"_s},
+                                       {"receipt, closed", u"receipt"_s, u"actChiudi"_s},
+                                       {"note, deleted", u"note"_s, u"actElimina"_s},
+                                       {"invoice, closed", u"invoice"_s, u"actChiudi"_s}});
+    }
+
+    // Saved after it came back, everything stored is as if it had never been given up.
+    void givenUpComesBackWhole()
+    {
+        const auto [kind, way] = test::row<QString, QString>();
+        const QStringList expected = storedOf(test::documentNames(kind));
+        {
+            const test::Document document(place(), test::documentNames(kind));
+            document.fillAll();
+            if (way == u"actChiudi"_s && kind != u"receipt"_s)
+                place().messages.expectQuestion(test::saveFirst, core::Answer::No);
+            else if (way != u"actElimina"_s)
+                place().messages.expectQuestion(test::unsaved, core::Answer::Yes);
+            document.trigger(way);
+        }
+        const test::Document document(place(), test::documentNames(kind));
+        QCOMPARE(document.flags(), u"new"_s);
+        document.trigger(u"actRecupera"_s);
+        QCOMPARE(document.flags(), u"new modified"_s);
+        document.save();
+        QCOMPARE(document.stored(), expected);
+        QVERIFY(!document.form().command(u"actRecupera"_s)->isEnabled());
+    }
+
+    void refusedSaveOfAClosingNoteComesBack_data() { test::cases({u"by a check"_s, u"by the database"_s}); }
+
+    void refusedSaveOfAClosingNoteComesBack()
+    {
+        const bool byTheDatabase = test::currentCase() == u"by the database"_s;
+        {
+            const test::Document note(place(), test::deliveryNote());
+            note.addArticle(u"TRA-0018"_s, u"7"_s, u"3"_s);
+            if (byTheDatabase) {
+                note.fillHeader();
+                place().messages.expectError(test::saveError);
+                // After this the note counts as saved, so that closing asks nothing.
+                test::refusing(
+                    connection(), [](const QString &sql) { return sql.startsWith(u"INSERT"); },
+                    [&note] { note.save(); });
+            } else {
+                place().messages.expectQuestion(test::saveFirst, core::Answer::Yes);
+                place().messages.expectWarning(u"Non è stato selezionato un cliente!"_s);
+            }
+            note.trigger(u"actChiudi"_s);
+        }
+        const test::Document note(place(), test::deliveryNote());
+        QCOMPARE(note.grid()->model()->rowCount(), 0);
+        note.trigger(u"actRecupera"_s);
+        if (!byTheDatabase)
+            note.fillHeader();
+        note.save();
+        QCOMPARE(lines(u"SELECT CODICE, QUANTITA FROM DDT_SCARICO_DETT"_s), QStringList(u"TRA-0018|3"_s));
+    }
+
+    void changedRecordKeepsWhatItWasOpenedFrom()
+    {
+        ui::EntryForm *form = supplier();
+        form->openRecord(1);
+        const QString code = test::shown(form, u"txtCodice"_s);
+        test::typeOver(nameOf(form), u"Mio"_s);
+        place().messages.expectQuestion(test::unsaved, core::Answer::Yes);
+        test::trigger(form, u"actChiudi"_s);
+        database().execute(u"UPDATE FORNITORI SET RAGIONESOCIALE = 'Altrui' WHERE IDFORNITORE = 1"_s);
+        form = supplier();
+        QCOMPARE(nameOf(form)->text(), QString());
+        test::trigger(form, u"actRecupera"_s);
+        QCOMPARE(test::shown(form, u"txtCodice"_s), code);
+        place().messages.expectQuestion(
+            u"Il record è stato modificato da un'altra postazione dopo l'apertura.\n\rSovrascrivere?"_s,
+            core::Answer::Yes);
+        test::trigger(form, u"actSalva"_s);
+        QCOMPARE(lines(u"SELECT RAGIONESOCIALE FROM FORNITORI WHERE IDFORNITORE = 1"_s), QStringList(u"Mio"_s));
+    }
+
+    void unreadableTextComesBack()
+    {
+        QWidget *form = open(u"actInserimentoMovimentiMagazzino"_s);
+        auto *date = test::control<QLineEdit>(form, u"txtDataMovimento"_s);
+        test::typeOver(date, u"31/02/2025"_s);
+        place().messages.expectQuestion(test::unsaved, core::Answer::Yes);
+        test::trigger(form, u"actNuovo"_s);
+        QCOMPARE(date->text(), u"16/03/2026"_s);
+        test::trigger(form, u"actRecupera"_s);
+        QCOMPARE(date->text(), u"31/02/2025"_s);
+        QVERIFY(date->property("red").toBool());
+    }
+
+    void twoAreExchanged()
+    {
+        const ui::EntryForm *form = supplier();
+        QVERIFY(!form->command(u"actRecupera"_s)->isEnabled());
+        test::type(nameOf(form), u"Primo"_s);
+        place().messages.expectQuestion(test::unsaved, core::Answer::Yes);
+        test::trigger(form, u"actNuovo"_s);
+        test::type(nameOf(form), u"Secondo"_s);
+        for (const QString &name : {u"Primo"_s, u"Secondo"_s, u"Primo"_s}) {
+            test::trigger(form, u"actRecupera"_s);
+            QCOMPARE(nameOf(form)->text(), name);
         }
     }
 
 private:
-    QString settings() const { return folder_->filePath(u"corvane.ini"_s); }
-    // The session before ends without a question, as a program that is cut off does.
-    void startAgain()
-    {
-        setPlace({});
-        setPlace(std::make_unique<test::Workplace>(copy_->address(), settings()));
-    }
     static void keep() { QVERIFY(ui::Drafts::current()->flush()); }
     void resume() const
     {
-        place().dialogs.expect([](QDialog &dialog) { test::press(&dialog, u"cmdRiprendi"_s); });
+        place().dialogs.expect(test::pressing(u"cmdRiprendi"_s));
         host::offerDrafts(&place().window(), database());
-        QCOMPARE(place().dialogs.verify(), QStringList());
     }
     QStringList drafts() const
     {
         QStringList files;
-        QDirIterator all(folder_->filePath(u"bozze"_s), {u"*.bozza"_s}, QDir::Files, QDirIterator::Subdirectories);
+        QDirIterator all(file(u"bozze"_s), {u"*.bozza"_s}, QDir::Files, QDirIterator::Subdirectories);
         while (all.hasNext())
             files.append(all.next());
         return files;
     }
-
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<test::TestDatabase> copy_;
+    ui::EntryForm *supplier() const { return openEntry(u"actInserimentoFornitori"_s); }
+    static QLineEdit *nameOf(const QWidget *form) { return test::control<QLineEdit>(form, u"txtRagioneSociale"_s); }
 };
 
 static const test::Registered<TestDrafts> registered;

@@ -93,12 +93,12 @@ private Q_SLOTS:
 
     void textsFind_data()
     {
-        test::columns<QString, QStringList>("text", "found");
-        QTest::newRow("first character") << u"sma-"_s << QStringList{u"SMA-0125"_s, u"SMA-0500"_s, u"SMA-0750"_s};
-        QTest::newRow("inside the code") << u"A-0018"_s << QStringList{u"TRA-0018"_s};
-        QTest::newRow("words, any order") << u"batteria trap"_s << QStringList{u"TRA-0012"_s, u"TRA-0018"_s};
-        QTest::newRow("after a quantity") << u"12*sma-07"_s << QStringList{u"SMA-0750"_s};
-        QTest::newRow("nothing") << u"qqq"_s << QStringList{};
+        test::table<QString, QStringList>(
+            {{"first character", u"sma-"_s, {u"SMA-0125"_s, u"SMA-0500"_s, u"SMA-0750"_s}},
+             {"inside the code", u"A-0018"_s, {u"TRA-0018"_s}},
+             {"words, any order", u"batteria trap"_s, {u"TRA-0012"_s, u"TRA-0018"_s}},
+             {"after a quantity", u"12*sma-07"_s, {u"SMA-0750"_s}},
+             {"nothing", u"qqq"_s, {}}});
     }
 
     void textsFind()
@@ -106,8 +106,7 @@ private Q_SLOTS:
         const auto [text, found] = test::row<QString, QStringList>();
         const test::Document receipt = open(test::receipt());
         type(text);
-        QStringList listed = test::columnTexts(list(receipt), u"Codice"_s);
-        QCOMPARE(listed.mid(0, found.size()), found);
+        QCOMPARE(test::columnTexts(list(receipt), u"Codice"_s).mid(0, found.size()), found);
         QCOMPARE(list(receipt)->isVisible(), !found.isEmpty());
         QTRY_VERIFY(found.isEmpty() || !test::cellText(list(receipt), 0, u"Giacenza"_s).isEmpty());
         if (found.size() < 2)
@@ -345,11 +344,10 @@ private:
         for (const auto &[article, code, pieces] : {std::tuple(u"TRA-0018"_s, u"8001120000019"_s, 1),
                                                     {u"SMA-0750"_s, u"012345678905"_s, 6},
                                                     {u"TRA-0055"_s, u"CONF-12/X"_s, 12}})
-            test::insertInto(database(), u"BARCODE_ARTICOLI"_s,
-                             {{u"CODICE"_s, code},
-                              {u"PEZZI"_s, pieces},
-                              {u"IDANA_MAGA"_s,
-                               lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = '%1'"_s.arg(article)).value(0)}});
+            test::insertInto(
+                database(), u"BARCODE_ARTICOLI"_s,
+                u"CODICE=%1|PEZZI=%2|IDANA_MAGA=%3"_s.arg(code).arg(pieces).arg(
+                    lines(u"SELECT IDANA_MAGA FROM ANA_MAGA WHERE CODICE = '%1'"_s.arg(article)).value(0)));
     }
 
     /// As the platform hands a reader's keys over: to the window, however busy the program is.

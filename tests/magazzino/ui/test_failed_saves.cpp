@@ -1,29 +1,30 @@
 #include "tests/support/Fixtures.h"
 
-/// What a document does when a check or the database refuses a save, for all kinds of documents.
+namespace {
+
+const QString deleted = u"Il documento è stato eliminato nel frattempo.\n\rRegistrarlo di nuovo?"_s;
+const QString changed = u"Il documento è stato modificato da un'altra postazione dopo l'apertura.\n\rSovrascrivere?"_s;
+
+} // namespace
+
+/// What a document does when a check or the database refuses a save, or somebody else changed or deleted it meanwhile.
 class TestFailedSaves : public test::AtWorkplace
 {
     Q_OBJECT
 
 private Q_SLOTS:
     // Those of the invoice are shown with its form.
-    void checksRunInOrder_data()
-    {
-        QTest::addColumn<bool>("isReceipt");
-        QTest::newRow("receipt") << true;
-        QTest::newRow("note") << false;
-    }
+    void checksRunInOrder_data() { test::cases({u"receipt"_s, u"note"_s}); }
 
     void checksRunInOrder()
     {
-        QFETCH(bool, isReceipt);
+        const bool isReceipt = test::currentCase() == u"receipt"_s;
         insertOther(names(), 1);
         const test::Document note(place(), names());
         const QStringList before = note.stored();
         const auto refused = [&](const QString &text) {
             place().messages.expectWarning(text);
             note.save();
-            QCOMPARE(place().messages.verify().join(u"; "_s), QString());
             QCOMPARE(note.stored(), before);
             QCOMPARE(note.flags(), u"new modified"_s);
         };
@@ -47,14 +48,13 @@ private Q_SLOTS:
 
     void everyStatementMayFail_data()
     {
-        test::columns<bool, QString>("stored", "flags");
-        QTest::newRow("receipt, new") << false << u"new modified"_s;
-        QTest::newRow("receipt, stored") << true << u"stored modified"_s;
-        // After a failed save a delivery note counts as saved; this is intended.
-        QTest::newRow("note, new") << false << u"stored"_s;
-        QTest::newRow("note, stored") << true << u"stored"_s;
-        QTest::newRow("invoice, new") << false << u"stored"_s;
-        QTest::newRow("invoice, stored") << true << u"stored"_s;
+        test::table<bool, QString>({{"receipt, new", false, u"new modified"_s},
+                                    {"receipt, stored", true, u"stored modified"_s},
+                                    // After a failed save a delivery note counts as saved; this is intended.
+                                    {"note, new", false, u"stored"_s},
+                                    {"note, stored", true, u"stored"_s},
+                                    {"invoice, new", false, u"stored"_s},
+                                    {"invoice, stored", true, u"stored"_s}});
     }
 
     void everyStatementMayFail()
@@ -65,8 +65,7 @@ private Q_SLOTS:
         for (int index = 0;; ++index) {
             if (index == 0 || !stored) {
                 note.form().NuovoRecord();
-                note.fillHeader();
-                note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+                note.enter(u"2"_s, u"10"_s);
             }
             if (index == 0 && stored) {
                 note.addArticle(u"TRA-0018"_s, u"3"_s, u"4"_s);
@@ -87,8 +86,7 @@ private Q_SLOTS:
             // The first statement of a new document's save is the one that predicts its key.
             QCOMPARE(note.form().IdRecord() > 0, stored || index > 0);
             // The next save succeeds and writes the whole document once.
-            note.form().DataChanged();
-            note.save();
+            note.saveAgain();
             QCOMPARE(note.flags(), u"stored"_s);
             const QString count = QString::number(stored ? 1 : index + 1);
             QCOMPARE(lines(u"SELECT COUNT(*) FROM "_s + names().table), QStringList({count}));
@@ -110,15 +108,13 @@ private Q_SLOTS:
     void keyTakenMeanwhileIsLeftAlone()
     {
         const test::Document note(place(), names());
-        note.fillHeader();
-        note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
+        note.enter(u"2"_s, u"10"_s);
         failFirstSave(note);
         const int taken = insertOther(names(), 50);
         QCOMPARE(taken, note.form().IdRecord());
         const QString other = u"SELECT * FROM %1 WHERE %2 = %3"_s.arg(names().table, names().key).arg(taken);
         const QStringList before = lines(other);
-        note.form().DataChanged();
-        note.save();
+        note.saveAgain();
         QCOMPARE(lines(other), before);
         QCOMPARE(note.form().IdRecord(), taken + 1);
         QCOMPARE(lines(u"SELECT %1, NUMERO FROM %2 ORDER BY 1"_s.arg(names().key, names().table)),
@@ -176,14 +172,10 @@ private Q_SLOTS:
     void failedLoadLeavesNothingToSave()
     {
         const test::Document note(place(), names());
-        note.fillHeader();
-        note.addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
-        note.save();
+        note.store(u"2"_s, u"10"_s);
         const int first = note.form().IdRecord();
         note.trigger(u"actNuovo"_s);
-        note.fillHeader();
-        note.addArticle(u"TRA-0018"_s, u"3"_s, u"5"_s);
-        note.save();
+        note.store(u"3"_s, u"5"_s);
         const int second = note.form().IdRecord();
         const QStringList before = note.stored();
         for (int index = 0;; ++index) {
@@ -202,6 +194,147 @@ private Q_SLOTS:
         QCOMPARE(note.form().IdRecord(), first);
         QCOMPARE(note.grid()->model()->rowCount(), 1);
         QCOMPARE(note.stored(), before);
+    }
+
+    void deletedDocument_data() { test::eachKind({u"Yes"_s, u"No"_s, u"Yes and the save fails"_s}); }
+
+    void deletedDocument()
+    {
+        const test::Document document = changedDocumentOfSeven();
+        const int former = document.form().IdRecord();
+        deleteElsewhere(document);
+        const QStringList before = document.stored();
+        if (wanted() == u"No"_s) {
+            place().messages.expectQuestion(deleted, core::Answer::No);
+            document.save();
+            QCOMPARE(document.stored(), before);
+            QCOMPARE(document.flags(), u"stored modified"_s);
+            QCOMPARE(document.form().IdRecord(), former);
+            QCOMPARE(test::cellText(document.grid(), 0, u"Q.tà"_s), u"4,00"_s);
+            return;
+        }
+        if (wanted() != u"Yes"_s) {
+            place().messages.expectQuestion(deleted, core::Answer::Yes);
+            place().messages.expectError(test::saveError);
+            test::refusing(
+                connection(), [](const QString &sql) { return sql == u"COMMIT"_s; }, [&document] { document.save(); });
+            QCOMPARE(document.stored(), before);
+            QCOMPARE(document.form().IdRecord(), former);
+            document.form().DataChanged();
+        }
+        place().messages.expectQuestion(deleted, core::Answer::Yes);
+        document.save();
+        QCOMPARE(document.flags(), u"stored"_s);
+        const int key = document.form().IdRecord();
+        QVERIFY(key != former);
+        QCOMPARE(lines(u"SELECT %1 FROM %2"_s.arg(names().key, names().table)), QStringList(QString::number(key)));
+        QCOMPARE(movements(), QStringList(u"TRA-0018|4|%1"_s.arg(key)));
+    }
+
+    void changedDocument_data()
+    {
+        test::eachKind({u"header, Yes"_s, u"header, No"_s, u"row, Yes"_s, u"row, No"_s, u"row added, Yes"_s,
+                        u"saved as it was"_s});
+    }
+
+    void changedDocument()
+    {
+        const test::Document document = changedDocumentOfSeven();
+        const QString change = wanted().section(u", "_s, 0, 0);
+        const QString key = QString::number(document.form().IdRecord());
+        if (change == u"header"_s)
+            elsewhere(u"UPDATE %1 SET ASPETTO_BENI = 'Altrove' WHERE %2 = %3"_s.arg(names().table, names().key, key));
+        else if (change == u"row"_s)
+            elsewhere(u"UPDATE %1 SET QUANTITA = 6 WHERE %2 = %3"_s.arg(names().rowTable, names().key, key));
+        else if (change == u"row added"_s)
+            elsewhere(u"INSERT INTO %1 (%2, TIPO_RIGA) VALUES (%3, 'Testo')"_s.arg(names().rowTable, names().key, key));
+        else
+            elsewhere(u"UPDATE %1 SET %2_DETT = %2_DETT + 100 WHERE %2 = %3"_s.arg(names().rowTable, names().key, key));
+        const QStringList before = document.stored();
+        const bool yes = wanted().endsWith(u"Yes"_s);
+        if (wanted() != u"saved as it was"_s)
+            place().messages.expectQuestion(changed, yes ? core::Answer::Yes : core::Answer::No);
+        document.save();
+        if (wanted().endsWith(u"No"_s)) {
+            QCOMPARE(document.stored(), before);
+            QCOMPARE(document.flags(), u"stored modified"_s);
+            QCOMPARE(test::cellText(document.grid(), 0, u"Q.tà"_s), u"4,00"_s);
+            return;
+        }
+        QCOMPARE(lines(u"SELECT QUANTITA FROM "_s + names().rowTable), QStringList(u"4"_s));
+        QCOMPARE(movements(), QStringList(u"TRA-0018|4|"_s + key));
+        // What was written is what the form knows from now on.
+        test::typeIntoCell(document.grid(), 0, u"Q.tà"_s, u"3"_s);
+        document.save();
+        QCOMPARE(movements(), QStringList(u"TRA-0018|3|"_s + key));
+    }
+
+    void changeDuringTheSaveIsTheSaveError_data()
+    {
+        test::eachKind({u"changed behind the question"_s, u"deleted behind the question"_s,
+                        u"changed in the transaction"_s, u"deleted in the transaction"_s});
+    }
+
+    void changeDuringTheSaveIsTheSaveError()
+    {
+        const test::Document document = changedDocumentOfSeven();
+        const auto disturb = [&](const QString &aspect) {
+            if (wanted().startsWith(u"deleted"_s) && aspect != u"Prima"_s)
+                deleteElsewhere(document);
+            else
+                elsewhere(u"UPDATE %1 SET ASPETTO_BENI = '%2'"_s.arg(names().table, aspect));
+        };
+        QStringList left;
+        if (wanted().endsWith(u"question"_s)) {
+            disturb(u"Prima"_s);
+            place().messages.expectQuestion(changed, core::Answer::Yes);
+            place().messages.whileShown([&] {
+                disturb(u"Durante"_s);
+                left = document.stored();
+            });
+        } else {
+            connection().setStatementHook([&](const QString &) {
+                if (connection().inTransaction() && left.isEmpty()) {
+                    disturb(u"Durante"_s);
+                    left = document.stored();
+                }
+            });
+        }
+        place().messages.expectError(test::saveError);
+        document.save();
+        connection().setStatementHook({});
+        QCOMPARE(document.stored(), left);
+        QCOMPARE(test::cellText(document.grid(), 0, u"Q.tà"_s), u"4,00"_s);
+    }
+
+    void deletedRecord_data()
+    {
+        test::table<QString, QString, QString, QString>(
+            {{"supplier", u"actInserimentoFornitori"_s, u"FORNITORI"_s, u"IDFORNITORE"_s, u"txtCitta"_s},
+             {"movement", u"actInserimentoMovimentiMagazzino"_s, u"MOVI_MAGA"_s, u"IDMOVI_MAGA"_s, u"txtNote"_s}});
+    }
+
+    void deletedRecord()
+    {
+        const auto [action, table, key, field] = test::row<QString, QString, QString, QString>();
+        if (table == u"MOVI_MAGA"_s)
+            test::insertInto(database(), table, u"CODICE=TRA-0018|IDCAUSALE_MAGA=1|IDCATEGORIA_ANA_MAGA=1"_s);
+        const int newest = lines(u"SELECT MAX(%1) FROM %2"_s.arg(key, table)).first().toInt();
+        ui::EntryForm *form = openEntry(action);
+        form->openRecord(newest);
+        test::type(test::control<QWidget>(form, field), u"1"_s);
+        QVERIFY(form->Modified());
+        const QString count = u"SELECT COUNT(*) FROM "_s + table;
+        const QStringList all = lines(count);
+        elsewhere(u"DELETE FROM %1 WHERE %2 = %3"_s.arg(table, key).arg(newest));
+        const QString question = u"Il record è stato eliminato nel frattempo.\n\rRegistrarlo di nuovo?"_s;
+        place().messages.expectQuestion(question, core::Answer::No);
+        QVERIFY(!form->saveRecord());
+        QVERIFY(form->Modified() && !form->NewRecord());
+        place().messages.expectQuestion(question, core::Answer::Yes);
+        QVERIFY(form->saveRecord());
+        QCOMPARE(form->IdRecord(), newest + 1);
+        QCOMPARE(lines(count), all);
     }
 
 private:
@@ -223,9 +356,32 @@ private:
     int insertOther(const test::DocumentNames &names, int number) const
     {
         const QString prefix = names.table == u"BOLLE_CARICO"_s ? u"FOR_"_s : u"CLI_"_s;
-        return test::insertInto(
-            database(), names.table,
-            {{u"NUMERO"_s, number}, {u"ANNO"_s, 2026}, {prefix + u"CODICE"_s, u"ALTRO"_s}, {u"IDTIPO_TRASPORTO"_s, 1}});
+        return test::insertInto(database(), names.table,
+                                u"NUMERO=%1|ANNO=2026|IDTIPO_TRASPORTO=1|%2CODICE=ALTRO"_s.arg(number).arg(prefix));
+    }
+    static QString wanted() { return test::caseOfRow(); }
+
+    void elsewhere(const QString &sql) const { database().execute(sql); }
+    QStringList movements() const
+    {
+        return lines(u"SELECT CODICE, ABS(QUANTITA), RIF_DOC_ID FROM MOVI_MAGA ORDER BY 1"_s);
+    }
+    /// A stored document of 7 pieces, opened again, in which 4 were typed.
+    test::Document changedDocumentOfSeven() const
+    {
+        test::Document document(place(), names());
+        document.store(u"2"_s, u"7"_s);
+        document.form().ApriRecord(document.form().IdRecord());
+        document.showPage(1);
+        test::typeIntoCell(document.grid(), 0, u"Q.tà"_s, u"4"_s);
+        return document;
+    }
+
+    /// As lists delete one: its movements stay.
+    void deleteElsewhere(const test::Document &document) const
+    {
+        for (const QString &table : {names().rowTable, names().table})
+            elsewhere(u"DELETE FROM %1 WHERE %2 = %3"_s.arg(table, names().key).arg(document.form().IdRecord()));
     }
 };
 

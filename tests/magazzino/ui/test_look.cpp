@@ -53,7 +53,7 @@ private Q_SLOTS:
 
     void everyColourCanBeRead_data()
     {
-        test::columns<QPalette>("palette");
+        test::columns<QPalette>();
         QTest::newRow("the program's own") << QApplication::palette();
         ui::Look::useOwnColours(ui::Scheme::Dark);
         QTest::newRow("the program's own, dark") << QApplication::palette();
@@ -190,8 +190,7 @@ private Q_SLOTS:
     {
         const QWidget *form = open(u"actInserimentoBolleCarico"_s);
         const auto left = [form](const QString &name) {
-            const auto *input = test::control<QWidget>(form, name);
-            return input->mapTo(form, QPoint()).x();
+            return test::control<QWidget>(form, name)->mapTo(form, QPoint()).x();
         };
         const int place = left(u"txtCausaleTrasporto"_s);
         for (const QString &name : {u"txtAspettoBeni"_s, u"txtPeso"_s, u"lblRagioneSociale"_s})

@@ -146,7 +146,6 @@ private Q_SLOTS:
             QCOMPARE(action + nameless(*form), action);
             QVERIFY2(open() == form && openWindows(workplace) == 1, qPrintable(action));
             test::trigger(form, u"actChiudi"_s);
-            test::settle();
             QVERIFY2((!form || !form->isVisible()) && openWindows(workplace) == 0, qPrintable(action));
             QVERIFY2(open()->isVisible(), qPrintable(action));
             workplace.window().findChild<QMdiArea *>()->closeAllSubWindows();
@@ -208,10 +207,7 @@ private Q_SLOTS:
     void brokenLibraryIsReportedOnce()
     {
         const QTemporaryDir folder;
-        QFile file(folder.filePath(u"rotto.bpl"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("questa non è una libreria");
-        file.close();
+        core::saveFile(folder.filePath(u"rotto.bpl"_s), "questa non è una libreria");
         test::ScriptedMessages messages;
         messages.expectError(u"Impossibile caricare il modulo \"rotto.bpl\"."_s);
         host::loadPackages(folder.path());

@@ -3,18 +3,12 @@
 class TestReceiptForm : public test::AtDocument
 {
     Q_OBJECT
-
-public:
-    TestReceiptForm()
-        : AtDocument(test::receipt())
-    {
-    }
+    Q_CLASSINFO("kind", "receipt")
 
 private Q_SLOTS:
     void saveWritesRowsAndMovements()
     {
-        note().fillHeader();
-        note().addArticle(u"TRA-0018"_s, u"2,35"_s, u"10"_s);
+        note().enter(u"2,35"_s, u"10"_s);
         note().addArticle(u"SEM-0500"_s, u"0"_s, u"2,5"_s);
         note().save();
         QCOMPARE(
@@ -42,8 +36,7 @@ private Q_SLOTS:
     void amountsBeyondTheColumnsAreRefused()
     {
         const QString huge = u"99999999999,99"_s;
-        note().fillHeader();
-        note().addArticle(u"TRA-0018"_s, huge, huge); // the quantity is refused
+        note().enter(huge, huge); // the quantity is refused
         note().form().SetModified(false);
         for (const auto &[header, refused, kept] : {std::tuple(u"Costo"_s, u"100000000000"_s, u"€ 99.999.999.999,99"_s),
                                                     {u"Q.tà"_s, u"0"_s, u"1,00"_s},
@@ -107,9 +100,7 @@ private Q_SLOTS:
 
     void otherRowTypesAreEditedAndKept()
     {
-        note().fillHeader();
-        note().addArticle(u"TRA-0018"_s, u"10"_s, u"1"_s);
-        note().save();
+        note().store(u"10"_s, u"1"_s);
         const int id = note().form().IdRecord();
         const auto insert = [&](const QString &type, const QString &text, const QVariant &cost, const QVariant &vat) {
             database().run(
@@ -149,7 +140,7 @@ private Q_SLOTS:
         auto *list = note().control<QComboBox>(u"txtCausaleTrasporto"_s);
         const int items = list->count();
         const QString reason = u"SELECT IDCAUSALE_TRASPORTO FROM CAUSALI_TRASPORTO WHERE CAUSALE_TRASPORTO = '%1'"_s;
-        auto *reasons = qobject_cast<ui::EntryForm *>(place().module().openForm(u"actInserimentoCausaliTrasporto"_s));
+        ui::EntryForm *reasons = openEntry(u"actInserimentoCausaliTrasporto"_s);
         const auto rename = [&](const QString &text) {
             reasons->openRecord(lines(reason.arg(text)).first().toInt());
             auto *edit = test::control<QLineEdit>(reasons, u"txtCausaleTrasporto"_s);
@@ -206,18 +197,12 @@ private Q_SLOTS:
         QCOMPARE(totals(), u"€ 3,00|€ 0,66|€ 3,66"_s);
     }
 
-    void questionBeforeLosingChanges_data()
-    {
-        QTest::addColumn<QString>("action");
-        QTest::newRow("new") << u"actNuovo"_s;
-        QTest::newRow("quit") << u"actEsci"_s;
-    }
+    void questionBeforeLosingChanges_data() { test::cases({u"actNuovo"_s, u"actEsci"_s}); }
 
     void questionBeforeLosingChanges()
     {
-        QFETCH(QString, action);
-        note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
-        note().fillHeader();
+        const QString action = test::currentCase();
+        note().enter(u"2"_s, u"10"_s);
         const QPointer<QWidget> form = &note().form();
         const auto leave = [&] {
             if (action == u"actEsci"_s)
@@ -227,7 +212,6 @@ private Q_SLOTS:
         };
         place().messages.expectQuestion(test::unsaved, core::Answer::No);
         leave();
-        QCOMPARE(place().messages.verify(), QStringList());
         QVERIFY(form && form->isVisible());
         QCOMPARE(note().flags(), u"new modified"_s);
         QCOMPARE(note().shown(u"lblRagioneSociale"_s), u"Acciaierie Brentane S.p.A."_s);
@@ -243,9 +227,7 @@ private Q_SLOTS:
 
     void missingDocumentLeavesTheHeader()
     {
-        note().fillHeader();
-        note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
-        note().save();
+        note().store(u"2"_s, u"10"_s);
         note().form().ApriRecord(note().form().IdRecord() + 100);
         QCOMPARE(note().shown(u"lblRagioneSociale"_s), u"Acciaierie Brentane S.p.A."_s);
         QCOMPARE(note().grid()->model()->rowCount(), 0);
@@ -258,10 +240,8 @@ private Q_SLOTS:
 
     void deletingKeepsTheMovements()
     {
-        test::insertInto(database(), u"BOLLE_CARICO"_s, {{u"NUMERO"_s, 7}, {u"ANNO"_s, 2025}});
-        note().fillHeader();
-        note().addArticle(u"TRA-0018"_s, u"2"_s, u"10"_s);
-        note().save();
+        test::insertInto(database(), u"BOLLE_CARICO"_s, u"NUMERO=7|ANNO=2025"_s);
+        note().store(u"2"_s, u"10"_s);
         const QStringList before = note().stored();
         place().messages.expectQuestion(test::deleting, core::Answer::No);
         note().trigger(u"actElimina"_s);

@@ -25,8 +25,8 @@ private Q_SLOTS:
 
     void everyInputReadsTheSame_data()
     {
+        test::columns<QString, QString, QString, QString>();
         // problem: empty for a text that is read
-        test::columns<QString, QString, QString, QString>("kind", "typed", "shown", "problem");
         const auto good = [](const QString &kind, const QStringList &all, const QString &shown) {
             for (const QString &typed : all)
                 QTest::newRow(qPrintable(kind + u' ' + typed)) << kind << typed << shown << QString();
@@ -35,10 +35,7 @@ private Q_SLOTS:
             for (const QString &typed : all)
                 QTest::newRow(qPrintable(kind + u" \""_s + typed + u'"')) << kind << typed << typed << problem;
         };
-        good(u"date"_s,
-             {u"20/02/2026"_s, u"20/2/26"_s, u"20-2-2026"_s, u"20.02.2026"_s, u"20022026"_s, u"200226"_s, u"20/2"_s},
-             u"20/02/2026"_s);
-        good(u"date"_s, {u"15/02/2025"_s}, u"15/02/2025"_s);
+        good(u"date"_s, {u"20/02/2026"_s, u"20-2-2026"_s, u"200226"_s, u"20/2"_s}, u"20/02/2026"_s);
         good(u"date"_s, {u"5/2/2025"_s}, u"05/02/2025"_s);
         bad(u"date"_s, {u"31/02/2025"_s, u"20/2/"_s, u"2026"_s, u"x"_s}, u"\"%1\" non è una data valida."_s);
         bad(u"date"_s, {u"1/1/1850"_s}, u"la data deve essere compresa tra il 01/01/1900 e il 31/12/3000."_s);
@@ -138,12 +135,12 @@ private Q_SLOTS:
             return date->text();
         };
         date->setDate({2026, 1, 31});
-        QCOMPARE(press(Qt::Key_Up), u"01/02/2026"_s);
-        QCOMPARE(press(Qt::Key_Down), u"31/01/2026"_s);
-        QCOMPARE(press(Qt::Key_PageUp), u"28/02/2026"_s);
-        QCOMPARE(press(Qt::Key_PageDown), u"28/01/2026"_s);
-        QCOMPARE(press(Qt::Key_PageDown, Qt::ControlModifier), u"28/01/2026"_s);
-        QCOMPARE(press(Qt::Key_PageUp, Qt::ControlModifier), u"28/01/2026"_s);
+        QStringList reached;
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown})
+            reached.append(press(key));
+        QCOMPARE(reached, QStringList({u"01/02/2026"_s, u"31/01/2026"_s, u"28/02/2026"_s, u"28/01/2026"_s}));
+        for (const Qt::Key key : {Qt::Key_PageDown, Qt::Key_PageUp})
+            QCOMPARE(press(key, Qt::ControlModifier), u"28/01/2026"_s);
 
         const auto turnWheel = [](QWidget *over) {
             QWheelEvent turn(over->rect().center(), over->mapToGlobal(over->rect().center()), {}, {0, -120},
@@ -153,8 +150,7 @@ private Q_SLOTS:
         auto *reason = note.control<QComboBox>(u"txtCausaleTrasporto"_s);
         const int chosen = reason->currentIndex();
         auto *packages = note.control<ui::IntegerEdit>(u"txtColli"_s);
-        for (QWidget *over :
-             {static_cast<QWidget *>(reason), static_cast<QWidget *>(packages), static_cast<QWidget *>(date)})
+        for (QWidget *over : std::initializer_list<QWidget *>{reason, packages, date})
             turnWheel(over);
         QTest::keyClick(reason, Qt::Key_PageDown, Qt::ControlModifier);
         QCOMPARE(reason->currentIndex(), chosen);
@@ -170,14 +166,14 @@ private Q_SLOTS:
         test::typeOver(date, u"20/2"_s);
         QTest::keyClick(date, Qt::Key_F4);
         const QString days = u"qt_calendar_calendarview"_s;
-        QTest::keyClick(test::control<QTableView>(date, days), Qt::Key_Right);
-        QTest::keyClick(test::control<QTableView>(date, days), Qt::Key_Return);
+        for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Return})
+            QTest::keyClick(test::control<QTableView>(date, days), key);
         test::settle();
         QCOMPARE(date->text(), u"21/02/2026"_s);
         QVERIFY(!date->findChild<QTableView *>(days));
         QTest::keyClick(date, Qt::Key_Down, Qt::AltModifier);
-        QTest::keyClick(test::control<QTableView>(date, days), Qt::Key_Left);
-        QTest::keyClick(test::control<QTableView>(date, days), Qt::Key_Escape);
+        for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Escape})
+            QTest::keyClick(test::control<QTableView>(date, days), key);
         test::settle();
         QVERIFY(!date->findChild<QTableView *>(days));
         QCOMPARE(date->text(), u"21/02/2026"_s);

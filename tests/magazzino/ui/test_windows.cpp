@@ -1,7 +1,31 @@
+#include "host/help/HostChapters.h"
+#include "host/help/ManualWindow.h"
+#include "platform/ui/Help.h"
 #include "platform/ui/MessageBoxes.h"
 #include "tests/support/Fixtures.h"
 
-/// Windows as they are drawn: where they open, what Enter answers in them, which one follows when one closes.
+namespace {
+
+QPointer<host::ManualWindow> shownManual()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        auto *manual = qobject_cast<host::ManualWindow *>(window);
+        if (manual && manual->isVisible())
+            return manual;
+    }
+    return {};
+}
+
+QString chapterShown(const host::ManualWindow &manual)
+{
+    return test::control<QListWidget>(&manual, u"lstCapitoli"_s)->currentItem()->text().trimmed();
+}
+
+} // namespace
+
+/// Windows as they are drawn: where they open, what Enter answers in them, which one follows when one closes. And F1,
+/// and what stands under "?".
 class TestWindows : public test::AtShownWorkplace
 {
     Q_OBJECT
@@ -162,6 +186,61 @@ private Q_SLOTS:
         QCOMPARE(test::columnTexts(grid, u"Ragione sociale"_s), names);
         QCOMPARE(grid->selectionModel()->selectedRows().value(0).row(), 0);
         QCOMPARE(list->parentWidget()->pos(), QPoint(30, 40));
+    }
+
+    void initTestCase() { host::addHostChapters(); }
+
+    void everyChapterIsInTheManual()
+    {
+        const host::ManualWindow manual(nullptr);
+        const QStringList titles = manual.chapters();
+        for (auto [window, chapter] : ui::helpChapters().asKeyValueRange())
+            QVERIFY2(titles.contains(chapter), qPrintable(window + u": "_s + chapter));
+    }
+
+    void f1OpensTheChapterOfTheWindow()
+    {
+        open(u"actInserimentoDdTScarico"_s)->activateWindow();
+        test::settle();
+        QTest::keyClick(place().window().windowHandle(), Qt::Key_F1);
+        test::settle();
+        const QPointer<host::ManualWindow> manual = shownManual();
+        QVERIFY(manual);
+        QCOMPARE(chapterShown(*manual), u"Merce in uscita: il D.d.T. di scarico"_s);
+        // The heading stands at the top of what is seen, and its pictures are there and fit.
+        auto *text = test::control<host::ManualText>(manual, u"txtManuale"_s);
+        QCOMPARE(text->cursorForPosition({10, 10}).block().text(), chapterShown(*manual));
+        const auto picture =
+            text->document()->resource(QTextDocument::ImageResource, QUrl(u"images/ddt-righe.png"_s)).value<QImage>();
+        QVERIFY(!picture.isNull() && picture.width() < text->viewport()->width());
+        manual->close();
+    }
+
+    // A dialog keeps the main window from taking keys, and would keep the manual from it, too.
+    void f1WorksInDialogs()
+    {
+        host::installHelpKey(&place().window());
+        place().dialogs.expect([](QDialog &dialog) {
+            QTest::keyClick(&dialog, Qt::Key_F1);
+            test::settle();
+            const QPointer<host::ManualWindow> manual = shownManual();
+            QVERIFY(manual && manual->parentWidget() == &dialog);
+            QCOMPARE(chapterShown(*manual), u"Importare da CSV"_s);
+            dialog.reject();
+        });
+        test::trigger(&place().commands(), u"actImporta"_s);
+    }
+
+    void informationIsCopied()
+    {
+        place().dialogs.expect([](QDialog &dialog) {
+            test::press(&dialog, u"cmdCopia"_s);
+            dialog.reject();
+        });
+        test::trigger(&place().window(), u"actInformazioni"_s);
+        const QString copied = QGuiApplication::clipboard()->text();
+        for (const QString &part : {u"Versione: 1."_s, u"Moduli caricati: Modulo Magazzino"_s, u"Firebird: "_s})
+            QVERIFY2(copied.contains(part), qPrintable(copied));
     }
 
 private:

@@ -42,15 +42,16 @@ private Q_SLOTS:
 
     void listsShowThePlainStatementsRows_data()
     {
-        test::columns<QString, QStringList>("plain", "columns");
-        QTest::newRow("delivery notes")
-            << u"SELECT * FROM DDT_SCARICO WHERE ANNO = %1 AND CLI_CODICE CONTAINING '1' ORDER BY ANNO DESC, NUMERO "
-               "DESC"_s.arg(core::today().year())
-            << QStringList{u"IDDDT_SCARICO"_s, u"NUMERO"_s, u"DATA"_s, u"CLI_CODICE"_s};
-        QTest::newRow("articles") << u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA FROM ANA_MAGA LEFT JOIN "
-                                     "CATEGORIE_ANA_MAGA ON CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA=ANA_MAGA.IDCATE"
-                                     "GORIA_ANA_MAGA  ORDER BY UPPER(CODICE)"_s
-                                  << QStringList{u"IDANA_MAGA"_s, u"CODICE"_s, u"DESCRIZIONE"_s, u"CATEGORIA"_s};
+        test::table<QString, QStringList>(
+            {{"delivery notes",
+              u"SELECT * FROM DDT_SCARICO WHERE ANNO = %1 AND CLI_CODICE CONTAINING '1' ORDER BY ANNO DESC, NUMERO "
+              "DESC"_s.arg(core::today().year()),
+              {u"IDDDT_SCARICO"_s, u"NUMERO"_s, u"DATA"_s, u"CLI_CODICE"_s}},
+             {"articles",
+              u"SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA FROM ANA_MAGA LEFT JOIN "
+              "CATEGORIE_ANA_MAGA ON CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA=ANA_MAGA.IDCATE"
+              "GORIA_ANA_MAGA  ORDER BY UPPER(CODICE)"_s,
+              {u"IDANA_MAGA"_s, u"CODICE"_s, u"DESCRIZIONE"_s, u"CATEGORIA"_s}}});
     }
 
     void listsShowThePlainStatementsRows()
