@@ -117,7 +117,7 @@ private Q_SLOTS:
         for (const core::Answer answer : {core::Answer::No, core::Answer::Yes}) {
             dialogs.expect(test::pressing(u"cmdDemo"_s));
             messages.expectPart(u"Conferma"_s, u"si era interrotta"_s, answer);
-            messages.whileShown([&] { QVERIFY(test::contentOf(address.file).size() == content.size()); });
+            messages.whileShown([&, size = content.size()] { QVERIFY(test::contentOf(address.file).size() == size); });
         }
         dialogs.expect(test::pressing(u"cmdAnnulla"_s)); // of the login
         dialogs.expect([](QDialog &dialog) { dialog.reject(); });

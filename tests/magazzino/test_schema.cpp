@@ -153,7 +153,7 @@ private Q_SLOTS:
             messages.expect(u"Errore"_s, stepFailed, core::MessageIcon::None);
         QStringList run;
         int refused = 0;
-        db_->connection().setStatementHook([&](const QString &sql) {
+        db_->connection().setStatementHook([&, times = times, refusal = refusal](const QString &sql) {
             if (sql.startsWith(u"CREATE"))
                 run.append(sql);
             if (sql == u"COMMIT" && refused++ < times)

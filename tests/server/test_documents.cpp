@@ -152,7 +152,7 @@ private Q_SLOTS:
         note.control<QLineEdit>(u"txtAspettoBeni"_s)->setText(u"Sfuso"_s);
         test::typeIntoCell(note.grid(), 0, u"Q.tà"_s, u"6"_s);
         bool crashed = false;
-        connection().setStatementHook([&](const QString &sql) {
+        connection().setStatementHook([&, statement = statement](const QString &sql) {
             if (!crashed && sql.startsWith(statement)) {
                 crashed = true;
                 server().crash();

@@ -1,4 +1,6 @@
 #pragma once
+#include <QtGlobal>
+
 #include <atomic>
 #include <chrono>
 #include <list>

@@ -77,7 +77,9 @@ struct Registered
 inline int runOne(QObject &test, const QStringList &arguments)
 {
     std::vector<QByteArray> texts;
+    texts.reserve(static_cast<size_t>(arguments.size()));
     std::vector<char *> argv;
+    argv.reserve(static_cast<size_t>(arguments.size()));
     for (const QString &argument : arguments)
         texts.push_back(argument.toLocal8Bit());
     for (QByteArray &text : texts)

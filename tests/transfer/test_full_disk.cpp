@@ -114,7 +114,7 @@ private Q_SLOTS:
         const QStringList before = files();
         bool fits = false;
         for (qint64 limit = 0; !fits; limit += kilobyte) {
-            const QString told = toldBy(limit, [&] { write(file); });
+            const QString told = toldBy(limit, [&, write = write] { write(file); });
             fits = told.isEmpty();
             if (fits)
                 QVERIFY(test::contentOf(file).size() > old.size() / 2);

@@ -65,7 +65,7 @@ private Q_SLOTS:
     {
         const auto [palette] = test::row<QPalette>();
         const QPalette refused = ui::refusedPalette(palette);
-        const auto of = [&palette](QPalette::ColorRole role) { return palette.color(role); };
+        const auto of = [&palette = palette](QPalette::ColorRole role) { return palette.color(role); };
         QList<std::pair<QColor, QColor>> pairs = {
             {of(QPalette::WindowText), of(QPalette::Window)},
             {of(QPalette::Text), of(QPalette::Base)},

@@ -129,8 +129,8 @@ private Q_SLOTS:
         document.save();
         const int id = document.form().IdRecord();
         database().execute(u"UPDATE %1 SET ASPETTO_BENI = 'x', %2"_s.arg(test::documentNames(kind).table, odd));
-        const auto stored = [this, &kind] {
-            return database().select(u"SELECT * FROM "_s + test::documentNames(kind).table).values(0);
+        const auto stored = [this, sql = u"SELECT * FROM "_s + test::documentNames(kind).table] {
+            return database().select(sql).values(0);
         };
         const QVariantList before = stored();
         document.form().ApriRecord(id);
