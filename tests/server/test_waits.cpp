@@ -140,7 +140,7 @@ private:
     }
 
     /// Saves in vain; answers within `seconds`.
-    void saveFails(const test::Document &document, int seconds, const QString &flags,
+    void saveFails(const test::Document &document, qint64 seconds, const QString &flags,
                    const QString &message = test::saveError) const
     {
         place().messages.expectPart(u"Errore"_s, message);
