@@ -90,31 +90,22 @@ private Q_SLOTS:
         QVERIFY(form->saveRecord());
         QCOMPARE(lines(stored), QStringList({u"conf-6|6"_s, u"8001120000018|1"_s}));
 
-        // A code is one article's.
-        article(u"SMA-0750"_s);
-        turnTo(form, grid);
-        grid->setFocus();
-        test::strike(u"CONF-6\n"_s);
-        place().messages.expectWarning(u"Un codice a barre è scritto due volte\n\ro è già di un altro articolo!"_s);
-        QVERIFY(!form->saveRecord());
+        // A code is one article's, and so is a number, with zeros before it and without.
+        const auto areRefused = [&](const QString &code, const QString &typed) {
+            article(code);
+            turnTo(form, grid);
+            grid->setFocus();
+            test::strike(typed);
+            place().messages.expectWarning(u"Un codice a barre è scritto due volte\n\ro è già di un altro articolo!"_s);
+            return !form->saveRecord();
+        };
+        QVERIFY(areRefused(u"SMA-0750"_s, u"CONF-6\n"_s));
         form->startNew();
-
-        // So is a number, with zeros before it and without.
-        article(u"SMA-0750"_s);
-        turnTo(form, grid);
-        grid->setFocus();
-        test::strike(u"12345670\n00000012345670\n"_s);
-        place().messages.expectWarning(u"Un codice a barre è scritto due volte\n\ro è già di un altro articolo!"_s);
-        QVERIFY(!form->saveRecord());
+        QVERIFY(areRefused(u"SMA-0750"_s, u"12345670\n00000012345670\n"_s));
         test::pressKey(Qt::Key_Up);
         test::pressKey(Qt::Key_Delete);
         QVERIFY(form->saveRecord());
-        article(u"TRA-0018"_s);
-        turnTo(form, grid);
-        grid->setFocus();
-        test::strike(u"0000012345670\n"_s);
-        place().messages.expectWarning(u"Un codice a barre è scritto due volte\n\ro è già di un altro articolo!"_s);
-        QVERIFY(!form->saveRecord());
+        QVERIFY(areRefused(u"TRA-0018"_s, u"0000012345670\n"_s));
         form->startNew();
     }
 
