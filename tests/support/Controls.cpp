@@ -16,6 +16,12 @@ void settle()
     QApplication::processEvents();
 }
 
+void useToolkitsLook()
+{
+    QApplication::setStyle(u"Fusion"_s);
+    QApplication::setPalette({});
+}
+
 void missing(const QString &name)
 {
     throw core::Error(u"There is no \"%1\"."_s.arg(name));

@@ -42,6 +42,9 @@ void press(const QWidget *owner, const QString &button);
 /// What a label, an edit or a list control named `name` shows.
 QString shown(const QWidget *owner, const QString &name);
 
+/// Ends what ui::Look::use() began.
+void useToolkitsLook();
+
 /// From now on the running test fails when the grid's model breaks a rule of models.
 void checkModel(QAbstractItemView *grid);
 

@@ -68,11 +68,7 @@ class TestListCells : public QObject
 
 private Q_SLOTS:
     static void initTestCase() { ui::Look::use(); }
-    static void cleanupTestCase()
-    {
-        QApplication::setStyle(u"Fusion"_s);
-        QApplication::setPalette({});
-    }
+    static void cleanupTestCase() { test::useToolkitsLook(); }
 
     void looksAsDrawnByQt_data()
     {

@@ -45,11 +45,7 @@ class TestLook : public test::AtWorkplace
 
 private Q_SLOTS:
     static void initTestCase() { ui::Look::use(); }
-    static void cleanupTestCase()
-    {
-        QApplication::setStyle(u"Fusion"_s);
-        QApplication::setPalette({});
-    }
+    static void cleanupTestCase() { test::useToolkitsLook(); }
 
     void everyColourCanBeRead_data()
     {
