@@ -38,6 +38,20 @@ void propose(const QString &kind, QPrinter &printer)
         printer.setPrinterName(kept);
 }
 
+void print(const report::Document &document, QPrinter &printer, const QStringList &copies, QWidget *owner)
+{
+    try {
+        ui::runInSteps(owner, core::tr("Stampa"), [&](core::Progress &progress) {
+            report::printDocument(document, printer, copies.isEmpty() ? QStringList{QString()} : copies, &progress);
+        });
+    } catch (const core::Cancelled &) {
+        if (printer.outputFileName().isEmpty())
+            core::inform(owner,
+                         core::tr("La stampa è stata annullata: possono uscire le pagine già passate alla stampante."));
+        throw;
+    }
+}
+
 } // namespace
 
 void keepPrinters(const QString &settingsFile)
@@ -65,24 +79,6 @@ void keepPrinter(const QString &kind, const QString &printer)
                 core::tr("La stampante scelta non si può ricordare: %1").arg(core::errorText(error)));
     }
 }
-
-namespace {
-
-void print(const report::Document &document, QPrinter &printer, const QStringList &copies, QWidget *owner)
-{
-    try {
-        ui::runInSteps(owner, core::tr("Stampa"), [&](core::Progress &progress) {
-            report::printDocument(document, printer, copies.isEmpty() ? QStringList{QString()} : copies, &progress);
-        });
-    } catch (const core::Cancelled &) {
-        if (printer.outputFileName().isEmpty())
-            core::inform(owner,
-                         core::tr("La stampa è stata annullata: possono uscire le pagine già passate alla stampante."));
-        throw;
-    }
-}
-
-} // namespace
 
 bool printWithDialog(const report::Document &document, const report::Subject &subject, QWidget *owner)
 {
