@@ -113,18 +113,16 @@ void dropQuietly(const DatabaseAddress &address, const QString &where)
         const OpenFailure failure = checkDatabase(address).failure;
         return failure == OpenFailure::None || failure == OpenFailure::InUse || failure == OpenFailure::Other;
     };
-    const QDeadlineTimer end(patience);
-    for (bool again = true; again;) {
-        again = !end.hasExpired();
+    for (const QDeadlineTimer end(patience);; QThread::msleep(pause)) {
+        const bool isLast = end.hasExpired();
         try {
             dropDatabase(address);
         } catch (const std::exception &error) {
-            if (!again)
+            if (isLast)
                 core::logError(where, error);
         }
-        again = again && isThere();
-        if (again)
-            QThread::msleep(pause);
+        if (isLast || !isThere())
+            return;
     }
 }
 
