@@ -10,6 +10,7 @@
 #include <QStyleOption>
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -99,11 +100,44 @@ const Colours &darkColours()
     return colours;
 }
 
-// Pictures that are kept are found by the palette they were drawn with; each control has a copy of its own of the same.
-QPalette shared(const QPalette &palette)
+/// While something is drawn, with the program's palette instead of a copy that says the same. The style keeps the
+/// pictures of buttons, arrows and headers by the palette they were drawn with, each control has a copy of its own, and
+/// every form that opens would draw and keep all of them anew. The option is put back as it was: it belongs to a
+/// control, and a copy of it would be cut down to what is known of its type here.
+class SharedPalette
 {
-    const QPalette program = QApplication::palette();
-    return palette == program && palette.currentColorGroup() == program.currentColorGroup() ? program : palette;
+public:
+    explicit SharedPalette(const QStyleOption *option)
+        : palette_(const_cast<QStyleOption *>(option)->palette)
+        , own_(palette_)
+    {
+        QPalette program = QApplication::palette();
+        if (palette_.cacheKey() == program.cacheKey() || palette_ != program)
+            return;
+        program.setCurrentColorGroup(own_.currentColorGroup());
+        palette_ = program;
+    }
+    ~SharedPalette() { palette_ = own_; }
+    SharedPalette(const SharedPalette &) = delete;
+    SharedPalette &operator=(const SharedPalette &) = delete;
+
+private:
+    QPalette &palette_;
+    const QPalette own_;
+};
+
+bool isKept(QStyle::PrimitiveElement element)
+{
+    switch (element) {
+    case QStyle::PE_PanelButtonCommand:
+    case QStyle::PE_IndicatorArrowUp:
+    case QStyle::PE_IndicatorArrowDown:
+    case QStyle::PE_IndicatorArrowLeft:
+    case QStyle::PE_IndicatorArrowRight:
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace
@@ -165,30 +199,40 @@ QPixmap Look::inputFrame(const QStyleOption &option, double ratio) const
 void Look::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                          const QWidget *widget) const
 {
-    const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
     const auto *row = qstyleoption_cast<const QStyleOptionViewItem *>(option);
     // Behind each cell of a list: Fusion mixes the colours of its frames before it sees that nothing is to be drawn.
     if (element == PE_PanelItemViewRow && row && !row->features.testFlag(QStyleOptionViewItem::Alternate) &&
         !row->state.testFlag(State_Selected))
         return;
+
     if (element == PE_FrameLineEdit && !option->rect.isEmpty()) {
         painter->drawPixmap(option->rect.topLeft(), inputFrame(*option, painter->device()->devicePixelRatioF()));
-    } else if (element == PE_PanelButtonCommand && button) {
-        QStyleOptionButton alike = *button;
-        alike.palette = shared(button->palette);
-        QProxyStyle::drawPrimitive(element, &alike, painter, widget);
     } else {
+        std::optional<SharedPalette> shared;
+        if (isKept(element))
+            shared.emplace(option);
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
+}
+
+void Look::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const
+{
+    std::optional<SharedPalette> shared;
+    if (element == CE_HeaderSection)
+        shared.emplace(option);
+    QProxyStyle::drawControl(element, option, painter, widget);
 }
 
 void Look::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
                               const QWidget *widget) const
 {
-    if (const QStyleOptionGroupBox *box = section(control, option))
+    if (const QStyleOptionGroupBox *box = section(control, option)) {
         drawSection(*box, *painter, widget);
-    else
+    } else {
+        const SharedPalette shared(option);
         QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
 }
 
 QRect Look::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,

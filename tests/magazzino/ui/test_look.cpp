@@ -3,6 +3,10 @@
 #include "platform/ui/Look.h"
 #include "tests/support/Fixtures.h"
 
+#include <QPixmapCache>
+
+#include <malloc.h>
+
 namespace {
 
 QPalette darkPalette()
@@ -120,6 +124,32 @@ private Q_SLOTS:
                     .scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                     .pixelColor(0, 0)
                     .lightness() > 128);
+    }
+
+    // A day is hundreds of windows; what the style keeps of each would fill megabytes and be drawn anew every time.
+    void openingAgainKeepsNothing_data()
+    {
+        test::cases({u"actInserimentoDdTScarico"_s, u"actInserimentoBolleCarico"_s,
+                     u"actInserimentoFattureAccompagnatorie"_s, u"actInserimentoMovimentiMagazzino"_s,
+                     u"actRicercaBolleCarico"_s, u"actStampaInventario"_s});
+    }
+    void openingAgainKeepsNothing()
+    {
+        const auto openOften = [&](int times) {
+            for (int time = 0; time < times; ++time) {
+                auto *form = dynamic_cast<ui::ChildForm *>(open(test::currentCase()));
+                test::settle();
+                form->closeForm();
+                test::settle();
+            }
+            return mallinfo2().uordblks;
+        };
+        constexpr int times = 20;
+        constexpr size_t most = 8 * 1024; // bytes for each
+        QPixmapCache::clear();
+        const size_t before = openOften(times);
+        const size_t after = openOften(times);
+        QVERIFY2(after < before + times * most, qPrintable(QString::number((after - before) / times)));
     }
 
     // Twice the usual size, in the smallest usual window: pages scroll, nothing is cut.
