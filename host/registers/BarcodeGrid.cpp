@@ -155,6 +155,17 @@ void BarcodeGrid::mark(int row)
     code->setToolTip(fits ? QString() : core::tr("Il carattere di controllo non corrisponde."));
 }
 
+// The theme changed: each has a red of its own.
+void BarcodeGrid::changeEvent(QEvent *event)
+{
+    QTableWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange)
+        return;
+    const QSignalBlocker quiet(this);
+    for (int row = 0; row < rowCount(); ++row)
+        mark(row);
+}
+
 void BarcodeGrid::show(const QString &code)
 {
     for (int row = 0; row < rowCount(); ++row) {

@@ -57,6 +57,7 @@ Q_SIGNALS:
     void typing(bool different);
 
 protected:
+    void changeEvent(QEvent *event) override;
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:

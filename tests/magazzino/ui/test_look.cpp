@@ -1,3 +1,4 @@
+#include "host/registers/BarcodeGrid.h"
 #include "platform/ui/Icons.h"
 #include "platform/ui/LetterBar.h"
 #include "platform/ui/Look.h"
@@ -99,6 +100,8 @@ private Q_SLOTS:
         ui::useIconTheme();
         const QWidget *form = open(u"actInserimentoMovimentiMagazzino"_s);
         const QWidget *article = place().commands().openForm(u"actInserimentoArticoli"_s);
+        auto *barcodes = test::control<host::BarcodeGrid>(article, u"gridCodiciBarre"_s);
+        barcodes->setBarcodes({{u"8001234567890"_s, 1}}); // its check digit does not fit
         const auto back = qScopeGuard([] {
             ui::Look::useOwnColours(ui::Scheme::Light);
             ui::useIconTheme();
@@ -117,6 +120,8 @@ private Q_SLOTS:
                          qPrintable(control->objectName()));
             }
         }
+        QVERIFY(ui::contrast(barcodes->item(0, 0)->foreground().color(), barcodes->palette().color(QPalette::Base)) >=
+                ui::leastContrast);
         QVERIFY(place().window().area().background().color().lightness() < 128);
         const QIcon icon = test::control<QAction>(form, u"actSalva"_s)->icon();
         QVERIFY(icon.pixmap(16)
