@@ -196,8 +196,7 @@ QString restoreEmbedded(const QString &file, const QString &target, core::Progre
 void restoreOnServer(const QString &file, const data::DatabaseAddress &target, core::Progress &progress)
 {
     if (data::checkDatabase(target).failure == data::OpenFailure::None)
-        throw core::Error(
-            core::tr("Sul server esiste già il database \"%1\": indicare un nome nuovo.").arg(target.file));
+        throw core::Error(takenOnServer(target.file));
     bool begun = false;
     // Killed while the server makes the database, the program would not have told that it is its own.
     const QDeadlineTimer soon(std::chrono::seconds(10));
@@ -222,6 +221,11 @@ void restoreOnServer(const QString &file, const data::DatabaseAddress &target, c
 }
 
 } // namespace
+
+QString takenOnServer(const QString &file)
+{
+    return core::tr("Sul server esiste già il database \"%1\": indicare un nome nuovo.").arg(file);
+}
 
 QMap<QString, int> tableRows(const data::DatabaseAddress &database)
 {

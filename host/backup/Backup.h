@@ -25,6 +25,9 @@ void backupDatabase(const data::DatabaseAddress &database, const QString &file, 
 /// Returns the path of the file kept, empty when there was none.
 QString restoreDatabase(const QString &file, const data::DatabaseAddress &target, core::Progress &progress);
 
+/// What is said where a database would be made on a server and `file` is one that is there.
+QString takenOnServer(const QString &file);
+
 /// How many rows each table of the database has. Throws data::DatabaseError.
 QMap<QString, int> tableRows(const data::DatabaseAddress &database);
 

@@ -20,12 +20,22 @@ namespace host {
 namespace {
 
 constexpr int firebirdPort = 3050;
+
 QString databaseFilter()
 {
     return core::tr("Database Firebird (*.fdb);;Tutti i file (*)");
 }
 
 } // namespace
+
+ui::IntegerEdit *portEdit(QWidget *parent)
+{
+    auto *port = ui::named(u"txtPorta"_s, new ui::IntegerEdit(parent));
+    port->setRange(1, 65535);
+    port->setValue(firebirdPort);
+    port->setMaximumWidth(std::max(80, port->sizeHint().width()));
+    return port;
+}
 
 DatabasePlace::DatabasePlace(Purpose purpose, QString folder, QWidget *parent)
     : QWidget(parent)
@@ -75,10 +85,7 @@ void DatabasePlace::createServer()
     };
     host_ = edit(u"txtServer"_s);
     host_->setPlaceholderText(core::tr("nome o indirizzo, per esempio 192.168.1.10"));
-    port_ = ui::named(u"txtPorta"_s, new ui::IntegerEdit(serverBox_));
-    port_->setRange(1, 65535);
-    port_->setValue(firebirdPort);
-    port_->setMaximumWidth(std::max(80, port_->sizeHint().width()));
+    port_ = portEdit(serverBox_);
     serverFile_ = edit(u"txtFileServer"_s);
     serverFile_->setPlaceholderText(core::tr("come lo vede il server, per esempio /srv/firebird/azienda.fdb"));
     user_ = edit(u"txtUtenteServer"_s, u"SYSDBA"_s);

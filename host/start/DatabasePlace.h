@@ -10,6 +10,9 @@
 
 namespace host {
 
+/// Editor "txtPorta" of a server's port, which shows Firebird's own at first.
+ui::IntegerEdit *portEdit(QWidget *parent);
+
 /// Inputs for where a database is: a file on this computer, or one on a Firebird server.
 class DatabasePlace : public QWidget
 {

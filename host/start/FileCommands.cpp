@@ -262,8 +262,7 @@ bool FileCommands::confirmTarget(data::DatabaseAddress &target)
         made.file = name;
         const bool missing = data::checkDatabase(made).failure == data::OpenFailure::Missing;
         if (!missing)
-            core::warn(&window_,
-                       core::tr("Sul server esiste già il database \"%1\": indicare un nome nuovo.").arg(name));
+            core::warn(&window_, takenOnServer(name));
         return missing;
     };
     const auto name =

@@ -1,5 +1,7 @@
 #include "host/start/ServerDialog.h"
 
+#include "host/backup/Backup.h"
+#include "host/start/DatabasePlace.h"
 #include "host/start/ServerSetup.h"
 #include "platform/core/Messages.h"
 #include "platform/core/Translation.h"
@@ -8,7 +10,6 @@
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/FormDialog.h"
 #include "platform/ui/LineEdit.h"
-#include "platform/ui/NumberEdits.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -21,8 +22,6 @@ using namespace Qt::StringLiterals;
 namespace host {
 
 namespace {
-
-constexpr int firebirdPort = 3050;
 
 class ServerDialog : public ui::FormDialog
 {
@@ -84,10 +83,7 @@ private:
 
     void addPort()
     {
-        port_ = ui::named(u"txtPorta"_s, new ui::IntegerEdit(this));
-        port_->setRange(1, 65535);
-        port_->setValue(firebirdPort);
-        port_->setMaximumWidth(std::max(80, port_->sizeHint().width()));
+        port_ = portEdit(this);
         addRow(core::tr("Porta"), port_);
     }
 
@@ -151,8 +147,7 @@ private:
         }
         if (data::checkDatabase(target).failure != data::OpenFailure::None)
             return true;
-        core::warn(this,
-                   core::tr("Sul server esiste già il database \"%1\": indicare un nome nuovo.").arg(target.file));
+        core::warn(this, takenOnServer(target.file));
         return false;
     }
 

@@ -2,6 +2,7 @@
 
 #include "host/DatabaseSetup.h"
 #include "host/TaxCodes.h"
+#include "host/backup/Backup.h"
 #include "host/start/DatabaseMemory.h"
 #include "host/start/DatabasePlace.h"
 #include "host/start/Leftovers.h"
@@ -155,8 +156,7 @@ private:
             return makeRoom(this, database, leftover);
         if (database.isEmbedded() || data::checkDatabase(database).failure != data::OpenFailure::None)
             return true;
-        core::warn(this,
-                   core::tr("Sul server esiste già il database \"%1\": indicare un nome nuovo.").arg(database.file));
+        core::warn(this, takenOnServer(database.file));
         return false;
     }
 
