@@ -150,6 +150,3 @@ double GetValoreScaricoCostoMedio(const QString &codice, QDate date);
 /// caller must hold none). An error while writing rolls that transaction back and is swallowed, so that it never stops
 /// its caller; one while reading carries "[RivalorizzaScarichiMagazzino]".
 void RivalorizzaScarichiMagazzino(const QString &codice, bool useTransaction);
-/// The same, inside the caller's transaction, for every code that stands in the movements, which are read once. A code
-/// written in several cases is revalued as often. Throws when the movements cannot be read.
-void RivalorizzaTuttiGliScarichi();

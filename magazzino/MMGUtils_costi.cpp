@@ -330,12 +330,6 @@ void RivalorizzaScarichiMagazzino(const QString &codice, bool useTransaction)
     }
 }
 
-void RivalorizzaTuttiGliScarichi()
-{
-    core::Progress unseen;
-    RivalorizzaTuttiGliScarichi(ModuleConnection(), unseen);
-}
-
 void RivalorizzaTuttiGliScarichi(data::Connection &connection, core::Progress &progress)
 {
     progress.setText(core::tr("Lettura dei movimenti…"));

@@ -21,8 +21,9 @@ QHash<int, TCodiceTesto> GetCategorieServizi(const QSet<int> &ids);
 /// Writes new movements as AggiornaMoviMaga() does; each holds its key then. The caller owns the transaction.
 void InserisciMoviMaga(QList<TMoviMaga> &movimenti);
 
-/// RivalorizzaTuttiGliScarichi() on the given connection and transaction, telling `progress` how far it is. Throws
-/// core::Cancelled when that was cancelled.
+/// RivalorizzaScarichiMagazzino(), in the caller's transaction on `connection`, for every code that stands in the
+/// movements, which are read once; `progress` is told how far it is. A code written in several cases is revalued as
+/// often. Throws data::DatabaseError when the movements cannot be read, core::Cancelled when `progress` was cancelled.
 void RivalorizzaTuttiGliScarichi(data::Connection &connection, core::Progress &progress);
 
 /// Values new movements of `date` (`valore` and `valoreImporto`), each at the cost that GetValoreScaricoCostoMedio()

@@ -1,3 +1,5 @@
+#include "magazzino/MMGUtils_insiemi.h"
+#include "platform/core/Progress.h"
 #include "tests/support/Fixtures.h"
 
 namespace {
@@ -198,7 +200,8 @@ private Q_SLOTS:
         RivalorizzaScarichiMagazzino(asked, true);
         QCOMPARE(issueValue(), found ? 6.0 : 0.0);
         db->connection().execute(u"UPDATE MOVI_MAGA SET VALORE = 0"_s);
-        RivalorizzaTuttiGliScarichi();
+        core::Progress unseen;
+        RivalorizzaTuttiGliScarichi(db->connection(), unseen);
         QCOMPARE(issueValue(), 6.0);
     }
 
