@@ -267,9 +267,11 @@ void TMMGInserimentoFattureAccompagnatorie::fatturaElettronica()
 
 void TMMGInserimentoFattureAccompagnatorie::ImpostaFatturaCiclica()
 {
+    // Asked for first: a database that does not answer leaves the invoice as it was.
+    const int number = GetNextNumeroFattAcc(core::today().year());
     notes()->append(
         u"\n\rFattura ciclica\n\rRif. Fattura n. %1\n\rdel %2"_s.arg(numero()).arg(core::formatDate(documentDate())));
-    numberField()->setValue(GetNextNumeroFattAcc(core::today().year()));
+    numberField()->setValue(number);
     dateField()->setDate(core::today());
     recurrence_->disable();
     SetNewRecord(true);

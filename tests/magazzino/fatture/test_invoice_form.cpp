@@ -251,7 +251,12 @@ private Q_SLOTS:
         const int original = note().form().IdRecord();
         const QString stored = u"SELECT * FROM FATT_ACC WHERE IDFATT_ACC = %1"_s.arg(original);
         const QStringList before = lines(stored);
-        dynamic_cast<TMMGInserimentoFattureAccompagnatorie &>(note().form()).ImpostaFatturaCiclica();
+        auto &form = dynamic_cast<TMMGInserimentoFattureAccompagnatorie &>(note().form());
+        ModuleConnection().close();
+        QVERIFY_EXCEPTION_THROWN(form.ImpostaFatturaCiclica(), core::Error);
+        ModuleConnection().open();
+        QCOMPARE(note().flags() + note().shown(u"txtNote"_s), u"storedCanone"_s);
+        form.ImpostaFatturaCiclica();
         QCOMPARE(note().flags() + QString::number(note().form().IdRecord()), u"new modified-1"_s);
         QCOMPARE(note().shown(u"txtNumero"_s) + u'|' + note().shown(u"txtData"_s), u"8|16/03/2026"_s);
         QVERIFY(!note().control<QCheckBox>(u"chkFattureCicliche"_s)->isChecked());
