@@ -145,15 +145,17 @@ void makeDocuments(data::Connection &connection, const DataSize &size, int first
 // Customers, rates, payment types and carriers are those of the demonstration firm.
 QList<int> makeInvoices(data::Connection &connection, int count)
 {
+    const int last = connection.select(u"SELECT MAX(IDFATT_ACC) AS K FROM FATT_ACC"_s).integer(0, u"K");
     connection.execute(uR"(EXECUTE BLOCK AS DECLARE I INTEGER = 1; DECLARE R INTEGER; DECLARE H INTEGER;
-DECLARE Q DECIMAL(13, 2); DECLARE T DECIMAL(13, 2); BEGIN
+DECLARE N INTEGER; DECLARE Q DECIMAL(13, 2); DECLARE T DECIMAL(13, 2); BEGIN
+  SELECT COALESCE(MAX(NUMERO), 0) FROM FATT_ACC INTO :N;
   WHILE (I <= %1) DO BEGIN
     T = 0;
     INSERT INTO FATT_ACC(NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, CLI_CITTA, CLI_CAP,
       CLI_PROVINCIA, CLI_NAZIONE, CLI_PARTITAIVA, VETT_CODICE, VETT_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO,
       PAGATO, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO, CAUSALE_TRASPORTO, COLLI, TOTALE_IMPONIBILE,
       TOTALE_IMPOSTA, TOTALE_DOCUMENTO, FC_ABILITATO, IVA_ESENTE)
-    SELECT :I, CURRENT_DATE, EXTRACT(YEAR FROM CURRENT_DATE), C.CODICE, C.RAGIONESOCIALE, C.INDIRIZZO, C.CITTA, C.CAP,
+    SELECT :N + :I, CURRENT_DATE, EXTRACT(YEAR FROM CURRENT_DATE), C.CODICE, C.RAGIONESOCIALE, C.INDIRIZZO, C.CITTA, C.CAP,
       C.PROVINCIA, C.NAZIONE, C.PARTITAIVA, V.CODICE, V.RAGIONESOCIALE, P.IDTIPO_PAGAMENTO, P.TIPO_PAGAMENTO, 'False',
       1, 'Vettore', 1, 'Vendita', 3, 0, 0, 0, 'False', 'False'
     FROM CLIENTI C, VETTORI V, TIPI_PAGAMENTO P
@@ -174,7 +176,8 @@ DECLARE Q DECIMAL(13, 2); DECLARE T DECIMAL(13, 2); BEGIN
     I = I + 1;
 END END)"_s.arg(count)
                            .arg(rowsPerDocument));
-    const data::Rows rows = connection.select(u"SELECT IDFATT_ACC FROM FATT_ACC ORDER BY 1"_s);
+    const data::Rows rows =
+        connection.select(u"SELECT IDFATT_ACC FROM FATT_ACC WHERE IDFATT_ACC > %1 ORDER BY 1"_s.arg(last));
     QList<int> keys;
     for (qsizetype row = 0; row < rows.size(); ++row)
         keys.append(rows.integer(row, u"IDFATT_ACC"));

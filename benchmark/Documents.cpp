@@ -8,6 +8,7 @@
 #include "platform/core/Error.h"
 #include "platform/data/SqlText.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
 
 using namespace Qt::StringLiterals;
@@ -30,6 +31,8 @@ struct Document
     QString kind;
     QString movement;
     int sign = 1;
+    QString columns; ///< that only this header has, each behind a comma
+    QString values;  ///< theirs
 };
 
 const Document &deliveryNote()
@@ -62,6 +65,23 @@ const Document &receipt()
     return receipt;
 }
 
+const Document &invoice()
+{
+    static const Document invoice = {.workload = u"save of an accompanying invoice, 10 rows"_s,
+                                     .action = u"actInserimentoFattureAccompagnatorie"_s,
+                                     .table = u"FATT_ACC"_s,
+                                     .key = u"IDFATT_ACC"_s,
+                                     .partner = u"CLI"_s,
+                                     .partnerCommand = u"actSelezionaCliente"_s,
+                                     .partnerName = u"Arredo Bagno Alpi S.r.l."_s,
+                                     .kind = u"Fattura accompagnatoria"_s,
+                                     .movement = u"Scarico"_s,
+                                     .sign = -1,
+                                     .columns = u", IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, FC_ABILITATO"_s,
+                                     .values = u", 1, 'Rimessa diretta', 'False', 'False'"_s};
+    return invoice;
+}
+
 // Other articles at every run, so that their movements are not in the cache for having just been read.
 QStringList nextCodes(const DataSize &size)
 {
@@ -82,6 +102,8 @@ void enter(Bench &bench, const Document &kind)
         reason->setCurrentText(u"Vendita"_s);
     else
         bench.program().choose(form, u"cmdSelezionaCausaleTrasporto"_s, u"Vendita"_s);
+    if (form.findChild<QAbstractButton *>(u"cmdSelezionaTipoPagamento"_s))
+        bench.program().choose(form, u"cmdSelezionaTipoPagamento"_s, u"Rimessa diretta"_s);
     for (const QString &code : nextCodes(bench.size))
         bench.program().choose(form, u"actAggiungiArticolo"_s, code, code);
     settle();
@@ -100,9 +122,9 @@ QString saveBlock(const Document &kind, int number, const QStringList &codes)
 DECLARE V DECIMAL(13, 2) = 1; BEGIN
   INSERT INTO {table}(NUMERO, DATA, ANNO, {partner}_CODICE, {partner}_RAGIONESOCIALE, {partner}_INDIRIZZO,
     {partner}_CITTA, {partner}_CAP, {partner}_PARTITAIVA, IDTIPO_TRASPORTO, TIPO_TRASPORTO, IDCAUSALE_TRASPORTO,
-    CAUSALE_TRASPORTO, COLLI, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTE)
+    CAUSALE_TRASPORTO, COLLI, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTE{columns})
   VALUES ({number}, CURRENT_DATE, {year}, 'C0001', 'Ditta', 'Via Roma, 1', 'Bassano del Grappa', '36061',
-    '01234560241', 1, 'Mittente', 1, 'Vendita', 0, 0, 0, 0, '') RETURNING {key} INTO :H;
+    '01234560241', 1, 'Mittente', 1, 'Vendita', 0, 0, 0, 0, ''{values}) RETURNING {key} INTO :H;
   FOR {codes} INTO :C DO BEGIN
     INSERT INTO {table}_DETT({key}, CODICE, DESCRIZIONE, IDCATEGORIA, CATEGORIA, PREZZO, QUANTITA, IMPORTO,
       IVA_IDALIQUOTA_IVA, IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA, IDUM, UM, TIPO_RIGA)
@@ -130,6 +152,8 @@ END)"_s;
                                                       {u"{codes}"_s, queries.join(u" UNION ALL "_s)},
                                                       {u"{cost}"_s, kind.sign > 0 ? QString() : cost},
                                                       {u"{movement}"_s, kind.movement},
+                                                      {u"{columns}"_s, kind.columns},
+                                                      {u"{values}"_s, kind.values},
                                                       {u"{sign}"_s, QString::number(kind.sign)},
                                                       {u"{kind}"_s, kind.kind}};
     for (const auto &[name, text] : names)
@@ -162,6 +186,7 @@ void measureSaves(Bench &bench)
 {
     measureSave(bench, deliveryNote());
     measureSave(bench, receipt());
+    measureSave(bench, invoice());
 }
 
 // Header, rows and the costs in the movements.
