@@ -16,6 +16,7 @@ struct CategoryEditorSpec
     ui::CategoryTable categories;
 };
 
+/// Those of the articles, and those of the services.
 const CategoryEditorSpec &articleCategoryEditor();
 const CategoryEditorSpec &serviceCategoryEditor();
 

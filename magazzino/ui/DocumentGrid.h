@@ -79,6 +79,7 @@ public:
     void fitToWidth();
 
 Q_SIGNALS:
+    /// It has another size; its columns and rows fit it.
     void resized();
     /// See DocumentRowsDelegate.
     void typing(bool different);

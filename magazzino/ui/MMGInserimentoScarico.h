@@ -21,10 +21,14 @@ protected:
     /// Puts the groups on the header's page: `addressee` first, what `createBottom` makes (if given) below the
     /// others. It makes its controls last, so that Tab comes to them last.
     void layOutGeneralPage(QWidget *addressee, const std::function<QWidget *()> &createBottom = {});
+    /// A document without an addressee is not saved.
     void refuseWithoutCustomer();
+    /// One whose addressee has neither tax code nor VAT number is saved when the user says so.
     void askWithoutTaxData();
 
+    /// Chooses the customer, "actSelezionaCliente".
     QAction *customerCommand();
+    /// The user chose `customer`, which is stored.
     virtual void customerChosen(const TCliente &customer) = 0;
     /// A button of the addressee's group.
     struct AddresseeButton
@@ -37,7 +41,9 @@ protected:
     ui::PickInput *createCustomerInput(QWidget *box);
     /// The addressee's group, empty but for its caption.
     QGroupBox *createAddresseeBox();
+    /// Puts `buttons`, with their inputs, and the addressee's data into it.
     void fillAddresseeBox(QGroupBox *box, const QList<AddresseeButton> &buttons);
+    /// Shows the data of `addressee` as the document's own.
     void showAddressee(const TCliente &addressee);
     /// Code of the addressee shown, empty for none.
     QString addresseeCode() const;

@@ -29,8 +29,11 @@ protected:
     int line() const { return lineOfElement_; }
 
     // Attributes of the current element. Each is asked for once; one that nobody asked for is an error.
+
+    /// Its text, `missing` where it is not there.
     QString attribute(const QString &name, const QString &missing = {});
     bool hasAttribute(const QString &name) const { return attributes_.hasAttribute(name); }
+    /// Its text. Throws core::Error where it is not there.
     QString required(const QString &name);
     /// Millimetres, 0 to 2000.
     double length(const QString &name, double missing);
@@ -40,8 +43,10 @@ protected:
     Qt::Alignment alignment(const QString &missing);
     /// Invalid when it is missing.
     QColor color(const QString &name);
+    /// Throws core::Error for an attribute that nobody asked for.
     void endAttributes();
 
+    /// Throws core::Error with file, line and `text`.
     [[noreturn]] void fail(const QString &text) const;
     /// The result of `parse`, whose errors get file and line.
     template <typename Parse>
