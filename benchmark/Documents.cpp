@@ -177,7 +177,7 @@ void measureSave(Bench &bench, const Document &kind)
                .floor = [&] { saveBare(bench, kind); },
                .prepare = [&] { enter(bench, kind); },
                .runs = 9},
-              {.workload = kind.workload, .rows = 1 + 2 * rowsPerDocument, .target = 2.5});
+              {.workload = kind.workload, .rows = 1 + 2 * rowsPerDocument, .target = 1.5});
 }
 
 } // namespace
