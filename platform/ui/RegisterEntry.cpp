@@ -122,19 +122,9 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
         if (spec.kind == RegisterField::Kind::Figure && !spec.figures->isKnown())
             continue;
         Field *field = createField(spec, box);
-        if (!spec.help.isEmpty())
-            field->widget()->setToolTip(spec.help);
-        // A note alone on its page stands below its caption.
-        if (spec.kind == RegisterField::Kind::Memo && group.fields.size() == 1)
-            placeBelowLabel(grid, field);
-        else
-            place(grid, field, spec.row, spec.position, spec.span);
-        if (hasLimitedWidth(field))
-            grid->setAlignment(field->widget(), Qt::AlignLeft | Qt::AlignVCenter);
-        else
+        placeInGroup(group, spec, field, grid);
+        if (!hasLimitedWidth(field))
             (spec.span > 1 ? growingBehind : growing).insert((spec.position + spec.span) * 2 - 1);
-        if (spec.kind == RegisterField::Kind::Memo)
-            grid->setRowStretch(spec.row, 1);
         if (!focusProxy())
             setFocusProxy(field->widget());
     }
@@ -143,6 +133,22 @@ void RegisterEntry::createGroup(const RegisterGroup &group)
         growing = growingBehind.isEmpty() ? QSet<int>{grid->columnCount()} : growingBehind;
     for (const int column : std::as_const(growing))
         grid->setColumnStretch(column, 1);
+}
+
+void RegisterEntry::placeInGroup(const RegisterGroup &group, const RegisterField &spec, Field *field, QGridLayout *grid)
+{
+    const bool isMemo = spec.kind == RegisterField::Kind::Memo;
+    if (!spec.help.isEmpty())
+        field->widget()->setToolTip(spec.help);
+    // A note alone on its page stands below its caption.
+    if (isMemo && group.fields.size() == 1)
+        placeBelowLabel(grid, field);
+    else
+        place(grid, field, spec.row, spec.position, spec.span);
+    if (hasLimitedWidth(field))
+        grid->setAlignment(field->widget(), Qt::AlignLeft | Qt::AlignVCenter);
+    if (isMemo)
+        grid->setRowStretch(spec.row, 1);
 }
 
 Field *RegisterEntry::createField(const RegisterField &field, QWidget *parent)
