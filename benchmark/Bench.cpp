@@ -49,18 +49,18 @@ void Bench::restart()
     startModule();
 }
 
-void Bench::fill(int first, int last)
+void Bench::fill(int first, int last) const
 {
     const double time = milliseconds([&] { makeDocuments(ModuleConnection(), size, first, last); });
     tell(u"documents %1 to %2 of each kind: %3 s"_s.arg(first).arg(last).arg(time / 1000, 0, 'f', 1));
 }
 
-int Bench::firstKey(const QString &table, const QString &key) const
+int firstKey(const QString &table, const QString &key)
 {
     return ModuleConnection().select(u"SELECT MIN(%2) AS K FROM %1"_s.arg(table, key)).integer(0, u"K");
 }
 
-qint64 Bench::movements() const
+qint64 movements()
 {
     return ModuleConnection().select(u"SELECT COUNT(*) AS N FROM MOVI_MAGA"_s).at(0, u"N").toLongLong();
 }

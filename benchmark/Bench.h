@@ -29,13 +29,10 @@ public:
     Bare &bare() const { return *bare_; }
     QString filePath(const QString &name) const { return folder_.filePath(name); }
     void add(const Pair &pair, const Figure &figure);
-    int firstKey(const QString &table, const QString &key) const;
-    /// Number of movements.
-    qint64 movements() const;
 
 private:
     void createDatabase();
-    void fill(int first, int last);
+    void fill(int first, int last) const;
     /// What is measured before the whole: half of it, or the large size where there is more.
     static DataSize firstPart(const DataSize &whole);
     void growTo(const DataSize &whole);
@@ -55,6 +52,11 @@ private:
     std::unique_ptr<Bare> bare_;
     QList<Figure> figures_;
 };
+
+/// The lowest key of a table in the module's database.
+int firstKey(const QString &table, const QString &key);
+/// The number of movements in it.
+qint64 movements();
 
 /// First argument of the program that measureWindow() starts; the second one is the database.
 inline const QString windowOnly = QStringLiteral("window");

@@ -202,7 +202,7 @@ void openBare(Bench &bench, const Document &kind, int key)
 void measureOpening(Bench &bench)
 {
     const Document &kind = deliveryNote();
-    int key = bench.firstKey(kind.table, kind.key);
+    int key = firstKey(kind.table, kind.key);
     const auto open = [&]() -> TMMGInserimentoDocumento & {
         auto &form = bench.program().form<TMMGInserimentoDocumento>(kind.action);
         form.ApriRecord(key);
@@ -251,7 +251,7 @@ void measureArticleRow(Bench &bench)
 
 void measureKeySearches(Bench &bench)
 {
-    const int first = bench.firstKey(u"ANA_MAGA"_s, u"IDANA_MAGA"_s);
+    const int first = firstKey(u"ANA_MAGA"_s, u"IDANA_MAGA"_s);
     const int year = core::today().year();
     int number = 0;
     bench.add(

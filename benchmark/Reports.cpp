@@ -46,7 +46,7 @@ void measureReport(Bench &bench, const QString &name, const QString &query, cons
                    double target)
 {
     bench.add({.program = [&] { open(query, sql); }, .floor = [&] { bench.bare().fetch(floor); }, .runs = 5},
-              {.workload = name, .rows = bench.movements(), .target = target});
+              {.workload = name, .rows = movements(), .target = target});
 }
 
 // The pages' primitives, made beforehand, painted and nothing else.

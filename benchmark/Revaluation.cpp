@@ -57,7 +57,7 @@ void measureRevaluation(Bench &bench)
     bench.add({.program = [&] { revalueEveryArticle(ModuleConnection()); },
                .floor = [&] { revalueBare(bench.bare(), u"1 = 1"_s); },
                .runs = 5},
-              {.workload = u"revaluation of every article"_s, .rows = bench.movements(), .target = 1.2});
+              {.workload = u"revaluation of every article"_s, .rows = movements(), .target = 1.2});
 }
 
 } // namespace bench

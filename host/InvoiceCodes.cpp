@@ -132,7 +132,8 @@ bool isIban(const QString &text)
     if (!core::matches(number, u"[A-Z]{2}[0-9]{2}[A-Z0-9]{11,30}"_s))
         return false;
     int rest = 0;
-    for (const QChar character : QString(number.mid(4) + number.left(4))) {
+    const QString turned = number.mid(4) + number.left(4);
+    for (const QChar character : turned) {
         const int value = character.isDigit() ? character.digitValue() : character.unicode() - u'A' + 10;
         rest = (rest * (value > 9 ? 100 : 10) + value) % 97;
     }

@@ -130,12 +130,8 @@ TMMGModMagazzino::TMMGModMagazzino(QObject *owner)
     ModADOConn->setObjectName(u"ModADOConn"_s);
     ModADOConn->setConnectionString(u"Provider=MSDASQL.1;Persist Security Info=False;Data Source=CORVANE3_LOCAL;"_s);
     rProject->setProjectFile(u"Magazzino.rav"_s);
-    rSystem->overrideSetup = [this](auto &system, int mode, QWidget *form) {
-        rSystemOverrideSetup(system, mode, form);
-    };
-    rSystem->overridePreview = [this](auto &system, int mode, QWidget *form) {
-        rSystemOverridePreview(system, mode, form);
-    };
+    rSystem->overrideSetup = rSystemOverrideSetup;
+    rSystem->overridePreview = rSystemOverridePreview;
     rSystem->runLong = [](const QString &title, const report::ReportSystem::Work &work) {
         ui::runInterruptibly(GetMainForm(), title, work);
     };
@@ -243,13 +239,14 @@ void TMMGModMagazzino::Initialize()
 
 void TMMGModMagazzino::Finalize() {}
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): the host calls it on the object
 bool TMMGModMagazzino::ExecutePkgAction(const QString &, const QVariantList &, int)
 {
     return false;
 }
 
 // The first database connection among the main form's components is the suite's.
-void TMMGModMagazzino::adoptHostConnection()
+void TMMGModMagazzino::adoptHostConnection() const
 {
     const QWidget *mainForm = GetMainForm();
     auto *connection = mainForm ? mainForm->findChild<data::Connection *>({}, Qt::FindDirectChildrenOnly) : nullptr;
@@ -272,7 +269,7 @@ void TMMGModMagazzino::ApriStampe(const QString &path)
     core::guarded(this, [this] { rProject->open(); });
 }
 
-QString TMMGModMagazzino::ScegliFilePDF(QWidget *form, const QString &proposedName)
+QString TMMGModMagazzino::ScegliFilePDF(QWidget *form, const QString &proposedName) const
 {
     ui::SaveFileRequest request = dlgSavePDF;
     request.proposedName = report::fileNameOf(proposedName) + u".pdf"_s;

@@ -59,12 +59,12 @@ public:
     /// Opens the report project. A missing or broken file is told in a box and leaves every print to fail.
     void ApriStampe(const QString &path);
     /// Asks for the PDF file to write, proposing `proposedName`; the result ends in ".pdf", or is empty for none.
-    QString ScegliFilePDF(QWidget *form, const QString &proposedName);
+    QString ScegliFilePDF(QWidget *form, const QString &proposedName) const;
 
     /// What the report system calls for the print setup: the host's own window.
-    void rSystemOverrideSetup(report::ReportSystem &system, int overrideMode, QWidget *form);
+    static void rSystemOverrideSetup(report::ReportSystem &system, int overrideMode, QWidget *form);
     /// What the report system calls for the preview: the host's own window.
-    void rSystemOverridePreview(report::ReportSystem &system, int overrideMode, QWidget *form);
+    static void rSystemOverridePreview(report::ReportSystem &system, int overrideMode, QWidget *form);
 
 Q_SIGNALS:
     /// One of the module's forms saved a record to `table` or deleted one.
@@ -77,7 +77,7 @@ private:
     void createActions();
     void createMenus();
     void createToolBars();
-    void adoptHostConnection();
+    void adoptHostConnection() const;
 
     ui::CommandRegistry *commands_ = nullptr; // "actListModMagazzino"
     QList<QToolBar *> toolBars_;

@@ -134,7 +134,7 @@ void ManualWindow::listChapters()
         const int level = block.blockFormat().headingLevel();
         if (level < 2)
             continue;
-        auto *item = new QListWidgetItem(QString(qsizetype(level - 2) * 4, u' ') + block.text(), chapters_);
+        auto *item = new QListWidgetItem(QString(qsizetype{4} * (level - 2), u' ') + block.text(), chapters_);
         item->setData(blockRole, block.blockNumber());
     }
 }
@@ -176,14 +176,18 @@ void showManual(QWidget *owner)
     const QString chapter = wantedChapter();
     core::guarded(owner, [&] {
         // A window of another owner cannot be used while a dialog waits.
-        if (open && qobject_cast<QDialog *>(owner) && open->parentWidget() != owner)
-            delete open;
-        if (!open)
-            open = new ManualWindow(owner);
-        open->show();
-        open->raise();
-        open->activateWindow();
-        open->showChapter(chapter);
+        ManualWindow *manual = open;
+        if (manual && qobject_cast<QDialog *>(owner) && manual->parentWidget() != owner) {
+            delete manual;
+            manual = nullptr;
+        }
+        if (!manual)
+            manual = new ManualWindow(owner);
+        open = manual;
+        manual->show();
+        manual->raise();
+        manual->activateWindow();
+        manual->showChapter(chapter);
     });
 }
 

@@ -182,7 +182,7 @@ QString DatabaseMemory::lastUser() const
     return QSettings(settingsFile(), QSettings::IniFormat).value(userKey).toString();
 }
 
-void DatabaseMemory::rememberUser(const QString &userName)
+void DatabaseMemory::rememberUser(const QString &userName) const
 {
     if (userName == lastUser())
         return;

@@ -39,7 +39,7 @@ public:
     /// Who logged in last; empty before the first login.
     QString lastUser() const;
     /// Keeps the name for the next login.
-    void rememberUser(const QString &userName);
+    void rememberUser(const QString &userName) const;
 
 private:
     QString passwordFile() const;

@@ -70,7 +70,7 @@ QVariant RecordReader::value(const core::CsvRecord &record, qsizetype index, con
     const auto tell = [&](const QString &message) { complain({record.line, header(field), message}); };
     if (text.isEmpty())
         return {};
-    if (const auto odd = std::find_if(text.begin(), text.end(), isControl); odd != text.end()) {
+    if (const auto *const odd = std::find_if(text.begin(), text.end(), isControl); odd != text.end()) {
         const QString code = QString::number(odd->unicode(), 16).rightJustified(4, u'0').toUpper();
         tell(core::tr("Il testo contiene un carattere di controllo (U+%1).").arg(code));
         return {};
@@ -101,7 +101,7 @@ QVariant RecordReader::reference(qsizetype field, const QString &text,
 }
 
 QVariant RecordReader::amount(const QString &text, const core::NumberReader &numbers,
-                              const std::function<void(const QString &)> &complain) const
+                              const std::function<void(const QString &)> &complain)
 {
     constexpr double largest = 99'999'999'999.99;
     const std::optional<double> number = numbers.read(text);

@@ -32,8 +32,8 @@ private:
     QVariant value(const core::CsvRecord &record, qsizetype index, const Complain &complain) const;
     QVariant reference(qsizetype field, const QString &text,
                        const std::function<void(const QString &)> &complain) const;
-    QVariant amount(const QString &text, const core::NumberReader &numbers,
-                    const std::function<void(const QString &)> &complain) const;
+    static QVariant amount(const QString &text, const core::NumberReader &numbers,
+                           const std::function<void(const QString &)> &complain);
 
     const ImportJob &job_;
     const ImportPlan &plan_;

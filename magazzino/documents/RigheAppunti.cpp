@@ -104,7 +104,7 @@ RigaLetta rowOf(const core::CsvRecord &record, const QList<NumberColumn> &column
 {
     RigaLetta row{.linea = record.line, .codice = core::withoutFormulaGuard(record.cells.value(0).trimmed())};
     std::optional<double> *const members[numbersOfARow] = {&row.quantita, &row.prezzo, &row.sconto};
-    for (qsizetype i = 0; i < columns.size(); ++i) {
+    for (qsizetype i = 0; i < std::min(columns.size(), numbersOfARow); ++i) {
         const QString cell = record.cells.value(columns[i].position).trimmed();
         if (cell.isEmpty())
             continue;
@@ -149,7 +149,7 @@ QList<RigaLetta> righeDaAppunti(const QByteArray &appunti)
 {
     QList<RigaLetta> rows;
     const QJsonArray all = QJsonDocument::fromJson(appunti).array();
-    for (const QJsonValue &value : all) {
+    for (const auto &value : all) {
         const QJsonObject object = value.toObject();
         rows.append({.linea = static_cast<int>(rows.size()) + 1,
                      .tipo = object.value(u"tipo").toString(),

@@ -221,7 +221,7 @@ void TMMGFattureElettroniche::newRecord()
 
 QList<int> TMMGFattureElettroniche::scelte()
 {
-    const QList<int> chiavi = grid().selectedKeys();
+    QList<int> chiavi = grid().selectedKeys();
     if (chiavi.isEmpty())
         core::warn(this, core::tr("Non è stata scelta una fattura!"));
     return chiavi;

@@ -77,10 +77,10 @@ void TMMGInserimentoDdTScarico::loadDetails()
     SetTipoAnagrafica(static_cast<TTipoAnagrafica>(record().integer(u"TIPO_ANAGRAFICA"_s)));
 }
 
-void TMMGInserimentoDdTScarico::writeComputed(data::DataSet &row) const
+void TMMGInserimentoDdTScarico::writeComputed(data::DataSet &record) const
 {
-    row.setValue(u"TIPO_ANAGRAFICA"_s, static_cast<int>(tipoAnagrafica_));
-    TMMGInserimentoScarico::writeComputed(row);
+    record.setValue(u"TIPO_ANAGRAFICA"_s, static_cast<int>(tipoAnagrafica_));
+    TMMGInserimentoScarico::writeComputed(record);
 }
 
 QVariant TMMGInserimentoDdTScarico::detailState() const

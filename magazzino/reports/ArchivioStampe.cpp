@@ -69,7 +69,7 @@ QString file(const DocumentoStampato &stampato, const report::Document &pages, S
         return {};
     }
     const QByteArray content = report::pdfContent(pages, *Modulo().rPDF);
-    const QString path = freePath(folderOf(archive, stampato.testata.data.year()), stampato);
+    QString path = freePath(folderOf(archive, stampato.testata.data.year()), stampato);
     core::saveNewFile(path, content, readersOf(*stampato.kind));
     stampa.file = path;
     stampa.improntaFile = core::sha256Text(content);

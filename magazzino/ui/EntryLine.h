@@ -93,7 +93,7 @@ private:
     bool take(const QString &tipo, int id, const QString &quantity);
     void addText(const QString &text);
     bool add(bool scanned);
-    bool readNumbers(DocumentRow &row, bool scanned);
+    bool readNumbers(DocumentRow &row, bool refusing);
     void showAmount();
     void forgetRow();
     void showRefusal(const QString &text);

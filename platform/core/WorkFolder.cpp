@@ -37,17 +37,17 @@ bool locksAreMissing(const QByteArray &path)
 
 } // namespace
 
-int lockFolder(const QString &folder)
+int lockFolder(const QString &path)
 {
-    const QByteArray path = QFile::encodeName(folder);
-    const int handle = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    const QByteArray name = QFile::encodeName(path);
+    const int handle = ::open(name.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (handle < 0)
         return -1;
     struct stat named = {};
     struct stat opened = {};
     // Between the two steps somebody else may have had the lock and removed the folder.
     const bool mine = ::flock(handle, LOCK_EX | LOCK_NB) == 0 && ::fstat(handle, &opened) == 0 &&
-                      ::lstat(path.constData(), &named) == 0 && named.st_ino == opened.st_ino;
+                      ::lstat(name.constData(), &named) == 0 && named.st_ino == opened.st_ino;
     if (mine)
         return handle;
     ::close(handle);

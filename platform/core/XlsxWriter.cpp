@@ -157,7 +157,8 @@ public:
         writeRow(0, [this](qsizetype column) { writeText(-1, column, table_.columns[column].header, captionStyle); });
         for (qsizetype row = 0; row < table_.rows.size(); ++row)
             writeRow(row + 1, [&](qsizetype column) { writeCell(row, column, table_.rows[row][column]); });
-        return std::move(cells_) + "</sheetData></worksheet>";
+        cells_ += "</sheetData></worksheet>";
+        return std::move(cells_);
     }
 
     QByteArray texts() const

@@ -66,14 +66,14 @@ void ZipFile::add(const QByteArray &name, const QByteArray &content)
     const auto offset = static_cast<quint32>(members_.size());
     const auto nameSize = static_cast<quint16>(name.size());
     QByteArray facts;
-    append(facts, zipVersion, quint16(0), deflated, quint16(0), firstDay, checksum(content),
-           static_cast<quint32>(packed.size()), static_cast<quint32>(content.size()), nameSize, quint16(0));
-    append(members_, quint32(0x04034B50));
+    append(facts, zipVersion, quint16{0}, deflated, quint16{0}, firstDay, checksum(content),
+           static_cast<quint32>(packed.size()), static_cast<quint32>(content.size()), nameSize, quint16{0});
+    append(members_, quint32{0x04034B50});
     members_ += facts + name + packed;
-    append(directory_, quint32(0x02014B50), zipVersion);
+    append(directory_, quint32{0x02014B50}, zipVersion);
     directory_ += facts;
     // No comment, first disk, no attributes.
-    append(directory_, quint16(0), quint16(0), quint16(0), quint32(0), offset);
+    append(directory_, quint16{0}, quint16{0}, quint16{0}, quint32{0}, offset);
     directory_ += name;
     ++count_;
 }
@@ -82,8 +82,8 @@ QByteArray ZipFile::finished()
 {
     const auto offset = static_cast<quint32>(members_.size());
     members_ += directory_;
-    append(members_, quint32(0x06054B50), quint16(0), quint16(0), count_, count_,
-           static_cast<quint32>(directory_.size()), offset, quint16(0));
+    append(members_, quint32{0x06054B50}, quint16{0}, quint16{0}, count_, count_,
+           static_cast<quint32>(directory_.size()), offset, quint16{0});
     return std::move(members_);
 }
 

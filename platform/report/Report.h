@@ -135,10 +135,10 @@ public:
 
     /// Lays a report out over the rows as they are now. Throws core::Error: when the project is not open (with the
     /// reason why it could not be opened), for an unknown report and for columns that are not there.
-    std::shared_ptr<const Document> layOut(const QString &report) const;
+    std::shared_ptr<const Document> layOut(const QString &name) const;
     /// layOut() and output to the destination of `system`. Throws core::Cancelled besides, when the user cancelled a
     /// long one.
-    void execute(const QString &report, ReportSystem &system) const;
+    void execute(const QString &name, ReportSystem &system) const;
 
 private:
     std::shared_ptr<const Report> reportOf(const QString &name) const;

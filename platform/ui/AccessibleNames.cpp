@@ -34,7 +34,7 @@ QString captionOf(const QWidget &control, const QList<QLabel *> &labels)
 QString surroundings(const QWidget &control, const QWidget &window, const QList<QLabel *> &labels)
 {
     for (const QWidget *part = &control; part && part != &window; part = part->parentWidget()) {
-        if (const QString caption = captionOf(*part, labels); !caption.isEmpty())
+        if (QString caption = captionOf(*part, labels); !caption.isEmpty())
             return caption;
         if (const auto *section = qobject_cast<const QGroupBox *>(part); section && !section->title().isEmpty())
             return spoken(section->title());

@@ -261,9 +261,8 @@ void CodeField::show(const QVariant &stored)
         index = box_->count() - 1;
     }
     box_->setCurrentIndex(index);
-    if (index < known_ && box_->count() > known_)
-        box_->removeItem(known_);
-    else if (box_->count() > known_ + 1)
+    const int further = index < known_ ? 0 : 1; // behind the known ones: the one shown
+    if (box_->count() > known_ + further)
         box_->removeItem(known_);
 }
 

@@ -83,11 +83,11 @@ void ColumnLayout::fit()
     const int given = std::accumulate(given_.begin(), given_.end(), 0);
     const bool spare = available - given >= leastWidth * (widths.size() - given_.size());
     const qint64 room = spare ? available - given : available;
+    const int wanted = spare ? total - given : total;
     const QScopedValueRollback fitting(fitting_, true);
     for (int i = 0; i < widths.size(); ++i) {
-        const bool fits = total <= available || (spare && given_.contains(model_->columns()[i].field));
-        grid_->setColumnWidth(i,
-                              fits ? widths[i] : static_cast<int>(widths[i] * room / (spare ? total - given : total)));
+        const bool fits = total <= available || wanted <= 0 || (spare && given_.contains(model_->columns()[i].field));
+        grid_->setColumnWidth(i, fits ? widths[i] : static_cast<int>(widths[i] * room / wanted));
     }
 }
 

@@ -5,6 +5,7 @@
 #include "platform/core/Translation.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 using namespace Qt::StringLiterals;
 

@@ -132,7 +132,7 @@ void Drafts::leave(const EntryForm &form)
     kept_.remove(&form);
 }
 
-void Drafts::remove(const Own &own) const
+void Drafts::remove(const Own &own)
 {
     if (!QFile::remove(own.file) && QFile::exists(own.file))
         core::logLine(u"eliminazione di una bozza"_s, own.file);

@@ -71,7 +71,7 @@ private:
 
     QList<KeptDraft> draftsIn(const QString &session, const std::function<void(const QString &)> &unreadable) const;
     void write(const EntryForm &form);
-    void remove(const Own &own) const;
+    static void remove(const Own &own);
     QString newFile();
 
     QString folder_;

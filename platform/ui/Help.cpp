@@ -29,8 +29,7 @@ const QHash<QString, QString> &helpChapters()
 QString helpChapter(const QWidget *widget)
 {
     for (; widget; widget = widget->parentWidget()) {
-        const QString chapter = chapterOf(*widget);
-        if (!chapter.isEmpty())
+        if (QString chapter = chapterOf(*widget); !chapter.isEmpty())
             return chapter;
     }
     return {};

@@ -40,7 +40,7 @@ QList<KeyUse> keysOf(const QWidget &window)
     QList<KeyUse> uses;
     for (const QAction *action : window.findChildren<QAction *>()) {
         // Each list of a window copies with the same key.
-        const KeyUse use{QString(action->text()).remove(u'&'), action->shortcut()};
+        const KeyUse use{action->text().remove(u'&'), action->shortcut()};
         if (isKeyOf(*action, window) && !uses.contains(use))
             uses.append(use);
     }

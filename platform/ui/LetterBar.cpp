@@ -83,7 +83,7 @@ bool LetterBar::eventFilter(QObject *watched, QEvent *event)
     const auto target = targets.constFind(key);
     if (target == targets.constEnd())
         return false;
-    buttons_[std::clamp(*target, qsizetype(0), buttons_.size() - 1)]->setFocus(Qt::OtherFocusReason);
+    buttons_[std::clamp(*target, qsizetype{0}, buttons_.size() - 1)]->setFocus(Qt::OtherFocusReason);
     return true;
 }
 

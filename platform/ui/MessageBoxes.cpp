@@ -69,8 +69,8 @@ QWidget *windowBelow(const core::Message &message)
 
 QMessageBox::StandardButton buttonOf(core::Answer answer)
 {
-    const auto found = std::find_if(buttons().begin(), buttons().end(),
-                                    [answer](const Button &button) { return button.answer == answer; });
+    const auto *const found = std::find_if(buttons().begin(), buttons().end(),
+                                           [answer](const Button &button) { return button.answer == answer; });
     return found->button;
 }
 

@@ -39,7 +39,7 @@ protected:
 
 private:
     void createGroup(const RegisterGroup &group);
-    void placeInGroup(const RegisterGroup &group, const RegisterField &spec, Field *field, QGridLayout *grid);
+    static void placeInGroup(const RegisterGroup &group, const RegisterField &spec, Field *field, QGridLayout *grid);
     Field *createField(const RegisterField &field, QWidget *parent);
     void declareChecks();
     void declareDoubts();

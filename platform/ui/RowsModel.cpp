@@ -84,7 +84,7 @@ int RowsModel::columnCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : static_cast<int>(columns_.size());
 }
 
-QString RowsModel::shown(const QVariant &value, ListColumn::Display display) const
+QString RowsModel::shown(const QVariant &value, ListColumn::Display display)
 {
     if (!value.isValid())
         return {};
@@ -104,7 +104,7 @@ QString RowsModel::shown(const QVariant &value, ListColumn::Display display) con
     return value.toString();
 }
 
-QVariant RowsModel::exported(const QVariant &value, ListColumn::Display display) const
+QVariant RowsModel::exported(const QVariant &value, ListColumn::Display display)
 {
     if (value.isValid() && display == ListColumn::Display::Flag)
         return core::parseFlag(value.toString()).value_or(false);
@@ -125,7 +125,7 @@ int RowsModel::places(int column) const
 QVariant RowsModel::alignment(const ListColumn &column) const
 {
     const bool left = column.display == ListColumn::Display::Text || column.display == ListColumn::Display::Flag;
-    return QVariant(vertical_ | (left ? Qt::AlignLeft : Qt::AlignRight));
+    return (vertical_ | (left ? Qt::AlignLeft : Qt::AlignRight)).toInt();
 }
 
 QVariant RowsModel::data(const QModelIndex &index, int role) const
@@ -140,7 +140,7 @@ QVariant RowsModel::data(const QModelIndex &index, int role) const
     if (role == ExportValue)
         return exported(value(), column.display);
     if (role == Qt::ForegroundRole && column.redBelowZero)
-        return value().toDouble() < 0 ? QVariant(negativeText(QGuiApplication::palette())) : QVariant();
+        return value().toDouble() < 0 ? QVariant::fromValue(negativeText(QGuiApplication::palette())) : QVariant();
     return role == Qt::TextAlignmentRole ? alignment(column) : QVariant();
 }
 
@@ -226,7 +226,7 @@ void RowsModel::arrange()
         std::stable_sort(order_.begin(), order_.end(), before);
     else
         std::stable_sort(order_.begin(), order_.end(),
-                         [&before](qsizetype left, qsizetype right) { return before(right, left); });
+                         [&before](qsizetype one, qsizetype other) { return before(other, one); });
 }
 
 void RowsModel::sort(int column, Qt::SortOrder order)

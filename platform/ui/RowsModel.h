@@ -78,8 +78,8 @@ public:
     void sort(int column, Qt::SortOrder order) override;
 
 private:
-    QString shown(const QVariant &value, ListColumn::Display display) const;
-    QVariant exported(const QVariant &value, ListColumn::Display display) const;
+    static QString shown(const QVariant &value, ListColumn::Display display);
+    static QVariant exported(const QVariant &value, ListColumn::Display display);
     int places(int column) const;
     QVariant alignment(const ListColumn &column) const;
     QVariant valueOf(const QModelIndex &index, int role) const;

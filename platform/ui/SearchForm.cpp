@@ -132,7 +132,7 @@ void SearchForm::newRecord()
     entryForm().startNewAsking();
 }
 
-void SearchForm::withSelected(const std::function<void(int)> &run)
+void SearchForm::withSelected(const std::function<void(int)> &run) const
 {
     if (const int id = selectedKey(); id > 0)
         run(id);

@@ -75,7 +75,7 @@ private:
     void declareDelete();
     void startFinding();
     void placeExport();
-    void withSelected(const std::function<void(int)> &run);
+    void withSelected(const std::function<void(int)> &run) const;
 
     QToolBar *bar_ = nullptr;
     ListPanel *list_ = nullptr;

@@ -52,21 +52,21 @@ class VerificheTest : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<test::ModuleDatabase> db;
+    std::unique_ptr<test::ModuleDatabase> db_;
 
     int document(const QString &table, int number, int year = 2026)
     {
-        return db->insert(table, {{u"NUMERO"_s, number}, {u"ANNO"_s, year}});
+        return db_->insert(table, {{u"NUMERO"_s, number}, {u"ANNO"_s, year}});
     }
 
     void grant(const QString &user, const QString &right)
     {
-        const int role = db->insert(u"RUOLI_UTENTE"_s, {{u"RUOLO"_s, u"Ruolo di "_s + user}});
-        db->insert(u"UTENTI_RUOLI"_s, {{u"USER_NAME"_s, user}, {u"IDRUOLO_UTENTE"_s, role}});
+        const int role = db_->insert(u"RUOLI_UTENTE"_s, {{u"RUOLO"_s, u"Ruolo di "_s + user}});
+        db_->insert(u"UTENTI_RUOLI"_s, {{u"USER_NAME"_s, user}, {u"IDRUOLO_UTENTE"_s, role}});
         if (right.isEmpty())
             return;
-        const int key = db->insert(u"ABILITAZIONI_UTENTE"_s, {{u"ABILITAZIONE_UTENTE"_s, right}});
-        db->insert(u"ABILITAZIONI_RUOLI"_s, {{u"IDRUOLO_UTENTE"_s, role}, {u"IDABILITAZIONE_UTENTE"_s, key}});
+        const int key = db_->insert(u"ABILITAZIONI_UTENTE"_s, {{u"ABILITAZIONE_UTENTE"_s, right}});
+        db_->insert(u"ABILITAZIONI_RUOLI"_s, {{u"IDRUOLO_UTENTE"_s, role}, {u"IDABILITAZIONE_UTENTE"_s, key}});
     }
 
     static void addDeletions()
@@ -85,28 +85,28 @@ class VerificheTest : public QObject
     // A record with a row of its own and a second one that must stay. Returns the first one's key.
     int prepare(const Deletion &deletion)
     {
-        const int id = db->insert(deletion.table);
-        const int other = db->insert(deletion.table, deletion.other);
+        const int id = db_->insert(deletion.table);
+        const int other = db_->insert(deletion.table, deletion.other);
         if (!deletion.rows.isEmpty()) {
-            db->insert(deletion.rows, {{deletion.key, id}});
-            db->insert(deletion.rows, {{deletion.key, other}});
-            db->insert(u"MOVI_MAGA"_s, {{u"RIF_DOC_ID"_s, id}});
+            db_->insert(deletion.rows, {{deletion.key, id}});
+            db_->insert(deletion.rows, {{deletion.key, other}});
+            db_->insert(u"MOVI_MAGA"_s, {{u"RIF_DOC_ID"_s, id}});
         }
         return id;
     }
 
     QStringList state(const Deletion &deletion)
     {
-        QStringList all = db->lines(u"SELECT %1 FROM %2 ORDER BY 1"_s.arg(deletion.key, deletion.table));
+        QStringList all = db_->lines(u"SELECT %1 FROM %2 ORDER BY 1"_s.arg(deletion.key, deletion.table));
         if (!deletion.rows.isEmpty())
-            all << u"rows"_s << db->lines(u"SELECT %1 FROM %2 ORDER BY 1"_s.arg(deletion.key, deletion.rows))
-                << u"movements"_s << db->lines(u"SELECT RIF_DOC_ID FROM MOVI_MAGA"_s);
+            all << u"rows"_s << db_->lines(u"SELECT %1 FROM %2 ORDER BY 1"_s.arg(deletion.key, deletion.rows))
+                << u"movements"_s << db_->lines(u"SELECT RIF_DOC_ID FROM MOVI_MAGA"_s);
         return all;
     }
 
 private Q_SLOTS:
-    void init() { db = std::make_unique<test::ModuleDatabase>(); }
-    void cleanup() { db.reset(); }
+    void init() { db_ = std::make_unique<test::ModuleDatabase>(); }
+    void cleanup() { db_.reset(); }
 
     void numbersArePerYearAndGapsStay()
     {
@@ -180,41 +180,41 @@ private Q_SLOTS:
     void textsAreComparedInTheDatabasesCapitals()
     {
         const auto [stored, asked, found] = test::row<QString, QString, bool>();
-        const int supplier = db->insert(u"FORNITORI"_s, {{u"CODICE"_s, stored}});
-        const int carrier = db->insert(u"VETTORI"_s, {{u"CODICE"_s, stored}});
-        const int type = db->insert(u"TIPI_TRASPORTO"_s, {{u"TIPO_TRASPORTO"_s, stored}});
+        const int supplier = db_->insert(u"FORNITORI"_s, {{u"CODICE"_s, stored}});
+        const int carrier = db_->insert(u"VETTORI"_s, {{u"CODICE"_s, stored}});
+        const int type = db_->insert(u"TIPI_TRASPORTO"_s, {{u"TIPO_TRASPORTO"_s, stored}});
         QCOMPARE(CodiceFornitoreExists(asked, -1), found);
         QCOMPARE(CodiceVettoreExists(asked, -1), found);
         QCOMPARE(TipoTrasportoExists(asked, -1), found);
         QVERIFY(!CodiceFornitoreExists(asked, supplier) && !CodiceVettoreExists(asked, carrier) &&
                 !TipoTrasportoExists(asked, type));
-        db->insert(u"UTENTI_RUOLI"_s, {{u"USER_NAME"_s, stored}, {u"IDRUOLO_UTENTE"_s, 1}});
-        QCOMPARE(UserHasAbilitazione(u"Fatture acc. (modifica)"_s, asked, db->connection()), found);
+        db_->insert(u"UTENTI_RUOLI"_s, {{u"USER_NAME"_s, stored}, {u"IDRUOLO_UTENTE"_s, 1}});
+        QCOMPARE(UserHasAbilitazione(u"Fatture acc. (modifica)"_s, asked, db_->connection()), found);
         const QString movement = u"DATA_MOVIMENTO=2026-03-01|CODICE="_s + stored;
-        db->insert(u"MOVI_MAGA"_s, movement + u"|TIPO_MOVIMENTO=Carico|QUANTITA=4|VALORE_IMPORTO=24"_s);
-        db->insert(u"MOVI_MAGA"_s, movement + u"|TIPO_MOVIMENTO=Scarico|QUANTITA=-1|VALORE_IMPORTO=-6"_s);
+        db_->insert(u"MOVI_MAGA"_s, movement + u"|TIPO_MOVIMENTO=Carico|QUANTITA=4|VALORE_IMPORTO=24"_s);
+        db_->insert(u"MOVI_MAGA"_s, movement + u"|TIPO_MOVIMENTO=Scarico|QUANTITA=-1|VALORE_IMPORTO=-6"_s);
         QCOMPARE(GetValoreScaricoCostoMedio(asked, QDate(2026, 3, 1)), found ? 6.0 : 0.0);
         const auto issueValue = [this] {
-            return db->lines(u"SELECT VALORE FROM MOVI_MAGA WHERE TIPO_MOVIMENTO = 'Scarico'"_s).value(0).toDouble();
+            return db_->lines(u"SELECT VALORE FROM MOVI_MAGA WHERE TIPO_MOVIMENTO = 'Scarico'"_s).value(0).toDouble();
         };
         RivalorizzaScarichiMagazzino(asked, true);
         QCOMPARE(issueValue(), found ? 6.0 : 0.0);
-        db->connection().execute(u"UPDATE MOVI_MAGA SET VALORE = 0"_s);
+        db_->connection().execute(u"UPDATE MOVI_MAGA SET VALORE = 0"_s);
         core::Progress unseen;
-        RivalorizzaTuttiGliScarichi(db->connection(), unseen);
+        RivalorizzaTuttiGliScarichi(db_->connection(), unseen);
         QCOMPARE(issueValue(), 6.0);
     }
 
     void customerIsFoundByItsExactCode()
     {
-        const int customer = db->insert(u"CLIENTI"_s, u"CODICE=D'A1"_s);
+        const int customer = db_->insert(u"CLIENTI"_s, u"CODICE=D'A1"_s);
         QCOMPARE(GetCliente(u"D'A1"_s).id, customer);
         QCOMPARE(GetCliente(u"d'a1"_s).id, -1);
     }
 
     void errorsNameTheRoutineWhereIntended()
     {
-        db->connection().close();
+        db_->connection().close();
         const QString text = u"La connessione al database non è aperta."_s;
         const QList<std::pair<QString, std::function<void()>>> named = {
             {QString(), [] { GetArticolo(1); }},
@@ -225,7 +225,7 @@ private Q_SLOTS:
             {u"GetCliente"_s, [] { GetCliente(u"A"_s); }},
             {u"BollaCaricoExists"_s, [] { BollaCaricoExists(1, 2026, -1); }},
             {u"CodiceFornitoreExists"_s, [] { CodiceFornitoreExists(u"x"_s, -1); }},
-            {u"UserHasAbilitazione"_s, [this] { UserHasAbilitazione(u"x"_s, u"x"_s, db->connection()); }},
+            {u"UserHasAbilitazione"_s, [this] { UserHasAbilitazione(u"x"_s, u"x"_s, db_->connection()); }},
             {u"GetValoreScaricoCostoMedio"_s, [] { GetValoreScaricoCostoMedio(u"A"_s, QDate(2026, 1, 1)); }},
             {u"RivalorizzaScarichiMagazzino"_s, [] { RivalorizzaScarichiMagazzino(u"A"_s, true); }}};
         for (const auto &[name, routine] : named)
@@ -234,18 +234,18 @@ private Q_SLOTS:
 
     void missingOptionIsNeitherReadNorCreated()
     {
-        const QStringList before = db->lines(u"SELECT * FROM OPZIONI ORDER BY 1"_s);
+        const QStringList before = db_->lines(u"SELECT * FROM OPZIONI ORDER BY 1"_s);
         QVariant value = u"intatto"_s;
         QVERIFY(!GetOptionValue(u"MANCA"_s, value));
         QCOMPARE(value.toString(), u"intatto"_s);
         QVERIFY(!SetOptionValue(u"MANCA"_s, u"x"_s));
-        QCOMPARE(db->lines(u"SELECT * FROM OPZIONI ORDER BY 1"_s), before);
+        QCOMPARE(db_->lines(u"SELECT * FROM OPZIONI ORDER BY 1"_s), before);
     }
 
     void optionErrorsAreSwallowed()
     {
         QVERIFY(!SetOptionValue(u"FATT_IVA_ESENTE_NOTE"_s, QString(300, u'x')));
-        db->connection().execute(u"DROP TABLE OPZIONI"_s);
+        db_->connection().execute(u"DROP TABLE OPZIONI"_s);
         QVariant value = u"intatto"_s;
         QVERIFY(!GetOptionValue(u"FATT_IVA_ESENTE_NOTE"_s, value));
         QVERIFY(!SetOptionValue(u"FATT_IVA_ESENTE_NOTE"_s, u"x"_s));
@@ -282,7 +282,7 @@ private Q_SLOTS:
         const auto [user, granted, asked, expected] = test::row<QString, QString, QString, bool>();
         if (granted != u"-"_s)
             grant(user.toUpper(), granted);
-        QCOMPARE(UserHasAbilitazione(asked, user, db->connection()), expected);
+        QCOMPARE(UserHasAbilitazione(asked, user, db_->connection()), expected);
     }
 
     void confirmedDeletionTakesTheRecordAndItsRowsOnly_data() { addDeletions(); }
@@ -292,7 +292,7 @@ private Q_SLOTS:
         const int id = prepare(deletion);
         const QStringList before = state(deletion);
         test::ScriptedMessages messages;
-        messages.watch(db->connection());
+        messages.watch(db_->connection());
         messages.expectQuestion(test::deleting, core::Answer::No);
         QVERIFY(!deletion.run(id, true));
         QCOMPARE(state(deletion), before);
@@ -310,11 +310,11 @@ private Q_SLOTS:
         const Deletion &deletion = current();
         const int id = prepare(deletion);
         const QStringList before = state(deletion);
-        db->connection().execute(u"CREATE EXCEPTION REFUSED 'no'"_s);
-        db->connection().execute(
+        db_->connection().execute(u"CREATE EXCEPTION REFUSED 'no'"_s);
+        db_->connection().execute(
             u"CREATE TRIGGER REFUSE FOR %1 BEFORE DELETE AS BEGIN EXCEPTION REFUSED; END"_s.arg(deletion.table));
         test::ScriptedMessages messages;
-        messages.watch(db->connection());
+        messages.watch(db_->connection());
         messages.expectQuestion(test::deleting, core::Answer::Yes);
         messages.expectError(failure);
         QVERIFY(!deletion.run(id, true));
@@ -325,7 +325,7 @@ private Q_SLOTS:
     void errorsOutsideTheTransactionReachTheCaller()
     {
         const Deletion &deletion = current();
-        const data::Transaction running(db->connection());
+        const data::Transaction running(db_->connection());
         // Without being told to ask, only those ask that always do.
         test::ScriptedMessages messages;
         if (deletion.alwaysAsks)
@@ -338,9 +338,9 @@ private Q_SLOTS:
     void transportRecordsInUseStay()
     {
         QVERIFY(CanDeleteCausaleTrasporto(3));
-        db->insert(u"CAUSALI_TRASPORTO"_s);
-        db->insert(u"TIPI_TRASPORTO"_s);
-        db->insert(test::currentCase(), u"IDCAUSALE_TRASPORTO=3|IDTIPO_TRASPORTO=4"_s);
+        db_->insert(u"CAUSALI_TRASPORTO"_s);
+        db_->insert(u"TIPI_TRASPORTO"_s);
+        db_->insert(test::currentCase(), u"IDCAUSALE_TRASPORTO=3|IDTIPO_TRASPORTO=4"_s);
         QVERIFY(!CanDeleteCausaleTrasporto(3));
         QVERIFY(CanDeleteCausaleTrasporto(4));
         QVERIFY(!CanDeleteTipoTrasporto(4));
@@ -349,9 +349,9 @@ private Q_SLOTS:
 
     void suppliersWithReceiptNotesStay()
     {
-        const int used = db->insert(u"FORNITORI"_s, {{u"CODICE"_s, u"D'A"_s}});
-        const int unused = db->insert(u"FORNITORI"_s, {{u"CODICE"_s, u"B"_s}});
-        db->insert(u"BOLLE_CARICO"_s, {{u"FOR_CODICE"_s, u"D'A"_s}});
+        const int used = db_->insert(u"FORNITORI"_s, {{u"CODICE"_s, u"D'A"_s}});
+        const int unused = db_->insert(u"FORNITORI"_s, {{u"CODICE"_s, u"B"_s}});
+        db_->insert(u"BOLLE_CARICO"_s, {{u"FOR_CODICE"_s, u"D'A"_s}});
         QVERIFY(!CanDeleteFornitore(used));
         QVERIFY(!CanDeleteFornitore(u"D'A"_s));
         QVERIFY(CanDeleteFornitore(unused));
@@ -360,13 +360,13 @@ private Q_SLOTS:
 
     void onlyInvoicesKeepACarrier()
     {
-        const int note = db->insert(u"VETTORI"_s, {{u"CODICE"_s, u"A"_s}});
-        const int invoice = db->insert(u"VETTORI"_s, {{u"CODICE"_s, u"B"_s}});
-        db->insert(u"DDT_SCARICO"_s, {{u"VETT_CODICE"_s, u"A"_s}});
-        db->insert(u"FATT_ACC"_s, {{u"VETT_CODICE"_s, u"B"_s}});
+        const int note = db_->insert(u"VETTORI"_s, {{u"CODICE"_s, u"A"_s}});
+        const int invoice = db_->insert(u"VETTORI"_s, {{u"CODICE"_s, u"B"_s}});
+        db_->insert(u"DDT_SCARICO"_s, {{u"VETT_CODICE"_s, u"A"_s}});
+        db_->insert(u"FATT_ACC"_s, {{u"VETT_CODICE"_s, u"B"_s}});
         QVERIFY(CanDeleteVettore(note));
         QVERIFY(!CanDeleteVettore(invoice));
-        db->connection().close();
+        db_->connection().close();
         QCOMPARE(test::errorOf([] { CanDeleteVettore(1); }),
                  u"[CanDeleteVettore]\n\rLa connessione al database non è aperta."_s);
         QCOMPARE(test::errorOf([] { CanDeleteFornitore(1); }), u"La connessione al database non è aperta."_s);

@@ -150,7 +150,7 @@ private Q_SLOTS:
             return mallinfo2().uordblks;
         };
         constexpr int times = 20;
-        constexpr size_t most = 8 * 1024; // bytes for each
+        constexpr size_t most = 8192; // bytes for each
         QPixmapCache::clear();
         const size_t before = openOften(times);
         const size_t after = openOften(times);
