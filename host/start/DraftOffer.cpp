@@ -124,7 +124,7 @@ void DraftDialog::removeSelected()
             this, core::tr("Eliminare i documenti non salvati selezionati?\n\rCiò che vi è scritto va perduto.")))
         return;
     for (const KeptDraft &draft : chosen) {
-        ui::Drafts::current()->take(draft, [] {});
+        ui::Drafts::take(draft, [] {});
         leaveOut(draft);
     }
     showDrafts();
@@ -141,7 +141,7 @@ bool resumed(const KeptDraft &kept)
     ui::EntryForm &form = registry->entryForm(kept.draft.action);
     if (form.holdsUnsaved())
         return false;
-    const bool taken = ui::Drafts::current()->take(kept, [&] {
+    const bool taken = ui::Drafts::take(kept, [&] {
         form.resume(kept.draft);
         if (!ui::Drafts::current()->flush())
             throw core::Error(

@@ -228,7 +228,7 @@ QList<KeptDraft> Drafts::abandoned(const std::function<void(const QString &file)
     return found;
 }
 
-bool Drafts::take(const KeptDraft &kept, const std::function<void()> &body) const
+bool Drafts::take(const KeptDraft &kept, const std::function<void()> &body)
 {
     const HeldFolder held(QFileInfo(kept.file).absolutePath());
     if (!held.isMine() || !QFile::exists(kept.file))

@@ -52,7 +52,7 @@ public:
     QList<KeptDraft> abandoned(const std::function<void(const QString &file)> &unreadable) const;
     /// Lets `body` work on an abandoned draft and removes its file; the file stays when `body` throws. False, with
     /// nothing done, when another program has taken it meanwhile.
-    bool take(const KeptDraft &kept, const std::function<void()> &body) const;
+    static bool take(const KeptDraft &kept, const std::function<void()> &body);
 
     /// A database has moved: drafts below `folder` of sessions that no longer run and that belong to `from` belong to
     /// `to` from now on, of whatever user. Throws core::Error when one cannot be written.
