@@ -195,11 +195,12 @@ void MainWindow::listWindows()
 {
     windowMenu_->clear();
     const auto arrange = [this](const QString &caption, void (QMdiArea::*how)()) {
-        windowMenu_->addAction(caption, this, [this, how] {
+        const QAction *action = windowMenu_->addAction(caption, this, [this] {
             if (!area_->isFree())
                 free_->trigger();
-            (area_->*how)();
         });
+        // Behind it: tabs cannot be arranged.
+        connect(action, &QAction::triggered, area_, how);
     };
     arrange(core::tr("&Sovrapponi"), &QMdiArea::cascadeSubWindows);
     arrange(core::tr("&Affianca"), &QMdiArea::tileSubWindows);

@@ -167,6 +167,21 @@ private Q_SLOTS:
         QVERIFY(list->parentWidget()->isMaximized());
     }
 
+    void arrangingFreesTheTabs()
+    {
+        const QWidget *list = open(u"actRicercaFornitori"_s);
+        const QWidget *print = open(u"actStampaInventario"_s);
+        auto *menu = test::control<QMenu>(&place().window(), u"mnFinestre"_s);
+        Q_EMIT menu->aboutToShow();
+        for (QAction *action : menu->actions()) {
+            if (action->text() == u"&Affianca"_s)
+                action->trigger();
+        }
+        test::settle();
+        QCOMPARE(area()->viewMode(), QMdiArea::SubWindowView);
+        QVERIFY(!list->parentWidget()->geometry().intersects(print->parentWidget()->geometry()));
+    }
+
     void hiddenListComesBackAsItWas()
     {
         test::trigger(&place().window(), u"actFinestreLibere"_s);
