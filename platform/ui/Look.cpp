@@ -58,6 +58,7 @@ void drawSection(const QStyleOptionGroupBox &box, QPainter &painter, const QWidg
 }
 
 bool desktopColours = false;
+std::optional<QPalette> ownColours;
 
 // What Qt gives where it knows of none are the style's, which are rather grey.
 bool tellsColours()
@@ -100,46 +101,6 @@ const Colours &darkColours()
     return colours;
 }
 
-/// While something is drawn, with the program's palette instead of a copy that says the same. The style keeps the
-/// pictures of buttons, arrows and headers by the palette they were drawn with, each control has a copy of its own, and
-/// every form that opens would draw and keep all of them anew. The option is put back as it was: it belongs to a
-/// control, and a copy of it would be cut down to what is known of its type here.
-class SharedPalette
-{
-public:
-    explicit SharedPalette(const QStyleOption *option)
-        : palette_(const_cast<QStyleOption *>(option)->palette)
-        , own_(palette_)
-    {
-        QPalette program = QApplication::palette();
-        if (palette_.cacheKey() == program.cacheKey() || palette_ != program)
-            return;
-        program.setCurrentColorGroup(own_.currentColorGroup());
-        palette_ = program;
-    }
-    ~SharedPalette() { palette_ = own_; }
-    SharedPalette(const SharedPalette &) = delete;
-    SharedPalette &operator=(const SharedPalette &) = delete;
-
-private:
-    QPalette &palette_;
-    const QPalette own_;
-};
-
-bool isKept(QStyle::PrimitiveElement element)
-{
-    switch (element) {
-    case QStyle::PE_PanelButtonCommand:
-    case QStyle::PE_IndicatorArrowUp:
-    case QStyle::PE_IndicatorArrowDown:
-    case QStyle::PE_IndicatorArrowLeft:
-    case QStyle::PE_IndicatorArrowRight:
-        return true;
-    default:
-        return false;
-    }
-}
-
 } // namespace
 
 Look::Look()
@@ -149,6 +110,7 @@ Look::Look()
 
 void Look::use()
 {
+    ownColours.reset();
     QApplication::setStyle(new Look);
     desktopColours = tellsColours();
     if (!desktopColours)
@@ -170,7 +132,19 @@ void Look::useOwnColours(Scheme scheme)
     const QColor disabled = dark ? QColor(118, 124, 131) : QColor(150, 155, 161);
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         colours.setColor(QPalette::Disabled, role, disabled);
-    QApplication::setPalette(colours);
+    ownColours = colours;
+    QApplication::setPalette({});
+}
+
+// The program's own colours are those that the style has. Given to the program as a palette, each control would have a
+// copy of it; the style keeps the pictures of buttons, arrows and headers by the palette they were drawn with, and
+// every window that opens would draw and keep all of them anew.
+void Look::polish(QPalette &palette)
+{
+    if (ownColours)
+        palette = *ownColours;
+    else
+        QProxyStyle::polish(palette);
 }
 
 // Drawing its round corners is most of what painting a form takes, and most fields are as large as another one.
@@ -204,35 +178,20 @@ void Look::drawPrimitive(PrimitiveElement element, const QStyleOption *option, Q
     if (element == PE_PanelItemViewRow && row && !row->features.testFlag(QStyleOptionViewItem::Alternate) &&
         !row->state.testFlag(State_Selected))
         return;
-
     if (element == PE_FrameLineEdit && !option->rect.isEmpty()) {
         painter->drawPixmap(option->rect.topLeft(), inputFrame(*option, painter->device()->devicePixelRatioF()));
     } else {
-        std::optional<SharedPalette> shared;
-        if (isKept(element))
-            shared.emplace(option);
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
-}
-
-void Look::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
-                       const QWidget *widget) const
-{
-    std::optional<SharedPalette> shared;
-    if (element == CE_HeaderSection)
-        shared.emplace(option);
-    QProxyStyle::drawControl(element, option, painter, widget);
 }
 
 void Look::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
                               const QWidget *widget) const
 {
-    if (const QStyleOptionGroupBox *box = section(control, option)) {
+    if (const QStyleOptionGroupBox *box = section(control, option))
         drawSection(*box, *painter, widget);
-    } else {
-        const SharedPalette shared(option);
+    else
         QProxyStyle::drawComplexControl(control, option, painter, widget);
-    }
 }
 
 QRect Look::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,

@@ -35,10 +35,10 @@ public:
     /// Shows the program's own colours, also in windows that are open.
     static void useOwnColours(Scheme scheme);
 
+    using QProxyStyle::polish;
+    void polish(QPalette &palette) override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget) const override;
-    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
-                     const QWidget *widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
                             const QWidget *widget) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
