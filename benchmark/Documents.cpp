@@ -2,6 +2,7 @@
 #include "benchmark/Bench.h"
 
 #include "magazzino/MMGUtils.h"
+#include "magazzino/documents/DocumentKind.h"
 #include "magazzino/uMMGModMagazzino.h"
 #include "magazzino/ui/MMGInserimentoDocumento.h"
 #include "platform/core/Clock.h"
@@ -35,50 +36,51 @@ struct Document
     QString values;  ///< theirs
 };
 
+Document documentOf(const DocumentKind &kind)
+{
+    return {.action = kind.entryAction(), .table = kind.table, .key = kind.key, .kind = kind.name};
+}
+
+Document issueOf(const DocumentKind &kind, const QString &workload)
+{
+    Document issue = documentOf(kind);
+    issue.workload = workload;
+    issue.partner = u"CLI"_s;
+    issue.partnerCommand = u"actSelezionaCliente"_s;
+    issue.partnerName = u"Arredo Bagno Alpi S.r.l."_s;
+    issue.movement = u"Scarico"_s;
+    issue.sign = -1;
+    return issue;
+}
+
 const Document &deliveryNote()
 {
-    static const Document note = {.workload = u"save of a delivery note, 10 rows"_s,
-                                  .action = u"actInserimentoDdTScarico"_s,
-                                  .table = u"DDT_SCARICO"_s,
-                                  .key = u"IDDDT_SCARICO"_s,
-                                  .partner = u"CLI"_s,
-                                  .partnerCommand = u"actSelezionaCliente"_s,
-                                  .partnerName = u"Arredo Bagno Alpi S.r.l."_s,
-                                  .kind = u"D.d.T. di scarico"_s,
-                                  .movement = u"Scarico"_s,
-                                  .sign = -1};
+    static const Document note = issueOf(ddtScarico(), u"save of a delivery note, 10 rows"_s);
     return note;
 }
 
 const Document &receipt()
 {
-    static const Document receipt = {.workload = u"save of a goods receipt, 10 rows"_s,
-                                     .action = u"actInserimentoBolleCarico"_s,
-                                     .table = u"BOLLE_CARICO"_s,
-                                     .key = u"IDBOLLA_CARICO"_s,
-                                     .partner = u"FOR"_s,
-                                     .partnerCommand = u"actSelezionaFornitore"_s,
-                                     .partnerName = u"Acciaierie Brentane S.p.A."_s,
-                                     .kind = u"Bolla di carico"_s,
-                                     .movement = u"Carico"_s,
-                                     .sign = 1};
+    static const Document receipt = [] {
+        Document made = documentOf(bollaCarico());
+        made.workload = u"save of a goods receipt, 10 rows"_s;
+        made.partner = u"FOR"_s;
+        made.partnerCommand = u"actSelezionaFornitore"_s;
+        made.partnerName = u"Acciaierie Brentane S.p.A."_s;
+        made.movement = u"Carico"_s;
+        return made;
+    }();
     return receipt;
 }
 
 const Document &invoice()
 {
-    static const Document invoice = {.workload = u"save of an accompanying invoice, 10 rows"_s,
-                                     .action = u"actInserimentoFattureAccompagnatorie"_s,
-                                     .table = u"FATT_ACC"_s,
-                                     .key = u"IDFATT_ACC"_s,
-                                     .partner = u"CLI"_s,
-                                     .partnerCommand = u"actSelezionaCliente"_s,
-                                     .partnerName = u"Arredo Bagno Alpi S.r.l."_s,
-                                     .kind = u"Fattura accompagnatoria"_s,
-                                     .movement = u"Scarico"_s,
-                                     .sign = -1,
-                                     .columns = u", IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, FC_ABILITATO"_s,
-                                     .values = u", 1, 'Rimessa diretta', 'False', 'False'"_s};
+    static const Document invoice = [] {
+        Document made = issueOf(fatturaAccompagnatoria(), u"save of an accompanying invoice, 10 rows"_s);
+        made.columns = u", IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, FC_ABILITATO"_s;
+        made.values = u", 1, 'Rimessa diretta', 'False', 'False'"_s;
+        return made;
+    }();
     return invoice;
 }
 
